@@ -1,0 +1,77 @@
+#include "platform/convert.h"
+
+#include <QLocale>
+
+#include <cmath>
+
+namespace {
+
+double NumberOf(const QString& text) {
+    bool ok = false;
+    const double number = QLocale::c().toDouble(text.trimmed(), &ok);
+    if (!ok) {
+        throw Erro(Erro::TypeMismatch);
+    }
+    return number;
+}
+
+}  // namespace
+
+QString convert::ToText(const QVariant& value) {
+    if (IsNull(value)) {
+        throw Erro(Erro::InvalidUseOfNull);
+    }
+    return ToTextOrEmpty(value);
+}
+
+QString convert::ToTextOrEmpty(const QVariant& value) {
+    if (value.typeId() != QMetaType::Double) {
+        return value.toString();
+    }
+    return QLocale::c().toString(value.toDouble(), 'g', 15).remove(QLatin1Char(','));
+}
+
+double convert::ToDouble(const QVariant& value) {
+    if (IsNull(value)) {
+        throw Erro(Erro::InvalidUseOfNull);
+    }
+    if (value.typeId() == QMetaType::QString) {
+        return NumberOf(value.toString());
+    }
+    bool ok = false;
+    const double number = value.toDouble(&ok);
+    if (!ok) {
+        throw Erro(Erro::TypeMismatch);
+    }
+    return number;
+}
+
+qint64 convert::ToInt64(const QVariant& value) {
+    if (value.typeId() == QMetaType::LongLong || value.typeId() == QMetaType::Int) {
+        return value.toLongLong();
+    }
+    const double number = std::nearbyint(ToDouble(value));
+    // 2^63 is the first double past the range.
+    if (!(number >= -0x1p63 && number < 0x1p63)) {
+        throw Erro(Erro::Overflow);
+    }
+    return static_cast<qint64>(number);
+}
+
+double convert::Val(QStringView text) {
+    QString digits;
+    bool point = false;
+    for (const QChar c : text) {
+        if (c == u' ' || c == u'\t') {
+            continue;
+        }
+        const bool sign = digits.isEmpty() && (c == u'-' || c == u'+');
+        const bool firstPoint = c == u'.' && !point;
+        if (!sign && !firstPoint && !(c >= u'0' && c <= u'9')) {
+            break;
+        }
+        point = point || firstPoint;
+        digits += c;
+    }
+    return QLocale::c().toDouble(digits);
+}

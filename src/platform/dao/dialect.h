@@ -1,0 +1,65 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+// The one place where a text of the system's SQL dialect becomes what the engine runs: tokenizer,
+// syntax tree, writer. Never text replacement.
+namespace dao::dialect {
+
+struct ColumnInfo {
+    QString name;
+    QString declaredType;  // as in the table's definition
+    bool notNull = false;
+    int primaryKey = 0;    // 1-based place in the key, 0: none
+};
+
+struct TableInfo {
+    QString name;
+    bool isView = false;
+    QList<ColumnInfo> columns;
+    QString definition;        // the CREATE text that the engine keeps
+    QStringList indexes;       // the CREATE INDEX texts
+};
+
+// What the translator may ask of the database: the definition of a table, without regard to case.
+struct Schema {
+    std::function<std::optional<TableInfo>(const QString& name)> table;
+};
+
+struct Translation {
+    enum class Kind { Query, Change, Definition };
+    Kind kind = Kind::Query;
+    // Run in this order, all or nothing. A query has one; its rows are those of the text.
+    QList<QByteArray> statements;
+    // Upper-case names of the tables named, so that a table kept in a companion file is attached.
+    QStringList tables;
+};
+
+// Throws Erro: 3075 syntax, 3129 no statement, 3085 unknown function, 3093 bad pattern, 3000 for
+// what cannot be carried over. Unknown tables and columns are left to the engine.
+Translation Translate(const QString& text, const Schema& schema);
+
+// A condition on a row that lies in memory, for FindFirst.
+class Criterion {
+public:
+    using ColumnReader = std::function<QVariant(int column)>;
+    // `columns` are the result's names; throws 3061 for a name that is none of them, 3075 for syntax.
+    Criterion(const QString& text, const QStringList& columns);
+    ~Criterion();
+    // Null is not met.
+    bool Matches(const ColumnReader& value) const;
+
+private:
+    struct Node;
+    std::unique_ptr<Node> root_;
+};
+
+}  // namespace dao::dialect

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QApplication>
+
+#include <functional>
+
+namespace forms {
+
+// The process's application object. An Erro that no handler trapped ends here: the box is shown,
+// the emergency exit runs (the session closes the catalogue there) and the program ends with
+// status 1. Constructing it also sets the scale: the 800 by 600 picture is enlarged evenly to the
+// primary screen, unless the user has set the toolkit's scale factor.
+class Application : public QApplication {
+    Q_OBJECT
+
+public:
+    Application(int& argc, char** argv);
+
+    // What must be put in order before the program ends on an untrapped error. Errors in it are
+    // ignored.
+    void SetEmergencyExit(std::function<void()> exit) { emergencyExit_ = std::move(exit); }
+
+    bool notify(QObject* receiver, QEvent* event) override;
+
+private:
+    void Fail(const QString& number, const QString& description);
+    std::function<void()> emergencyExit_;
+    bool failing_ = false;
+};
+
+// Lets pending events run (paint, timers, input): the "let events through" of long work.
+void DoEvents();
+
+// The mouse pointer of all screens: 0 default, 11 busy.
+void SetMousePointer(int pointer);
+int MousePointer();
+
+}  // namespace forms

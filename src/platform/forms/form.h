@@ -1,0 +1,83 @@
+#pragma once
+
+#include <QList>
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+
+#include "platform/forms/artwork.h"
+
+namespace forms {
+
+// A screen. A main screen is one fixed picture of 800 by 600 design pixels, frameless and
+// maximised: the picture stands centred on the window and whatever lies around it is plain colour.
+// A dialog has the size that it is given, with the system's caption.
+//
+// Life: constructed; Load() runs once, at the first Show or ShowModal; Activate() each time when
+// it becomes the active one among the program's own screens (first show, return from another
+// screen or from a modal dialog; not from another program or a message box); Unloading() at the
+// unload. A form that is unloaded deletes itself, at once hidden and out of the list of loaded
+// forms, at the next return to the event loop from memory.
+class Form : public QWidget {
+    Q_OBJECT
+
+public:
+    enum class Kind { Screen, Splash, Dialog };
+
+    // `name` is the screen's name as FormularioCarregado compares it, such as "frmPesquisa".
+    // `artwork` is the background's drawing, empty for none.
+    Form(const QString& name, Kind kind, QSize designSize, const QString& artwork);
+    ~Form() override;
+
+    QString Name() const { return objectName(); }
+    QString Tag;  // free text, as every form and many controls have one
+
+    void Show();             // loads it if need be
+    void ShowModal();        // returns after its unload; other screens are disabled meanwhile
+    void SetVisible(bool visible);
+    void Minimize();
+    void Unload();
+    bool IsLoaded() const { return loaded_; }
+
+    // Forms that are loaded, in the order of loading; valid during the call that asked only.
+    static QList<Form*> Loaded();
+    static Form* Find(const QString& name);
+    // The active one among the program's screens, or null.
+    static Form* Active();
+
+    // The parent of every control: the picture, in design pixels from its top left corner.
+    QWidget* Picture() const { return picture_; }
+    const std::shared_ptr<Artwork>& Background() const { return background_; }
+
+Q_SIGNALS:
+    void Click();      // on the free background
+    void MouseMove();  // over the free background
+    void KeyDown(int key);
+
+protected:
+    virtual void Load() {}
+    virtual void Activate() {}
+    virtual void Unloading() {}
+
+    // The whole window's plain colour around the picture.
+    void SetSurround(const QColor& colour);
+
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void EnsureLoaded();
+    void BecomeActive();
+
+    Kind kind_;
+    QSize designSize_;
+    QWidget* picture_ = nullptr;
+    std::shared_ptr<Artwork> background_;
+    QColor surround_;
+    bool loaded_ = false;
+};
+
+}  // namespace forms

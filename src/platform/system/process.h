@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+// Starting and watching programs. Everything about processes stands in process.cpp.
+namespace sys {
+
+using ProcessId = qint64;
+
+inline constexpr int StillActive = 259;
+
+// Starts a command line: the program first, in double quotes if its path has blanks; the rest is
+// handed over in pieces as the platform splits them. The program's path may be a path text of the
+// system. `windowStyle` 1: normal with focus, 0: hidden. Returns the process's identifier. Erro 53
+// when there is no such program, 5 for an empty text.
+ProcessId Start(const QString& commandLine, int windowStyle);
+
+// StillActive while the process of this identifier runs, its exit code afterwards (0 when it was
+// not started by this program). Never waits.
+int ExitCode(ProcessId process);
+
+ProcessId OwnProcessId();
+bool IsRunning(ProcessId process);  // also for a process that somebody else started
+
+// Waits without a busy loop until the process has ended.
+void WaitForEnd(ProcessId process);
+
+// Ends this process at once, after the buffers are flushed: no screen, no unload.
+[[noreturn]] void ExitNow(int code);
+
+// Puts something in place of Start (tests). An empty function restores the real one.
+using StartHandler = std::function<ProcessId(const QString& commandLine, int windowStyle)>;
+void SetStartHandler(StartHandler handler);
+
+}  // namespace sys

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+
+#include <memory>
+
+#include "platform/dao/dao.h"
+
+// Database access on behalf of several screens.
+
+// Opens gCaminho + "Tarvo.mdb" in a new workspace. Errors reach the caller.
+void AbrirBancoDados(std::unique_ptr<dao::Workspace>& workspace, const QString& nomeWorkspace,
+                     std::unique_ptr<dao::Database>& banco, bool somenteLeitura);
+
+// Closes both and clears the references; ignores errors throughout.
+void FecharBancoDados(std::unique_ptr<dao::Workspace>& workspace,
+                      std::unique_ptr<dao::Database>& banco);
+
+// The catalogue's password, thirteen characters, built anew at each call.
+QString SenhaBancoDados();
+
+// Takes or releases the update lock. True: taken or released. False: another computer has it, or
+// it cannot be taken here.
+bool BloquearBancoDados(bool bloquear);
+
+// Both arguments are SQL expressions; an empty one leaves its column as it is.
+void GravarUltimaVerificacao(const QString& dataHora, const QString& flagErro);
+
+// Makes `codigo` the customer or competitor in force (-5: none). An error is shown and passed over.
+void GravarClienteConcorrente(qint32 codigo);
+
+// Whether a result row ("COM", "JRE", "PCA", "VEI", "FPC") leads to any part.
+bool CodigoEmUso(const QString& tipo, qint32 codigo);
+bool PossuiFiguraDetalhada(qint32 codigoPeca);
+bool PossuiListaComponentes(qint32 codigoPeca);

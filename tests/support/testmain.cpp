@@ -1,0 +1,41 @@
+#include "support/testmain.h"
+
+#include <QTest>
+
+#include <memory>
+#include <vector>
+
+#include "platform/forms/application.h"
+
+namespace {
+
+std::vector<QObject* (*)()>& Makers() {
+    static std::vector<QObject* (*)()> makers;
+    return makers;
+}
+
+}  // namespace
+
+bool testing_support::RegisterTest(QObject* (*make)()) {
+    Makers().push_back(make);
+    return true;
+}
+
+int main(int argc, char** argv) {
+    forms::Application application(argc, argv);
+    QStringList arguments = application.arguments();
+    const QString only = arguments.size() > 1 && !arguments.at(1).startsWith(u'-')
+                             ? arguments.takeAt(1)
+                             : QString();
+    int failures = 0;
+    bool any = false;
+    for (auto make : Makers()) {
+        const std::unique_ptr<QObject> test(make());
+        if (!only.isEmpty() && only != QLatin1String(test->metaObject()->className())) {
+            continue;
+        }
+        any = true;
+        failures += QTest::qExec(test.get(), arguments);
+    }
+    return any && failures == 0 ? 0 : 1;
+}
