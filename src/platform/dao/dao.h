@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <memory>
+#include <vector>
 
 // The database operations of the system under their usual names, over SQLCipher. One thread uses
 // them. Every operation throws Erro with a number of platform/dao/errors.h.
@@ -112,6 +113,8 @@ private:
     friend class Database;
     friend class Field;
     Recordset(std::shared_ptr<Connection> connection, const QString& sql, RecordsetType type);
+    void MoveTo(qint64 row);
+    void Announce();
 
     struct Private;
     std::unique_ptr<Private> d_;
@@ -173,8 +176,12 @@ private:
     friend class DBEngine;
     explicit Workspace(QString name);
     QString name_;
+    void Drop();
+    void End(const QByteArray& statement);
+    std::vector<std::shared_ptr<Connection>> Open() const;
     std::vector<std::weak_ptr<Connection>> connections_;
     bool inTransaction_ = false;
+    bool closed_ = false;
 };
 
 class DBEngine {

@@ -32,6 +32,13 @@ enum class Failure : int {
     InOut = 3043,                // the disk or the network failed
     ObjectExists = 3012,
     InvalidOperation = 3219,
+    NoTransaction = 3034,        // commit or rollback without a beginning
+    CannotOpen = 3051,           // the file is there, but may not be read
+    NotAnAction = 3065,          // Execute with a text that returns rows
+    AmbiguousColumn = 3079,
+    BadBookmark = 3159,          // a bookmark of another recordset
+    DuplicateColumn = 3191,
+    ValueCount = 3346,           // number of values and of columns differ
 };
 
 // `detail` names the table, column, file or piece of SQL concerned; empty: no detail.
