@@ -23,9 +23,9 @@ inline constexpr int dbFailOnError = 128;
 inline constexpr int dbSeeChanges = 512;
 
 enum RecordsetType : int {
-    dbOpenDynaset = 2,       // lazily filled, moved and bound to a grid
-    dbOpenSnapshot = 4,      // lazily filled, searched and counted
-    dbOpenForwardOnly = 8,   // read once from top to bottom; only MoveNext moves
+    dbOpenDynaset = 2,      // lazily filled, moved and bound to a grid
+    dbOpenSnapshot = 4,     // lazily filled, searched and counted
+    dbOpenForwardOnly = 8,  // read once from top to bottom; only MoveNext moves
 };
 
 // Identifies a row of one recordset; rows of two recordsets never compare equal.
@@ -99,15 +99,16 @@ public:
     void Close();
 
     // For the bound grid: rows in slices, cells without moving the current row.
-    bool IsComplete() const;                        // whole result read, read lock gone
-    qint64 ReadUpTo(qint64 rows);                   // reads until `rows` rows are there; returns RecordCount
-    bool ReadFor(std::chrono::microseconds budget); // reads for about that long; returns IsComplete()
-    QVariant Cell(qint64 row, int column) const;    // row < RecordCount()
-    QString Text(qint64 row, int column) const;     // Null as the empty text; no QVariant made
+    bool IsComplete() const;       // whole result read, read lock gone
+    qint64 ReadUpTo(qint64 rows);  // reads until `rows` rows are there; returns RecordCount
+    bool ReadFor(
+        std::chrono::microseconds budget);        // reads for about that long; returns IsComplete()
+    QVariant Cell(qint64 row, int column) const;  // row < RecordCount()
+    QString Text(qint64 row, int column) const;   // Null as the empty text; no QVariant made
 
 Q_SIGNALS:
-    void CurrentChanged();                          // the current row is another one, or none
-    void RowsRead(qint64 first, qint64 last);       // after reading; zero-based, inclusive
+    void CurrentChanged();                     // the current row is another one, or none
+    void RowsRead(qint64 first, qint64 last);  // after reading; zero-based, inclusive
 
 private:
     friend class Database;
@@ -190,6 +191,11 @@ public:
 
     std::unique_ptr<Workspace> CreateWorkspace(const QString& name, const QString& user,
                                                const QString& password, int useType);
+
+    // Makes a new file and runs `definition` in it: the engine's own SQL, since the dialect has no
+    // words for collations, views and triggers. All or nothing. Throws 3012 when the file is there
+    // already, 3044 when its folder is not.
+    void CreateDatabase(const QString& path, const QString& connect, const QByteArray& definition);
 
     // Action 8: what other connections committed is seen by the next read of this process.
     void Idle(int action);

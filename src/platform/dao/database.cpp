@@ -1,12 +1,13 @@
-#include <QDir>
-#include <QFileInfo>
-
 #include "platform/dao/dao.h"
 #include "platform/dao/errors.h"
 #include "platform/dao/savepoint.h"
 #include "platform/dao/schema.h"
 #include "platform/dao/sqlite.h"
 #include "platform/system/paths.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 
 namespace dao {
 
@@ -107,8 +108,7 @@ void Database::Execute(const QString& sql, int options) {
         // A computer that is about to commit waits for the reads of this very connection, and the
         // engine then refuses at once instead of letting both wait. With the reads done, the
         // commit comes through and so does this statement.
-        if (erro.Number() != static_cast<int>(Failure::Locked) ||
-            !connection_->HasPendingReads()) {
+        if (erro.Number() != static_cast<int>(Failure::Locked) || !connection_->HasPendingReads()) {
             throw;
         }
         connection_->FinishReads();
@@ -235,6 +235,31 @@ std::unique_ptr<Workspace> DBEngine::CreateWorkspace(const QString& name, const 
         throw Erro(Erro::InvalidArgument);
     }
     return std::unique_ptr<Workspace>(new Workspace(name));
+}
+
+void DBEngine::CreateDatabase(const QString& path, const QString& connect,
+                              const QByteArray& definition) {
+    const QByteArray password = PasswordOf(connect);
+    if (password.isEmpty()) {
+        throw Erro(Erro::InvalidArgument);  // the file would not be enciphered
+    }
+    const QFileInfo file(sys::ToNative(path));
+    if (!file.dir().exists()) {
+        Throw(Failure::PathNotFound, path);
+    }
+    if (file.exists()) {
+        Throw(Failure::ObjectExists, path);
+    }
+    try {
+        Connection connection(file.filePath(), password, Connection::Mode::Create);
+        Savepoint savepoint(connection);
+        connection.Run(definition);
+        savepoint.Release();
+        AttachCompanion(connection);
+    } catch (const Erro&) {
+        QFile::remove(file.filePath());
+        throw;
+    }
 }
 
 void DBEngine::Idle(int action) {

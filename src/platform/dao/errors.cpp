@@ -28,7 +28,8 @@ constexpr Entry Texts[] = {
     {Failure::Damaged, "O catálogo está danificado e não pode ser lido"},
     {Failure::CannotOpen, "Sem permissão para abrir o arquivo do catálogo"},
     {Failure::UnknownColumn, "Campo desconhecido"},
-    {Failure::NotAnAction, "Uma consulta que devolve registros não pode ser executada como comando"},
+    {Failure::NotAnAction,
+     "Uma consulta que devolve registros não pode ser executada como comando"},
     {Failure::SyntaxError, "Erro de sintaxe no comando"},
     {Failure::UnknownTable, "A tabela ou consulta não foi encontrada"},
     {Failure::AmbiguousColumn, "O campo existe em mais de uma das tabelas do comando"},
@@ -51,9 +52,8 @@ constexpr Entry Texts[] = {
 }  // namespace
 
 void Throw(Failure failure, const QString& detail) {
-    const auto* entry = std::find_if(std::begin(Texts), std::end(Texts), [failure](const Entry& e) {
-        return e.failure == failure;
-    });
+    const auto* entry = std::find_if(std::begin(Texts), std::end(Texts),
+                                     [failure](const Entry& e) { return e.failure == failure; });
     QString text = entry == std::end(Texts) ? QStringLiteral("Falha no acesso ao catálogo")
                                             : QString::fromUtf8(entry->text);
     if (!detail.isEmpty()) {

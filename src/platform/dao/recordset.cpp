@@ -1,11 +1,11 @@
-#include <limits>
-
 #include "platform/dao/dao.h"
 #include "platform/dao/dialect.h"
 #include "platform/dao/errors.h"
 #include "platform/dao/rowreader.h"
 #include "platform/dao/rowstore.h"
 #include "platform/dao/schema.h"
+
+#include <limits>
 
 namespace dao {
 

@@ -1,8 +1,8 @@
 #include "platform/dao/rowreader.h"
 
-#include <limits>
-
 #include "platform/dao/errors.h"
+
+#include <limits>
 
 namespace dao {
 

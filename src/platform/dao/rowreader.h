@@ -1,14 +1,15 @@
 #pragma once
 
+#include "platform/dao/dialect.h"
+#include "platform/dao/rowstore.h"
+#include "platform/dao/sqlite.h"
+#include "platform/erro.h"
+
 #include <QStringList>
 
 #include <memory>
 #include <optional>
 #include <vector>
-
-#include "platform/dao/dialect.h"
-#include "platform/dao/rowstore.h"
-#include "platform/dao/sqlite.h"
 
 namespace dao {
 

@@ -1,10 +1,10 @@
 #include "platform/dao/rowstore.h"
 
-#include <algorithm>
-#include <cstring>
-
 #include "platform/convert.h"
 #include "platform/dao/sqlite.h"
+
+#include <algorithm>
+#include <cstring>
 
 namespace dao {
 
@@ -69,7 +69,8 @@ struct RowStore::Cell {
 
 char* RowStore::Reserve(std::size_t bytes) {
     if (bytes > left_) {
-        left_ = std::max(bytes, std::min(FirstBlock << std::min<std::size_t>(blocks_.size(), 8), LargestBlock));
+        left_ = std::max(
+            bytes, std::min(FirstBlock << std::min<std::size_t>(blocks_.size(), 8), LargestBlock));
         blocks_.push_back(std::make_unique_for_overwrite<char[]>(left_));
         free_ = blocks_.back().get();
     }

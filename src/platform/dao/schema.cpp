@@ -1,13 +1,13 @@
 #include "platform/dao/schema.h"
 
+#include "platform/dao/errors.h"
+#include "platform/dao/savepoint.h"
+
 #include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
 #include <array>
-
-#include "platform/dao/errors.h"
-#include "platform/dao/savepoint.h"
 
 namespace dao {
 
@@ -32,15 +32,15 @@ QString CompanionPath(const QString& catalogue) {
 }
 
 bool HasCompanion(Connection& connection) {
-    return connection
-               .Value("SELECT count(*) FROM pragma_database_list WHERE name = 'companion'")
+    return connection.Value("SELECT count(*) FROM pragma_database_list WHERE name = 'companion'")
                .toLongLong() == 1;
 }
 
 bool CompanionIsWhole(Connection& connection) {
     return connection
-               .Value("SELECT count(*) FROM companion.sqlite_schema WHERE name = 'CONTROLETRAN'")
-               .toLongLong() == 1 &&
+                   .Value(
+                       "SELECT count(*) FROM companion.sqlite_schema WHERE name = 'CONTROLETRAN'")
+                   .toLongLong() == 1 &&
            connection.Value("SELECT count(*) FROM companion.CONTROLETRAN").toLongLong() == 1;
 }
 

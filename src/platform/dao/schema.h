@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QString>
-
 #include "platform/dao/dialect.h"
 #include "platform/dao/sqlite.h"
+
+#include <QString>
 
 namespace dao {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QByteArray>
-
 #include "platform/dao/errors.h"
+
+#include <QByteArray>
 
 // The first sixteen bytes of a catalogue file. The engine keeps the salt of its key there and takes
 // any value; a catalogue made here uses one that tells, without the key, what the file is: an

@@ -1,18 +1,17 @@
 #include "platform/dao/sqlite.h"
 
 #define SQLITE_HAS_CODEC
-#include <sqlite3.h>
+#include "platform/dao/errors.h"
+#include "platform/dao/functions.h"
+#include "platform/dao/rowreader.h"
+#include "platform/dao/seal.h"
 
 #include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
 #include <array>
-
-#include "platform/dao/errors.h"
-#include "platform/dao/functions.h"
-#include "platform/dao/rowreader.h"
-#include "platform/dao/seal.h"
+#include <sqlite3.h>
 
 namespace dao {
 
@@ -103,8 +102,8 @@ constexpr MessageEntry Messages[] = {
         }
         const bool constraint = (code & 0xFF) == SQLITE_CONSTRAINT;
         const qsizetype colon = message.indexOf(": ");
-        Throw(entry.failure, constraint && colon >= 0 ? QString::fromUtf8(message.mid(colon + 2))
-                                                      : QString());
+        Throw(entry.failure,
+              constraint && colon >= 0 ? QString::fromUtf8(message.mid(colon + 2)) : QString());
     }
     throw Erro(Erro::InternalError);
 }
@@ -182,8 +181,8 @@ void Statement::Bind(int index, const QVariant& value) {
     if (!value.isValid() || value.isNull()) {
         code = sqlite3_bind_null(handle, index);
     } else if (value.typeId() == QMetaType::QString || value.typeId() == QMetaType::QByteArray) {
-        const QByteArray utf8 = value.typeId() == QMetaType::QString ? value.toString().toUtf8()
-                                                                     : value.toByteArray();
+        const QByteArray utf8 =
+            value.typeId() == QMetaType::QString ? value.toString().toUtf8() : value.toByteArray();
         code = sqlite3_bind_text(handle, index, utf8.constData(), static_cast<int>(utf8.size()),
                                  SQLITE_TRANSIENT);
     } else if (value.typeId() == QMetaType::Double || value.typeId() == QMetaType::Float) {
@@ -243,9 +242,6 @@ void Connection::Closer::operator()(sqlite3* handle) const {
 }
 
 Connection::Connection(const QString& path, const QByteArray& key, Mode mode) : path_(path) {
-    if (mode == Mode::Create && QFileInfo::exists(path)) {
-        Throw(Failure::ObjectExists, path);
-    }
     Open(key, mode);
     // Only now is there a file to find the one true path of.
     path_ = QFileInfo(path).canonicalFilePath();
@@ -282,8 +278,8 @@ void Connection::Open(const QByteArray& key, Mode mode) {
         Run("PRAGMA cipher_salt = \"x'" + seal::Make(key).toHex() + "'\"");
     }
 
-    const int read = sqlite3_exec(raw, "SELECT count(*) FROM sqlite_schema", nullptr, nullptr,
-                                  nullptr);
+    const int read =
+        sqlite3_exec(raw, "SELECT count(*) FROM sqlite_schema", nullptr, nullptr, nullptr);
     if ((read & 0xFF) == SQLITE_NOTADB) {
         handle_.reset();
         const QString file = QFileInfo(path_).canonicalFilePath();

@@ -27,7 +27,7 @@ public:
     Statement(const Statement&) = delete;
     Statement& operator=(const Statement&) = delete;
 
-    bool Step();   // true: a row is there; false: the end. Throws Erro.
+    bool Step();  // true: a row is there; false: the end. Throws Erro.
     void Reset();
     void Bind(int index, const QVariant& value);  // from 1
 
@@ -35,10 +35,10 @@ public:
     QString ColumnName(int column) const;
     QVariant Column(int column) const;
     bool IsNull(int column) const;
-    int Type(int column) const;               // the engine's type code: 1 integer, 2 float, 3 text
+    int Type(int column) const;  // the engine's type code: 1 integer, 2 float, 3 text
     qint64 Int64(int column) const;
     double Double(int column) const;
-    QByteArrayView Utf8(int column) const;    // valid until the next Step
+    QByteArrayView Utf8(int column) const;  // valid until the next Step
 
 private:
     friend class Connection;
@@ -67,12 +67,14 @@ public:
     bool IsOpen() const { return handle_ != nullptr; }
     const QString& Path() const { return path_; }
 
-    void Run(const QByteArray& sql);          // one or several statements without a result
-    QVariant Value(const QByteArray& sql);    // first column of the first row
+    void Run(const QByteArray& sql);        // one or several statements without a result
+    QVariant Value(const QByteArray& sql);  // first column of the first row
     qint64 Changes() const;
     void SetBusyTimeout(std::chrono::milliseconds timeout);
     bool InTransaction() const;
-    sqlite3* Handle() const { return handle_.get(); }  // for the files of platform/dao that register functions
+    sqlite3* Handle() const {
+        return handle_.get();
+    }  // for the files of platform/dao that register functions
 
     // A transaction that the next change begins: until then nothing of it is locked.
     void WantTransaction(bool wanted) { transactionWanted_ = wanted; }

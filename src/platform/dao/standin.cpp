@@ -1,9 +1,9 @@
 // Passes texts through unchanged until the dialect is in place.
-#include <sqlite3.h>
-
 #include "platform/dao/dialect.h"
 #include "platform/dao/errors.h"
 #include "platform/dao/functions.h"
+
+#include <sqlite3.h>
 
 #define STANDIN __attribute__((weak))
 
@@ -46,8 +46,7 @@ struct Criterion::Node {
 
 STANDIN Criterion::Criterion(const QString& text, const QStringList& columns)
     : root_(std::make_unique<Node>()) {
-    root_->column = static_cast<int>(
-        columns.indexOf(text.section(u'=', 0, 0).trimmed(), 0));
+    root_->column = static_cast<int>(columns.indexOf(text.section(u'=', 0, 0).trimmed(), 0));
     if (root_->column < 0) {
         Throw(Failure::UnknownColumn, text);
     }
