@@ -2,7 +2,6 @@
 
 #include "platform/erro.h"
 
-#include <QMap>
 #include <QRegularExpression>
 #include <QStringList>
 #include <QXmlStreamReader>
@@ -88,6 +87,8 @@ public:
         }
         return result;
     }
+
+    const Properties& Variables() const { return variables_; }
 
     QString Substitute(QString value) const {
         static const QRegularExpression use(u"var\\(\\s*(--[\\w-]+)\\s*\\)"_s);
@@ -181,6 +182,10 @@ QByteArray ResolveStyles(const QByteArray& svg, const QString& sheets) {
         Fail(u"linha %1: %2"_s.arg(in.lineNumber()).arg(in.errorString()));
     }
     return result;
+}
+
+QMap<QString, QString> StyleVariables(const QString& sheet) {
+    return StyleSheet(sheet).Variables();
 }
 
 }  // namespace forms

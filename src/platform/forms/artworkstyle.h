@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QMap>
 #include <QString>
 
 namespace forms {
@@ -14,5 +15,8 @@ namespace forms {
 // over the sheets. An element with `display: none` is left out. Throws Erro 481 when the drawing or
 // a sheet can't be read; the description says where.
 QByteArray ResolveStyles(const QByteArray& svg, const QString& sheets);
+
+// What a sheet sets in `:root`, by name with its two hyphens.
+QMap<QString, QString> StyleVariables(const QString& sheet);
 
 }  // namespace forms
