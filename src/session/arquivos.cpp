@@ -20,14 +20,6 @@ QString CaminhoPrograma(bool barraFinal) {
     return ComBarraFinal(sys::ProgramFolder(), barraFinal);
 }
 
-bool ArquivoExiste(const QString& caminho) {
-    return sys::CanRead(caminho);
-}
-
-QString LerArquivo(const QString& caminho) {
-    return sys::ReadText(caminho);
-}
-
 void ExcluirArquivo(const QString& caminho) {
     if (ArquivoExiste(caminho)) {
         sys::Delete(caminho);
