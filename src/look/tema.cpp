@@ -18,6 +18,10 @@ void AplicarTema() {
     tema.rowLine = paleta.linha;
     tema.button = paleta.gaveta;
     tema.scrollHandle = paleta.contorno;
+    tema.primary = paleta.petroleoVivo;
+    tema.primaryText = paleta.gelo;
+    tema.lit = paleta.acento;
+    tema.alert = paleta.alerta;
     tema.tip = paleta.branco;
     tema.textPixels = paleta.corpoTexto;
     forms::SetTheme(tema);

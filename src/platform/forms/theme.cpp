@@ -63,6 +63,12 @@ QScrollBar::handle:vertical { min-height: 24px; }
 QScrollBar::handle:horizontal { min-width: 24px; }
 QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; border: none; }
 QScrollBar::add-page, QScrollBar::sub-page { background: none; }
+QPushButton {
+    background: @base; color: @text; border: 1px solid @primary; border-radius: 3px;
+    padding: 4px 14px; min-height: 16px;
+}
+QPushButton:focus { background: @primary; color: @primaryText; }
+QPushButton:hover, QPushButton:pressed { background: @lit; border-color: @lit; color: @text; }
 QToolTip { background: @tip; color: @text; border: 1px solid @border; padding: 2px 4px; }
 )"_s;
     // Longer names first: one name may begin with another.
@@ -72,12 +78,15 @@ QToolTip { background: @tip; color: @text; border: 1px solid @border; padding: 2
         {u"@scrollHandle"_s, theme.scrollHandle.name()},
         {u"@scrollPixels"_s, QString::number(theme.scrollPixels)},
         {u"@rowPixels"_s, QString::number(theme.rowPixels)},
+        {u"@primaryText"_s, theme.primaryText.name()},
+        {u"@primary"_s, theme.primary.name()},
         {u"@border"_s, theme.border.name()},
         {u"@button"_s, theme.button.name()},
         {u"@window"_s, theme.window.name()},
         {u"@focus"_s, theme.focus.name()},
         {u"@base"_s, theme.base.name()},
         {u"@text"_s, theme.text.name()},
+        {u"@lit"_s, theme.lit.name()},
         {u"@tip"_s, theme.tip.name()},
     };
     for (const auto& [name, value] : values) {
