@@ -67,9 +67,10 @@ std::optional<dialect::TableInfo> ReadTable(Connection& connection, const QByteA
                               columns.Int64(2) != 0, static_cast<int>(columns.Int64(3))});
     }
 
-    Statement indexes(connection, "SELECT sql FROM " + schema +
-                                      ".sqlite_schema WHERE type = 'index' AND tbl_name = ?1"
-                                      " AND sql IS NOT NULL ORDER BY name");
+    Statement indexes(connection,
+                      "SELECT sql FROM " + schema +
+                          ".sqlite_schema WHERE type IN ('index', 'trigger') AND tbl_name = ?1"
+                          " AND sql IS NOT NULL ORDER BY name");
     indexes.Bind(1, table.name);
     while (indexes.Step()) {
         table.indexes.append(indexes.Column(0).toString());

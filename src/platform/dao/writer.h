@@ -78,6 +78,10 @@ private:
     QStringList tables_;
 };
 
+// The function that makes of a value what a column of this type stores, or empty where the engine
+// does so by itself.
+std::string_view StoringFunction(const QString& declaredType);
+
 // Writes any statement; in writer_change.cpp and writer_definition.cpp.
 Translation WriteStatement(const Statement& statement, const Schema& schema);
 void WriteDefinition(const Statement& statement, const Schema& schema, Translation& translation);
