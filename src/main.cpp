@@ -1,6 +1,11 @@
 #include "platform/forms/application.h"
+#include "session/apresentacao.h"
+#include "session/banco.h"
+#include "session/global.h"
 
 int main(int argc, char** argv) {
     forms::Application application(argc, argv);
-    return 0;
+    application.SetEmergencyExit([] { FecharBancoDados(gWS, gDB); });
+    (new frmApresentacao(application.arguments().mid(1).join(u' ')))->Show();
+    return application.exec();
 }
