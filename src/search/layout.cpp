@@ -6,11 +6,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Lugar {
-    const char16_t* nome;
-    QRect retangulo;
-};
-
 // The list's own height, for the combos whose place gives none.
 constexpr int AlturaCombo = 21;
 
@@ -73,47 +68,25 @@ QString Elemento(const QString& nome, int indice) {
 }  // namespace
 
 void frmPesquisa::PosicionarControles() {
-    for (const Lugar& lugar : Lugares) {
-        auto* controle = Picture()->findChild<QWidget*>(QString::fromUtf16(lugar.nome));
-        Q_ASSERT(controle);
-        controle->setGeometry(lugar.retangulo);
-    }
-}
-
-frmPesquisa::Botao frmPesquisa::CriarBotao(const QString& palavra, const QString& nome,
-                                           const QString& nomeSelecionada,
-                                           const QString& descricao, QWidget* pai,
-                                           const std::shared_ptr<forms::Artwork>& desenho) {
-    Botao botao;
-    botao.palavra = palavra;
-    botao.selecionada = new forms::LitPicture(nomeSelecionada, desenho, pai);
-    botao.zona = new forms::ClickZone(nome, descricao, pai);
-    botoes_.append(botao);
-    return botao;
+    Posicionar(Lugares);
 }
 
 // Later children lie over earlier ones: the panels cover the buttons that open them.
 void frmPesquisa::CriarFundo() {
-    struct {
-        const char16_t* palavra;
-        const char16_t* nome;
-        const char16_t* descricao;
-    } const botoes[] = {
-        {u"PESQUISA1", u"imgPesquisa1", u"Pesquisar peças, componentes e jogos de reparo"},
-        {u"PESQUISA2", u"imgPesquisa2", u"Pesquisar por veículo"},
-        {u"PESQUISA3", u"imgPesquisa3", u"Pesquisar por figura"},
-        {u"CONHECATARVO", u"imgConhecaTarvo", u"Conheça a Tarvo"},
-        {u"AJUDA", u"imgAjuda", u"Ajuda"},
-        {u"SAIR", u"imgSair", u"Sair do catálogo"},
-        {u"CONFIGURACOES", u"imgConfiguracoes", u"Configurações"},
-        {u"VERIFICAR", u"pctVerificarAtualizacoes", u"Verificar atualizações"},
+    const Botao botoes[] = {
+        {u"PESQUISA1"_s, u"imgPesquisa1"_s, u"Pesquisar peças, componentes e jogos de reparo"_s},
+        {u"PESQUISA2"_s, u"imgPesquisa2"_s, u"Pesquisar por veículo"_s},
+        {u"PESQUISA3"_s, u"imgPesquisa3"_s, u"Pesquisar por figura"_s},
+        {u"CONHECATARVO"_s, u"imgConhecaTarvo"_s, u"Conheça a Tarvo"_s},
+        {u"AJUDA"_s, u"imgAjuda"_s, u"Ajuda"_s},
+        {u"SAIR"_s, u"imgSair"_s, u"Sair do catálogo"_s},
+        {u"CONFIGURACOES"_s, u"imgConfiguracoes"_s, u"Configurações"_s},
+        {u"VERIFICAR"_s, u"pctVerificarAtualizacoes"_s, u"Verificar atualizações"_s},
     };
-    for (const auto& botao : botoes) {
-        const QString nome = QString::fromUtf16(botao.nome);
-        CriarBotao(QString::fromUtf16(botao.palavra), nome, nome + u"Selecionada",
-                   QString::fromUtf16(botao.descricao), Picture(), Background());
+    for (const Botao& botao : botoes) {
+        CriarBotao(botao, Picture(), Background());
     }
-    imgMinimizar = new forms::ClickZone(u"imgMinimizar"_s, u"Minimizar a janela"_s, Picture());
+    CriarBotaoMinimizar();
     lblEmissao = new forms::Label(u"lblEmissao"_s, Picture());
     pctBarraAtualizacao = new forms::Panel(u"pctBarraAtualizacao"_s, QString(), Picture());
 }

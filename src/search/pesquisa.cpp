@@ -1,7 +1,5 @@
 #include "search/pesquisa.h"
 
-#include <utility>
-
 #include "platform/convert.h"
 #include "platform/erro.h"
 #include "platform/forms/application.h"
@@ -29,7 +27,7 @@ void SairPeloLancador() {
 
 }  // namespace
 
-frmPesquisa::frmPesquisa() : Form(u"frmPesquisa"_s, Kind::Screen, QSize(800, 600), u"pesquisa"_s) {
+frmPesquisa::frmPesquisa() : Tela(u"frmPesquisa"_s, Kind::Screen, QSize(800, 600), u"pesquisa"_s) {
     setWindowTitle(TituloCatalogo);
     CriarFundo();
     CriarPainelPecas();
@@ -38,12 +36,11 @@ frmPesquisa::frmPesquisa() : Form(u"frmPesquisa"_s, Kind::Screen, QSize(800, 600
     for (forms::Panel* painel : pctTelaPesquisa) {
         painel->hide();
     }
-    for (int i = 0; i < int(pctTelaPesquisa.size()); ++i) {
+    for (size_t i = 0; i < pctTelaPesquisa.size(); ++i) {
         const QString indice = QString::number(i);
-        forms::Panel* painel = pctTelaPesquisa[size_t(i)];
-        CriarBotao(u"RESULTADOPESQUISA"_s + indice, u"pctResultadoPesquisaFundo("_s + indice + u')',
-                   u"pctResultadoPesquisaSelecionada("_s + indice + u')', u"Abrir a linha escolhida"_s,
-                   painel, painel->Drawing());
+        CriarBotao({u"RESULTADOPESQUISA"_s + indice, u"pctResultadoPesquisaFundo("_s + indice + u')',
+                    u"Abrir a linha escolhida"_s},
+                   pctTelaPesquisa[i], pctTelaPesquisa[i]->Drawing());
     }
     OrdenarTabulacao();
     LigarEventos();
@@ -95,30 +92,15 @@ void frmPesquisa::Unloading() {
     forms::SetMousePointer(forms::Normal);
 }
 
-QWidget* frmPesquisa::ImagemSelecionada(const QString& palavra) const {
-    for (const Botao& botao : botoes_) {
-        if (botao.palavra == palavra) {
-            return botao.selecionada;
-        }
-    }
-    return nullptr;
-}
-
 void frmPesquisa::LigarEventos() {
     connect(this, &Form::Click, this, &frmPesquisa::EsconderPaineis);
     connect(pctBarraAtualizacao, &forms::Panel::Click, this, &frmPesquisa::EsconderPaineis);
 
-    const std::pair<QString, std::function<void()>> cliques[] = {
-        {u"imgPesquisa1"_s, [this] { MostrarPainel(0, txtNumeroTarvo); }},
-        {u"imgPesquisa2"_s, [this] { MostrarPainel(1, txtVeiculo); }},
-        {u"imgPesquisa3"_s, [this] { MostrarPainel(2, pctPesquisaFiguras); }},
-        {u"imgAjuda"_s, [this] { AbrirAjuda(); }},
-        {u"imgSair"_s, [this] { Unload(); }},
-        {u"imgMinimizar"_s, [this] { Minimize(); }},
-    };
-    for (const auto& [nome, acao] : cliques) {
-        connect(Picture()->findChild<forms::ClickZone*>(nome), &forms::ClickZone::Click, this, acao);
-    }
+    AoClicar(u"imgPesquisa1"_s, [this] { MostrarPainel(0, txtNumeroTarvo); });
+    AoClicar(u"imgPesquisa2"_s, [this] { MostrarPainel(1, txtVeiculo); });
+    AoClicar(u"imgPesquisa3"_s, [this] { MostrarPainel(2, pctPesquisaFiguras); });
+    AoClicar(u"imgAjuda"_s, [this] { AbrirAjuda(); });
+    AoClicar(u"imgSair"_s, [this] { Unload(); });
 
     QWidget* const focos[] = {txtNumeroTarvo, txtVeiculo, pctPesquisaFiguras};
     for (size_t i = 0; i < pctTelaPesquisa.size(); ++i) {
@@ -138,18 +120,13 @@ void frmPesquisa::LigarEventos() {
 }
 
 void frmPesquisa::LigarLuz() {
-    for (const Botao& botao : botoes_) {
-        connect(botao.zona, &forms::ClickZone::MouseMove, this,
-                [this, palavra = botao.palavra] { MostrarSelecionada(palavra); });
-    }
-    const auto apagar = [this] { MostrarSelecionada(u"FORM"_s); };
-    connect(this, &Form::MouseMove, this, apagar);
+    ApagarSobre<Form>(this);
     for (forms::Panel* painel : pctTelaPesquisa) {
-        connect(painel, &forms::Panel::MouseMove, this, apagar);
+        ApagarSobre(painel);
     }
-    connect(pctBarraAtualizacao, &forms::Panel::MouseMove, this, apagar);
-    connect(grdPesquisa1, &forms::BoundGrid::MouseMove, this, apagar);
-    connect(grdPesquisa2, &forms::BoundGrid::MouseMove, this, apagar);
+    ApagarSobre(pctBarraAtualizacao);
+    ApagarSobre(grdPesquisa1);
+    ApagarSobre(grdPesquisa2);
 }
 
 // The other two go first, so that the panel never stands beside one that is about to leave.

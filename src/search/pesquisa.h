@@ -1,20 +1,17 @@
 #pragma once
 
-#include <QRect>
-
 #include <array>
 
-#include "look/imagens.h"
+#include "look/tela.h"
 #include "platform/forms/boundgrid.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/datasource.h"
-#include "platform/forms/form.h"
 
 // The home screen, the only one that lives from start to exit: three panels (parts, vehicles,
 // pictures) opened by three painted buttons. Its sources: pesquisa.cpp (life, events), layout.cpp
 // (controls and their places), selecao.cpp (combo lists), pesquisa_pecas.cpp and
 // pesquisa_veiculos.cpp (the searches).
-class frmPesquisa final : public forms::Form, public ImagensSelecionadas {
+class frmPesquisa final : public Tela {
     Q_OBJECT
 
 public:
@@ -38,23 +35,12 @@ protected:
     void Load() override;
     void Activate() override;
     void Unloading() override;
-    QWidget* ImagemSelecionada(const QString& palavra) const override;
 
 private:
-    // A button: the click zone, its lit picture and its hover word.
-    struct Botao {
-        QString palavra;
-        forms::ClickZone* zona;
-        forms::LitPicture* selecionada;
-    };
-
     void CriarFundo();
     void CriarPainelPecas();
     void CriarPainelVeiculos();
     void CriarPainelFiguras();
-    Botao CriarBotao(const QString& palavra, const QString& nome, const QString& nomeSelecionada,
-                     const QString& descricao, QWidget* pai,
-                     const std::shared_ptr<forms::Artwork>& desenho);
     void PosicionarControles();
     void OrdenarTabulacao();
     void LigarEventos();
@@ -93,8 +79,6 @@ private:
     std::array<forms::Label*, 4> lblDescricaoFigura{};
     forms::Panel* imgFiguraSelecionada = nullptr;
 
-    QList<Botao> botoes_;
-    forms::ClickZone* imgMinimizar = nullptr;
     forms::Label* lblEmissao = nullptr;
     forms::Panel* pctBarraAtualizacao = nullptr;
 
