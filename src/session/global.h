@@ -11,6 +11,8 @@ class frmPesquisa;
 // State of the session that all screens share; each has one meaning for the whole run.
 
 inline const QString TituloCatalogo = QStringLiteral("Catálogo TARVO-LINDEN");
+// The word on the command line by which the launcher starts the catalogue.
+inline const QString PalavraDeInicio = QStringLiteral("INICIOPAINELVERDE");
 
 // Open from the splash's load to the exit.
 extern std::unique_ptr<dao::Workspace> gWS;

@@ -1,0 +1,24 @@
+#include "platform/forms/application.h"
+#include "platform/forms/msgbox.h"
+#include "platform/system/paths.h"
+#include "session/global.h"
+#include "session/modulo.h"
+
+using namespace Qt::StringLiterals;
+
+bool ArquivoExiste(const QString& caminho) {
+    return sys::CanRead(caminho);
+}
+
+QString LerArquivo(const QString& caminho) {
+    return sys::ReadText(caminho);
+}
+
+void MostrarErro(const QString& numero, const QString& descricao) {
+    forms::SetMousePointer(0);
+    forms::MsgBox(u"Erro nº: %1\n%2"_s.arg(numero, descricao), forms::vbCritical, TituloCatalogo);
+}
+
+void MostrarErro(int numero, const QString& descricao) {
+    MostrarErro(QString::number(numero), descricao);
+}
