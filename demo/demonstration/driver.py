@@ -188,6 +188,11 @@ class Catalogue:
                 return node
         return None
 
+    def box(self):
+        """The text of the message box that stands open."""
+        window = self.window("dialog")
+        return window and window.name
+
     def find(self, role=None, name=None):
         for window in self.windows():
             node = window.find(role, name)

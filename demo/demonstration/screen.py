@@ -35,11 +35,16 @@ class Screen:
             QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
             LC_ALL="C.UTF-8",
         )
+        # Programs that the launcher starts have nobody to watch their exit code.
+        for name in ("ASAN_OPTIONS", "UBSAN_OPTIONS"):
+            options = [os.environ.get(name), f"log_path={self._home}/sanitizer"]
+            os.environ[name] = ":".join(filter(None, options))
         os.environ.pop("WAYLAND_DISPLAY", None)
         os.environ.pop("QT_SCALE_FACTOR", None)
         return self
 
-    def __exit__(self, *_):
+    def __exit__(self, kind, *_):
+        reports = self._sanitizer_reports()
         for process in reversed(self._started):
             process.send_signal(signal.SIGTERM)
             try:
@@ -50,6 +55,16 @@ class Screen:
         os.environ.clear()
         os.environ.update(self._before)
         shutil.rmtree(self._home, ignore_errors=True)
+        if reports and kind is None:
+            raise RuntimeError(reports)
+
+    def _sanitizer_reports(self):
+        reports = []
+        for entry in os.scandir(self._home):
+            if entry.name.startswith("sanitizer"):
+                with open(entry.path, errors="replace") as report:
+                    reports.append(report.read())
+        return "\n".join(reports)
 
     def design_to_screen(self, x, y):
         """Place on the display of a point of the 800 by 600 picture."""

@@ -4,8 +4,6 @@
 #include "session/global.h"
 #include "session/modulo.h"
 
-using namespace Qt::StringLiterals;
-
 bool ArquivoExiste(const QString& caminho) {
     return sys::CanRead(caminho);
 }
@@ -16,7 +14,7 @@ QString LerArquivo(const QString& caminho) {
 
 void MostrarErro(const QString& numero, const QString& descricao) {
     forms::SetMousePointer(0);
-    forms::MsgBox(u"Erro nº: %1\n%2"_s.arg(numero, descricao), forms::vbCritical, TituloCatalogo);
+    forms::MsgBox(forms::ErrorText(numero, descricao), forms::vbCritical, TituloCatalogo);
 }
 
 void MostrarErro(int numero, const QString& descricao) {
