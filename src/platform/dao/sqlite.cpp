@@ -73,7 +73,23 @@ constexpr MessageEntry Messages[] = {
     {"incomplete input", "", Failure::SyntaxError},
 };
 
+// An error of one of the dialect's functions, as functions.cpp sends it through the engine: "erro
+// ", the number, ": " and the description.
+void RaiseOwn(const QByteArray& message) {
+    constexpr QByteArrayView Mark = "erro ";
+    const qsizetype colon = message.indexOf(": ");
+    if (!message.startsWith(Mark) || colon < 0) {
+        return;
+    }
+    bool ok = false;
+    const int number = message.mid(Mark.size(), colon - Mark.size()).toInt(&ok);
+    if (ok) {
+        throw Erro(number, QString::fromUtf8(message.mid(colon + 2)));
+    }
+}
+
 [[noreturn]] void RaiseSql(const QByteArray& message) {
+    RaiseOwn(message);
     for (const MessageEntry& entry : Messages) {
         const QByteArrayView begins(entry.begins);
         const QByteArrayView ends(entry.ends);
