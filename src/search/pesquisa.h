@@ -1,11 +1,11 @@
 #pragma once
 
-#include <array>
-
 #include "look/tela.h"
 #include "platform/forms/boundgrid.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/datasource.h"
+
+#include <array>
 
 // The home screen, the only one that lives from start to exit: three panels (parts, vehicles,
 // pictures) opened by three painted buttons. Its sources: pesquisa.cpp (life, events), layout.cpp
