@@ -1,12 +1,12 @@
 // Another computer that shares the catalogue: a process that does what it is told, line by line,
 // and answers each line with one. Started with the data folder.
-#include <QCoreApplication>
-#include <QFile>
-#include <QTextStream>
-
 #include "platform/erro.h"
 #include "session/banco.h"
 #include "session/global.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QTextStream>
 
 namespace {
 

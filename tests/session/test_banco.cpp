@@ -1,9 +1,3 @@
-#include <QFile>
-#include <QProcess>
-#include <QStandardPaths>
-#include <QTemporaryDir>
-#include <QTest>
-
 #include "platform/dao/sqlite.h"
 #include "platform/erro.h"
 #include "session/banco.h"
@@ -12,6 +6,12 @@
 #include "support/database.h"
 #include "support/testmain.h"
 #include "support/windows.h"
+
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
 
 using testing_support::ErrorOf;
 
@@ -64,8 +64,8 @@ QVariant Value(const QString& sql) {
 const QString Vehicles = QStringLiteral("SELECT Count(*) FROM VEICULO");
 const QString Spread = QStringLiteral(
     "SELECT Max(CodigoClienteConcorrente) - Min(CodigoClienteConcorrente) FROM VEICULO");
-const QString Advance = QStringLiteral(
-    "UPDATE VEICULO SET CodigoClienteConcorrente = CodigoClienteConcorrente + 1");
+const QString Advance =
+    QStringLiteral("UPDATE VEICULO SET CodigoClienteConcorrente = CodigoClienteConcorrente + 1");
 
 }  // namespace
 
@@ -76,8 +76,7 @@ private:
     QTemporaryDir folder_;
 
 private Q_SLOTS:
-    void init() {
-        folder_ = QTemporaryDir();
+    void initTestCase() {
         gCaminho = folder_.path() + u'\\';
         CriarCatalogo(gCaminho + QLatin1String("Tarvo.mdb"), SenhaBancoDados());
         AbrirBancoDados(gWS, QStringLiteral("gWS"), gDB, false);
@@ -91,7 +90,7 @@ private Q_SLOTS:
             "INSERT INTO VEICULO_PECA VALUES (5, 1);");
     }
 
-    void cleanup() { FecharBancoDados(gWS, gDB); }
+    void cleanupTestCase() { FecharBancoDados(gWS, gDB); }
 
     void TellsWhatIsInUse_data() {
         QTest::addColumn<QString>("tipo");
@@ -141,6 +140,7 @@ private Q_SLOTS:
         gCaminho = QStringLiteral("\\nada\\");
         GravarUltimaVerificacao(QString(), QString());  // opens nothing
         QCOMPARE(ErrorOf([] { GravarUltimaVerificacao(QString(), QStringLiteral("1")); }), 3044);
+        gCaminho = folder_.path() + u'\\';
     }
 
     void GoesOnWhenTheSelectionCannotBeWritten() {
@@ -149,10 +149,12 @@ private Q_SLOTS:
             Value(QStringLiteral("SELECT CodigoClienteConcorrente FROM CODIGOCLIENTECONCORRENTE")),
             17);
         testing_support::BoxAnswers boxes;
-        gDB->Close();
+        FecharBancoDados(gWS, gDB);
+        AbrirBancoDados(gWS, QStringLiteral("gWS"), gDB, true);
         GravarClienteConcorrente(18);
+        AbrirBancoDados(gWS, QStringLiteral("gWS"), gDB, false);
         QCOMPARE(boxes.Boxes().size(), 1);
-        QVERIFY(boxes.Boxes().first().text.startsWith(QLatin1String("Erro nº: 3420\n")));
+        QVERIFY(boxes.Boxes().first().text.startsWith(QStringLiteral("Erro nº: 3027\n")));
     }
 
     void LocksOutOneComputerAtATime() {
@@ -181,6 +183,9 @@ private Q_SLOTS:
 
     void ReadsAndWritesOnTwoComputersAtOnce() {
         constexpr int Times = 30;
+        const QString count =
+            QStringLiteral("SELECT CodigoClienteConcorrente FROM VEICULO WHERE CodigoVeiculo = 9");
+        const int before = Value(count).toInt();
         Peer peer(folder_.path());
         for (int i = 0; i < Times; ++i) {
             peer.Tell(QLatin1String("run ") + Advance);
@@ -192,10 +197,7 @@ private Q_SLOTS:
         for (int i = 0; i < Times; ++i) {
             QCOMPARE(peer.Answer(), QStringLiteral("0"));
         }
-        QCOMPARE(
-            Value(QStringLiteral("SELECT CodigoClienteConcorrente FROM VEICULO WHERE CodigoVeiculo "
-                                 "= 2000")),
-            2 * Times);
+        QCOMPARE(Value(count).toInt(), before + 2 * Times);
     }
 
     void StaysSoundWhenAWriterDies() {
