@@ -20,9 +20,11 @@ CatalogoDeTeste::~CatalogoDeTeste() {
 }
 
 void CatalogoDeTeste::Executar(const QStringList& comandos) {
+    gWS->BeginTrans();  // one flush to the disk instead of one for each row
     for (const QString& comando : comandos) {
         gDB->Execute(comando, dao::dbFailOnError);
     }
+    gWS->CommitTrans();
 }
 
 QStringList LinhasDePesquisa() {
