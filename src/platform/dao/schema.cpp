@@ -1,6 +1,7 @@
 #include "platform/dao/schema.h"
 
 #include "platform/dao/errors.h"
+#include "platform/dao/plan.h"
 #include "platform/dao/savepoint.h"
 
 #include <QFile>
@@ -109,7 +110,10 @@ dialect::Translation Prepare(Connection& connection, const QString& sql) {
         }
         return table;
     };
-    dialect::Translation translation = dialect::Translate(sql, schema);
+    const auto count = [&connection](const QByteArray& query) {
+        return connection.Value(query).toLongLong();
+    };
+    dialect::Translation translation = dialect::PlanQuery(sql, schema, count);
     const bool apart = std::any_of(
         CompanionTables.begin(), CompanionTables.end(), [&translation](const char* name) {
             return translation.tables.contains(QLatin1String(name), Qt::CaseInsensitive);

@@ -51,6 +51,11 @@ public:
     // As a condition. `met`: only whether it is met matters, Null being the same as false.
     void Condition(const Expr& expr, bool met);
 
+    // For a plan, of a term column LIKE 'text' or column = value: what an index can serve of it,
+    // and what decides. For LIKE the former is only needed, the latter alone is no use to an index.
+    void Range(const Expr& term);
+    void Test(const Expr& term);
+
 private:
     void Operand(const Expr& expr);
     void ConditionOperand(const Expr& expr, bool met);

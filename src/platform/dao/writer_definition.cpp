@@ -340,6 +340,9 @@ void DefinitionWriter::Write(const AlterTable& alter) {
 
 void DefinitionWriter::Write(const CreateIndex& create) {
     Note(create.table);
+    if (!EngineIndexName(InfoOf(create.table), ToQString(create.index)).isEmpty()) {
+        Throw(Failure::ObjectExists, ToQString(create.index));
+    }
     if (create.option == CreateIndex::Option::Primary ||
         create.option == CreateIndex::Option::DisallowNull) {
         const TableInfo info = InfoOf(create.table);
