@@ -10,7 +10,8 @@
 namespace forms {
 namespace {
 
-constexpr int Margin = 3;
+// The text stands right below that of a box over the column.
+constexpr int Margin = 5;
 
 QString TextOf(const QModelIndex& index) {
     return index.data().toString().replace(u'\n', u' ');
