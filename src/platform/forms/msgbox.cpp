@@ -34,6 +34,7 @@ MsgBoxHandler& Handler() {
 
 struct Sign {
     int flag;
+    QColor ground;
     QColor colour;
     QStringView text;
 };
@@ -45,9 +46,9 @@ QPixmap Paint(const Sign& sign, qreal ratio) {
     QPainter painter(&pixmap);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(sign.colour);
+    painter.setBrush(sign.ground);
     painter.drawEllipse(QRectF(1, 1, IconPixels - 2, IconPixels - 2));
-    painter.setPen(Qt::white);
+    painter.setPen(sign.colour);
     painter.setFont(Font(IconPixels * 6 / 10, true));
     painter.drawText(QRect(0, 0, IconPixels, IconPixels), Qt::AlignCenter, sign.text.toString());
     return pixmap;
@@ -55,10 +56,11 @@ QPixmap Paint(const Sign& sign, qreal ratio) {
 
 // Null for a box without a sign.
 QPixmap IconOf(int flags, qreal ratio) {
-    const Sign signs[] = {{vbCritical, QColor(0xc6, 0x28, 0x28), u"×"},
-                          {vbQuestion, CurrentTheme().selection, u"?"},
-                          {vbExclamation, QColor(0xc7, 0x7a, 0x00), u"!"},
-                          {vbInformation, CurrentTheme().selection, u"i"}};
+    const Theme& theme = CurrentTheme();
+    const Sign signs[] = {{vbCritical, theme.alert, theme.primaryText, u"×"},
+                          {vbQuestion, theme.primary, theme.primaryText, u"?"},
+                          {vbExclamation, theme.lit, theme.text, u"!"},
+                          {vbInformation, theme.primary, theme.primaryText, u"i"}};
     for (const Sign& sign : signs) {
         if ((flags & 0x70) == sign.flag) {
             return Paint(sign, ratio);
