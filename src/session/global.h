@@ -12,6 +12,9 @@ class frmPesquisa;
 
 inline const QString TituloCatalogo = QStringLiteral("Catálogo TARVO-LINDEN");
 
+// The customer code that stands for none.
+inline constexpr qint32 SemCliente = -5;
+
 // Open from the splash's load to the exit.
 extern std::unique_ptr<dao::Workspace> gWS;
 extern std::unique_ptr<dao::Database> gDB;
