@@ -6,6 +6,6 @@
 int main(int argc, char** argv) {
     forms::Application application(argc, argv);
     application.SetEmergencyExit([] { FecharBancoDados(gWS, gDB); });
-    (new frmApresentacao(application.arguments().mid(1).join(u' ')))->Show();
-    return application.exec();
+    return application.Run(
+        [&] { (new frmApresentacao(application.arguments().mid(1).join(u' ')))->Show(); });
 }

@@ -130,7 +130,11 @@ void frmPesquisa::CriarPainelFiguras() {
     pctPesquisaFiguras = new forms::Panel(u"pctPesquisaFiguras"_s, QString(), painel);
     pctPesquisaFiguras->setAccessibleName(u"Figuras do catálogo"_s);
     pctPesquisaFiguras->setFocusPolicy(Qt::StrongFocus);
-    sclPesquisaFiguras = new forms::ScrollBar(u"sclPesquisaFiguras"_s, u"Rolar as figuras"_s, painel);
+    sclPesquisaFiguras = new forms::ScrollBar(u"sclPesquisaFiguras"_s, Qt::Horizontal, painel);
+    sclPesquisaFiguras->setAccessibleName(u"Rolar as figuras"_s);
+    sclPesquisaFiguras->SetMin(1);
+    sclPesquisaFiguras->SetMax(1);
+    sclPesquisaFiguras->SetLargeChange(3);
 
     imgFiguraSelecionada =
         new forms::Panel(u"imgFiguraSelecionada"_s, u"moldura"_s, pctPesquisaFiguras);
@@ -138,11 +142,12 @@ void frmPesquisa::CriarPainelFiguras() {
     imgFiguraSelecionada->hide();
     for (int i = 0; i < int(imgFigura.size()); ++i) {
         const size_t n = size_t(i);
-        imgFigura[n] = new forms::Picture(Elemento(u"imgFigura"_s, i), pctPesquisaFiguras);
+        imgFigura[n] = new forms::Picture(Elemento(u"imgFigura"_s, i),
+                                          u"Figura %1"_s.arg(i + 1), pctPesquisaFiguras);
         lblDescricaoFigura[n] =
             new forms::Label(Elemento(u"lblDescricaoFigura"_s, i), pctPesquisaFiguras);
-        lblDescricaoFigura[n]->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
-        lblDescricaoFigura[n]->setWordWrap(true);
+        lblDescricaoFigura[n]->SetAlignment(Qt::AlignHCenter | Qt::AlignTop);
+        lblDescricaoFigura[n]->SetWordWrap(true);
     }
 }
 

@@ -82,17 +82,17 @@ void frmPesquisa::Unloading() {
     if (Tag == Recarregando) {
         return;
     }
-    forms::SetMousePointer(forms::Busy);
+    forms::SetMousePointer(forms::vbHourglass);
     dtcPesquisa1->Close();
     dtcPesquisa2->Close();
     FecharBancoDados(gWS, gDB);
-    forms::SetMousePointer(forms::Normal);
+    forms::SetMousePointer(forms::vbDefault);
     if (ReiniciarPrograma) {
         SairPeloLancador();
     }
-    forms::SetMousePointer(forms::Busy);
+    forms::SetMousePointer(forms::vbHourglass);
     (new frmCreditos)->Show();
-    forms::SetMousePointer(forms::Normal);
+    forms::SetMousePointer(forms::vbDefault);
 }
 
 void frmPesquisa::LigarEventos() {
@@ -158,7 +158,7 @@ void frmPesquisa::EsconderPaineis() {
 }
 
 void frmPesquisa::AbrirAjuda() {
-    forms::SetMousePointer(forms::Busy);
+    forms::SetMousePointer(forms::vbHourglass);
     try {
         forms::HelpWindow::Open(gCaminho + u"Ajuda_Catalogo_TARVO-LINDEN.hlp"_s,
                                 u"Ajuda do Catálogo TARVO-LINDEN"_s);
@@ -166,7 +166,7 @@ void frmPesquisa::AbrirAjuda() {
         MostrarErro(erro.Number(), erro.Description());
         return;
     }
-    forms::SetMousePointer(forms::Normal);
+    forms::SetMousePointer(forms::vbDefault);
 }
 
 void frmPesquisa::CarregarDadosVerificacao(bool sAtualizarUltimaDataVerificacao) {

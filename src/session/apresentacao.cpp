@@ -53,10 +53,10 @@ void frmApresentacao::Load() {
 }
 
 void frmApresentacao::IniciarCatalogo() {
-    forms::SetMousePointer(forms::Busy);
+    forms::SetMousePointer(forms::vbHourglass);
     DesligarRelogio();
     gFrmPesquisa = new frmPesquisa;
     gFrmPesquisa->Show();
     Unload();
-    forms::SetMousePointer(forms::Normal);
+    forms::SetMousePointer(forms::vbDefault);
 }

@@ -11,6 +11,8 @@ class frmPesquisa;
 // State of the session that all screens share; each has one meaning for the whole run.
 
 inline const QString TituloCatalogo = QStringLiteral("Catálogo TARVO-LINDEN");
+// The word on the command line by which the launcher starts the catalogue.
+inline const QString PalavraDeInicio = QStringLiteral("INICIOPAINELVERDE");
 
 // The customer code that stands for none.
 inline constexpr qint32 SemCliente = -5;

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 // The forms are marked before the new search screen comes and unloaded after it stands, so that the
 // program is never without a window.
 void RecarregarFormularios(const QString& mensagem) {
-    forms::SetMousePointer(forms::Busy);
+    forms::SetMousePointer(forms::vbHourglass);
     forms::DoEvents();
     for (forms::Form* formulario : forms::Form::Loaded()) {
         formulario->Tag = frmPesquisa::Recarregando;
@@ -25,7 +25,7 @@ void RecarregarFormularios(const QString& mensagem) {
         }
     }
     forms::DoEvents();
-    forms::SetMousePointer(forms::Normal);
+    forms::SetMousePointer(forms::vbDefault);
 
     if (!mensagem.isEmpty()) {
         forms::MsgBox(mensagem, forms::vbInformation, TituloCatalogo);

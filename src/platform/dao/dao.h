@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <memory>
+#include <vector>
 
 // The database operations of the system under their usual names, over SQLCipher. One thread uses
 // them. Every operation throws Erro with a number of platform/dao/errors.h.
@@ -22,9 +23,9 @@ inline constexpr int dbFailOnError = 128;
 inline constexpr int dbSeeChanges = 512;
 
 enum RecordsetType : int {
-    dbOpenDynaset = 2,       // lazily filled, moved and bound to a grid
-    dbOpenSnapshot = 4,      // lazily filled, searched and counted
-    dbOpenForwardOnly = 8,   // read once from top to bottom; only MoveNext moves
+    dbOpenDynaset = 2,      // lazily filled, moved and bound to a grid
+    dbOpenSnapshot = 4,     // lazily filled, searched and counted
+    dbOpenForwardOnly = 8,  // read once from top to bottom; only MoveNext moves
 };
 
 // Identifies a row of one recordset; rows of two recordsets never compare equal.
@@ -98,20 +99,23 @@ public:
     void Close();
 
     // For the bound grid: rows in slices, cells without moving the current row.
-    bool IsComplete() const;                        // whole result read, read lock gone
-    qint64 ReadUpTo(qint64 rows);                   // reads until `rows` rows are there; returns RecordCount
-    bool ReadFor(std::chrono::microseconds budget); // reads for about that long; returns IsComplete()
-    QVariant Cell(qint64 row, int column) const;    // row < RecordCount()
-    QString Text(qint64 row, int column) const;     // Null as the empty text; no QVariant made
+    bool IsComplete() const;       // whole result read, read lock gone
+    qint64 ReadUpTo(qint64 rows);  // reads until `rows` rows are there; returns RecordCount
+    bool ReadFor(
+        std::chrono::microseconds budget);        // reads for about that long; returns IsComplete()
+    QVariant Cell(qint64 row, int column) const;  // row < RecordCount()
+    QString Text(qint64 row, int column) const;   // Null as the empty text; no QVariant made
 
 Q_SIGNALS:
-    void CurrentChanged();                          // the current row is another one, or none
-    void RowsRead(qint64 first, qint64 last);       // after reading; zero-based, inclusive
+    void CurrentChanged();                     // the current row is another one, or none
+    void RowsRead(qint64 first, qint64 last);  // after reading; zero-based, inclusive
 
 private:
     friend class Database;
     friend class Field;
     Recordset(std::shared_ptr<Connection> connection, const QString& sql, RecordsetType type);
+    void MoveTo(qint64 row);
+    void Announce();
 
     struct Private;
     std::unique_ptr<Private> d_;
@@ -173,8 +177,12 @@ private:
     friend class DBEngine;
     explicit Workspace(QString name);
     QString name_;
+    void Drop();
+    void End(const QByteArray& statement);
+    std::vector<std::shared_ptr<Connection>> Open() const;
     std::vector<std::weak_ptr<Connection>> connections_;
     bool inTransaction_ = false;
+    bool closed_ = false;
 };
 
 class DBEngine {
@@ -183,6 +191,11 @@ public:
 
     std::unique_ptr<Workspace> CreateWorkspace(const QString& name, const QString& user,
                                                const QString& password, int useType);
+
+    // Makes a new file and runs `definition` in it: the engine's own SQL, since the dialect has no
+    // words for collations, views and triggers. All or nothing. Throws 3012 when the file is there
+    // already, 3044 when its folder is not.
+    void CreateDatabase(const QString& path, const QString& connect, const QByteArray& definition);
 
     // Action 8: what other connections committed is seen by the next read of this process.
     void Idle(int action);

@@ -37,8 +37,12 @@ struct Schema {
 struct Translation {
     enum class Kind { Query, Change, Definition };
     Kind kind = Kind::Query;
-    // Run in this order, all or nothing. A query has one; its rows are those of the text.
+    // Run in this order, all or nothing. The rows of a query are those of its statements, one
+    // statement after the other; names and number of columns are those of the first.
     QList<QByteArray> statements;
+    // The last column of a query's statements is no part of the result: where it is 0 or Null, the
+    // row is none, and only lets the reader look at the clock on a long way to the next one.
+    bool flagColumn = false;
     // Upper-case names of the tables named, so that a table kept in a companion file is attached.
     QStringList tables;
 };

@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <memory>
+#include <vector>
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -15,8 +16,10 @@ struct sqlite3_stmt;
 namespace dao {
 
 class Connection;
+class RowReader;
 
-// A prepared statement; owns its handle before the return code is tested.
+// A prepared statement; owns its handle before the return code is tested. Once its connection has
+// been closed, every use throws 3420.
 class Statement {
 public:
     Statement(Connection& connection, const QByteArray& sql);
@@ -24,7 +27,7 @@ public:
     Statement(const Statement&) = delete;
     Statement& operator=(const Statement&) = delete;
 
-    bool Step();   // true: a row is there; false: the end. Throws Erro.
+    bool Step();  // true: a row is there; false: the end. Throws Erro.
     void Reset();
     void Bind(int index, const QVariant& value);  // from 1
 
@@ -32,12 +35,15 @@ public:
     QString ColumnName(int column) const;
     QVariant Column(int column) const;
     bool IsNull(int column) const;
-    int Type(int column) const;               // the engine's type code: 1 integer, 2 float, 3 text
+    int Type(int column) const;  // the engine's type code: 1 integer, 2 float, 3 text
     qint64 Int64(int column) const;
     double Double(int column) const;
-    QByteArrayView Utf8(int column) const;    // valid until the next Step
+    QByteArrayView Utf8(int column) const;  // valid until the next Step
 
 private:
+    friend class Connection;
+    sqlite3_stmt* Live() const;
+
     Connection& connection_;
     sqlite3_stmt* handle_ = nullptr;
 };
@@ -45,24 +51,64 @@ private:
 class Connection : public std::enable_shared_from_this<Connection> {
 public:
     enum class Mode { ReadWrite, ReadOnly, Create };
+    using Clock = std::chrono::steady_clock;
+
+    static constexpr std::chrono::milliseconds Patience{5000};  // for another computer's lock
 
     // `path` in the platform's form. Sets key, collation, functions and pragmas, and reads the
-    // first page, so that a wrong password or another kind of file fails here.
+    // first page, so that a wrong password or another kind of file fails here: 3343, 3031, 3049,
+    // 3051, 3260. Create makes the file and marks it as a catalogue.
     Connection(const QString& path, const QByteArray& key, Mode mode);
     ~Connection();
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    void Run(const QByteArray& sql);          // one or several statements without a result
+    void Close();  // ends every statement; an open transaction is rolled back
+    bool IsOpen() const { return handle_ != nullptr; }
+    const QString& Path() const { return path_; }
+
+    void Run(const QByteArray& sql);        // one or several statements without a result
+    QVariant Value(const QByteArray& sql);  // first column of the first row
     qint64 Changes() const;
     void SetBusyTimeout(std::chrono::milliseconds timeout);
     bool InTransaction() const;
-    sqlite3* Handle() const { return handle_; }  // for the files of platform/dao that register functions
+    sqlite3* Handle() const {
+        return handle_.get();
+    }  // for the files of platform/dao that register functions
+
+    // A transaction that the next change begins: until then nothing of it is locked.
+    void WantTransaction(bool wanted) { transactionWanted_ = wanted; }
+    void BeginIfWanted();
+
+    // Results that are still being read hold the file's read lock. FinishReads reads them to their
+    // end into memory; a failure there belongs to the reader, not to the caller.
+    void FinishReads();
+    bool HasPendingReads() const { return !readers_.empty(); }
+
+    // When the present slice of reading has to return. A function that runs for long on the
+    // engine's behalf looks at it.
+    void SetDeadline(Clock::time_point deadline) { deadline_ = deadline; }
+    Clock::time_point Deadline() const { return deadline_; }
+    static const Connection& Of(sqlite3* handle);  // the connection that owns a handle
+
+    // Every open connection of this process, in the order of opening.
+    static const std::vector<Connection*>& All();
 
 private:
     friend class Statement;
-    sqlite3* handle_ = nullptr;
+    friend class RowReader;
+
+    struct Closer {
+        void operator()(sqlite3* handle) const;
+    };
+    void Open(const QByteArray& key, Mode mode);
+
     QString path_;
+    std::unique_ptr<sqlite3, Closer> handle_;
+    std::vector<Statement*> statements_;
+    std::vector<RowReader*> readers_;
+    Clock::time_point deadline_ = Clock::time_point::max();
+    bool transactionWanted_ = false;
 };
 
 }  // namespace dao

@@ -1,33 +1,99 @@
 #include "platform/forms/application.h"
 
 #include "platform/erro.h"
+#include "platform/forms/msgbox.h"
+#include "platform/forms/scale.h"
+#include "platform/forms/theme.h"
+#include "platform/forms/translation.h"
+
+#include <QStyleFactory>
+
+using namespace Qt::StringLiterals;
 
 namespace forms {
+namespace {
 
-Application::Application(int& argc, char** argv) : QApplication(argc, argv) {}
+bool scaleIsOurs = false;
+
+// Runs before the base class is constructed, which reads the scale.
+int& WithScale(int& argc, char** argv) {
+    scaleIsOurs = PrepareScale(argc, argv);
+    return argc;
+}
+
+}  // namespace
+
+QString ProgramTitle() {
+    return u"Catálogo TARVO-LINDEN"_s;
+}
+
+Application::Application(int& argc, char** argv) : QApplication(WithScale(argc, argv), argv) {
+    if (scaleIsOurs) {
+        qunsetenv("QT_SCALE_FACTOR");  // it is for this process, not for those that it starts
+    }
+    setQuitOnLastWindowClosed(false);
+    setStyle(QStyleFactory::create(u"Fusion"_s));
+    SetTheme(CurrentTheme());
+    InstallTranslation();
+}
+
+int Application::Run(std::function<void()> start) {
+    // Queued, so that an error in it passes through notify() like any other.
+    QMetaObject::invokeMethod(this, std::move(start), Qt::QueuedConnection);
+    return exec();
+}
 
 bool Application::notify(QObject* receiver, QEvent* event) {
     try {
         return QApplication::notify(receiver, event);
     } catch (const Erro& erro) {
         Fail(QString::number(erro.Number()), erro.Description());
+    } catch (const std::exception& other) {
+        const Erro internal(Erro::InternalError);
+        Fail(QString::number(internal.Number()),
+             internal.Description() + u" ("_s + QString::fromLocal8Bit(other.what()) + u')');
     }
     return false;
 }
 
-void Application::Fail(const QString&, const QString&) {
+void Application::Fail(const QString& number, const QString& description) {
     if (failing_) {
         return;
     }
     failing_ = true;
+    SetMousePointer(0);
+    MsgBox(ErrorText(number, description), vbCritical, ProgramTitle());
     if (emergencyExit_) {
-        emergencyExit_();
+        try {
+            emergencyExit_();
+        } catch (const std::exception&) {
+            // Nothing can be done for it any more; the program must end.
+        }
     }
     exit(1);
 }
 
+QString ErrorText(const QString& number, const QString& description) {
+    return u"Erro nº: "_s + number + u'\n' + description;
+}
+
 void DoEvents() {
     QCoreApplication::processEvents();
+}
+
+void SetMousePointer(int pointer) {
+    if (pointer == MousePointer()) {
+        return;
+    }
+    if (pointer == 0) {
+        QGuiApplication::restoreOverrideCursor();
+    } else {
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    }
+}
+
+int MousePointer() {
+    return QGuiApplication::overrideCursor() ? 11 : 0;
 }
 
 }  // namespace forms

@@ -6,6 +6,9 @@
 
 namespace forms {
 
+// The title of all screens and boxes.
+QString ProgramTitle();
+
 // The process's application object. An Erro that no handler trapped ends here: the box is shown,
 // the emergency exit runs (the session closes the catalogue there) and the program ends with
 // status 1. Constructing it also sets the scale: the 800 by 600 picture is enlarged evenly to the
@@ -20,6 +23,10 @@ public:
     // ignored.
     void SetEmergencyExit(std::function<void()> exit) { emergencyExit_ = std::move(exit); }
 
+    // Runs `start` as the first event and then the event loop until exit(); the status to return
+    // from main. The program ends by exit() only, never because no window is left.
+    int Run(std::function<void()> start);
+
     bool notify(QObject* receiver, QEvent* event) override;
 
 private:
@@ -28,10 +35,15 @@ private:
     bool failing_ = false;
 };
 
+// The text of the error box: number, line break, description.
+QString ErrorText(const QString& number, const QString& description);
+
 // Lets pending events run (paint, timers, input): the "let events through" of long work.
 void DoEvents();
 
-// The mouse pointer of all screens: 0 default, 11 busy.
+// The mouse pointer of all screens.
+inline constexpr int vbDefault = 0;
+inline constexpr int vbHourglass = 11;
 void SetMousePointer(int pointer);
 int MousePointer();
 

@@ -5,8 +5,10 @@
 #include <QString>
 
 #include <memory>
+#include <vector>
 
 class QPainter;
+class QSvgRenderer;
 
 namespace forms {
 
@@ -19,25 +21,38 @@ public:
     enum class State { Rest, Lit };
 
     // `name` without folder and ending, such as "pesquisa". Drawings are loaded once and shared.
-    // Throws Erro 53 when there is none.
+    // Throws Erro 53 when there is none, 481 when it can't be read.
     static std::shared_ptr<Artwork> Load(const QString& name);
 
-    QSize Size() const;  // design pixels
+    // Where drawings and sheets are read from, ":/artwork" at the start. For tools and tests.
+    static void SetFolder(const QString& folder);
 
-    // Paints the part `source` of the drawing at `target`'s place and size.
+    ~Artwork();
+
+    QSize Size() const { return size_; }  // design pixels
+
+    // Paints the part `source` of the drawing at `target`'s place and size. The drawing is laid on
+    // whole device pixels: two parts painted at their places in one drawing fit without a seam.
     void Paint(QPainter& painter, const QRectF& target, const QRectF& source, State state);
 
 private:
     explicit Artwork(const QString& name);
-    const QPixmap& Rendered(State state, qreal ratio);
+    QSvgRenderer& Renderer(State state);
+    const QPixmap& Rendered(State state, qreal ratio, const QRect& part);
 
     QString name_;
     QSize size_;
+    std::unique_ptr<QSvgRenderer> renderers_[2];
+    // What has been painted, in the device pixels of the last ratio: the whole drawing at rest, and
+    // of the lit one only the buttons, since on a dense screen a whole picture takes many
+    // megabytes.
     struct Picture {
+        State state;
+        QRect part;
         QPixmap pixmap;
-        qreal ratio = 0;
     };
-    Picture pictures_[2];
+    std::vector<Picture> pictures_;
+    qreal ratio_ = 0;
 };
 
 }  // namespace forms

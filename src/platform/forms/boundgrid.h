@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QTableView>
-
 #include "platform/forms/datasource.h"
+
+#include <QTableView>
 
 namespace forms {
 
@@ -20,17 +20,17 @@ public:
     void AddColumn(const QString& field, double width, Qt::Alignment alignment = Qt::AlignLeft);
     void SetDataSource(DataSource* source);
 
-    int VisibleRows() const;                       // rows wholly or partly in view
+    int VisibleRows() const;  // rows wholly or partly in view
     dao::Bookmark CurrentBookmark() const;
     void ReBind();
-    void Scroll(int columns, qint64 rows);         // moves the view, not the current row
+    void Scroll(int columns, qint64 rows);  // moves the view, not the current row
     QString Tag;
 
 Q_SIGNALS:
     // After the current row or column became another one, a rebind included; `last` is the previous
     // row's bookmark.
     void RowColChange(const dao::Bookmark& last, int lastColumn);
-    void DblClick();   // on a row
+    void DblClick();  // on a row
     void MouseMove();
 
 protected:

@@ -1,36 +1,56 @@
 #pragma once
 
+#include "platform/forms/artwork.h"
+
 #include <QComboBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPixmap>
 #include <QScrollBar>
 #include <QWidget>
 
-#include "platform/forms/artwork.h"
-
 // The controls of the painted screens. All sizes are design pixels. Each takes its object name (the
-// name in the system's texts, array elements as "imgFigura(0)") at construction.
+// name in the system's texts, array elements as "imgFigura(0)") at construction. A control keeps
+// its mouse events to itself: what it does not announce, nobody below it hears.
 namespace forms {
+
+// What all controls without text input have in common: the mouse.
+class Zone : public QWidget {
+    Q_OBJECT
+
+public:
+    Zone(const QString& name, QWidget* parent);
+    QString Tag;
+
+Q_SIGNALS:
+    void MouseDown();  // left button
+    void Click();      // left button released over the control
+    void DblClick();   // comes after the Click of its first half, instead of a second one
+    void MouseMove();
+
+protected:
+    // What the second half of a double click is: a DblClick or, on a button, one more Click.
+    void SetFastClicks() { fastClicks_ = true; }
+
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    bool fastClicks_ = false;
+    bool pressed_ = false;
+    bool pressedBefore_ = false;
+};
 
 // An invisible rectangle over a painted button: receives clicks and mouse moves, shows nothing. Its
 // accessible name is what assistive technology reads; it is a push button there and can be pressed.
-class ClickZone : public QWidget {
+// The keyboard does not reach it.
+class ClickZone : public Zone {
     Q_OBJECT
 
 public:
     ClickZone(const QString& name, const QString& accessibleName, QWidget* parent);
-    QString Tag;
-
-Q_SIGNALS:
-    void Click();        // left button released over the zone
-    void MouseDown();
-    void MouseMove();
-
-protected:
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
 };
 
 // The lit picture of a button: its own rectangle cut out of the lit drawing of `artwork`. Hidden at
@@ -51,25 +71,21 @@ private:
     QPoint origin_;
 };
 
-// A panel with a drawing of its own (empty name: none). Passes on clicks, moves and the focus.
-class Panel : public QWidget {
+// A panel with a drawing of its own (empty name: none). It takes the focus by a click or from the
+// program, not by the Tab key. A panel that is hidden gives the keyboard back to the screen.
+class Panel : public Zone {
     Q_OBJECT
 
 public:
     Panel(const QString& name, const QString& artwork, QWidget* parent);
     const std::shared_ptr<Artwork>& Drawing() const { return artwork_; }
-    QString Tag;
 
 Q_SIGNALS:
-    void Click();
-    void MouseMove();
     void GotFocus();
-    void KeyDown(int key);
+    void KeyDown(int key);  // a Qt::Key
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -77,32 +93,65 @@ private:
     std::shared_ptr<Artwork> artwork_;
 };
 
-class Label : public QLabel {
+// A picture: scaled into its place with its proportions kept, or in its own size from the corner.
+class Picture : public Zone {
+    Q_OBJECT
+
+public:
+    enum class Mode { Fit, Natural };
+
+    Picture(const QString& name, const QString& accessibleName, QWidget* parent,
+            Mode mode = Mode::Fit);
+    void SetPixmap(const QPixmap& pixmap);  // a null one empties it
+    const QPixmap& Pixmap() const { return pixmap_; }
+    bool IsEmpty() const { return pixmap_.isNull(); }
+
+    // Where the picture stands within the control.
+    QRectF PictureRect() const;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    Mode mode_;
+    QPixmap pixmap_;
+    QPixmap scaled_;
+};
+
+// Plain text. What does not fit is elided and stands in the tool tip as a whole.
+class Label : public Zone {
     Q_OBJECT
 
 public:
     Label(const QString& name, QWidget* parent);
-    void SetText(const QString& text);  // plain text, elided with a tool tip when it does not fit
-    QString Text() const { return text_; }
-    QString Tag;
+    void SetText(const QString& text);
+    const QString& Text() const { return text_; }
+    void SetAlignment(Qt::Alignment alignment);  // left and vertically centred at the start
+    void SetWordWrap(bool wrap);                 // as many lines as its height holds
 
 protected:
-    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    bool event(QEvent* event) override;
 
 private:
-    void Elide();
+    QString Elided() const;
     QString text_;
+    Qt::Alignment alignment_ = Qt::AlignLeft | Qt::AlignVCenter;
+    bool wrap_ = false;
 };
 
+// One line of text. Line ends and tabs that are pasted become blanks, other control characters are
+// dropped.
 class TextBox : public QLineEdit {
     Q_OBJECT
 
 public:
     TextBox(const QString& name, const QString& accessibleName, QWidget* parent);
+    QString Tag;
 
 Q_SIGNALS:
-    void Change();     // the text is another one, typed or set
-    void GotFocus();
+    void Change();    // the text is another one, typed or set
+    void GotFocus();  // not when the keyboard comes back from a menu or another window
     void LostFocus();
     void MouseMove();
 
@@ -110,6 +159,9 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+
+private:
+    bool hasFocus_ = false;
 };
 
 // A drop-down list whose rows carry a whole number (ItemData). Adding rows selects none. Click
@@ -120,21 +172,51 @@ class ComboList : public QComboBox {
 
 public:
     ComboList(const QString& name, const QString& accessibleName, QWidget* parent);
+    QString Tag;
 
     void AddItem(const QString& text, qint32 itemData = 0);
     void Clear();
     int ListCount() const { return count(); }
     int ListIndex() const { return currentIndex(); }  // -1: none
-    void SetListIndex(int index);
+    void SetListIndex(int index);                     // Erro 9 outside -1 and the rows
     qint32 ItemData(int index) const;                 // Erro 9 outside the rows
     qint32 SelectedItemData() const { return ItemData(currentIndex()); }
     QString Text() const { return currentText(); }
 
+    // The list's own height, that of a text box.
+    QSize sizeHint() const override;
+    void showPopup() override;
+
 Q_SIGNALS:
     void Click();
 
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    bool event(QEvent* event) override;
+
 private:
-    bool adding_ = false;
+    bool announced_ = false;  // the change of selection in progress has had its Click
+};
+
+// A scroll bar that announces finished changes only: a drag of its thumb when it is let go.
+class ScrollBar : public QScrollBar {
+    Q_OBJECT
+
+public:
+    ScrollBar(const QString& name, Qt::Orientation orientation, QWidget* parent);
+    QString Tag;
+
+    void SetMin(int value) { setMinimum(value); }
+    void SetMax(int value) { setMaximum(value); }
+    void SetLargeChange(int value) { setPageStep(value); }
+    int Min() const { return minimum(); }
+    int Max() const { return maximum(); }
+    int Value() const { return value(); }
+    void SetValue(int value) { setValue(value); }  // kept within Min and Max
+
+Q_SIGNALS:
+    void Change();
 };
 
 }  // namespace forms

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "platform/dao/dao.h"
+
 #include <QBasicTimer>
 #include <QObject>
 #include <QString>
 
 #include <memory>
-
-#include "platform/dao/dao.h"
 
 namespace forms {
 

@@ -1,23 +1,28 @@
 #pragma once
 
+#include "platform/forms/artwork.h"
+
+#include <QColor>
 #include <QList>
-#include <QPointer>
 #include <QString>
 #include <QWidget>
 
-#include "platform/forms/artwork.h"
+class QEventLoop;
 
 namespace forms {
 
 // A screen. A main screen is one fixed picture of 800 by 600 design pixels, frameless and
 // maximised: the picture stands centred on the window and whatever lies around it is plain colour.
-// A dialog has the size that it is given, with the system's caption.
+// A splash is the picture alone, centred on the screen. A dialog has the size that it is given,
+// with the system's caption.
 //
-// Life: constructed; Load() runs once, at the first Show or ShowModal; Activate() each time when
-// it becomes the active one among the program's own screens (first show, return from another
-// screen or from a modal dialog; not from another program or a message box); Unloading() at the
-// unload. A form that is unloaded deletes itself, at once hidden and out of the list of loaded
-// forms, at the next return to the event loop from memory.
+// Life: constructed with new; Load() runs once, at the first Show or ShowModal, before anything can
+// be seen; Activate() each time when it becomes the active one among the program's own screens
+// (first show, return from another screen or from a modal dialog; not from another program or a
+// message box); Unloading() at the unload. A form that is unloaded deletes itself: at once hidden
+// and out of the list of loaded forms, at the next return to the event loop from memory.
+//
+// An Erro of Load() rises to the caller of Show, and the form is gone.
 class Form : public QWidget {
     Q_OBJECT
 
@@ -32,8 +37,10 @@ public:
     QString Name() const { return objectName(); }
     QString Tag;  // free text, as every form and many controls have one
 
-    void Show();             // loads it if need be
-    void ShowModal();        // returns after its unload; other screens are disabled meanwhile
+    void Show();       // loads it if need be; a form that stands behind comes to the front
+    void ShowModal();  // returns after its unload; other screens are disabled meanwhile
+    // Showing a form that is not in view is Show. Hiding the active one activates the one that was
+    // active before it, if that is in view.
     void SetVisible(bool visible);
     void Minimize();
     void Unload();
@@ -50,34 +57,43 @@ public:
     const std::shared_ptr<Artwork>& Background() const { return background_; }
 
 Q_SIGNALS:
-    void Click();      // on the free background
-    void MouseMove();  // over the free background
-    void KeyDown(int key);
+    void Click();           // on the free background
+    void MouseMove();       // over the free background
+    void KeyDown(int key);  // a Qt::Key that no control has taken
 
 protected:
     virtual void Load() {}
     virtual void Activate() {}
     virtual void Unloading() {}
+    // The user closed the window by the system's means (Alt+F4, the caption's button).
+    virtual void CloseRequested() { Unload(); }
 
-    // The whole window's plain colour around the picture.
+    // The whole window's plain colour around the picture, and under it where there is no drawing.
     void SetSurround(const QColor& colour);
 
     bool event(QEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
 
 private:
+    class Backdrop;
+
     void EnsureLoaded();
+    void PlaceOnScreen();
     void BecomeActive();
+    static void ActivateTheLast();
 
     Kind kind_;
     QSize designSize_;
+    Backdrop* backdrop_ = nullptr;
     QWidget* picture_ = nullptr;
     std::shared_ptr<Artwork> background_;
-    QColor surround_;
+    QEventLoop* modalLoop_ = nullptr;
     bool loaded_ = false;
+    bool unloading_ = false;
+    bool showing_ = false;
 };
 
 }  // namespace forms

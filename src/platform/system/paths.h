@@ -12,19 +12,21 @@ namespace sys {
 // "C:\" as a volume stands for the root of the file system where there are no drives.
 QString ToNative(const QString& path);
 
-bool CanRead(const QString& path);            // a file that can be opened for reading
-bool Exists(const QString& path);             // anything of that name
-QByteArray ReadBytes(const QString& path);    // Erro 53, 75
+// A file that could be opened for reading. Does not open it, so it may ask about a catalogue that
+// this process has open.
+bool CanRead(const QString& path);
+bool Exists(const QString& path);           // anything of that name
+QByteArray ReadBytes(const QString& path);  // Erro 53, 75
 // UTF-8 where the bytes are valid UTF-8, otherwise Windows-1252.
 QString DecodeText(const QByteArray& bytes);
-QString ReadText(const QString& path);        // Erro 53, 75
-void Delete(const QString& path);             // read-only files too; Erro 53, 70, 75
-void MakeDirectory(const QString& path);      // one level; Erro 75, 76
+QString ReadText(const QString& path);                // Erro 53, 75
+void Delete(const QString& path);                     // read-only files too; Erro 53, 70, 75
+void MakeDirectory(const QString& path);              // one level; Erro 75, 76
 void Rename(const QString& from, const QString& to);  // replaces nothing; Erro 53, 58, 75
 
-QString ProgramFolder();                      // as the platform gives it, without a final separator
-QString MachineFolder();                      // machine-wide settings; empty if there is none
-QString UserDataFolder();                     // per-user local data, made if need be; empty on failure
+QString ProgramFolder();   // as the platform gives it, without a final separator
+QString MachineFolder();   // machine-wide settings; empty if there is none
+QString UserDataFolder();  // per-user local data, made if need be; empty on failure
 
 // Serial number of the volume of a path, 0 when it cannot be had.
 quint32 VolumeSerial(const QString& root);

@@ -1,0 +1,92 @@
+#include "platform/erro.h"
+#include "platform/forms/application.h"
+#include "platform/forms/msgbox.h"
+#include "platform/system/paths.h"
+#include "platform/system/process.h"
+#include "session/global.h"
+
+#include <QCoreApplication>
+#include <QTextStream>
+
+#include <cstdio>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+// The program that users start. It starts the catalogue of its own folder with the launch word and
+// ends at once; given a process identifier it first waits for that process's end, which is how the
+// catalogue starts itself anew.
+
+namespace {
+
+constexpr auto Uso =
+    u"Uso: Tarvo.exe [IDENTIFICADOR]\n"
+    u"Inicia o Catálogo TARVO-LINDEN.\n"
+    u"\n"
+    u"  IDENTIFICADOR  espera antes o fim do processo com este identificador\n"
+    u"  --help         mostra esta ajuda\n"
+    u"  --version      mostra a versão\n";
+
+void Escrever(FILE* saida, QStringView texto) {
+    QTextStream(saida) << texto;
+}
+
+// The work, without any window. Returns what to tell the user, nothing when all went well.
+std::optional<QString> Iniciar(const QStringList& argumentos) {
+    if (argumentos.size() > 1) {
+        return u"Argumentos demais. Informe no máximo um identificador de processo."_s;
+    }
+    if (!argumentos.isEmpty()) {
+        bool numero = false;
+        const sys::ProcessId processo = argumentos.first().toLongLong(&numero);
+        if (!numero || processo <= 0) {
+            return u"\"%1\" não é um identificador de processo."_s.arg(argumentos.first());
+        }
+        sys::WaitForEnd(processo);
+    }
+    const QString programa = sys::ProgramFolder() + u"\\CatalogoTarvo"_s;
+    try {
+        sys::Start(u"\"%1\" %2"_s.arg(programa, PalavraDeInicio), 1);
+    } catch (const Erro& erro) {
+        return u"Não foi possível iniciar \"%1\": %2."_s.arg(sys::ToNative(programa),
+                                                             erro.Description());
+    }
+    return std::nullopt;
+}
+
+bool HaTela() {
+#ifdef Q_OS_WIN
+    return true;
+#else
+    return !qEnvironmentVariableIsEmpty("DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+#endif
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::optional<QString> falha;
+    {
+        const QCoreApplication aplicacao(argc, argv);
+        const QStringList argumentos = QCoreApplication::arguments().mid(1);
+        if (argumentos == QStringList{u"--help"_s}) {
+            Escrever(stdout, Uso);
+            return 0;
+        }
+        if (argumentos == QStringList{u"--version"_s}) {
+            Escrever(stdout, u"Tarvo.exe " TARVO_VERSION "\n");
+            return 0;
+        }
+        falha = Iniciar(argumentos);
+    }
+    if (!falha) {
+        return 0;
+    }
+    Escrever(stderr, *falha + u'\n');
+    if (HaTela()) {
+        const forms::Application aplicacao(argc, argv);
+        forms::MsgBox(*falha, forms::vbCritical, TituloCatalogo);
+    }
+    return 1;
+}

@@ -1,0 +1,258 @@
+"""Starts the real program and uses it as a person would: by mouse and keys, from outside.
+
+What a station must show is read from the accessible tree, the same that a screen reader speaks.
+"""
+
+import os
+import shutil
+import signal
+import subprocess
+import time
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib  # noqa: E402
+
+PROGRAM = "CatalogoTarvo"
+LAUNCHER = "Tarvo.exe"
+WORD = "INICIOPAINELVERDE"
+
+
+class NotReached(Exception):
+    """What was waited for did not come; the text says what."""
+
+
+def wait(what, condition, seconds=20):
+    """Waits until the condition holds and returns its value. A tree that changes while it is read
+    answers with an error, which counts as not yet."""
+    end = time.monotonic() + seconds
+    while True:
+        try:
+            value = condition()
+        except GLib.Error:
+            value = None
+        if value:
+            return value
+        if time.monotonic() > end:
+            raise NotReached(what)
+        while GLib.MainContext.default().iteration(False):
+            pass
+        time.sleep(0.05)
+
+
+def stage(programs, folder, pointer=None):
+    """Puts the programs into a folder of their own, with a Caminho.txt of these bytes."""
+    os.makedirs(folder)
+    for name in (PROGRAM, LAUNCHER):
+        source, target = os.path.join(programs, name), os.path.join(folder, name)
+        try:
+            os.link(source, target)
+        except OSError:
+            shutil.copy2(source, target)
+    if pointer is not None:
+        with open(os.path.join(folder, "Caminho.txt"), "wb") as file:
+            file.write(pointer)
+
+
+def copy_data(data, folder):
+    """A catalogue of one's own to write to; the pictures stay where they are."""
+    os.makedirs(folder)
+    for entry in os.scandir(data):
+        target = os.path.join(folder, entry.name)
+        if entry.is_dir():
+            os.symlink(os.path.abspath(entry.path), target)
+        else:
+            shutil.copy2(entry.path, target)
+
+
+class Node:
+    """One element of the accessible tree."""
+
+    def __init__(self, accessible):
+        self.accessible = accessible
+
+    @property
+    def name(self):
+        return self.accessible.get_name()
+
+    @property
+    def role(self):
+        return self.accessible.get_role_name()
+
+    def has(self, state):
+        return self.accessible.get_state_set().contains(state)
+
+    @property
+    def showing(self):
+        return self.has(Atspi.StateType.SHOWING)
+
+    def children(self):
+        for index in range(self.accessible.get_child_count()):
+            child = self.accessible.get_child_at_index(index)
+            if child is not None:
+                yield Node(child)
+
+    def walk(self):
+        yield self
+        # The cells of a table are asked for one by one: there may be thousands.
+        if self.role != "table":
+            for child in self.children():
+                yield from child.walk()
+
+    def find(self, role=None, name=None):
+        """The first showing element of this role and name."""
+        for node in self.walk():
+            if role in (None, node.role) and name in (None, node.name) and node.showing:
+                return node
+        return None
+
+    def text(self):
+        return Atspi.Text.get_text(self.accessible, 0, -1)
+
+    def rows(self):
+        return Atspi.Table.get_n_rows(self.accessible)
+
+    def cell(self, row, column):
+        return Node(Atspi.Table.get_accessible_at(self.accessible, row, column)).name
+
+    def center(self):
+        box = Atspi.Component.get_extents(self.accessible, Atspi.CoordType.SCREEN)
+        return box.x + box.width // 2, box.y + box.height // 2
+
+
+class Catalogue:
+    """One running catalogue out of a staged folder."""
+
+    def __init__(self, screen, folder):
+        self.screen = screen
+        self.folder = os.path.realpath(folder)
+        self.pid = None
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        for pid in self.running():
+            os.kill(pid, signal.SIGKILL)
+        wait("end of what was killed", lambda: not self.running())
+
+    def start(self):
+        """Through the launcher, as users do."""
+        subprocess.run([os.path.join(self.folder, LAUNCHER)], check=True, timeout=20)
+        return self.wait_for_process()
+
+    def start_bare(self, *arguments):
+        """The program itself, with these words on its command line."""
+        process = subprocess.Popen([os.path.join(self.folder, PROGRAM), *arguments])
+        self.pid = process.pid
+        return process
+
+    def wait_for_process(self, other_than=None):
+        new = wait("start of the program", lambda: [p for p in self.running() if p != other_than])
+        self.pid = new[0]
+        return self
+
+    def running(self):
+        """Identifiers of the processes that run this folder's program."""
+        program = os.path.join(self.folder, PROGRAM)
+        found = []
+        for entry in os.listdir("/proc"):
+            try:
+                if entry.isdigit() and os.readlink(f"/proc/{entry}/exe") == program:
+                    found.append(int(entry))
+            except OSError:
+                pass
+        return found
+
+    def has_open(self, path):
+        """Whether the process holds this file open."""
+        wanted = os.path.realpath(path)
+        folder = f"/proc/{self.pid}/fd"
+        return any(os.path.realpath(os.path.join(folder, fd)) == wanted for fd in os.listdir(folder))
+
+    def windows(self):
+        desktop = Atspi.get_desktop(0)
+        for index in range(desktop.get_child_count()):
+            application = desktop.get_child_at_index(index)
+            if application is not None and application.get_process_id() == self.pid:
+                # Without our own event loop a cache would never hear of a change.
+                application.set_cache_mask(Atspi.Cache.NONE)
+                application.clear_cache()
+                return [window for window in Node(application).children() if window.showing]
+        return []
+
+    def window(self, role=None, title=None):
+        for node in self.windows():
+            if role in (None, node.role) and title in (None, node.name):
+                return node
+        return None
+
+    def box(self):
+        """The text of the message box that stands open."""
+        window = self.window("dialog")
+        return window and window.name
+
+    def find(self, role=None, name=None):
+        for window in self.windows():
+            node = window.find(role, name)
+            if node is not None:
+                return node
+        return None
+
+    def await_node(self, role, name):
+        return wait(f'"{name}" ({role})', lambda: self.find(role, name))
+
+    # --- hands
+
+    def move(self, x, y):
+        x, y = self.screen.design_to_screen(x, y)
+        xdotool("mousemove", x, y)
+
+    def click(self, x, y, times=1):
+        """At design pixels."""
+        self.move(x, y)
+        time.sleep(0.05)
+        xdotool("click", "--repeat", times, "--delay", 60, 1)
+
+    def click_node(self, node):
+        xdotool("mousemove", *node.center(), "sleep", 0.05, "click", 1)
+
+    def type(self, text):
+        xdotool("type", "--delay", 30, text)
+
+    def press(self, key):
+        xdotool("key", key)
+
+    def window_ids(self):
+        """Of the windows that the window manager knows, the oldest first, minimised ones too."""
+        ids = [text.strip() for text in xprop("-root", "_NET_CLIENT_LIST").split("#")[-1].split(",")]
+        return [i for i in ids if xprop("-id", i, "_NET_WM_PID").endswith(f"= {self.pid}\n")]
+
+    def is_minimised(self):
+        return "_NET_WM_STATE_HIDDEN" in xprop("-id", self.window_ids()[0], "_NET_WM_STATE")
+
+    def restore(self):
+        xdotool("windowactivate", self.window_ids()[0])
+
+    def ended(self):
+        return self.pid not in self.running()
+
+
+def output_of(*command):
+    return subprocess.run([str(word) for word in command], capture_output=True, text=True,
+                          check=False, timeout=30).stdout
+
+
+def xdotool(*arguments):
+    return output_of("xdotool", *arguments)
+
+
+def xprop(*arguments):
+    return output_of("xprop", *arguments)
+
+
+def photograph(path):
+    """The whole display as a picture."""
+    time.sleep(0.2)  # what the tree already tells is painted a moment later
+    subprocess.run(["import", "-window", "root", path], check=True, timeout=30)

@@ -1,0 +1,149 @@
+"""The stations of the demonstration, in the order in which a visitor comes through them.
+
+A station is a function that acts and then waits until the screen shows what it must; its name is
+the picture's name, its docstring what the visitor sees. A new screen adds its functions here and
+their names to STATIONS.
+"""
+
+import os
+
+from driver import NotReached, wait
+
+CATALOGUE = "Tarvo.mdb"
+EXIT = "Sair do catálogo"
+NUMBER_BOX = "Nº Tarvo"
+DESCRIPTION_BOX = "Descrição"
+CUSTOMER_COMBO = "Cliente ou concorrente"
+CUSTOMER_BOX = "Nº do cliente ou concorrente"
+PARTS_GRID = "Resultado da pesquisa"
+VEHICLE_BOX = "Veículo"
+VEHICLE_GRID = "Veículos encontrados"
+GALLERY = "Figuras do catálogo"
+HELP_TITLE = "Ajuda do Catálogo TARVO-LINDEN"
+
+# Places on the search screen, design pixels.
+OPEN_PARTS = (634, 161)
+OPEN_VEHICLES = (704, 315)
+OPEN_GALLERY = (703, 466)
+HELP = (53, 471)
+MINIMISE = (790, 7)
+LEAVE = (49, 524)
+BACKGROUND = (300, 550)
+
+
+def retype(tour, place, text):
+    """Replaces the content of the box at this place."""
+    tour.click(*place)
+    tour.press("ctrl+a")
+    tour.press("Delete")
+    tour.type(text)
+
+
+def first_rows(tour, grid, fits, what):
+    """Waits until the grid shows rows and the first of them fits."""
+    def there():
+        table = tour.find("table", grid)
+        return table and table.rows() > 0 and fits(table)
+    return wait(what, there)
+
+
+def splash(tour):
+    """The splash, with the catalogue already open behind it."""
+    tour.start()
+    wait("a window", tour.windows)
+    catalogue = os.path.join(tour.data, CATALOGUE)
+    wait("the catalogue open during the splash",
+         lambda: tour.has_open(catalogue) and not tour.find("push button", EXIT))
+
+
+def search_screen(tour):
+    """The search screen with none of its panels."""
+    tour.await_node("push button", EXIT)
+    if tour.find("text", NUMBER_BOX) or tour.find("text", VEHICLE_BOX):
+        raise NotReached("the panels closed at first")
+
+
+def parts_by_number(tour):
+    """"1" in the number box: rows whose numbers begin with it."""
+    tour.click(*OPEN_PARTS)
+    tour.await_node("text", NUMBER_BOX)
+    tour.type("1")
+    first_rows(tour, PARTS_GRID, lambda t: t.cell(0, 0).startswith("1"),
+               "rows whose number begins with 1")
+
+
+def description_with_asterisk(tour):
+    """"*anel" in the description box: the word anywhere in the description."""
+    retype(tour, (76, 130), "")
+    retype(tour, (274, 130), "*anel")
+    first_rows(tour, PARTS_GRID,
+               lambda t: all("ANEL" in t.cell(row, 1).upper() for row in range(min(t.rows(), 5))),
+               "rows with the word in their description")
+
+
+def customers_number(tour):
+    """A vehicle maker chosen in the combo, "1" in the box under it: his numbers."""
+    retype(tour, (274, 130), "")
+    choose(tour, (490, 105), CUSTOMER_COMBO, "Nº Kessvold")
+    tour.click(490, 130)
+    tour.type("1")
+    first_rows(tour, PARTS_GRID, lambda t: t.cell(0, 2).startswith("1"),
+               "rows whose customer number begins with 1")
+
+
+def vehicles(tour):
+    """The panel of vehicles with the beginning of a name."""
+    tour.click(*BACKGROUND)
+    tour.click(*OPEN_VEHICLES)
+    tour.await_node("text", VEHICLE_BOX)
+    tour.type("norral")
+    first_rows(tour, VEHICLE_GRID, lambda t: t.cell(0, 0).upper().startswith("NORRAL"),
+               "vehicles whose name begins with the typed text")
+
+
+def gallery(tour):
+    """The panel of pictures."""
+    tour.click(*BACKGROUND)
+    tour.click(*OPEN_GALLERY)
+    wait("the gallery", lambda: tour.find(name=GALLERY))
+
+
+def help_window(tour):
+    """The help in its own window."""
+    tour.click(*BACKGROUND)
+    tour.click(*HELP)
+    wait("the help window", lambda: tour.window(title=HELP_TITLE))
+
+
+def restored(tour):
+    """The help closed, the catalogue minimised and back again."""
+    tour.press("alt+F4")
+    wait("the help window's end", lambda: not tour.window(title=HELP_TITLE))
+    tour.click(*MINIMISE)
+    wait("the catalogue minimised", tour.is_minimised)
+    tour.restore()
+    wait("the catalogue back again", lambda: not tour.is_minimised())
+    tour.await_node("push button", EXIT)
+
+
+def credits_at_the_end(tour):
+    """The credits; the catalogue is closed by then."""
+    tour.click(*LEAVE)
+    wait("the credits in the place of the search screen",
+         lambda: tour.windows() and not tour.find("push button", EXIT))
+    if tour.has_open(os.path.join(tour.data, CATALOGUE)):
+        raise NotReached("the catalogue closed before the credits")
+
+
+STATIONS = [
+    splash,
+    search_screen,
+    parts_by_number,
+    description_with_asterisk,
+    customers_number,
+    vehicles,
+    gallery,
+    help_window,
+    restored,
+    credits_at_the_end,
+]

@@ -1,0 +1,283 @@
+#include "platform/dao/dao.h"
+#include "platform/dao/errors.h"
+#include "platform/dao/savepoint.h"
+#include "platform/dao/schema.h"
+#include "platform/dao/sqlite.h"
+#include "platform/system/paths.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace dao {
+
+namespace {
+
+// Results that other connections of this process are still reading hold the read lock of the file.
+// One thread runs both: whoever waited for that lock here would wait for ever.
+void FinishOtherReads(const Connection& writer) {
+    for (Connection* other : Connection::All()) {
+        if (other != &writer && other->Path() == writer.Path()) {
+            other->FinishReads();
+        }
+    }
+}
+
+// For as long as it lives, a lock of another computer is an error at once.
+class Impatience {
+public:
+    explicit Impatience(Connection& connection, bool wanted)
+        : connection_(connection), wanted_(wanted) {
+        if (wanted_) {
+            connection_.SetBusyTimeout(std::chrono::milliseconds(0));
+        }
+    }
+    ~Impatience() {
+        if (wanted_) {
+            connection_.SetBusyTimeout(Connection::Patience);
+        }
+    }
+    Impatience(const Impatience&) = delete;
+    Impatience& operator=(const Impatience&) = delete;
+
+private:
+    Connection& connection_;
+    bool wanted_;
+};
+
+// The connect text is ";pwd=" and the password, which ends with the text.
+QByteArray PasswordOf(const QString& connect) {
+    const QLatin1String mark(";pwd=");
+    const qsizetype at = connect.indexOf(mark, 0, Qt::CaseInsensitive);
+    return at < 0 ? QByteArray() : connect.mid(at + mark.size()).toUtf8();
+}
+
+qint64 RunOne(Connection& connection, const QByteArray& sql) {
+    Statement statement(connection, sql);
+    while (statement.Step()) {
+    }
+    return connection.Changes();
+}
+
+qint64 RunAll(Connection& connection, const QList<QByteArray>& statements) {
+    if (statements.size() == 1) {
+        return RunOne(connection, statements.first());  // all or nothing by itself
+    }
+    Savepoint savepoint(connection);
+    qint64 changes = 0;
+    for (const QByteArray& sql : statements) {
+        changes += RunOne(connection, sql);
+    }
+    savepoint.Release();
+    return changes;
+}
+
+}  // namespace
+
+Database::Database(QString path, std::shared_ptr<Connection> connection)
+    : path_(std::move(path)), connection_(std::move(connection)) {}
+
+Database::~Database() {
+    Close();
+}
+
+QString Database::Name() const {
+    return path_;
+}
+
+std::unique_ptr<Recordset> Database::OpenRecordset(const QString& sql, RecordsetType type) {
+    return std::unique_ptr<Recordset>(new Recordset(connection_, sql, type));
+}
+
+void Database::Execute(const QString& sql, int options) {
+    using Kind = dialect::Translation::Kind;
+    const dialect::Translation translation = Prepare(*connection_, sql);
+    if (translation.kind == Kind::Query) {
+        Throw(Failure::NotAnAction);
+    }
+    FinishOtherReads(*connection_);
+    if (translation.kind == Kind::Definition) {
+        // The engine changes no table that a statement of its own is reading.
+        connection_->FinishReads();
+    }
+    const Impatience impatience(*connection_, (options & dbSeeChanges) != 0);
+    connection_->BeginIfWanted();
+    try {
+        affected_ = RunAll(*connection_, translation.statements);
+    } catch (const Erro& erro) {
+        // A computer that is about to commit waits for the reads of this very connection, and the
+        // engine then refuses at once instead of letting both wait. With the reads done, the
+        // commit comes through and so does this statement.
+        if (erro.Number() != static_cast<int>(Failure::Locked) || !connection_->HasPendingReads()) {
+            throw;
+        }
+        connection_->FinishReads();
+        affected_ = RunAll(*connection_, translation.statements);
+    }
+}
+
+qint64 Database::RecordsAffected() const {
+    return affected_;
+}
+
+void Database::Close() {
+    if (connection_ != nullptr) {
+        connection_->Close();
+    }
+}
+
+Workspace::Workspace(QString name) : name_(std::move(name)) {}
+
+Workspace::~Workspace() {
+    Drop();
+}
+
+std::unique_ptr<Database> Workspace::OpenDatabase(const QString& path, bool options, bool readOnly,
+                                                  const QString& connect) {
+    Q_UNUSED(options);  // a catalogue is always shared
+    if (closed_) {
+        Throw(Failure::ObjectInvalid);
+    }
+    const QFileInfo file(sys::ToNative(path));
+    if (!file.dir().exists()) {
+        Throw(Failure::PathNotFound, path);
+    }
+    if (!file.isFile()) {
+        Throw(Failure::FileNotFound, path);
+    }
+    if (file.size() == 0) {
+        Throw(Failure::NotACatalogue, path);  // the engine would take it for a new database
+    }
+    auto connection = std::make_shared<Connection>(
+        file.filePath(), PasswordOf(connect),
+        readOnly ? Connection::Mode::ReadOnly : Connection::Mode::ReadWrite);
+    connection->WantTransaction(inTransaction_);
+    connections_.push_back(connection);
+    return std::unique_ptr<Database>(new Database(path, std::move(connection)));
+}
+
+void Workspace::BeginTrans() {
+    if (closed_) {
+        Throw(Failure::ObjectInvalid);
+    }
+    if (inTransaction_) {
+        Throw(Failure::InvalidOperation);
+    }
+    inTransaction_ = true;
+    for (const auto& connection : Open()) {
+        connection->WantTransaction(true);
+    }
+}
+
+void Workspace::CommitTrans(int options) {
+    Q_UNUSED(options);  // every commit waits for the disk
+    End("COMMIT");
+}
+
+void Workspace::Rollback() {
+    End("ROLLBACK");
+}
+
+void Workspace::End(const QByteArray& statement) {
+    if (!inTransaction_) {
+        Throw(Failure::NoTransaction);
+    }
+    for (const auto& connection : Open()) {
+        if (connection->InTransaction()) {
+            // A commit waits for the readers of other connections, a roll-back breaks its own off.
+            FinishOtherReads(*connection);
+            connection->FinishReads();
+            connection->Run(statement);
+        }
+        connection->WantTransaction(false);
+    }
+    inTransaction_ = false;
+}
+
+void Workspace::Close() {
+    if (closed_) {
+        Throw(Failure::ObjectInvalid);
+    }
+    Drop();
+}
+
+// Closing a connection rolls its transaction back.
+void Workspace::Drop() {
+    for (const auto& connection : Open()) {
+        connection->Close();
+    }
+    connections_.clear();
+    inTransaction_ = false;
+    closed_ = true;
+}
+
+std::vector<std::shared_ptr<Connection>> Workspace::Open() const {
+    std::vector<std::shared_ptr<Connection>> open;
+    for (const auto& weak : connections_) {
+        auto connection = weak.lock();
+        if (connection != nullptr && connection->IsOpen()) {
+            open.push_back(std::move(connection));
+        }
+    }
+    return open;
+}
+
+DBEngine& DBEngine::Instance() {
+    static DBEngine engine;
+    return engine;
+}
+
+std::unique_ptr<Workspace> DBEngine::CreateWorkspace(const QString& name, const QString& user,
+                                                     const QString& password, int useType) {
+    Q_UNUSED(user);
+    Q_UNUSED(password);  // of the workspace; the catalogue has its own
+    if (useType != dbUseJet) {
+        throw Erro(Erro::InvalidArgument);
+    }
+    return std::unique_ptr<Workspace>(new Workspace(name));
+}
+
+void DBEngine::CreateDatabase(const QString& path, const QString& connect,
+                              const QByteArray& definition) {
+    const QByteArray password = PasswordOf(connect);
+    if (password.isEmpty()) {
+        throw Erro(Erro::InvalidArgument);  // the file would not be enciphered
+    }
+    const QFileInfo file(sys::ToNative(path));
+    if (!file.dir().exists()) {
+        Throw(Failure::PathNotFound, path);
+    }
+    if (file.exists()) {
+        Throw(Failure::ObjectExists, path);
+    }
+    try {
+        Connection connection(file.filePath(), password, Connection::Mode::Create);
+        Savepoint savepoint(connection);
+        connection.Run(definition);
+        savepoint.Release();
+        AttachCompanion(connection);
+    } catch (const Erro&) {
+        QFile::remove(file.filePath());
+        throw;
+    }
+}
+
+void DBEngine::Idle(int action) {
+    if (action != dbRefreshCache) {
+        throw Erro(Erro::InvalidArgument);
+    }
+    // Nothing to refresh: each read that begins compares the file's change counter with its cache,
+    // and a read that was going on was brought to its end before the write.
+}
+
+std::shared_ptr<Connection> DBEngine::SharedConnection(const QString& path) const {
+    const QString file = QFileInfo(sys::ToNative(path)).canonicalFilePath();
+    for (Connection* connection : Connection::All()) {
+        if (connection->Path() == file) {
+            return connection->weak_from_this().lock();
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace dao

@@ -1,0 +1,283 @@
+#include "platform/dao/dao.h"
+#include "platform/dao/dialect.h"
+#include "platform/dao/errors.h"
+#include "platform/dao/rowreader.h"
+#include "platform/dao/rowstore.h"
+#include "platform/dao/schema.h"
+
+#include <limits>
+
+namespace dao {
+
+namespace {
+
+constexpr qint64 All = std::numeric_limits<qint64>::max();
+
+quint64 NextIdentity() {
+    static quint64 last = 0;
+    return ++last;
+}
+
+}  // namespace
+
+struct Recordset::Private {
+    Private(std::shared_ptr<Connection> owner, const dialect::Translation& query,
+            RecordsetType kind)
+        : connection(std::move(owner)), reader(connection, query, store), type(kind) {}
+
+    std::shared_ptr<Connection> connection;
+    RowStore store;
+    RowReader reader;
+    RecordsetType type;
+    quint64 identity = NextIdentity();
+    qint64 base = 0;       // rows that a forward-only result has dropped in front of the store
+    qint64 current = 0;    // -1: in front of the first; Rows(): behind the last
+    qint64 announced = 0;  // rows told of by RowsRead
+    bool closed = false;
+
+    qint64 Rows() const { return base + store.Rows(); }
+    bool OnRow() const { return current >= 0 && current < Rows(); }
+
+    void Usable() const {
+        if (closed) {
+            Throw(Failure::ObjectInvalid);
+        }
+    }
+
+    void Movable() const {
+        Usable();
+        if (type == dbOpenForwardOnly) {
+            Throw(Failure::InvalidOperation);
+        }
+    }
+
+    qint64 Index(qint64 row, int column) const {
+        if (row < base || row >= Rows() || column < 0 || column >= reader.Columns().size()) {
+            throw Erro(Erro::SubscriptOutOfRange);
+        }
+        return row - base;
+    }
+
+    // Reads until there are `rows` rows; false when the result has fewer.
+    bool Have(qint64 rows) {
+        if (Rows() < rows) {
+            reader.Read(rows - Rows());
+        }
+        return Rows() >= rows;
+    }
+};
+
+QVariant Field::Value() const {
+    const Recordset::Private& d = *owner_->d_;
+    d.Usable();
+    if (!d.OnRow()) {
+        Throw(Failure::NoCurrentRecord);
+    }
+    return d.store.Value(d.current - d.base, column_);
+}
+
+QString Field::Name() const {
+    return owner_->FieldName(column_);
+}
+
+Recordset::Recordset(std::shared_ptr<Connection> connection, const QString& sql,
+                     RecordsetType type) {
+    const dialect::Translation query = Prepare(*connection, sql);
+    if (query.kind != dialect::Translation::Kind::Query) {
+        Throw(Failure::InvalidOperation);
+    }
+    d_ = std::make_unique<Private>(std::move(connection), query, type);
+    d_->reader.Read(1);
+}
+
+Recordset::~Recordset() = default;
+
+bool Recordset::Eof() const {
+    d_->Usable();
+    return d_->current >= d_->Rows();
+}
+
+bool Recordset::Bof() const {
+    d_->Usable();
+    return d_->current < 0 || d_->Rows() == 0;
+}
+
+void Recordset::Announce() {
+    const qint64 first = d_->announced;
+    d_->announced = d_->Rows();
+    if (d_->announced > first) {
+        Q_EMIT RowsRead(first, d_->announced - 1);
+    }
+}
+
+void Recordset::MoveTo(qint64 row) {
+    const bool moved = row != d_->current;
+    d_->current = row;
+    Announce();
+    if (moved) {
+        Q_EMIT CurrentChanged();
+    }
+}
+
+void Recordset::MoveFirst() {
+    d_->Movable();
+    if (d_->Rows() == 0) {
+        Throw(Failure::NoCurrentRecord);
+    }
+    MoveTo(0);
+}
+
+void Recordset::MoveNext() {
+    d_->Usable();
+    if (d_->current >= d_->Rows()) {
+        Throw(Failure::NoCurrentRecord);
+    }
+    const qint64 next = d_->current + 1;
+    // Somebody may have had the rest read; otherwise the row just left is all there is.
+    if (d_->type == dbOpenForwardOnly && next == d_->Rows()) {
+        d_->base = next;
+        d_->store.Clear();
+    }
+    d_->Have(next + 1);
+    MoveTo(next);
+}
+
+void Recordset::MovePrevious() {
+    d_->Movable();
+    if (d_->current < 0 || d_->Rows() == 0) {
+        Throw(Failure::NoCurrentRecord);
+    }
+    MoveTo(d_->current - 1);
+}
+
+void Recordset::MoveLast() {
+    d_->Movable();
+    d_->Have(All);
+    if (d_->Rows() == 0) {
+        Throw(Failure::NoCurrentRecord);
+    }
+    MoveTo(d_->Rows() - 1);
+}
+
+qint64 Recordset::RecordCount() const {
+    d_->Usable();
+    return d_->Rows();
+}
+
+qint64 Recordset::AbsolutePosition() const {
+    d_->Usable();
+    return d_->OnRow() ? d_->current : -1;
+}
+
+void Recordset::SetAbsolutePosition(qint64 position) {
+    d_->Movable();
+    if (position < 0 || !d_->Have(position + 1)) {
+        Throw(Failure::NoCurrentRecord);
+    }
+    MoveTo(position);
+}
+
+Bookmark Recordset::CurrentBookmark() const {
+    d_->Usable();
+    if (!d_->OnRow()) {
+        Throw(Failure::NoCurrentRecord);
+    }
+    return {d_->identity, d_->current};
+}
+
+void Recordset::GoTo(const Bookmark& bookmark) {
+    d_->Movable();
+    if (bookmark.recordset != d_->identity || bookmark.row < 0 || bookmark.row >= d_->Rows()) {
+        Throw(Failure::BadBookmark);
+    }
+    MoveTo(bookmark.row);
+}
+
+void Recordset::FindFirst(const QString& criteria) {
+    d_->Movable();
+    const dialect::Criterion criterion(criteria, d_->reader.Columns());
+    qint64 row = 0;
+    const auto value = [this, &row](int column) { return d_->store.Value(row, column); };
+    while (d_->Have(row + 1) && !criterion.Matches(value)) {
+        ++row;
+    }
+    noMatch_ = row == d_->Rows();
+    MoveTo(noMatch_ ? d_->current : row);
+}
+
+Field Recordset::Fields(const QString& name) const {
+    d_->Usable();
+    const int column = FieldIndex(name);
+    if (column < 0) {
+        Throw(Failure::ItemNotFound, name);
+    }
+    return Field(this, column);
+}
+
+Field Recordset::Fields(int index) const {
+    d_->Usable();
+    if (index < 0 || index >= FieldCount()) {
+        Throw(Failure::ItemNotFound, QString::number(index));
+    }
+    return Field(this, index);
+}
+
+int Recordset::FieldCount() const {
+    return static_cast<int>(d_->reader.Columns().size());
+}
+
+QString Recordset::FieldName(int index) const {
+    return d_->reader.Columns().at(index);
+}
+
+int Recordset::FieldIndex(const QString& name) const {
+    const QStringList& names = d_->reader.Columns();
+    for (qsizetype i = 0; i < names.size(); ++i) {
+        if (names.at(i).compare(name, Qt::CaseInsensitive) == 0) {
+            return static_cast<int>(i);
+        }
+    }
+    return -1;
+}
+
+void Recordset::Close() {
+    if (!d_->closed) {
+        d_->reader.Drop();
+        d_->store.Clear();
+        d_->closed = true;
+    }
+}
+
+bool Recordset::IsComplete() const {
+    d_->Usable();
+    return d_->reader.Done() || !d_->connection->IsOpen();
+}
+
+qint64 Recordset::ReadUpTo(qint64 rows) {
+    d_->Movable();
+    d_->Have(rows);
+    Announce();
+    return d_->Rows();
+}
+
+bool Recordset::ReadFor(std::chrono::microseconds budget) {
+    d_->Movable();
+    // Once the database is closed there is nothing to read on and nobody waits for it.
+    if (d_->connection->IsOpen()) {
+        d_->reader.Read(All, RowReader::Clock::now() + budget);
+    }
+    Announce();
+    return IsComplete();
+}
+
+QVariant Recordset::Cell(qint64 row, int column) const {
+    d_->Usable();
+    return d_->store.Value(d_->Index(row, column), column);
+}
+
+QString Recordset::Text(qint64 row, int column) const {
+    d_->Usable();
+    return d_->store.Text(d_->Index(row, column), column);
+}
+
+}  // namespace dao

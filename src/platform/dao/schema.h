@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/dao/dialect.h"
+#include "platform/dao/sqlite.h"
+
+#include <QString>
+
+namespace dao {
+
+// Translates a text of the dialect for a connection, and attaches the companion file when the text
+// names a table that is kept there.
+dialect::Translation Prepare(Connection& connection, const QString& sql);
+
+// Attaches the companion file of a catalogue, and makes it where it is missing.
+void AttachCompanion(Connection& connection);
+
+}  // namespace dao

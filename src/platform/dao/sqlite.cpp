@@ -1,0 +1,354 @@
+#include "platform/dao/sqlite.h"
+
+#define SQLITE_HAS_CODEC
+#include "platform/dao/errors.h"
+#include "platform/dao/functions.h"
+#include "platform/dao/rowreader.h"
+#include "platform/dao/seal.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <array>
+#include <sqlite3.h>
+
+namespace dao {
+
+namespace {
+
+constexpr char ClientKey[] = "tarvo.connection";
+
+std::vector<Connection*>& Registry() {
+    static std::vector<Connection*> connections;
+    return connections;
+}
+
+struct CodeEntry {
+    int code;  // primary or extended
+    Failure failure;
+};
+
+constexpr CodeEntry Codes[] = {
+    {SQLITE_CONSTRAINT_UNIQUE, Failure::DuplicateKey},
+    {SQLITE_CONSTRAINT_PRIMARYKEY, Failure::DuplicateKey},
+    {SQLITE_CONSTRAINT_ROWID, Failure::DuplicateKey},
+    {SQLITE_CONSTRAINT_NOTNULL, Failure::NotNull},
+    {SQLITE_CONSTRAINT, Failure::CheckViolated},
+    {SQLITE_BUSY, Failure::Locked},
+    {SQLITE_LOCKED, Failure::Locked},
+    {SQLITE_READONLY, Failure::ReadOnly},
+    {SQLITE_CANTOPEN, Failure::ReadOnly},  // the journal cannot be made in the file's folder
+    {SQLITE_CORRUPT, Failure::Damaged},
+    {SQLITE_NOTADB, Failure::Damaged},
+    {SQLITE_FULL, Failure::DiskFull},
+    {SQLITE_IOERR, Failure::InOut},
+    {SQLITE_PERM, Failure::CannotOpen},
+    {SQLITE_ABORT, Failure::ObjectInvalid},  // a result whose transaction was rolled back
+};
+
+// The engine tells its SQL errors apart by their message only; what follows is the detail.
+struct MessageEntry {
+    const char* begins;
+    const char* ends;
+    Failure failure;
+};
+
+constexpr MessageEntry Messages[] = {
+    {"no such table: ", "", Failure::UnknownTable},
+    {"no such view: ", "", Failure::UnknownTable},
+    {"no such index: ", "", Failure::ItemNotFound},
+    {"no such column: ", "", Failure::UnknownColumn},
+    {"ambiguous column name: ", "", Failure::AmbiguousColumn},
+    {"no such function: ", "", Failure::UnknownFunction},
+    {"duplicate column name: ", "", Failure::DuplicateColumn},
+    {"table ", " already exists", Failure::TableExists},
+    {"view ", " already exists", Failure::TableExists},
+    {"there is already a", "", Failure::ObjectExists},
+    {"index ", " already exists", Failure::ObjectExists},
+    {"table ", " values were supplied", Failure::ValueCount},
+    {"", " columns", Failure::ValueCount},
+    {"near ", ": syntax error", Failure::SyntaxError},
+    {"unrecognized token: ", "", Failure::SyntaxError},
+    {"incomplete input", "", Failure::SyntaxError},
+};
+
+[[noreturn]] void RaiseSql(const QByteArray& message) {
+    for (const MessageEntry& entry : Messages) {
+        const QByteArrayView begins(entry.begins);
+        const QByteArrayView ends(entry.ends);
+        if (message.startsWith(begins) && message.endsWith(ends)) {
+            const qsizetype length = message.size() - begins.size() - ends.size();
+            const bool counts = entry.failure == Failure::ValueCount;
+            Throw(entry.failure,
+                  counts ? QString() : QString::fromUtf8(message.mid(begins.size(), length)));
+        }
+    }
+    Throw(Failure::NotSupported);
+}
+
+[[noreturn]] void Raise(sqlite3* handle, int code) {
+    const int extended = handle == nullptr ? code : sqlite3_extended_errcode(handle);
+    const QByteArray message(handle == nullptr ? "" : sqlite3_errmsg(handle));
+    if ((code & 0xFF) == SQLITE_ERROR) {
+        RaiseSql(message);
+    }
+    if ((code & 0xFF) == SQLITE_MISMATCH) {
+        throw Erro(Erro::TypeMismatch);
+    }
+    for (const CodeEntry& entry : Codes) {
+        if (entry.code != extended && entry.code != (code & 0xFF)) {
+            continue;
+        }
+        const bool constraint = (code & 0xFF) == SQLITE_CONSTRAINT;
+        const qsizetype colon = message.indexOf(": ");
+        Throw(entry.failure,
+              constraint && colon >= 0 ? QString::fromUtf8(message.mid(colon + 2)) : QString());
+    }
+    throw Erro(Erro::InternalError);
+}
+
+void Check(sqlite3* handle, int code) {
+    if (code != SQLITE_OK) {
+        Raise(handle, code);
+    }
+}
+
+// Closing a second handle on a file drops every lock that this process has on it (POSIX), so the
+// file itself is read only while no connection has it open; otherwise the engine is asked.
+QByteArray SealOf(const QString& path, const Connection* except) {
+    for (Connection* other : Connection::All()) {
+        if (other != except && other->Path() == path) {
+            return QByteArray::fromHex(other->Value("PRAGMA cipher_salt").toByteArray());
+        }
+    }
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.read(seal::Size) : QByteArray();
+}
+
+}  // namespace
+
+// --- Statement
+
+Statement::Statement(Connection& connection, const QByteArray& sql) : connection_(connection) {
+    if (!connection.IsOpen()) {
+        Throw(Failure::ObjectInvalid);
+    }
+    const int code = sqlite3_prepare_v2(connection.Handle(), sql.constData(),
+                                        static_cast<int>(sql.size()), &handle_, nullptr);
+    Check(connection.Handle(), code);
+    if (handle_ == nullptr) {
+        Throw(Failure::MissingExpression);
+    }
+    connection.statements_.push_back(this);
+}
+
+Statement::~Statement() {
+    if (handle_ != nullptr) {
+        sqlite3_finalize(handle_);
+        std::erase(connection_.statements_, this);
+    }
+}
+
+sqlite3_stmt* Statement::Live() const {
+    if (handle_ == nullptr) {
+        Throw(Failure::ObjectInvalid);
+    }
+    return handle_;
+}
+
+bool Statement::Step() {
+    const int code = sqlite3_step(Live());
+    if (code == SQLITE_ROW) {
+        return true;
+    }
+    if (code != SQLITE_DONE) {
+        // Resetting lets the locks go; it repeats the code and keeps the message.
+        sqlite3_reset(handle_);
+        Raise(connection_.Handle(), code);
+    }
+    return false;
+}
+
+void Statement::Reset() {
+    sqlite3_reset(Live());  // repeats the error of the last Step, which was thrown there
+    sqlite3_clear_bindings(handle_);
+}
+
+void Statement::Bind(int index, const QVariant& value) {
+    sqlite3_stmt* handle = Live();
+    int code = SQLITE_OK;
+    if (!value.isValid() || value.isNull()) {
+        code = sqlite3_bind_null(handle, index);
+    } else if (value.typeId() == QMetaType::QString || value.typeId() == QMetaType::QByteArray) {
+        const QByteArray utf8 =
+            value.typeId() == QMetaType::QString ? value.toString().toUtf8() : value.toByteArray();
+        code = sqlite3_bind_text(handle, index, utf8.constData(), static_cast<int>(utf8.size()),
+                                 SQLITE_TRANSIENT);
+    } else if (value.typeId() == QMetaType::Double || value.typeId() == QMetaType::Float) {
+        code = sqlite3_bind_double(handle, index, value.toDouble());
+    } else {
+        code = sqlite3_bind_int64(handle, index, value.toLongLong());
+    }
+    Check(connection_.Handle(), code);
+}
+
+int Statement::ColumnCount() const {
+    return sqlite3_column_count(Live());
+}
+
+QString Statement::ColumnName(int column) const {
+    return QString::fromUtf8(sqlite3_column_name(Live(), column));
+}
+
+int Statement::Type(int column) const {
+    return sqlite3_column_type(Live(), column);
+}
+
+bool Statement::IsNull(int column) const {
+    return Type(column) == SQLITE_NULL;
+}
+
+qint64 Statement::Int64(int column) const {
+    return sqlite3_column_int64(Live(), column);
+}
+
+double Statement::Double(int column) const {
+    return sqlite3_column_double(Live(), column);
+}
+
+QByteArrayView Statement::Utf8(int column) const {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(Live(), column));
+    return {text, text == nullptr ? 0 : sqlite3_column_bytes(handle_, column)};
+}
+
+QVariant Statement::Column(int column) const {
+    switch (Type(column)) {
+        case SQLITE_NULL:
+            return {};
+        case SQLITE_INTEGER:
+            return static_cast<qlonglong>(Int64(column));
+        case SQLITE_FLOAT:
+            return Double(column);
+        default:
+            return QString::fromUtf8(Utf8(column));
+    }
+}
+
+// --- Connection
+
+void Connection::Closer::operator()(sqlite3* handle) const {
+    sqlite3_close_v2(handle);
+}
+
+Connection::Connection(const QString& path, const QByteArray& key, Mode mode) : path_(path) {
+    Open(key, mode);
+    // Only now is there a file to find the one true path of.
+    path_ = QFileInfo(path).canonicalFilePath();
+    Registry().push_back(this);
+}
+
+Connection::~Connection() {
+    Close();
+}
+
+void Connection::Open(const QByteArray& key, Mode mode) {
+    static_assert(SQLITE_VERSION_NUMBER >= 3044000, "client data needs 3.44");
+    constexpr std::array Flags = {SQLITE_OPEN_READWRITE, SQLITE_OPEN_READONLY,
+                                  SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE};
+    sqlite3* raw = nullptr;
+    const int opened = sqlite3_open_v2(path_.toUtf8().constData(), &raw,
+                                       Flags.at(static_cast<std::size_t>(mode)), nullptr);
+    handle_.reset(raw);
+    if ((opened & 0xFF) == SQLITE_CANTOPEN) {
+        Throw(Failure::CannotOpen, path_);
+    }
+    Check(raw, opened);
+    sqlite3_extended_result_codes(raw, 1);
+    sqlite3_set_clientdata(raw, ClientKey, this, nullptr);
+    SetBusyTimeout(Patience);
+    // A name in double quotes that is no column must not turn into a text.
+    sqlite3_db_config(raw, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    sqlite3_db_config(raw, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    Check(raw, sqlite3_key(raw, key.constData(), static_cast<int>(key.size())));
+    // Otherwise the library reports damage on the standard error stream by itself.
+    Run("PRAGMA cipher_log_level = NONE");
+    RegisterFunctions(raw);
+    if (mode == Mode::Create) {
+        Run("PRAGMA cipher_salt = \"x'" + seal::Make(key).toHex() + "'\"");
+    }
+
+    const int read =
+        sqlite3_exec(raw, "SELECT count(*) FROM sqlite_schema", nullptr, nullptr, nullptr);
+    if ((read & 0xFF) == SQLITE_NOTADB) {
+        handle_.reset();
+        const QString file = QFileInfo(path_).canonicalFilePath();
+        Throw(seal::Explain(SealOf(file, this), key), path_);
+    }
+    if ((read & 0xFF) == SQLITE_CANTOPEN) {
+        Throw(Failure::CannotOpen, path_);
+    }
+    Check(raw, read);
+
+    // Never a write-ahead log: its shared memory does not work over a network. Links between
+    // tables are not enforced: an update's script may bring the rows in any order.
+    Run("PRAGMA journal_mode = DELETE; PRAGMA synchronous = FULL; PRAGMA temp_store = MEMORY;"
+        "PRAGMA cache_size = -65536; PRAGMA foreign_keys = OFF");
+}
+
+void Connection::Close() {
+    std::erase(Registry(), this);
+    for (Statement* statement : statements_) {
+        sqlite3_finalize(statement->handle_);
+        statement->handle_ = nullptr;
+    }
+    statements_.clear();
+    handle_.reset();
+}
+
+void Connection::Run(const QByteArray& sql) {
+    if (!IsOpen()) {
+        Throw(Failure::ObjectInvalid);
+    }
+    Check(Handle(), sqlite3_exec(Handle(), sql.constData(), nullptr, nullptr, nullptr));
+}
+
+QVariant Connection::Value(const QByteArray& sql) {
+    Statement statement(*this, sql);
+    return statement.Step() ? statement.Column(0) : QVariant();
+}
+
+qint64 Connection::Changes() const {
+    return sqlite3_changes64(Handle());
+}
+
+void Connection::SetBusyTimeout(std::chrono::milliseconds timeout) {
+    sqlite3_busy_timeout(Handle(), static_cast<int>(timeout.count()));
+}
+
+bool Connection::InTransaction() const {
+    return IsOpen() && sqlite3_get_autocommit(Handle()) == 0;
+}
+
+void Connection::BeginIfWanted() {
+    if (transactionWanted_ && !InTransaction()) {
+        Run("BEGIN");
+    }
+}
+
+void Connection::FinishReads() {
+    const std::vector<RowReader*> pending = readers_;
+    for (RowReader* reader : pending) {
+        reader->Finish();
+    }
+}
+
+const Connection& Connection::Of(sqlite3* handle) {
+    return *static_cast<const Connection*>(sqlite3_get_clientdata(handle, ClientKey));
+}
+
+const std::vector<Connection*>& Connection::All() {
+    return Registry();
+}
+
+}  // namespace dao

@@ -1,0 +1,130 @@
+#include "platform/erro.h"
+#include "platform/forms/controls.h"
+#include "platform/forms/theme.h"
+
+#include <QAbstractItemView>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QStyleOptionComboBox>
+#include <QStylePainter>
+#include <QToolTip>
+#include <QWheelEvent>
+
+using namespace Qt::StringLiterals;
+
+namespace forms {
+namespace {
+
+constexpr int ArrowBreadth = 16;
+constexpr int VisibleRows = 14;
+constexpr int WidestPopup = 480;
+
+void PaintArrow(QPainter& painter, const QRect& box, const QColor& colour) {
+    const QPointF tip(box.right() - ArrowBreadth / 2.0 + 0.5, box.center().y() + 3);
+    QPainterPath arrow(tip + QPointF(-3.5, -3.5));
+    arrow.lineTo(tip);
+    arrow.lineTo(tip + QPointF(3.5, -3.5));
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(colour, 1.5));
+    painter.drawPath(arrow);
+}
+
+}  // namespace
+
+ComboList::ComboList(const QString& name, const QString& accessibleName, QWidget* parent)
+    : QComboBox(parent) {
+    setObjectName(name);
+    setAccessibleName(accessibleName);
+    setAttribute(Qt::WA_NoMousePropagation);
+    setMaxVisibleItems(VisibleRows);
+    setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    view()->setTextElideMode(Qt::ElideRight);
+    connect(this, &QComboBox::currentIndexChanged, this, [this](int index) {
+        if (index < 0) {
+            return;
+        }
+        announced_ = true;
+        Q_EMIT Click();
+    });
+    // Comes after the change, if there was one, whenever the user picks a row.
+    connect(this, &QComboBox::activated, this, [this] {
+        if (!std::exchange(announced_, false)) {
+            Q_EMIT Click();
+        }
+    });
+}
+
+void ComboList::AddItem(const QString& text, qint32 itemData) {
+    // The toolkit selects the first row of an empty list by itself.
+    const QSignalBlocker quiet(this);
+    const int selected = currentIndex();
+    addItem(text, itemData);
+    setCurrentIndex(selected);
+}
+
+void ComboList::Clear() {
+    clear();
+}
+
+void ComboList::SetListIndex(int index) {
+    if (index < -1 || index >= count()) {
+        throw Erro(Erro::SubscriptOutOfRange);
+    }
+    setCurrentIndex(index);
+    announced_ = false;
+}
+
+qint32 ComboList::ItemData(int index) const {
+    if (index < 0 || index >= count()) {
+        throw Erro(Erro::SubscriptOutOfRange);
+    }
+    return itemData(index).toInt();
+}
+
+QSize ComboList::sizeHint() const {
+    return {QComboBox::sizeHint().width(), CurrentTheme().boxPixels};
+}
+
+void ComboList::showPopup() {
+    // Wide enough for the longest row, within reason; the toolkit makes it as wide as the box.
+    int widest = 0;
+    for (int i = 0; i < count(); ++i) {
+        widest = std::max(widest, fontMetrics().horizontalAdvance(itemText(i)));
+    }
+    const int wanted = widest + CurrentTheme().scrollPixels + 12;
+    view()->setMinimumWidth(std::clamp(wanted, width(), std::max(width(), WidestPopup)));
+    QComboBox::showPopup();
+}
+
+void ComboList::paintEvent(QPaintEvent*) {
+    QStylePainter painter(this);
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    painter.drawComplexControl(QStyle::CC_ComboBox, option);
+    option.currentText =
+        fontMetrics().elidedText(currentText(), Qt::ElideRight, width() - ArrowBreadth - 8);
+    painter.drawControl(QStyle::CE_ComboBoxLabel, option);
+    PaintArrow(
+        painter, rect(),
+        palette().color(isEnabled() ? QPalette::Normal : QPalette::Disabled, QPalette::ButtonText));
+}
+
+void ComboList::wheelEvent(QWheelEvent* event) {
+    // A wheel turned while the pointer merely passes must not run a search.
+    if (hasFocus()) {
+        QComboBox::wheelEvent(event);
+    }
+}
+
+bool ComboList::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip || !toolTip().isEmpty()) {
+        return QComboBox::event(event);
+    }
+    const bool cut = fontMetrics().horizontalAdvance(currentText()) > width() - ArrowBreadth - 8;
+    const auto* help = static_cast<QHelpEvent*>(event);
+    QToolTip::showText(help->globalPos(), cut ? currentText().toHtmlEscaped() : QString(), this);
+    return true;
+}
+
+}  // namespace forms

@@ -1,0 +1,72 @@
+#include "platform/forms/controls.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+#include <QTextLayout>
+#include <QToolTip>
+
+namespace forms {
+
+Label::Label(const QString& name, QWidget* parent) : Zone(name, parent) {}
+
+void Label::SetText(const QString& text) {
+    if (text == text_) {
+        return;
+    }
+    text_ = text;
+    setAccessibleName(text);
+    update();
+}
+
+void Label::SetAlignment(Qt::Alignment alignment) {
+    alignment_ = alignment;
+    update();
+}
+
+void Label::SetWordWrap(bool wrap) {
+    wrap_ = wrap;
+    update();
+}
+
+QString Label::Elided() const {
+    const QFontMetrics metrics = fontMetrics();
+    if (!wrap_) {
+        return metrics.elidedText(text_, Qt::ElideRight, width());
+    }
+    QString text = text_;
+    text.replace(u'\n', QChar::LineSeparator);
+    QTextLayout layout(text, font());
+    QStringList lines;
+    const int room = std::max(height() / metrics.lineSpacing(), 1);
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(width());
+        if (lines.size() == room - 1) {
+            lines +=
+                metrics.elidedText(text.mid(line.textStart()).replace(QChar::LineSeparator, u' '),
+                                   Qt::ElideRight, width());
+            break;
+        }
+        lines += text.mid(line.textStart(), line.textLength()).remove(QChar::LineSeparator);
+    }
+    layout.endLayout();
+    return lines.join(u'\n');
+}
+
+void Label::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.drawText(rect(), int(alignment_) | Qt::TextDontClip, Elided());
+}
+
+bool Label::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip || !toolTip().isEmpty()) {
+        return Zone::event(event);
+    }
+    const bool cut = Elided().endsWith(QChar(0x2026)) && !text_.endsWith(QChar(0x2026));
+    const auto* help = static_cast<QHelpEvent*>(event);
+    QToolTip::showText(help->globalPos(), cut ? text_.toHtmlEscaped() : QString(), this);
+    return true;
+}
+
+}  // namespace forms

@@ -1,0 +1,149 @@
+#include "platform/forms/msgbox.h"
+
+#include "platform/forms/owner.h"
+#include "platform/forms/theme.h"
+
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QStyle>
+#include <QTextEdit>
+#include <QtMath>
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace forms {
+namespace {
+
+// Design pixels.
+constexpr int IconPixels = 40;
+constexpr int WidestText = 440;
+constexpr int HighestText = 320;
+constexpr int ButtonWidth = 84;
+
+MsgBoxHandler& Handler() {
+    static MsgBoxHandler handler;
+    return handler;
+}
+
+QStyle::StandardPixmap IconOf(int flags) {
+    switch (flags & 0x70) {
+        case vbCritical:
+            return QStyle::SP_MessageBoxCritical;
+        case vbQuestion:
+            return QStyle::SP_MessageBoxQuestion;
+        case vbExclamation:
+            return QStyle::SP_MessageBoxWarning;
+        case vbInformation:
+            return QStyle::SP_MessageBoxInformation;
+        default:
+            return QStyle::SP_CustomBase;
+    }
+}
+
+class Box : public QDialog {
+public:
+    Box(const QString& text, int flags, const QString& title) {
+        setWindowTitle(title);
+        setObjectName(u"MsgBox"_s);
+        setAccessibleName(text);
+        auto* layout = new QGridLayout(this);
+        layout->setContentsMargins(18, 16, 18, 14);
+        layout->setHorizontalSpacing(16);
+        layout->setVerticalSpacing(16);
+        layout->setSizeConstraint(QLayout::SetFixedSize);
+        if (const auto icon = IconOf(flags); icon != QStyle::SP_CustomBase) {
+            auto* picture = new QLabel(this);
+            picture->setPixmap(style()->standardIcon(icon, nullptr, this).pixmap(IconPixels));
+            layout->addWidget(picture, 0, 0, Qt::AlignTop);
+        }
+        layout->addWidget(MakeText(text), 0, 1);
+        layout->addWidget(MakeButtons(flags), 1, 0, 1, 2, Qt::AlignHCenter);
+    }
+
+    int Answer() const { return answer_; }
+
+private:
+    QWidget* MakeText(const QString& text) {
+        auto* label = new QLabel(this);
+        label->setTextFormat(Qt::PlainText);
+        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        label->setText(text);
+        label->setMinimumHeight(IconPixels);
+        const QSize natural = label->sizeHint();
+        if (natural.width() <= WidestText && natural.height() <= HighestText) {
+            return label;
+        }
+        delete label;
+        // A label does not break a path or a statement that has no blanks.
+        auto* edit = new QTextEdit(this);
+        edit->setReadOnly(true);
+        edit->setFrameShape(QFrame::NoFrame);
+        edit->viewport()->setAutoFillBackground(false);
+        edit->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        edit->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+        edit->setTabChangesFocus(true);
+        edit->setPlainText(text);
+        edit->document()->setDocumentMargin(0);
+        edit->document()->setTextWidth(WidestText);
+        const int height = qCeil(edit->document()->size().height()) + 2;
+        edit->setFixedSize(WidestText + CurrentTheme().scrollPixels,
+                           std::clamp(height, IconPixels, HighestText));
+        return edit;
+    }
+
+    QWidget* MakeButtons(int flags) {
+        auto* box = new QDialogButtonBox(this);
+        box->setCenterButtons(true);
+        if ((flags & 0x0f) == vbYesNo) {
+            answer_ = vbNo;
+            AddButton(box, u"&Sim"_s, vbYes, !(flags & vbDefaultButton2));
+            AddButton(box, u"&Não"_s, vbNo, flags & vbDefaultButton2);
+        } else {
+            answer_ = vbOK;
+            AddButton(box, u"OK"_s, vbOK, true);
+        }
+        return box;
+    }
+
+    void AddButton(QDialogButtonBox* box, const QString& text, int answer, bool isDefault) {
+        // One role for all: the order on the screen stays that of adding on every desktop.
+        auto* button = box->addButton(text, QDialogButtonBox::ActionRole);
+        button->setMinimumWidth(ButtonWidth);
+        button->setAutoDefault(isDefault);
+        button->setDefault(isDefault);
+        if (isDefault) {
+            button->setFocus();
+        }
+        connect(button, &QPushButton::clicked, this, [this, answer] {
+            answer_ = answer;
+            accept();
+        });
+    }
+
+    int answer_ = vbOK;
+};
+
+}  // namespace
+
+int MsgBox(const QString& text, int flags, const QString& title) {
+    if (const MsgBoxHandler handler = Handler()) {
+        return handler(text, flags, title);
+    }
+    Box box(text, flags, title);
+    box.adjustSize();
+    PlaceOverActiveForm(box);
+    box.exec();
+    return box.Answer();
+}
+
+void SetMsgBoxHandler(MsgBoxHandler handler) {
+    Handler() = std::move(handler);
+}
+
+}  // namespace forms

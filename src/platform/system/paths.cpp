@@ -1,0 +1,202 @@
+#include "platform/system/paths.h"
+
+#include "platform/erro.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+#include <array>
+
+#ifdef Q_OS_WIN
+#include <windows.h>
+#else
+#include <sys/statvfs.h>
+#endif
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr bool HasDrives =
+#ifdef Q_OS_WIN
+    true;
+#else
+    false;
+#endif
+
+// The entry of `folder` whose name differs from `name` in case only; empty when there is none. Of
+// several the first in code order, so that the choice does not hang on the order of the directory.
+QString EntryOfAnyCase(const QString& folder, const QString& name) {
+    QString found;
+    const QStringList entries =
+        QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System, QDir::Unsorted);
+    for (const QString& entry : entries) {
+        if (entry.compare(name, Qt::CaseInsensitive) == 0 && (found.isEmpty() || entry < found)) {
+            found = entry;
+        }
+    }
+    return found;
+}
+
+// Only called for a name that is not there as written: it may list a directory for each piece.
+QString FindOfAnyCase(const QString& native) {
+    const QStringList pieces = native.split(u'/');
+    QString path = pieces.first();
+    for (qsizetype i = 1; i < pieces.size(); ++i) {
+        const QString folder = path + u'/';
+        QString next = folder + pieces.at(i);
+        if (!pieces.at(i).isEmpty() && !QFileInfo::exists(next)) {
+            const QString entry = EntryOfAnyCase(folder, pieces.at(i));
+            if (entry.isEmpty()) {
+                return (QStringList{path} + pieces.mid(i)).join(u'/');
+            }
+            next = folder + entry;
+        }
+        path = next;
+    }
+    return path;
+}
+
+// 0x80 to 0x9F; the rest of Windows-1252 is Latin-1. Its five empty places keep their control code.
+constexpr std::array<char16_t, 32> Windows1252 = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+}  // namespace
+
+QString sys::ToNative(const QString& path) {
+    QString native = path;
+    native.replace(u'\\', u'/');
+    if constexpr (HasDrives) {
+        return native;
+    }
+    if (native.startsWith("C:/"_L1, Qt::CaseInsensitive)) {
+        native.remove(0, 2);
+    }
+    if (native.isEmpty() || QFileInfo::exists(native)) {
+        return native;
+    }
+    if (!native.startsWith(u'/')) {
+        return FindOfAnyCase("./"_L1 + native).mid(2);
+    }
+    return FindOfAnyCase(native);
+}
+
+// Asks for the access right instead of opening: where closing any descriptor of a file drops all
+// the locks that this process holds on it, a trial opening would unlock an open catalogue.
+bool sys::CanRead(const QString& path) {
+    const QFileInfo info(ToNative(path));
+    return info.exists() && !info.isDir() && info.isReadable();
+}
+
+bool sys::Exists(const QString& path) {
+    return QFileInfo::exists(ToNative(path));
+}
+
+QByteArray sys::ReadBytes(const QString& path) {
+    QFile file(ToNative(path));
+    if (!file.exists()) {
+        throw Erro(Erro::FileNotFound);
+    }
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw Erro(Erro::PathFileAccess);
+    }
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        throw Erro(Erro::PathFileAccess);
+    }
+    return bytes;
+}
+
+QString sys::DecodeText(const QByteArray& bytes) {
+    if (bytes.isValidUtf8()) {
+        return QString::fromUtf8(bytes);
+    }
+    QString text = QString::fromLatin1(bytes);
+    for (QChar& character : text) {
+        if (character >= u'\x80' && character <= u'\x9f') {
+            character = Windows1252.at(character.unicode() - 0x80);
+        }
+    }
+    return text;
+}
+
+QString sys::ReadText(const QString& path) {
+    return DecodeText(ReadBytes(path));
+}
+
+void sys::Delete(const QString& path) {
+    QFile file(ToNative(path));
+    if (!file.exists()) {
+        throw Erro(Erro::FileNotFound);
+    }
+    if (QFileInfo(file).isDir()) {
+        throw Erro(Erro::PathFileAccess);
+    }
+    if constexpr (HasDrives) {
+        // There a read-only file refuses to go; elsewhere only the folder's rights count.
+        file.setPermissions(file.permissions() | QFileDevice::WriteUser);
+    }
+    if (!file.remove()) {
+        throw Erro(Erro::PermissionDenied);
+    }
+}
+
+void sys::MakeDirectory(const QString& path) {
+    const QString native = ToNative(path);
+    if (QDir().mkdir(native)) {
+        return;
+    }
+    const bool parentMissing = !QFileInfo::exists(QFileInfo(QDir::cleanPath(native)).path());
+    throw Erro(parentMissing ? Erro::PathNotFound : Erro::PathFileAccess);
+}
+
+void sys::Rename(const QString& from, const QString& to) {
+    const QString source = ToNative(from);
+    const QString target = ToNative(to);
+    if (!QFileInfo::exists(source)) {
+        throw Erro(Erro::FileNotFound);
+    }
+    if (QFileInfo::exists(target)) {
+        throw Erro(Erro::FileAlreadyExists);
+    }
+    if (!QFile::rename(source, target)) {
+        throw Erro(Erro::PathFileAccess);
+    }
+}
+
+QString sys::ProgramFolder() {
+    return QCoreApplication::applicationDirPath();
+}
+
+QString sys::MachineFolder() {
+    const QString folder = HasDrives ? qEnvironmentVariable("ProgramData") + "/TarvoCatalogo"_L1
+                                     : u"/etc/tarvo-catalogo"_s;
+    return QFileInfo(folder).isDir() ? folder : QString();
+}
+
+QString sys::UserDataFolder() {
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    return !folder.isEmpty() && QDir().mkpath(folder) ? folder : QString();
+}
+
+quint32 sys::VolumeSerial(const QString& root) {
+#ifdef Q_OS_WIN
+    DWORD serial = 0;
+    const std::wstring native = QDir::toNativeSeparators(ToNative(root)).toStdWString();
+    return GetVolumeInformationW(native.c_str(), nullptr, 0, &serial, nullptr, nullptr, nullptr, 0)
+               ? serial
+               : 0;
+#else
+    struct statvfs volume = {};
+    if (statvfs(QFile::encodeName(ToNative(root)).constData(), &volume) != 0) {
+        return 0;
+    }
+    const quint64 id = volume.f_fsid;
+    return static_cast<quint32>(id ^ (id >> 32));
+#endif
+}

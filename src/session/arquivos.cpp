@@ -1,0 +1,81 @@
+#include "platform/erro.h"
+#include "platform/system/clock.h"
+#include "platform/system/paths.h"
+#include "session/global.h"
+#include "session/modulo.h"
+
+#include <QRandomGenerator>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString ComBarraFinal(const QString& pasta, bool barraFinal) {
+    return barraFinal && !pasta.endsWith(u'\\') ? pasta + u'\\' : pasta;
+}
+
+}  // namespace
+
+QString CaminhoPrograma(bool barraFinal) {
+    return ComBarraFinal(sys::ProgramFolder(), barraFinal);
+}
+
+void ExcluirArquivo(const QString& caminho) {
+    if (ArquivoExiste(caminho)) {
+        sys::Delete(caminho);
+    }
+}
+
+bool DiretorioExiste(const QString& caminho) {
+    return sys::Exists(caminho);
+}
+
+void CriarDiretorios(const QString& base, const QString& relativo, bool ultimoEhArquivo) {
+    QStringList pedacos = relativo.split(u'\\');
+    if (ultimoEhArquivo) {
+        pedacos.removeLast();
+    }
+    QString pasta = base;
+    for (const QString& pedaco : pedacos) {
+        pasta += pedaco;
+        if (!DiretorioExiste(pasta)) {
+            sys::MakeDirectory(pasta);
+        }
+        pasta += u'\\';
+    }
+}
+
+QString NomeArquivoTemporario() {
+    const QString serial = SerialVolume(u"C:\\"_s);
+    QString nome;
+    do {
+        const QString momento = sys::FromSerial(sys::Now()).toString(u"sshhyymmMMdd"_s);
+        const int r = QRandomGenerator::global()->bounded(10000);
+        nome = gCaminho + momento + serial + QString::number(r) + u".tmp"_s;
+    } while (ArquivoExiste(nome));
+    return nome;
+}
+
+QString SerialVolume(const QString& raiz) {
+    return u"%1"_s.arg(sys::VolumeSerial(raiz), 8, 16, QLatin1Char('0')).toUpper();
+}
+
+QString PastaSistema(const QString& nome, bool barraFinal) {
+    const QString pasta =
+        nome.trimmed().toUpper() == "SYSTEM"_L1 ? sys::MachineFolder() : QString();
+    return pasta.isEmpty() ? CaminhoPrograma(barraFinal) : ComBarraFinal(pasta, barraFinal);
+}
+
+QString PastaDadosUsuario(bool barraFinal) {
+    const QString base = sys::UserDataFolder();
+    if (base.isEmpty()) {
+        return PastaSistema(u"SYSTEM"_s, barraFinal);
+    }
+    const QString raiz = ComBarraFinal(base, true);
+    try {
+        CriarDiretorios(raiz, u"Ordavia"_s, false);
+    } catch (const Erro&) {
+        // Whoever writes there meets the error again, with a file to name.
+    }
+    return ComBarraFinal(raiz + u"Ordavia"_s, barraFinal);
+}

@@ -1,0 +1,151 @@
+#include "session/banco.h"
+
+#include "platform/erro.h"
+#include "session/global.h"
+#include "session/modulo.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+// The update lock, while it is held.
+std::unique_ptr<dao::Workspace> mWsLockTrans;
+std::unique_ptr<dao::Database> mDbLockTrans;
+
+bool TemRegistro(const QString& sql) {
+    return !gDB->OpenRecordset(sql, dao::dbOpenForwardOnly)->Eof();
+}
+
+void AtualizarCache() {
+    dao::DBEngine::Instance().Idle(dao::dbRefreshCache);
+}
+
+}  // namespace
+
+void AbrirBancoDados(std::unique_ptr<dao::Workspace>& workspace, const QString& nomeWorkspace,
+                     std::unique_ptr<dao::Database>& banco, bool somenteLeitura) {
+    workspace = dao::DBEngine::Instance().CreateWorkspace(nomeWorkspace, QStringLiteral("admin"),
+                                                          QString(), dao::dbUseJet);
+    banco = workspace->OpenDatabase(gCaminho + QLatin1String("Tarvo.mdb"), false, somenteLeitura,
+                                    QLatin1String(";pwd=") + SenhaBancoDados());
+}
+
+void FecharBancoDados(std::unique_ptr<dao::Workspace>& workspace,
+                      std::unique_ptr<dao::Database>& banco) {
+    // Dropping either one closes it without an error, the workspace with its open transaction.
+    banco.reset();
+    workspace.reset();
+}
+
+// Stands nowhere as a whole, so that looking through the program's texts does not show it.
+QString SenhaBancoDados() {
+    QString senha = QChar(76);
+    senha += QChar(94);
+    senha += QChar(53);
+    senha += QChar(81);
+    senha += QChar(105);
+    senha += QChar(118);
+    senha += QChar(65);
+    senha += QChar(55);
+    senha += QChar(89);
+    senha += QChar(102);
+    senha += QChar(46);
+    senha += QChar(116);
+    senha += QChar(120);
+    return senha;
+}
+
+bool BloquearBancoDados(bool bloquear) {
+    if (!bloquear) {
+        mWsLockTrans->CommitTrans(0);
+        FecharBancoDados(mWsLockTrans, mDbLockTrans);
+        return true;
+    }
+    AbrirBancoDados(mWsLockTrans, QStringLiteral("mWsLockTrans"), mDbLockTrans, false);
+    mWsLockTrans->BeginTrans();
+    try {
+        mDbLockTrans->Execute(QStringLiteral("UPDATE CONTROLETRAN SET a = a"),
+                              dao::dbFailOnError + dao::dbSeeChanges);
+        return true;
+    } catch (const Erro&) {
+        FecharBancoDados(mWsLockTrans, mDbLockTrans);
+        return false;
+    }
+}
+
+void GravarUltimaVerificacao(const QString& dataHora, const QString& flagErro) {
+    QStringList campos;
+    if (!dataHora.isEmpty()) {
+        campos.append(QLatin1String("DataUltimaVerificacao=") + dataHora);
+    }
+    if (!flagErro.isEmpty()) {
+        campos.append(QLatin1String("FlagErroUltimaVerificacao=") + flagErro);
+    }
+    if (campos.isEmpty()) {
+        return;
+    }
+    std::unique_ptr<dao::Workspace> workspace;
+    std::unique_ptr<dao::Database> banco;
+    AbrirBancoDados(workspace, QStringLiteral("sWsNotReadOnly"), banco, false);
+    workspace->BeginTrans();
+    banco->Execute(QLatin1String("UPDATE UMREGISTRO SET ") + campos.join(u','), dao::dbFailOnError);
+    workspace->CommitTrans(dao::dbForceOSFlush);
+    AtualizarCache();
+    FecharBancoDados(workspace, banco);
+    QCoreApplication::processEvents();
+    AtualizarCache();
+    QCoreApplication::processEvents();
+}
+
+void GravarClienteConcorrente(qint32 codigo) {
+    try {
+        gDB->Execute(QLatin1String("UPDATE CODIGOCLIENTECONCORRENTE SET "
+                                   "CodigoClienteConcorrente = ") +
+                     QString::number(codigo));
+    } catch (const Erro& erro) {
+        MostrarErro(erro.Number(), erro.Description());
+    }
+}
+
+bool CodigoEmUso(const QString& tipo, qint32 codigo) {
+    struct Consulta {
+        QLatin1String tipo;
+        QLatin1String sql;
+    };
+    static constexpr Consulta Consultas[] = {
+        {QLatin1String("COM"), QLatin1String("SELECT CodigoComponente FROM PECA_COMPONENTE "
+                                             "WHERE CodigoComponente = ")},
+        {QLatin1String("JRE"),
+         QLatin1String("SELECT CodigoJogoReparo FROM PECA_COMPONENTE_JOGOREPARO "
+                       "WHERE CodigoJogoReparo = ")},
+        {QLatin1String("VEI"), QLatin1String("SELECT CodigoVeiculo FROM VEICULO_PECA "
+                                             "WHERE CodigoVeiculo = ")},
+        {QLatin1String("FPC"), QLatin1String("SELECT CodigoFotoPecaPesquisa FROM PECA "
+                                             "WHERE CodigoFotoPecaPesquisa = ")},
+    };
+    if (tipo == QLatin1String("PCA")) {
+        return true;
+    }
+    const auto* consulta = std::find_if(std::begin(Consultas), std::end(Consultas),
+                                        [&tipo](const Consulta& c) { return c.tipo == tipo; });
+    // Another kind leaves the text empty, which the engine rejects.
+    return TemRegistro(consulta == std::end(Consultas) ? QString()
+                                                       : consulta->sql + QString::number(codigo));
+}
+
+bool PossuiFiguraDetalhada(qint32 codigoPeca) {
+    const auto peca =
+        gDB->OpenRecordset(QLatin1String("SELECT CodigoFigura FROM PECA WHERE CodigoPeca = ") +
+                               QString::number(codigoPeca),
+                           dao::dbOpenForwardOnly);
+    return !peca->Eof() && !peca->Fields(QStringLiteral("CodigoFigura")).Value().isNull();
+}
+
+bool PossuiListaComponentes(qint32 codigoPeca) {
+    return TemRegistro(
+        QLatin1String("SELECT ItemComponente FROM PECA_COMPONENTE WHERE CodigoPeca = ") +
+        QString::number(codigoPeca));
+}

@@ -1,0 +1,87 @@
+#include "platform/forms/artwork.h"
+#include "support/testmain.h"
+
+#include <QPainter>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using forms::Artwork;
+
+namespace {
+
+constexpr int kEscala = 2;
+
+QImage Pintar(Artwork& desenho, Artwork::State estado) {
+    QImage imagem(desenho.Size() * kEscala, QImage::Format_RGB32);
+    imagem.setDevicePixelRatio(kEscala);
+    imagem.fill(Qt::magenta);
+    QPainter pintor(&imagem);
+    const QRectF tudo(QPointF(), QSizeF(desenho.Size()));
+    desenho.Paint(pintor, tudo, tudo, estado);
+    return imagem;
+}
+
+// The smallest part that holds all points in which the two differ, in design pixels.
+QRectF Diferenca(const QImage& a, const QImage& b, const QRect& parte) {
+    QRect limites;
+    for (int y = parte.top(); y <= parte.bottom(); ++y) {
+        for (int x = parte.left(); x <= parte.right(); ++x) {
+            if (a.pixel(x, y) != b.pixel(x, y)) {
+                limites |= QRect(x, y, 1, 1);
+            }
+        }
+    }
+    return {QPointF(limites.topLeft()) / kEscala, QSizeF(limites.size()) / kEscala};
+}
+
+}  // namespace
+
+// A lit picture is cut out of the lit drawing: whatever changes outside the cut-outs would never be
+// seen, and a button that does not change in its own would never light.
+class DesenhosTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void Acesos_data() {
+        QTest::addColumn<QSize>("tamanho");
+        QTest::addColumn<QList<QRect>>("recortes");
+        QTest::newRow("pesquisa") << QSize(800, 600)
+                                  << QList<QRect>{{476, 137, 301, 47}, {619, 292, 157, 47},
+                                                  {619, 442, 157, 48}, {14, 398, 73, 36},
+                                                  {14, 455, 67, 33},   {15, 507, 59, 34},
+                                                  {674, 9, 100, 16},   {508, 8, 141, 18}};
+        QTest::newRow("pesquisa-pecas") << QSize(800, 162) << QList<QRect>{{744, 105, 51, 53}};
+        QTest::newRow("pesquisa-veiculos") << QSize(800, 162) << QList<QRect>{{744, 104, 51, 53}};
+        QTest::newRow("pesquisa-figuras") << QSize(648, 162) << QList<QRect>{{592, 106, 51, 53}};
+        QTest::newRow("moldura") << QSize(139, 108) << QList<QRect>{};
+        QTest::newRow("apresentacao") << QSize(800, 600) << QList<QRect>{};
+        QTest::newRow("creditos") << QSize(800, 600) << QList<QRect>{};
+        QTest::newRow("icone") << QSize(256, 256) << QList<QRect>{};
+    }
+
+    void Acesos() {
+        QFETCH(QSize, tamanho);
+        QFETCH(QList<QRect>, recortes);
+        const auto desenho = Artwork::Load(QString::fromLatin1(QTest::currentDataTag()));
+        QCOMPARE(desenho->Size(), tamanho);
+
+        const QImage repouso = Pintar(*desenho, Artwork::State::Rest);
+        QImage aceso = Pintar(*desenho, Artwork::State::Lit);
+        for (const QRect& recorte : recortes) {
+            const QRect parte(recorte.topLeft() * kEscala, recorte.size() * kEscala);
+            const QRectF mudou = Diferenca(repouso, aceso, parte);
+            QVERIFY2(
+                mudou.width() > recorte.width() * 0.8 && mudou.height() > recorte.height() * 0.8,
+                qPrintable(u"%1,%2"_s.arg(recorte.x()).arg(recorte.y())));
+            QPainter(&aceso).drawImage(recorte.topLeft(), repouso.copy(parte));
+        }
+        const QRectF fora = Diferenca(repouso, aceso, repouso.rect());
+        QVERIFY2(
+            fora.isEmpty(),
+            qPrintable(
+                u"%1,%2 %3x%4"_s.arg(fora.x()).arg(fora.y()).arg(fora.width()).arg(fora.height())));
+    }
+};
+
+TARVO_TEST(DesenhosTest);
+#include "desenhos_test.moc"

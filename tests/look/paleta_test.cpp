@@ -1,0 +1,63 @@
+#include "look/paleta.h"
+
+#include "support/testmain.h"
+
+#include <QTest>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+double Luminancia(const QColor& cor) {
+    const auto linear = [](double canal) {
+        return canal <= 0.04045 ? canal / 12.92 : std::pow((canal + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(cor.redF()) + 0.7152 * linear(cor.greenF()) +
+           0.0722 * linear(cor.blueF());
+}
+
+double Contraste(const QColor& a, const QColor& b) {
+    const auto [menor, maior] = std::minmax({Luminancia(a), Luminancia(b)});
+    return (maior + 0.05) / (menor + 0.05);
+}
+
+}  // namespace
+
+// Text keeps 4.5 to 1 on every ground that it stands on, and the edge of a box 3 to 1.
+class PaletaTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void Contrastes_data() {
+        QTest::addColumn<QColor>("frente");
+        QTest::addColumn<QColor>("fundo");
+        QTest::addColumn<double>("minimo");
+        const Paleta& p = Paleta::Atual();
+        const auto texto = [](const char* nome, const QColor& frente,
+                              std::initializer_list<QColor> fundos) {
+            for (const QColor& fundo : fundos) {
+                QTest::addRow("%s %s", nome, qPrintable(fundo.name())) << frente << fundo << 4.5;
+            }
+        };
+        texto("tinta", p.tinta,
+              {p.papel, p.branco, p.gaveta, p.cabecaGrade, p.acento, p.acentoPalido});
+        texto("tintaSuave", p.tintaSuave, {p.papel, p.branco, p.gaveta});
+        texto("gelo", p.gelo, {p.petroleo, p.petroleoFundo, p.petroleoVivo});
+        texto("nevoa", p.nevoa, {p.petroleo, p.petroleoFundo, p.petroleoVivo});
+        QTest::newRow("contorno") << p.contorno << p.branco << 3.0;
+        QTest::newRow("acento") << p.acento << p.petroleoVivo << 3.0;
+        QTest::newRow("acentoTraco") << p.acentoTraco << p.papel << 3.0;
+    }
+
+    void Contrastes() {
+        QFETCH(QColor, frente);
+        QFETCH(QColor, fundo);
+        QFETCH(double, minimo);
+        const double contraste = Contraste(frente, fundo);
+        QVERIFY2(contraste >= minimo, qPrintable(QString::number(contraste)));
+    }
+};
+
+TARVO_TEST(PaletaTest);
+#include "paleta_test.moc"

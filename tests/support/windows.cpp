@@ -1,0 +1,68 @@
+#include "support/windows.h"
+
+#include <QTest>
+
+#include "platform/forms/msgbox.h"
+
+namespace testing_support {
+namespace {
+
+// The window system hands an event to the lowest widget at its place; so does this.
+std::pair<QWidget*, QPoint> At(forms::Form& form, QPoint place) {
+    const QPoint inForm = form.Picture()->mapTo(&form, place);
+    QWidget* widget = form.childAt(inForm);
+    if (!widget) {
+        widget = &form;
+    }
+    return {widget, widget->mapFrom(&form, inForm)};
+}
+
+}  // namespace
+
+BoxAnswers::BoxAnswers(QList<int> answers) : answers_(std::move(answers)) {
+    forms::SetMsgBoxHandler([this](const QString& text, int flags, const QString& title) {
+        shown_.append({text, flags, title});
+        if (!answers_.isEmpty()) {
+            return answers_.takeFirst();
+        }
+        return flags & forms::vbYesNo ? forms::vbNo : forms::vbOK;
+    });
+}
+
+BoxAnswers::~BoxAnswers() {
+    forms::SetMsgBoxHandler({});
+}
+
+forms::Form* WaitForForm(const QString& name, int milliseconds) {
+    const auto is = [&] {
+        const forms::Form* active = forms::Form::Active();
+        return active && active->Name() == name;
+    };
+    return QTest::qWaitFor(is, milliseconds) ? forms::Form::Active() : nullptr;
+}
+
+void ClickAt(forms::Form& form, QPoint place) {
+    const auto [widget, position] = At(form, place);
+    QTest::mouseClick(widget, Qt::LeftButton, {}, position);
+}
+
+void DoubleClickAt(forms::Form& form, QPoint place) {
+    const auto [widget, position] = At(form, place);
+    QTest::mouseClick(widget, Qt::LeftButton, {}, position);
+    QTest::mouseDClick(widget, Qt::LeftButton, {}, position);
+}
+
+void MoveTo(forms::Form& form, QPoint place) {
+    const auto [widget, position] = At(form, place);
+    QTest::mouseMove(widget, position);
+    Settle();
+}
+
+void Settle() {
+    QCoreApplication::sendPostedEvents();
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCoreApplication::processEvents();
+}
+
+}  // namespace testing_support

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QList>
+#include <QPoint>
+#include <QStringList>
+
+#include "platform/forms/form.h"
+
+// Driving the program's windows in a test.
+namespace testing_support {
+
+// Answers the message boxes that come while it lives, in order; a box without an answer left is
+// answered by OK (1) or no (7). Their texts are kept, so that a test can ask what was said.
+class BoxAnswers {
+public:
+    explicit BoxAnswers(QList<int> answers = {});
+    ~BoxAnswers();
+
+    struct Shown {
+        QString text;
+        int flags;
+        QString title;
+    };
+    const QList<Shown>& Boxes() const { return shown_; }
+
+private:
+    QList<int> answers_;
+    QList<Shown> shown_;
+};
+
+// Waits until the screen of this name is loaded and active; null after `milliseconds`.
+forms::Form* WaitForForm(const QString& name, int milliseconds = 5000);
+
+// The mouse at a place of the screen's picture, in design pixels, wherever a control stands there.
+void ClickAt(forms::Form& form, QPoint place);
+void DoubleClickAt(forms::Form& form, QPoint place);
+void MoveTo(forms::Form& form, QPoint place);
+
+// The control of this object name; the test program ends if there is none.
+template <typename Control>
+Control& Find(forms::Form& form, const QString& name) {
+    auto* control = form.findChild<Control*>(name);
+    if (!control) {
+        qFatal("%s has no %s", qPrintable(form.Name()), qPrintable(name));
+    }
+    return *control;
+}
+
+// Lets events run until nothing is left that is due, deletions of unloaded forms included.
+void Settle();
+
+}  // namespace testing_support
