@@ -106,16 +106,16 @@ void frmListaPecas::AbrirFigura() {
 }
 
 void frmListaPecas::VoltarResultado() {
-    forms::SetMousePointer(forms::Busy);
+    forms::SetMousePointer(forms::vbHourglass);
     UnicaInstancia<frmResultadoPesquisa>().SetVisible(true);
     Unload();
-    forms::SetMousePointer(forms::Normal);
+    forms::SetMousePointer(forms::vbDefault);
 }
 
 void frmListaPecas::VoltarPesquisa() {
-    forms::SetMousePointer(forms::Busy);
+    forms::SetMousePointer(forms::vbHourglass);
     UnicaInstancia<frmResultadoPesquisa>().Unload();
     gFrmPesquisa->SetVisible(true);
     Unload();
-    forms::SetMousePointer(forms::Normal);
+    forms::SetMousePointer(forms::vbDefault);
 }

@@ -107,8 +107,7 @@ void frmResultadoPesquisa::CriarControles() {
     lblInf = new forms::Label(u"lblInf"_s, Picture());
     cboNumeroClienteConcorrentePeca = new forms::ComboList(
         u"cboNumeroClienteConcorrentePeca"_s, u"Cliente"_s, Picture());
-    imgFotoPeca = new forms::Picture(u"imgFotoPeca"_s, Picture());
-    imgFotoPeca->setAccessibleName(u"Foto da peça"_s);
+    imgFotoPeca = new forms::Picture(u"imgFotoPeca"_s, u"Foto da peça"_s, Picture());
 
     dtcResultadoPesquisaPeca = new forms::DataSource(u"dtcResultadoPesquisaPeca"_s, this);
     grdResultadoPesquisaPeca =
@@ -213,7 +212,7 @@ void frmResultadoPesquisa::CarregarFoto() {
     try {
         const QString arquivo = convert::ToTextOrEmpty(
             dtcResultadoPesquisaPeca->GetRecordset()->Fields(u"ArquivoFotoPeca"_s).Value());
-        imgFotoPeca->SetPicture(forms::LoadPicture(gCaminho + u"FotoPeca\\"_s + arquivo,
+        imgFotoPeca->SetPixmap(forms::LoadPicture(gCaminho + u"FotoPeca\\"_s + arquivo,
                                                    imgFotoPeca->size(), devicePixelRatioF()));
     } catch (const Erro&) {
         return;
@@ -243,10 +242,10 @@ bool frmResultadoPesquisa::PodeAvancar(bool (*possui)(qint32), const QString& re
 }
 
 void frmResultadoPesquisa::Avancar(Form& proxima) {
-    forms::SetMousePointer(forms::Busy);
+    forms::SetMousePointer(forms::vbHourglass);
     proxima.Show();
     SetVisible(false);
-    forms::SetMousePointer(forms::Normal);
+    forms::SetMousePointer(forms::vbDefault);
 }
 
 void frmResultadoPesquisa::AbrirLista() {
@@ -265,8 +264,8 @@ void frmResultadoPesquisa::AbrirFigura() {
 }
 
 void frmResultadoPesquisa::VoltarPesquisa() {
-    forms::SetMousePointer(forms::Busy);
+    forms::SetMousePointer(forms::vbHourglass);
     gFrmPesquisa->SetVisible(true);
     Unload();
-    forms::SetMousePointer(forms::Normal);
+    forms::SetMousePointer(forms::vbDefault);
 }

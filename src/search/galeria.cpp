@@ -53,10 +53,10 @@ void frmPesquisa::ExibirFiguras(qint32 primeira) {
         try {
             const Figura& figura = LinhaDaGaleria(primeira + i);
             lblDescricaoFigura[size_t(i)]->SetText(figura.descricao);
-            miniatura->SetPicture(forms::LoadPicture(gCaminho + u"FotoPeca\\"_s + figura.arquivo,
+            miniatura->SetPixmap(forms::LoadPicture(gCaminho + u"FotoPeca\\"_s + figura.arquivo,
                                                      miniatura->size(), devicePixelRatioF()));
         } catch (const Erro&) {
-            miniatura->SetPicture({});
+            miniatura->SetPixmap({});
         }
     }
     mPrimeiraFigura = primeira;

@@ -117,8 +117,8 @@ void frmPesquisa::AbrirResultado(int aba) {
         return;
     }
     ParametroFormulario = referencia->tipo + referencia->codigo + referencia->titulo;
-    forms::SetMousePointer(forms::Busy);
+    forms::SetMousePointer(forms::vbHourglass);
     UnicaInstancia<frmResultadoPesquisa>().Show();
     SetVisible(false);
-    forms::SetMousePointer(forms::Normal);
+    forms::SetMousePointer(forms::vbDefault);
 }

@@ -6,10 +6,10 @@
 #include "platform/forms/boundgrid.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
-#include "platform/forms/msgbox.h"
 #include "search/pesquisa.h"
 #include "session/global.h"
 #include "support/catalogo.h"
+#include "support/windows.h"
 
 // The search screen over a small catalogue, and a hand for its controls and for those of the
 // screens that open from it.
@@ -18,10 +18,6 @@ public:
     Janela() {
         catalogo.Executar(LinhasDePesquisa());
         catalogo.Executar(LinhasDePecas());
-        forms::SetMsgBoxHandler([this](const QString& texto, int flags, const QString&) {
-            caixas += QString::number(flags) + u' ' + texto;
-            return forms::vbOK;
-        });
     }
 
     ~Janela() {
@@ -29,8 +25,7 @@ public:
             form->Tag = frmPesquisa::Recarregando;
             form->Unload();
         }
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        forms::SetMsgBoxHandler({});
+        testing_support::Settle();
     }
 
     void Abrir() {
@@ -45,11 +40,7 @@ public:
         if (!form) {
             qFatal("screen %s is not loaded", qPrintable(tela));
         }
-        auto* controle = form->findChild<Controle*>(nome);
-        if (!controle) {
-            qFatal("no control %s", qPrintable(nome));
-        }
-        return controle;
+        return &testing_support::Find<Controle>(*form, nome);
     }
 
     static void Clicar(const QString& tela, const QString& nome) {
@@ -70,6 +61,17 @@ public:
         return valores;
     }
 
+    // Flags and text of each message box, in order.
+    QStringList Caixas() const {
+        QStringList caixas;
+        for (const auto& caixa : respostas_.Boxes()) {
+            caixas += QString::number(caixa.flags) + u' ' + caixa.text;
+        }
+        return caixas;
+    }
+
     CatalogoDeTeste catalogo;
-    QStringList caixas;  // flags and text of each message box, in order
+
+private:
+    testing_support::BoxAnswers respostas_;
 };

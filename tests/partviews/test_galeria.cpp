@@ -110,7 +110,7 @@ private Q_SLOTS:
         janela_->Abrir();
         const auto vazia = [](int i) {
             return Janela::Achar<forms::Picture>(Busca, u"imgFigura(%1)"_s.arg(i))
-                ->GetPicture()
+                ->Pixmap()
                 .isNull();
         };
         QVERIFY(!vazia(0));

@@ -103,7 +103,7 @@ private Q_SLOTS:
         QFETCH(QString, numero);
         QFETCH(QString, caixa);
         AbrirDaBusca(tipo, numero);
-        QCOMPARE(janela_->caixas, QStringList{caixa});
+        QCOMPARE(janela_->Caixas(), QStringList{caixa});
         QVERIFY(gFrmPesquisa->isVisible());
         QVERIFY(!forms::Form::Find(Resultado));
     }
@@ -116,7 +116,7 @@ private Q_SLOTS:
         QCOMPARE(Pecas(), QStringList());
         Janela::Clicar(Resultado, u"imgListaComponentesFundo"_s);
         Janela::Clicar(Resultado, u"imgFiguraDetalhadaFundo"_s);
-        QCOMPARE(janela_->caixas, (QStringList{u"16 Nenhuma Peça encontrada."_s,
+        QCOMPARE(janela_->Caixas(), (QStringList{u"16 Nenhuma Peça encontrada."_s,
                                                u"16 Nenhuma Peça encontrada."_s}));
     }
 
@@ -144,7 +144,7 @@ private Q_SLOTS:
         AbrirDaBusca(u"Peças"_s, u"K5602"_s);
         Janela::Clicar(Resultado, u"imgListaComponentesFundo"_s);
         Janela::Clicar(Resultado, u"imgFiguraDetalhadaFundo"_s);
-        QCOMPARE(janela_->caixas,
+        QCOMPARE(janela_->Caixas(),
                  (QStringList{u"64 Essa Peça não possui Lista de Componentes."_s,
                               u"64 Essa Peça não possui Figura Detalhada."_s}));
         QCOMPARE(Janela::Coluna(Resultado, u"dtcVeiculosPeca"_s, u"Veiculo"_s), QStringList());
@@ -157,11 +157,11 @@ private Q_SLOTS:
         QVERIFY(foto.save(janela_->catalogo.Pasta() + u"/FotoPeca/PECA1.PNG"_s, "PNG"));
         AbrirDaBusca(u"Componentes"_s, u"K560"_s);
         auto* figura = Janela::Achar<forms::Picture>(Resultado, u"imgFotoPeca"_s);
-        const qint64 primeira = figura->GetPicture().cacheKey();
-        QVERIFY(!figura->GetPicture().isNull());
-        QVERIFY(figura->GetPicture().width() <= 250 * 4);
+        const qint64 primeira = figura->Pixmap().cacheKey();
+        QVERIFY(!figura->Pixmap().isNull());
+        QVERIFY(figura->Pixmap().width() <= 250 * 4);
         Janela::Linhas(Resultado, u"dtcResultadoPesquisaPeca"_s)->MoveNext();
-        QCOMPARE(figura->GetPicture().cacheKey(), primeira);
+        QCOMPARE(figura->Pixmap().cacheKey(), primeira);
     }
 };
 
