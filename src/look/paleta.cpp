@@ -67,6 +67,7 @@ Paleta Ler() {
         .acento = folha.Cor(u"acento"_s),
         .acentoPalido = folha.Cor(u"acento-palido"_s),
         .acentoTraco = folha.Cor(u"acento-traco"_s),
+        .alerta = folha.Cor(u"alerta"_s),
         .letra = folha.Texto(u"letra"_s),
         .corpoTitulo = folha.Pixels(u"corpo-titulo"_s),
         .corpoSecao = folha.Pixels(u"corpo-secao"_s),

@@ -22,6 +22,7 @@ struct Paleta {
     QColor acento;         // lit, chosen, under way
     QColor acentoPalido;   // ground of a chosen row
     QColor acentoTraco;    // the accent as a line on a light ground
+    QColor alerta;         // sign of an error
 
     QString letra;    // the family
     int corpoTitulo;  // pixels

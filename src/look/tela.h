@@ -1,14 +1,14 @@
 #pragma once
 
+#include "look/imagens.h"
+#include "platform/forms/controls.h"
+#include "platform/forms/form.h"
+
 #include <QList>
 #include <QRect>
 
 #include <functional>
 #include <span>
-
-#include "look/imagens.h"
-#include "platform/forms/controls.h"
-#include "platform/forms/form.h"
 
 // A control's place: design pixels from the corner of its parent.
 struct Lugar {

@@ -56,7 +56,8 @@ void frmListaPecas::CarregarListaPecas(const QString& Ordem, const QString& Item
         "PECA_COMPONENTE.CodigoPeca = "_s +
         QString::number(gCodigoPeca) + u' ';
     if (jogo >= 1) {
-        sql += u"AND PECA_COMPONENTE_JOGOREPARO.CodigoJogoReparo = "_s + QString::number(jogo) + u' ';
+        sql +=
+            u"AND PECA_COMPONENTE_JOGOREPARO.CodigoJogoReparo = "_s + QString::number(jogo) + u' ';
     }
     sql +=
         u"GROUP BY "
@@ -129,15 +130,16 @@ void frmListaPecas::PreencherJogos() {
 }
 
 void frmListaPecas::PreencherTitulo() {
-    const auto peca = gDB->OpenRecordset(u"SELECT "
-                                         "DescricaoPeca, "
-                                         "NumeroTarvoPeca "
-                                         "FROM "
-                                         "PECA "
-                                         "WHERE "
-                                         "CodigoPeca = "_s +
-                                             QString::number(gCodigoPeca),
-                                         dao::dbOpenForwardOnly);
+    const auto peca = gDB->OpenRecordset(
+        u"SELECT "
+        "DescricaoPeca, "
+        "NumeroTarvoPeca "
+        "FROM "
+        "PECA "
+        "WHERE "
+        "CodigoPeca = "_s +
+            QString::number(gCodigoPeca),
+        dao::dbOpenForwardOnly);
     if (peca->Eof()) {
         return;
     }

@@ -51,8 +51,8 @@ void frmListaPecas::CriarControles() {
     lblInf = new forms::Label(u"lblInf"_s, Picture());
     cboMostraNaListaPecas = new forms::ComboList(
         u"cboMostraNaListaPecas"_s, u"Componentes de qual jogo de reparo"_s, Picture());
-    cboNumeroClienteConcorrenteComponente = new forms::ComboList(
-        u"cboNumeroClienteConcorrenteComponente"_s, u"Cliente"_s, Picture());
+    cboNumeroClienteConcorrenteComponente =
+        new forms::ComboList(u"cboNumeroClienteConcorrenteComponente"_s, u"Cliente"_s, Picture());
 
     const auto caixa = [this](const QString& nome, const QString& descricao) {
         return new forms::TextBox(nome, descricao, Picture());

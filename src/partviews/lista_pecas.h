@@ -1,11 +1,11 @@
 #pragma once
 
-#include <array>
-
 #include "look/tela.h"
 #include "platform/forms/boundgrid.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/datasource.h"
+
+#include <array>
 
 // The components of the part in gCodigoPeca, one row per item, with four boxes to jump in the list,
 // a filter by kit, and the kits of the item under the cursor. Its sources: lista_pecas.cpp (life,

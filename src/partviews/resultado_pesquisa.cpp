@@ -105,8 +105,8 @@ void frmResultadoPesquisa::CriarControles() {
     CriarBotaoMinimizar();
 
     lblInf = new forms::Label(u"lblInf"_s, Picture());
-    cboNumeroClienteConcorrentePeca = new forms::ComboList(
-        u"cboNumeroClienteConcorrentePeca"_s, u"Cliente"_s, Picture());
+    cboNumeroClienteConcorrentePeca =
+        new forms::ComboList(u"cboNumeroClienteConcorrentePeca"_s, u"Cliente"_s, Picture());
     imgFotoPeca = new forms::Picture(u"imgFotoPeca"_s, u"Foto da peça"_s, Picture());
 
     dtcResultadoPesquisaPeca = new forms::DataSource(u"dtcResultadoPesquisaPeca"_s, this);
@@ -213,7 +213,7 @@ void frmResultadoPesquisa::CarregarFoto() {
         const QString arquivo = convert::ToTextOrEmpty(
             dtcResultadoPesquisaPeca->GetRecordset()->Fields(u"ArquivoFotoPeca"_s).Value());
         imgFotoPeca->SetPixmap(forms::LoadPicture(gCaminho + u"FotoPeca\\"_s + arquivo,
-                                                   imgFotoPeca->size(), devicePixelRatioF()));
+                                                  imgFotoPeca->size(), devicePixelRatioF()));
     } catch (const Erro&) {
         return;
     }
@@ -249,12 +249,11 @@ void frmResultadoPesquisa::Avancar(Form& proxima) {
 }
 
 void frmResultadoPesquisa::AbrirLista() {
-    if (!PodeAvancar(PossuiListaComponentes,
-                     u"Essa Peça não possui Lista de Componentes."_s)) {
+    if (!PodeAvancar(PossuiListaComponentes, u"Essa Peça não possui Lista de Componentes."_s)) {
         return;
     }
-    gCodigoPeca = convert::ToInt32(
-        dtcResultadoPesquisaPeca->GetRecordset()->Fields(u"CodigoPeca"_s).Value());
+    gCodigoPeca =
+        convert::ToInt32(dtcResultadoPesquisaPeca->GetRecordset()->Fields(u"CodigoPeca"_s).Value());
     gCodigoClienteConcorrente = cboNumeroClienteConcorrentePeca->SelectedItemData();
     Avancar(UnicaInstancia<frmListaPecas>());
 }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QString>
-
 #include "session/modulo.h"
+
+#include <QString>
 
 // Pieces from which the searches build their SQL texts.
 namespace consulta {
@@ -13,8 +13,8 @@ inline QString Texto(const QString& digitado) {
     return digitado.trimmed().replace(u'\'', u'´');
 }
 
-// A customer's or competitor's number as stored. Unlike the maker's own number it keeps a digit that
-// stands in front of a letter.
+// A customer's or competitor's number as stored. Unlike the maker's own number it keeps a digit
+// that stands in front of a letter.
 inline QString NumeroDeCliente(const QString& digitado) {
     return RemoverZerosEsquerda(SomenteAlfanumericos(digitado));
 }

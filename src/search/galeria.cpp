@@ -18,15 +18,16 @@ constexpr int RecuoMoldura = 10;
 
 void frmPesquisa::CarregarFiguras() {
     mFiguras.clear();
-    const auto figuras = gDB->OpenRecordset(u"SELECT "
-                                            "CodigoFotoPecaPesquisa,"
-                                            "DescricaoFotoPecaPesquisa,"
-                                            "ArquivoFotoPecaPesquisa "
-                                            "FROM "
-                                            "FOTOPECAPESQUISA "
-                                            "ORDER BY "
-                                            "DescricaoFotoPecaPesquisa"_s,
-                                            dao::dbOpenForwardOnly);
+    const auto figuras = gDB->OpenRecordset(
+        u"SELECT "
+        "CodigoFotoPecaPesquisa,"
+        "DescricaoFotoPecaPesquisa,"
+        "ArquivoFotoPecaPesquisa "
+        "FROM "
+        "FOTOPECAPESQUISA "
+        "ORDER BY "
+        "DescricaoFotoPecaPesquisa"_s,
+        dao::dbOpenForwardOnly);
     for (; !figuras->Eof(); figuras->MoveNext()) {
         mFiguras.append({convert::ToTextOrEmpty(figuras->Fields(0).Value()),
                          convert::ToTextOrEmpty(figuras->Fields(1).Value()),
@@ -54,7 +55,7 @@ void frmPesquisa::ExibirFiguras(qint32 primeira) {
             const Figura& figura = LinhaDaGaleria(primeira + i);
             lblDescricaoFigura[size_t(i)]->SetText(figura.descricao);
             miniatura->SetPixmap(forms::LoadPicture(gCaminho + u"FotoPeca\\"_s + figura.arquivo,
-                                                     miniatura->size(), devicePixelRatioF()));
+                                                    miniatura->size(), devicePixelRatioF()));
         } catch (const Erro&) {
             miniatura->SetPixmap({});
         }

@@ -1,6 +1,7 @@
-#include <QRect>
-
+#include "look/paleta.h"
 #include "search/pesquisa.h"
+
+#include <QRect>
 
 using namespace Qt::StringLiterals;
 
@@ -88,6 +89,9 @@ void frmPesquisa::CriarFundo() {
     }
     CriarBotaoMinimizar();
     lblEmissao = new forms::Label(u"lblEmissao"_s, Picture());
+    QPalette sobrePetroleo = lblEmissao->palette();
+    sobrePetroleo.setColor(QPalette::WindowText, Paleta::Atual().gelo);
+    lblEmissao->setPalette(sobrePetroleo);
     pctBarraAtualizacao = new forms::Panel(u"pctBarraAtualizacao"_s, QString(), Picture());
 }
 
@@ -96,10 +100,10 @@ void frmPesquisa::CriarPainelPecas() {
     pctTelaPesquisa[0] = painel;
     txtNumeroTarvo = new forms::TextBox(u"txtNumeroTarvo"_s, u"Nº Tarvo"_s, painel);
     txtDescricao = new forms::TextBox(u"txtDescricao"_s, u"Descrição"_s, painel);
-    txtNumeroClienteConcorrente = new forms::TextBox(
-        u"txtNumeroClienteConcorrente"_s, u"Nº do cliente ou concorrente"_s, painel);
-    cboNumeroClienteConcorrente = new forms::ComboList(
-        u"cboNumeroClienteConcorrente"_s, u"Cliente ou concorrente"_s, painel);
+    txtNumeroClienteConcorrente = new forms::TextBox(u"txtNumeroClienteConcorrente"_s,
+                                                     u"Nº do cliente ou concorrente"_s, painel);
+    cboNumeroClienteConcorrente =
+        new forms::ComboList(u"cboNumeroClienteConcorrente"_s, u"Cliente ou concorrente"_s, painel);
     cboTipo = new forms::ComboList(u"cboTipo"_s, u"Tipo"_s, painel);
 
     dtcPesquisa1 = new forms::DataSource(u"dtcPesquisa1"_s, this);
@@ -142,8 +146,8 @@ void frmPesquisa::CriarPainelFiguras() {
     imgFiguraSelecionada->hide();
     for (int i = 0; i < int(imgFigura.size()); ++i) {
         const size_t n = size_t(i);
-        imgFigura[n] = new forms::Picture(Elemento(u"imgFigura"_s, i),
-                                          u"Figura %1"_s.arg(i + 1), pctPesquisaFiguras);
+        imgFigura[n] = new forms::Picture(Elemento(u"imgFigura"_s, i), u"Figura %1"_s.arg(i + 1),
+                                          pctPesquisaFiguras);
         lblDescricaoFigura[n] =
             new forms::Label(Elemento(u"lblDescricaoFigura"_s, i), pctPesquisaFiguras);
         lblDescricaoFigura[n]->SetAlignment(Qt::AlignHCenter | Qt::AlignTop);

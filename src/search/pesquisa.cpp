@@ -19,9 +19,8 @@ namespace {
 // The launcher waits for the end of the process whose identifier it is given, and starts the
 // catalogue again.
 void SairPeloLancador() {
-    sys::Start(u'"' + CaminhoPrograma(true) + u"Tarvo.exe\" "_s +
-                   QString::number(sys::OwnProcessId()),
-               1);
+    sys::Start(
+        u'"' + CaminhoPrograma(true) + u"Tarvo.exe\" "_s + QString::number(sys::OwnProcessId()), 1);
     sys::ExitNow(0);
 }
 
@@ -38,8 +37,8 @@ frmPesquisa::frmPesquisa() : Tela(u"frmPesquisa"_s, Kind::Screen, QSize(800, 600
     }
     for (size_t i = 0; i < pctTelaPesquisa.size(); ++i) {
         const QString indice = QString::number(i);
-        CriarBotao({u"RESULTADOPESQUISA"_s + indice, u"pctResultadoPesquisaFundo("_s + indice + u')',
-                    u"Abrir a linha escolhida"_s},
+        CriarBotao({u"RESULTADOPESQUISA"_s + indice,
+                    u"pctResultadoPesquisaFundo("_s + indice + u')', u"Abrir a linha escolhida"_s},
                    pctTelaPesquisa[i], pctTelaPesquisa[i]->Drawing());
     }
     OrdenarTabulacao();
@@ -83,8 +82,6 @@ void frmPesquisa::Unloading() {
         return;
     }
     forms::SetMousePointer(forms::vbHourglass);
-    dtcPesquisa1->Close();
-    dtcPesquisa2->Close();
     FecharBancoDados(gWS, gDB);
     forms::SetMousePointer(forms::vbDefault);
     if (ReiniciarPrograma) {
@@ -170,23 +167,23 @@ void frmPesquisa::AbrirAjuda() {
 }
 
 void frmPesquisa::CarregarDadosVerificacao(bool sAtualizarUltimaDataVerificacao) {
-    const auto registro = gDB->OpenRecordset(u"SELECT "
-                                             "DataEmissao,"
-                                             "ComplementoDataEmissao,"
-                                             "DataUltimaVerificacao,"
-                                             "FlagErroUltimaVerificacao "
-                                             "FROM "
-                                             "UMREGISTRO"_s,
-                                             dao::dbOpenForwardOnly);
+    const auto registro = gDB->OpenRecordset(
+        u"SELECT "
+        "DataEmissao,"
+        "ComplementoDataEmissao,"
+        "DataUltimaVerificacao,"
+        "FlagErroUltimaVerificacao "
+        "FROM "
+        "UMREGISTRO"_s,
+        dao::dbOpenForwardOnly);
     const QVariant ultima = registro->Fields(u"DataUltimaVerificacao"_s).Value();
     const bool nunca = convert::IsNull(ultima);
     if (sAtualizarUltimaDataVerificacao) {
         DataUltimaVerificacaoTela = nunca ? 1.0 : convert::ToDouble(ultima);
     }
 
-    TextoEmissao =
-        FormatarData(convert::ToDouble(registro->Fields(u"DataEmissao"_s).Value())) +
-        convert::ToTextOrEmpty(registro->Fields(u"ComplementoDataEmissao"_s).Value());
+    TextoEmissao = FormatarData(convert::ToDouble(registro->Fields(u"DataEmissao"_s).Value())) +
+                   convert::ToTextOrEmpty(registro->Fields(u"ComplementoDataEmissao"_s).Value());
     lblEmissao->SetText(TextoEmissao);
 
     if (nunca) {
@@ -194,8 +191,8 @@ void frmPesquisa::CarregarDadosVerificacao(bool sAtualizarUltimaDataVerificacao)
         return;
     }
     const QVariant falhou = registro->Fields(u"FlagErroUltimaVerificacao"_s).Value();
-    dicaVerificacao_ = (!convert::IsNull(falhou) && convert::ToInt64(falhou) == 1
-                            ? u"ERRO na Última Verificação"_s
-                            : u"Última Verificação"_s) +
-                       u": "_s + FormatarDataHora(convert::ToDouble(ultima));
+    dicaVerificacao_ =
+        (!convert::IsNull(falhou) && convert::ToInt64(falhou) == 1 ? u"ERRO na Última Verificação"_s
+                                                                   : u"Última Verificação"_s) +
+        u": "_s + FormatarDataHora(convert::ToDouble(ultima));
 }

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <array>
-#include <optional>
-
 #include "look/tela.h"
 #include "platform/forms/boundgrid.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/datasource.h"
+
+#include <array>
+#include <optional>
 
 // The home screen, the only one that lives from start to exit: three panels (parts, vehicles,
 // pictures) opened by three painted buttons. Its sources: pesquisa.cpp (life, events), layout.cpp
@@ -73,7 +73,8 @@ private:
     void LigarGaleria();
     const Figura& LinhaDaGaleria(qint32 linha) const;  // from 1; Erro 9 outside the table
 
-    // Opens the chosen row of tab 0 (parts), 1 (vehicles) or 2 (pictures) in the part result screen.
+    // Opens the chosen row of tab 0 (parts), 1 (vehicles) or 2 (pictures) in the part result
+    // screen.
     void AbrirResultado(int aba);
     std::optional<Referencia> ReferenciaDaPeca() const;
     std::optional<Referencia> ReferenciaDoVeiculo() const;

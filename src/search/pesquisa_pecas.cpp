@@ -17,8 +17,9 @@ void frmPesquisa::Pesquisar1(const QString& ordem) {
 
     const qint32 cliente = cboNumeroClienteConcorrente->SelectedItemData();
     if (cliente > 0) {
-        juncao = u"LEFT JOIN REFERENCIACRUZADA1 "
-                 "ON ?????.NumeroTarvo????? = REFERENCIACRUZADA1.NumeroTarvo "_s;
+        juncao =
+            u"LEFT JOIN REFERENCIACRUZADA1 "
+            "ON ?????.NumeroTarvo????? = REFERENCIACRUZADA1.NumeroTarvo "_s;
         const bool fabricante = QString::number(cliente).startsWith(u'1');
         const QString numero = txtNumeroClienteConcorrente->text();
         const bool digitado = !numero.trimmed().isEmpty();
@@ -28,30 +29,33 @@ void frmPesquisa::Pesquisar1(const QString& ordem) {
             colunaCliente = colunaJuntada;
         }
         if (digitado) {
-            consulta::Acrescentar(onde, fabricante
-                                  ? colunaJuntada + u" LIKE '"_s + consulta::NumeroDeCliente(numero) + u"*' "_s
-                                  : colunaJuntada + u" = '"_s + consulta::NumeroDeCliente(numero) + u"' "_s);
+            consulta::Acrescentar(
+                onde,
+                fabricante
+                    ? colunaJuntada + u" LIKE '"_s + consulta::NumeroDeCliente(numero) + u"*' "_s
+                    : colunaJuntada + u" = '"_s + consulta::NumeroDeCliente(numero) + u"' "_s);
         }
     }
     if (!txtNumeroTarvo->text().trimmed().isEmpty()) {
         consulta::Acrescentar(onde, u"?????.NumeroTarvo????? LIKE '"_s +
-                              NormalizarNumero(txtNumeroTarvo->text()) + u"*' "_s);
+                                        NormalizarNumero(txtNumeroTarvo->text()) + u"*' "_s);
     }
     if (!txtDescricao->text().trimmed().isEmpty()) {
-        consulta::Acrescentar(onde, u"?????.Descricao????? LIKE '"_s + consulta::Texto(txtDescricao->text()) +
-                              u"*' "_s);
+        consulta::Acrescentar(onde, u"?????.Descricao????? LIKE '"_s +
+                                        consulta::Texto(txtDescricao->text()) + u"*' "_s);
     }
 
-    const QString modelo = u"SELECT "
-                           "?????.NumeroTarvo????? As NumeroTarvo,"
-                           "?????.Descricao????? AS Descricao,"_s +
-                           colunaCliente +
-                           u","
-                           "'!!!!!' AS Tipo,"
-                           "Codigo????? AS Codigo "
-                           "FROM "
-                           "????? "_s +
-                           juncao + onde;
+    const QString modelo =
+        u"SELECT "
+        "?????.NumeroTarvo????? As NumeroTarvo,"
+        "?????.Descricao????? AS Descricao,"_s +
+        colunaCliente +
+        u","
+        "'!!!!!' AS Tipo,"
+        "Codigo????? AS Codigo "
+        "FROM "
+        "????? "_s +
+        juncao + onde;
 
     struct {
         const char16_t* escolha;
@@ -79,13 +83,14 @@ void frmPesquisa::Pesquisar1(const QString& ordem) {
 }
 
 void frmPesquisa::LimparPesquisa1() {
-    dtcPesquisa1->SetRecordSource(u"SELECT "
-                                  "PECA.NumeroTarvoPeca As NumeroTarvo,"
-                                  "PECA.DescricaoPeca AS Descricao,"
-                                  "PECA.NumeroTarvoPeca As NumeroClienteConcorrente,"
-                                  "'' AS Tipo "
-                                  "FROM "
-                                  "PECA "
-                                  "WHERE "
-                                  "CodigoPeca = -5"_s);
+    dtcPesquisa1->SetRecordSource(
+        u"SELECT "
+        "PECA.NumeroTarvoPeca As NumeroTarvo,"
+        "PECA.DescricaoPeca AS Descricao,"
+        "PECA.NumeroTarvoPeca As NumeroClienteConcorrente,"
+        "'' AS Tipo "
+        "FROM "
+        "PECA "
+        "WHERE "
+        "CodigoPeca = -5"_s);
 }

@@ -17,8 +17,8 @@ void frmPesquisa::Pesquisar2(const QString& ordem) {
                                         consulta::Texto(txtVeiculo->text()) + u"*' "_s);
     }
     if (fabricante != 0) {
-        consulta::Acrescentar(onde, u"VEICULO.CodigoClienteConcorrente = "_s +
-                                        QString::number(fabricante) + u' ');
+        consulta::Acrescentar(
+            onde, u"VEICULO.CodigoClienteConcorrente = "_s + QString::number(fabricante) + u' ');
     }
     dtcPesquisa2->SetRecordSource(
         u"SELECT "
@@ -33,12 +33,13 @@ void frmPesquisa::Pesquisar2(const QString& ordem) {
 }
 
 void frmPesquisa::LimparPesquisa2() {
-    dtcPesquisa2->SetRecordSource(u"SELECT "
-                                  "VEICULO.CodigoVeiculo AS Codigo,"
-                                  "VEICULO.DescricaoVeiculo As Veiculo,"
-                                  "'' AS Fabricante "
-                                  "FROM "
-                                  "VEICULO  "
-                                  "WHERE "
-                                  "CodigoVeiculo = -5"_s);
+    dtcPesquisa2->SetRecordSource(
+        u"SELECT "
+        "VEICULO.CodigoVeiculo AS Codigo,"
+        "VEICULO.DescricaoVeiculo As Veiculo,"
+        "'' AS Fabricante "
+        "FROM "
+        "VEICULO  "
+        "WHERE "
+        "CodigoVeiculo = -5"_s);
 }

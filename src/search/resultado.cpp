@@ -1,14 +1,14 @@
 // From a row of any of the three searches to the part views.
 
-#include <array>
-
+#include "partviews/resultado_pesquisa.h"
 #include "platform/convert.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msgbox.h"
-#include "partviews/resultado_pesquisa.h"
 #include "search/pesquisa.h"
 #include "session/banco.h"
 #include "session/global.h"
+
+#include <array>
 
 using namespace Qt::StringLiterals;
 
@@ -112,8 +112,8 @@ void frmPesquisa::AbrirResultado(int aba) {
         return;
     }
     if (!CodigoEmUso(referencia->tipo, convert::ToInt32(referencia->codigo))) {
-        forms::MsgBox(u"Nenhuma Peça faz referência ao item selecionado."_s,
-                      forms::vbInformation, TituloCatalogo);
+        forms::MsgBox(u"Nenhuma Peça faz referência ao item selecionado."_s, forms::vbInformation,
+                      TituloCatalogo);
         return;
     }
     ParametroFormulario = referencia->tipo + referencia->codigo + referencia->titulo;

@@ -27,15 +27,16 @@ void frmPesquisa::PreencherCombos() {
     cboTipo->SetListIndex(cboTipo->ListCount() - 1);
 
     cboNumeroClienteConcorrente->AddItem(QString(), SemCliente);
-    const auto clientes = gDB->OpenRecordset(u"SELECT "
-                                             "CodigoClienteConcorrente, "
-                                             "DescricaoClienteConcorrente, "
-                                             "TipoClienteConcorrente "
-                                             "FROM "
-                                             "CLIENTECONCORRENTE "
-                                             "ORDER BY "
-                                             "DescricaoClienteConcorrente"_s,
-                                             dao::dbOpenForwardOnly);
+    const auto clientes = gDB->OpenRecordset(
+        u"SELECT "
+        "CodigoClienteConcorrente, "
+        "DescricaoClienteConcorrente, "
+        "TipoClienteConcorrente "
+        "FROM "
+        "CLIENTECONCORRENTE "
+        "ORDER BY "
+        "DescricaoClienteConcorrente"_s,
+        dao::dbOpenForwardOnly);
     for (; !clientes->Eof(); clientes->MoveNext()) {
         const QVariant codigo = clientes->Fields(u"CodigoClienteConcorrente"_s).Value();
         const QString descricao =

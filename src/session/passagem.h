@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QTimer>
-
 #include "platform/forms/form.h"
+
+#include <QTimer>
 
 // A picture that stands for five ticks of half a second, or until a click or a key.
 class TelaDePassagem : public forms::Form {

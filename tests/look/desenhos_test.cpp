@@ -1,7 +1,10 @@
 #include "platform/forms/artwork.h"
 #include "support/testmain.h"
 
+#include <QDir>
 #include <QPainter>
+#include <QRegularExpression>
+#include <QSet>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -19,6 +22,22 @@ QImage Pintar(Artwork& desenho, Artwork::State estado) {
     const QRectF tudo(QPointF(), QSizeF(desenho.Size()));
     desenho.Paint(pintor, tudo, tudo, estado);
     return imagem;
+}
+
+QString Ler(const QString& nome) {
+    QFile arquivo(u":/artwork/"_s + nome);
+    return arquivo.open(QIODevice::ReadOnly) ? QString::fromUtf8(arquivo.readAll()) : QString();
+}
+
+// The words of every first capture.
+QSet<QString> Palavras(const QString& texto, const QString& padrao) {
+    QSet<QString> palavras;
+    for (auto achados = QRegularExpression(padrao).globalMatch(texto); achados.hasNext();) {
+        for (const QString& palavra : achados.next().captured(1).split(u' ', Qt::SkipEmptyParts)) {
+            palavras.insert(palavra);
+        }
+    }
+    return palavras;
 }
 
 // The smallest part that holds all points in which the two differ, in design pixels.
@@ -42,6 +61,24 @@ class DesenhosTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    // A misspelt class would paint in black; a colour written into a drawing would stay behind when
+    // the palette changes.
+    void Classes() {
+        QSet<QString> regras;
+        for (const QString& folha : {u"estilo"_s, u"repouso"_s, u"aceso"_s}) {
+            regras |= Palavras(Ler(folha + u".css"_s), u"\\.([a-z][\\w-]*)\\s*\\{"_s);
+        }
+        for (const QString& desenho : QDir(u":/artwork"_s).entryList({u"*.svg"_s})) {
+            const QString texto = Ler(desenho);
+            const QSet<QString> usadas = Palavras(texto, u"class=\"([^\"]*)\""_s);
+            QVERIFY2(!usadas.isEmpty(), qPrintable(desenho));
+            const QSet<QString> faltam = usadas - regras;
+            QVERIFY2(faltam.isEmpty(), qPrintable(desenho + u": "_s + faltam.values().join(u' ')));
+            static const QRegularExpression pintado(u"\\s(fill|stroke|style)="_s);
+            QVERIFY2(!texto.contains(pintado), qPrintable(desenho));
+        }
+    }
+
     void Acesos_data() {
         QTest::addColumn<QSize>("tamanho");
         QTest::addColumn<QList<QRect>>("recortes");
@@ -53,6 +90,20 @@ private Q_SLOTS:
         QTest::newRow("pesquisa-pecas") << QSize(800, 162) << QList<QRect>{{744, 105, 51, 53}};
         QTest::newRow("pesquisa-veiculos") << QSize(800, 162) << QList<QRect>{{744, 104, 51, 53}};
         QTest::newRow("pesquisa-figuras") << QSize(648, 162) << QList<QRect>{{592, 106, 51, 53}};
+        QTest::newRow("resultado")
+            << QSize(800, 600)
+            << QList<QRect>{{227, 543, 65, 30}, {335, 542, 108, 34}, {480, 542, 92, 32}};
+        QTest::newRow("lista") << QSize(800, 600)
+                               << QList<QRect>{{228, 542, 65, 32},
+                                               {332, 542, 111, 34},
+                                               {480, 542, 92, 33},
+                                               {671, 427, 76, 27}};
+        QTest::newRow("lista-jogos") << QSize(584, 124) << QList<QRect>{};
+        QTest::newRow("figura") << QSize(800, 600)
+                                << QList<QRect>{{228, 542, 65, 31},
+                                                {332, 542, 111, 34},
+                                                {479, 542, 108, 34},
+                                                {687, 446, 76, 28}};
         QTest::newRow("moldura") << QSize(139, 108) << QList<QRect>{};
         QTest::newRow("apresentacao") << QSize(800, 600) << QList<QRect>{};
         QTest::newRow("creditos") << QSize(800, 600) << QList<QRect>{};

@@ -43,7 +43,7 @@ private Q_SLOTS:
         texto("tinta", p.tinta,
               {p.papel, p.branco, p.gaveta, p.cabecaGrade, p.acento, p.acentoPalido});
         texto("tintaSuave", p.tintaSuave, {p.papel, p.branco, p.gaveta});
-        texto("gelo", p.gelo, {p.petroleo, p.petroleoFundo, p.petroleoVivo});
+        texto("gelo", p.gelo, {p.petroleo, p.petroleoFundo, p.petroleoVivo, p.alerta});
         texto("nevoa", p.nevoa, {p.petroleo, p.petroleoFundo, p.petroleoVivo});
         QTest::newRow("contorno") << p.contorno << p.branco << 3.0;
         QTest::newRow("acento") << p.acento << p.petroleoVivo << 3.0;

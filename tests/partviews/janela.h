@@ -1,8 +1,5 @@
 #pragma once
 
-#include <QApplication>
-#include <QTest>
-
 #include "platform/forms/boundgrid.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
@@ -10,6 +7,9 @@
 #include "session/global.h"
 #include "support/catalogo.h"
 #include "support/windows.h"
+
+#include <QApplication>
+#include <QTest>
 
 // The search screen over a small catalogue, and a hand for its controls and for those of the
 // screens that open from it.

@@ -18,19 +18,18 @@ class TestGaleria : public QObject {
     void Abrir(int total) {
         QStringList comandos = {u"DELETE FROM FOTOPECAPESQUISA"_s};
         for (int i = 1; i <= total; ++i) {
-            comandos += u"INSERT INTO FOTOPECAPESQUISA (CodigoFotoPecaPesquisa, "
-                        "DescricaoFotoPecaPesquisa, ArquivoFotoPecaPesquisa) "
-                        "VALUES (%1, 'F %2', NULL)"_s.arg(i)
-                            .arg(i, 3, 10, u'0');
+            comandos +=
+                u"INSERT INTO FOTOPECAPESQUISA (CodigoFotoPecaPesquisa, "
+                "DescricaoFotoPecaPesquisa, ArquivoFotoPecaPesquisa) "
+                "VALUES (%1, 'F %2', NULL)"_s.arg(i)
+                    .arg(i, 3, 10, u'0');
         }
         janela_->catalogo.Executar(comandos);
         janela_->Abrir();
         Janela::Clicar(Busca, u"imgPesquisa3"_s);
     }
 
-    QString Tag() {
-        return Janela::Achar<forms::Panel>(Busca, u"imgFiguraSelecionada"_s)->Tag;
-    }
+    QString Tag() { return Janela::Achar<forms::Panel>(Busca, u"imgFiguraSelecionada"_s)->Tag; }
     QString Legenda(int i) {
         return Janela::Achar<forms::Label>(Busca, u"lblDescricaoFigura(%1)"_s.arg(i))->Text();
     }

@@ -1,8 +1,8 @@
-#include <QTest>
-
 #include "partviews/item.h"
 #include "platform/erro.h"
 #include "support/testmain.h"
+
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 

@@ -52,8 +52,7 @@ private Q_SLOTS:
         Janela::Achar(Lista, u"txtItem"_s)->setFocus();
         QCOMPARE(Coluna(u"ItemComponente"_s),
                  (QStringList{u"   1"_s, u"   2"_s, u"  12a"_s, u" 100"_s}));
-        QCOMPARE(Coluna(u"FazParteJogoReparo"_s),
-                 (QStringList{u"N"_s, u"N"_s, u"S"_s, u"S"_s}));
+        QCOMPARE(Coluna(u"FazParteJogoReparo"_s), (QStringList{u"N"_s, u"N"_s, u"S"_s, u"S"_s}));
     }
 
     void seeks_data() {
@@ -113,8 +112,8 @@ private Q_SLOTS:
     }
 
     void numbersOfTheChosenCustomer() {
-        auto* combo = Janela::Achar<forms::ComboList>(Lista,
-                                                      u"cboNumeroClienteConcorrenteComponente"_s);
+        auto* combo =
+            Janela::Achar<forms::ComboList>(Lista, u"cboNumeroClienteConcorrenteComponente"_s);
         Janela::Linhas(Lista, u"dtcListaPecas"_s)->FindFirst(u"ItemComponente = ' 100'"_s);
         combo->SetListIndex(1);
         QCOMPARE(ItemAtual(), u" 100"_s);

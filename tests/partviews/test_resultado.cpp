@@ -116,8 +116,8 @@ private Q_SLOTS:
         QCOMPARE(Pecas(), QStringList());
         Janela::Clicar(Resultado, u"imgListaComponentesFundo"_s);
         Janela::Clicar(Resultado, u"imgFiguraDetalhadaFundo"_s);
-        QCOMPARE(janela_->Caixas(), (QStringList{u"16 Nenhuma Peça encontrada."_s,
-                                               u"16 Nenhuma Peça encontrada."_s}));
+        QCOMPARE(janela_->Caixas(),
+                 (QStringList{u"16 Nenhuma Peça encontrada."_s, u"16 Nenhuma Peça encontrada."_s}));
     }
 
     void customerIsInForceHereAndGivenBack() {
@@ -130,8 +130,7 @@ private Q_SLOTS:
         QCOMPARE(Pecas(u"NumeroClienteConcorrente"_s), (QStringList{u"A71"_s, u"A72"_s}));
 
         Janela::Clicar(Resultado, u"imgListaComponentesFundo"_s);
-        QCOMPARE(Janela::Achar<forms::ComboList>(Lista,
-                                                 u"cboNumeroClienteConcorrenteComponente"_s)
+        QCOMPARE(Janela::Achar<forms::ComboList>(Lista, u"cboNumeroClienteConcorrenteComponente"_s)
                      ->SelectedItemData(),
                  7);
         QVERIFY(!forms::Form::Find(Resultado)->isVisible());
@@ -144,9 +143,8 @@ private Q_SLOTS:
         AbrirDaBusca(u"Peças"_s, u"K5602"_s);
         Janela::Clicar(Resultado, u"imgListaComponentesFundo"_s);
         Janela::Clicar(Resultado, u"imgFiguraDetalhadaFundo"_s);
-        QCOMPARE(janela_->Caixas(),
-                 (QStringList{u"64 Essa Peça não possui Lista de Componentes."_s,
-                              u"64 Essa Peça não possui Figura Detalhada."_s}));
+        QCOMPARE(janela_->Caixas(), (QStringList{u"64 Essa Peça não possui Lista de Componentes."_s,
+                                                 u"64 Essa Peça não possui Figura Detalhada."_s}));
         QCOMPARE(Janela::Coluna(Resultado, u"dtcVeiculosPeca"_s, u"Veiculo"_s), QStringList());
     }
 

@@ -1,5 +1,3 @@
-#include <QTest>
-
 #include "platform/forms/msgbox.h"
 #include "search/pesquisa.h"
 #include "session/banco.h"
@@ -7,6 +5,8 @@
 #include "session/modulo.h"
 #include "support/catalogo.h"
 #include "support/testmain.h"
+
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -31,9 +31,7 @@ class TestPesquisa : public QObject {
         return controle;
     }
 
-    void Clicar(const char16_t* nome) {
-        QTest::mouseClick(Achar<QWidget>(nome), Qt::LeftButton);
-    }
+    void Clicar(const char16_t* nome) { QTest::mouseClick(Achar<QWidget>(nome), Qt::LeftButton); }
 
     QStringList Coluna(const char16_t* fonte, const QString& campo) {
         dao::Recordset* linhas = Achar<forms::DataSource>(fonte)->GetRecordset();
@@ -46,7 +44,8 @@ class TestPesquisa : public QObject {
     }
 
     qint64 ClienteEmVigor() {
-        return gDB->OpenRecordset(u"SELECT CodigoClienteConcorrente FROM CODIGOCLIENTECONCORRENTE"_s)
+        return gDB
+            ->OpenRecordset(u"SELECT CodigoClienteConcorrente FROM CODIGOCLIENTECONCORRENTE"_s)
             ->Fields(0)
             .Value()
             .toLongLong();
@@ -77,8 +76,9 @@ private Q_SLOTS:
         QCOMPARE(Achar<forms::ComboList>(u"cboFabricante")->Text(), u"TODOS OS FABRICANTES"_s);
         QCOMPARE(Achar<forms::ComboList>(u"cboNumeroClienteConcorrente")->SelectedItemData(), -5);
         QCOMPARE(Achar<forms::Label>(u"lblEmissao")->Text(), u"05-MAR-2026 - teste"_s);
-        QVERIFY(Achar<forms::DataSource>(u"dtcPesquisa1")->RecordSource().endsWith(
-            u"CodigoPeca = -5"_s));
+        QVERIFY(Achar<forms::DataSource>(u"dtcPesquisa1")
+                    ->RecordSource()
+                    .endsWith(u"CodigoPeca = -5"_s));
         QCOMPARE(Coluna(u"dtcPesquisa1", u"Tipo"_s), QStringList());
         QCOMPARE(ClienteEmVigor(), -5);
     }
@@ -271,8 +271,8 @@ private Q_SLOTS:
 
     void anyTextIsSearchedWithoutHarm() {
         QFETCH(QString, texto);
-        for (const char16_t* caixa : {u"txtNumeroTarvo", u"txtDescricao",
-                                      u"txtNumeroClienteConcorrente", u"txtVeiculo"}) {
+        for (const char16_t* caixa :
+             {u"txtNumeroTarvo", u"txtDescricao", u"txtNumeroClienteConcorrente", u"txtVeiculo"}) {
             auto* campo = Achar<QLineEdit>(caixa);
             campo->setText(texto);
             campo->clear();

@@ -10,8 +10,9 @@ CatalogoDeTeste::CatalogoDeTeste() {
     gCaminho = pasta_.path() + u'\\';
     CriarCatalogo(gCaminho + u"Tarvo.mdb"_s, SenhaBancoDados());
     AbrirBancoDados(gWS, u"gWS"_s, gDB, false);
-    Executar({u"UPDATE UMREGISTRO SET DataEmissao = DateSerial(2026,3,5), "
-              "ComplementoDataEmissao = ' - teste'"_s});
+    Executar(
+        {u"UPDATE UMREGISTRO SET DataEmissao = DateSerial(2026,3,5), "
+         "ComplementoDataEmissao = ' - teste'"_s});
 }
 
 CatalogoDeTeste::~CatalogoDeTeste() {
@@ -37,25 +38,33 @@ QStringList LinhasDePesquisa() {
         };
         int codigo = 0;
         for (const auto& [numero, descricao] : itens) {
-            linhas += u"INSERT INTO %1 (Codigo%1, NumeroTarvo%1, Descricao%1) "
-                      "VALUES (%2, '%3', '%4')"_s.arg(tabela, QString::number(++codigo), numero,
-                                                      descricao);
+            linhas +=
+                u"INSERT INTO %1 (Codigo%1, NumeroTarvo%1, Descricao%1) "
+                "VALUES (%2, '%3', '%4')"_s.arg(tabela, QString::number(++codigo), numero,
+                                                descricao);
         }
     }
-    linhas += u"INSERT INTO CLIENTECONCORRENTE (CodigoClienteConcorrente, "
-              "DescricaoClienteConcorrente, TipoClienteConcorrente) VALUES (7, 'Bravil', 'I')"_s;
-    linhas += u"INSERT INTO CLIENTECONCORRENTE (CodigoClienteConcorrente, "
-              "DescricaoClienteConcorrente, TipoClienteConcorrente) VALUES (9, 'Zenpar', 'C')"_s;
-    linhas += u"INSERT INTO REFERENCIACRUZADA (CodigoClienteConcorrente, NumeroTarvo, "
-              "NumeroClienteConcorrente) VALUES (7, '12002', 'A71')"_s;
-    linhas += u"INSERT INTO REFERENCIACRUZADA (CodigoClienteConcorrente, NumeroTarvo, "
-              "NumeroClienteConcorrente) VALUES (7, '12002', 'A72')"_s;
-    linhas += u"INSERT INTO REFERENCIACRUZADA (CodigoClienteConcorrente, NumeroTarvo, "
-              "NumeroClienteConcorrente) VALUES (9, 'A3400', '55')"_s;
-    linhas += u"INSERT INTO VEICULO (CodigoVeiculo, DescricaoVeiculo, CodigoClienteConcorrente) "
-              "VALUES (1, 'Bravil 1620', 7)"_s;
-    linhas += u"INSERT INTO VEICULO (CodigoVeiculo, DescricaoVeiculo, CodigoClienteConcorrente) "
-              "VALUES (2, 'Cavalo 2040', 7)"_s;
+    linhas +=
+        u"INSERT INTO CLIENTECONCORRENTE (CodigoClienteConcorrente, "
+        "DescricaoClienteConcorrente, TipoClienteConcorrente) VALUES (7, 'Bravil', 'I')"_s;
+    linhas +=
+        u"INSERT INTO CLIENTECONCORRENTE (CodigoClienteConcorrente, "
+        "DescricaoClienteConcorrente, TipoClienteConcorrente) VALUES (9, 'Zenpar', 'C')"_s;
+    linhas +=
+        u"INSERT INTO REFERENCIACRUZADA (CodigoClienteConcorrente, NumeroTarvo, "
+        "NumeroClienteConcorrente) VALUES (7, '12002', 'A71')"_s;
+    linhas +=
+        u"INSERT INTO REFERENCIACRUZADA (CodigoClienteConcorrente, NumeroTarvo, "
+        "NumeroClienteConcorrente) VALUES (7, '12002', 'A72')"_s;
+    linhas +=
+        u"INSERT INTO REFERENCIACRUZADA (CodigoClienteConcorrente, NumeroTarvo, "
+        "NumeroClienteConcorrente) VALUES (9, 'A3400', '55')"_s;
+    linhas +=
+        u"INSERT INTO VEICULO (CodigoVeiculo, DescricaoVeiculo, CodigoClienteConcorrente) "
+        "VALUES (1, 'Bravil 1620', 7)"_s;
+    linhas +=
+        u"INSERT INTO VEICULO (CodigoVeiculo, DescricaoVeiculo, CodigoClienteConcorrente) "
+        "VALUES (2, 'Cavalo 2040', 7)"_s;
     return linhas;
 }
 

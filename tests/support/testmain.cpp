@@ -1,11 +1,11 @@
 #include "support/testmain.h"
 
+#include "platform/forms/application.h"
+
 #include <QTest>
 
 #include <memory>
 #include <vector>
-
-#include "platform/forms/application.h"
 
 namespace {
 
@@ -24,9 +24,8 @@ bool testing_support::RegisterTest(QObject* (*make)()) {
 int main(int argc, char** argv) {
     forms::Application application(argc, argv);
     QStringList arguments = application.arguments();
-    const QString only = arguments.size() > 1 && !arguments.at(1).startsWith(u'-')
-                             ? arguments.takeAt(1)
-                             : QString();
+    const QString only =
+        arguments.size() > 1 && !arguments.at(1).startsWith(u'-') ? arguments.takeAt(1) : QString();
     int failures = 0;
     bool any = false;
     for (auto make : Makers()) {

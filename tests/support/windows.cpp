@@ -1,8 +1,8 @@
 #include "support/windows.h"
 
-#include <QTest>
-
 #include "platform/forms/msgbox.h"
+
+#include <QTest>
 
 namespace testing_support {
 namespace {
@@ -49,7 +49,8 @@ void ClickAt(forms::Form& form, QPoint place) {
 void DoubleClickAt(forms::Form& form, QPoint place) {
     const auto [widget, position] = At(form, place);
     QTest::mouseClick(widget, Qt::LeftButton, {}, position);
-    QTest::mouseDClick(widget, Qt::LeftButton, {}, position);
+    QTest::mouseDClick(widget, Qt::LeftButton, {}, position);  // its release is not in it
+    QTest::mouseRelease(widget, Qt::LeftButton, {}, position);
 }
 
 void MoveTo(forms::Form& form, QPoint place) {

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "platform/forms/form.h"
+
 #include <QList>
 #include <QPoint>
 #include <QStringList>
-
-#include "platform/forms/form.h"
 
 // Driving the program's windows in a test.
 namespace testing_support {

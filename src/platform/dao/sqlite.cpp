@@ -71,9 +71,27 @@ constexpr MessageEntry Messages[] = {
     {"near ", ": syntax error", Failure::SyntaxError},
     {"unrecognized token: ", "", Failure::SyntaxError},
     {"incomplete input", "", Failure::SyntaxError},
+    // What is left of a page that failed its check on the way to a long text.
+    {"SQL logic error", "", Failure::Damaged},
 };
 
+// An error of one of the dialect's functions, as functions.cpp sends it through the engine: "erro
+// ", the number, ": " and the description.
+void RaiseOwn(const QByteArray& message) {
+    constexpr QByteArrayView Mark = "erro ";
+    const qsizetype colon = message.indexOf(": ");
+    if (!message.startsWith(Mark) || colon < 0) {
+        return;
+    }
+    bool ok = false;
+    const int number = message.mid(Mark.size(), colon - Mark.size()).toInt(&ok);
+    if (ok) {
+        throw Erro(number, QString::fromUtf8(message.mid(colon + 2)));
+    }
+}
+
 [[noreturn]] void RaiseSql(const QByteArray& message) {
+    RaiseOwn(message);
     for (const MessageEntry& entry : Messages) {
         const QByteArrayView begins(entry.begins);
         const QByteArrayView ends(entry.ends);
@@ -270,7 +288,9 @@ void Connection::Open(const QByteArray& key, Mode mode) {
     // A name in double quotes that is no column must not turn into a text.
     sqlite3_db_config(raw, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(raw, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
-    Check(raw, sqlite3_key(raw, key.constData(), static_cast<int>(key.size())));
+    if (!key.isEmpty()) {
+        Check(raw, sqlite3_key(raw, key.constData(), static_cast<int>(key.size())));
+    }
     // Otherwise the library reports damage on the standard error stream by itself.
     Run("PRAGMA cipher_log_level = NONE");
     RegisterFunctions(raw);

@@ -2,6 +2,7 @@
 
 #include "platform/forms/application.h"
 #include "platform/forms/controls.h"
+#include "platform/forms/datasource.h"
 #include "platform/forms/owner.h"
 #include "platform/forms/theme.h"
 
@@ -13,6 +14,7 @@
 #include <QPointer>
 #include <QScopedValueRollback>
 #include <QScreen>
+#include <QTimer>
 #include <QWindow>
 
 #include <algorithm>
@@ -32,6 +34,8 @@ QList<Form*>& ActivationOrder() {
     static QList<Form*> forms;
     return forms;
 }
+
+Form* active = nullptr;
 
 Qt::WindowFlags FlagsOf(Form::Kind kind) {
     if (kind == Form::Kind::Dialog) {
@@ -93,6 +97,9 @@ Form::Form(const QString& name, Kind kind, QSize designSize, const QString& artw
 Form::~Form() {
     LoadedForms().removeAll(this);
     ActivationOrder().removeAll(this);
+    if (active == this) {
+        active = nullptr;
+    }
 }
 
 QList<Form*> Form::Loaded() {
@@ -107,8 +114,7 @@ Form* Form::Find(const QString& name) {
 }
 
 Form* Form::Active() {
-    const auto& order = ActivationOrder();
-    return order.isEmpty() || !order.first()->isVisible() ? nullptr : order.first();
+    return active && active->isVisible() ? active : nullptr;
 }
 
 void Form::EnsureLoaded() {
@@ -142,6 +148,9 @@ void Form::Show() {
         setVisible(true);
         raise();
         activateWindow();
+    }
+    for (DataSource* source : findChildren<DataSource*>()) {
+        source->OpenIfPending();
     }
     BecomeActive();
 }
@@ -203,6 +212,7 @@ void Form::Unload() {
 }
 
 void Form::ActivateTheLast() {
+    active = nullptr;
     for (Form* form : ActivationOrder()) {
         if (form->isVisible()) {
             form->activateWindow();
@@ -219,6 +229,7 @@ void Form::BecomeActive() {
     auto& order = ActivationOrder();
     order.removeAll(this);
     order.prepend(this);
+    active = this;
     Activate();
 }
 
@@ -246,16 +257,18 @@ void Form::SetSurround(const QColor& colour) {
 }
 
 bool Form::event(QEvent* event) {
-    const bool handled = QWidget::event(event);
-    // The user chose another one of the program's windows. Late news of a screen that the program
-    // has hidden since, or that a box or a dialog covers, is none.
-    if (event->type() == QEvent::WindowActivate && loaded_ && !showing_ && isVisible()) {
-        const QWidget* modal = QApplication::activeModalWidget();
-        if (!modal || modal == this) {
-            BecomeActive();
-        }
+    if (event->type() == QEvent::WindowActivate && loaded_ && !showing_) {
+        // Perhaps the user chose another one of the program's windows, perhaps it is late news of
+        // what the program has changed again since: asked when all news are in.
+        QTimer::singleShot(0, this, [this] {
+            const QWidget* modal = QApplication::activeModalWidget();
+            if (loaded_ && isVisible() && QApplication::activeWindow() == this &&
+                (!modal || modal == this)) {
+                BecomeActive();
+            }
+        });
     }
-    return handled;
+    return QWidget::event(event);
 }
 
 void Form::resizeEvent(QResizeEvent* event) {

@@ -1,5 +1,6 @@
 #include "platform/forms/msgbox.h"
 
+#include "platform/forms/font.h"
 #include "platform/forms/owner.h"
 #include "platform/forms/theme.h"
 
@@ -7,8 +8,8 @@
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
-#include <QStyle>
 #include <QTextEdit>
 #include <QtMath>
 
@@ -31,19 +32,41 @@ MsgBoxHandler& Handler() {
     return handler;
 }
 
-QStyle::StandardPixmap IconOf(int flags) {
-    switch (flags & 0x70) {
-        case vbCritical:
-            return QStyle::SP_MessageBoxCritical;
-        case vbQuestion:
-            return QStyle::SP_MessageBoxQuestion;
-        case vbExclamation:
-            return QStyle::SP_MessageBoxWarning;
-        case vbInformation:
-            return QStyle::SP_MessageBoxInformation;
-        default:
-            return QStyle::SP_CustomBase;
+struct Sign {
+    int flag;
+    QColor ground;
+    QColor colour;
+    QStringView text;
+};
+
+QPixmap Paint(const Sign& sign, qreal ratio) {
+    QPixmap pixmap(QSize(IconPixels, IconPixels) * ratio);
+    pixmap.setDevicePixelRatio(ratio);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(sign.ground);
+    painter.drawEllipse(QRectF(1, 1, IconPixels - 2, IconPixels - 2));
+    painter.setPen(sign.colour);
+    painter.setFont(Font(IconPixels * 6 / 10, true));
+    painter.drawText(QRect(0, 0, IconPixels, IconPixels), Qt::AlignCenter, sign.text.toString());
+    return pixmap;
+}
+
+// Null for a box without a sign.
+QPixmap IconOf(int flags, qreal ratio) {
+    const Theme& theme = CurrentTheme();
+    const Sign signs[] = {{vbCritical, theme.alert, theme.primaryText, u"×"},
+                          {vbQuestion, theme.primary, theme.primaryText, u"?"},
+                          {vbExclamation, theme.lit, theme.text, u"!"},
+                          {vbInformation, theme.primary, theme.primaryText, u"i"}};
+    for (const Sign& sign : signs) {
+        if ((flags & 0x70) == sign.flag) {
+            return Paint(sign, ratio);
+        }
     }
+    return {};
 }
 
 class Box : public QDialog {
@@ -57,9 +80,9 @@ public:
         layout->setHorizontalSpacing(16);
         layout->setVerticalSpacing(16);
         layout->setSizeConstraint(QLayout::SetFixedSize);
-        if (const auto icon = IconOf(flags); icon != QStyle::SP_CustomBase) {
+        if (const QPixmap icon = IconOf(flags, devicePixelRatioF()); !icon.isNull()) {
             auto* picture = new QLabel(this);
-            picture->setPixmap(style()->standardIcon(icon, nullptr, this).pixmap(IconPixels));
+            picture->setPixmap(icon);
             layout->addWidget(picture, 0, 0, Qt::AlignTop);
         }
         layout->addWidget(MakeText(text), 0, 1);

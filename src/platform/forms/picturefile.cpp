@@ -1,12 +1,12 @@
 #include "platform/forms/picturefile.h"
 
+#include "platform/erro.h"
+#include "platform/system/paths.h"
+
 #include <QCache>
 #include <QDateTime>
 #include <QFileInfo>
 #include <QImageReader>
-
-#include "platform/erro.h"
-#include "platform/system/paths.h"
 
 namespace {
 

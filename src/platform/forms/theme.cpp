@@ -29,7 +29,7 @@ QPalette PaletteOf(const Theme& theme) {
     palette.setColor(QPalette::Highlight, theme.selection);
     palette.setColor(QPalette::HighlightedText, theme.selectionText);
     palette.setColor(QPalette::PlaceholderText, theme.disabledText);
-    palette.setColor(QPalette::Link, theme.selection);
+    palette.setColor(QPalette::Link, theme.text);
     return palette;
 }
 
@@ -40,10 +40,11 @@ forms--TextBox {
     background: @base; color: @text; border: 1px solid @border; border-radius: 0; padding: 0 3px;
     selection-background-color: @selection; selection-color: @selectionText;
 }
-forms--TextBox:focus { border-bottom: 2px solid @focus; }
+forms--TextBox:focus { border-bottom: 2px solid @focus; padding-top: 1px; }
+forms--BoundGrid { background: @base; border: 1px solid @border; border-top-color: @rowLine; }
 forms--ComboList {
     background: @base; color: @text; border: 1px solid @border; border-radius: 0;
-    padding: 0 0 0 3px; combobox-popup: 0;
+    padding: 0 0 0 5px; combobox-popup: 0;
     selection-background-color: @selection; selection-color: @selectionText;
 }
 forms--ComboList:focus { border-bottom: 2px solid @focus; }
@@ -58,11 +59,17 @@ QScrollBar { background: @window; border: none; margin: 0; }
 QScrollBar:vertical { width: @scrollPixelspx; }
 QScrollBar:horizontal { height: @scrollPixelspx; }
 QScrollBar::handle { background: @scrollHandle; border: 2px solid @window; border-radius: 5px; }
-QScrollBar::handle:hover, QScrollBar::handle:pressed { background: @selection; }
+QScrollBar::handle:hover, QScrollBar::handle:pressed { background: @focus; }
 QScrollBar::handle:vertical { min-height: 24px; }
 QScrollBar::handle:horizontal { min-width: 24px; }
 QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; border: none; }
 QScrollBar::add-page, QScrollBar::sub-page { background: none; }
+QPushButton {
+    background: @base; color: @text; border: 1px solid @primary; border-radius: 3px;
+    padding: 4px 14px; min-height: 16px;
+}
+QPushButton:focus { background: @primary; color: @primaryText; }
+QPushButton:hover, QPushButton:pressed { background: @lit; border-color: @lit; color: @text; }
 QToolTip { background: @tip; color: @text; border: 1px solid @border; padding: 2px 4px; }
 )"_s;
     // Longer names first: one name may begin with another.
@@ -72,12 +79,16 @@ QToolTip { background: @tip; color: @text; border: 1px solid @border; padding: 2
         {u"@scrollHandle"_s, theme.scrollHandle.name()},
         {u"@scrollPixels"_s, QString::number(theme.scrollPixels)},
         {u"@rowPixels"_s, QString::number(theme.rowPixels)},
+        {u"@rowLine"_s, theme.rowLine.name()},
+        {u"@primaryText"_s, theme.primaryText.name()},
+        {u"@primary"_s, theme.primary.name()},
         {u"@border"_s, theme.border.name()},
         {u"@button"_s, theme.button.name()},
         {u"@window"_s, theme.window.name()},
         {u"@focus"_s, theme.focus.name()},
         {u"@base"_s, theme.base.name()},
         {u"@text"_s, theme.text.name()},
+        {u"@lit"_s, theme.lit.name()},
         {u"@tip"_s, theme.tip.name()},
     };
     for (const auto& [name, value] : values) {

@@ -20,6 +20,10 @@ struct Theme {
     QColor rowLine{0xdd, 0xe2, 0xe8};
     QColor button{0xe4, 0xe9, 0xef};
     QColor scrollHandle{0xb4, 0xbf, 0xcb};
+    QColor primary{0x1f, 0x5f, 0x99};  // button of a box with the keyboard, signs of boxes
+    QColor primaryText{0xff, 0xff, 0xff};
+    QColor lit{0xf2, 0xb2, 0x66};    // button of a box under the mouse, sign of a warning
+    QColor alert{0xc6, 0x28, 0x28};  // sign of an error
     QColor tip{0xff, 0xfb, 0xe6};
 
     int textPixels = 12;

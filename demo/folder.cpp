@@ -1,0 +1,105 @@
+#include "folder.h"
+
+#include "catalogue.h"
+#include "platform/dao/errors.h"
+#include "platform/erro.h"
+#include "session/banco.h"
+#include "session/esquema.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <filesystem>
+
+using namespace Qt::StringLiterals;
+
+namespace demo {
+namespace {
+
+constexpr auto CatalogueName = "Tarvo.mdb"_L1;
+constexpr auto HelpName = "Ajuda_Catalogo_TARVO-LINDEN.hlp"_L1;
+
+[[noreturn]] void Fail(Erro::Code code, const QString& text) {
+    throw Erro(code, text);
+}
+
+void MakeFolder(const QString& path) {
+    if (!QDir().mkpath(path)) {
+        Fail(Erro::PathFileAccess, u"Não foi possível criar a pasta \"%1\"."_s.arg(path));
+    }
+}
+
+void MakeCatalogue(const QString& path, const Sizes& sizes, quint64 seed) {
+    CriarCatalogo(path, SenhaBancoDados());
+    const auto connection = std::make_shared<dao::Connection>(path, SenhaBancoDados().toUtf8(),
+                                                              dao::Connection::Mode::ReadWrite);
+    FillCatalogue(*connection, sizes, seed);
+}
+
+void MakeHelp(const QString& path) {
+    QFile page(u":/demo/ajuda.html"_s);
+    QFile file(path);
+    if (!page.open(QIODevice::ReadOnly) || !file.open(QIODevice::WriteOnly)) {
+        Fail(Erro::PathFileAccess, u"Não foi possível gravar \"%1\"."_s.arg(path));
+    }
+    const QByteArray text = page.readAll();
+    if (file.write(text) != text.size() || !file.flush()) {
+        Fail(Erro::DiskFull, u"Não foi possível gravar \"%1\": o disco está cheio."_s.arg(path));
+    }
+}
+
+void Move(const QString& from, const QString& to) {
+    std::error_code error;
+    std::filesystem::rename(QFileInfo(from).filesystemFilePath(),
+                            QFileInfo(to).filesystemFilePath(), error);
+    if (error) {
+        Fail(Erro::PathFileAccess, u"Não foi possível gravar \"%1\"."_s.arg(to));
+    }
+}
+
+// The catalogue comes last: whoever sees it sees a whole folder.
+void MoveAll(const QDir& from, const QDir& to) {
+    const QStringList names = from.entryList(QDir::Files | QDir::Hidden);
+    for (const QString& name : names) {
+        if (name != CatalogueName) {
+            Move(from.filePath(name), to.filePath(name));
+        }
+    }
+    // A journal that an interrupted program left behind would be rolled back into the new file.
+    const QString journal = to.filePath(CatalogueName + "-journal"_L1);
+    if (QFile::exists(journal) && !QFile::remove(journal)) {
+        Fail(Erro::PathFileAccess, u"Não foi possível excluir \"%1\"."_s.arg(journal));
+    }
+    Move(from.filePath(CatalogueName), to.filePath(CatalogueName));
+}
+
+}  // namespace
+
+void MakeDataFolder(const Order& order) {
+    const QDir folder(QDir(order.folder).absolutePath());
+    if (folder.exists(CatalogueName) && !order.overwrite) {
+        Fail(Erro::PathFileAccess,
+             u"A pasta \"%1\" já contém um catálogo. Use --overwrite para substituí-lo."_s.arg(
+                 folder.path()));
+    }
+    MakeFolder(folder.path());
+    const QTemporaryDir aside(folder.filePath(u"tarvo-demo-XXXXXX"_s));
+    if (!aside.isValid()) {
+        Fail(Erro::PathFileAccess,
+             u"Não foi possível gravar na pasta \"%1\"."_s.arg(folder.path()));
+    }
+    try {
+        MakeCatalogue(aside.filePath(CatalogueName), order.sizes, order.seed);
+    } catch (const Erro& erro) {
+        throw Erro(erro.Number(),
+                   u"Não foi possível criar o catálogo: %1"_s.arg(erro.Description()));
+    }
+    MakeHelp(aside.filePath(HelpName));
+    MakeFolder(folder.filePath(u"FotoPeca"_s));
+    MakeFolder(folder.filePath(u"Figuras"_s));
+    MoveAll(QDir(aside.path()), folder);
+}
+
+}  // namespace demo

@@ -1,0 +1,248 @@
+#include "platform/dao/dao.h"
+#include "platform/dao/dialect.h"
+#include "platform/dao/rowreader.h"
+#include "platform/dao/sqlite.h"
+#include "support/database.h"
+#include "support/testmain.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <functional>
+
+using namespace dao;
+using namespace testing_support;
+
+namespace {
+
+constexpr qint64 Rows = 5000;
+
+// Every third Valor is Null; the text of row 7 is longer than a short cell, that of row 8 empty.
+constexpr char Definition[] = R"(
+CREATE TABLE ITEM (Codigo INTEGER PRIMARY KEY, Nome TEXT COLLATE TARVO, Valor REAL);
+WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5000)
+INSERT INTO ITEM SELECT i, 'Peça ' || i, iif(i % 3 = 0, NULL, i / 2.0) FROM n;
+UPDATE ITEM SET Nome = replace(hex(zeroblob(500)), '0', 'é') WHERE Codigo = 7;
+UPDATE ITEM SET Nome = '' WHERE Codigo = 8;
+)";
+
+const QString AllItems =
+    QStringLiteral("SELECT Codigo, Nome AS Descricao, Valor FROM ITEM ORDER BY Codigo");
+const QString NoItem = QStringLiteral("SELECT Codigo FROM ITEM WHERE Codigo = -5");
+
+}  // namespace
+
+class TestRecordset : public QObject {
+    Q_OBJECT
+
+private:
+    TestDatabase file_{Definition};
+    TestDatabase::Session session_ = file_.Open();
+
+    std::unique_ptr<Recordset> Open(const QString& sql, RecordsetType type = dbOpenSnapshot) {
+        return session_.database->OpenRecordset(sql, type);
+    }
+
+private Q_SLOTS:
+    void ReadsNoMoreThanAskedFor() {
+        const auto rows = Open(AllItems);
+        QCOMPARE(rows->RecordCount(), 1);
+        QCOMPARE(rows->AbsolutePosition(), 0);
+        rows->MoveNext();
+        QCOMPARE(rows->RecordCount(), 2);
+        QCOMPARE(rows->ReadUpTo(100), 100);
+        QCOMPARE(rows->AbsolutePosition(), 1);
+        QVERIFY(!rows->IsComplete());
+        rows->SetAbsolutePosition(149);
+        QCOMPARE(rows->RecordCount(), 150);
+        rows->MoveLast();
+        QCOMPARE(rows->RecordCount(), Rows);
+        QCOMPARE(rows->AbsolutePosition(), Rows - 1);
+        QVERIFY(rows->IsComplete());
+        QVERIFY(!rows->Eof());
+        rows->MoveNext();
+        QVERIFY(rows->Eof());
+        QCOMPARE(rows->AbsolutePosition(), -1);
+        rows->MovePrevious();
+        QCOMPARE(rows->Fields(0).Value().toLongLong(), Rows);
+        rows->MoveFirst();
+        rows->MovePrevious();
+        QVERIFY(rows->Bof());
+        QVERIFY(!rows->Eof());
+        rows->MoveNext();
+        QCOMPARE(rows->Fields(0).Value().toLongLong(), 1);
+    }
+
+    void KeepsValuesAsTheyAre() {
+        const auto rows = Open(AllItems);
+        rows->MoveLast();
+        QCOMPARE(rows->Cell(0, 0), QVariant(qlonglong{1}));
+        QCOMPARE(rows->Cell(0, 1), QVariant(QStringLiteral("Peça 1")));
+        QCOMPARE(rows->Cell(0, 2), QVariant(0.5));
+        QVERIFY(!rows->Cell(2, 2).isValid());
+        QCOMPARE(rows->Text(2, 2), QString());
+        QCOMPARE(rows->Text(1, 2), QStringLiteral("1"));
+        QCOMPARE(rows->Text(6, 1), QString(1000, QChar(u'é')));
+        QVERIFY(rows->Cell(7, 1).isValid());
+        QCOMPARE(rows->Text(7, 1), QString());
+        for (qint64 row = 8; row < Rows; ++row) {
+            QCOMPARE(rows->Text(row, 1), QStringLiteral("Peça %1").arg(row + 1));
+        }
+        QCOMPARE(ErrorOf([&] { rows->Cell(Rows, 0); }), 9);
+        QCOMPARE(ErrorOf([&] { rows->Text(0, 3); }), 9);
+    }
+
+    void NamesFields() {
+        const auto rows = Open(AllItems);
+        QCOMPARE(rows->FieldCount(), 3);
+        QCOMPARE(rows->FieldName(1), QStringLiteral("Descricao"));
+        QCOMPARE(rows->Fields(QStringLiteral("DESCRICAO")).Value().toString(),
+                 QStringLiteral("Peça 1"));
+        // Reads at the time of the call, not of its making.
+        const Field code = rows->Fields(QStringLiteral("codigo"));
+        rows->MoveNext();
+        QCOMPARE(code.Value().toLongLong(), 2);
+        QCOMPARE(ErrorOf([&] { rows->Fields(QStringLiteral("Nome")); }), 3265);
+        QCOMPARE(Open(NoItem)->FieldName(0), QStringLiteral("Codigo"));
+    }
+
+    void ForwardOnlyKeepsOneRow() {
+        const auto rows = Open(AllItems, dbOpenForwardOnly);
+        qint64 sum = 0;
+        for (; !rows->Eof(); rows->MoveNext()) {
+            sum += rows->Fields(0).Value().toLongLong();
+        }
+        QCOMPARE(sum, Rows * (Rows + 1) / 2);
+        QCOMPARE(rows->RecordCount(), Rows);
+        QCOMPARE(ErrorOf([&] { rows->Cell(0, 0); }), 9);
+        QCOMPARE(ErrorOf([&] { rows->MoveLast(); }), 3219);
+    }
+
+    void FindsTheFirstMatch() {
+        const auto rows = Open(AllItems);
+        rows->FindFirst(QStringLiteral("Codigo = 40"));
+        QVERIFY(!rows->NoMatch());
+        QCOMPARE(rows->AbsolutePosition(), 39);
+        QCOMPARE(rows->RecordCount(), 40);  // read on no further than the match
+        rows->FindFirst(QStringLiteral("Descricao = 'Peça 3'"));
+        QCOMPARE(rows->AbsolutePosition(), 2);
+        rows->FindFirst(QStringLiteral("Codigo = -5"));
+        QVERIFY(rows->NoMatch());
+        QCOMPARE(rows->AbsolutePosition(), 2);
+        QVERIFY(rows->IsComplete());
+        const auto none = Open(NoItem);
+        none->FindFirst(QStringLiteral("Codigo = 1"));
+        QVERIFY(none->NoMatch());
+    }
+
+    void BookmarksBelongToOneRecordset() {
+        const auto rows = Open(AllItems);
+        const auto others = Open(AllItems);
+        QVERIFY(!(rows->CurrentBookmark() == others->CurrentBookmark()));
+        rows->SetAbsolutePosition(9);
+        const Bookmark tenth = rows->CurrentBookmark();
+        rows->MoveLast();
+        rows->GoTo(tenth);
+        QCOMPARE(rows->Fields(0).Value().toLongLong(), 10);
+        QVERIFY(rows->CurrentBookmark() == tenth);
+        others->MoveLast();
+        QCOMPARE(ErrorOf([&] { others->GoTo(tenth); }), 3159);
+    }
+
+    void TellsTheGridOfRowsAndMoves() {
+        const auto rows = Open(AllItems);
+        QSignalSpy read(rows.get(), &Recordset::RowsRead);
+        QSignalSpy moved(rows.get(), &Recordset::CurrentChanged);
+        qint64 next = 0;
+        while (!rows->ReadFor(std::chrono::microseconds(200))) {
+        }
+        rows->MoveLast();
+        for (const QList<QVariant>& call : read) {
+            QCOMPARE(call.at(0).toLongLong(), next);
+            next = call.at(1).toLongLong() + 1;
+        }
+        QCOMPARE(next, Rows);
+        QCOMPARE(moved.count(), 1);
+        rows->MoveLast();
+        QCOMPARE(moved.count(), 1);
+    }
+
+    void RefusesWhatCannotBe_data() {
+        QTest::addColumn<std::function<void(Recordset&)>>("use");
+        QTest::addColumn<int>("number");
+        using Use = std::function<void(Recordset&)>;
+        QTest::newRow("value") << Use([](Recordset& r) { r.Fields(0).Value(); }) << 3021;
+        QTest::newRow("bookmark") << Use([](Recordset& r) { r.CurrentBookmark(); }) << 3021;
+        QTest::newRow("next") << Use([](Recordset& r) { r.MoveNext(); }) << 3021;
+        QTest::newRow("previous") << Use([](Recordset& r) { r.MovePrevious(); }) << 3021;
+        QTest::newRow("first") << Use([](Recordset& r) { r.MoveFirst(); }) << 3021;
+        QTest::newRow("last") << Use([](Recordset& r) { r.MoveLast(); }) << 3021;
+        QTest::newRow("position") << Use([](Recordset& r) { r.SetAbsolutePosition(0); }) << 3021;
+    }
+
+    void RefusesWhatCannotBe() {
+        QFETCH(std::function<void(Recordset&)>, use);
+        QFETCH(int, number);
+        const auto empty = Open(NoItem);
+        QVERIFY(empty->Eof() && empty->Bof());
+        QCOMPARE(empty->RecordCount(), 0);
+        QCOMPARE(ErrorOf([&] { use(*empty); }), number);
+        empty->Close();
+        QCOMPARE(ErrorOf([&] { use(*empty); }), 3420);
+    }
+
+    void OutlivesItsDatabase() {
+        auto other = file_.Open();
+        const auto rows = other.database->OpenRecordset(AllItems);
+        rows->ReadUpTo(10);
+        other.database->Close();
+        QCOMPARE(rows->Text(9, 1), QStringLiteral("Peça 10"));  // a grid may still paint it
+        QVERIFY(rows->ReadFor(std::chrono::microseconds(100)));
+        QCOMPARE(ErrorOf([&] { rows->MoveLast(); }), 3420);
+        QCOMPARE(ErrorOf([&] { other.database->OpenRecordset(AllItems); }), 3420);
+    }
+
+    void JoinsStatementsAndDropsFlaggedRows() {
+        dialect::Translation query;
+        query.statements = {"SELECT Codigo, Codigo % 2 FROM ITEM WHERE Codigo <= 4 ORDER BY 1",
+                            "SELECT Codigo, NULL FROM ITEM WHERE Codigo = 5",
+                            "SELECT Codigo, 1 FROM ITEM WHERE Codigo IN (6, 7) ORDER BY 1"};
+        query.flagColumn = true;
+        RowStore store;
+        const auto connection = session_.database->GetConnection();
+        RowReader reader(connection, query, store);
+        reader.Read(1);
+        QCOMPARE(reader.Columns(), QStringList{QStringLiteral("Codigo")});
+        // The lock is held from one statement to the next.
+        auto other = file_.Open();
+        Connection& writer = *other.database->GetConnection();
+        writer.SetBusyTimeout(std::chrono::milliseconds(0));
+        reader.Read(2);
+        QCOMPARE(ErrorOf([&] { writer.Run("DELETE FROM ITEM WHERE Codigo = 7"); }), 3260);
+        reader.Read(9);
+        QVERIFY(reader.Done());
+        QCOMPARE(ErrorOf([&] { writer.Run("UPDATE ITEM SET Codigo = Codigo WHERE Codigo = 7"); }),
+                 0);
+        QStringList codes;
+        for (qint64 row = 0; row < store.Rows(); ++row) {
+            codes.append(store.Text(row, 0));
+        }
+        QCOMPARE(codes.join(u' '), QStringLiteral("1 3 6 7"));
+    }
+
+    // A long way without a result must not keep the window from its events.
+    void GivesBackTheThreadBetweenFlaggedRows() {
+        dialect::Translation query;
+        query.statements = {"SELECT a.Codigo, 0 FROM ITEM a, ITEM b"};
+        query.flagColumn = true;
+        RowStore store;
+        RowReader reader(session_.database->GetConnection(), query, store);
+        reader.Read(1, Connection::Clock::now() + std::chrono::milliseconds(2));
+        QVERIFY(!reader.Done());
+        QCOMPARE(store.Rows(), 0);
+    }
+};
+
+TARVO_TEST(TestRecordset);
+
+#include "test_recordset.moc"

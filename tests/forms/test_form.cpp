@@ -1,0 +1,326 @@
+#include "platform/erro.h"
+#include "platform/forms/application.h"
+#include "platform/forms/controls.h"
+#include "platform/forms/form.h"
+#include "platform/forms/msgbox.h"
+#include "support/testmain.h"
+#include "support/windows.h"
+
+#include <QPointer>
+#include <QTest>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+using namespace testing_support;
+using forms::Form;
+
+namespace {
+
+QStringList history;
+
+class Screen : public Form {
+public:
+    explicit Screen(const QString& name, Kind kind = Kind::Screen)
+        : Form(name, kind, kind == Kind::Screen ? QSize(800, 600) : QSize(300, 200), {}) {}
+
+    std::function<void()> onLoad;
+    std::function<void()> onActivate;
+    std::function<void()> onUnloading;
+
+protected:
+    void Load() override { Note(u"load"_s, onLoad); }
+    void Activate() override { Note(u"activate"_s, onActivate); }
+    void Unloading() override { Note(u"unloading"_s, onUnloading); }
+
+private:
+    void Note(const QString& what, const std::function<void()>& then) {
+        history += Name() + u' ' + what;
+        if (then) {
+            then();
+        }
+    }
+};
+
+void LeaveOverTo(QWidget& widget) {
+    widget.activateWindow();
+    Settle();
+}
+
+}  // namespace
+
+class TestForm : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { history.clear(); }
+
+    void cleanup() {
+        for (Form* form : Form::Loaded()) {
+            form->Unload();
+        }
+        Settle();
+        QVERIFY(Form::Loaded().isEmpty());
+    }
+
+    void Activation_data() {
+        using Steps = std::function<void(Screen & a, Screen & b)>;
+        QTest::addColumn<Steps>("steps");
+        QTest::addColumn<QStringList>("expected");
+        const auto row = [](const char* name, Steps steps, const QStringList& expected) {
+            QTest::newRow(name) << steps << expected;
+        };
+        row("next screen, own visibility off",
+            [](Screen& a, Screen& b) {
+                b.Show();
+                a.SetVisible(false);
+            },
+            {u"b load"_s, u"b activate"_s});
+        row("there and back",
+            [](Screen& a, Screen& b) {
+                b.Show();
+                a.SetVisible(false);
+                a.SetVisible(true);
+                b.Unload();
+            },
+            {u"b load"_s, u"b activate"_s, u"a activate"_s, u"b unloading"_s});
+        row("hidden first, then the next",
+            [](Screen& a, Screen& b) {
+                a.SetVisible(false);
+                b.Show();
+            },
+            {u"b load"_s, u"b activate"_s});
+        row("the one in front goes",
+            [](Screen&, Screen& b) {
+                b.Show();
+                b.Unload();
+            },
+            {u"b load"_s, u"b activate"_s, u"b unloading"_s, u"a activate"_s});
+        row("the one in front hides and comes back",
+            [](Screen&, Screen& b) {
+                b.Show();
+                b.SetVisible(false);
+                b.SetVisible(true);
+            },
+            {u"b load"_s, u"b activate"_s, u"a activate"_s, u"b activate"_s});
+        row("shown again while in front", [](Screen& a, Screen&) { a.Show(); }, {});
+        row("visible already",
+            [](Screen& a, Screen& b) {
+                b.Show();
+                a.SetVisible(true);
+            },
+            {u"b load"_s, u"b activate"_s});
+        row("minimised and back",
+            [](Screen& a, Screen&) {
+                a.Minimize();
+                Settle();
+                a.setWindowState(a.windowState() & ~Qt::WindowMinimized);
+                LeaveOverTo(a);
+            },
+            {});
+        row("another window that is no screen",
+            [](Screen& a, Screen&) {
+                QWidget other;
+                other.show();
+                LeaveOverTo(other);
+                other.hide();
+                LeaveOverTo(a);
+            },
+            {});
+        row("the user changes between two of them",
+            [](Screen& a, Screen& b) {
+                b.Show();
+                Settle();
+                LeaveOverTo(a);
+            },
+            {u"b load"_s, u"b activate"_s, u"a activate"_s});
+        row("message box",
+            [](Screen&, Screen&) {
+                QTimer::singleShot(
+                    50, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
+                QCOMPARE(forms::MsgBox(u"Continuar?"_s, forms::vbYesNo + forms::vbQuestion, {}),
+                         forms::vbNo);
+                Settle();
+            },
+            {});
+        row("unloads itself while loading",
+            [](Screen&, Screen& b) {
+                b.onLoad = [&b] { b.Unload(); };
+                b.Show();
+            },
+            {u"b load"_s, u"b unloading"_s});
+        row("next screen from the unload",
+            [](Screen& a, Screen& b) {
+                a.onUnloading = [&b] { b.Show(); };
+                a.Unload();
+            },
+            {u"a unloading"_s, u"b load"_s, u"b activate"_s});
+    }
+
+    void Activation() {
+        using Steps = std::function<void(Screen & a, Screen & b)>;
+        QFETCH(const Steps, steps);
+        QFETCH(const QStringList, expected);
+        const QPointer<Screen> a(new Screen(u"a"_s));
+        const QPointer<Screen> b(new Screen(u"b"_s));
+        a->Show();
+        Settle();
+        QCOMPARE(history, (QStringList{u"a load"_s, u"a activate"_s}));
+        history.clear();
+        steps(*a, *b);
+        Settle();
+        QCOMPARE(history, expected);
+        if (b && !b->IsLoaded()) {
+            b->Unload();
+        }
+    }
+
+    void ModalDialogBlocksAndGivesBack() {
+        auto* screen = new Screen(u"screen"_s);
+        screen->Show();
+        auto* dialog = new Screen(u"dialog"_s, Form::Kind::Dialog);
+        const QPointer<Form> watch(dialog);
+        QTimer::singleShot(50, [&] {
+            QCOMPARE(Form::Active(), dialog);
+            QVERIFY(QApplication::activeModalWidget() == dialog);
+            dialog->close();
+            QVERIFY(!dialog->isVisible());
+            QVERIFY(!Form::Find(u"dialog"_s));
+        });
+        dialog->ShowModal();
+        QCOMPARE(history,
+                 (QStringList{u"screen load"_s, u"screen activate"_s, u"dialog load"_s,
+                              u"dialog activate"_s, u"dialog unloading"_s, u"screen activate"_s}));
+        Settle();
+        QVERIFY(watch.isNull());
+    }
+
+    void FailedLoadLeavesNothing() {
+        auto* screen = new Screen(u"screen"_s);
+        const QPointer<Form> watch(screen);
+        screen->onLoad = [] { throw Erro(3021, u"Nenhum registro atual."_s); };
+        QVERIFY_THROWS_EXCEPTION(Erro, screen->Show());
+        QVERIFY(!Form::Find(u"screen"_s));
+        QVERIFY(!Form::Active());
+        Settle();
+        QVERIFY(watch.isNull());
+    }
+
+    void ClicksReachWhatTheyHit() {
+        auto* screen = new Screen(u"screen"_s);
+        QStringList heard;
+        screen->onLoad = [&] {
+            auto* zone = new forms::ClickZone(u"imgSair"_s, u"Sair"_s, screen->Picture());
+            zone->setGeometry(27, 509, 45, 31);
+            connect(zone, &forms::Zone::Click, [&] { heard += u"zone"_s; });
+            connect(zone, &forms::Zone::MouseMove, [&] { heard += u"zone move"_s; });
+            auto* label = new forms::Label(u"lblEmissao"_s, screen->Picture());
+            label->setGeometry(142, 10, 107, 17);
+            auto* picture = new forms::Picture(u"imgFigura(0)"_s, {}, screen->Picture());
+            picture->setGeometry(10, 100, 120, 75);
+            connect(picture, &forms::Zone::Click, [&] { heard += u"picture"_s; });
+            connect(picture, &forms::Zone::DblClick, [&] { heard += u"picture double"_s; });
+        };
+        connect(screen, &Form::Click, [&] { heard += u"form"_s; });
+        connect(screen, &Form::MouseMove, [&] { heard += u"form move"_s; });
+        screen->Show();
+
+        ClickAt(*screen, {28, 510});
+        DoubleClickAt(*screen, {28, 510});
+        ClickAt(*screen, {300, 300});
+        ClickAt(*screen, {150, 15});  // a label keeps the mouse to itself
+        DoubleClickAt(*screen, {20, 110});
+        QCOMPARE(heard, (QStringList{u"zone"_s, u"zone"_s, u"zone"_s, u"form"_s, u"picture"_s,
+                                     u"picture double"_s}));
+
+        heard.clear();
+        auto& zone = Find<forms::ClickZone>(*screen, u"imgSair"_s);
+        QTest::mousePress(&zone, Qt::LeftButton);
+        QTest::mouseRelease(&zone, Qt::LeftButton, {}, {-5, -5});
+        QTest::mouseClick(&zone, Qt::RightButton);
+        // The first half of this double click was spent on the screen before.
+        zone.hide();
+        zone.show();
+        QTest::mouseDClick(&zone, Qt::LeftButton);
+        QCOMPARE(heard, QStringList());
+
+        QTest::mouseMove(&zone);
+        QTest::mouseMove(screen->Picture(), {400, 300});
+        Settle();
+        QCOMPARE(heard.first(), u"zone move"_s);
+        QCOMPARE(heard.last(), u"form move"_s);
+    }
+
+    // Entering a box has meaning on some screens: the toolkit must not do it by itself.
+    void NobodyEntersABoxUnasked() {
+        auto* screen = new Screen(u"screen"_s);
+        int entered = 0;
+        int left = 0;
+        int keys = 0;
+        screen->onLoad = [&] {
+            for (const auto& name : {u"txtA"_s, u"txtB"_s}) {
+                auto* panel = new forms::Panel(u"pct"_s + name, {}, screen->Picture());
+                panel->setGeometry(0, name == u"txtA"_s ? 0 : 100, 200, 100);
+                auto* box = new forms::TextBox(name, name, panel);
+                connect(box, &forms::TextBox::GotFocus, [&] { ++entered; });
+                connect(box, &forms::TextBox::LostFocus, [&] { ++left; });
+            }
+        };
+        connect(screen, &Form::KeyDown, [&] { ++keys; });
+        screen->Show();
+        QVERIFY(QTest::qWaitForWindowActive(screen));
+        QCOMPARE(entered, 0);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F5);
+        QCOMPARE(keys, 1);
+
+        auto& box = Find<forms::TextBox>(*screen, u"txtA"_s);
+        box.setFocus();
+        QCOMPARE(entered, 1);
+        QWidget other;
+        other.show();
+        LeaveOverTo(other);
+        other.hide();
+        LeaveOverTo(*screen);
+        QCOMPARE(entered, 1);
+
+        box.parentWidget()->hide();
+        QCOMPARE(entered, 1);
+        QCOMPARE(left, 1);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_X);
+        QCOMPARE(box.text(), QString());
+    }
+
+    void PictureStandsInTheMiddle() {
+        auto* screen = new Screen(u"screen"_s);
+        screen->Show();
+        screen->setWindowState(Qt::WindowNoState);
+        screen->resize(1067, 600);
+        QCOMPARE(screen->Picture()->geometry(), QRect(133, 0, 800, 600));
+        screen->resize(800, 600);
+        QCOMPARE(screen->Picture()->geometry(), QRect(0, 0, 800, 600));
+    }
+
+    void UntrappedErrorEndsTheProgramInOrder() {
+        auto* application = qobject_cast<forms::Application*>(qApp);
+        BoxAnswers boxes;
+        bool emergency = false;
+        application->SetEmergencyExit([&] {
+            emergency = true;
+            throw Erro(Erro::InternalError);
+        });
+        forms::SetMousePointer(11);
+        const int status = application->Run([] {
+            QTimer::singleShot(0, qApp, [] { throw Erro(3021, u"Nenhum registro atual."_s); });
+        });
+        application->SetEmergencyExit({});
+        QCOMPARE(status, 1);
+        QVERIFY(emergency);
+        QCOMPARE(forms::MousePointer(), 0);
+        QCOMPARE(boxes.Boxes().size(), 1);
+        QCOMPARE(boxes.Boxes().first().text, u"Erro nº: 3021\nNenhum registro atual."_s);
+        QCOMPARE(boxes.Boxes().first().flags, forms::vbCritical);
+        QCOMPARE(boxes.Boxes().first().title, u"Catálogo TARVO-LINDEN"_s);
+    }
+};
+
+TARVO_TEST(TestForm);
+#include "test_form.moc"
