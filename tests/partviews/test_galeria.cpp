@@ -22,7 +22,7 @@ class TestGaleria : public QObject {
                 u"INSERT INTO FOTOPECAPESQUISA (CodigoFotoPecaPesquisa, "
                 "DescricaoFotoPecaPesquisa, ArquivoFotoPecaPesquisa) "
                 "VALUES (%1, 'F %2', NULL)"_s.arg(i)
-                    .arg(i, 3, 10, u'0');
+                    .arg(QString::number(i).rightJustified(3, u'0'));
         }
         janela_->catalogo.Executar(comandos);
         janela_->Abrir();
