@@ -1,14 +1,36 @@
 #include "support/catalogo.h"
 
+#include "platform/system/paths.h"
 #include "session/banco.h"
 #include "session/esquema.h"
 #include "session/global.h"
 
+#include <QFile>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// Made once: deriving the key and flushing each definition to the disk takes far longer than a copy.
+void PorCatalogoVazio() {
+    static QByteArray modelo;
+    const QString caminho = gCaminho + u"Tarvo.mdb"_s;
+    if (modelo.isEmpty()) {
+        CriarCatalogo(caminho, SenhaBancoDados());
+        modelo = sys::ReadBytes(caminho);
+        return;
+    }
+    QFile arquivo(sys::ToNative(caminho));
+    if (!arquivo.open(QIODevice::WriteOnly) || arquivo.write(modelo) != modelo.size()) {
+        qFatal("cannot write %s", qPrintable(arquivo.fileName()));
+    }
+}
+
+}  // namespace
 
 CatalogoDeTeste::CatalogoDeTeste() {
     gCaminho = pasta_.path() + u'\\';
-    CriarCatalogo(gCaminho + u"Tarvo.mdb"_s, SenhaBancoDados());
+    PorCatalogoVazio();
     AbrirBancoDados(gWS, u"gWS"_s, gDB, false);
     Executar(
         {u"UPDATE UMREGISTRO SET DataEmissao = DateSerial(2026,3,5), "
@@ -20,9 +42,11 @@ CatalogoDeTeste::~CatalogoDeTeste() {
 }
 
 void CatalogoDeTeste::Executar(const QStringList& comandos) {
+    gWS->BeginTrans();  // one flush to the disk instead of one for each row
     for (const QString& comando : comandos) {
         gDB->Execute(comando, dao::dbFailOnError);
     }
+    gWS->CommitTrans();
 }
 
 QStringList LinhasDePesquisa() {

@@ -19,9 +19,10 @@ namespace {
 
 constexpr char ClientKey[] = "tarvo.connection";
 
+// Never destroyed: the session's own connection may be closed later than any static of this file.
 std::vector<Connection*>& Registry() {
-    static std::vector<Connection*> connections;
-    return connections;
+    static auto* connections = new std::vector<Connection*>;
+    return *connections;
 }
 
 struct CodeEntry {

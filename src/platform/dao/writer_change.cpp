@@ -92,9 +92,9 @@ struct Storing {
     const char* function;
 };
 constexpr Storing Storings[] = {
-    {"BIT", "dao_cbool"},    {"TINYINT", "dao_cbyte"},  {"SMALLINT", "dao_cint"},
-    {"INTEGER", "dao_clng"}, {"INT", "dao_clng"},       {"REAL", "dao_csng"},
-    {"DOUBLE", "dao_cdbl"},  {"DATETIME", "dao_cdate"}, {"DECIMAL(19,4)", "dao_ccur"},
+    {"BIT", "dao_cbool"},      {"TINYINT", "dao_cbyte"},      {"SMALLINT", "dao_cint"},
+    {"INTEGER", "dao_clng"},   {"INT", "dao_clng"},           {"DOUBLE", "dao_cdbl"},
+    {"DATETIME", "dao_cdate"}, {"DECIMAL(19,4)", "dao_ccur"},
 };
 
 void ChangeWriter::WriteStored(std::string_view table, std::string_view column, const Expr& value) {

@@ -41,6 +41,9 @@ bool IsColumn(const Expr& expr) {
 }
 
 bool MayBeText(const Expr& expr) {
+    if (expr.kind == Expr::Kind::Star) {
+        return false;  // columns, with their own collation
+    }
     const Type type = TypeOf(expr);
     return type == Type::Text || type == Type::Unknown;
 }

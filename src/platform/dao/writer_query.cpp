@@ -85,14 +85,6 @@ void Writer::WriteSelect(const Select& select, const std::vector<OrderTerm>& ord
 }
 
 void Writer::WriteItem(const SelectItem& item, std::size_t place, Names names) {
-    if (item.expr->kind == Expr::Kind::Star) {
-        if (!item.expr->qualifier.empty()) {
-            Name(item.expr->qualifier);
-            Raw(".");
-        }
-        Raw("*");
-        return;
-    }
     CollatedValue(*item.expr);
     const bool column = item.expr->kind == Expr::Kind::Column;
     if (!item.alias.empty()) {
