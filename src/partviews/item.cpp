@@ -2,6 +2,8 @@
 
 #include "platform/convert.h"
 
+#include <cmath>
+
 namespace {
 
 constexpr int LarguraNumero = 4;
@@ -14,7 +16,11 @@ QString AlinharADireita(const QString& texto, int largura) {
 }
 
 QString NumeroDe(QStringView texto) {
-    return convert::ToTextOrEmpty(convert::Val(texto));
+    const double numero = convert::Val(texto);
+    if (!std::isfinite(numero)) {
+        throw Erro(Erro::InvalidArgument);
+    }
+    return convert::ToTextOrEmpty(numero);
 }
 
 }  // namespace

@@ -36,7 +36,9 @@ void frmPesquisa::CarregarFiguras() {
     mPrimeiraFigura = 1;
     mFiguraSelecionada = 1;
     mTotalFiguras = convert::Narrow<qint32>(mFiguras.size());
-    sclPesquisaFiguras->SetMax(convert::Narrow<qint16>(mTotalFiguras - UltimaMiniatura));
+    // With three pictures or fewer there is nowhere to scroll to.
+    sclPesquisaFiguras->SetMax(
+        qMax<qint16>(1, convert::Narrow<qint16>(mTotalFiguras - UltimaMiniatura)));
 }
 
 const frmPesquisa::Figura& frmPesquisa::LinhaDaGaleria(qint32 linha) const {
