@@ -75,10 +75,10 @@ private Q_SLOTS:
     // itself.
     void IsAnOrderOnAnyBytes() {
         QRandomGenerator random(7);
-        const QByteArray pool(
+        constexpr char Bytes[] =
             "aA\xC3\xA1\xC3\x81 1-\xFF\xC3\xF4\x8F\xBF\xBF\xED\xA0\x80"
-            "eE\xC0\x00",
-            24);
+            "eE\xC0\x00";
+        const QByteArray pool(Bytes, sizeof(Bytes) - 1);
         QList<QByteArray> texts;
         for (int i = 0; i < 150; ++i) {
             QByteArray text;
