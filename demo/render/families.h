@@ -6,6 +6,7 @@
 #include <QStringView>
 
 #include <span>
+#include <vector>
 
 namespace render {
 
@@ -18,9 +19,13 @@ std::span<const FamilyModel> ValveModels();
 std::span<const FamilyModel> ControlValveModels();
 std::span<const FamilyModel> ChamberModels();
 std::span<const FamilyModel> CylinderModels();
+std::span<const FamilyModel> WheelModels();
 std::span<const FamilyModel> SupplyModels();
 std::span<const FamilyModel> ElectricModels();
 std::span<const FamilyModel> LineModels();
+std::span<const FamilyModel> HoseModels();
+
+const std::vector<FamilyModel>& AllModels();
 
 // The part as it is delivered. A family without a model of its own gets a plain valve.
 Assembly AssemblyFor(QStringView family, const Parameters& parameters);

@@ -175,7 +175,7 @@ Assembly ControlUnit(const Parameters& p) {
 }
 
 Assembly SolenoidCoil(const Parameters& p) {
-    const float bore = p.Number(u"diâmetro", 13);
+    const float bore = std::max(p.Number(u"diâmetro", 13), 4.0f);
     Assembly a;
     a.pose = TurnZ(-34);
     Element& coil = a.Add(Bobina);

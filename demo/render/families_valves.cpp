@@ -61,8 +61,9 @@ Assembly RelayLike(const RelayShape& shape) {
     AddRibs(body, 12, r * 0.4f, r * 0.90f, -10, 6, 2.6f, CastAluminium);
     // The outlets share the front and the sides; the supply port stands at the back.
     const auto count = static_cast<float>(outlets);
-    const float step = std::min(outlets <= 2 ? 90.0f : 62.0f, 300 / std::max(count, 1.0f));
-    const bool crowded = outlets > 6;
+    const float widest = outlets <= 2 ? 90.0f : outlets <= 4 ? 47.0f : 32.0f;
+    const float step = std::min(widest, 300 / std::max(count, 1.0f));
+    const bool crowded = outlets > 4;
     for (int i = 0; i < outlets; ++i) {
         const float at = 248 + step * (static_cast<float>(i) - (count - 1) / 2);
         AddPort(body, Around(at, r * 0.89f, crowded ? (i % 2 ? 9.0f : 30.0f) : 18.0f),

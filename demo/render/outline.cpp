@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <span>
 
 namespace render {
 namespace {
@@ -153,8 +154,8 @@ public:
         std::sort(inner.begin(), inner.end(), [this](const auto& a, const auto& b) {
             return points_[Rightmost(a)].x > points_[Rightmost(b)].x;
         });
-        for (const auto& hole : inner) {
-            Bridge(hole);
+        for (size_t i = 0; i < inner.size(); ++i) {
+            Bridge(inner[i], std::span(inner).subspan(i));
         }
     }
 
@@ -218,7 +219,8 @@ private:
                (Area(c, d, a) > 0) != (Area(c, d, b) > 0);
     }
 
-    void Bridge(const std::vector<uint32_t>& hole) {
+    // `open` are the holes that no bridge has reached yet, this one included.
+    void Bridge(const std::vector<uint32_t>& hole, std::span<const std::vector<uint32_t>> open) {
         const uint32_t from = Rightmost(hole);
         std::vector<size_t> order(ring_.size());
         for (size_t i = 0; i < order.size(); ++i) {
@@ -230,7 +232,7 @@ private:
         });
         size_t to = order.front();
         for (const size_t candidate : order) {
-            if (Visible(from, candidate)) {
+            if (Visible(from, candidate, open)) {
                 to = candidate;
                 break;
             }
@@ -243,7 +245,7 @@ private:
         ring_.insert(ring_.begin() + static_cast<std::ptrdiff_t>(to), way.begin(), way.end());
     }
 
-    bool Visible(uint32_t from, size_t place) const {
+    bool Visible(uint32_t from, size_t place, std::span<const std::vector<uint32_t>> open) const {
         const size_t n = ring_.size();
         const uint32_t to = ring_[place];
         // Inside the corner at `to`, so that bridges ending at one point do not cross.
@@ -255,12 +257,15 @@ private:
         if (convex ? !(leftOfIn && leftOfOut) : !(leftOfIn || leftOfOut)) {
             return false;
         }
-        for (size_t i = 0; i < n; ++i) {
-            if (Crosses(from, to, ring_[i], ring_[(i + 1) % n])) {
-                return false;
+        const auto crosses = [&](const std::vector<uint32_t>& line) {
+            for (size_t i = 0; i < line.size(); ++i) {
+                if (Crosses(from, to, line[i], line[(i + 1) % line.size()])) {
+                    return true;
+                }
             }
-        }
-        return true;
+            return false;
+        };
+        return !crosses(ring_) && std::none_of(open.begin(), open.end(), crosses);
     }
 
     std::vector<Vec2> points_;

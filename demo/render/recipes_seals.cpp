@@ -74,12 +74,12 @@ Element Cup(float d, float h) {
 constexpr Recipe recipes[] = {
     {AnelVedacao, 0.42f,
      [](float d, float h) {
-         const float wire = Or(h, std::max(1.8f, d * 0.085f));
+         const float wire = Or(h, std::clamp(1.8f, d * 0.085f, d * 0.25f));
          return Of(Torus((d - wire) / 2, wire), Rubber, Move(0, 0, wire / 2));
      }},
     {AnelORing, 0.60f,
      [](float d, float h) {
-         const float wire = Or(h, std::max(1.6f, d * 0.06f));
+         const float wire = Or(h, std::clamp(1.6f, d * 0.06f, d * 0.25f));
          return Of(Torus((d - wire) / 2, wire), Rubber, Move(0, 0, wire / 2));
      }},
     {AnelRaspador, 0.32f,

@@ -1,4 +1,6 @@
+#include "../vocabulary.h"
 #include "components.h"
+#include "exploded.h"
 #include "families.h"
 #include "photo.h"
 
@@ -13,6 +15,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize PhotoSize(500, 390);
+constexpr QSize FigureSize(582, 343);
 
 render::Assembly Alone(demo::ComponentKind kind) {
     render::Assembly assembly;
@@ -20,17 +23,23 @@ render::Assembly Alone(demo::ComponentKind kind) {
     return assembly;
 }
 
-std::vector<QString> Slugs() {
-    std::vector<QString> slugs;
-    for (const auto models :
-         {render::ValveModels(), render::ControlValveModels(), render::ChamberModels(),
-          render::CylinderModels(), render::SupplyModels(), render::ElectricModels(),
-          render::LineModels()}) {
-        for (const render::FamilyModel& model : models) {
-            slugs.push_back(QString::fromUtf16(model.slug));
+// With every item that parts of such a bill can have.
+render::Assembly Items(const QString& slug, const render::Parameters& parameters) {
+    std::vector<render::Item> items;
+    for (const auto table : {demo::ValveFamilies(), demo::ActuatorFamilies(),
+                             demo::SupplyFamilies(), demo::LineFamilies()}) {
+        for (const demo::Family& family : table) {
+            if (slug != QStringView(family.slug)) {
+                continue;
+            }
+            for (const demo::BillLine& line : demo::LinesOf(family.bill)) {
+                for (int i = 0; i < line.most; ++i) {
+                    items.push_back({line.kind, QString::number(items.size() + 1)});
+                }
+            }
         }
     }
-    return slugs;
+    return render::ItemsOf(slug, parameters, items);
 }
 
 QImage ContactSheet(const std::vector<std::pair<QString, render::Assembly>>& parts, QSize tile) {
@@ -68,7 +77,8 @@ int main(int argc, char** argv) {
     const QCommandLineOption components(u"components"_s, u"A contact sheet of all components."_s);
     const QCommandLineOption repeat(u"repeat"_s, u"Draw it this often and tell the mean time."_s,
                                     u"times"_s, u"1"_s);
-    parser.addOptions({sheet, components, repeat});
+    const QCommandLineOption exploded(u"exploded"_s, u"The drawing of its items instead."_s);
+    parser.addOptions({sheet, components, repeat, exploded});
     parser.process(application);
     QStringList arguments = parser.positionalArguments();
     if (arguments.isEmpty()) {
@@ -83,7 +93,8 @@ int main(int argc, char** argv) {
                 parts.emplace_back(QString::number(i), Alone(static_cast<demo::ComponentKind>(i)));
             }
         }
-        for (const QString& slug : Slugs()) {
+        for (const render::FamilyModel& model : render::AllModels()) {
+            const QString slug = QString::fromUtf16(model.slug);
             if (parser.isSet(sheet) && (arguments.isEmpty() || arguments.contains(slug))) {
                 parts.emplace_back(slug, render::AssemblyFor(slug, {}));
             }
@@ -98,12 +109,17 @@ int main(int argc, char** argv) {
     for (const QString& argument : arguments.sliced(1)) {
         parameters.Set(argument.section(u'=', 0, 0), argument.section(u'=', 1));
     }
-    QImage photo = render::Photo(render::AssemblyFor(arguments.first(), parameters), PhotoSize);
+    const auto draw = [&] {
+        return parser.isSet(exploded)
+                   ? render::Explode(Items(arguments.first(), parameters), FigureSize).image
+                   : render::Photo(render::AssemblyFor(arguments.first(), parameters), PhotoSize);
+    };
+    QImage photo = draw();
     const int times = parser.value(repeat).toInt();
     QElapsedTimer timer;
     timer.start();
     for (int i = 0; i < times; ++i) {
-        photo = render::Photo(render::AssemblyFor(arguments.first(), parameters), PhotoSize);
+        photo = draw();
     }
     QTextStream(stdout) << static_cast<double>(timer.nsecsElapsed()) / 1e6 / times << " ms\n";
     return photo.save(file) ? 0 : 1;

@@ -31,7 +31,11 @@ void Quad(Mesh& mesh, uint32_t a, uint32_t b, uint32_t c, uint32_t d) {
 
 }  // namespace
 
-Mesh Revolved(const Corners& profile) {
+Mesh Revolved(const Corners& given) {
+    Corners profile = given;
+    for (Corner& corner : profile) {
+        corner.x = std::max(corner.x, 0.0f);
+    }
     const bool ring = profile.front().x > 0 && profile.back().x > 0;
     const Line line = Rounded(profile, ring);
     float widest = 0;
@@ -265,6 +269,8 @@ Mesh Hexagon(float acrossFlats, float height, bool chamferBelow, bool chamferAbo
 }
 
 Mesh ThreadedRod(float diameter, float length, float pitch, float tip) {
+    constexpr float MostRidges = 120;
+    pitch = std::max(pitch, length / MostRidges);
     const float radius = diameter / 2;
     const float depth = std::min(pitch * 0.45f, radius * 0.2f);
     Corners profile{{0, 0}, {radius - depth, 0}};
