@@ -422,7 +422,10 @@ void Writer::Like(const Expr& expr, bool met) {
         const std::size_t prefix = std::min(wildcard, pattern.text.size());
         // A number below zero begins with a minus sign and sorts the other way round.
         if (!expr.negated && IsColumn(value) && prefix > 0 && pattern.text.front() != '-') {
+            // The range lets the column's index be used, the pattern decides.
             LikePrefix(value, pattern.text, prefix);
+            Raw(" AND ");
+            FunctionOf("dao_like", expr);
             return;
         }
     }
@@ -430,7 +433,6 @@ void Writer::Like(const Expr& expr, bool met) {
     FunctionOf("dao_like", expr);
 }
 
-// The range lets the column's index be used, the pattern decides.
 void Writer::LikePrefix(const Expr& column, const std::string& pattern, std::size_t prefix) {
     const std::string begin = pattern.substr(0, prefix);
     Value(column);
@@ -443,11 +445,24 @@ void Writer::LikePrefix(const Expr& column, const std::string& pattern, std::siz
     Raw(whole ? " <= " : " < ");
     Text(whole ? begin : begin + std::string(LastCharacter));
     Raw(Collation);
-    Raw(" AND dao_like(");
-    Value(column);
-    Raw(", ");
-    Text(pattern);
-    Raw(")");
+}
+
+void Writer::Range(const Expr& term) {
+    if (term.kind == Expr::Kind::Like) {
+        const std::string& pattern = term.args[1]->text;
+        LikePrefix(*term.args[0], pattern, std::min(pattern.find_first_of("*?#["), pattern.size()));
+    } else {
+        Logical(term, true);
+    }
+}
+
+void Writer::Test(const Expr& term) {
+    if (term.kind == Expr::Kind::Like) {
+        const dao::Pattern refusesBadOnes(ToQString(term.args[1]->text));
+        FunctionOf("dao_like", term);
+    } else {
+        Logical(term, true);
+    }
 }
 
 void Writer::In(const Expr& expr) {
