@@ -170,7 +170,7 @@ void KeepFinal(sqlite3_context* context) {
 // 1 when the time of the present slice of reading is over. Called for every row that is passed by,
 // so it looks at the clock only now and then.
 void CallPulse(sqlite3_context* context, int, sqlite3_value**) {
-    constexpr unsigned CallsPerLook = 64;
+    constexpr unsigned CallsPerLook = 16;
     static unsigned calls = 0;
     static bool over = false;
     if (over || ++calls % CallsPerLook == 0) {

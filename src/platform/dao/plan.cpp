@@ -2,143 +2,15 @@
 
 #include "platform/dao/collation.h"
 #include "platform/dao/parser.h"
-#include "platform/dao/tabledefinition.h"
+#include "platform/dao/searchshape.h"
 #include "platform/dao/writer.h"
 
 #include <algorithm>
-#include <optional>
 #include <vector>
 
 namespace dao::dialect {
 
 namespace {
-
-bool SameName(const QString& a, std::string_view b) {
-    return a.compare(ToQString(b), Qt::CaseInsensitive) == 0;
-}
-
-// A condition of the form column LIKE 'text' or column = value.
-struct Term {
-    const Expr* expr;
-    const Expr* column;
-    bool joined;  // the column is the joined table's
-    bool range;   // has a literal beginning or is an equality: an index can find its rows
-};
-
-// One select, taken apart.
-struct Arm {
-    const Select* select = nullptr;
-    const Source* table = nullptr;
-    const Source* joined = nullptr;     // of a left join, or null
-    const Expr* tableColumn = nullptr;  // what the join compares
-    const Expr* joinedColumn = nullptr;
-    TableInfo info;
-    std::vector<Term> terms;
-
-    bool IsJoined(const Expr& column) const;
-    bool IsIndexed(const Expr& column) const;
-    const Expr& Item(std::size_t ordinal) const { return *select->items[ordinal - 1].expr; }
-};
-
-bool Arm::IsJoined(const Expr& column) const {
-    if (!joined) {
-        return false;
-    }
-    if (!column.qualifier.empty()) {
-        return EqualWords(column.qualifier, joined->Alias());
-    }
-    return std::none_of(info.columns.begin(), info.columns.end(),
-                        [&](const ColumnInfo& known) { return SameName(known.name, column.name); });
-}
-
-// Whether an index begins with the column, so that the rows can be walked in its order.
-bool Arm::IsIndexed(const Expr& column) const {
-    const bool key = std::any_of(info.columns.begin(), info.columns.end(), [&](const auto& known) {
-        return known.primaryKey == 1 && SameName(known.name, column.name);
-    });
-    if (key) {
-        return true;
-    }
-    return std::any_of(info.indexes.begin(), info.indexes.end(), [&](const QString& definition) {
-        const QByteArray text = definition.toUtf8();
-        const qsizetype open = text.indexOf('(');
-        const bool partial = text.toUpper().contains(" WHERE ");
-        return open >= 0 && !partial && SameName(FirstName(text.mid(open + 1)), column.name);
-    });
-}
-
-// Splits at AND. False when a part is no term.
-bool CollectTerms(const Expr& expr, Arm& arm) {
-    if (expr.kind == Expr::Kind::Binary && expr.op == Op::And) {
-        return CollectTerms(*expr.args[0], arm) && CollectTerms(*expr.args[1], arm);
-    }
-    const bool like = expr.kind == Expr::Kind::Like && !expr.negated;
-    const bool equal = expr.kind == Expr::Kind::Binary && expr.op == Op::Equal;
-    if ((!like && !equal) || expr.args[0]->kind != Expr::Kind::Column) {
-        return false;
-    }
-    const Expr& value = *expr.args[1];
-    const bool text = value.kind == Expr::Kind::Text;
-    if (!text && (like || value.kind != Expr::Kind::Number)) {
-        return false;
-    }
-    const bool beginning = text && !value.text.empty() && value.text.front() != '-' &&
-                           value.text.find_first_of("*?#[") != 0;
-    const Expr& column = *expr.args[0];
-    const bool joined = arm.IsJoined(column);
-    arm.terms.push_back(
-        {&expr, &column, joined, (equal || beginning) && (joined || arm.IsIndexed(column))});
-    return true;
-}
-
-std::optional<Arm> TakeApart(const Select& select, const Schema& schema) {
-    const bool plain = !select.distinct && !select.distinctRow && select.top.empty() &&
-                       select.into.empty() && select.groupBy.empty() && !select.having &&
-                       select.from.size() == 1;
-    if (!plain || !schema.table) {
-        return {};
-    }
-    Arm arm;
-    arm.select = &select;
-    const Source& from = *select.from.front();
-    const bool join = from.kind == Source::Kind::Join;
-    arm.table = join ? from.left.get() : &from;
-    arm.joined = join ? from.right.get() : nullptr;
-    if (arm.table->kind != Source::Kind::Table ||
-        (join && (from.join != Source::Join::Left || arm.joined->kind != Source::Kind::Table))) {
-        return {};
-    }
-    const std::optional<TableInfo> info = schema.table(ToQString(arm.table->name));
-    if (!info || info->isView) {
-        return {};
-    }
-    arm.info = *info;
-    if (join) {
-        const Expr& on = *from.on;
-        const bool equality = on.kind == Expr::Kind::Binary && on.op == Op::Equal &&
-                              on.args[0]->kind == Expr::Kind::Column &&
-                              on.args[1]->kind == Expr::Kind::Column;
-        if (!equality) {
-            return {};
-        }
-        arm.tableColumn = on.args[0].get();
-        arm.joinedColumn = on.args[1].get();
-        if (arm.IsJoined(*arm.tableColumn)) {
-            std::swap(arm.tableColumn, arm.joinedColumn);
-        }
-        if (arm.IsJoined(*arm.tableColumn) || !arm.IsJoined(*arm.joinedColumn)) {
-            return {};
-        }
-    }
-    const bool itemsPlain =
-        std::all_of(select.items.begin(), select.items.end(), [](const SelectItem& item) {
-            return item.expr->kind == Expr::Kind::Column || item.expr->kind == Expr::Kind::Text;
-        });
-    if (!itemsPlain || (select.where && !CollectTerms(*select.where, arm))) {
-        return {};
-    }
-    return arm;
-}
 
 // From where the rows of an arm come.
 enum class Drive {
@@ -283,9 +155,7 @@ bool Planner::PlanByJoined(const std::vector<const Arm*>& arms, const Ordinals& 
     std::vector<Step> lonely;
     std::vector<Step> paired;
     for (const Arm* arm : arms) {
-        const bool needsPartner = std::any_of(arm->terms.begin(), arm->terms.end(),
-                                              [](const Term& term) { return term.joined; });
-        if (!needsPartner) {
+        if (!NeedsPartner(*arm)) {
             lonely.push_back(StepLonely(*arm));
         }
         paired.push_back(StepByJoined(*arm));
@@ -403,9 +273,11 @@ void Planner::WriteFrom(Writer& writer, const Step& step) {
         writer.WriteSource(*arm.table);
         return;
     }
-    // Left joins where a row without a partner must come by, so that it can carry the pulse.
+    // Left joins where a row without a partner must come by, so that it can carry the pulse. The
+    // other join keeps the engine from turning the tables round.
     const bool fromJoined = step.drive == Drive::Joined || step.drive == Drive::JoinedRange;
-    const bool outer = step.drive != Drive::JoinedRange;
+    const bool few = step.drive == Drive::Range || step.drive == Drive::JoinedRange;
+    const bool outer = !(few && (step.paired || NeedsPartner(*step.arm)));
     writer.WriteSource(fromJoined ? *arm.joined : *arm.table);
     writer.Raw(outer ? " LEFT JOIN " : " CROSS JOIN ");
     writer.WriteSource(fromJoined ? *arm.table : *arm.joined);
