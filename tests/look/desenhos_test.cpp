@@ -90,6 +90,20 @@ private Q_SLOTS:
         QTest::newRow("pesquisa-pecas") << QSize(800, 162) << QList<QRect>{{744, 105, 51, 53}};
         QTest::newRow("pesquisa-veiculos") << QSize(800, 162) << QList<QRect>{{744, 104, 51, 53}};
         QTest::newRow("pesquisa-figuras") << QSize(648, 162) << QList<QRect>{{592, 106, 51, 53}};
+        QTest::newRow("resultado")
+            << QSize(800, 600)
+            << QList<QRect>{{227, 543, 65, 30}, {335, 542, 108, 34}, {480, 542, 92, 32}};
+        QTest::newRow("lista") << QSize(800, 600)
+                               << QList<QRect>{{228, 542, 65, 32},
+                                               {332, 542, 111, 34},
+                                               {480, 542, 92, 33},
+                                               {671, 427, 76, 27}};
+        QTest::newRow("lista-jogos") << QSize(584, 124) << QList<QRect>{};
+        QTest::newRow("figura") << QSize(800, 600)
+                                << QList<QRect>{{228, 542, 65, 31},
+                                                {332, 542, 111, 34},
+                                                {479, 542, 108, 34},
+                                                {687, 446, 76, 28}};
         QTest::newRow("moldura") << QSize(139, 108) << QList<QRect>{};
         QTest::newRow("apresentacao") << QSize(800, 600) << QList<QRect>{};
         QTest::newRow("creditos") << QSize(800, 600) << QList<QRect>{};

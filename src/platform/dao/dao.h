@@ -111,7 +111,8 @@ Q_SIGNALS:
     void RowsRead(qint64 first, qint64 last);  // after reading; zero-based, inclusive
 
 private:
-    friend class Database;
+    friend std::unique_ptr<Recordset> OpenRecordset(const std::shared_ptr<Connection>& connection,
+                                                    const QString& sql, RecordsetType type);
     friend class Field;
     Recordset(std::shared_ptr<Connection> connection, const QString& sql, RecordsetType type);
     void MoveTo(qint64 row);
@@ -121,6 +122,10 @@ private:
     std::unique_ptr<Private> d_;
     bool noMatch_ = false;
 };
+
+// For a data source, which has a connection and no database object of its own.
+std::unique_ptr<Recordset> OpenRecordset(const std::shared_ptr<Connection>& connection,
+                                         const QString& sql, RecordsetType type);
 
 class Database {
 public:

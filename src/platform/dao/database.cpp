@@ -85,8 +85,13 @@ QString Database::Name() const {
     return path_;
 }
 
+std::unique_ptr<Recordset> OpenRecordset(const std::shared_ptr<Connection>& connection,
+                                         const QString& sql, RecordsetType type) {
+    return std::unique_ptr<Recordset>(new Recordset(connection, sql, type));
+}
+
 std::unique_ptr<Recordset> Database::OpenRecordset(const QString& sql, RecordsetType type) {
-    return std::unique_ptr<Recordset>(new Recordset(connection_, sql, type));
+    return dao::OpenRecordset(connection_, sql, type);
 }
 
 void Database::Execute(const QString& sql, int options) {

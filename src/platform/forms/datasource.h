@@ -27,22 +27,25 @@ public:
     QString DatabaseName() const { return databaseName_; }
 
     // Sets the text without running it. A source that was never run opens by itself when the screen
-    // first shows.
+    // that it stands on first shows.
     void SetRecordSource(const QString& sql);
     QString RecordSource() const { return recordSource_; }
 
+    // Throws the engine's errors; 3024 when the session has no database open on the path. After an
+    // error the source still has the result that it had.
     void Refresh();
     void OpenIfPending();
 
-    dao::Recordset* GetRecordset() const { return recordset_.get(); }  // null before the first run
+    // Null before the first run. Another one after each Refresh.
+    dao::Recordset* GetRecordset() const { return recordset_.get(); }
 
     // Rows that the first reading of a Refresh brings at least; the bound grid sets it to what it
     // can show.
     void SetFirstRows(qint64 rows) { firstRows_ = rows; }
 
 Q_SIGNALS:
-    void AboutToRebind();
-    void Rebound();
+    void Rebound();    // there is another recordset
+    void Completed();  // it has been read to its end
 
 protected:
     void timerEvent(QTimerEvent* event) override;
@@ -53,7 +56,6 @@ private:
     std::unique_ptr<dao::Recordset> recordset_;
     QBasicTimer idle_;
     qint64 firstRows_ = 32;
-    bool pending_ = false;
 };
 
 }  // namespace forms

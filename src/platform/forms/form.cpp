@@ -2,6 +2,7 @@
 
 #include "platform/forms/application.h"
 #include "platform/forms/controls.h"
+#include "platform/forms/datasource.h"
 #include "platform/forms/owner.h"
 #include "platform/forms/theme.h"
 
@@ -147,6 +148,9 @@ void Form::Show() {
         setVisible(true);
         raise();
         activateWindow();
+    }
+    for (DataSource* source : findChildren<DataSource*>()) {
+        source->OpenIfPending();
     }
     BecomeActive();
 }

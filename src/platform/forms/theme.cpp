@@ -41,6 +41,7 @@ forms--TextBox {
     selection-background-color: @selection; selection-color: @selectionText;
 }
 forms--TextBox:focus { border-bottom: 2px solid @focus; padding-top: 1px; }
+forms--BoundGrid { background: @base; border: 1px solid @border; border-top-color: @rowLine; }
 forms--ComboList {
     background: @base; color: @text; border: 1px solid @border; border-radius: 0;
     padding: 0 0 0 5px; combobox-popup: 0;
@@ -78,6 +79,7 @@ QToolTip { background: @tip; color: @text; border: 1px solid @border; padding: 2
         {u"@scrollHandle"_s, theme.scrollHandle.name()},
         {u"@scrollPixels"_s, QString::number(theme.scrollPixels)},
         {u"@rowPixels"_s, QString::number(theme.rowPixels)},
+        {u"@rowLine"_s, theme.rowLine.name()},
         {u"@primaryText"_s, theme.primaryText.name()},
         {u"@primary"_s, theme.primary.name()},
         {u"@border"_s, theme.border.name()},

@@ -1,0 +1,216 @@
+#include "platform/forms/boundgrid.h"
+
+#include "platform/forms/griddelegate.h"
+#include "platform/forms/gridmodel.h"
+#include "platform/forms/theme.h"
+
+#include <QHeaderView>
+#include <QMouseEvent>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+
+#include <limits>
+
+namespace forms {
+
+BoundGrid::BoundGrid(const QString& name, const QString& accessibleName, QWidget* parent)
+    : QTableView(parent), model_(new GridModel(this)) {
+    setObjectName(name);
+    setAccessibleName(accessibleName);
+    setAttribute(Qt::WA_NoMousePropagation);
+    viewport()->setAttribute(Qt::WA_NoMousePropagation);
+    viewport()->setMouseTracking(true);
+    setModel(model_);
+    setItemDelegate(new GridDelegate(this));
+
+    setShowGrid(false);
+    setWordWrap(false);
+    setCornerButtonEnabled(false);
+    setTabKeyNavigation(false);
+    setEditTriggers(NoEditTriggers);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setVerticalScrollMode(ScrollPerItem);
+
+    horizontalHeader()->hide();
+    horizontalHeader()->setMinimumSectionSize(1);
+    horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->hide();
+    verticalHeader()->setMinimumSectionSize(1);
+    verticalHeader()->setDefaultSectionSize(CurrentTheme().rowPixels);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+}
+
+BoundGrid::~BoundGrid() = default;
+
+void BoundGrid::AddColumn(const QString& field, double width, Qt::Alignment alignment) {
+    const int left = qRound(columnEdge_);
+    columnEdge_ += width;
+    model_->AddColumn(field, alignment);
+    setColumnWidth(model_->columnCount() - 1, qRound(columnEdge_) - left);
+}
+
+void BoundGrid::SetDataSource(DataSource* source) {
+    source_ = source;
+    TellSource();
+    connect(source, &DataSource::Rebound, this, &BoundGrid::Bind);
+    connect(source, &DataSource::Completed, model_, [this] { model_->Grow(true); });
+    if (source->GetRecordset()) {
+        Bind();
+    }
+}
+
+// Before the screen shows, the view has no layout yet; its own size is what it will have.
+void BoundGrid::TellSource() {
+    if (source_) {
+        source_->SetFirstRows(height() / CurrentTheme().rowPixels + 2);
+    }
+}
+
+dao::Recordset* BoundGrid::Records() const {
+    return source_ ? source_->GetRecordset() : nullptr;
+}
+
+void BoundGrid::Bind() {
+    dao::Recordset* records = Records();
+    connect(records, &dao::Recordset::RowsRead, model_, [this] { model_->Grow(false); });
+    connect(records, &dao::Recordset::CurrentChanged, this, &BoundGrid::FollowRecordset);
+    const dao::Bookmark last = bookmark_;
+    const int lastColumn = column_;
+    ReBind();
+    Q_EMIT RowColChange(last, lastColumn);
+}
+
+void BoundGrid::ReBind() {
+    dao::Recordset* records = Records();
+    if (!records) {
+        return;
+    }
+    const QScopedValueRollback guard(binding_, true);
+    model_->SetRecordset(records);
+    doItemsLayout();
+    FollowRecordset();
+    bookmark_ = CurrentBookmark();
+    column_ = currentIndex().column();
+}
+
+void BoundGrid::FollowRecordset() {
+    const qint64 row = Records()->AbsolutePosition();
+    if (row == currentIndex().row()) {
+        return;
+    }
+    if (row >= model_->rowCount()) {
+        model_->Grow(true);
+    }
+    const QModelIndex index = model_->index(static_cast<int>(row), std::max(column_, 0));
+    if (!index.isValid()) {
+        clearSelection();
+    }
+    const bool far = index.isValid() && !viewport()->rect().intersects(visualRect(index));
+    setCurrentIndex(index);
+    if (far && index == currentIndex()) {
+        scrollTo(index, PositionAtCenter);  // with what stands around it
+    }
+}
+
+void BoundGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+    QTableView::currentChanged(current, previous);
+    dao::Recordset* records = Records();
+    if (binding_ || !records) {
+        return;
+    }
+    if (current.isValid() && current.row() != records->AbsolutePosition()) {
+        records->SetAbsolutePosition(current.row());
+    }
+    const dao::Bookmark last = std::exchange(bookmark_, CurrentBookmark());
+    const int lastColumn = std::exchange(column_, current.column());
+    Q_EMIT RowColChange(last, lastColumn);
+}
+
+// The current row stays highlighted whatever is clicked with whatever key held.
+QItemSelectionModel::SelectionFlags BoundGrid::selectionCommand(const QModelIndex& index,
+                                                                const QEvent*) const {
+    return index.isValid() ? QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows
+                           : QItemSelectionModel::NoUpdate;
+}
+
+dao::Bookmark BoundGrid::CurrentBookmark() const {
+    const dao::Recordset* records = Records();
+    return records && records->AbsolutePosition() >= 0 ? records->CurrentBookmark()
+                                                       : dao::Bookmark();
+}
+
+int BoundGrid::VisibleRows() const {
+    const int first = rowAt(0);
+    if (first < 0) {
+        return 0;
+    }
+    const int last = rowAt(viewport()->height() - 1);
+    return (last < 0 ? model_->rowCount() - 1 : last) - first + 1;
+}
+
+void BoundGrid::Scroll(int columns, qint64 rows) {
+    executeDelayedItemsLayout();
+    const auto move = [](QScrollBar* bar, qint64 steps) {
+        bar->setValue(static_cast<int>(
+            std::clamp<qint64>(bar->value() + steps, bar->minimum(), bar->maximum())));
+    };
+    move(horizontalScrollBar(), columns);
+    move(verticalScrollBar(), rows);
+}
+
+// Has the rows up to `rows` read and announced, where the user goes there before idle time did.
+void BoundGrid::ReadAhead(qint64 rows) {
+    if (dao::Recordset* records = Records(); records && rows > model_->rowCount()) {
+        records->ReadUpTo(rows);
+        model_->Grow(true);
+    }
+}
+
+QModelIndex BoundGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    const int column = std::max(currentIndex().column(), 0);
+    switch (action) {
+        case MoveHome:
+            return model_->index(0, column);
+        case MoveEnd:
+            ReadAhead(std::numeric_limits<int>::max());
+            return model_->index(model_->rowCount() - 1, column);
+        case MoveDown:
+        case MovePageDown:
+            ReadAhead(currentIndex().row() + VisibleRows() + 1);
+            break;
+        default:
+            break;
+    }
+    return QTableView::moveCursor(action, modifiers);
+}
+
+void BoundGrid::mousePressEvent(QMouseEvent* event) {
+    pressedBefore_ = true;
+    QTableView::mousePressEvent(event);
+}
+
+void BoundGrid::mouseMoveEvent(QMouseEvent* event) {
+    QTableView::mouseMoveEvent(event);
+    Q_EMIT MouseMove();
+}
+
+void BoundGrid::mouseDoubleClickEvent(QMouseEvent* event) {
+    // Without a press before it, its first half went to another screen that stood here.
+    if (event->button() == Qt::LeftButton && pressedBefore_ &&
+        indexAt(event->position().toPoint()).isValid()) {
+        Q_EMIT DblClick();
+    }
+}
+
+void BoundGrid::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    TellSource();
+}
+
+void BoundGrid::hideEvent(QHideEvent* event) {
+    pressedBefore_ = false;
+    QTableView::hideEvent(event);
+}
+
+}  // namespace forms

@@ -1,0 +1,69 @@
+#include "platform/forms/datasource.h"
+
+#include "platform/dao/errors.h"
+
+#include <QTimerEvent>
+
+#include <chrono>
+
+using namespace std::chrono_literals;
+
+namespace forms {
+namespace {
+
+// Short enough not to be felt between a keystroke and its letter.
+constexpr auto Slice = 8ms;
+
+}  // namespace
+
+DataSource::DataSource(const QString& name, QObject* parent) : QObject(parent) {
+    setObjectName(name);
+}
+
+DataSource::~DataSource() = default;
+
+void DataSource::SetDatabaseName(const QString& path) {
+    databaseName_ = path;
+}
+
+void DataSource::SetRecordSource(const QString& sql) {
+    recordSource_ = sql;
+}
+
+void DataSource::Refresh() {
+    const auto connection = dao::DBEngine::Instance().SharedConnection(databaseName_);
+    if (!connection) {
+        dao::Throw(dao::Failure::FileNotFound, databaseName_);
+    }
+    auto fresh = dao::OpenRecordset(connection, recordSource_, dao::dbOpenDynaset);
+    fresh->ReadUpTo(firstRows_);
+    std::swap(recordset_, fresh);
+    if (fresh) {
+        // Perhaps it is one of its own signals that led here; its rows and its lock go at once.
+        fresh->Close();
+        fresh.release()->deleteLater();
+    }
+    idle_.start(0, this);
+    Q_EMIT Rebound();
+}
+
+void DataSource::OpenIfPending() {
+    if (!recordset_ && !recordSource_.isEmpty()) {
+        Refresh();
+    }
+}
+
+void DataSource::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != idle_.timerId()) {
+        QObject::timerEvent(event);
+        return;
+    }
+    idle_.stop();  // an error in the reading ends it
+    if (!recordset_->ReadFor(Slice)) {
+        idle_.start(0, this);
+        return;
+    }
+    Q_EMIT Completed();
+}
+
+}  // namespace forms

@@ -1,0 +1,72 @@
+#include "platform/forms/gridmodel.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace forms {
+namespace {
+
+constexpr qint64 SmallestPortion = 256;
+
+int RowsOf(const dao::Recordset* recordset) {
+    if (!recordset) {
+        return 0;
+    }
+    return static_cast<int>(
+        std::min<qint64>(recordset->RecordCount(), std::numeric_limits<int>::max()));
+}
+
+}  // namespace
+
+void GridModel::AddColumn(const QString& field, Qt::Alignment alignment) {
+    const int at = columnCount();
+    beginInsertColumns({}, at, at);
+    columns_.push_back({field, alignment, recordset_ ? recordset_->FieldIndex(field) : -1});
+    endInsertColumns();
+}
+
+void GridModel::SetRecordset(dao::Recordset* recordset) {
+    beginResetModel();
+    recordset_ = recordset;
+    rows_ = RowsOf(recordset);
+    for (Column& column : columns_) {
+        column.index = recordset ? recordset->FieldIndex(column.field) : -1;
+    }
+    endResetModel();
+}
+
+void GridModel::Grow(bool all) {
+    const int available = RowsOf(recordset_);
+    const qint64 more = available - rows_;
+    if (more <= 0 || (!all && more < std::max<qint64>(SmallestPortion, rows_ / 4))) {
+        return;
+    }
+    beginInsertRows({}, rows_, available - 1);
+    rows_ = available;
+    endInsertRows();
+}
+
+int GridModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : rows_;
+}
+
+int GridModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(columns_.size());
+}
+
+QVariant GridModel::data(const QModelIndex& index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid) || !recordset_) {
+        return {};
+    }
+    const Column& column = columns_[static_cast<std::size_t>(index.column())];
+    switch (role) {
+        case Qt::DisplayRole:
+            return column.index < 0 ? QString() : recordset_->Text(index.row(), column.index);
+        case Qt::TextAlignmentRole:
+            return QVariant::fromValue(column.alignment | Qt::AlignVCenter);
+        default:
+            return {};
+    }
+}
+
+}  // namespace forms

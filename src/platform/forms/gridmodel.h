@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/dao/dao.h"
+
+#include <QAbstractTableModel>
+#include <QPointer>
+#include <QStringList>
+
+#include <vector>
+
+namespace forms {
+
+// The rows of a recordset as a grid's view wants them. Rows that are read later are announced in
+// growing portions, not as they come: each announcement costs the view time that grows with the
+// number of rows it has.
+class GridModel : public QAbstractTableModel {
+    Q_OBJECT
+
+public:
+    using QAbstractTableModel::QAbstractTableModel;
+
+    void AddColumn(const QString& field, Qt::Alignment alignment);
+
+    // Takes the place of the former one; the rows that are read already are there at once.
+    void SetRecordset(dao::Recordset* recordset);
+
+    // Announces what has been read: all of it, or only when it is worth it.
+    void Grow(bool all);
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+
+private:
+    struct Column {
+        QString field;
+        Qt::Alignment alignment;
+        int index = -1;  // in the recordset; -1: it has no such field
+    };
+
+    QPointer<dao::Recordset> recordset_;
+    std::vector<Column> columns_;
+    int rows_ = 0;
+};
+
+}  // namespace forms
