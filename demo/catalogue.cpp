@@ -226,7 +226,7 @@ private:
                                  "UPDATE UMREGISTRO SET DataEmissao = ?1,"
                                  " ComplementoDataEmissao = ?2, UrlAtualizacao = ?3");
         statement.Bind(1, sys::ToSerial(QDate(2026, 3, 5).startOfDay()));
-        statement.Bind(2, seed_ % 2 == 0 ? QVariant() : QVariant(u" - 1ª edição"_s));
+        statement.Bind(2, seed_ % 2 == 0 ? QVariant() : QVariant(u" A"_s));
         statement.Bind(3, u"http://127.0.0.1/tarvo"_s);
         statement.Step();
     }

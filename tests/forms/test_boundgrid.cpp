@@ -239,7 +239,7 @@ private Q_SLOTS:
 
     void MouseOnRowsAndBesideThem() {
         Scene scene(file_.Path());
-        scene.source.SetRecordSource(All + u" LIMIT 2"_s);
+        scene.source.SetRecordSource(u"SELECT TOP 2 Nome, Codigo FROM ITEM ORDER BY Codigo"_s);
         scene.form->Show();
         int opened = 0;
         connect(&scene.grid, &BoundGrid::DblClick, [&] { ++opened; });

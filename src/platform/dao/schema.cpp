@@ -80,22 +80,20 @@ std::optional<dialect::TableInfo> ReadTable(Connection& connection, const QByteA
 }  // namespace
 
 void AttachCompanion(Connection& connection) {
-    if (HasCompanion(connection) && CompanionIsWhole(connection)) {
-        return;
+    if (!HasCompanion(connection)) {
+        const QString path = CompanionPath(connection.Path());
+        // An empty file is an empty database; the engine itself attaches only what is there.
+        QFile(path).open(QIODevice::WriteOnly | QIODevice::NewOnly);
+        Statement attach(connection, "ATTACH ?1 AS companion KEY ''");
+        attach.Bind(1, path);
+        attach.Step();
     }
-    const QString path = CompanionPath(connection.Path());
-    // An empty file is an empty database; the engine itself attaches only what is there.
-    QFile(path).open(QIODevice::WriteOnly | QIODevice::NewOnly);
-    Statement attach(connection, "ATTACH ?1 AS companion KEY ''");
-    attach.Bind(1, path);
-    attach.Step();
-    if (CompanionIsWhole(connection)) {
-        return;
+    if (!CompanionIsWhole(connection)) {
+        // Two computers may come here at once: the second one finds the work done.
+        Savepoint savepoint(connection);
+        connection.Run(CompanionDefinition);
+        savepoint.Release();
     }
-    // Two computers may come here at once: the second one finds the work done.
-    Savepoint savepoint(connection);
-    connection.Run(CompanionDefinition);
-    savepoint.Release();
 }
 
 dialect::Translation Prepare(Connection& connection, const QString& sql) {

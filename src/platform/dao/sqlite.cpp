@@ -19,9 +19,10 @@ namespace {
 
 constexpr char ClientKey[] = "tarvo.connection";
 
+// Never destroyed: the session's own connection may be closed later than any static of this file.
 std::vector<Connection*>& Registry() {
-    static std::vector<Connection*> connections;
-    return connections;
+    static auto* connections = new std::vector<Connection*>;
+    return *connections;
 }
 
 struct CodeEntry {
@@ -71,6 +72,8 @@ constexpr MessageEntry Messages[] = {
     {"near ", ": syntax error", Failure::SyntaxError},
     {"unrecognized token: ", "", Failure::SyntaxError},
     {"incomplete input", "", Failure::SyntaxError},
+    // What is left of a page that failed its check on the way to a long text.
+    {"SQL logic error", "", Failure::Damaged},
 };
 
 // An error of one of the dialect's functions, as functions.cpp sends it through the engine: "erro
@@ -286,7 +289,9 @@ void Connection::Open(const QByteArray& key, Mode mode) {
     // A name in double quotes that is no column must not turn into a text.
     sqlite3_db_config(raw, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(raw, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
-    Check(raw, sqlite3_key(raw, key.constData(), static_cast<int>(key.size())));
+    if (!key.isEmpty()) {
+        Check(raw, sqlite3_key(raw, key.constData(), static_cast<int>(key.size())));
+    }
     // Otherwise the library reports damage on the standard error stream by itself.
     Run("PRAGMA cipher_log_level = NONE");
     RegisterFunctions(raw);

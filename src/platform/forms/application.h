@@ -41,7 +41,9 @@ QString ErrorText(const QString& number, const QString& description);
 // Lets pending events run (paint, timers, input): the "let events through" of long work.
 void DoEvents();
 
-// The mouse pointer of all screens: 0 default, 11 busy.
+// The mouse pointer of all screens.
+inline constexpr int vbDefault = 0;
+inline constexpr int vbHourglass = 11;
 void SetMousePointer(int pointer);
 int MousePointer();
 

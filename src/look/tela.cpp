@@ -1,0 +1,52 @@
+#include "look/tela.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString NomeDaAcesa(const QString& zona) {
+    QString nome = zona;
+    if (nome.contains(u"Fundo"_s)) {
+        return nome.replace(u"Fundo"_s, u"Selecionada"_s);
+    }
+    return nome + u"Selecionada"_s;
+}
+
+}  // namespace
+
+forms::ClickZone* Tela::CriarBotao(const Botao& botao, QWidget* pai,
+                                   const std::shared_ptr<forms::Artwork>& desenho) {
+    acesas_.append({botao.palavra, new forms::LitPicture(NomeDaAcesa(botao.zona), desenho, pai)});
+    auto* zona = new forms::ClickZone(botao.zona, botao.descricao, pai);
+    connect(zona, &forms::ClickZone::MouseMove, this,
+            [this, palavra = botao.palavra] { MostrarSelecionada(palavra); });
+    return zona;
+}
+
+void Tela::CriarBotaoMinimizar() {
+    auto* zona = new forms::ClickZone(u"imgMinimizar"_s, u"Minimizar a janela"_s, Picture());
+    connect(zona, &forms::ClickZone::Click, this, [this] { Minimize(); });
+}
+
+void Tela::AoClicar(const QString& zona, std::function<void()> acao) {
+    auto* controle = Picture()->findChild<forms::ClickZone*>(zona);
+    Q_ASSERT(controle);
+    connect(controle, &forms::ClickZone::Click, this, std::move(acao));
+}
+
+void Tela::Posicionar(std::span<const Lugar> lugares) {
+    for (const Lugar& lugar : lugares) {
+        auto* controle = Picture()->findChild<QWidget*>(QString::fromUtf16(lugar.nome));
+        Q_ASSERT(controle);
+        controle->setGeometry(lugar.retangulo);
+    }
+}
+
+QWidget* Tela::ImagemSelecionada(const QString& palavra) const {
+    for (const auto& [nome, acesa] : acesas_) {
+        if (nome == palavra) {
+            return acesa;
+        }
+    }
+    return nullptr;
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "look/imagens.h"
+#include "platform/forms/controls.h"
+#include "platform/forms/form.h"
+
+#include <QList>
+#include <QRect>
+
+#include <functional>
+#include <span>
+
+// A control's place: design pixels from the corner of its parent.
+struct Lugar {
+    const char16_t* nome;
+    QRect retangulo;
+};
+
+// A screen whose buttons are painted: what all of them share beyond the form. Click zones, lit
+// pictures and the words that join them are made here; each screen brings its tables.
+class Tela : public forms::Form, public ImagensSelecionadas {
+    Q_OBJECT
+
+protected:
+    // The word, the click zone (its lit picture has the name with "Selecionada" in place of
+    // "Fundo", or behind it) and the name that assistive technology reads.
+    struct Botao {
+        QString palavra;
+        QString zona;
+        QString descricao;
+    };
+
+    using Form::Form;
+
+    // Makes zone and lit picture, cut out of `desenho`, as children of `pai`. Moves over the zone
+    // pass its word.
+    forms::ClickZone* CriarBotao(const Botao& botao, QWidget* pai,
+                                 const std::shared_ptr<forms::Artwork>& desenho);
+    void CriarBotaoMinimizar();
+
+    // Moves over this control put the light out.
+    template <typename Controle>
+    void ApagarSobre(Controle* controle) {
+        connect(controle, &Controle::MouseMove, this,
+                [this] { MostrarSelecionada(QStringLiteral("FORM")); });
+    }
+
+    void AoClicar(const QString& zona, std::function<void()> acao);
+
+    // Places every control of the table, found by its name.
+    void Posicionar(std::span<const Lugar> lugares);
+
+    QWidget* ImagemSelecionada(const QString& palavra) const override;
+
+private:
+    QList<std::pair<QString, QWidget*>> acesas_;
+};

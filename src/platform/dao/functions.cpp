@@ -1,0 +1,225 @@
+#include "platform/dao/functions.h"
+
+#include "platform/convert.h"
+#include "platform/dao/collation.h"
+#include "platform/dao/errors.h"
+#include "platform/dao/functiontable.h"
+#include "platform/dao/pattern.h"
+
+#include <QString>
+
+#include <algorithm>
+#include <memory>
+#include <new>
+#include <sqlite3.h>
+#include <string>
+
+namespace dao {
+
+namespace {
+
+using dialect::Function;
+
+QString TextOf(sqlite3_value* value) {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+    return QString::fromUtf8(text, sqlite3_value_bytes(value));
+}
+
+QVariant VariantOf(sqlite3_value* value) {
+    switch (sqlite3_value_type(value)) {
+        case SQLITE_NULL:
+            return {};
+        case SQLITE_INTEGER:
+            return static_cast<qlonglong>(sqlite3_value_int64(value));
+        case SQLITE_FLOAT:
+            return sqlite3_value_double(value);
+        default:
+            return TextOf(value);
+    }
+}
+
+void SetResult(sqlite3_context* context, const QVariant& result) {
+    if (convert::IsNull(result)) {
+        sqlite3_result_null(context);
+    } else if (result.typeId() == QMetaType::QString) {
+        const QByteArray utf8 = result.toString().toUtf8();
+        sqlite3_result_text64(context, utf8.constData(), static_cast<sqlite3_uint64>(utf8.size()),
+                              SQLITE_TRANSIENT, SQLITE_UTF8);
+    } else if (result.typeId() == QMetaType::Double) {
+        sqlite3_result_double(context, result.toDouble());
+    } else {
+        sqlite3_result_int64(context, result.toLongLong());
+    }
+}
+
+// No exception may cross the engine's frames; the number travels in front of the description.
+template <typename Work>
+void Guarded(sqlite3_context* context, Work work) {
+    try {
+        work();
+    } catch (const Erro& erro) {
+        const QByteArray text =
+            "erro " + QByteArray::number(erro.Number()) + ": " + erro.Description().toUtf8();
+        sqlite3_result_error(context, text.constData(), static_cast<int>(text.size()));
+    } catch (const std::bad_alloc&) {
+        sqlite3_result_error_nomem(context);
+    }
+}
+
+void CallFunction(sqlite3_context* context, int count, sqlite3_value** values) {
+    Guarded(context, [&] {
+        QList<QVariant> arguments;
+        arguments.reserve(count);
+        for (int i = 0; i < count; ++i) {
+            arguments.append(VariantOf(values[i]));
+        }
+        const auto* function = static_cast<const Function*>(sqlite3_user_data(context));
+        SetResult(context, dialect::Evaluate(*function, arguments));
+    });
+}
+
+using Operation = QVariant (*)(const QVariant&, const QVariant&);
+
+template <Operation Operate>
+void CallOperation(sqlite3_context* context, int, sqlite3_value** values) {
+    Guarded(context,
+            [&] { SetResult(context, Operate(VariantOf(values[0]), VariantOf(values[1]))); });
+}
+
+// Texts are joined for every row of a long result, so they are not converted on the way.
+void CallConcat(sqlite3_context* context, int count, sqlite3_value** values) {
+    if (sqlite3_value_type(values[0]) != SQLITE_TEXT ||
+        sqlite3_value_type(values[1]) != SQLITE_TEXT) {
+        CallOperation<dialect::Concat>(context, count, values);
+        return;
+    }
+    std::string joined;
+    for (int i = 0; i < 2; ++i) {
+        joined.append(reinterpret_cast<const char*>(sqlite3_value_text(values[i])),
+                      static_cast<std::size_t>(sqlite3_value_bytes(values[i])));
+    }
+    sqlite3_result_text64(context, joined.data(), joined.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+}
+
+void DeletePattern(void* pattern) {
+    delete static_cast<Pattern*>(pattern);
+}
+
+// The pattern is made ready once for a statement.
+void CallLike(sqlite3_context* context, int, sqlite3_value** values) {
+    if (sqlite3_value_type(values[0]) == SQLITE_NULL ||
+        sqlite3_value_type(values[1]) == SQLITE_NULL) {
+        sqlite3_result_null(context);
+        return;
+    }
+    Guarded(context, [&] {
+        const auto* pattern = static_cast<const Pattern*>(sqlite3_get_auxdata(context, 1));
+        std::unique_ptr<Pattern> made;
+        if (!pattern) {
+            made = std::make_unique<Pattern>(TextOf(values[1]));
+            pattern = made.get();
+        }
+        bool matches = false;
+        if (sqlite3_value_type(values[0]) == SQLITE_FLOAT) {
+            matches = pattern->Matches(convert::ToText(VariantOf(values[0])));
+        } else {
+            const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(values[0]));
+            matches = pattern->MatchesUtf8(
+                {text, static_cast<std::size_t>(sqlite3_value_bytes(values[0]))});
+        }
+        sqlite3_result_int(context, matches ? 1 : 0);
+        if (made) {
+            // Last, as the engine may delete it at once.
+            sqlite3_set_auxdata(context, 1, made.release(), DeletePattern);
+        }
+    });
+}
+
+// First and Last: the value of a row as it comes, Null included.
+struct Kept {
+    sqlite3_value* value;
+    bool any;
+};
+
+template <bool First>
+void KeepStep(sqlite3_context* context, int, sqlite3_value** values) {
+    auto* kept = static_cast<Kept*>(sqlite3_aggregate_context(context, sizeof(Kept)));
+    if (!kept) {
+        sqlite3_result_error_nomem(context);
+        return;
+    }
+    if (First && kept->any) {
+        return;
+    }
+    sqlite3_value_free(kept->value);
+    kept->value = sqlite3_value_dup(values[0]);
+    kept->any = true;
+}
+
+void KeepFinal(sqlite3_context* context) {
+    auto* kept = static_cast<Kept*>(sqlite3_aggregate_context(context, 0));
+    if (!kept || !kept->value) {
+        sqlite3_result_null(context);
+        return;
+    }
+    sqlite3_result_value(context, kept->value);
+    sqlite3_value_free(kept->value);
+}
+
+int CompareCallback(void*, int aLength, const void* a, int bLength, const void* b) {
+    return collation::CompareUtf8(static_cast<const char*>(a), aLength, static_cast<const char*>(b),
+                                  bLength);
+}
+
+void Check(int code) {
+    if (code != SQLITE_OK) {
+        Throw(Failure::InvalidOperation);
+    }
+}
+
+constexpr int Flags = SQLITE_UTF8 | SQLITE_INNOCUOUS;
+
+void RegisterTable(sqlite3* handle, std::span<const Function> table) {
+    for (const Function& function : table) {
+        if (function.form != Function::Form::Evaluated) {
+            continue;
+        }
+        const std::string name = "dao_" + std::string(function.name);
+        Check(sqlite3_create_function_v2(
+            handle, name.c_str(), -1, Flags | (function.constant ? SQLITE_DETERMINISTIC : 0),
+            const_cast<Function*>(&function), CallFunction, nullptr, nullptr, nullptr));
+    }
+}
+
+}  // namespace
+
+void RegisterFunctions(sqlite3* handle) {
+    Check(sqlite3_create_collation_v2(handle, collation::Name, SQLITE_UTF8, nullptr,
+                                      CompareCallback, nullptr));
+    RegisterTable(handle, dialect::TextFunctions());
+    RegisterTable(handle, dialect::NumberFunctions());
+    RegisterTable(handle, dialect::DateFunctions());
+
+    struct Plain {
+        const char* name;
+        void (*call)(sqlite3_context*, int, sqlite3_value**);
+    };
+    constexpr Plain Operations[] = {
+        {"dao_like", CallLike},
+        {"dao_concat", CallConcat},
+        {"dao_add", CallOperation<dialect::Add>},
+        {"dao_idiv", CallOperation<dialect::IntDivide>},
+        {"dao_mod", CallOperation<dialect::Modulo>},
+        {"dao_pow", CallOperation<dialect::Power>},
+    };
+    for (const Plain& operation : Operations) {
+        Check(sqlite3_create_function_v2(handle, operation.name, 2, Flags | SQLITE_DETERMINISTIC,
+                                         nullptr, operation.call, nullptr, nullptr, nullptr));
+    }
+    Check(sqlite3_create_function_v2(handle, "dao_first", 1, Flags, nullptr, nullptr,
+                                     KeepStep<true>, KeepFinal, nullptr));
+    Check(sqlite3_create_function_v2(handle, "dao_last", 1, Flags, nullptr, nullptr,
+                                     KeepStep<false>, KeepFinal, nullptr));
+}
+
+}  // namespace dao

@@ -1,0 +1,170 @@
+#include "look/paleta.h"
+#include "search/pesquisa.h"
+
+#include <QRect>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The list's own height, for the combos whose place gives none.
+constexpr int AlturaCombo = 21;
+
+// Design pixels from the corner of the control's parent.
+const Lugar Lugares[] = {
+    {u"pctTelaPesquisa(0)", {0, 82, 800, 162}},
+    {u"txtNumeroTarvo", {14, 37, 124, 21}},
+    {u"txtDescricao", {137, 37, 274, 21}},
+    {u"cboNumeroClienteConcorrente", {410, 13, 162, AlturaCombo}},
+    {u"txtNumeroClienteConcorrente", {410, 37, 163, 21}},
+    {u"cboTipo", {571, 37, 131, AlturaCombo}},
+    {u"grdPesquisa1", {14, 58, 711, 92}},
+    {u"pctResultadoPesquisaFundo(0)", {745, 105, 49, 51}},
+    {u"pctResultadoPesquisaSelecionada(0)", {744, 105, 51, 53}},
+    {u"pctTelaPesquisa(1)", {0, 221, 800, 162}},
+    {u"txtVeiculo", {14, 37, 438, 21}},
+    {u"cboFabricante", {451, 37, 251, AlturaCombo}},
+    {u"grdPesquisa2", {14, 58, 711, 92}},
+    {u"pctResultadoPesquisaFundo(1)", {746, 105, 48, 51}},
+    {u"pctResultadoPesquisaSelecionada(1)", {744, 104, 51, 53}},
+    {u"pctTelaPesquisa(2)", {152, 381, 648, 162}},
+    {u"pctPesquisaFiguras", {15, 23, 561, 110}},
+    {u"sclPesquisaFiguras", {15, 133, 561, 17}},
+    {u"imgFigura(0)", {10, 6, 120, 75}},
+    {u"imgFigura(1)", {150, 6, 120, 75}},
+    {u"imgFigura(2)", {290, 6, 120, 75}},
+    {u"imgFigura(3)", {430, 6, 120, 75}},
+    {u"lblDescricaoFigura(0)", {4, 81, 132, 30}},
+    {u"lblDescricaoFigura(1)", {144, 81, 132, 30}},
+    {u"lblDescricaoFigura(2)", {284, 81, 132, 30}},
+    {u"lblDescricaoFigura(3)", {424, 81, 132, 30}},
+    {u"imgFiguraSelecionada", {0, 0, 139, 108}},
+    {u"pctResultadoPesquisaFundo(2)", {593, 106, 49, 51}},
+    {u"pctResultadoPesquisaSelecionada(2)", {592, 106, 51, 53}},
+    {u"imgPesquisa1", {492, 140, 283, 43}},
+    {u"imgPesquisa1Selecionada", {476, 137, 301, 47}},
+    {u"imgPesquisa2", {633, 293, 142, 45}},
+    {u"imgPesquisa2Selecionada", {619, 292, 157, 47}},
+    {u"imgPesquisa3", {633, 444, 141, 45}},
+    {u"imgPesquisa3Selecionada", {619, 442, 157, 48}},
+    {u"imgConhecaTarvo", {26, 400, 60, 33}},
+    {u"imgConhecaTarvoSelecionada", {14, 398, 73, 36}},
+    {u"imgAjuda", {27, 456, 52, 31}},
+    {u"imgAjudaSelecionada", {14, 455, 67, 33}},
+    {u"imgSair", {27, 509, 45, 31}},
+    {u"imgSairSelecionada", {15, 507, 59, 34}},
+    {u"imgConfiguracoes", {674, 8, 102, 18}},
+    {u"imgConfiguracoesSelecionada", {674, 9, 100, 16}},
+    {u"pctVerificarAtualizacoes", {508, 8, 141, 18}},
+    {u"pctVerificarAtualizacoesSelecionada", {508, 8, 141, 18}},
+    {u"lblEmissao", {142, 10, 107, 17}},
+    {u"imgMinimizar", {784, 2, 13, 10}},
+    {u"pctBarraAtualizacao", {0, 569, 800, 31}},
+};
+
+QString Elemento(const QString& nome, int indice) {
+    return nome + u'(' + QString::number(indice) + u')';
+}
+
+}  // namespace
+
+void frmPesquisa::PosicionarControles() {
+    Posicionar(Lugares);
+}
+
+// Later children lie over earlier ones: the panels cover the buttons that open them.
+void frmPesquisa::CriarFundo() {
+    const Botao botoes[] = {
+        {u"PESQUISA1"_s, u"imgPesquisa1"_s, u"Pesquisar peças, componentes e jogos de reparo"_s},
+        {u"PESQUISA2"_s, u"imgPesquisa2"_s, u"Pesquisar por veículo"_s},
+        {u"PESQUISA3"_s, u"imgPesquisa3"_s, u"Pesquisar por figura"_s},
+        {u"CONHECATARVO"_s, u"imgConhecaTarvo"_s, u"Conheça a Tarvo"_s},
+        {u"AJUDA"_s, u"imgAjuda"_s, u"Ajuda"_s},
+        {u"SAIR"_s, u"imgSair"_s, u"Sair do catálogo"_s},
+        {u"CONFIGURACOES"_s, u"imgConfiguracoes"_s, u"Configurações"_s},
+        {u"VERIFICAR"_s, u"pctVerificarAtualizacoes"_s, u"Verificar atualizações"_s},
+    };
+    for (const Botao& botao : botoes) {
+        CriarBotao(botao, Picture(), Background());
+    }
+    CriarBotaoMinimizar();
+    lblEmissao = new forms::Label(u"lblEmissao"_s, Picture());
+    QPalette sobrePetroleo = lblEmissao->palette();
+    sobrePetroleo.setColor(QPalette::WindowText, Paleta::Atual().gelo);
+    lblEmissao->setPalette(sobrePetroleo);
+    pctBarraAtualizacao = new forms::Panel(u"pctBarraAtualizacao"_s, QString(), Picture());
+}
+
+void frmPesquisa::CriarPainelPecas() {
+    auto* painel = new forms::Panel(u"pctTelaPesquisa(0)"_s, u"pesquisa-pecas"_s, Picture());
+    pctTelaPesquisa[0] = painel;
+    txtNumeroTarvo = new forms::TextBox(u"txtNumeroTarvo"_s, u"Nº Tarvo"_s, painel);
+    txtDescricao = new forms::TextBox(u"txtDescricao"_s, u"Descrição"_s, painel);
+    txtNumeroClienteConcorrente = new forms::TextBox(u"txtNumeroClienteConcorrente"_s,
+                                                     u"Nº do cliente ou concorrente"_s, painel);
+    cboNumeroClienteConcorrente =
+        new forms::ComboList(u"cboNumeroClienteConcorrente"_s, u"Cliente ou concorrente"_s, painel);
+    cboTipo = new forms::ComboList(u"cboTipo"_s, u"Tipo"_s, painel);
+
+    dtcPesquisa1 = new forms::DataSource(u"dtcPesquisa1"_s, this);
+    grdPesquisa1 = new forms::BoundGrid(u"grdPesquisa1"_s, u"Resultado da pesquisa"_s, painel);
+    grdPesquisa1->AddColumn(u"NumeroTarvo"_s, 123);
+    grdPesquisa1->AddColumn(u"Descricao"_s, 273);
+    grdPesquisa1->AddColumn(u"NumeroClienteConcorrente"_s, 162);
+    grdPesquisa1->AddColumn(u"Tipo"_s, 129);
+    grdPesquisa1->SetDataSource(dtcPesquisa1);
+}
+
+void frmPesquisa::CriarPainelVeiculos() {
+    auto* painel = new forms::Panel(u"pctTelaPesquisa(1)"_s, u"pesquisa-veiculos"_s, Picture());
+    pctTelaPesquisa[1] = painel;
+    txtVeiculo = new forms::TextBox(u"txtVeiculo"_s, u"Veículo"_s, painel);
+    cboFabricante = new forms::ComboList(u"cboFabricante"_s, u"Fabricante"_s, painel);
+
+    dtcPesquisa2 = new forms::DataSource(u"dtcPesquisa2"_s, this);
+    grdPesquisa2 = new forms::BoundGrid(u"grdPesquisa2"_s, u"Veículos encontrados"_s, painel);
+    grdPesquisa2->AddColumn(u"Veiculo"_s, 437);
+    grdPesquisa2->AddColumn(u"Fabricante"_s, 250);
+    grdPesquisa2->SetDataSource(dtcPesquisa2);
+}
+
+void frmPesquisa::CriarPainelFiguras() {
+    auto* painel = new forms::Panel(u"pctTelaPesquisa(2)"_s, u"pesquisa-figuras"_s, Picture());
+    pctTelaPesquisa[2] = painel;
+    pctPesquisaFiguras = new forms::Panel(u"pctPesquisaFiguras"_s, QString(), painel);
+    pctPesquisaFiguras->setAccessibleName(u"Figuras do catálogo"_s);
+    pctPesquisaFiguras->setFocusPolicy(Qt::StrongFocus);
+    sclPesquisaFiguras = new forms::ScrollBar(u"sclPesquisaFiguras"_s, Qt::Horizontal, painel);
+    sclPesquisaFiguras->setAccessibleName(u"Rolar as figuras"_s);
+    sclPesquisaFiguras->SetMin(1);
+    sclPesquisaFiguras->SetMax(1);
+    sclPesquisaFiguras->SetLargeChange(3);
+
+    imgFiguraSelecionada =
+        new forms::Panel(u"imgFiguraSelecionada"_s, u"moldura"_s, pctPesquisaFiguras);
+    imgFiguraSelecionada->setAttribute(Qt::WA_TransparentForMouseEvents);
+    imgFiguraSelecionada->hide();
+    for (int i = 0; i < int(imgFigura.size()); ++i) {
+        const size_t n = size_t(i);
+        imgFigura[n] = new forms::Picture(Elemento(u"imgFigura"_s, i), u"Figura %1"_s.arg(i + 1),
+                                          pctPesquisaFiguras);
+        lblDescricaoFigura[n] =
+            new forms::Label(Elemento(u"lblDescricaoFigura"_s, i), pctPesquisaFiguras);
+        lblDescricaoFigura[n]->SetAlignment(Qt::AlignHCenter | Qt::AlignTop);
+        lblDescricaoFigura[n]->SetWordWrap(true);
+    }
+}
+
+void frmPesquisa::OrdenarTabulacao() {
+    // The number box comes before the selector that stands above it.
+    const QList<QList<QWidget*>> ordens = {
+        {txtNumeroTarvo, txtDescricao, txtNumeroClienteConcorrente, cboNumeroClienteConcorrente,
+         cboTipo, grdPesquisa1},
+        {txtVeiculo, cboFabricante, grdPesquisa2},
+    };
+    for (const QList<QWidget*>& ordem : ordens) {
+        for (qsizetype i = 1; i < ordem.size(); ++i) {
+            setTabOrder(ordem.at(i - 1), ordem.at(i));
+        }
+    }
+}

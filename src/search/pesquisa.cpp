@@ -1,0 +1,187 @@
+#include "search/pesquisa.h"
+
+#include "platform/convert.h"
+#include "platform/erro.h"
+#include "platform/forms/application.h"
+#include "platform/forms/helpwindow.h"
+#include "platform/system/process.h"
+#include "session/banco.h"
+#include "session/creditos.h"
+#include "session/global.h"
+#include "session/modulo.h"
+
+using namespace Qt::StringLiterals;
+
+const QString frmPesquisa::Recarregando = u"<RECARREGANDO>"_s;
+
+namespace {
+
+// The launcher waits for the end of the process whose identifier it is given, and starts the
+// catalogue again.
+void SairPeloLancador() {
+    sys::Start(
+        u'"' + CaminhoPrograma(true) + u"Tarvo.exe\" "_s + QString::number(sys::OwnProcessId()), 1);
+    sys::ExitNow(0);
+}
+
+}  // namespace
+
+frmPesquisa::frmPesquisa() : Tela(u"frmPesquisa"_s, Kind::Screen, QSize(800, 600), u"pesquisa"_s) {
+    setWindowTitle(TituloCatalogo);
+    CriarFundo();
+    CriarPainelPecas();
+    CriarPainelVeiculos();
+    CriarPainelFiguras();
+    for (forms::Panel* painel : pctTelaPesquisa) {
+        painel->hide();
+    }
+    for (size_t i = 0; i < pctTelaPesquisa.size(); ++i) {
+        const QString indice = QString::number(i);
+        CriarBotao({u"RESULTADOPESQUISA"_s + indice,
+                    u"pctResultadoPesquisaFundo("_s + indice + u')', u"Abrir a linha escolhida"_s},
+                   pctTelaPesquisa[i], pctTelaPesquisa[i]->Drawing());
+    }
+    OrdenarTabulacao();
+    LigarEventos();
+    LigarLuz();
+}
+
+frmPesquisa::~frmPesquisa() {
+    if (gFrmPesquisa == this) {
+        gFrmPesquisa = nullptr;
+    }
+}
+
+void frmPesquisa::Load() {
+    PosicionarControles();
+    mPesquisa1Pronta = false;
+    mPesquisa2Pronta = false;
+    PreencherCombos();
+    CarregarDadosVerificacao(true);
+    mPesquisa1Pronta = true;
+    mPesquisa2Pronta = true;
+    ReiniciarPrograma = false;
+    dtcPesquisa1->SetDatabaseName(gCaminho + u"Tarvo.mdb"_s);
+    dtcPesquisa2->SetDatabaseName(gCaminho + u"Tarvo.mdb"_s);
+    LimparPesquisa1();
+    LimparPesquisa2();
+}
+
+// Screens with a selector of their own change the customer in force; coming back puts this screen's
+// choice in force again.
+void frmPesquisa::Activate() {
+    forms::DoEvents();
+    GravarClienteConcorrente(CodigoClienteSelecionado());
+}
+
+void frmPesquisa::Unloading() {
+    if (Tag == Recarregando) {
+        return;
+    }
+    forms::SetMousePointer(forms::vbHourglass);
+    FecharBancoDados(gWS, gDB);
+    forms::SetMousePointer(forms::vbDefault);
+    if (ReiniciarPrograma) {
+        SairPeloLancador();
+    }
+    forms::SetMousePointer(forms::vbHourglass);
+    (new frmCreditos)->Show();
+    forms::SetMousePointer(forms::vbDefault);
+}
+
+void frmPesquisa::LigarEventos() {
+    connect(this, &Form::Click, this, &frmPesquisa::EsconderPaineis);
+    connect(pctBarraAtualizacao, &forms::Panel::Click, this, &frmPesquisa::EsconderPaineis);
+
+    AoClicar(u"imgPesquisa1"_s, [this] { MostrarPainel(0, txtNumeroTarvo); });
+    AoClicar(u"imgPesquisa2"_s, [this] { MostrarPainel(1, txtVeiculo); });
+    AoClicar(u"imgPesquisa3"_s, [this] { MostrarPainel(2, pctPesquisaFiguras); });
+    AoClicar(u"imgAjuda"_s, [this] { AbrirAjuda(); });
+    AoClicar(u"imgSair"_s, [this] { Unload(); });
+
+    QWidget* const focos[] = {txtNumeroTarvo, txtVeiculo, pctPesquisaFiguras};
+    for (size_t i = 0; i < pctTelaPesquisa.size(); ++i) {
+        QWidget* foco = focos[i];
+        connect(pctTelaPesquisa[i], &forms::Panel::GotFocus, this, [foco] { foco->setFocus(); });
+    }
+
+    connect(txtNumeroTarvo, &forms::TextBox::Change, this, [this] { Pesquisar1(u"1"_s); });
+    connect(txtDescricao, &forms::TextBox::Change, this, [this] { Pesquisar1(u"2"_s); });
+    connect(txtNumeroClienteConcorrente, &forms::TextBox::Change, this,
+            [this] { Pesquisar1(u"3"_s); });
+    connect(cboTipo, &forms::ComboList::Click, this, [this] { Pesquisar1(u"4,1"_s); });
+    connect(cboNumeroClienteConcorrente, &forms::ComboList::Click, this,
+            &frmPesquisa::AoEscolherCliente);
+    connect(txtVeiculo, &forms::TextBox::Change, this, [this] { Pesquisar2(u"1,2"_s); });
+    connect(cboFabricante, &forms::ComboList::Click, this, [this] { Pesquisar2(u"1,2"_s); });
+}
+
+void frmPesquisa::LigarLuz() {
+    ApagarSobre<Form>(this);
+    for (forms::Panel* painel : pctTelaPesquisa) {
+        ApagarSobre(painel);
+    }
+    ApagarSobre(pctBarraAtualizacao);
+    ApagarSobre(grdPesquisa1);
+    ApagarSobre(grdPesquisa2);
+}
+
+// The other two go first, so that the panel never stands beside one that is about to leave.
+void frmPesquisa::MostrarPainel(int indice, QWidget* foco) {
+    for (int i = 0; i < int(pctTelaPesquisa.size()); ++i) {
+        if (i != indice) {
+            pctTelaPesquisa[size_t(i)]->hide();
+        }
+    }
+    pctTelaPesquisa[size_t(indice)]->show();
+    foco->setFocus();
+}
+
+void frmPesquisa::EsconderPaineis() {
+    for (const size_t i : {0u, 2u, 1u}) {
+        pctTelaPesquisa[i]->hide();
+    }
+}
+
+void frmPesquisa::AbrirAjuda() {
+    forms::SetMousePointer(forms::vbHourglass);
+    try {
+        forms::HelpWindow::Open(gCaminho + u"Ajuda_Catalogo_TARVO-LINDEN.hlp"_s,
+                                u"Ajuda do Catálogo TARVO-LINDEN"_s);
+    } catch (const Erro& erro) {
+        MostrarErro(erro.Number(), erro.Description());
+        return;
+    }
+    forms::SetMousePointer(forms::vbDefault);
+}
+
+void frmPesquisa::CarregarDadosVerificacao(bool sAtualizarUltimaDataVerificacao) {
+    const auto registro = gDB->OpenRecordset(
+        u"SELECT "
+        "DataEmissao,"
+        "ComplementoDataEmissao,"
+        "DataUltimaVerificacao,"
+        "FlagErroUltimaVerificacao "
+        "FROM "
+        "UMREGISTRO"_s,
+        dao::dbOpenForwardOnly);
+    const QVariant ultima = registro->Fields(u"DataUltimaVerificacao"_s).Value();
+    const bool nunca = convert::IsNull(ultima);
+    if (sAtualizarUltimaDataVerificacao) {
+        DataUltimaVerificacaoTela = nunca ? 1.0 : convert::ToDouble(ultima);
+    }
+
+    TextoEmissao = FormatarData(convert::ToDouble(registro->Fields(u"DataEmissao"_s).Value())) +
+                   convert::ToTextOrEmpty(registro->Fields(u"ComplementoDataEmissao"_s).Value());
+    lblEmissao->SetText(TextoEmissao);
+
+    if (nunca) {
+        dicaVerificacao_ = u" "_s;
+        return;
+    }
+    const QVariant falhou = registro->Fields(u"FlagErroUltimaVerificacao"_s).Value();
+    dicaVerificacao_ =
+        (!convert::IsNull(falhou) && convert::ToInt64(falhou) == 1 ? u"ERRO na Última Verificação"_s
+                                                                   : u"Última Verificação"_s) +
+        u": "_s + FormatarDataHora(convert::ToDouble(ultima));
+}

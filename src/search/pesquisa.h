@@ -1,0 +1,89 @@
+#pragma once
+
+#include "look/tela.h"
+#include "platform/forms/boundgrid.h"
+#include "platform/forms/controls.h"
+#include "platform/forms/datasource.h"
+
+#include <array>
+
+// The home screen, the only one that lives from start to exit: three panels (parts, vehicles,
+// pictures) opened by three painted buttons. Its sources: pesquisa.cpp (life, events), layout.cpp
+// (controls and their places), selecao.cpp (combo lists), pesquisa_pecas.cpp and
+// pesquisa_veiculos.cpp (the searches).
+class frmPesquisa final : public Tela {
+    Q_OBJECT
+
+public:
+    // Stands in the Tag of a form that a reload is about to unload.
+    static const QString Recarregando;
+
+    frmPesquisa();
+    ~frmPesquisa() override;
+
+    // Builds and runs the part search; `ordem` is the text behind "ORDER BY ". Does nothing while
+    // the form loads.
+    void Pesquisar1(const QString& ordem);
+    // The same for the vehicle search.
+    void Pesquisar2(const QString& ordem);
+
+    // Re-reads the emission line and the text of the update button's tip; with `true` also the date
+    // of the last check.
+    void CarregarDadosVerificacao(bool sAtualizarUltimaDataVerificacao);
+
+protected:
+    void Load() override;
+    void Activate() override;
+    void Unloading() override;
+
+private:
+    void CriarFundo();
+    void CriarPainelPecas();
+    void CriarPainelVeiculos();
+    void CriarPainelFiguras();
+    void PosicionarControles();
+    void OrdenarTabulacao();
+    void LigarEventos();
+    void LigarLuz();
+
+    void PreencherCombos();
+    void LimparPesquisa1();
+    void LimparPesquisa2();
+    QString SelecaoPecas(const QString& tabela, const QString& tipo) const;
+
+    // The customer or competitor chosen on this screen, -5 for none.
+    qint32 CodigoClienteSelecionado() const;
+    void AoEscolherCliente();
+
+    void MostrarPainel(int indice, QWidget* foco);
+    void EsconderPaineis();
+    void AbrirAjuda();
+
+    std::array<forms::Panel*, 3> pctTelaPesquisa{};
+    forms::TextBox* txtNumeroTarvo = nullptr;
+    forms::TextBox* txtDescricao = nullptr;
+    forms::TextBox* txtNumeroClienteConcorrente = nullptr;
+    forms::ComboList* cboNumeroClienteConcorrente = nullptr;
+    forms::ComboList* cboTipo = nullptr;
+    forms::BoundGrid* grdPesquisa1 = nullptr;
+    forms::DataSource* dtcPesquisa1 = nullptr;
+
+    forms::TextBox* txtVeiculo = nullptr;
+    forms::ComboList* cboFabricante = nullptr;
+    forms::BoundGrid* grdPesquisa2 = nullptr;
+    forms::DataSource* dtcPesquisa2 = nullptr;
+
+    forms::Panel* pctPesquisaFiguras = nullptr;
+    forms::ScrollBar* sclPesquisaFiguras = nullptr;
+    std::array<forms::Picture*, 4> imgFigura{};
+    std::array<forms::Label*, 4> lblDescricaoFigura{};
+    forms::Panel* imgFiguraSelecionada = nullptr;
+
+    forms::Label* lblEmissao = nullptr;
+    forms::Panel* pctBarraAtualizacao = nullptr;
+
+    bool mPesquisa1Pronta = false;
+    bool mPesquisa2Pronta = false;
+    double DataUltimaVerificacaoTela = 1.0;  // date serial; 1.0: no check was ever made
+    QString dicaVerificacao_;
+};

@@ -1,0 +1,45 @@
+// The vehicle search.
+
+#include "search/consulta.h"
+#include "search/pesquisa.h"
+
+using namespace Qt::StringLiterals;
+
+void frmPesquisa::Pesquisar2(const QString& ordem) {
+    if (!mPesquisa2Pronta) {
+        return;
+    }
+    grdPesquisa2->Tag = ordem;
+    const qint32 fabricante = cboFabricante->SelectedItemData();
+    QString onde;
+    if (!txtVeiculo->text().trimmed().isEmpty()) {
+        consulta::Acrescentar(onde, u"VEICULO.DescricaoVeiculo LIKE '"_s +
+                                        consulta::Texto(txtVeiculo->text()) + u"*' "_s);
+    }
+    if (fabricante != 0) {
+        consulta::Acrescentar(
+            onde, u"VEICULO.CodigoClienteConcorrente = "_s + QString::number(fabricante) + u' ');
+    }
+    dtcPesquisa2->SetRecordSource(
+        u"SELECT "
+        "VEICULO.DescricaoVeiculo As Veiculo,"
+        "CLIENTECONCORRENTE.DescricaoClienteConcorrente AS Fabricante,"
+        "VEICULO.CodigoVeiculo AS Codigo "
+        "FROM "
+        "VEICULO INNER JOIN CLIENTECONCORRENTE "
+        "ON VEICULO.CodigoClienteConcorrente = CLIENTECONCORRENTE.CodigoClienteConcorrente "_s +
+        onde + u"ORDER BY "_s + ordem);
+    dtcPesquisa2->Refresh();
+}
+
+void frmPesquisa::LimparPesquisa2() {
+    dtcPesquisa2->SetRecordSource(
+        u"SELECT "
+        "VEICULO.CodigoVeiculo AS Codigo,"
+        "VEICULO.DescricaoVeiculo As Veiculo,"
+        "'' AS Fabricante "
+        "FROM "
+        "VEICULO  "
+        "WHERE "
+        "CodigoVeiculo = -5"_s);
+}

@@ -1,0 +1,62 @@
+#include "session/apresentacao.h"
+
+#include "platform/erro.h"
+#include "platform/forms/application.h"
+#include "platform/system/process.h"
+#include "search/pesquisa.h"
+#include "session/banco.h"
+#include "session/global.h"
+#include "session/modulo.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int SemPalavraDeInicio = -3;
+
+void ExigirPalavraDeInicio(const QString& linhaDeComando) {
+    if (linhaDeComando.trimmed().toUpper() != u"INICIOPAINELVERDE"_s) {
+        throw Erro(SemPalavraDeInicio,
+                   u"Para acessar o Catálogo TARVO-LINDEN: executar \"Tarvo.exe\""_s);
+    }
+}
+
+QString LocalizarDados() {
+    const QString programa = CaminhoPrograma(true);
+    const QString desvio = programa + u"Caminho.txt"_s;
+    if (!ArquivoExiste(desvio)) {
+        return programa;
+    }
+    // Not trimmed: the file holds the path and nothing else.
+    QString caminho = LerArquivo(desvio);
+    if (!caminho.endsWith(u'\\')) {
+        caminho += u'\\';
+    }
+    return caminho;
+}
+
+}  // namespace
+
+frmApresentacao::frmApresentacao(const QString& linhaDeComando)
+    : TelaDePassagem(u"frmApresentacao"_s, u"apresentacao"_s), linhaDeComando_(linhaDeComando) {}
+
+void frmApresentacao::Load() {
+    try {
+        gCaminho = LocalizarDados();
+        ExigirPalavraDeInicio(linhaDeComando_);
+        AbrirBancoDados(gWS, u"gWS"_s, gDB, false);
+    } catch (const Erro& erro) {
+        MostrarErro(erro.Number(), erro.Description());
+        sys::ExitNow(1);
+    }
+    LigarRelogio();
+}
+
+void frmApresentacao::IniciarCatalogo() {
+    forms::SetMousePointer(forms::vbHourglass);
+    DesligarRelogio();
+    gFrmPesquisa = new frmPesquisa;
+    gFrmPesquisa->Show();
+    Unload();
+    forms::SetMousePointer(forms::vbDefault);
+}

@@ -1,0 +1,169 @@
+#include "platform/dao/collation.h"
+#include "platform/dao/errors.h"
+#include "platform/dao/pattern.h"
+#include "support/testmain.h"
+
+#include <QRandomGenerator>
+#include <QTest>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+namespace collation = dao::collation;
+
+namespace {
+
+int Sign(int value) {
+    return (value > 0) - (value < 0);
+}
+
+int CompareBytes(const QByteArray& a, const QByteArray& b) {
+    return Sign(collation::CompareUtf8(a.constData(), a.size(), b.constData(), b.size()));
+}
+
+}  // namespace
+
+class TestCollation : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void SortsAsADictionaryDoes() {
+        const QStringList sorted = {
+            u""_s,           u"\t"_s,     u" "_s,    u"   7"_s,    u"  12"_s,    u"  12a"_s,
+            u" 100"_s,       u"!"_s,      u"-1"_s,   u"1"_s,       u"10"_s,      u"1A"_s,
+            u"2"_s,          u"a"_s,      u"A b"_s,  u"abacate"_s, u"abóbora"_s, u"Açaí"_s,
+            u"acalanto"_s,   u"ação"_s,    u"aço"_s, u"cafe"_s,    u"café"_s,    u"cafés"_s,
+            u"coco"_s,       u"cocó"_s,   u"côco"_s, u"cocos"_s,   u"Ênfase"_s,  u"Łódź"_s,
+            u"Müller"_s,     u"mulo"_s,   u"ñandu"_s,  u"naõ"_s,   u"Peça"_s,    u"pecado"_s,
+            u"São"_s,        u"straße"_s, u"über"_s, u"zíper"_s,   u"яблоко"_s,  u"\U0001F600"_s,
+            u"\U0010FFFF"_s,
+        };
+        for (qsizetype i = 0; i < sorted.size(); ++i) {
+            for (qsizetype j = 0; j < sorted.size(); ++j) {
+                const QString& a = sorted.at(i);
+                const QString& b = sorted.at(j);
+                const int expected = Sign(static_cast<int>(i - j));
+                QVERIFY2(Sign(collation::Compare(a, b)) == expected, qPrintable(a + u" : "_s + b));
+                QVERIFY2(CompareBytes(a.toUtf8(), b.toUtf8()) == expected,
+                         qPrintable(a + u" : "_s + b));
+            }
+        }
+    }
+
+    void EqualityIgnoresCaseAndMindsAccents_data() {
+        QTest::addColumn<QString>("a");
+        QTest::addColumn<QString>("b");
+        QTest::addColumn<bool>("equal");
+        QTest::newRow("ascii") << u"Anel de Vedação 12A"_s << u"ANEL DE VEDAÇÃO 12a"_s << true;
+        QTest::newRow("extended") << u"ŸŻŐ"_s << u"ÿżő"_s << true;
+        QTest::newRow("cyrillic") << u"Ж"_s << u"ж"_s << true;
+        QTest::newRow("accent") << u"avo"_s << u"avó"_s << false;
+        QTest::newRow("other accent") << u"avô"_s << u"avó"_s << false;
+        QTest::newRow("cedilla") << u"peca"_s << u"peça"_s << false;
+        QTest::newRow("trailing blank") << u"a"_s << u"a "_s << false;
+    }
+    void EqualityIgnoresCaseAndMindsAccents() {
+        QFETCH(QString, a);
+        QFETCH(QString, b);
+        QFETCH(bool, equal);
+        QCOMPARE(collation::Compare(a, b) == 0, equal);
+        QCOMPARE(CompareBytes(a.toUtf8(), b.toUtf8()) == 0, equal);
+        QCOMPARE(collation::Like(a, b), equal);
+    }
+
+    // Sorting breaks, and an index is lost, when the order of any three contents contradicts
+    // itself.
+    void IsAnOrderOnAnyBytes() {
+        QRandomGenerator random(7);
+        const QByteArray pool(
+            "aA\xC3\xA1\xC3\x81 1-\xFF\xC3\xF4\x8F\xBF\xBF\xED\xA0\x80"
+            "eE\xC0\x00",
+            24);
+        QList<QByteArray> texts;
+        for (int i = 0; i < 150; ++i) {
+            QByteArray text;
+            for (int n = random.bounded(12); n > 0; --n) {
+                text += pool.at(random.bounded(static_cast<int>(pool.size())));
+            }
+            texts.append(text);
+        }
+        for (const QByteArray& a : texts) {
+            QCOMPARE(CompareBytes(a, a), 0);
+            for (const QByteArray& b : texts) {
+                const int ab = CompareBytes(a, b);
+                QCOMPARE(CompareBytes(b, a), -ab);
+                for (const QByteArray& c : texts) {
+                    if (ab <= 0 && CompareBytes(b, c) <= 0) {
+                        QVERIFY(CompareBytes(a, c) <= 0);
+                    }
+                    QVERIFY(ab != 0 || CompareBytes(a, c) == CompareBytes(b, c));
+                }
+            }
+        }
+    }
+
+    void Matches_data() {
+        QTest::addColumn<QString>("pattern");
+        QTest::addColumn<QStringList>("yes");
+        QTest::addColumn<QStringList>("no");
+        const auto row = [](const char* name, const QString& pattern, const QStringList& yes,
+                            const QStringList& no) { QTest::newRow(name) << pattern << yes << no; };
+        row("prefix", u"emb*"_s, {u"EMBOLO"_s, u"emb"_s}, {u"Êmbolo"_s, u"em"_s, u"xemb"_s});
+        row("accented prefix", u"ÊMB*"_s, {u"Êmbolo"_s, u"êmbolo"_s}, {u"Embolo"_s});
+        row("inside", u"*água*"_s, {u"Pino d´Água"_s, u"ÁGUA"_s}, {u"agua"_s, u""_s});
+        row("several runs", u"*a*b*c"_s, {u"xaybzc"_s, u"abcabc"_s}, {u"abcx"_s, u"acb"_s});
+        row("one", u"?a?"_s, {u"pás"_s.replace(u'á', u'a'), u"ça1"_s}, {u"a"_s, u"paás"_s});
+        row("one of two units", u"a?b"_s, {u"a\U0001F600b"_s}, {u"ab"_s});
+        row("digit", u"##-?"_s, {u"12-A"_s}, {u"1²-A"_s, u"1a-b"_s, u"12-"_s});
+        row("list", u"[abc]x"_s, {u"Bx"_s}, {u"dx"_s, u"x"_s, u"áx"_s});
+        row("range", u"[a-c]"_s, {u"B"_s, u"á"_s}, {u"d"_s, u"-"_s});
+        row("list not", u"[!0-9]*"_s, {u"A1"_s, u"-"_s}, {u"1A"_s, u""_s});
+        row("hyphen itself", u"[-a][a-]"_s, {u"--"_s, u"a-"_s}, {u"b-"_s});
+        row("wildcards themselves", u"[*][?][#][[]]"_s, {u"*?#[]"_s}, {u"ab1[]"_s});
+        row("exclamation alone", u"[!]"_s, {u"!"_s}, {u"a"_s});
+        row("empty list", u"a[]b"_s, {u"ab"_s}, {u"axb"_s});
+        row("line ends", u"a*b"_s, {u"a\r\nb"_s}, {});
+    }
+    void Matches() {
+        QFETCH(QString, pattern);
+        QFETCH(QStringList, yes);
+        QFETCH(QStringList, no);
+        const dao::Pattern ready(pattern);
+        for (const QString& text : yes + no) {
+            QVERIFY2(collation::Like(text, pattern) == yes.contains(text), qPrintable(text));
+            QVERIFY2(ready.MatchesUtf8(text.toStdString()) == yes.contains(text), qPrintable(text));
+        }
+    }
+
+    void RefusesBadPatterns_data() {
+        QTest::addColumn<QString>("pattern");
+        QTest::newRow("open") << u"abc[de"_s;
+        QTest::newRow("open at the end") << u"*["_s;
+        QTest::newRow("backwards") << u"[z-a]"_s;
+    }
+    void RefusesBadPatterns() {
+        QFETCH(QString, pattern);
+        try {
+            collation::Like(u"abc", pattern);
+            QFAIL("accepted");
+        } catch (const Erro& erro) {
+            QCOMPARE(erro.Number(), static_cast<int>(dao::Failure::BadPattern));
+        }
+    }
+
+    // Would take longer than the test may run if runs were tried in all their combinations.
+    void ManyRunsDoNotExplode() {
+        const QString text = QString(20000, u'a') + u'b';
+        QVERIFY(!collation::Like(text, u"*a*a*a*a*a*a*a*a*a*a*a*a*a*c"));
+        QVERIFY(collation::Like(text, u"*a*a*a*a*a*a*a*a*a*a*a*a*a*b"));
+    }
+
+    void FindsTheLiteralBeginning() {
+        QCOMPARE(collation::LiteralPrefix(u"ab*c"), u"ab"_s);
+        QCOMPARE(collation::LiteralPrefix(u"[a]b"), u""_s);
+        QCOMPARE(collation::LiteralPrefix(u"abc"), u"abc"_s);
+    }
+};
+
+TARVO_TEST(TestCollation);
+#include "test_collation.moc"

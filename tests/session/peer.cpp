@@ -1,0 +1,52 @@
+// Another computer that shares the catalogue: a process that does what it is told, line by line,
+// and answers each line with one. Started with the data folder.
+#include "platform/erro.h"
+#include "session/banco.h"
+#include "session/global.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QTextStream>
+
+namespace {
+
+QString Do(const QString& command, const QString& rest, QTextStream& out) {
+    if (command == QLatin1String("lock")) {
+        return QString::number(BloquearBancoDados(rest == QLatin1String("True")));
+    }
+    if (command == QLatin1String("value")) {
+        return gDB->OpenRecordset(rest)->Fields(0).Value().toString();
+    }
+    do {
+        gDB->Execute(rest, dao::dbFailOnError);
+        if (command == QLatin1String("loop")) {
+            out << "0\n" << Qt::flush;
+        }
+    } while (command == QLatin1String("loop"));  // until somebody ends the process
+    return QStringLiteral("0");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    gCaminho = application.arguments().at(1) + u'\\';
+    QTextStream in(stdin);
+    QTextStream out(stdout);
+    QString line = QStringLiteral("open");
+    while (!line.isNull()) {
+        QString answer = QStringLiteral("0");
+        try {
+            if (line == QLatin1String("open")) {
+                AbrirBancoDados(gWS, QStringLiteral("gWS"), gDB, false);
+            } else {
+                answer = Do(line.section(u' ', 0, 0), line.section(u' ', 1), out);
+            }
+        } catch (const Erro& erro) {
+            answer = QLatin1String("erro ") + QString::number(erro.Number());
+        }
+        out << answer << '\n' << Qt::flush;
+        line = in.readLine();
+    }
+    FecharBancoDados(gWS, gDB);
+}
