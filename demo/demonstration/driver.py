@@ -16,14 +16,13 @@ from gi.repository import Atspi, GLib  # noqa: E402
 
 PROGRAM = "CatalogoTarvo"
 LAUNCHER = "Tarvo.exe"
-WORD = "INICIOPAINELVERDE"
 
 
 class NotReached(Exception):
     """What was waited for did not come; the text says what."""
 
 
-def wait(what, condition, seconds=20):
+def wait(what, condition, seconds=30):
     """Waits until the condition holds and returns its value. A tree that changes while it is read
     answers with an error, which counts as not yet."""
     end = time.monotonic() + seconds
@@ -35,7 +34,7 @@ def wait(what, condition, seconds=20):
         if value:
             return value
         if time.monotonic() > end:
-            raise NotReached(what)
+            raise NotReached(f"waited for {what}")
         while GLib.MainContext.default().iteration(False):
             pass
         time.sleep(0.05)
@@ -80,12 +79,9 @@ class Node:
     def role(self):
         return self.accessible.get_role_name()
 
-    def has(self, state):
-        return self.accessible.get_state_set().contains(state)
-
     @property
     def showing(self):
-        return self.has(Atspi.StateType.SHOWING)
+        return self.accessible.get_state_set().contains(Atspi.StateType.SHOWING)
 
     def children(self):
         for index in range(self.accessible.get_child_count()):
@@ -107,18 +103,11 @@ class Node:
                 return node
         return None
 
-    def text(self):
-        return Atspi.Text.get_text(self.accessible, 0, -1)
-
     def rows(self):
         return Atspi.Table.get_n_rows(self.accessible)
 
     def cell(self, row, column):
         return Node(Atspi.Table.get_accessible_at(self.accessible, row, column)).name
-
-    def center(self):
-        box = Atspi.Component.get_extents(self.accessible, Atspi.CoordType.SCREEN)
-        return box.x + box.width // 2, box.y + box.height // 2
 
 
 class Catalogue:
@@ -128,6 +117,7 @@ class Catalogue:
         self.screen = screen
         self.folder = os.path.realpath(folder)
         self.pid = None
+        self._bare = None
 
     def __enter__(self):
         return self
@@ -135,6 +125,8 @@ class Catalogue:
     def __exit__(self, *_):
         for pid in self.running():
             os.kill(pid, signal.SIGKILL)
+        if self._bare is not None:
+            self._bare.wait()
         wait("end of what was killed", lambda: not self.running())
 
     def start(self):
@@ -144,9 +136,9 @@ class Catalogue:
 
     def start_bare(self, *arguments):
         """The program itself, with these words on its command line."""
-        process = subprocess.Popen([os.path.join(self.folder, PROGRAM), *arguments])
-        self.pid = process.pid
-        return process
+        self._bare = subprocess.Popen([os.path.join(self.folder, PROGRAM), *arguments])
+        self.pid = self._bare.pid
+        return self._bare
 
     def wait_for_process(self, other_than=None):
         new = wait("start of the program", lambda: [p for p in self.running() if p != other_than])
@@ -182,16 +174,12 @@ class Catalogue:
                 return [window for window in Node(application).children() if window.showing]
         return []
 
-    def window(self, role=None, title=None):
-        for node in self.windows():
-            if role in (None, node.role) and title in (None, node.name):
-                return node
-        return None
+    def window(self, title):
+        return next((window for window in self.windows() if window.name == title), None)
 
     def box(self):
         """The text of the message box that stands open."""
-        window = self.window("dialog")
-        return window and window.name
+        return next((window.name for window in self.windows() if window.role == "dialog"), None)
 
     def find(self, role=None, name=None):
         for window in self.windows():
@@ -215,14 +203,21 @@ class Catalogue:
         time.sleep(0.05)
         xdotool("click", "--repeat", times, "--delay", 60, 1)
 
-    def click_node(self, node):
-        xdotool("mousemove", *node.center(), "sleep", 0.05, "click", 1)
-
     def type(self, text):
         xdotool("type", "--delay", 30, text)
 
-    def press(self, key):
-        xdotool("key", key)
+    def press(self, key, times=1):
+        xdotool("key", "--delay", 20, *[key] * times)
+
+    def choose(self, place, combo, text):
+        """Drops the list down at this place and picks the row with this text."""
+        rows = next(self.await_node("combo box", combo).children())
+        index = [row.name for row in rows.children()].index(text)
+        self.click(*place)
+        wait(f'the list of "{combo}"', lambda: rows.showing)
+        self.press("Home")
+        self.press("Down", index)
+        self.press("Return")
 
     def window_ids(self):
         """Of the windows that the window manager knows, the oldest first, minimised ones too."""

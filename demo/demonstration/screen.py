@@ -109,7 +109,8 @@ class Screen:
         bus = self._start(
             ["dbus-daemon", "--session", "--nofork", "--print-address=1"],
             stdout=subprocess.PIPE, text=True)
-        address = bus.stdout.readline().strip()
+        with bus.stdout as answer:
+            address = answer.readline().strip()
         if not address:
             raise RuntimeError("the session bus did not start")
         return address
