@@ -22,8 +22,9 @@ Made by
     cmake --preset release && cmake --build --preset release
     bench/run.sh
 
-on {machine}. All times are milliseconds, medians of {small} runs (60,000 rows) and {large} runs
-(1,500,000 rows); a stall is the longest of all runs.
+on {machine}, load average {load:.1f} at the start.
+All times are milliseconds, medians of {small} runs (60,000 rows) and {large} runs (1,500,000 rows);
+a stall is the longest of all runs.
 
 - **Screen**: the real search screen, offscreen. *Painted* is from the change event of the control
   until the window with the new rows is painted, *whole* until the last row of the result is read,
@@ -109,6 +110,10 @@ def machine(context):
     return f"{context['num_cpus']} cores of {model}"
 
 
+def load(context):
+    return context["load_avg"][0]
+
+
 def main(folder):
     results = {}
     for size in TITLES:
@@ -116,7 +121,8 @@ def main(folder):
         results[size] = read(ours) | read(folder / f"{size}-ordinary.json")
         context = json.loads(ours.read_text())["context"]
     runs = {size: next(iter(cases.values()))["runs"] for size, cases in results.items()}
-    print(INTRO.format(machine=machine(context), **runs), end="")
+    intro = INTRO.format(machine=machine(context), load=load(context), **runs)
+    print(intro, end="")
     for size, cases in results.items():
         print(table(size, cases))
 
