@@ -65,6 +65,7 @@ class TestErrors : public QObject {
 private:
     TestDatabase file_{Definition};
     const QByteArray whole_ = ReadAll(file_.Path());
+    TestDatabase::Session session_ = file_.Open();
 
     std::unique_ptr<Workspace> workspace_ = DBEngine::Instance().CreateWorkspace(
         QStringLiteral("teste"), QStringLiteral("admin"), QString(), dbUseJet);
@@ -117,9 +118,8 @@ private Q_SLOTS:
     // With the file open in this process already, it must not be opened by other means: that would
     // drop the locks of the open connection.
     void TellsAWrongPasswordWhileTheFileIsOpen() {
-        const auto session = file_.Open();
-        session.workspace->BeginTrans();
-        session.database->Execute(QStringLiteral("UPDATE PECA SET Ano = 1951 WHERE Codigo = 1"));
+        session_.workspace->BeginTrans();
+        session_.database->Execute(QStringLiteral("UPDATE PECA SET Ano = 1951 WHERE Codigo = 1"));
         QCOMPARE(ErrorOf([&] { Open(file_.Path(), QStringLiteral("x")); }), 3031);
         auto other = file_.Open();
         QCOMPARE(ErrorOf([&] {
@@ -127,19 +127,17 @@ private Q_SLOTS:
                                              dbFailOnError + dbSeeChanges);
                  }),
                  3260);
+        session_.workspace->Rollback();
     }
 
     void OpensACatalogueWithoutASeal() {
         const QString path = file_.Folder() + QLatin1String("/alheio.mdb");
-        {
-            const auto session = file_.Open();
-            Connection& connection = *session.database->GetConnection();
-            QFile made(path);
-            QVERIFY(made.open(QIODevice::WriteOnly));
-            made.close();
-            connection.Run("ATTACH '" + path.toUtf8() + "' AS alheio KEY 'outra'");
-            connection.Run("CREATE TABLE alheio.T (a INTEGER); INSERT INTO alheio.T VALUES (7)");
-        }
+        Write(path, QByteArray());
+        session_.database->GetConnection()->Run("ATTACH '" + path.toUtf8() +
+                                                "' AS alheio KEY 'outra';"
+                                                "CREATE TABLE alheio.T (a INTEGER);"
+                                                "INSERT INTO alheio.T VALUES (7);"
+                                                "DETACH alheio");
         const auto database = Open(path, QStringLiteral("outra"));
         const auto rows = database->OpenRecordset(QStringLiteral("SELECT a FROM T"));
         QCOMPARE(rows->Fields(0).Value().toInt(), 7);
@@ -147,7 +145,7 @@ private Q_SLOTS:
 
     void NeverReadsADamagedPage() {
         QStringList good;
-        Content(*file_.Open().database, good);
+        Content(*session_.database, good);
         QCOMPARE(good.size(), 602);
         const QString path = file_.Folder() + QLatin1String("/dano.mdb");
         const qsizetype pages = whole_.size() / PageSize;
@@ -188,17 +186,24 @@ private Q_SLOTS:
         row("INSERT INTO PECA (Codigo) VALUES (999)", 3314);
         row("UPDATE PECA SET Ano = 1 WHERE Codigo = 300", 3317);
         row("INSERT INTO PECA (Codigo, Numero) VALUES (999)", 3346);
-        row("CREATE TABLE PECA (a INTEGER)", 3010);
-        row("CREATE INDEX PECA_NUMERO ON PECA (Ano)", 3012);
-        row("ALTER TABLE PECA ADD COLUMN Ano INTEGER", 3191);
         row("SELECT * FROM PECA", 3065);
     }
 
     void NumbersWhatTheEngineRefuses() {
         QFETCH(QString, sql);
         QFETCH(int, number);
-        const auto session = file_.Open();
-        QCOMPARE(ErrorOf([&] { session.database->Execute(sql, dbFailOnError); }), number);
+        QCOMPARE(ErrorOf([&] { session_.database->Execute(sql, dbFailOnError); }), number);
+    }
+
+    void NumbersRefusedDefinitions() {
+        Connection& connection = *session_.database->GetConnection();
+        for (const auto& [sql, number] : std::initializer_list<std::pair<QByteArray, int>>{
+                 {"CREATE TABLE PECA (a INTEGER)", 3010},
+                 {"CREATE INDEX PECA_NUMERO ON PECA (Ano)", 3012},
+                 {"ALTER TABLE PECA ADD COLUMN Ano INTEGER", 3191}}) {
+            const QByteArray text = sql;
+            QCOMPARE(ErrorOf([&] { connection.Run(text); }), number);
+        }
     }
 
     void ChangesAllRowsOrNone() {

@@ -43,6 +43,7 @@ private:
 
 void LeaveOverTo(QWidget& widget) {
     widget.activateWindow();
+    [[maybe_unused]] const bool active = QTest::qWaitForWindowActive(&widget, 300);
     Settle();
 }
 

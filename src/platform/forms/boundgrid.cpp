@@ -35,6 +35,7 @@ BoundGrid::BoundGrid(const QString& name, const QString& accessibleName, QWidget
     horizontalHeader()->hide();
     horizontalHeader()->setMinimumSectionSize(1);
     horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    horizontalHeader()->setStretchLastSection(true);  // lines and highlight go to the edge
     verticalHeader()->hide();
     verticalHeader()->setMinimumSectionSize(1);
     verticalHeader()->setDefaultSectionSize(CurrentTheme().rowPixels);

@@ -20,7 +20,7 @@ public:
     QString Tag;
 
     // Width in design pixels. Widths are rounded so that the columns' edges, not the columns, are
-    // nearest to where they should be.
+    // nearest to where they should be; the last column goes to the grid's edge.
     void AddColumn(const QString& field, double width, Qt::Alignment alignment = Qt::AlignLeft);
     void SetDataSource(DataSource* source);
 

@@ -41,6 +41,7 @@ forms--TextBox {
     selection-background-color: @selection; selection-color: @selectionText;
 }
 forms--TextBox:focus { border-bottom: 2px solid @focus; padding-top: 1px; }
+forms--HelpWindow QTreeWidget { padding: 8px 6px; }
 forms--BoundGrid { background: @base; border: 1px solid @border; border-top-color: @rowLine; }
 forms--ComboList {
     background: @base; color: @text; border: 1px solid @border; border-radius: 0;

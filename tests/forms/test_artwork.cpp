@@ -1,0 +1,152 @@
+#include "platform/forms/artwork.h"
+#include "platform/forms/artworkstyle.h"
+#include "platform/forms/scale.h"
+#include "support/database.h"
+#include "support/testmain.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace testing_support;
+using forms::Artwork;
+
+namespace {
+
+void Write(const QString& path, const QByteArray& content) {
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(content);
+}
+
+}  // namespace
+
+class TestArtwork : public QObject {
+    Q_OBJECT
+
+private:
+    QTemporaryDir folder_;
+
+private Q_SLOTS:
+    void initTestCase() {
+        Write(folder_.filePath(u"botao.svg"_s),
+              "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 80 60'>"
+              "<rect class='fundo' width='80' height='60'/>"
+              "<rect class='botao' x='10.3' y='20.7' width='30' height='15' rx='4'/></svg>");
+        ;
+        Write(folder_.filePath(u"estilo.css"_s), ".fundo { fill: #d0e0f0 }");
+        Write(folder_.filePath(u"repouso.css"_s), ".botao { fill: #204060 }");
+        Write(folder_.filePath(u"aceso.css"_s), ".botao { fill: #e08020 }");
+        Artwork::SetFolder(folder_.path());
+    }
+
+    void cleanupTestCase() { Artwork::SetFolder(u":/artwork"_s); }
+
+    void StylesBecomeAttributes_data() {
+        QTest::addColumn<QString>("sheet");
+        QTest::addColumn<QString>("element");
+        QTest::addColumn<QString>("resolved");  // empty: refused
+        const auto row = [](const char* name, const char16_t* sheet, const char16_t* element,
+                            const char16_t* resolved) {
+            QTest::newRow(name) << QString::fromUtf16(sheet) << QString::fromUtf16(element)
+                                << QString::fromUtf16(resolved);
+        };
+        row("class", u".a { fill: red }", u"<r class='a' x='1'/>", u"<r x=\"1\" fill=\"red\"/>");
+        row("sheet wins over attribute", u".a{fill:red}", u"<r class='a' fill='blue'/>",
+            u"<r fill=\"red\"/>");
+        row("style wins over sheet", u".a{fill:red}", u"<r class='a' style='fill:blue;'/>",
+            u"<r fill=\"blue\"/>");
+        row("later rule", u".b{fill:red} .a{fill:blue}", u"<r class='a b'/>",
+            u"<r fill=\"blue\"/>");
+        row("element, classes, list", u"t{x:1} r.a.b, .c {y:2}", u"<r class='b a'/>",
+            u"<r y=\"2\"/>");
+        row("not all classes", u".a.b{y:2}", u"<r class='a'/>", u"<r/>");
+        row("variable", u":root{--k: var(--m); --m: #123} .a{fill:var( --k )}", u"<r class='a'/>",
+            u"<r fill=\"#123\"/>");
+        row("later variable", u":root{--k:1} .a{y:var(--k)} :root{--k:2}", u"<r class='a'/>",
+            u"<r y=\"2\"/>");
+        row("left out", u".a{display:none}", u"<g><r class='a'><q/></r><q/></g>", u"<g><q/></g>");
+        row("comment", u"/* .a{y:1} */ .a{y:2}", u"<r class='a'><!-- x --></r>", u"<r y=\"2\"/>");
+        row("text and prefix", u"", u"<t xlink:href='#a'>P &amp; ção</t>",
+            u"<t xlink:href=\"#a\">P &amp; ção</t>");
+        row("unknown variable", u".a{y:var(--k)}", u"<r class='a'/>", u"");
+        row("circle", u":root{--k:var(--k)} .a{y:var(--k)}", u"<r class='a'/>", u"");
+        row("selector out of reach", u".a > .b {y:1}", u"<r/>", u"");
+        row("rule left open", u".a {y:1", u"<r/>", u"");
+        row("drawing left open", u"", u"<r>", u"");
+    }
+
+    void StylesBecomeAttributes() {
+        QFETCH(const QString, sheet);
+        QFETCH(const QString, element);
+        QFETCH(const QString, resolved);
+        if (resolved.isEmpty()) {
+            QCOMPARE(ErrorOf([&] { forms::ResolveStyles(element.toUtf8(), sheet); }), 481);
+            return;
+        }
+        QCOMPARE(QString::fromUtf8(forms::ResolveStyles(element.toUtf8(), sheet)), resolved);
+    }
+
+    void MissingDrawingIsAnError() {
+        QCOMPARE(ErrorOf([] { Artwork::Load(u"nada"_s); }), 53);
+    }
+
+    // At any enlargement and wherever the picture begins, a part of the drawing painted over the
+    // whole one changes nothing: no pixel is shifted, no edge shines through.
+    void PartsFitTheWholeWithoutASeam_data() {
+        QTest::addColumn<qreal>("ratio");
+        QTest::addColumn<QPoint>("corner");
+        for (const qreal ratio : {0.853, 1.0, 1.28, 1.5, 1.707, 1.8, 3.6}) {
+            for (const QPoint corner : {QPoint(0, 0), QPoint(133, 0), QPoint(7, 5)}) {
+                QTest::addRow("%g at %d,%d", ratio, corner.x(), corner.y()) << ratio << corner;
+            }
+        }
+    }
+
+    void PartsFitTheWholeWithoutASeam() {
+        QFETCH(const qreal, ratio);
+        QFETCH(const QPoint, corner);
+        const auto artwork = Artwork::Load(u"botao"_s);
+        const QRect whole(QPoint(), artwork->Size());
+        QImage image((QSizeF(240, 70) * ratio).toSize(), QImage::Format_RGB32);
+        image.setDevicePixelRatio(ratio);
+        image.fill(Qt::magenta);
+        const auto paint = [&](const QRect& part, Artwork::State state) {
+            QPainter painter(&image);
+            painter.translate(corner + part.topLeft());  // as a child widget's painter is
+            artwork->Paint(painter, QRect(QPoint(), part.size()), part, state);
+        };
+        paint(whole, Artwork::State::Rest);
+        const QImage atRest = image.copy();
+        paint({9, 19, 33, 19}, Artwork::State::Rest);
+        QCOMPARE(image, atRest);
+        paint({9, 19, 33, 19}, Artwork::State::Lit);
+        QVERIFY(image != atRest);
+        const QImage lit = image.copy();
+        image.fill(Qt::magenta);
+        paint(whole, Artwork::State::Lit);
+        QCOMPARE(lit, image);
+    }
+
+    void ScaleFillsTheScreenEvenly() {
+        const struct {
+            QSize screen;
+            double scale;
+        } cases[] = {
+            {{800, 600}, 1},      {{1366, 768}, 1.28}, {{1920, 1080}, 1.8}, {{3840, 2160}, 3.6},
+            {{1024, 740}, 1.233}, {{640, 480}, 0.8},   {{600, 800}, 0.75},  {{0, 0}, 1},
+        };
+        for (const auto& [screen, scale] : cases) {
+            QCOMPARE(forms::ScaleFor(screen), scale);
+        }
+        for (int width = 500; width < 4000; width += 7) {
+            const double scale = forms::ScaleFor({width, width});
+            QVERIFY(qRound(width / scale) >= forms::PictureSize.width());
+        }
+    }
+};
+
+TARVO_TEST(TestArtwork);
+#include "test_artwork.moc"

@@ -1,0 +1,219 @@
+#include "platform/erro.h"
+#include "platform/forms/controls.h"
+#include "platform/forms/msgbox.h"
+#include "support/database.h"
+#include "support/testmain.h"
+#include "support/windows.h"
+
+#include <QAbstractItemView>
+#include <QAccessible>
+#include <QClipboard>
+#include <QDialog>
+#include <QMenu>
+#include <QTest>
+#include <QTimer>
+
+using namespace Qt::StringLiterals;
+using namespace forms;
+using namespace testing_support;
+
+class TestControls : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void ComboAnnouncesWhatWasChosen() {
+        QWidget window;
+        ComboList combo(u"cboTipo"_s, u"Tipo"_s, &window);
+        QList<int> clicks;
+        connect(&combo, &ComboList::Click, [&] { clicks.append(combo.ListIndex()); });
+        for (int i = 0; i < 300; ++i) {
+            combo.AddItem(u"Linha %1"_s.arg(i), i * 10 - 5);
+        }
+        QCOMPARE(combo.ListIndex(), -1);
+        QCOMPARE(ErrorOf([&] { combo.SelectedItemData(); }), 9);
+        combo.SetListIndex(0);
+        combo.SetListIndex(0);
+        combo.SetListIndex(7);
+        QCOMPARE(combo.SelectedItemData(), 65);
+        combo.SetListIndex(-1);
+        QCOMPARE(clicks, (QList{0, 7}));
+        QCOMPARE(ErrorOf([&] { combo.SetListIndex(300); }), 9);
+        QCOMPARE(ErrorOf([&] { combo.ItemData(-1); }), 9);
+
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        combo.setFocus();
+        const auto pick = [&](std::initializer_list<Qt::Key> keys) {
+            clicks.clear();
+            combo.showPopup();
+            for (const Qt::Key key : keys) {
+                QTest::keyClick(combo.view(), key);
+            }
+        };
+        combo.SetListIndex(3);
+        pick({Qt::Key_Down, Qt::Key_Return});
+        QCOMPARE(clicks, QList{4});
+        pick({Qt::Key_Return});  // the same again
+        QCOMPARE(clicks, QList{4});
+        combo.SetListIndex(9);
+        pick({Qt::Key_Return});  // the same that the program chose
+        QCOMPARE(clicks, QList{9});
+        pick({Qt::Key_Down, Qt::Key_Escape});
+        QCOMPARE(clicks, QList<int>());
+        QTest::keyClick(&combo, Qt::Key_Down);
+        QCOMPARE(clicks, QList{10});
+
+        combo.showPopup();
+        const int height = combo.view()->window()->height();
+        QVERIFY2(height > 200 && height < 400, qPrintable(QString::number(height)));
+        combo.hidePopup();
+        clicks.clear();
+        combo.Clear();
+        QCOMPARE(combo.ListCount(), 0);
+        QCOMPARE(clicks, QList<int>());
+    }
+
+    void TextBoxTakesAnyText_data() {
+        QTest::addColumn<QString>("pasted");
+        QTest::addColumn<QString>("text");
+        const auto row = [](const char* name, const QString& pasted, const QString& text) {
+            QTest::newRow(name) << pasted << text;
+        };
+        row("plain", u"Válvula 4 vias"_s, u"Válvula 4 vias"_s);
+        row("copied cell", u"81.50410\r\n"_s, u"81.50410"_s);
+        row("lines", u"a\r\nb\nc\td"_s, u"a b c d"_s);
+        row("control", u"a\u0000b\u0007c\u009fd"_s, u"abcd"_s);
+        row("separators", u"a\u2028b\u2029"_s, u"a b"_s);
+        row("emoji", u"🔧 peça 👩‍🔧"_s, u"🔧 peça 👩‍🔧"_s);
+        row("right to left", u"\u05d0\u05d1 123 \u0645"_s, u"\u05d0\u05d1 123 \u0645"_s);
+        row("only control", u"\u0001\n"_s, QString());
+        row("long", u"ã'"_s.repeated(5000), u"ã'"_s.repeated(5000));
+        row("too long", QString(40000, u'x'), QString(32767, u'x'));
+    }
+
+    void TextBoxTakesAnyText() {
+        QFETCH(const QString, pasted);
+        QFETCH(const QString, text);
+        TextBox box(u"txtDescricao"_s, u"Descrição"_s, nullptr);
+        QStringList heard;
+        connect(&box, &TextBox::Change, [&] { heard.append(box.text()); });
+        QGuiApplication::clipboard()->setText(pasted);
+        box.paste();
+        QCOMPARE(box.text(), text);
+        QVERIFY(heard.size() <= 1);
+        box.clear();
+        heard.clear();
+        box.setText(u"x"_s + text);
+        box.setText(u"x"_s + text);
+        QCOMPARE(heard.size(), 1);
+    }
+
+    // What is in the middle keeps the cursor behind the pasted piece.
+    void TextBoxPastesAtTheCursor() {
+        TextBox box(u"txtDescricao"_s, u"Descrição"_s, nullptr);
+        box.setText(u"início fim"_s);
+        box.setCursorPosition(7);
+        QGuiApplication::clipboard()->setText(u"meio\t\u0002"_s);
+        box.paste();
+        QCOMPARE(box.text(), u"início meio fim"_s);
+        QCOMPARE(box.cursorPosition(), 12);
+    }
+
+    void TextBoxMenuIsPortuguese() {
+        TextBox box(u"txtDescricao"_s, u"Descrição"_s, nullptr);
+        const std::unique_ptr<QMenu> menu(box.createStandardContextMenu());
+        QStringList texts;
+        for (const QAction* action : menu->actions()) {
+            texts += action->text().section(u'\t', 0, 0).remove(u'&');
+        }
+        texts.removeAll(QString());
+        QCOMPARE(texts, (QStringList{u"Desfazer"_s, u"Refazer"_s, u"Recortar"_s, u"Copiar"_s,
+                                     u"Colar"_s, u"Excluir"_s, u"Selecionar tudo"_s}));
+    }
+
+    void ScrollBarWaitsForTheEndOfADrag() {
+        ScrollBar bar(u"sclPesquisaFiguras"_s, Qt::Horizontal, nullptr);
+        bar.SetMin(1);
+        bar.SetMax(20);
+        bar.SetLargeChange(3);
+        QList<int> values;
+        connect(&bar, &ScrollBar::Change, [&] { values.append(bar.Value()); });
+        bar.setSliderDown(true);
+        bar.setSliderPosition(9);
+        bar.setSliderPosition(12);
+        QCOMPARE(values, QList<int>());
+        bar.setSliderDown(false);
+        bar.triggerAction(QAbstractSlider::SliderPageStepAdd);
+        bar.triggerAction(QAbstractSlider::SliderSingleStepSub);
+        bar.SetValue(99);
+        bar.SetValue(99);
+        QCOMPARE(values, (QList{12, 15, 14, 20}));
+    }
+
+    void ZoneIsAButtonForAssistiveTechnology() {
+        QWidget window;
+        ClickZone zone(u"imgSair"_s, u"Sair"_s, &window);
+        int clicks = 0;
+        connect(&zone, &Zone::Click, [&] { ++clicks; });
+        QAccessibleInterface* button = QAccessible::queryAccessibleInterface(&zone);
+        QCOMPARE(button->role(), QAccessible::Button);
+        QCOMPARE(button->text(QAccessible::Name), u"Sair"_s);
+        const auto press = [&] {
+            button->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+            Settle();
+        };
+        press();
+        QCOMPARE(clicks, 0);  // out of sight
+        window.show();
+        press();
+        QCOMPARE(clicks, 1);
+
+        Label label(u"lblEmissao"_s, &window);
+        label.SetText(u"Emissão: 01/2024"_s);
+        QCOMPARE(QAccessible::queryAccessibleInterface(&label)->text(QAccessible::Name),
+                 u"Emissão: 01/2024"_s);
+    }
+
+    void PictureKeepsItsProportions() {
+        Picture fitted(u"imgFotoPeca"_s, u"Foto"_s, nullptr);
+        fitted.resize(250, 195);
+        fitted.SetPixmap(QPixmap(500, 100));
+        QCOMPARE(fitted.PictureRect(), QRectF(0, 72.5, 250, 50));
+        Picture natural(u"imgFigura"_s, u"Figura"_s, nullptr, Picture::Mode::Natural);
+        natural.SetPixmap(QPixmap(500, 100));
+        QCOMPARE(natural.PictureRect(), QRectF(0, 0, 500, 100));
+    }
+
+    void BoxAnswers_data() {
+        QTest::addColumn<int>("flags");
+        QTest::addColumn<int>("key");
+        QTest::addColumn<int>("answer");
+        const int question = vbYesNo + vbQuestion;
+        QTest::newRow("ok") << vbInformation << int(Qt::Key_Return) << vbOK;
+        QTest::newRow("ok, escape") << vbCritical << int(Qt::Key_Escape) << vbOK;
+        QTest::newRow("yes by default") << question << int(Qt::Key_Return) << vbYes;
+        QTest::newRow("no by default")
+            << question + vbDefaultButton2 << int(Qt::Key_Return) << vbNo;
+        QTest::newRow("question, escape") << question << int(Qt::Key_Escape) << vbNo;
+        QTest::newRow("the other button") << question + vbDefaultButton2 << int(Qt::Key_S) << vbYes;
+    }
+
+    void BoxAnswers() {
+        QFETCH(const int, flags);
+        QFETCH(const int, key);
+        QFETCH(const int, answer);
+        QTimer::singleShot(0, [key] {
+            auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            QTimer::singleShot(5000, box, &QDialog::reject);  // a test that fails must end, too
+            QVERIFY(QTest::qWaitForWindowActive(box));
+            QTest::keyClick(box, static_cast<Qt::Key>(key),
+                            key == Qt::Key_S ? Qt::AltModifier : Qt::NoModifier);
+        });
+        QCOMPARE(MsgBox(u"<b>Peça</b> & \"aspas\"\n"_s.repeated(300) + QString(3000, u'x'), flags,
+                        u"Título"_s),
+                 answer);
+    }
+};
+
+TARVO_TEST(TestControls);
+#include "test_controls.moc"
