@@ -17,6 +17,13 @@ PARTS_GRID = "Resultado da pesquisa"
 VEHICLE_BOX = "Veículo"
 VEHICLE_GRID = "Veículos encontrados"
 GALLERY = "Figuras do catálogo"
+# A drop-down list is called by the row that it shows, where it shows one.
+KIND_COMBO = "TODOS OS TIPOS"
+FOUND_PARTS_GRID = "Peças"
+FOUND_VEHICLES_GRID = "Veículos da peça"
+COMPONENT_GRID = "Componentes"
+KIT_GRID = "Jogos de reparo do componente"
+KIT_FILTER = "TODOS OS COMPONENTES"
 HELP_TITLE = "Ajuda do Catálogo TARVO-LINDEN"
 
 # Places on the search screen, design pixels.
@@ -31,6 +38,15 @@ TYPE_NUMBER = (76, 130)
 TYPE_DESCRIPTION = (274, 130)
 CHOOSE_CUSTOMER = (490, 105)
 TYPE_CUSTOMERS_NUMBER = (490, 130)
+CHOOSE_KIND = (630, 130)
+FIRST_FOUND_ROW = (200, 150)
+
+# Places on the screens of the part views.
+TO_COMPONENT_LIST = (393, 558)
+TO_PART_RESULT = (392, 558)
+TO_SEARCH = (264, 558)
+SEEK_ITEM = (76, 160)
+CHOOSE_KIT = (620, 104)
 
 
 def retype(tour, place, text):
@@ -93,6 +109,54 @@ def customers_number(tour):
                "rows whose customer number begins with 1")
 
 
+def part_result(tour):
+    """A relay valve opened by a double click: the part, its vehicles."""
+    tour.press("ctrl+a")
+    tour.press("Delete")
+    tour.choose(CHOOSE_KIND, KIND_COMBO, "Peças")
+    # The display has no accents on its keys; a question mark stands for any one letter.
+    retype(tour, TYPE_DESCRIPTION, "v?lvula rel?")
+    first_rows(tour, PARTS_GRID, lambda t: t.cell(0, 3) == "Peça", "parts alone")
+    tour.click(*FIRST_FOUND_ROW, times=2)
+    first_rows(tour, FOUND_PARTS_GRID, lambda t: "relé" in t.cell(0, 1), "the part that was opened")
+    first_rows(tour, FOUND_VEHICLES_GRID, lambda t: t.cell(0, 1), "its vehicles")
+
+
+def component_list(tour):
+    """Its components, by description."""
+    tour.click(*TO_COMPONENT_LIST)
+    first_rows(tour, COMPONENT_GRID, lambda t: t.rows() > 4, "the components")
+
+
+def seek_by_item(tour):
+    """"1" in the item box: the list in the order of items, the cursor on the first."""
+    tour.click(*SEEK_ITEM)
+    tour.type("1")
+    first_rows(tour, COMPONENT_GRID, lambda t: t.cell(0, 0).strip() == "1", "the list by item")
+
+
+def kit_filter(tour):
+    """The components of one repair kit, with the kits of the first of them."""
+    combo = tour.await_node("combo box", KIT_FILTER)
+    kit = [row.name for row in next(combo.children()).children()][0]
+    before = tour.find("table", COMPONENT_GRID).rows()
+    tour.choose(CHOOSE_KIT, KIT_FILTER, kit)
+    first_rows(tour, COMPONENT_GRID, lambda t: t.rows() < before, "the kit's components alone")
+    first_rows(tour, KIT_GRID, lambda t: t.cell(0, 0), "the kits of the component")
+
+
+def back_to_the_part(tour):
+    """Back to the part, as it was left."""
+    tour.click(*TO_PART_RESULT)
+    first_rows(tour, FOUND_PARTS_GRID, lambda t: "relé" in t.cell(0, 1), "the part again")
+
+
+def back_to_the_search(tour):
+    """Back to the search, with its rows as they were."""
+    tour.click(*TO_SEARCH)
+    first_rows(tour, PARTS_GRID, lambda t: t.cell(0, 3) == "Peça", "the rows that were left")
+
+
 def vehicles(tour):
     """The panel of vehicles with the beginning of a name."""
     tour.click(*BACKGROUND)
@@ -143,6 +207,12 @@ STATIONS = [
     parts_by_number,
     description_with_asterisk,
     customers_number,
+    part_result,
+    component_list,
+    seek_by_item,
+    kit_filter,
+    back_to_the_part,
+    back_to_the_search,
     vehicles,
     gallery,
     help_window,

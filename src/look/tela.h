@@ -55,3 +55,12 @@ protected:
 private:
     QList<std::pair<QString, QWidget*>> acesas_;
 };
+
+// The one loaded instance of a screen, or a new one that is not loaded yet.
+template <typename Screen>
+Screen& UnicaInstancia() {
+    if (forms::Form* carregada = forms::Form::Find(Screen::Nome)) {
+        return static_cast<Screen&>(*carregada);
+    }
+    return *new Screen;
+}

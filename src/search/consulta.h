@@ -1,5 +1,7 @@
 #pragma once
 
+#include "session/modulo.h"
+
 #include <QString>
 
 // Pieces from which the searches build their SQL texts.
@@ -9,6 +11,12 @@ namespace consulta {
 // would take for the end of the text. The data hold "´" in its place too.
 inline QString Texto(const QString& digitado) {
     return digitado.trimmed().replace(u'\'', u'´');
+}
+
+// A customer's or competitor's number as stored. Unlike the maker's own number it keeps a digit
+// that stands in front of a letter.
+inline QString NumeroDeCliente(const QString& digitado) {
+    return RemoverZerosEsquerda(SomenteAlfanumericos(digitado));
 }
 
 // Adds a condition, which ends in a blank, to a WHERE clause that may still be empty.

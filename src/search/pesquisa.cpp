@@ -57,6 +57,9 @@ void frmPesquisa::Load() {
     mPesquisa1Pronta = false;
     mPesquisa2Pronta = false;
     PreencherCombos();
+    CarregarFiguras();
+    ExibirFiguras(mPrimeiraFigura);
+    SelecionarFigura(mFiguraSelecionada);
     CarregarDadosVerificacao(true);
     mPesquisa1Pronta = true;
     mPesquisa2Pronta = true;
@@ -114,6 +117,14 @@ void frmPesquisa::LigarEventos() {
             &frmPesquisa::AoEscolherCliente);
     connect(txtVeiculo, &forms::TextBox::Change, this, [this] { Pesquisar2(u"1,2"_s); });
     connect(cboFabricante, &forms::ComboList::Click, this, [this] { Pesquisar2(u"1,2"_s); });
+
+    connect(grdPesquisa1, &forms::BoundGrid::DblClick, this, [this] { AbrirResultado(0); });
+    connect(grdPesquisa2, &forms::BoundGrid::DblClick, this, [this] { AbrirResultado(1); });
+    for (int i = 0; i < int(pctTelaPesquisa.size()); ++i) {
+        AoClicar(u"pctResultadoPesquisaFundo("_s + QString::number(i) + u')',
+                 [this, i] { AbrirResultado(i); });
+    }
+    LigarGaleria();
 }
 
 void frmPesquisa::LigarLuz() {

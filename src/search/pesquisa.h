@@ -6,11 +6,13 @@
 #include "platform/forms/datasource.h"
 
 #include <array>
+#include <optional>
 
 // The home screen, the only one that lives from start to exit: three panels (parts, vehicles,
 // pictures) opened by three painted buttons. Its sources: pesquisa.cpp (life, events), layout.cpp
 // (controls and their places), selecao.cpp (combo lists), pesquisa_pecas.cpp and
-// pesquisa_veiculos.cpp (the searches).
+// pesquisa_veiculos.cpp (the searches), galeria.cpp (the strip of pictures), resultado.cpp (from a
+// chosen row to the part views).
 class frmPesquisa final : public Tela {
     Q_OBJECT
 
@@ -55,6 +57,29 @@ private:
     qint32 CodigoClienteSelecionado() const;
     void AoEscolherCliente();
 
+    // A row of the gallery's table.
+    struct Figura {
+        QString codigo;
+        QString descricao;
+        QString arquivo;
+    };
+    struct Referencia;
+
+    void CarregarFiguras();
+    void ExibirFiguras(qint32 primeira);
+    void SelecionarFigura(qint32 linha);
+    void AoRolarFiguras();
+    void AoTeclarNasFiguras(int tecla);
+    void LigarGaleria();
+    const Figura& LinhaDaGaleria(qint32 linha) const;  // from 1; Erro 9 outside the table
+
+    // Opens the chosen row of tab 0 (parts), 1 (vehicles) or 2 (pictures) in the part result
+    // screen.
+    void AbrirResultado(int aba);
+    std::optional<Referencia> ReferenciaDaPeca() const;
+    std::optional<Referencia> ReferenciaDoVeiculo() const;
+    std::optional<Referencia> ReferenciaDaFigura() const;
+
     void MostrarPainel(int indice, QWidget* foco);
     void EsconderPaineis();
     void AbrirAjuda();
@@ -78,6 +103,11 @@ private:
     std::array<forms::Picture*, 4> imgFigura{};
     std::array<forms::Label*, 4> lblDescricaoFigura{};
     forms::Panel* imgFiguraSelecionada = nullptr;
+
+    QList<Figura> mFiguras;
+    qint32 mPrimeiraFigura = 1;
+    qint32 mFiguraSelecionada = 1;
+    qint32 mTotalFiguras = 0;
 
     forms::Label* lblEmissao = nullptr;
     forms::Panel* pctBarraAtualizacao = nullptr;

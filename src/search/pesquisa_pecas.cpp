@@ -6,14 +6,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QString NumeroDeCliente(const QString& texto) {
-    return RemoverZerosEsquerda(SomenteAlfanumericos(texto));
-}
-
-}  // namespace
-
 void frmPesquisa::Pesquisar1(const QString& ordem) {
     if (!mPesquisa1Pronta) {
         return;
@@ -38,8 +30,10 @@ void frmPesquisa::Pesquisar1(const QString& ordem) {
         }
         if (digitado) {
             consulta::Acrescentar(
-                onde, fabricante ? colunaJuntada + u" LIKE '"_s + NumeroDeCliente(numero) + u"*' "_s
-                                 : colunaJuntada + u" = '"_s + NumeroDeCliente(numero) + u"' "_s);
+                onde,
+                fabricante
+                    ? colunaJuntada + u" LIKE '"_s + consulta::NumeroDeCliente(numero) + u"*' "_s
+                    : colunaJuntada + u" = '"_s + consulta::NumeroDeCliente(numero) + u"' "_s);
         }
     }
     if (!txtNumeroTarvo->text().trimmed().isEmpty()) {

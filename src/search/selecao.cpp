@@ -9,8 +9,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint32 SemCliente = -5;
-
 // The digit in front of the code tells vehicle makers from all others without asking the database
 // again.
 qint32 ComDigitoDoTipo(const QVariant& tipo, const QVariant& codigo) {

@@ -14,6 +14,9 @@ inline const QString TituloCatalogo = QStringLiteral("Catálogo TARVO-LINDEN");
 // The word on the command line by which the launcher starts the catalogue.
 inline const QString PalavraDeInicio = QStringLiteral("INICIOPAINELVERDE");
 
+// The customer code that stands for none.
+inline constexpr qint32 SemCliente = -5;
+
 // Open from the splash's load to the exit.
 extern std::unique_ptr<dao::Workspace> gWS;
 extern std::unique_ptr<dao::Database> gDB;

@@ -147,7 +147,8 @@ dao::dialect::Schema MemoryDatabase::Schema() const {
                 {parts[0], parts[1], parts[2] != QLatin1String("0"), parts[3].toInt()});
         }
         info.indexes = RunNative(
-            "SELECT sql FROM sqlite_schema WHERE type = 'index' AND sql IS NOT NULL AND"
+            "SELECT sql FROM sqlite_schema WHERE type IN ('index', 'trigger') AND sql IS NOT NULL "
+            "AND"
             " tbl_name = " +
             quoted + " COLLATE NOCASE ORDER BY name");
         return info;

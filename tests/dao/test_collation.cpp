@@ -29,13 +29,13 @@ class TestCollation : public QObject {
 private Q_SLOTS:
     void SortsAsADictionaryDoes() {
         const QStringList sorted = {
-            u""_s,           u"\t"_s,     u" "_s,    u"   7"_s,    u"  12"_s,    u"  12a"_s,
-            u" 100"_s,       u"!"_s,      u"-1"_s,   u"1"_s,       u"10"_s,      u"1A"_s,
-            u"2"_s,          u"a"_s,      u"A b"_s,  u"abacate"_s, u"abóbora"_s, u"Açaí"_s,
-            u"acalanto"_s,   u"ação"_s,    u"aço"_s, u"cafe"_s,    u"café"_s,    u"cafés"_s,
-            u"coco"_s,       u"cocó"_s,   u"côco"_s, u"cocos"_s,   u"Ênfase"_s,  u"Łódź"_s,
-            u"Müller"_s,     u"mulo"_s,   u"ñandu"_s,  u"naõ"_s,   u"Peça"_s,    u"pecado"_s,
-            u"São"_s,        u"straße"_s, u"über"_s, u"zíper"_s,   u"яблоко"_s,  u"\U0001F600"_s,
+            u""_s,           u"\t"_s,     u" "_s,     u"   7"_s,    u"  12"_s,    u"  12a"_s,
+            u" 100"_s,       u"!"_s,      u"-1"_s,    u"1"_s,       u"10"_s,      u"1A"_s,
+            u"2"_s,          u"a"_s,      u"A b"_s,   u"abacate"_s, u"abóbora"_s, u"Açaí"_s,
+            u"acalanto"_s,   u"ação"_s,   u"aço"_s,   u"cafe"_s,    u"café"_s,    u"cafés"_s,
+            u"coco"_s,       u"cocó"_s,   u"côco"_s,  u"cocos"_s,   u"Ênfase"_s,  u"Łódź"_s,
+            u"Müller"_s,     u"mulo"_s,   u"ñandu"_s, u"naõ"_s,     u"Peça"_s,    u"pecado"_s,
+            u"São"_s,        u"straße"_s, u"über"_s,  u"zíper"_s,   u"яблоко"_s,  u"\U0001F600"_s,
             u"\U0010FFFF"_s,
         };
         for (qsizetype i = 0; i < sorted.size(); ++i) {

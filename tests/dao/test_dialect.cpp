@@ -435,6 +435,114 @@ private Q_SLOTS:
         QCOMPARE(db_->Run(query), rows);
     }
 
+    void Definitions_data() {
+        QTest::addColumn<QStringList>("texts");
+        QTest::addColumn<QString>("query");
+        QTest::addColumn<QStringList>("rows");
+        const auto row = [](const char* name, const QStringList& texts, const QString& query,
+                            const QStringList& rows) {
+            QTest::newRow(name) << texts << query << rows;
+        };
+        const QString create =
+            u"CREATE TABLE T (Id COUNTER CONSTRAINT PK PRIMARY KEY, Nome "
+            "TEXT(10) NOT NULL, Obs MEMO, Qtd SHORT, Preco CURRENCY, Em "
+            "DATETIME, Ativo YESNO, B BYTE, D DOUBLE DEFAULT 1.5, "
+            "CONSTRAINT UmNome UNIQUE (Nome))"_s;
+        const QString all = u"SELECT Id, Nome, Qtd, Preco, Em, Ativo, D FROM T"_s;
+        row("types and counter",
+            {create,
+             u"INSERT INTO T (Nome, Qtd, Preco, Em, Ativo) VALUES ('a', 2.5, 1.00005, "
+             "'05/03/2024', 1)"_s,
+             u"INSERT INTO T (Nome) VALUES ('B')"_s},
+            all, {u"1|a|2|1|45356|-1|1.5"_s, u"2|B|-|-|-|0|1.5"_s});
+        row("texts sort and compare",
+            {create, u"INSERT INTO T (Nome, Obs) VALUES ('é', 'Á')"_s,
+             u"INSERT INTO T (Nome, Obs) VALUES ('Z', 'b')"_s},
+            u"SELECT Nome FROM T WHERE Obs = 'á' OR Obs = 'B' ORDER BY Nome"_s, {u"é"_s, u"Z"_s});
+        row("key of several columns",
+            {u"CREATE TABLE K (A LONG, B TEXT(5), CONSTRAINT X PRIMARY KEY (A, B))"_s,
+             u"INSERT INTO K VALUES (1, 'a')"_s, u"INSERT INTO K VALUES (1, 'b')"_s},
+            u"SELECT A, B FROM K"_s, {u"1|a"_s, u"1|b"_s});
+        row("add columns",
+            {create, u"INSERT INTO T (Nome) VALUES ('a')"_s, u"ALTER TABLE T ADD COLUMN N LONG"_s,
+             u"ALTER TABLE T ADD M TEXT(3) DEFAULT 'x'"_s, u"ALTER TABLE T ADD F BIT"_s,
+             u"INSERT INTO T (Nome, N) VALUES ('b', 7)"_s},
+            u"SELECT Nome, N, M, F FROM T"_s, {u"a|-|-|0"_s, u"b|7|x|0"_s});
+        row("alter a column",
+            {create, u"INSERT INTO T (Nome, Qtd) VALUES ('a', 5)"_s,
+             u"ALTER TABLE T ALTER COLUMN Qtd TEXT(20)"_s,
+             u"ALTER TABLE T ALTER COLUMN Nome TEXT(30) NOT NULL"_s,
+             u"UPDATE T SET Nome = 'mais que dez letras', Qtd = Qtd & 'x'"_s,
+             u"INSERT INTO T (Nome) VALUES ('b')"_s},
+            u"SELECT Id, Nome, Qtd FROM T"_s, {u"1|mais que dez letras|5x"_s, u"2|b|-"_s});
+        row("drop a column", {u"ALTER TABLE PECA DROP COLUMN CodigoFigura"_s},
+            u"SELECT * FROM PECA WHERE CodigoPeca = 5"_s, {u"5|99|Pino d´água|-|-"_s});
+        row("rebuilding keeps indexes, triggers and views",
+            {u"ALTER TABLE REFERENCIACRUZADA ALTER COLUMN NumeroTarvo TEXT(20) NOT NULL"_s},
+            u"SELECT NumeroTarvo, NumeroClienteConcorrente FROM REFERENCIACRUZADA1 ORDER BY 2"_s,
+            {u"1001|A70"_s, u"2001|A71"_s, u"1001|B1"_s, u"3001|C3"_s});
+        row("indexes of one name on two tables",
+            {u"CREATE INDEX I ON VEICULO (DescricaoVeiculo ASC, CodigoVeiculo DESC)"_s,
+             u"CREATE UNIQUE INDEX I ON PECA (NumeroTarvoPeca) WITH IGNORE NULL"_s,
+             u"DROP INDEX I ON VEICULO"_s, u"DROP INDEX PECA_DESCRICAO ON PECA"_s},
+            u"SELECT name FROM sqlite_schema WHERE type = 'index' AND (name LIKE '*.I' OR name "
+            "LIKE 'PECA[_]D*')"_s,
+            {u"PECA.I"_s});
+        row("dropped constraints",
+            {create, u"INSERT INTO T (Nome) VALUES ('a')"_s,
+             u"ALTER TABLE T DROP CONSTRAINT UmNome"_s, u"INSERT INTO T (Nome) VALUES ('A')"_s,
+             u"ALTER TABLE VEICULO_PECA ADD CONSTRAINT P PRIMARY KEY (CodigoVeiculo, CodigoPeca)"_s,
+             u"ALTER TABLE VEICULO_PECA DROP CONSTRAINT P"_s,
+             u"INSERT INTO VEICULO_PECA VALUES (31, 1)"_s},
+            u"SELECT Count(*) FROM VEICULO_PECA, T WHERE CodigoVeiculo = 31"_s, {u"4"_s});
+        row("views",
+            {u"CREATE VIEW V AS SELECT DescricaoVeiculo & '!' AS d FROM VEICULO"_s,
+             u"CREATE VIEW W (x) AS SELECT CodigoPeca FROM PECA"_s, u"DROP TABLE W"_s},
+            u"SELECT d FROM V WHERE d = 'CAMINHÃO!'"_s, {u"Caminhão!"_s});
+        row("drop a table", {create, u"DROP TABLE T"_s},
+            u"SELECT Count(*) FROM sqlite_schema WHERE name = 'T'"_s, {u"0"_s});
+    }
+    void Definitions() { Changes(); }
+
+    void DefinitionsGuardTheirTables_data() {
+        QTest::addColumn<QStringList>("texts");
+        QTest::addColumn<QString>("refused");
+        const QString create = u"CREATE TABLE G (A LONG PRIMARY KEY, B TEXT(3), C BYTE)"_s;
+        const auto row = [&](const char* name, const QStringList& texts, const QString& refused) {
+            QTest::newRow(name) << QStringList{create} + texts << refused;
+        };
+        const QString one = u"INSERT INTO G VALUES (1, 'a', 1)"_s;
+        row("key twice", {one}, one);
+        row("key without a value", {}, u"INSERT INTO G (B) VALUES ('a')"_s);
+        row("text too long", {}, u"INSERT INTO G VALUES (1, 'abcd', 1)"_s);
+        row("number too big", {}, u"INSERT INTO G VALUES (1, 'a', 256)"_s);
+        row("no number", {}, u"INSERT INTO G VALUES ('x', 'a', 1)"_s);
+        row("unique, whatever the case", {one, u"CREATE UNIQUE INDEX U ON G (B)"_s},
+            u"INSERT INTO G VALUES (2, 'A', 1)"_s);
+        row("disallow null", {u"CREATE INDEX N ON G (B) WITH DISALLOW NULL"_s},
+            u"INSERT INTO G VALUES (1, Null, 1)"_s);
+        row("second key", {}, u"CREATE INDEX P ON G (B) WITH PRIMARY"_s);
+        row("check", {u"ALTER TABLE G ADD CONSTRAINT K CHECK (C < 5)"_s},
+            u"INSERT INTO G VALUES (1, 'a', 5)"_s);
+        row("value that the new type cannot take", {one}, u"ALTER TABLE G ALTER COLUMN B LONG"_s);
+        row("table there already", {}, create);
+        row("no such index", {}, u"DROP INDEX X ON G"_s);
+        row("no such column", {}, u"ALTER TABLE G ALTER COLUMN X LONG"_s);
+        row("unknown type", {}, u"CREATE TABLE H (A FOO)"_s);
+    }
+    void DefinitionsGuardTheirTables() {
+        QFETCH(QStringList, texts);
+        QFETCH(QString, refused);
+        for (const QString& text : texts) {
+            db_->Run(text);
+        }
+        const QByteArray state =
+            "SELECT group_concat(sql), (SELECT count(*) FROM G) FROM sqlite_schema";
+        const QStringList before = db_->RunNative(state);
+        QVERIFY_THROWS_EXCEPTION(Erro, db_->Run(refused));
+        QCOMPARE(db_->RunNative(state), before);
+    }
+
     void BeginningsUseTheIndex_data() {
         QTest::addColumn<QString>("where");
         QTest::addColumn<QString>("plan");

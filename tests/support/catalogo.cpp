@@ -91,3 +91,38 @@ QStringList LinhasDePesquisa() {
         "VALUES (2, 'Cavalo 2040', 7)"_s;
     return linhas;
 }
+
+QStringList LinhasDePecas() {
+    return {
+        u"INSERT INTO FOTOPECAPESQUISA (CodigoFotoPecaPesquisa, DescricaoFotoPecaPesquisa, "
+        "ArquivoFotoPecaPesquisa) VALUES (1, 'Válvulas', 'valvulas.png')"_s,
+        u"INSERT INTO FOTOPECAPESQUISA (CodigoFotoPecaPesquisa, DescricaoFotoPecaPesquisa, "
+        "ArquivoFotoPecaPesquisa) VALUES (2, 'Cilindros', 'cilindros.png')"_s,
+        u"INSERT INTO FOTOPECAPESQUISA (CodigoFotoPecaPesquisa, DescricaoFotoPecaPesquisa, "
+        "ArquivoFotoPecaPesquisa) VALUES (3, 'Molas', 'molas.png')"_s,
+        u"UPDATE PECA SET CodigoFotoPecaPesquisa = 1, ArquivoFotoPeca = 'peca1.png' "
+        "WHERE CodigoPeca = 1"_s,
+        u"UPDATE PECA SET CodigoFotoPecaPesquisa = 1 WHERE CodigoPeca = 2"_s,
+        u"INSERT INTO PECA_COMPONENTE (CodigoPeca, ItemComponente, CodigoComponente, "
+        "QuantidadeComponente) VALUES (1, '   1', 3, 1)"_s,
+        u"INSERT INTO PECA_COMPONENTE (CodigoPeca, ItemComponente, CodigoComponente, "
+        "QuantidadeComponente) VALUES (1, '   2', 1, 4)"_s,
+        u"INSERT INTO PECA_COMPONENTE (CodigoPeca, ItemComponente, CodigoComponente, "
+        "QuantidadeComponente) VALUES (1, '  12a', 2, 2)"_s,
+        u"INSERT INTO PECA_COMPONENTE (CodigoPeca, ItemComponente, CodigoComponente, "
+        "QuantidadeComponente) VALUES (1, ' 100', 2, NULL)"_s,
+        u"INSERT INTO PECA_COMPONENTE (CodigoPeca, ItemComponente, CodigoComponente, "
+        "QuantidadeComponente) VALUES (2, '   1', 3, 1)"_s,
+        u"INSERT INTO PECA_COMPONENTE_JOGOREPARO (CodigoPeca, ItemComponente, CodigoJogoReparo) "
+        "VALUES (1, '  12a', 1)"_s,
+        u"INSERT INTO PECA_COMPONENTE_JOGOREPARO (CodigoPeca, ItemComponente, CodigoJogoReparo) "
+        "VALUES (1, '  12a', 2)"_s,
+        u"INSERT INTO PECA_COMPONENTE_JOGOREPARO (CodigoPeca, ItemComponente, CodigoJogoReparo) "
+        "VALUES (1, ' 100', 2)"_s,
+        u"INSERT INTO VEICULO_PECA (CodigoVeiculo, CodigoPeca) VALUES (1, 1)"_s,
+        u"INSERT INTO REFERENCIACRUZADA (CodigoClienteConcorrente, NumeroTarvo, "
+        "NumeroClienteConcorrente) VALUES (7, 'A3400', 'B9')"_s,
+        u"INSERT INTO REFERENCIACRUZADA (CodigoClienteConcorrente, NumeroTarvo, "
+        "NumeroClienteConcorrente) VALUES (7, 'A3400', 'B2')"_s,
+    };
+}

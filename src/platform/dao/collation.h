@@ -9,7 +9,7 @@ namespace dao::collation {
 
 inline constexpr char Name[] = "TARVO";
 
-int Compare(QStringView a, QStringView b);           // <0, 0, >0
+int Compare(QStringView a, QStringView b);  // <0, 0, >0
 int CompareUtf8(const char* a, qsizetype aLength, const char* b, qsizetype bLength);
 
 // `text LIKE pattern` with * ? # [list] [!list] and ranges; case folded, accents minded. Throws

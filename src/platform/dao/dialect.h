@@ -18,15 +18,15 @@ struct ColumnInfo {
     QString name;
     QString declaredType;  // as in the table's definition
     bool notNull = false;
-    int primaryKey = 0;    // 1-based place in the key, 0: none
+    int primaryKey = 0;  // 1-based place in the key, 0: none
 };
 
 struct TableInfo {
     QString name;
     bool isView = false;
     QList<ColumnInfo> columns;
-    QString definition;        // the CREATE text that the engine keeps
-    QStringList indexes;       // the CREATE INDEX texts
+    QString definition;   // the CREATE text that the engine keeps
+    QStringList indexes;  // the CREATE texts of its indexes and triggers
 };
 
 // What the translator may ask of the database: the definition of a table, without regard to case.
@@ -55,7 +55,8 @@ Translation Translate(const QString& text, const Schema& schema);
 class Criterion {
 public:
     using ColumnReader = std::function<QVariant(int column)>;
-    // `columns` are the result's names; throws 3061 for a name that is none of them, 3075 for syntax.
+    // `columns` are the result's names; throws 3061 for a name that is none of them, 3075 for
+    // syntax.
     Criterion(const QString& text, const QStringList& columns);
     ~Criterion();
     // Null is not met.

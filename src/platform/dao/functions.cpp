@@ -5,6 +5,7 @@
 #include "platform/dao/errors.h"
 #include "platform/dao/functiontable.h"
 #include "platform/dao/pattern.h"
+#include "platform/dao/sqlite.h"
 
 #include <QString>
 
@@ -166,6 +167,20 @@ void KeepFinal(sqlite3_context* context) {
     sqlite3_value_free(kept->value);
 }
 
+// 1 when the time of the present slice of reading is over. Called for every row that is passed by,
+// so it looks at the clock only now and then.
+void CallPulse(sqlite3_context* context, int, sqlite3_value**) {
+    constexpr unsigned CallsPerLook = 16;
+    static unsigned calls = 0;
+    static bool over = false;
+    if (over || ++calls % CallsPerLook == 0) {
+        const Connection& connection = Connection::Of(sqlite3_context_db_handle(context));
+        over = connection.Deadline() != Connection::Clock::time_point::max() &&
+               Connection::Clock::now() >= connection.Deadline();
+    }
+    sqlite3_result_int(context, over ? 1 : 0);
+}
+
 int CompareCallback(void*, int aLength, const void* a, int bLength, const void* b) {
     return collation::CompareUtf8(static_cast<const char*>(a), aLength, static_cast<const char*>(b),
                                   bLength);
@@ -216,6 +231,9 @@ void RegisterFunctions(sqlite3* handle) {
         Check(sqlite3_create_function_v2(handle, operation.name, 2, Flags | SQLITE_DETERMINISTIC,
                                          nullptr, operation.call, nullptr, nullptr, nullptr));
     }
+    // Not for what lies in the file (views, say): it belongs to one reading.
+    Check(sqlite3_create_function_v2(handle, "dao_pulse", 0, SQLITE_UTF8 | SQLITE_DIRECTONLY,
+                                     nullptr, CallPulse, nullptr, nullptr, nullptr));
     Check(sqlite3_create_function_v2(handle, "dao_first", 1, Flags, nullptr, nullptr,
                                      KeepStep<true>, KeepFinal, nullptr));
     Check(sqlite3_create_function_v2(handle, "dao_last", 1, Flags, nullptr, nullptr,

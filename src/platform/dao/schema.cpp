@@ -1,6 +1,7 @@
 #include "platform/dao/schema.h"
 
 #include "platform/dao/errors.h"
+#include "platform/dao/plan.h"
 #include "platform/dao/savepoint.h"
 
 #include <QFile>
@@ -67,9 +68,10 @@ std::optional<dialect::TableInfo> ReadTable(Connection& connection, const QByteA
                               columns.Int64(2) != 0, static_cast<int>(columns.Int64(3))});
     }
 
-    Statement indexes(connection, "SELECT sql FROM " + schema +
-                                      ".sqlite_schema WHERE type = 'index' AND tbl_name = ?1"
-                                      " AND sql IS NOT NULL ORDER BY name");
+    Statement indexes(connection,
+                      "SELECT sql FROM " + schema +
+                          ".sqlite_schema WHERE type IN ('index', 'trigger') AND tbl_name = ?1"
+                          " AND sql IS NOT NULL ORDER BY name");
     indexes.Bind(1, table.name);
     while (indexes.Step()) {
         table.indexes.append(indexes.Column(0).toString());
@@ -108,7 +110,10 @@ dialect::Translation Prepare(Connection& connection, const QString& sql) {
         }
         return table;
     };
-    dialect::Translation translation = dialect::Translate(sql, schema);
+    const auto count = [&connection](const QByteArray& query) {
+        return connection.Value(query).toLongLong();
+    };
+    dialect::Translation translation = dialect::PlanQuery(sql, schema, count);
     const bool apart = std::any_of(
         CompanionTables.begin(), CompanionTables.end(), [&translation](const char* name) {
             return translation.tables.contains(QLatin1String(name), Qt::CaseInsensitive);

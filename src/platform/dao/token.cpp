@@ -168,7 +168,7 @@ std::vector<Token> Tokenize(const QByteArray& source) {
 }
 
 bool EqualWords(std::string_view a, std::string_view b) {
-    if (a.size() != b.size()) {
+    if (a.size() != b.size() || (!a.empty() && Upper(a[0]) != Upper(b[0]))) {
         return false;
     }
     for (std::size_t i = 0; i < a.size(); ++i) {

@@ -51,6 +51,11 @@ public:
     // As a condition. `met`: only whether it is met matters, Null being the same as false.
     void Condition(const Expr& expr, bool met);
 
+    // For a plan, of a term column LIKE 'text' or column = value: what an index can serve of it,
+    // and what decides. For LIKE the former is only needed, the latter alone is no use to an index.
+    void Range(const Expr& term);
+    void Test(const Expr& term);
+
 private:
     void Operand(const Expr& expr);
     void ConditionOperand(const Expr& expr, bool met);
@@ -77,6 +82,10 @@ private:
     QByteArray out_;
     QStringList tables_;
 };
+
+// The function that makes of a value what a column of this type stores, or empty where the engine
+// does so by itself.
+std::string_view StoringFunction(const QString& declaredType);
 
 // Writes any statement; in writer_change.cpp and writer_definition.cpp.
 Translation WriteStatement(const Statement& statement, const Schema& schema);

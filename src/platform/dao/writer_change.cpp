@@ -97,24 +97,30 @@ constexpr Storing Storings[] = {
     {"DATETIME", "dao_cdate"}, {"DECIMAL(19,4)", "dao_ccur"},
 };
 
-void ChangeWriter::WriteStored(std::string_view table, std::string_view column, const Expr& value) {
-    const bool sameColumn = value.kind == Expr::Kind::Column && EqualWords(value.name, column);
-    const char* function = nullptr;
-    const std::optional<TableInfo> info =
-        sameColumn || value.kind == Expr::Kind::Null ? std::nullopt : InfoOf(schema_, table);
-    if (info) {
-        for (const ColumnInfo& c : info->columns) {
-            if (c.name.compare(ToQString(column), Qt::CaseInsensitive) != 0) {
-                continue;
-            }
-            for (const Storing& storing : Storings) {
-                if (c.declaredType.compare(QLatin1String(storing.type), Qt::CaseInsensitive) == 0) {
-                    function = storing.function;
-                }
-            }
+}  // namespace
+
+std::string_view StoringFunction(const QString& declaredType) {
+    for (const Storing& storing : Storings) {
+        if (declaredType.compare(QLatin1String(storing.type), Qt::CaseInsensitive) == 0) {
+            return storing.function;
         }
     }
-    if (!function) {
+    return {};
+}
+
+namespace {
+
+void ChangeWriter::WriteStored(std::string_view table, std::string_view column, const Expr& value) {
+    const bool sameColumn = value.kind == Expr::Kind::Column && EqualWords(value.name, column);
+    std::string_view function;
+    const std::optional<TableInfo> info =
+        sameColumn || value.kind == Expr::Kind::Null ? std::nullopt : InfoOf(schema_, table);
+    for (const ColumnInfo& c : info ? info->columns : QList<ColumnInfo>()) {
+        if (c.name.compare(ToQString(column), Qt::CaseInsensitive) == 0) {
+            function = StoringFunction(c.declaredType);
+        }
+    }
+    if (function.empty()) {
         writer_.Value(value);
         return;
     }

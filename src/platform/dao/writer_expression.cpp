@@ -32,10 +32,6 @@ std::string_view SignOf(Op op) {
     }
 }
 
-bool IsLogicalOp(Op op) {
-    return op <= Op::GreaterEqual;
-}
-
 bool IsColumn(const Expr& expr) {
     return expr.kind == Expr::Kind::Column;
 }
@@ -65,93 +61,7 @@ bool IsAtom(const Expr& expr) {
     }
 }
 
-Type Common(const Expr& a, const Expr& b) {
-    const Type first = TypeOf(a);
-    const Type second = TypeOf(b);
-    if (first == second || second == Type::Null) {
-        return first;
-    }
-    return first == Type::Null ? second : Type::Unknown;
-}
-
-Type TypeOfCall(const Expr& expr) {
-    const Function* function = FindFunction(expr.text);
-    if (!function) {
-        return Type::Unknown;
-    }
-    if (function->type != Type::Unknown) {
-        return function->type == Type::Logical ? Type::Number : function->type;
-    }
-    const std::size_t count = expr.args.size();
-    if (expr.text == "IIF" && count == 3) {
-        return Common(*expr.args[1], *expr.args[2]);
-    }
-    if (expr.text == "NZ" && count == 2) {
-        return Common(*expr.args[0], *expr.args[1]);
-    }
-    const bool passesOn = function->form == Function::Form::Aggregate ||
-                          function->form == Function::Form::First ||
-                          function->form == Function::Form::Last;
-    return passesOn && count == 1 ? TypeOf(*expr.args[0]) : Type::Unknown;
-}
-
 }  // namespace
-
-bool IsLogical(const Expr& expr) {
-    switch (expr.kind) {
-        case Expr::Kind::Like:
-        case Expr::Kind::In:
-        case Expr::Kind::Between:
-        case Expr::Kind::IsNull:
-        case Expr::Kind::Exists:
-            return true;
-        case Expr::Kind::Unary:
-        case Expr::Kind::Binary:
-            return IsLogicalOp(expr.op);
-        case Expr::Kind::Call:
-            return expr.text == "ISNULL";
-        default:
-            return false;
-    }
-}
-
-Type TypeOf(const Expr& expr) {
-    if (IsLogical(expr)) {
-        return Type::Number;
-    }
-    switch (expr.kind) {
-        case Expr::Kind::Null:
-            return Type::Null;
-        case Expr::Kind::Number:
-        case Expr::Kind::Unary:
-            return Type::Number;
-        case Expr::Kind::Text:
-            return Type::Text;
-        case Expr::Kind::Binary: {
-            if (expr.op == Op::Concat) {
-                return Type::Text;
-            }
-            if (expr.op != Op::Add) {
-                return Type::Number;
-            }
-            const Type left = TypeOf(*expr.args[0]);
-            const Type right = TypeOf(*expr.args[1]);
-            if (left == Type::Number || right == Type::Number) {
-                return Type::Number;
-            }
-            return left == Type::Text && right == Type::Text ? Type::Text : Type::Unknown;
-        }
-        case Expr::Kind::Call:
-            return TypeOfCall(expr);
-        case Expr::Kind::Subquery: {
-            const Query::Arm& arm = expr.query->arms.front();
-            const bool plain = arm.select && arm.select->items.size() == 1;
-            return plain ? TypeOf(*arm.select->items.front().expr) : Type::Unknown;
-        }
-        default:
-            return Type::Unknown;
-    }
-}
 
 void Writer::Name(std::string_view name) {
     Raw("[");
@@ -422,7 +332,10 @@ void Writer::Like(const Expr& expr, bool met) {
         const std::size_t prefix = std::min(wildcard, pattern.text.size());
         // A number below zero begins with a minus sign and sorts the other way round.
         if (!expr.negated && IsColumn(value) && prefix > 0 && pattern.text.front() != '-') {
+            // The range lets the column's index be used, the pattern decides.
             LikePrefix(value, pattern.text, prefix);
+            Raw(" AND ");
+            FunctionOf("dao_like", expr);
             return;
         }
     }
@@ -430,7 +343,6 @@ void Writer::Like(const Expr& expr, bool met) {
     FunctionOf("dao_like", expr);
 }
 
-// The range lets the column's index be used, the pattern decides.
 void Writer::LikePrefix(const Expr& column, const std::string& pattern, std::size_t prefix) {
     const std::string begin = pattern.substr(0, prefix);
     Value(column);
@@ -443,11 +355,24 @@ void Writer::LikePrefix(const Expr& column, const std::string& pattern, std::siz
     Raw(whole ? " <= " : " < ");
     Text(whole ? begin : begin + std::string(LastCharacter));
     Raw(Collation);
-    Raw(" AND dao_like(");
-    Value(column);
-    Raw(", ");
-    Text(pattern);
-    Raw(")");
+}
+
+void Writer::Range(const Expr& term) {
+    if (term.kind == Expr::Kind::Like) {
+        const std::string& pattern = term.args[1]->text;
+        LikePrefix(*term.args[0], pattern, std::min(pattern.find_first_of("*?#["), pattern.size()));
+    } else {
+        Logical(term, true);
+    }
+}
+
+void Writer::Test(const Expr& term) {
+    if (term.kind == Expr::Kind::Like) {
+        const dao::Pattern refusesBadOnes(ToQString(term.args[1]->text));
+        FunctionOf("dao_like", term);
+    } else {
+        Logical(term, true);
+    }
 }
 
 void Writer::In(const Expr& expr) {
@@ -471,84 +396,6 @@ void Writer::Between(const Expr& expr) {
     Operand(*expr.args[1]);
     Raw(" AND ");
     Operand(*expr.args[2]);
-}
-
-void Writer::Call(const Expr& expr) {
-    const Function* function = FindFunction(expr.text);
-    if (!function) {
-        Throw(Failure::UnknownFunction, ToQString(expr.text));
-    }
-    const bool star = !expr.args.empty() && expr.args[0]->kind == Expr::Kind::Star;
-    const auto count = static_cast<int>(expr.args.size());
-    if (count < function->least || count > function->most || (star && expr.text != "COUNT")) {
-        Throw(Failure::SyntaxError, ToQString(expr.text));
-    }
-    switch (function->form) {
-        case Function::Form::Written:
-            WrittenCall(expr);
-            break;
-        case Function::Form::Native:
-            FunctionOf(function->name, expr);
-            break;
-        case Function::Form::Aggregate:
-            Raw(function->name);
-            Raw("(");
-            // Min and Max compare texts.
-            if (star) {
-                Raw("*");
-            } else {
-                CollatedValue(*expr.args[0]);
-            }
-            Raw(")");
-            break;
-        default:
-            Raw("dao_");
-            FunctionOf(function->name, expr);
-    }
-}
-
-void Writer::WrittenCall(const Expr& expr) {
-    const auto& args = expr.args;
-    if (expr.text == "NZ") {
-        Raw("ifnull(");
-        Value(*args[0]);
-        Raw(", ");
-        if (args.size() == 2) {
-            Value(*args[1]);
-        } else {
-            Raw("''");
-        }
-        Raw(")");
-        return;
-    }
-    Raw("CASE");
-    if (expr.text == "CHOOSE") {
-        Raw(" dao_clng(");
-        Value(*args[0]);
-        Raw(")");
-        for (std::size_t i = 1; i < args.size(); ++i) {
-            Raw(" WHEN ");
-            Raw(std::to_string(i));
-            Raw(" THEN ");
-            Value(*args[i]);
-        }
-    } else {  // IIF and SWITCH: condition, value, ...
-        std::size_t i = 0;
-        for (; i + 1 < args.size(); i += 2) {
-            Raw(" WHEN ");
-            Condition(*args[i], true);
-            Raw(" THEN ");
-            Value(*args[i + 1]);
-        }
-        if (i < args.size()) {
-            if (expr.text == "SWITCH") {
-                Throw(Failure::SyntaxError, ToQString(expr.text));
-            }
-            Raw(" ELSE ");
-            Value(*args[i]);
-        }
-    }
-    Raw(" END");
 }
 
 }  // namespace dao::dialect

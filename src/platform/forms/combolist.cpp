@@ -36,6 +36,8 @@ ComboList::ComboList(const QString& name, const QString& accessibleName, QWidget
     : QComboBox(parent) {
     setObjectName(name);
     setAccessibleName(accessibleName);
+    // On Unix the toolkit calls a list by the row that it shows, so that the name would be lost.
+    setAccessibleDescription(accessibleName);
     setAttribute(Qt::WA_NoMousePropagation);
     setMaxVisibleItems(VisibleRows);
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);

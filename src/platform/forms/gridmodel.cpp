@@ -3,6 +3,19 @@
 #include <algorithm>
 #include <limits>
 
+namespace {
+
+// Blanks in front right-align a stored item number, digit below digit. In a proportional letter a
+// blank is narrower than a digit; the figure space is as wide.
+QString WithWideBlanks(QString text) {
+    for (qsizetype i = 0; i < text.size() && text.at(i) == u' '; ++i) {
+        text[i] = QChar(0x2007);
+    }
+    return text;
+}
+
+}  // namespace
+
 namespace forms {
 namespace {
 
@@ -61,7 +74,8 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     const Column& column = columns_[static_cast<std::size_t>(index.column())];
     switch (role) {
         case Qt::DisplayRole:
-            return column.index < 0 ? QString() : recordset_->Text(index.row(), column.index);
+            return column.index < 0 ? QString()
+                                    : WithWideBlanks(recordset_->Text(index.row(), column.index));
         case Qt::TextAlignmentRole:
             return QVariant::fromValue(column.alignment | Qt::AlignVCenter);
         default:

@@ -1,0 +1,40 @@
+#include "partviews/item.h"
+
+#include "platform/convert.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr int LarguraNumero = 4;
+
+QString AlinharADireita(const QString& texto, int largura) {
+    if (texto.size() > largura) {
+        throw Erro(Erro::InvalidArgument);
+    }
+    return texto.rightJustified(largura);
+}
+
+QString NumeroDe(QStringView texto) {
+    const double numero = convert::Val(texto);
+    if (!std::isfinite(numero)) {
+        throw Erro(Erro::InvalidArgument);
+    }
+    return convert::ToTextOrEmpty(numero);
+}
+
+}  // namespace
+
+QString FormatarItem(const QString& texto) {
+    const QString item = texto.trimmed();
+    const bool comLetra = item.size() >= 2 && !(item.back() >= u'0' && item.back() <= u'9');
+    if (!comLetra) {
+        return AlinharADireita(NumeroDe(item), LarguraNumero);
+    }
+    return AlinharADireita(NumeroDe(QStringView(item).chopped(1)) + item.back().toLower(),
+                           LarguraNumero + 1);
+}
+
+QString CampoDeSelecao(QChar letra, const QString& valor) {
+    return letra + QStringLiteral(":") + valor + u':' + letra;
+}

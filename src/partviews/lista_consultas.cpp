@@ -1,0 +1,149 @@
+// The queries of the component list: its rows, its kit filter, and the kits of one item.
+
+#include "partviews/lista_pecas.h"
+#include "platform/convert.h"
+#include "session/global.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qint32 TodosOsComponentes = -5;
+
+}  // namespace
+
+bool frmListaPecas::ListaVazia() const {
+    const dao::Recordset* lista = dtcListaPecas->GetRecordset();
+    return !lista || lista->Eof();
+}
+
+QString frmListaPecas::OrdemAtual() const {
+    return grdListaPecas->Tag.isEmpty() ? u"1"_s : grdListaPecas->Tag;
+}
+
+QString frmListaPecas::ItemAtual() const {
+    return convert::ToText(dtcListaPecas->GetRecordset()->Fields(u"ItemComponente"_s).Value());
+}
+
+// The joins multiply an item by its kits and by its cross references; the grouping folds them back
+// to one row per item. With a kit filter the WHERE turns the left join into an inner one.
+void frmListaPecas::CarregarListaPecas(const QString& Ordem, const QString& ItemProcurado,
+                                       bool Refrescar) {
+    if (!mCarregado) {
+        return;
+    }
+    grdListaPecas->Tag = Ordem;
+    const qint32 jogo = cboMostraNaListaPecas->SelectedItemData();
+    QString sql =
+        u"SELECT "
+        "PECA_COMPONENTE.ItemComponente,"
+        "Min(PECA_COMPONENTE.QuantidadeComponente) AS QuantidadeComponente,"
+        "Min(COMPONENTE.DescricaoComponente) AS DescricaoComponente,"
+        "Min(COMPONENTE.NumeroTarvoComponente) AS NumeroTarvoComponente,"
+        "Min(REFERENCIACRUZADA1.NumeroClienteConcorrente) AS NumeroClienteConcorrente,"
+        "IIF(IsNull(Min(PECA_COMPONENTE_JOGOREPARO.CodigoJogoReparo)),'N','S') "
+        "AS FazParteJogoReparo "
+        "FROM "
+        "((PECA_COMPONENTE "
+        "LEFT JOIN PECA_COMPONENTE_JOGOREPARO "
+        "ON PECA_COMPONENTE.CodigoPeca = PECA_COMPONENTE_JOGOREPARO.CodigoPeca "
+        "AND PECA_COMPONENTE.ItemComponente = PECA_COMPONENTE_JOGOREPARO.ItemComponente) "
+        "INNER JOIN COMPONENTE "
+        "ON PECA_COMPONENTE.CodigoComponente = COMPONENTE.CodigoComponente) "
+        "LEFT JOIN REFERENCIACRUZADA1 "
+        "ON COMPONENTE.NumeroTarvoComponente = REFERENCIACRUZADA1.NumeroTarvo "
+        "WHERE "
+        "PECA_COMPONENTE.CodigoPeca = "_s +
+        QString::number(gCodigoPeca) + u' ';
+    if (jogo >= 1) {
+        sql +=
+            u"AND PECA_COMPONENTE_JOGOREPARO.CodigoJogoReparo = "_s + QString::number(jogo) + u' ';
+    }
+    sql +=
+        u"GROUP BY "
+        "PECA_COMPONENTE.ItemComponente "
+        "ORDER BY "_s +
+        Ordem;
+    dtcListaPecas->SetRecordSource(sql);
+    if (Refrescar) {
+        dtcListaPecas->Refresh();
+    }
+    if (!ItemProcurado.isEmpty()) {
+        dtcListaPecas->GetRecordset()->FindFirst(u"ItemComponente = '"_s + ItemProcurado + u'\'');
+    }
+}
+
+// The panel keeps its old rows while it is hidden.
+void frmListaPecas::CarregarJogosReparo() {
+    const dao::Recordset* lista = dtcListaPecas->GetRecordset();
+    if (convert::ToText(lista->Fields(u"FazParteJogoReparo"_s).Value()) == u"N") {
+        pctJogosReparo->hide();
+        return;
+    }
+    dtcJogosReparoComponente->SetRecordSource(
+        u"SELECT "
+        "JOGOREPARO.DescricaoJogoReparo,"
+        "JOGOREPARO.NumeroTarvoJogoReparo,"
+        "REFERENCIACRUZADA1.NumeroClienteConcorrente,"
+        "PECA_COMPONENTE_JOGOREPARO.CodigoJogoReparo "
+        "FROM "
+        "(PECA_COMPONENTE_JOGOREPARO "
+        "INNER JOIN JOGOREPARO "
+        "ON PECA_COMPONENTE_JOGOREPARO.CodigoJogoReparo = JOGOREPARO.CodigoJogoReparo) "
+        "LEFT JOIN REFERENCIACRUZADA1 "
+        "ON JOGOREPARO.NumeroTarvoJogoReparo = REFERENCIACRUZADA1.NumeroTarvo "
+        "WHERE "
+        "PECA_COMPONENTE_JOGOREPARO.CodigoPeca = "_s +
+        QString::number(gCodigoPeca) +
+        u" "
+        "AND "
+        "PECA_COMPONENTE_JOGOREPARO.ItemComponente = '"_s +
+        ItemAtual() +
+        u"' "
+        "ORDER BY 1"_s);
+    dtcJogosReparoComponente->Refresh();
+    pctJogosReparo->show();
+}
+
+void frmListaPecas::PreencherJogos() {
+    const auto jogos = gDB->OpenRecordset(
+        u"SELECT DISTINCT "
+        "PECA_COMPONENTE_JOGOREPARO.CodigoJogoReparo, "
+        "JOGOREPARO.DescricaoJogoReparo "
+        "FROM "
+        "PECA_COMPONENTE_JOGOREPARO "
+        "INNER JOIN JOGOREPARO "
+        "ON PECA_COMPONENTE_JOGOREPARO.CodigoJogoReparo = JOGOREPARO.CodigoJogoReparo "
+        "WHERE "
+        "PECA_COMPONENTE_JOGOREPARO.CodigoPeca = "_s +
+            QString::number(gCodigoPeca) +
+            u" "
+            "ORDER BY "
+            "2"_s,
+        dao::dbOpenForwardOnly);
+    for (; !jogos->Eof(); jogos->MoveNext()) {
+        cboMostraNaListaPecas->AddItem(convert::ToTextOrEmpty(jogos->Fields(1).Value()),
+                                       convert::ToInt32(jogos->Fields(0).Value()));
+    }
+    cboMostraNaListaPecas->AddItem(u"TODOS OS COMPONENTES"_s, TodosOsComponentes);
+    cboMostraNaListaPecas->SetListIndex(cboMostraNaListaPecas->ListCount() - 1);
+}
+
+void frmListaPecas::PreencherTitulo() {
+    const auto peca = gDB->OpenRecordset(
+        u"SELECT "
+        "DescricaoPeca, "
+        "NumeroTarvoPeca "
+        "FROM "
+        "PECA "
+        "WHERE "
+        "CodigoPeca = "_s +
+            QString::number(gCodigoPeca),
+        dao::dbOpenForwardOnly);
+    if (peca->Eof()) {
+        return;
+    }
+    lblInf->SetText(u"Peça: "_s + convert::ToTextOrEmpty(peca->Fields(0).Value()) +
+                    QString(8, u' ') + u"Nº Tarvo: "_s +
+                    convert::ToTextOrEmpty(peca->Fields(1).Value()));
+}

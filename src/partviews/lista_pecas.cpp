@@ -1,0 +1,121 @@
+#include "partviews/lista_pecas.h"
+
+#include "partviews/clientes.h"
+#include "partviews/item.h"
+#include "partviews/resultado_pesquisa.h"
+#include "platform/convert.h"
+#include "platform/forms/application.h"
+#include "platform/forms/msgbox.h"
+#include "search/pesquisa.h"
+#include "session/banco.h"
+#include "session/global.h"
+#include "session/modulo.h"
+
+using namespace Qt::StringLiterals;
+
+frmListaPecas::frmListaPecas() : Tela(Nome, Kind::Screen, QSize(800, 600), u"lista"_s) {
+    setWindowTitle(TituloCatalogo);
+    CriarControles();
+    LigarEventos();
+}
+
+void frmListaPecas::Load() {
+    PosicionarControles();
+    mCarregado = false;
+    PreencherClientes(*cboNumeroClienteConcorrenteComponente);
+    PreencherJogos();
+    PreencherTitulo();
+    dtcListaPecas->SetDatabaseName(gCaminho + u"Tarvo.mdb"_s);
+    dtcJogosReparoComponente->SetDatabaseName(gCaminho + u"Tarvo.mdb"_s);
+    mCarregado = true;
+    CarregarListaPecas(u"3"_s, QString(), false);
+}
+
+void frmListaPecas::Activate() {
+    forms::DoEvents();
+    GravarClienteConcorrente(cboNumeroClienteConcorrenteComponente->SelectedItemData());
+}
+
+void frmListaPecas::LigarEventos() {
+    ApagarSobre<Form>(this);
+    ApagarSobre(pctJogosReparo);
+    for (const Caixa& caixa : caixas_) {
+        LigarCaixa(caixa);
+    }
+    connect(grdListaPecas, &forms::BoundGrid::RowColChange, this, &frmListaPecas::AoMudarItem);
+    connect(grdListaPecas, &forms::BoundGrid::DblClick, this, &frmListaPecas::AbrirFigura);
+    connect(cboMostraNaListaPecas, &forms::ComboList::Click, this, &frmListaPecas::AoEscolherJogo);
+    connect(cboNumeroClienteConcorrenteComponente, &forms::ComboList::Click, this,
+            &frmListaPecas::AoEscolherCliente);
+    AoClicar(u"imgFiguraDetalhadaFundo"_s, [this] { AbrirFigura(); });
+    AoClicar(u"imgResultadoPesquisaFundo"_s, [this] { VoltarResultado(); });
+    AoClicar(u"imgPesquisaFundo"_s, [this] { VoltarPesquisa(); });
+}
+
+// Entering a box sorts by its column and keeps the cursor on its item; each change of its text goes
+// to the first row at or behind it, or to the last row.
+void frmListaPecas::LigarCaixa(const Caixa& caixa) {
+    connect(caixa.caixa, &forms::TextBox::GotFocus, this, [this, caixa] {
+        if (!ListaVazia()) {
+            CarregarListaPecas(caixa.ordem, ItemAtual(), true);
+        }
+    });
+    connect(caixa.caixa, &forms::TextBox::Change, this, [this, caixa] {
+        if (ListaVazia()) {
+            return;
+        }
+        dao::Recordset* lista = dtcListaPecas->GetRecordset();
+        lista->FindFirst(caixa.coluna + u" >= '"_s + caixa.valor(caixa.caixa->text()) + u'\'');
+        if (lista->NoMatch()) {
+            lista->MoveLast();
+        }
+    });
+}
+
+void frmListaPecas::AoMudarItem(const dao::Bookmark& anterior) {
+    if (ListaVazia()) {
+        pctJogosReparo->hide();
+        return;
+    }
+    if (grdListaPecas->CurrentBookmark() != anterior) {
+        CarregarJogosReparo();
+    }
+}
+
+void frmListaPecas::AoEscolherJogo() {
+    CarregarListaPecas(OrdemAtual(), QString(), true);
+}
+
+// With an empty list the choice is stored by the next activation only.
+void frmListaPecas::AoEscolherCliente() {
+    const qint32 codigo = cboNumeroClienteConcorrenteComponente->SelectedItemData();
+    if (!mCarregado) {
+        GravarClienteConcorrente(codigo);
+    } else if (!ListaVazia()) {
+        GravarClienteConcorrente(codigo);
+        CarregarListaPecas(OrdemAtual(), ItemAtual(), true);
+    }
+    lblNumeroClienteConcorrente->SetText(cboNumeroClienteConcorrenteComponente->Text());
+}
+
+void frmListaPecas::AbrirFigura() {
+    if (!PossuiFiguraDetalhada(gCodigoPeca)) {
+        forms::MsgBox(u"Essa Peça não possui Figura Detalhada."_s, forms::vbInformation,
+                      TituloCatalogo);
+    }
+}
+
+void frmListaPecas::VoltarResultado() {
+    forms::SetMousePointer(forms::vbHourglass);
+    UnicaInstancia<frmResultadoPesquisa>().SetVisible(true);
+    Unload();
+    forms::SetMousePointer(forms::vbDefault);
+}
+
+void frmListaPecas::VoltarPesquisa() {
+    forms::SetMousePointer(forms::vbHourglass);
+    UnicaInstancia<frmResultadoPesquisa>().Unload();
+    gFrmPesquisa->SetVisible(true);
+    Unload();
+    forms::SetMousePointer(forms::vbDefault);
+}

@@ -1,0 +1,124 @@
+// From a row of any of the three searches to the part views.
+
+#include "partviews/resultado_pesquisa.h"
+#include "platform/convert.h"
+#include "platform/forms/application.h"
+#include "platform/forms/msgbox.h"
+#include "search/pesquisa.h"
+#include "session/banco.h"
+#include "session/global.h"
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int LarguraCodigo = 6;
+const QString SeparadorTitulo(15, u' ');
+
+struct Especie {
+    const char16_t* tipo;
+    const char16_t* codigo;
+    const char16_t* prefixo;
+};
+
+constexpr Especie Especies[] = {
+    {u"COMPONENTE", u"COM", u"Componente: "},
+    {u"JOGO DE REPARO", u"JRE", u"Jogo de Reparo: "},
+    {u"PEÇA", u"PCA", u"Peça: "},
+};
+
+QString Campo(dao::Recordset* linhas, const QString& nome) {
+    return convert::ToTextOrEmpty(linhas->Fields(nome).Value());
+}
+
+bool SemLinha(dao::Recordset* linhas) {
+    if (linhas && !linhas->Eof()) {
+        return false;
+    }
+    forms::MsgBox(u"Nenhum item selecionado."_s, forms::vbCritical, TituloCatalogo);
+    return true;
+}
+
+}  // namespace
+
+// The reference to a row: its kind, its code in a field of exactly six characters (longer codes are
+// cut, as the next screen reads six), and the next screen's title.
+struct frmPesquisa::Referencia {
+    QString tipo;
+    QString codigo;
+    QString titulo;
+
+    void PorCodigo(const QString& texto) {
+        codigo = texto.left(LarguraCodigo).leftJustified(LarguraCodigo);
+    }
+};
+
+std::optional<frmPesquisa::Referencia> frmPesquisa::ReferenciaDaPeca() const {
+    dao::Recordset* linhas = dtcPesquisa1->GetRecordset();
+    if (SemLinha(linhas)) {
+        return std::nullopt;
+    }
+    Referencia referencia;
+    const QString tipo = Campo(linhas, u"Tipo"_s).trimmed().toUpper();
+    QString prefixo;
+    for (const Especie& especie : Especies) {
+        if (tipo == QString::fromUtf16(especie.tipo)) {
+            referencia.tipo = QString::fromUtf16(especie.codigo);
+            prefixo = QString::fromUtf16(especie.prefixo);
+        }
+    }
+    referencia.PorCodigo(Campo(linhas, u"Codigo"_s));
+    referencia.titulo = prefixo + Campo(linhas, u"Descricao"_s) + SeparadorTitulo +
+                        u"Nº Tarvo: "_s + Campo(linhas, u"NumeroTarvo"_s);
+    return referencia;
+}
+
+std::optional<frmPesquisa::Referencia> frmPesquisa::ReferenciaDoVeiculo() const {
+    dao::Recordset* linhas = dtcPesquisa2->GetRecordset();
+    if (SemLinha(linhas)) {
+        return std::nullopt;
+    }
+    Referencia referencia;
+    referencia.tipo = u"VEI"_s;
+    referencia.PorCodigo(Campo(linhas, u"Codigo"_s));
+    referencia.titulo = u"Veículo: "_s + Campo(linhas, u"Veiculo"_s) + SeparadorTitulo +
+                        u"Fabricante: "_s + Campo(linhas, u"Fabricante"_s);
+    return referencia;
+}
+
+std::optional<frmPesquisa::Referencia> frmPesquisa::ReferenciaDaFigura() const {
+    const Figura& figura = LinhaDaGaleria(mFiguraSelecionada);
+    Referencia referencia;
+    referencia.tipo = u"FPC"_s;
+    referencia.PorCodigo(figura.codigo);
+    referencia.titulo = u"Figura: "_s + figura.descricao;
+    return referencia;
+}
+
+void frmPesquisa::AbrirResultado(int aba) {
+    // Only vehicle makers, marked by the digit 1, travel to the part views.
+    const qint32 dados = cboNumeroClienteConcorrente->SelectedItemData();
+    gCodigoClienteConcorrente = QString::number(dados).startsWith(u'1') && dados >= 1
+                                    ? CodigoClienteSelecionado()
+                                    : SemCliente;
+
+    static constexpr std::array leitores = {&frmPesquisa::ReferenciaDaPeca,
+                                            &frmPesquisa::ReferenciaDoVeiculo,
+                                            &frmPesquisa::ReferenciaDaFigura};
+    const std::optional<Referencia> referencia = (this->*leitores.at(size_t(aba)))();
+    if (!referencia) {
+        return;
+    }
+    if (!CodigoEmUso(referencia->tipo, convert::ToInt32(referencia->codigo))) {
+        forms::MsgBox(u"Nenhuma Peça faz referência ao item selecionado."_s, forms::vbInformation,
+                      TituloCatalogo);
+        return;
+    }
+    ParametroFormulario = referencia->tipo + referencia->codigo + referencia->titulo;
+    forms::SetMousePointer(forms::vbHourglass);
+    UnicaInstancia<frmResultadoPesquisa>().Show();
+    SetVisible(false);
+    forms::SetMousePointer(forms::vbDefault);
+}
