@@ -146,7 +146,7 @@ private:
                 if (i == 0 || !gaps.Percent(PercentWithoutList)) {
                     AddList(list, part, i == 0 ? items : ItemsOfPart(items, part, stock_, seed_),
                             gaps);
-                    AddKitItems(kitItems, part, items, kits);
+                    AddKitItems(kitItems, construction, i, items, kits);
                 }
             }
         }
@@ -178,11 +178,15 @@ private:
         }
     }
 
-    void AddKitItems(Rows& rows, quint32 part, const std::vector<Item>& items,
-                     const std::vector<Kit>& kits) {
+    void AddKitItems(Rows& rows, const Construction& construction, quint32 ordinal,
+                     const std::vector<Item>& items, const std::vector<Kit>& kits) {
         for (const Kit& kit : kits) {
+            if (kit.onlyFor && *kit.onlyFor != ordinal) {
+                continue;
+            }
             for (const size_t item : kit.items) {
-                rows.Add(CodeOf(part), items[item].number, CodeOf(kit.kit));
+                rows.Add(CodeOf(construction.firstPart + ordinal), items[item].number,
+                         CodeOf(kit.kit));
             }
         }
     }

@@ -29,7 +29,7 @@ constexpr std::array<Component, static_cast<size_t>(ComponentKind::Count)> compo
     {Coifa, Class::Seal, 1, u"Coifa {protetora|da haste|da alavanca} {14..60/2} mm"},
     {Membrana, Class::Membrane, 1, u"Membrana {|superior |inferior |central }{44..180/2} mm"},
     {Diafragma, Class::Membrane, 1,
-     u"Diafragma tipo {9|12|14|16|20|24|30|36}{| reforçado| longa vida}"},
+     u"Diafragma tipo {9|12|14|16|20|24|30|36}{|, reforçado|, longa vida}"},
     {DiscoValvula, Class::Membrane, 1, u"Disco da válvula {18..64/2} mm"},
     {MolaCompressao, Class::Spring, 1, u"Mola de compressão {8..52/0,5} x {18..90/2}"},
     {MolaConica, Class::Spring, 1, u"Mola cônica {16..48/1} x {20..70/2}"},

@@ -32,8 +32,8 @@ constexpr Family families[] = {
      u"sensor}{rosca:|, M12x1,5|, M16x1,5}",
      u"servo de embreagem {diâmetro} mm", Bill::Booster, 28, Motor, Finish::Aluminium},
     {u"servofreio", u"Servofreios", u"SF",
-     u"Servofreio {comando:hidropneumático|a vácuo} {diâmetro:6|7|8|9|10} pol.{variante:| duplo| "
-     u"c/ cilindro mestre}",
+     u"Servofreio{tipo:| duplo} {comando:hidropneumático|a vácuo} {diâmetro:6|7|8|9|10} "
+     u"pol.{variante:| c/ cilindro mestre}",
      u"servofreio {comando} {diâmetro} pol.", Bill::Booster, 20, Motor, Finish::Black},
     {u"cilindro-freio-motor", u"Cilindros do freio motor", u"CT",
      u"Cilindro do freio motor {diâmetro:30|32|35|40} x {curso:25|35|40|50|65} mm{variante:| c/ "

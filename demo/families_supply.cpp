@@ -41,8 +41,8 @@ constexpr Family families[] = {
      u"mm{material:|, alumínio}",
      nullptr, Bill::None, 28, Any, Finish::Black},
     {u"reservatorio-fluido", u"Reservatórios de fluido de freio", u"RF",
-     u"Reservatório de fluido {volume:0,25|0,4|0,5|0,75|1} l{variante:| c/ sensor de nível| c/ "
-     u"filtro| duplo}",
+     u"Reservatório de fluido{tipo:| duplo} {volume:0,25|0,4|0,5|0,75|1} l{variante:| c/ sensor de "
+     u"nível| c/ filtro}",
      nullptr, Bill::None, 14, Motor, Finish::Plastic},
     {u"manometro", u"Manômetros", u"MN",
      u"Manômetro {variante:simples|duplo} 0 a {pressão:10|12|16} bar, {diâmetro:52|60} "

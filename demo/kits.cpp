@@ -72,7 +72,7 @@ std::vector<Kit> KitPlan::KitsOfNext(const Construction& construction,
     for (const KitKind& kind : KitsOf(family.bill)) {
         std::vector<size_t> chosen = ItemsFor(kind, items);
         if (!chosen.empty()) {
-            possible.push_back({0, std::move(chosen)});
+            possible.push_back({0, std::move(chosen), {}});
             descriptions.push_back(Describe(kind, noun));
         }
     }
@@ -85,7 +85,11 @@ std::vector<Kit> KitPlan::KitsOfNext(const Construction& construction,
             continue;
         }
         const size_t choice = i % possible.size();
-        kits.push_back({given_, possible[choice].items});
+        const size_t round = i / possible.size();
+        kits.push_back({given_, possible[choice].items, {}});
+        if (round > 0) {
+            kits.back().onlyFor = static_cast<quint32>((round - 1) % construction.parts);
+        }
         descriptions_[given_] = descriptions[choice];
     }
     if (kits.empty()) {
@@ -97,7 +101,7 @@ std::vector<Kit> KitPlan::KitsOfNext(const Construction& construction,
     const quint32 first = kits.front().kit;
     if (previousRepairKit_ && previousDescription_ == descriptions_[first] &&
         random.Percent(PercentShared)) {
-        kits.push_back({*previousRepairKit_, kits.front().items});
+        kits.push_back({*previousRepairKit_, kits.front().items, {}});
     }
     previousRepairKit_ = first;
     previousDescription_ = descriptions_[first];

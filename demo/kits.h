@@ -14,6 +14,7 @@ namespace demo {
 struct Kit {
     quint32 kit = 0;  // zero-based
     std::vector<size_t> items;
+    std::optional<quint32> onlyFor;  // one part of the construction; none: all of them
 };
 
 // Hands the kits out to the constructions that are repaired at all.

@@ -7,6 +7,8 @@
 #include "support/windows.h"
 
 #include <QPointer>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 
@@ -298,6 +300,11 @@ private Q_SLOTS:
         QCOMPARE(screen->Picture()->geometry(), QRect(133, 0, 800, 600));
         screen->resize(800, 600);
         QCOMPARE(screen->Picture()->geometry(), QRect(0, 0, 800, 600));
+        screen->resize(640, 480);  // whole, behind scroll bars
+        QCOMPARE(screen->Picture()->geometry(), QRect(0, 0, 800, 600));
+        auto* area = screen->findChild<QScrollArea*>();
+        QVERIFY(area->verticalScrollBar()->maximum() >= 120);
+        QVERIFY(area->horizontalScrollBar()->maximum() >= 160);
     }
 
     void UntrappedErrorEndsTheProgramInOrder() {

@@ -56,7 +56,8 @@ class ProgramTest(unittest.TestCase):
         catalogue.click(634, 161)
         catalogue.await_node("text", "Nº Tarvo")
         catalogue.type(text)
-        wait("rows", lambda: catalogue.find("table", "Resultado da pesquisa").rows())
+        grid = catalogue.await_node("table", "Resultado da pesquisa")
+        wait("rows", grid.rows)
 
     def expect_box_then_end(self, catalogue, process, beginning):
         """The error box with this beginning, and the end of the program once it is answered."""

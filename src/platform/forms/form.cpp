@@ -14,6 +14,7 @@
 #include <QPointer>
 #include <QScopedValueRollback>
 #include <QScreen>
+#include <QScrollArea>
 #include <QTimer>
 #include <QWindow>
 
@@ -50,10 +51,17 @@ Qt::WindowFlags FlagsOf(Form::Kind kind) {
 // Everything of the window that is no control: the drawing and the plain colour around it.
 class Form::Backdrop : public Zone {
 public:
-    explicit Backdrop(Form* form) : Zone({}, form), form_(form) {}
+    explicit Backdrop(Form* form) : Zone({}, form), form_(form) {
+        setMinimumSize(form->designSize_);
+    }
     QColor colour;
 
 protected:
+    void resizeEvent(QResizeEvent*) override {
+        const QSize free = size() - form_->designSize_;
+        form_->picture_->move(free.width() / 2, free.height() / 2);
+    }
+
     void paintEvent(QPaintEvent*) override {
         QPainter painter(this);
         painter.fillRect(rect(), colour);
@@ -66,6 +74,21 @@ protected:
 
 private:
     Form* form_;
+};
+
+// On a screen too small for the picture the user reaches the rest with scroll bars: the toolkit
+// enlarges evenly, but does not make smaller.
+class Form::Surface : public QScrollArea {
+public:
+    Surface(Form* form, QWidget* backdrop) : QScrollArea(form) {
+        setFrameShape(QFrame::NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+        setWidgetResizable(true);
+        setWidget(backdrop);
+    }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override { event->ignore(); }  // they are the form's
 };
 
 Form::Form(const QString& name, Kind kind, QSize designSize, const QString& artwork)
@@ -83,13 +106,12 @@ Form::Form(const QString& name, Kind kind, QSize designSize, const QString& artw
     picture_ = new QWidget(backdrop_);
     picture_->setMouseTracking(true);
     picture_->resize(designSize);
+
+    surface_ = new Surface(this, backdrop_);
     // Without this the toolkit would give the keyboard to the first box, and entering a box has
     // meaning on some screens.
     picture_->setFocus();
-
-    if (kind == Kind::Screen) {
-        setMinimumSize(designSize);
-    } else {
+    if (kind != Kind::Screen) {
         setFixedSize(designSize);
     }
 }
@@ -244,10 +266,12 @@ void Form::PlaceOnScreen() {
         move(area.center() - rect().center());
         return;
     }
-    // The state alone would do where a window manager runs; the geometry does where none does.
-    if (!isMaximized()) {
-        setGeometry(area);
-        setWindowState(windowState() | Qt::WindowMaximized);
+    // Where panels of the desktop leave too little, the picture goes over them. The state alone
+    // would do where a window manager runs; the geometry does where none does.
+    const bool tight = area.width() < designSize_.width() || area.height() < designSize_.height();
+    if (!isMaximized() && !isFullScreen()) {
+        setGeometry(tight ? place->geometry() : area);
+        setWindowState(windowState() | (tight ? Qt::WindowFullScreen : Qt::WindowMaximized));
     }
 }
 
@@ -273,9 +297,7 @@ bool Form::event(QEvent* event) {
 
 void Form::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    backdrop_->resize(size());
-    picture_->move(std::max((width() - designSize_.width()) / 2, 0),
-                   std::max((height() - designSize_.height()) / 2, 0));
+    surface_->resize(size());
 }
 
 void Form::keyPressEvent(QKeyEvent* event) {

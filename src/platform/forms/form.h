@@ -79,6 +79,7 @@ protected:
 
 private:
     class Backdrop;
+    class Surface;
 
     void EnsureLoaded();
     void PlaceOnScreen();
@@ -88,6 +89,7 @@ private:
     Kind kind_;
     QSize designSize_;
     Backdrop* backdrop_ = nullptr;
+    Surface* surface_ = nullptr;
     QWidget* picture_ = nullptr;
     std::shared_ptr<Artwork> background_;
     QEventLoop* modalLoop_ = nullptr;

@@ -10,12 +10,9 @@
 namespace forms {
 
 double ScaleFor(QSize available) {
-    if (available.isEmpty()) {
-        return 1;
-    }
     const double scale = std::min(double(available.width()) / PictureSize.width(),
                                   double(available.height()) / PictureSize.height());
-    return std::max(std::floor(scale * 1000 + 1e-6) / 1000, 0.1);
+    return std::max(std::floor(scale * 1000 + 1e-6) / 1000, 1.0);
 }
 
 bool PrepareScale(int argc, char** argv) {

@@ -1,0 +1,209 @@
+#include "linework.h"
+
+#include <algorithm>
+#include <array>
+
+namespace render {
+namespace {
+
+constexpr float Crease = 0.16f;    // 1 - cos of about 33 degrees
+constexpr float Straight = 0.06f;  // what still counts as one face
+constexpr float StepSamples = 3.5f;
+
+}  // namespace
+
+Linework::Linework(const Buffers& buffers, const std::vector<uint16_t>& elements, float scale)
+    : buffers_(buffers), elements_(elements), sample_(1 / scale), ink_(buffers.samples.size(), 0) {
+    const auto row = static_cast<size_t>(buffers_.width);
+    for (int y = 0; y + 1 < buffers_.height; ++y) {
+        for (int x = 0; x + 1 < buffers_.width; ++x) {
+            const size_t at = buffers_.Index(x, y);
+            Borders(x, y, at, 1, true);
+            Borders(x, y, at, row, false);
+        }
+    }
+    Creases(true);
+    Creases(false);
+    DropSpecks();
+}
+
+bool Linework::SameElement(size_t a, size_t b) const {
+    const uint16_t p = buffers_.samples[a].surface;
+    const uint16_t q = buffers_.samples[b].surface;
+    return p == q || (p != 0 && q != 0 && elements_[p] == elements_[q]);
+}
+
+float Linework::Turn(size_t a, size_t b) const {
+    const auto normal = [this](size_t i) {
+        const Sample& s = buffers_.samples[i];
+        return Normalized(
+            Vec3{static_cast<float>(s.x), static_cast<float>(s.y), static_cast<float>(s.z)});
+    };
+    return 1 - Dot(normal(a), normal(b));
+}
+
+// Whether the surface jumps: neither sample lies on the other's tangent plane.
+bool Linework::Step(size_t a, size_t b, bool across) const {
+    const auto slope = [&](size_t i) {
+        const Sample& s = buffers_.samples[i];
+        const auto facing = static_cast<float>(std::max<int16_t>(s.z, 4000));
+        return (across ? -static_cast<float>(s.x) : static_cast<float>(s.y)) / facing * sample_;
+    };
+    const float rise = buffers_.depth[b] - buffers_.depth[a];
+    const float least = StepSamples * sample_;
+    return std::abs(rise - slope(a)) > least && std::abs(rise - slope(b)) > least;
+}
+
+void Linework::Borders(int x, int y, size_t at, size_t stride, bool across) {
+    const size_t next = at + stride;
+    if (buffers_.samples[at].surface == 0 && buffers_.samples[next].surface == 0) {
+        return;
+    }
+    if (SameElement(at, next) && !Step(at, next, across)) {
+        return;
+    }
+    // The line belongs to what lies in front.
+    const bool second = buffers_.depth[next] > buffers_.depth[at];
+    Mark(x + (second && across ? 1 : 0), y + (second && !across ? 1 : 0));
+}
+
+// A crease is drawn where the normal turns between two faces that each go on for a while, at the
+// place where it turns most; so threads too fine for the picture leave no blot.
+void Linework::Creases(bool across) {
+    constexpr int Near = 2;
+    constexpr int Far = 4;
+    const int length = across ? buffers_.width : buffers_.height;
+    const int lines = across ? buffers_.height : buffers_.width;
+    const size_t stride = across ? 1 : static_cast<size_t>(buffers_.width);
+    std::vector<float> turn(static_cast<size_t>(length));
+    for (int line = 0; line < lines; ++line) {
+        std::fill(turn.begin(), turn.end(), 0.0f);
+        const size_t start = across ? buffers_.Index(0, line) : buffers_.Index(line, 0);
+        for (int i = Far; i + Far < length; ++i) {
+            const size_t at = start + static_cast<size_t>(i) * stride;
+            if (buffers_.samples[at].surface == 0) {
+                continue;
+            }
+            const size_t before = at - Near * stride;
+            const size_t after = at + Near * stride;
+            const size_t back = at - Far * stride;
+            const size_t ahead = at + Far * stride;
+            if (!SameElement(at, before) || !SameElement(at, after)) {
+                continue;
+            }
+            const float here = Turn(before, after);
+            if (here < Crease || !SameElement(at, back) || !SameElement(at, ahead) ||
+                Turn(back, before) > Straight || Turn(after, ahead) > Straight) {
+                continue;
+            }
+            turn[static_cast<size_t>(i)] = here;
+        }
+        for (int i = 1; i + 1 < length;) {
+            if (turn[static_cast<size_t>(i)] <= 0) {
+                ++i;
+                continue;
+            }
+            // One mark in the middle of each run.
+            int end = i;
+            while (end + 1 < length && turn[static_cast<size_t>(end + 1)] > 0) {
+                ++end;
+            }
+            const int middle = (i + end) / 2;
+            Mark(across ? middle : line, across ? line : middle);
+            i = end + 1;
+        }
+    }
+}
+
+// Four samples, one pixel, wide.
+void Linework::Mark(int x, int y) {
+    for (int dy = -1; dy <= 2; ++dy) {
+        for (int dx = -1; dx <= 2; ++dx) {
+            const int u = x + dx;
+            const int v = y + dy;
+            const bool corner = (dx == -1 || dx == 2) && (dy == -1 || dy == 2);
+            if (!corner && u >= 0 && v >= 0 && u < buffers_.width && v < buffers_.height) {
+                ink_[buffers_.Index(u, v)] = 1;
+            }
+        }
+    }
+}
+
+// A stroke of less than some pixels that nothing joins is no edge that anybody would draw.
+void Linework::DropSpecks() {
+    constexpr size_t Least = 4 * LineOversampling * 7 * LineOversampling / 4;
+    constexpr uint8_t Visited = 2;
+    std::vector<size_t> speck;
+    const auto row = static_cast<size_t>(buffers_.width);
+    for (size_t start = 0; start < ink_.size(); ++start) {
+        if (ink_[start] != 1) {
+            continue;
+        }
+        speck.assign(1, start);
+        ink_[start] = Visited;
+        for (size_t i = 0; i < speck.size(); ++i) {
+            const size_t at = speck[i];
+            const size_t column = at % row;
+            const auto visit = [&](bool inside, size_t next) {
+                if (inside && ink_[next] == 1) {
+                    ink_[next] = Visited;
+                    speck.push_back(next);
+                }
+            };
+            visit(column > 0, at - 1);
+            visit(column + 1 < row, at + 1);
+            visit(at >= row, at - row);
+            visit(at + row < ink_.size(), at + row);
+        }
+        if (speck.size() < Least) {
+            for (const size_t at : speck) {
+                ink_[at] = 0;
+            }
+        }
+    }
+    for (uint8_t& ink : ink_) {
+        ink = ink == 0 ? 0 : 1;
+    }
+}
+
+void Linework::AddCentreLine(Vec2 from, Vec2 to) {
+    // Long dash, gap, short dash, gap; in samples.
+    constexpr std::array<float, 4> Pattern{11 * LineOversampling, 3 * LineOversampling,
+                                           2 * LineOversampling, 3 * LineOversampling};
+    constexpr float Period = Pattern[0] + Pattern[1] + Pattern[2] + Pattern[3];
+    const float length = Length(to - from);
+    const Vec2 along = Normalized(to - from);
+    for (float t = 0; t < length; t += 1) {
+        const float phase = std::fmod(t, Period);
+        const bool gap =
+            (phase > Pattern[0] && phase < Pattern[0] + Pattern[1]) || phase > Period - Pattern[3];
+        const Vec2 at = from + along * t;
+        const auto x = static_cast<int>(at.x);
+        const auto y = static_cast<int>(at.y);
+        const bool inside = x >= 0 && y >= 0 && x < buffers_.width && y < buffers_.height;
+        if (!gap && inside && buffers_.samples[buffers_.Index(x, y)].surface == 0) {
+            ink_[buffers_.Index(x, y)] = 1;
+            ink_[buffers_.Index(x, std::max(0, y - 1))] = 1;
+        }
+    }
+}
+
+QImage Linework::Picture() const {
+    constexpr int N = LineOversampling;
+    QImage image(buffers_.width / N, buffers_.height / N, QImage::Format_Grayscale8);
+    for (int y = 0; y < image.height(); ++y) {
+        uchar* line = image.scanLine(y);
+        for (int x = 0; x < image.width(); ++x) {
+            int ink = 0;
+            for (int v = 0; v < N; ++v) {
+                for (int u = 0; u < N; ++u) {
+                    ink += ink_[buffers_.Index(x * N + u, y * N + v)];
+                }
+            }
+            line[x] = static_cast<uchar>(255 - ink * 255 / (N * N));
+        }
+    }
+    return image;
+}
+
+}  // namespace render

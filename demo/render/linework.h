@@ -1,0 +1,41 @@
+#pragma once
+
+#include "raster.h"
+
+#include <QImage>
+
+#include <vector>
+
+namespace render {
+
+// How many samples of the buffers make one pixel of a line drawing, in each direction.
+inline constexpr int LineOversampling = 4;
+
+// The visible edges of what the buffers show: borders of elements, steps in depth, creases.
+// `elements` names the element of each surface id; `scale` is samples per mm. White where `ink` is
+// 0.
+class Linework {
+public:
+    Linework(const Buffers& buffers, const std::vector<uint16_t>& elements, float scale);
+
+    // A dash-dot line between two places in samples, where no part covers it.
+    void AddCentreLine(Vec2 from, Vec2 to);
+
+    QImage Picture() const;
+
+private:
+    bool SameElement(size_t a, size_t b) const;
+    float Turn(size_t a, size_t b) const;  // 1 - cosine between the normals
+    bool Step(size_t a, size_t b, bool across) const;
+    void Borders(int x, int y, size_t at, size_t stride, bool across);
+    void Creases(bool across);
+    void Mark(int x, int y);
+    void DropSpecks();
+
+    const Buffers& buffers_;
+    const std::vector<uint16_t>& elements_;
+    float sample_;  // mm
+    std::vector<uint8_t> ink_;
+};
+
+}  // namespace render

@@ -1,0 +1,170 @@
+#include "visibility.h"
+
+#include "studio.h"
+
+#include <algorithm>
+#include <array>
+
+namespace render {
+namespace {
+
+constexpr int KeyViews = 8;
+constexpr int TentViews = 13;
+
+// Where around a point a view is read, in texels.
+struct Offset {
+    float x;
+    float y;
+};
+constexpr std::array<Offset, 16> offsets{{
+    {-0.75f, -0.30f},
+    {0.30f, -0.80f},
+    {0.80f, 0.25f},
+    {-0.25f, 0.75f},
+    {0.05f, -0.10f},
+    {-0.60f, 0.55f},
+    {0.55f, 0.70f},
+    {0.65f, -0.50f},
+    {-0.40f, -0.75f},
+    {-0.85f, 0.15f},
+    {0.10f, 0.40f},
+    {0.40f, -0.20f},
+    {-0.15f, -0.45f},
+    {-0.45f, 0.10f},
+    {0.85f, -0.05f},
+    {0.20f, 0.85f},
+}};
+
+}  // namespace
+
+Visibility::Visibility(const Assembly& assembly, const Box& bounds, const Placement& studio) {
+    centre_ = studio.Point(bounds.Centre());
+    reach_ = Length(bounds.Size()) * 0.51f + 0.1f;
+    texel_ = 2 * reach_ / Side;
+    std::vector<Vec3> points;
+    std::vector<Mesh::Triangle> triangles;
+    for (const Element& element : assembly.elements) {
+        for (const Piece& piece : element.pieces) {
+            const Placement place = studio * assembly.pose * element.place * piece.place;
+            const auto first = static_cast<uint32_t>(points.size());
+            for (const Vertex& vertex : piece.mesh.vertices) {
+                points.push_back(place.Point(vertex.at) - centre_);
+            }
+            for (const Mesh::Triangle& t : piece.mesh.triangles) {
+                triangles.push_back({t[0] + first, t[1] + first, t[2] + first});
+            }
+        }
+    }
+    const auto add = [&](Vec3 towards, float weight, bool key) {
+        View view{towards, {}, {}, weight, key, {}};
+        view.right = Normalized(Cross(Vec3{0.31f, 0.95f, 0.02f}, towards));
+        view.up = Cross(towards, view.right);
+        Draw(view, points, triangles);
+        views_.push_back(std::move(view));
+    };
+    const Vec3 key = KeyDirection();
+    const Vec3 side = Normalized(Cross(Vec3{0, 0, 1}, key));
+    const Vec3 rise = Cross(key, side);
+    for (int i = 0; i < KeyViews; ++i) {
+        const float radius = 0.44f * std::sqrt((static_cast<float>(i) + 0.4f) / KeyViews);
+        const float turn = 2.39996323f * static_cast<float>(i);
+        add(Normalized(key + side * (radius * std::cos(turn)) + rise * (radius * std::sin(turn))),
+            1, true);
+    }
+    for (int i = 0; i < TentViews; ++i) {
+        const float z = 0.12f + 0.86f * (static_cast<float>(i) + 0.5f) / TentViews;
+        const float turn = 2.39996323f * static_cast<float>(i) + 0.7f;
+        const float r = std::sqrt(1 - z * z);
+        add({r * std::cos(turn), r * std::sin(turn), z}, 0.45f + 0.55f * z, false);
+    }
+}
+
+void Visibility::Draw(View& view, const std::vector<Vec3>& points,
+                      const std::vector<Mesh::Triangle>& triangles) const {
+    view.height.assign(static_cast<size_t>(Side) * Side, -1e30f);
+    std::vector<Vec3> seen;
+    seen.reserve(points.size());
+    const float scale = 1 / texel_;
+    for (const Vec3 p : points) {
+        seen.push_back({Dot(p, view.right) * scale + Side * 0.5f,
+                        Dot(p, view.up) * scale + Side * 0.5f, Dot(p, view.towards)});
+    }
+    const auto mark = [&view](int x, int y, float z) {
+        if (x < 0 || y < 0 || x >= Side || y >= Side) {
+            return;
+        }
+        float& height = view.height[static_cast<size_t>(y * Side + x)];
+        height = std::max(height, z);
+    };
+    for (const Mesh::Triangle& t : triangles) {
+        const Vec3& a = seen[t[0]];
+        const Vec3& b = seen[t[1]];
+        const Vec3& c = seen[t[2]];
+        const float area = (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
+        if (area <= 0) {
+            continue;
+        }
+        // Most triangles are smaller than a texel: their middle stands for them.
+        if (area < 1.5f) {
+            mark(static_cast<int>((a.x + b.x + c.x) / 3), static_cast<int>((a.y + b.y + c.y) / 3),
+                 (a.z + b.z + c.z) / 3);
+            if (area < 0.35f) {
+                continue;
+            }
+        }
+        const int left = static_cast<int>(std::ceil(std::min({a.x, b.x, c.x}) - 0.5f));
+        const int right = static_cast<int>(std::floor(std::max({a.x, b.x, c.x}) - 0.5f));
+        const int low = static_cast<int>(std::ceil(std::min({a.y, b.y, c.y}) - 0.5f));
+        const int high = static_cast<int>(std::floor(std::max({a.y, b.y, c.y}) - 0.5f));
+        const float inverse = 1 / area;
+        for (int row = low; row <= high; ++row) {
+            for (int column = left; column <= right; ++column) {
+                const float x = static_cast<float>(column) + 0.5f;
+                const float y = static_cast<float>(row) + 0.5f;
+                const float wa = ((b.x - x) * (c.y - y) - (b.y - y) * (c.x - x)) * inverse;
+                const float wb = ((c.x - x) * (a.y - y) - (c.y - y) * (a.x - x)) * inverse;
+                const float wc = 1 - wa - wb;
+                if (wa >= 0 && wb >= 0 && wc >= 0) {
+                    mark(column, row, a.z * wa + b.z * wb + c.z * wc);
+                }
+            }
+        }
+    }
+}
+
+Visibility::Share Visibility::At(Vec3 at, Vec3 normal, int scatter) const {
+    const Vec3 from = at - centre_ + normal * (texel_ * 1.3f);
+    // Beyond the longest shadow.
+    if (Dot(from, from) > 9 * reach_ * reach_) {
+        return {};
+    }
+    const float scale = 1 / texel_;
+    Share lit{0, 0};
+    Share all{1e-4f, 1e-4f};
+    auto turn = static_cast<size_t>(scatter);
+    for (const View& view : views_) {
+        turn = (turn + 7) % offsets.size();
+        const float cosine = Dot(normal, view.towards);
+        if (cosine <= 0.03f) {
+            continue;
+        }
+        const float x = Dot(from, view.right) * scale + Side * 0.5f + offsets[turn].x;
+        const float y = Dot(from, view.up) * scale + Side * 0.5f + offsets[turn].y;
+        bool open = true;
+        if (x >= 0 && y >= 0 && x < Side && y < Side) {
+            const float slack = texel_ * (0.6f + 1.4f * (1 - cosine));
+            const auto place =
+                static_cast<size_t>(static_cast<int>(y) * Side + static_cast<int>(x));
+            open = view.height[place] <= Dot(from, view.towards) + slack;
+        }
+        const float weight = view.weight * cosine;
+        (view.key ? all.key : all.tent) += weight;
+        if (open) {
+            (view.key ? lit.key : lit.tent) += weight;
+        }
+    }
+    // Facing away from all lights: nothing is hidden that would shine here.
+    return {all.key > 0.01f ? lit.key / all.key : 1, all.tent > 0.01f ? lit.tent / all.tent : 1};
+}
+
+}  // namespace render

@@ -1,0 +1,184 @@
+#include "render/exploded.h"
+#include "render/families.h"
+#include "render/photo.h"
+#include "render/raster.h"
+#include "support/testmain.h"
+
+#include <QTest>
+
+#include <set>
+
+using namespace Qt::StringLiterals;
+using namespace render;
+
+namespace {
+
+// Threaded holes that the camera of the photographs sees.
+size_t BoresInView(const Assembly& assembly) {
+    Camera camera = Camera::Looking(0, 24);
+    camera.target = assembly.Bounds().Centre();
+    camera.centre = {200, 200};
+    camera.scale = 380 / Length(assembly.Bounds().Size());
+    Buffers buffers(400, 400);
+    std::vector<bool> bore{false};
+    for (const Element& element : assembly.elements) {
+        for (const Piece& piece : element.pieces) {
+            bore.push_back(piece.material == Material::Bore);
+            Rasterise(piece.mesh, assembly.pose * element.place * piece.place, camera,
+                      static_cast<uint16_t>(bore.size() - 1), buffers);
+        }
+    }
+    std::set<uint16_t> seen;
+    for (const Sample& sample : buffers.samples) {
+        if (bore[sample.surface]) {
+            seen.insert(sample.surface);
+        }
+    }
+    return seen.size();
+}
+
+std::vector<Item> SomeItems(int count) {
+    // Runs over the kinds in steps that mix large and small ones.
+    std::vector<Item> items;
+    for (int i = 0; i < count; ++i) {
+        const int kind = i * 37 % static_cast<int>(ComponentKind::Count);
+        items.push_back({static_cast<ComponentKind>(kind), QString::number(i + 1)});
+    }
+    return items;
+}
+
+double AreaOf(const ExplodedDrawing& drawing, size_t element) {
+    double pixels = 0;
+    for (const uint16_t id : drawing.elementOf) {
+        pixels += id == element + 1 ? 1 : 0;
+    }
+    return pixels / static_cast<double>(drawing.scale * drawing.scale);
+}
+
+}  // namespace
+
+class TestPictures : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void MoreOutletsShowMoreHoles() {
+        size_t before = 0;
+        for (const char16_t* outlets : {u"0", u"2 saídas", u"4 saídas", u"6 saídas"}) {
+            const size_t holes = BoresInView(AssemblyFor(
+                u"valvula-rele", Parameters().Set(u"saídas"_s, QString::fromUtf16(outlets))));
+            QVERIFY2(holes > before, qPrintable(QString::fromUtf16(outlets)));
+            before = holes;
+        }
+    }
+
+    void ColoursShow_data() {
+        QTest::addColumn<QString>("family");
+        QTest::addColumn<QString>("colour");
+        QTest::addColumn<int>("hue");
+        QTest::newRow("red") << u"mao-de-amigo-emergencia"_s << QString() << 0;
+        QTest::newRow("yellow") << u"mao-de-amigo-servico"_s << QString() << 45;
+        QTest::newRow("blue hose") << u"mangueira-espiral"_s << u"azul"_s << 215;
+        QTest::newRow("yellow hose") << u"mangueira-espiral"_s << u"amarela"_s << 45;
+    }
+    void ColoursShow() {
+        QFETCH(QString, family);
+        QFETCH(QString, colour);
+        QFETCH(int, hue);
+        const QImage photo =
+            Photo(AssemblyFor(family, Parameters().Set(u"cor"_s, colour)), {200, 156});
+        int vivid = 0;
+        int right = 0;
+        for (int y = 0; y < photo.height(); ++y) {
+            for (int x = 0; x < photo.width(); ++x) {
+                const QColor pixel = photo.pixelColor(x, y);
+                if (pixel.hsvSaturation() < 170 || pixel.value() < 60) {
+                    continue;
+                }
+                ++vivid;
+                const int off = std::abs(pixel.hsvHue() - hue);
+                right += std::min(off, 360 - off) < 20 ? 1 : 0;
+            }
+        }
+        QVERIFY(vivid > 300);
+        QVERIFY(right > vivid * 3 / 4);
+    }
+
+    void PhotosStandOnWhiteAndRepeat() {
+        const Assembly part = AssemblyFor(u"valvula-pedal", {});
+        const QImage photo = Photo(part, {250, 195});
+        QCOMPARE(photo, Photo(part, {250, 195}));
+        for (const QPoint corner :
+             {QPoint(0, 0), QPoint(249, 0), QPoint(0, 194), QPoint(249, 194)}) {
+            QVERIFY(qGray(photo.pixel(corner)) > 215);
+        }
+        QVERIFY(qGray(photo.pixel(125, 97)) < 215);
+    }
+
+    void OddSizesAndPartsAreDrawn() {
+        const Assembly nothing;
+        const Assembly part = AssemblyFor(u"conexao", {});
+        for (const QSize size : {QSize(1, 1), QSize(3, 50), QSize(64, 2)}) {
+            QCOMPARE(Photo(nothing, size).size(), size);
+            QCOMPARE(Photo(part, size).size(), size);
+            QCOMPARE(Explode(nothing, size).image.size(), size);
+            QCOMPARE(Explode(part, size).image.size(), size);
+        }
+        QVERIFY(Explode(nothing, {50, 50}).places.empty());
+    }
+
+    void ExplodedItemsStandApart_data() {
+        QTest::addColumn<QString>("family");
+        QTest::addColumn<int>("count");
+        QTest::newRow("few") << u"valvula-descarga-rapida"_s << 8;
+        QTest::newRow("relay") << u"valvula-rele"_s << 24;
+        QTest::newRow("many") << u"compressor-mono"_s << 60;
+    }
+    void ExplodedItemsStandApart() {
+        QFETCH(QString, family);
+        QFETCH(int, count);
+        const Assembly parts = ItemsOf(family, {}, SomeItems(count));
+        QCOMPARE(parts.elements.size(), static_cast<size_t>(count));
+        const ExplodedDrawing drawing = Explode(parts, {582, 343});
+        QCOMPARE(drawing.places.size(), parts.elements.size());
+        for (const ExplodedDrawing::Place& place : drawing.places) {
+            const auto element = static_cast<int>(place.element);
+            QCOMPARE(drawing.ElementAt(place.upper), element);
+            QCOMPARE(drawing.ElementAt(place.lower), element);
+            QVERIFY(place.upper.y() <= place.lower.y());
+            QVERIFY(QRect(20, 20, 542, 303).contains(place.box));
+            if (place.element % 5 != 0) {
+                continue;
+            }
+            // Alone it shows as much of itself as among the others.
+            Assembly single;
+            single.elements.push_back(parts.elements[place.element]);
+            const double whole = AreaOf(Explode(single, {582, 343}), 0);
+            const double slack = (place.box.width() + place.box.height()) /
+                                 static_cast<double>(drawing.scale * drawing.scale);
+            QVERIFY2(AreaOf(drawing, place.element) > whole * 0.97 - slack,
+                     qPrintable(u"element %1"_s.arg(place.element)));
+        }
+    }
+
+    void DrawingsAreInkOnPaper() {
+        const ExplodedDrawing drawing =
+            Explode(ItemsOf(u"valvula-rele", {}, SomeItems(20)), {582, 343});
+        int black = 0;
+        int white = 0;
+        for (int y = 0; y < 343; ++y) {
+            for (int x = 0; x < 582; ++x) {
+                const int grey = qGray(drawing.image.pixel(x, y));
+                black += grey < 64 ? 1 : 0;
+                white += grey > 250 ? 1 : 0;
+            }
+        }
+        // Lines, not surfaces.
+        QVERIFY(black > 582 * 343 / 200);
+        QVERIFY(black < 582 * 343 / 8);
+        QVERIFY(white > 582 * 343 * 3 / 4);
+    }
+};
+
+TARVO_TEST(TestPictures);
+
+#include "test_pictures.moc"
