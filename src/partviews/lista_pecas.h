@@ -21,6 +21,8 @@ public:
 protected:
     void Load() override;
     void Activate() override;
+    // The part result waits behind this one, hidden.
+    void CloseRequested() override { VoltarResultado(); }
 
 private:
     // A box above a column: the column's sort key and how its text becomes the seek's criterion.

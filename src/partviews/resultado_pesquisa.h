@@ -18,6 +18,8 @@ public:
 protected:
     void Load() override;
     void Activate() override;
+    // The search screen waits behind this one, hidden.
+    void CloseRequested() override { VoltarPesquisa(); }
 
 private:
     void CriarControles();

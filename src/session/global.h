@@ -1,16 +1,16 @@
 #pragma once
 
+#include "platform/dao/dao.h"
+
 #include <QString>
 
 #include <memory>
-
-#include "platform/dao/dao.h"
 
 class frmPesquisa;
 
 // State of the session that all screens share; each has one meaning for the whole run.
 
-inline const QString TituloCatalogo = QStringLiteral("Catálogo TARVO-LINDEN");
+extern const QString TituloCatalogo;  // the title of all screens and boxes
 // The word on the command line by which the launcher starts the catalogue.
 inline const QString PalavraDeInicio = QStringLiteral("INICIOPAINELVERDE");
 
@@ -21,11 +21,12 @@ inline constexpr qint32 SemCliente = -5;
 extern std::unique_ptr<dao::Workspace> gWS;
 extern std::unique_ptr<dao::Database> gDB;
 
-extern QString gCaminho;                   // the data folder, always ending in a backslash
-extern QString TextoEmissao;               // emission line of the catalogue
-extern bool VerificacaoAutomatica;         // whether the update check may run by itself
-extern frmPesquisa* gFrmPesquisa;          // the running search screen
-extern qint32 gCodigoPeca;                 // the part whose views are open
-extern qint32 gCodigoClienteConcorrente;   // carried from one screen's selector to the next; -5: none
-extern QString ParametroFormulario;        // one-shot parameter to the next screen
-extern bool ReiniciarPrograma;             // an update asked for a relaunch through the launcher
+extern QString gCaminho;            // the data folder, always ending in a backslash
+extern QString TextoEmissao;        // emission line of the catalogue
+extern bool VerificacaoAutomatica;  // whether the update check may run by itself
+extern frmPesquisa* gFrmPesquisa;   // the running search screen
+extern qint32 gCodigoPeca;          // the part whose views are open
+extern qint32
+    gCodigoClienteConcorrente;       // carried from one screen's selector to the next; -5: none
+extern QString ParametroFormulario;  // one-shot parameter to the next screen
+extern bool ReiniciarPrograma;       // an update asked for a relaunch through the launcher

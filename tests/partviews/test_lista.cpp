@@ -123,6 +123,14 @@ private Q_SLOTS:
                  u"Nº Bravil"_s);
     }
 
+    void closingTheWindowGoesBackAStep() {
+        forms::Form::Find(Lista)->close();
+        QVERIFY(!forms::Form::Find(Lista));
+        QVERIFY(forms::Form::Find(u"frmResultadoPesquisa"_s)->isVisible());
+        forms::Form::Find(u"frmResultadoPesquisa"_s)->close();
+        QVERIFY(gFrmPesquisa->isVisible());
+    }
+
     void backToTheSearchTakesAllWithIt() {
         Janela::Clicar(Lista, u"imgPesquisaFundo"_s);
         QVERIFY(gFrmPesquisa->isVisible());
