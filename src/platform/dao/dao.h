@@ -101,6 +101,8 @@ public:
     // For the bound grid: rows in slices, cells without moving the current row.
     bool IsComplete() const;       // whole result read, read lock gone
     qint64 ReadUpTo(qint64 rows);  // reads until `rows` rows are there; returns RecordCount
+    // The same, but gives up for now when about that much time is over.
+    qint64 ReadUpTo(qint64 rows, std::chrono::microseconds budget);
     bool ReadFor(
         std::chrono::microseconds budget);        // reads for about that long; returns IsComplete()
     QVariant Cell(qint64 row, int column) const;  // row < RecordCount()

@@ -5,11 +5,15 @@
 #include "platform/dao/rowstore.h"
 #include "platform/dao/schema.h"
 
+#include <chrono>
 #include <limits>
 
 namespace dao {
 
 namespace {
+
+// How long opening a result for a grid may look for its first row before the window must live on.
+constexpr auto FirstLook = std::chrono::milliseconds(8);
 
 constexpr qint64 All = std::numeric_limits<qint64>::max();
 
@@ -34,6 +38,7 @@ struct Recordset::Private {
     qint64 current = 0;    // -1: in front of the first; Rows(): behind the last
     qint64 announced = 0;  // rows told of by RowsRead
     bool closed = false;
+    bool awaitsFirst = false;  // nobody has been told yet that there is a first row
 
     qint64 Rows() const { return base + store.Rows(); }
     bool OnRow() const { return current >= 0 && current < Rows(); }
@@ -58,6 +63,14 @@ struct Recordset::Private {
         return row - base;
     }
 
+    // A result for a grid comes back before it knows whether it has a row; who asks for the current
+    // one makes it look.
+    void Settle() {
+        if (Rows() == 0 && !closed && !reader.Done()) {
+            reader.Read(1);
+        }
+    }
+
     // Reads until there are `rows` rows; false when the result has fewer.
     bool Have(qint64 rows) {
         if (Rows() < rows) {
@@ -68,8 +81,9 @@ struct Recordset::Private {
 };
 
 QVariant Field::Value() const {
-    const Recordset::Private& d = *owner_->d_;
+    Recordset::Private& d = *owner_->d_;
     d.Usable();
+    d.Settle();
     if (!d.OnRow()) {
         Throw(Failure::NoCurrentRecord);
     }
@@ -87,18 +101,25 @@ Recordset::Recordset(std::shared_ptr<Connection> connection, const QString& sql,
         Throw(Failure::InvalidOperation);
     }
     d_ = std::make_unique<Private>(std::move(connection), query, type);
-    d_->reader.Read(1);
+    if (type != dbOpenDynaset) {
+        d_->reader.Read(1);
+        return;
+    }
+    d_->reader.Read(1, RowReader::Clock::now() + FirstLook);
+    d_->awaitsFirst = d_->Rows() == 0;
 }
 
 Recordset::~Recordset() = default;
 
 bool Recordset::Eof() const {
     d_->Usable();
+    d_->Settle();
     return d_->current >= d_->Rows();
 }
 
 bool Recordset::Bof() const {
     d_->Usable();
+    d_->Settle();
     return d_->current < 0 || d_->Rows() == 0;
 }
 
@@ -107,6 +128,10 @@ void Recordset::Announce() {
     d_->announced = d_->Rows();
     if (d_->announced > first) {
         Q_EMIT RowsRead(first, d_->announced - 1);
+    }
+    if (d_->awaitsFirst && d_->announced > 0) {
+        d_->awaitsFirst = false;
+        Q_EMIT CurrentChanged();
     }
 }
 
@@ -121,6 +146,7 @@ void Recordset::MoveTo(qint64 row) {
 
 void Recordset::MoveFirst() {
     d_->Movable();
+    d_->Settle();
     if (d_->Rows() == 0) {
         Throw(Failure::NoCurrentRecord);
     }
@@ -129,6 +155,7 @@ void Recordset::MoveFirst() {
 
 void Recordset::MoveNext() {
     d_->Usable();
+    d_->Settle();
     if (d_->current >= d_->Rows()) {
         Throw(Failure::NoCurrentRecord);
     }
@@ -144,6 +171,7 @@ void Recordset::MoveNext() {
 
 void Recordset::MovePrevious() {
     d_->Movable();
+    d_->Settle();
     if (d_->current < 0 || d_->Rows() == 0) {
         Throw(Failure::NoCurrentRecord);
     }
@@ -179,6 +207,7 @@ void Recordset::SetAbsolutePosition(qint64 position) {
 
 Bookmark Recordset::CurrentBookmark() const {
     d_->Usable();
+    d_->Settle();
     if (!d_->OnRow()) {
         Throw(Failure::NoCurrentRecord);
     }
@@ -251,6 +280,15 @@ void Recordset::Close() {
 bool Recordset::IsComplete() const {
     d_->Usable();
     return d_->reader.Done() || !d_->connection->IsOpen();
+}
+
+qint64 Recordset::ReadUpTo(qint64 rows, std::chrono::microseconds budget) {
+    d_->Movable();
+    if (d_->Rows() < rows) {
+        d_->reader.Read(rows - d_->Rows(), RowReader::Clock::now() + budget);
+    }
+    Announce();
+    return d_->Rows();
 }
 
 qint64 Recordset::ReadUpTo(qint64 rows) {

@@ -311,10 +311,11 @@ void Connection::Open(const QByteArray& key, Mode mode) {
     }
     Check(raw, read);
 
-    // Never a write-ahead log: its shared memory does not work over a network. Links between
-    // tables are not enforced: an update's script may bring the rows in any order.
+    // The cache (KiB) holds the indexes of the largest catalogue: every page that it lacks costs a
+    // decipherment. Never a write-ahead log: its shared memory does not work over a network. Links
+    // between tables are not enforced: an update's script may bring the rows in any order.
     Run("PRAGMA journal_mode = DELETE; PRAGMA synchronous = FULL; PRAGMA temp_store = MEMORY;"
-        "PRAGMA cache_size = -65536; PRAGMA foreign_keys = OFF");
+        "PRAGMA cache_size = -262144; PRAGMA foreign_keys = OFF");
 }
 
 void Connection::Close() {

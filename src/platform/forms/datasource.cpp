@@ -14,6 +14,10 @@ namespace {
 // Short enough not to be felt between a keystroke and its letter.
 constexpr auto Slice = 8ms;
 
+// What a refresh may take for the rows that fill the grid. Nearly every search has them long before
+// that; one that must look far for its few rows shows them as they come.
+constexpr auto FirstSlice = 24ms;
+
 }  // namespace
 
 DataSource::DataSource(const QString& name, QObject* parent) : QObject(parent) {
@@ -36,7 +40,7 @@ void DataSource::Refresh() {
         dao::Throw(dao::Failure::FileNotFound, databaseName_);
     }
     auto fresh = dao::OpenRecordset(connection, recordSource_, dao::dbOpenDynaset);
-    fresh->ReadUpTo(firstRows_);
+    fresh->ReadUpTo(firstRows_, FirstSlice);
     std::swap(recordset_, fresh);
     if (fresh) {
         // Perhaps it is one of its own signals that led here; its rows and its lock go at once.

@@ -13,9 +13,10 @@ namespace forms {
 // A query behind a bound grid. It has no password of its own: it reads through the connection that
 // the session opened on the same path.
 //
-// Refresh runs the query synchronously: when it returns, the rows that fill the grid are read and
-// Rebound was emitted. The rest follows in short slices of idle time until the result is whole and
-// the read lock is gone; the next Refresh drops what is left.
+// Refresh runs the query synchronously: when it returns, the rows that fill the grid are read (or
+// as many of them as a fortieth of a second finds) and Rebound was emitted. The rest follows in
+// short slices of idle time until the result is whole and the read lock is gone; the next Refresh
+// drops what is left.
 class DataSource : public QObject {
     Q_OBJECT
 
