@@ -84,6 +84,23 @@ bool Pattern::Element::Takes(Weight character) const {
     return listed == (kind == Kind::List);
 }
 
+// Moves on to where the element behind a run can begin; false when it cannot any more. Most of a
+// search inside descriptions is spent here.
+template <typename Cursor>
+bool Pattern::SkipTo(const Element& element, Cursor& text) {
+    if (element.kind != Kind::Character) {
+        return true;
+    }
+    while (!text.AtEnd()) {
+        const Cursor here = text;
+        if (text.Next() == element.weight) {
+            text = here;
+            return true;
+        }
+    }
+    return false;
+}
+
 // A mismatch goes back to the last run alone: what an earlier run could take, the later one can
 // take as well, so nothing is tried twice.
 template <typename Cursor>
@@ -98,6 +115,9 @@ bool Pattern::Match(Cursor text) const {
             if (element == end) {
                 return true;
             }
+            if (!SkipTo(*afterRun, text)) {
+                return false;
+            }
             runEnd = text;
             continue;
         }
@@ -109,6 +129,9 @@ bool Pattern::Match(Cursor text) const {
             return false;
         }
         runEnd.Next();
+        if (!SkipTo(*afterRun, runEnd)) {
+            return false;
+        }
         text = runEnd;
         element = afterRun;
     }

@@ -32,6 +32,8 @@ private:
 
     void AppendList(QStringView list);
     template <typename Cursor>
+    static bool SkipTo(const Element& element, Cursor& text);
+    template <typename Cursor>
     bool Match(Cursor text) const;
 
     std::vector<Element> elements_;

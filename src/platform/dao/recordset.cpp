@@ -13,7 +13,7 @@ namespace dao {
 namespace {
 
 // How long opening a result for a grid may look for its first row before the window must live on.
-constexpr auto FirstLook = std::chrono::milliseconds(8);
+constexpr auto FirstLook = std::chrono::milliseconds(2);
 
 constexpr qint64 All = std::numeric_limits<qint64>::max();
 

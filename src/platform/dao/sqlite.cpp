@@ -276,8 +276,10 @@ void Connection::Open(const QByteArray& key, Mode mode) {
     constexpr std::array Flags = {SQLITE_OPEN_READWRITE, SQLITE_OPEN_READONLY,
                                   SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE};
     sqlite3* raw = nullptr;
-    const int opened = sqlite3_open_v2(path_.toUtf8().constData(), &raw,
-                                       Flags.at(static_cast<std::size_t>(mode)), nullptr);
+    // One thread: a lock taken for every value of every row would only cost time.
+    const int opened =
+        sqlite3_open_v2(path_.toUtf8().constData(), &raw,
+                        Flags.at(static_cast<std::size_t>(mode)) | SQLITE_OPEN_NOMUTEX, nullptr);
     handle_.reset(raw);
     if ((opened & 0xFF) == SQLITE_CANTOPEN) {
         Throw(Failure::CannotOpen, path_);

@@ -16,7 +16,7 @@ constexpr auto Slice = 8ms;
 
 // What a refresh may take for the rows that fill the grid. Nearly every search has them long before
 // that; one that must look far for its few rows shows them as they come.
-constexpr auto FirstSlice = 24ms;
+constexpr auto FirstSlice = 8ms;
 
 }  // namespace
 

@@ -14,7 +14,7 @@ namespace forms {
 // the session opened on the same path.
 //
 // Refresh runs the query synchronously: when it returns, the rows that fill the grid are read (or
-// as many of them as a fortieth of a second finds) and Rebound was emitted. The rest follows in
+// as many of them as a few milliseconds find) and Rebound was emitted. The rest follows in
 // short slices of idle time until the result is whole and the read lock is gone; the next Refresh
 // drops what is left.
 class DataSource : public QObject {
