@@ -86,7 +86,7 @@ int main(int argc, char** argv) {
     Escrever(stderr, *falha + u'\n');
     if (HaTela()) {
         const forms::Application aplicacao(argc, argv);
-        forms::MsgBox(*falha, forms::vbCritical, TituloCatalogo);
+        forms::MsgBox(*falha, forms::vbCritical, forms::ProgramTitle());
     }
     return 1;
 }

@@ -41,14 +41,11 @@ def wait(what, condition, seconds=30):
 
 
 def stage(programs, folder, pointer=None):
-    """Puts the programs into a folder of their own, with a Caminho.txt of these bytes."""
+    """Puts the programs into a folder of their own, with a Caminho.txt of these bytes. Copies, not
+    links: a test may give its folder to another user."""
     os.makedirs(folder)
     for name in (PROGRAM, LAUNCHER):
-        source, target = os.path.join(programs, name), os.path.join(folder, name)
-        try:
-            os.link(source, target)
-        except OSError:
-            shutil.copy2(source, target)
+        shutil.copy2(os.path.join(programs, name), os.path.join(folder, name))
     if pointer is not None:
         with open(os.path.join(folder, "Caminho.txt"), "wb") as file:
             file.write(pointer)
