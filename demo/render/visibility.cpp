@@ -41,17 +41,30 @@ Visibility::Visibility(const Assembly& assembly, const Box& bounds, const Placem
     centre_ = studio.Point(bounds.Centre());
     reach_ = Length(bounds.Size()) * 0.51f + 0.1f;
     texel_ = 2 * reach_ / Side;
+    // Triangles that are small against a texel stand in as dots, the smallest of them by turns.
+    constexpr float Small = 0.35f;
+    constexpr float Tiny = 0.10f;
+    const float texelArea = texel_ * texel_;
+    size_t tiny = 0;
     std::vector<Vec3> points;
-    std::vector<Mesh::Triangle> triangles;
     for (const Element& element : assembly.elements) {
         for (const Piece& piece : element.pieces) {
             const Placement place = studio * assembly.pose * element.place * piece.place;
-            const auto first = static_cast<uint32_t>(points.size());
+            points.clear();
             for (const Vertex& vertex : piece.mesh.vertices) {
                 points.push_back(place.Point(vertex.at) - centre_);
             }
             for (const Mesh::Triangle& t : piece.mesh.triangles) {
-                triangles.push_back({t[0] + first, t[1] + first, t[2] + first});
+                const Vec3 a = points[t[0]];
+                const Vec3 b = points[t[1]];
+                const Vec3 c = points[t[2]];
+                const Vec3 normal = Cross(b - a, c - a);
+                const float area = Dot(normal, normal) / (4 * texelArea * texelArea);
+                if (area >= Small * Small) {
+                    faces_.push_back({a, b, c});
+                } else if (area >= Tiny * Tiny || ++tiny % 3 == 0) {
+                    dots_.push_back({(a + b + c) * (1.0f / 3), normal});
+                }
             }
         }
     }
@@ -59,7 +72,7 @@ Visibility::Visibility(const Assembly& assembly, const Box& bounds, const Placem
         View view{towards, {}, {}, weight, key, {}};
         view.right = Normalized(Cross(Vec3{0.31f, 0.95f, 0.02f}, towards));
         view.up = Cross(towards, view.right);
-        Draw(view, points, triangles);
+        Draw(view);
         views_.push_back(std::move(view));
     };
     const Vec3 key = KeyDirection();
@@ -79,16 +92,13 @@ Visibility::Visibility(const Assembly& assembly, const Box& bounds, const Placem
     }
 }
 
-void Visibility::Draw(View& view, const std::vector<Vec3>& points,
-                      const std::vector<Mesh::Triangle>& triangles) const {
+void Visibility::Draw(View& view) const {
     view.height.assign(static_cast<size_t>(Side) * Side, -1e30f);
-    std::vector<Vec3> seen;
-    seen.reserve(points.size());
     const float scale = 1 / texel_;
-    for (const Vec3 p : points) {
-        seen.push_back({Dot(p, view.right) * scale + Side * 0.5f,
-                        Dot(p, view.up) * scale + Side * 0.5f, Dot(p, view.towards)});
-    }
+    const auto seen = [&](Vec3 p) {
+        return Vec3{Dot(p, view.right) * scale + Side * 0.5f, Dot(p, view.up) * scale + Side * 0.5f,
+                    Dot(p, view.towards)};
+    };
     const auto mark = [&view](int x, int y, float z) {
         if (x < 0 || y < 0 || x >= Side || y >= Side) {
             return;
@@ -96,21 +106,23 @@ void Visibility::Draw(View& view, const std::vector<Vec3>& points,
         float& height = view.height[static_cast<size_t>(y * Side + x)];
         height = std::max(height, z);
     };
-    for (const Mesh::Triangle& t : triangles) {
-        const Vec3& a = seen[t[0]];
-        const Vec3& b = seen[t[1]];
-        const Vec3& c = seen[t[2]];
+    for (const Spot& dot : dots_) {
+        if (Dot(dot.normal, view.towards) > 0) {
+            const Vec3 at = seen(dot.at);
+            mark(static_cast<int>(at.x), static_cast<int>(at.y), at.z);
+        }
+    }
+    for (const Face& face : faces_) {
+        const Vec3 a = seen(face[0]);
+        const Vec3 b = seen(face[1]);
+        const Vec3 c = seen(face[2]);
         const float area = (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
         if (area <= 0) {
             continue;
         }
-        // Most triangles are smaller than a texel: their middle stands for them.
         if (area < 1.5f) {
             mark(static_cast<int>((a.x + b.x + c.x) / 3), static_cast<int>((a.y + b.y + c.y) / 3),
                  (a.z + b.z + c.z) / 3);
-            if (area < 0.35f) {
-                continue;
-            }
         }
         const int left = static_cast<int>(std::ceil(std::min({a.x, b.x, c.x}) - 0.5f));
         const int right = static_cast<int>(std::floor(std::max({a.x, b.x, c.x}) - 0.5f));

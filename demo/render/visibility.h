@@ -2,6 +2,7 @@
 
 #include "assembly.h"
 
+#include <array>
 #include <vector>
 
 namespace render {
@@ -31,12 +32,18 @@ private:
         bool key;
         std::vector<float> height;
     };
-    void Draw(View& view, const std::vector<Vec3>& points,
-              const std::vector<Mesh::Triangle>& triangles) const;
+    using Face = std::array<Vec3, 3>;
+    struct Spot {
+        Vec3 at;
+        Vec3 normal;
+    };
+    void Draw(View& view) const;
 
     Vec3 centre_;
-    float reach_;  // mm, half the side of each picture
-    float texel_;  // mm
+    float reach_;              // mm, half the side of each picture
+    float texel_;              // mm
+    std::vector<Face> faces_;  // from the centre, mm
+    std::vector<Spot> dots_;
     std::vector<View> views_;
 };
 
