@@ -91,11 +91,11 @@ using Url = std::unique_ptr<CURLU, UrlCleanup>;
 Url UrlOf(const QByteArray& host, const QByteArray& path) {
     Url url(curl_url());
     const qsizetype query = path.indexOf('?');
+    const QByteArray target = '/' + (query < 0 ? path : path.left(query));
     const bool ok =
         url && curl_url_set(url.get(), CURLUPART_SCHEME, "http", 0) == CURLUE_OK &&
         curl_url_set(url.get(), CURLUPART_HOST, host.constData(), 0) == CURLUE_OK &&
-        curl_url_set(url.get(), CURLUPART_PATH, ("/" + path.left(query)).constData(), 0) ==
-            CURLUE_OK &&
+        curl_url_set(url.get(), CURLUPART_PATH, target.constData(), 0) == CURLUE_OK &&
         (query < 0 || curl_url_set(url.get(), CURLUPART_QUERY, path.mid(query + 1).constData(),
                                    0) == CURLUE_OK);
     return ok ? std::move(url) : nullptr;
@@ -310,7 +310,9 @@ void Request::Private::WaitFor(Ready ready) {
         }
         curl_multi_poll(session.multi.get(), nullptr, 0, int(Slice.count()), nullptr);
         if (session.idle) {
+            const Clock::time_point begin = Clock::now();
             session.idle();
+            quietSince += Clock::now() - begin;  // nobody was listening: perhaps a box stood open
         }
     }
 }
