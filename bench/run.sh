@@ -17,7 +17,7 @@ export QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8
 make_data() {  # name, then the sizes
     local folder=$data/$1
     shift
-    [ -f "$folder/Tarvo.mdb" ] || "$bin/tarvo-demo" "$folder" "$@"
+    [ -f "$folder/Tarvo.mdb" ] || "$bin/tarvo-demo" "$folder" --pictures none "$@"
     # Made anew each time, which also brings the pages into memory.
     "$bin/tarvo-bench-plain" "$folder" "$folder/plain.db"
 }
