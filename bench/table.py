@@ -1,4 +1,7 @@
-"""Turns the results of bench/run.sh into docs/benchmarks.md, on the standard output."""
+"""Writes the searches' section of a document out of the results of bench/run.sh.
+
+Other sections of the document stay as they are.
+"""
 
 import json
 import pathlib
@@ -15,7 +18,10 @@ TITLES = {
     "large": "1,500,000 searchable rows, 1,000,000 cross references",
 }
 
-INTRO = """# Benchmarks
+BEGIN = "<!-- searches: begin -->\n"
+END = "<!-- searches: end -->\n"
+
+INTRO = """## Searches
 
 Made by
 
@@ -88,7 +94,7 @@ def row(size, key, ours, bare, ordinary):
 
 def table(size, cases):
     lines = [
-        f"\n## {TITLES[size]}\n",
+        f"\n### {TITLES[size]}\n",
         "| Search | Order | Rows | Screen: painted | whole | stall | C API: first 100 | whole "
         "| Ordinary: painted | whole | stall |",
         "|---|---|" + "--:|" * 9,
@@ -114,7 +120,7 @@ def load(context):
     return context["load_avg"][0]
 
 
-def main(folder):
+def section(folder):
     results = {}
     for size in TITLES:
         ours = folder / f"{size}-ours.json"
@@ -122,10 +128,15 @@ def main(folder):
         context = json.loads(ours.read_text())["context"]
     runs = {size: next(iter(cases.values()))["runs"] for size, cases in results.items()}
     intro = INTRO.format(machine=machine(context), load=load(context), **runs)
-    print(intro, end="")
-    for size, cases in results.items():
-        print(table(size, cases))
+    return intro + "".join(table(size, cases) + "\n" for size, cases in results.items())
+
+
+def main(folder, document):
+    text = document.read_text()
+    before, rest = text.split(BEGIN)
+    after = rest.split(END)[1]
+    document.write_text(before + BEGIN + section(folder) + END + after)
 
 
 if __name__ == "__main__":
-    main(pathlib.Path(sys.argv[1]))
+    main(pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2]))
