@@ -40,7 +40,7 @@ QByteArray HashOf(dao::Connection& connection) {
         dao::Statement rows(connection, "SELECT * FROM " + table.toUtf8() + " ORDER BY rowid");
         while (rows.Step()) {
             for (int column = 0; column < rows.ColumnCount(); ++column) {
-                hash.addData(QByteArray::number(rows.Type(column)));
+                hash.addData(QByteArray::number(static_cast<int>(rows.Read(column).type)));
                 hash.addData(rows.Column(column).toString().toUtf8() + '|');
             }
         }
