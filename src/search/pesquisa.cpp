@@ -1,11 +1,12 @@
 #include "search/pesquisa.h"
 
-#include "platform/convert.h"
 #include "platform/erro.h"
 #include "platform/forms/application.h"
 #include "platform/forms/helpwindow.h"
 #include "platform/system/process.h"
+#include "secrets/configuracoes.h"
 #include "session/banco.h"
+#include "session/configuracao.h"
 #include "session/creditos.h"
 #include "session/global.h"
 #include "session/modulo.h"
@@ -54,13 +55,19 @@ frmPesquisa::~frmPesquisa() {
 
 void frmPesquisa::Load() {
     PosicionarControles();
+    mToolTip = std::make_unique<cToolTip>();
     mPesquisa1Pronta = false;
     mPesquisa2Pronta = false;
     PreencherCombos();
     CarregarFiguras();
     ExibirFiguras(mPrimeiraFigura);
     SelecionarFigura(mFiguraSelecionada);
+    QString ninguem;
+    LerConfiguracao(u"VERIFICACAOAUTOMATICA"_s, ninguem, ninguem);
     CarregarDadosVerificacao(true);
+    VerificacaoEmAndamento = false;
+    BancoBloqueado = false;
+    ContadorTempo = 0;
     mPesquisa1Pronta = true;
     mPesquisa2Pronta = true;
     ReiniciarPrograma = false;
@@ -78,6 +85,8 @@ void frmPesquisa::Activate() {
 }
 
 void frmPesquisa::Unloading() {
+    mToolTip.reset();
+    AbandonarVerificacao();
     if (Tag == Recarregando) {
         return;
     }
@@ -100,6 +109,7 @@ void frmPesquisa::LigarEventos() {
     AoClicar(u"imgPesquisa2"_s, [this] { MostrarPainel(1, txtVeiculo); });
     AoClicar(u"imgPesquisa3"_s, [this] { MostrarPainel(2, pctPesquisaFiguras); });
     AoClicar(u"imgAjuda"_s, [this] { AbrirAjuda(); });
+    AoClicar(u"imgConfiguracoes"_s, [] { frmConfiguracoes::Abrir(); });
     AoClicar(u"imgSair"_s, [this] { Unload(); });
 
     QWidget* const focos[] = {txtNumeroTarvo, txtVeiculo, pctPesquisaFiguras};
@@ -125,6 +135,7 @@ void frmPesquisa::LigarEventos() {
                  [this, i] { AbrirResultado(i); });
     }
     LigarGaleria();
+    LigarVerificacao();
 }
 
 void frmPesquisa::LigarLuz() {
@@ -164,35 +175,4 @@ void frmPesquisa::AbrirAjuda() {
         return;
     }
     forms::SetMousePointer(forms::vbDefault);
-}
-
-void frmPesquisa::CarregarDadosVerificacao(bool sAtualizarUltimaDataVerificacao) {
-    const auto registro = gDB->OpenRecordset(
-        u"SELECT "
-        "DataEmissao,"
-        "ComplementoDataEmissao,"
-        "DataUltimaVerificacao,"
-        "FlagErroUltimaVerificacao "
-        "FROM "
-        "UMREGISTRO"_s,
-        dao::dbOpenForwardOnly);
-    const QVariant ultima = registro->Fields(u"DataUltimaVerificacao"_s).Value();
-    const bool nunca = convert::IsNull(ultima);
-    if (sAtualizarUltimaDataVerificacao) {
-        DataUltimaVerificacaoTela = nunca ? 1.0 : convert::ToDouble(ultima);
-    }
-
-    TextoEmissao = FormatarData(convert::ToDouble(registro->Fields(u"DataEmissao"_s).Value())) +
-                   convert::ToTextOrEmpty(registro->Fields(u"ComplementoDataEmissao"_s).Value());
-    lblEmissao->SetText(TextoEmissao);
-
-    if (nunca) {
-        dicaVerificacao_ = u" "_s;
-        return;
-    }
-    const QVariant falhou = registro->Fields(u"FlagErroUltimaVerificacao"_s).Value();
-    dicaVerificacao_ =
-        (!convert::IsNull(falhou) && convert::ToInt64(falhou) == 1 ? u"ERRO na Última Verificação"_s
-                                                                   : u"Última Verificação"_s) +
-        u": "_s + FormatarDataHora(convert::ToDouble(ultima));
 }

@@ -7,6 +7,7 @@
 #include "platform/erro.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msgbox.h"
+#include "platform/secret.h"
 #include "platform/system/output.h"
 #include "platform/system/process.h"
 #include "session/banco.h"
@@ -292,6 +293,8 @@ void frmAtualizando::ExcluirTemporarios() {
 }
 
 void frmAtualizando::Fechar() {
+    secret::Wipe(usuario_);
+    secret::Wipe(senha_);
     forms::SetMousePointer(forms::vbHourglass);
     Unload();
     forms::SetMousePointer(forms::vbDefault);
