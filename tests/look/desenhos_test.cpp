@@ -104,6 +104,9 @@ private Q_SLOTS:
                                                 {332, 542, 111, 34},
                                                 {479, 542, 108, 34},
                                                 {687, 446, 76, 28}};
+        QTest::newRow("conheca") << QSize(800, 573)
+                                 << QList<QRect>{
+                                        {81, 517, 43, 39}, {325, 426, 38, 38}, {11, 517, 43, 36}};
         QTest::newRow("moldura") << QSize(139, 108) << QList<QRect>{};
         QTest::newRow("apresentacao") << QSize(800, 600) << QList<QRect>{};
         QTest::newRow("creditos") << QSize(800, 600) << QList<QRect>{};
