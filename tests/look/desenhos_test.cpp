@@ -107,6 +107,11 @@ private Q_SLOTS:
         QTest::newRow("conheca") << QSize(800, 573)
                                  << QList<QRect>{
                                         {81, 517, 43, 39}, {325, 426, 38, 38}, {11, 517, 43, 36}};
+        QTest::newRow("impressao") << QSize(435, 195)
+                                   << QList<QRect>{{52, 71, 20, 20},
+                                                   {52, 101, 20, 20},
+                                                   {262, 143, 49, 29},
+                                                   {329, 143, 87, 29}};
         QTest::newRow("moldura") << QSize(139, 108) << QList<QRect>{};
         QTest::newRow("apresentacao") << QSize(800, 600) << QList<QRect>{};
         QTest::newRow("creditos") << QSize(800, 600) << QList<QRect>{};

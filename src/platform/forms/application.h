@@ -41,6 +41,10 @@ QString ErrorText(const QString& number, const QString& description);
 // Lets pending events run (paint, timers, input): the "let events through" of long work.
 void DoEvents();
 
+// The same for work that consists of very many small pieces, to be called after each of them: the
+// events have their turn every ten milliseconds, which no eye and no hand can tell from always.
+void DoEventsInTime();
+
 // The mouse pointer of all screens.
 inline constexpr int vbDefault = 0;
 inline constexpr int vbHourglass = 11;
