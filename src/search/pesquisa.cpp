@@ -6,7 +6,9 @@
 #include "platform/forms/application.h"
 #include "platform/forms/helpwindow.h"
 #include "platform/system/process.h"
+#include "secrets/configuracoes.h"
 #include "session/banco.h"
+#include "session/configuracao.h"
 #include "session/creditos.h"
 #include "session/global.h"
 #include "session/modulo.h"
@@ -61,6 +63,8 @@ void frmPesquisa::Load() {
     CarregarFiguras();
     ExibirFiguras(mPrimeiraFigura);
     SelecionarFigura(mFiguraSelecionada);
+    QString ninguem;
+    LerConfiguracao(u"VERIFICACAOAUTOMATICA"_s, ninguem, ninguem);
     CarregarDadosVerificacao(true);
     mPesquisa1Pronta = true;
     mPesquisa2Pronta = true;
@@ -105,6 +109,7 @@ void frmPesquisa::LigarEventos() {
         forms::SetMousePointer(forms::vbHourglass);  // the tour restores it
         (new frmConhecaTarvo)->ShowModal();
     });
+    AoClicar(u"imgConfiguracoes"_s, [] { frmConfiguracoes::Abrir(); });
     AoClicar(u"imgSair"_s, [this] { Unload(); });
 
     QWidget* const focos[] = {txtNumeroTarvo, txtVeiculo, pctPesquisaFiguras};
