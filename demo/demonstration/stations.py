@@ -25,6 +25,8 @@ FOUND_VEHICLES_GRID = "Veículos da peça"
 COMPONENT_GRID = "Componentes"
 KIT_GRID = "Jogos de reparo do componente"
 KIT_FILTER = "TODOS OS COMPONENTES"
+CHECK_ROW = "Verificar atualizações automaticamente"
+PROXY_USER = "Usuário do proxy"
 HELP_TITLE = "Ajuda do Catálogo TARVO-LINDEN"
 
 # Places on the search screen, design pixels.
@@ -34,6 +36,7 @@ OPEN_GALLERY = (703, 466)
 HELP = (53, 471)
 MINIMISE = (790, 7)
 LEAVE = (49, 524)
+SETTINGS = (725, 17)
 BACKGROUND = (300, 550)
 TYPE_NUMBER = (76, 130)
 TYPE_DESCRIPTION = (274, 130)
@@ -52,6 +55,13 @@ TO_PART_RESULT = (392, 558)
 TO_SEARCH = (264, 558)
 SEEK_ITEM = (76, 160)
 CHOOSE_KIT = (620, 104)
+
+# Places on the settings dialog.
+SETTINGS_CHECK = (41, 77)
+SETTINGS_USER = (138, 137)
+SETTINGS_PASSWORD = (138, 159)
+SETTINGS_OK = (287, 195)
+SETTINGS_CANCEL = (376, 195)
 
 
 def retype(tour, place, text):
@@ -209,6 +219,65 @@ def back_to_the_gallery(tour):
     wait("its pictures", lambda: all(shows_picture(tour, place) for place in THUMBNAILS))
 
 
+def open_settings(tour, check, user):
+    """Opens the dialog and waits until it shows this check and this user."""
+    tour.click(*SETTINGS)
+    wait(f"the settings with {check!r} and {user!r}",
+         lambda: (tour.find("push button", CHECK_ROW).description,
+                  tour.find("text", PROXY_USER).text) == (check, user))
+
+
+def fill_settings(tour, user, password):
+    tour.click_in_front(*SETTINGS_CHECK)
+    for place, text in ((SETTINGS_USER, user), (SETTINGS_PASSWORD, password)):
+        tour.click_in_front(*place)
+        tour.press("ctrl+a")
+        tour.type(text)
+
+
+def close_settings(tour, place):
+    tour.click_in_front(*place)
+    wait("the settings closed", lambda: not tour.find("push button", CHECK_ROW))
+
+
+def settings(tour):
+    """The settings as they are at first: the automatic check, no proxy."""
+    tour.click(*BACKGROUND)
+    open_settings(tour, "Ligado", "")
+
+
+def settings_cancelled(tour):
+    """Changed and cancelled: the next time they are as before."""
+    fill_settings(tour, "outro", "outra")
+    close_settings(tour, SETTINGS_CANCEL)
+    open_settings(tour, "Ligado", "")
+
+
+def settings_changed(tour):
+    """Changed and confirmed; opened again, they are the new ones."""
+    fill_settings(tour, "oficina", "chave inglesa")
+    close_settings(tour, SETTINGS_OK)
+    open_settings(tour, "Desligado", "oficina")
+
+
+def settings_after_restart(tour):
+    """The program left and started again: still the new ones."""
+    close_settings(tour, SETTINGS_CANCEL)
+    tour.click(*LEAVE)
+    wait("the program's end", tour.ended)
+    tour.start()
+    wait("the splash", tour.windows)
+    tour.click(*BACKGROUND)
+    tour.await_node("push button", EXIT)
+    open_settings(tour, "Desligado", "oficina")
+
+
+def settings_left_by_key(tour):
+    """Escape leaves them."""
+    tour.press("Escape")
+    wait("the settings closed", lambda: not tour.find("push button", CHECK_ROW))
+
+
 def help_window(tour):
     """The help in its own window."""
     tour.click(*BACKGROUND)
@@ -253,6 +322,11 @@ STATIONS = [
     gallery_by_keys,
     parts_of_a_picture,
     back_to_the_gallery,
+    settings,
+    settings_cancelled,
+    settings_changed,
+    settings_after_restart,
+    settings_left_by_key,
     help_window,
     restored,
     credits_at_the_end,
