@@ -4,7 +4,6 @@ What a station must show is read from the accessible tree, the same that a scree
 """
 
 import os
-import re
 import shutil
 import signal
 import subprocess
@@ -109,6 +108,10 @@ class Node:
                 return node
         return None
 
+    def place(self):
+        """Left, top, width and height on the display, design pixels from its corner."""
+        return Atspi.Component.get_extents(self.accessible, Atspi.CoordType.SCREEN)
+
     def rows(self):
         return Atspi.Table.get_n_rows(self.accessible)
 
@@ -209,22 +212,21 @@ class Catalogue:
         time.sleep(0.05)
         xdotool("click", "--repeat", times, "--delay", 60, 1)
 
+    def click_on(self, node):
+        """In the middle of this element, wherever its window stands."""
+        place = node.place()
+        scale = self.screen.scale()
+        xdotool("mousemove", round((place.x + place.width / 2) * scale),
+                round((place.y + place.height / 2) * scale))
+        time.sleep(0.05)
+        xdotool("click", 1)
+
     def colours(self, left, top, width, height):
         """How many different colours this part of the picture shows, design pixels."""
         x, y = self.screen.design_to_screen(left, top)
         right, bottom = self.screen.design_to_screen(left + width, top + height)
         return int(output_of("import", "-window", "root", "-crop",
                              f"{right - x}x{bottom - y}+{x}+{y}", "-format", "%k", "info:-"))
-
-    def click_in_front(self, x, y):
-        """At design pixels of the window in front, where the window manager has put it."""
-        # The hand's own report of a place counts the frame twice.
-        report = output_of("xwininfo", "-id", xdotool("getactivewindow").strip())
-        left, top = (int(word) for word in re.findall(r"Absolute upper-left [XY]: +(-?\d+)", report))
-        scale = self.screen.scale
-        xdotool("mousemove", round(left + x * scale), round(top + y * scale))
-        time.sleep(0.05)
-        xdotool("click", 1)
 
     def type(self, text):
         xdotool("type", "--delay", 30, text)

@@ -27,6 +27,8 @@ KIT_GRID = "Jogos de reparo do componente"
 KIT_FILTER = "TODOS OS COMPONENTES"
 CHECK_ROW = "Verificar atualizações automaticamente"
 PROXY_USER = "Usuário do proxy"
+PROXY_PASSWORD = "Senha do proxy"
+TOUR_PAGES = 5
 HELP_TITLE = "Ajuda do Catálogo TARVO-LINDEN"
 
 # Places on the search screen, design pixels.
@@ -34,6 +36,7 @@ OPEN_PARTS = (634, 161)
 OPEN_VEHICLES = (704, 315)
 OPEN_GALLERY = (703, 466)
 HELP = (53, 471)
+TOUR = (56, 416)
 MINIMISE = (790, 7)
 LEAVE = (49, 524)
 SETTINGS = (725, 17)
@@ -55,13 +58,6 @@ TO_PART_RESULT = (392, 558)
 TO_SEARCH = (264, 558)
 SEEK_ITEM = (76, 160)
 CHOOSE_KIT = (620, 104)
-
-# Places on the settings dialog.
-SETTINGS_CHECK = (41, 77)
-SETTINGS_USER = (138, 137)
-SETTINGS_PASSWORD = (138, 159)
-SETTINGS_OK = (287, 195)
-SETTINGS_CANCEL = (376, 195)
 
 
 def retype(tour, place, text):
@@ -228,15 +224,15 @@ def open_settings(tour, check, user):
 
 
 def fill_settings(tour, user, password):
-    tour.click_in_front(*SETTINGS_CHECK)
-    for place, text in ((SETTINGS_USER, user), (SETTINGS_PASSWORD, password)):
-        tour.click_in_front(*place)
+    tour.click_on(tour.find("push button", CHECK_ROW))
+    for role, box, text in (("text", PROXY_USER, user), ("password text", PROXY_PASSWORD, password)):
+        tour.click_on(tour.find(role, box))
         tour.press("ctrl+a")
         tour.type(text)
 
 
-def close_settings(tour, place):
-    tour.click_in_front(*place)
+def close_settings(tour, button):
+    tour.click_on(tour.find("push button", button))
     wait("the settings closed", lambda: not tour.find("push button", CHECK_ROW))
 
 
@@ -249,20 +245,20 @@ def settings(tour):
 def settings_cancelled(tour):
     """Changed and cancelled: the next time they are as before."""
     fill_settings(tour, "outro", "outra")
-    close_settings(tour, SETTINGS_CANCEL)
+    close_settings(tour, "Cancelar")
     open_settings(tour, "Ligado", "")
 
 
 def settings_changed(tour):
     """Changed and confirmed; opened again, they are the new ones."""
     fill_settings(tour, "oficina", "chave inglesa")
-    close_settings(tour, SETTINGS_OK)
+    close_settings(tour, "OK")
     open_settings(tour, "Desligado", "oficina")
 
 
 def settings_after_restart(tour):
     """The program left and started again: still the new ones."""
-    close_settings(tour, SETTINGS_CANCEL)
+    close_settings(tour, "Cancelar")
     tour.click(*LEAVE)
     wait("the program's end", tour.ended)
     tour.start()
@@ -276,6 +272,29 @@ def settings_left_by_key(tour):
     """Escape leaves them."""
     tour.press("Escape")
     wait("the settings closed", lambda: not tour.find("push button", CHECK_ROW))
+
+
+def tour_page(number):
+    """A page of the maker's tour: the first by its button, the others by leafing on."""
+    def station(tour):
+        if number == 1:
+            tour.click(*BACKGROUND)
+            tour.click(*TOUR)
+        else:
+            tour.click_on(tour.await_node("push button", "Avançar"))
+        wait(f"page {number}", lambda: tour.find(name=f"Página {number} de {TOUR_PAGES}"))
+        for button, missing_on in (("Voltar", 1), ("Avançar", TOUR_PAGES)):
+            wait(f'"{button}" as the page has it',
+                 lambda: bool(tour.find("push button", button)) == (number != missing_on))
+    station.__name__ = f"tour_page_{number}"
+    return station
+
+
+def tour_closed(tour):
+    """The tour left by its button; the search screen stands again."""
+    tour.click_on(tour.await_node("push button", "Fechar"))
+    wait("the tour's end", lambda: not tour.find("push button", "Fechar"))
+    tour.await_node("push button", EXIT)
 
 
 def help_window(tour):
@@ -327,6 +346,8 @@ STATIONS = [
     settings_changed,
     settings_after_restart,
     settings_left_by_key,
+    *[tour_page(number) for number in range(1, TOUR_PAGES + 1)],
+    tour_closed,
     help_window,
     restored,
     credits_at_the_end,
