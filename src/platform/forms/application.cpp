@@ -81,6 +81,10 @@ void DoEvents() {
     QCoreApplication::processEvents();
 }
 
+void DoEventsButInput() {
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
 void SetMousePointer(int pointer) {
     if (pointer == MousePointer()) {
         return;

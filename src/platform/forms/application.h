@@ -41,6 +41,9 @@ QString ErrorText(const QString& number, const QString& description);
 // Lets pending events run (paint, timers, input): the "let events through" of long work.
 void DoEvents();
 
+// The same without mouse and keys: those keep their order behind the event under way.
+void DoEventsButInput();
+
 // The mouse pointer of all screens.
 inline constexpr int vbDefault = 0;
 inline constexpr int vbHourglass = 11;

@@ -4,6 +4,7 @@
 #include <QAccessibleWidget>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
 
 using namespace Qt::StringLiterals;
 
@@ -20,11 +21,19 @@ public:
     void doAction(const QString& action) override {
         if (action == pressAction() && zone_->isEnabled() && zone_->isVisible()) {
             // Queued: what a click does may take long or open a box, and the caller waits.
-            QMetaObject::invokeMethod(zone_, &ClickZone::Click, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(zone_, [zone = QPointer(zone_)] { Press(zone); },
+                                      Qt::QueuedConnection);
         }
     }
 
 private:
+    static void Press(const QPointer<ClickZone>& zone) {
+        Q_EMIT zone->MouseDown();
+        if (zone) {
+            Q_EMIT zone->Click();
+        }
+    }
+
     ClickZone* zone_;
 };
 
