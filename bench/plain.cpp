@@ -24,7 +24,7 @@ QList<QByteArray> Definitions(dao::Connection& connection, const char* kind) {
     while (rows.Step()) {
         // The collation is our own; the nearest that every program has is NOCASE.
         definitions.append(
-            rows.Utf8(0).toByteArray().replace("TARVO,", "NOCASE,").replace("TARVO)", "NOCASE)"));
+            rows.Read(0).utf8.toByteArray().replace("TARVO,", "NOCASE,").replace("TARVO)", "NOCASE)"));
     }
     return definitions;
 }

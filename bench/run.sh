@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Makes the two catalogues, measures every search on them and writes docs/benchmarks.md.
+# Makes the two catalogues, measures every search and the part views on them and
+# writes their sections of docs/benchmarks.md.
 #
 #   bench/run.sh [build folder]     build/release by default; it must be built
 #
@@ -16,7 +17,7 @@ export QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8
 make_data() {  # name, then the sizes
     local folder=$data/$1
     shift
-    [ -f "$folder/Tarvo.mdb" ] || "$bin/tarvo-demo" "$folder" "$@"
+    [ -f "$folder/Tarvo.mdb" ] || "$bin/tarvo-demo" "$folder" --pictures none "$@"
     # Made anew each time, which also brings the pages into memory.
     "$bin/tarvo-bench-plain" "$folder" "$folder/plain.db"
 }
@@ -36,5 +37,7 @@ make_data large --parts 150000 --components 950000 --kits 400000 --vehicles 3000
     --crossrefs 1000000
 measure small 9
 measure large 3
-python3 bench/table.py "$data" >docs/benchmarks.md
+BENCH_REPETITIONS=9 "$bin/tarvo-bench-views" "$data/large" \
+    --benchmark_out="$data/views.json" --benchmark_out_format=json
+python3 bench/table.py "$data" docs/benchmarks.md
 echo "docs/benchmarks.md written"

@@ -5,16 +5,12 @@
 #include "session/banco.h"
 #include "session/global.h"
 
-#include <QEvent>
-
 #include <stdexcept>
 
 using namespace Qt::StringLiterals;
 
 namespace bench {
 namespace {
-
-constexpr double PatienceMs = 120000;
 
 template <typename Control>
 Control* Find(QObject& screen, const QString& name) {
@@ -58,27 +54,6 @@ qint32 ItemDataOf(Party party) {
 }
 
 }  // namespace
-
-void WatchfulApplication::Watch(QObject* painted) {
-    watched_ = painted;
-    wasPainted_ = false;
-    longestMs_ = 0;
-}
-
-bool WatchfulApplication::notify(QObject* receiver, QEvent* event) {
-    const Clock::time_point start = Clock::now();
-    ++depth_;
-    const bool handled = Application::notify(receiver, event);
-    --depth_;
-    paintedInside_ |= receiver == watched_ && event->type() == QEvent::Paint;
-    if (depth_ == 0) {
-        // The grid's paint is part of a bigger event, at whose end the picture is on the window.
-        longestMs_ = std::max(longestMs_, MillisecondsSince(start));
-        wasPainted_ |= paintedInside_;
-        paintedInside_ = false;
-    }
-    return handled;
-}
 
 Screen::Screen(WatchfulApplication& application, const QString& folder)
     : application_(application) {
@@ -151,17 +126,12 @@ Measured Screen::Run(const Search& search, const OrderBy& order) {
     Settle();
 
     Measured measured;
-    application_.Watch(grid_->viewport());
     const Clock::time_point start = Clock::now();
-    Change(search, order.order);
-    const double handlerMs = MillisecondsSince(start);
-    while (!application_.WasPainted()) {
-        QCoreApplication::processEvents();
-        if (MillisecondsSince(start) > PatienceMs) {
-            throw std::runtime_error("the grid was never painted");
-        }
-    }
-    measured.firstMs = MillisecondsSince(start);
+    double handlerMs = 0;
+    measured.firstMs = application_.TimeToPaint({grid_->objectName()}, [&] {
+        Change(search, order.order);
+        handlerMs = MillisecondsSince(start);
+    });
     while (!source_->GetRecordset()->IsComplete()) {
         QCoreApplication::processEvents();
     }

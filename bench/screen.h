@@ -1,34 +1,12 @@
 #pragma once
 
 #include "cases.h"
-#include "platform/forms/application.h"
 #include "platform/forms/boundgrid.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/datasource.h"
-#include "report.h"
-
-#include <QObject>
+#include "watch.h"
 
 namespace bench {
-
-// Notes when a widget has been painted and how long single events took.
-class WatchfulApplication : public forms::Application {
-public:
-    using Application::Application;
-
-    void Watch(QObject* painted);
-    bool WasPainted() const { return wasPainted_; }
-    double LongestEventMs() const { return longestMs_; }
-
-    bool notify(QObject* receiver, QEvent* event) override;
-
-private:
-    QObject* watched_ = nullptr;
-    bool wasPainted_ = false;
-    bool paintedInside_ = false;
-    double longestMs_ = 0;
-    int depth_ = 0;
-};
 
 // The real search screen over the catalogue of `folder`, with its part panel open.
 class Screen {

@@ -1,4 +1,7 @@
-"""Turns the results of bench/run.sh into docs/benchmarks.md, on the standard output."""
+"""Writes the sections of searches and part views of a document out of the results of bench/run.sh.
+
+Other sections of the document stay as they are.
+"""
 
 import json
 import pathlib
@@ -15,7 +18,7 @@ TITLES = {
     "large": "1,500,000 searchable rows, 1,000,000 cross references",
 }
 
-INTRO = """# Benchmarks
+INTRO = """## Searches
 
 Made by
 
@@ -88,7 +91,7 @@ def row(size, key, ours, bare, ordinary):
 
 def table(size, cases):
     lines = [
-        f"\n## {TITLES[size]}\n",
+        f"\n### {TITLES[size]}\n",
         "| Search | Order | Rows | Screen: painted | whole | stall | C API: first 100 | whole "
         "| Ordinary: painted | whole | stall |",
         "|---|---|" + "--:|" * 9,
@@ -114,7 +117,7 @@ def load(context):
     return context["load_avg"][0]
 
 
-def main(folder):
+def searches(folder):
     results = {}
     for size in TITLES:
         ours = folder / f"{size}-ours.json"
@@ -122,10 +125,52 @@ def main(folder):
         context = json.loads(ours.read_text())["context"]
     runs = {size: next(iter(cases.values()))["runs"] for size, cases in results.items()}
     intro = INTRO.format(machine=machine(context), load=load(context), **runs)
-    print(intro, end="")
-    for size, cases in results.items():
-        print(table(size, cases))
+    return intro + "".join(table(size, cases) + "\n" for size, cases in results.items())
+
+
+VIEWS_INTRO = """## Part views
+
+Made by the same command on the large catalogue, with a part of 20 and one of 1,000 items, 25
+vehicles and a photo of 1600 by 1200 pixels each, load average {load:.1f} at the start; medians of
+{runs} runs. From the event to the picture on the window.
+
+| | To reach | Painted | longest of all runs |
+|---|--:|--:|--:|
+"""
+VIEWS_GOALS = {"double click": 50, "list button": 50, "key in": 8, "row to row": 16}
+
+
+def views(folder):
+    results = json.loads((folder / "views.json").read_text())
+    rows, worst, runs = [], {}, 0
+    for entry in results["benchmarks"]:
+        name = re.sub(r"/iterations:.*", "", entry["run_name"])
+        if entry.get("aggregate_name") == "median":
+            rows.append((name, entry["real_time"]))
+            runs = entry["repetitions"]
+        elif entry.get("aggregate_name") == "max":
+            worst[name] = entry["real_time"]
+    lines = [VIEWS_INTRO.format(load=load(results["context"]), runs=runs)]
+    for name, painted in rows:
+        goal = next(goal for start, goal in VIEWS_GOALS.items() if name.startswith(start))
+        lines.append(f"| {name} | {goal} | {number(painted, painted > goal)} "
+                     f"| {number(worst[name])} |\n")
+    return "".join(lines)
+
+
+def put(text, name, section):
+    """The document with what stands between the section's marks replaced."""
+    begin, end = f"<!-- {name}: begin -->\n", f"<!-- {name}: end -->\n"
+    before, rest = text.split(begin)
+    return before + begin + section + end + rest.split(end)[1]
+
+
+def main(folder, document):
+    text = document.read_text()
+    text = put(text, "searches", searches(folder))
+    text = put(text, "views", views(folder))
+    document.write_text(text)
 
 
 if __name__ == "__main__":
-    main(pathlib.Path(sys.argv[1]))
+    main(pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2]))

@@ -94,6 +94,15 @@ QString Assortment::Description(const PartModel& model) const {
     return PatternOf(*model.family).Text(model.choices);
 }
 
+QList<std::pair<QString, QString>> Assortment::ValuesOf(const PartModel& model) const {
+    QList<std::pair<QString, QString>> values;
+    const QList<Pattern::Axis>& axes = PatternOf(*model.family).Axes();
+    for (qsizetype i = 0; i < axes.size(); ++i) {
+        values.append({axes[i].name, axes[i].values[model.choices[i]]});
+    }
+    return values;
+}
+
 QString Assortment::PhotoOf(const PartModel& model) const {
     QString name = QString::fromUtf16(model.family->slug) + u'-';
     for (const quint16 choice : model.choices) {

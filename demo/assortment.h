@@ -46,6 +46,9 @@ public:
     PartModel ModelOf(const Construction& construction, quint32 ordinal) const;
     QString Description(const PartModel& model) const;
 
+    // The places of its text that have a name, with their values.
+    QList<std::pair<QString, QString>> ValuesOf(const PartModel& model) const;
+
     // File name of the photograph: one for each look, so that parts that look alike share it.
     QString PhotoOf(const PartModel& model) const;
     static QString GalleryPhotoOf(const Family& family);

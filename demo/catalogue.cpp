@@ -254,8 +254,8 @@ QList<QByteArray> DropIndexes(dao::Connection& connection) {
                                "SELECT name, sql FROM sqlite_schema WHERE type = 'index'"
                                " AND sql IS NOT NULL AND sql NOT LIKE '%((1))' ORDER BY name");
         while (indexes.Step()) {
-            names.append(indexes.Utf8(0).toByteArray());
-            definitions.append(indexes.Utf8(1).toByteArray());
+            names.append(indexes.Read(0).utf8.toByteArray());
+            definitions.append(indexes.Read(1).utf8.toByteArray());
         }
     }
     for (const QByteArray& name : names) {

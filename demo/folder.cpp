@@ -19,6 +19,8 @@ namespace demo {
 namespace {
 
 constexpr auto CatalogueName = "Tarvo.mdb"_L1;
+constexpr auto PhotoFolder = "FotoPeca"_L1;
+constexpr auto FigureFolder = "Figuras"_L1;
 constexpr auto HelpName = "Ajuda_Catalogo_TARVO-LINDEN.hlp"_L1;
 
 [[noreturn]] void Fail(Erro::Code code, const QString& text) {
@@ -59,14 +61,22 @@ void Move(const QString& from, const QString& to) {
     }
 }
 
-// The catalogue comes last: whoever sees it sees a whole folder.
-void MoveAll(const QDir& from, const QDir& to) {
+void MoveFiles(const QDir& from, const QDir& to) {
     const QStringList names = from.entryList(QDir::Files | QDir::Hidden);
     for (const QString& name : names) {
         if (name != CatalogueName) {
             Move(from.filePath(name), to.filePath(name));
         }
     }
+}
+
+// The catalogue comes last: whoever sees it sees a whole folder.
+void MoveAll(const QDir& from, const QDir& to) {
+    for (const auto folder : {PhotoFolder, FigureFolder}) {
+        MakeFolder(to.filePath(folder));
+        MoveFiles(from.filePath(folder), to.filePath(folder));
+    }
+    MoveFiles(from, to);
     // A journal that an interrupted program left behind would be rolled back into the new file.
     const QString journal = to.filePath(CatalogueName + "-journal"_L1);
     if (QFile::exists(journal) && !QFile::remove(journal)) {
@@ -90,6 +100,8 @@ void MakeDataFolder(const Order& order) {
         Fail(Erro::PathFileAccess,
              u"Não foi possível gravar na pasta \"%1\"."_s.arg(folder.path()));
     }
+    MakeFolder(aside.filePath(PhotoFolder));
+    MakeFolder(aside.filePath(FigureFolder));
     try {
         MakeCatalogue(aside.filePath(CatalogueName), order.sizes, order.seed);
     } catch (const Erro& erro) {
@@ -97,8 +109,8 @@ void MakeDataFolder(const Order& order) {
                    u"Não foi possível criar o catálogo: %1"_s.arg(erro.Description()));
     }
     MakeHelp(aside.filePath(HelpName));
-    MakeFolder(folder.filePath(u"FotoPeca"_s));
-    MakeFolder(folder.filePath(u"Figuras"_s));
+    DrawPhotos(Assortment(order.seed, order.sizes.parts), aside.filePath(PhotoFolder),
+               order.pictures);
     MoveAll(QDir(aside.path()), folder);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "assortment.h"
+#include "pictures.h"
 
 #include <QString>
 
@@ -11,6 +12,7 @@ struct Order {
     Sizes sizes;
     quint64 seed = 1;
     bool overwrite = false;
+    Pictures pictures = Pictures::All;
 };
 
 // Makes a data folder: catalogue, picture folders, help. All of it is made aside first, so that

@@ -25,6 +25,7 @@ Opções:
   --kits n         quantidade de jogos de reparo (padrão: 1200)
   --vehicles n     quantidade de veículos (padrão: 600)
   --crossrefs n    quantidade de referências cruzadas (padrão: 40000)
+  --pictures p     all, small (fotos pequenas) ou none (padrão: all)
   --overwrite      substitui o catálogo que já existe na pasta
   --version        mostra a versão
   --help           mostra esta ajuda
@@ -64,12 +65,35 @@ private:
     QString value_;
 };
 
+struct PicturesWord {
+    QLatin1StringView word;
+    Pictures pictures;
+};
+constexpr std::array<PicturesWord, 3> picturesWords{{
+    {"all"_L1, Pictures::All},
+    {"small"_L1, Pictures::Small},
+    {"none"_L1, Pictures::None},
+}};
+
 quint32 MostCrossReferences(const Sizes& sizes) {
     const quint64 numbers = static_cast<quint64>(sizes.parts) + sizes.components + sizes.kits;
     return static_cast<quint32>(numbers * CompanyCount());
 }
 
-QString ReadNumber(const QString& option, const QString& value, Order& order) {
+QString ReadPictures(const QString& value, Order& order) {
+    const auto found = std::find_if(picturesWords.begin(), picturesWords.end(),
+                                    [&value](const PicturesWord& p) { return p.word == value; });
+    if (found == picturesWords.end()) {
+        return u"A opção --pictures precisa de all, small ou none."_s;
+    }
+    order.pictures = found->pictures;
+    return {};
+}
+
+QString ReadValue(const QString& option, const QString& value, Order& order) {
+    if (option == "--pictures"_L1) {
+        return ReadPictures(value, order);
+    }
     const Numbers number(option, value);
     if (option == "--seed"_L1) {
         return number.Read(0, std::numeric_limits<quint64>::max(), order.seed);
@@ -103,7 +127,7 @@ std::variant<Order, ShowText, Complaint> ReadOptions(const QStringList& argument
             const QString option = *argument;
             const bool last = std::next(argument) == arguments.end();
             const QString value = last ? QString() : *++argument;
-            if (const QString wrong = ReadNumber(option, value, order); !wrong.isEmpty()) {
+            if (const QString wrong = ReadValue(option, value, order); !wrong.isEmpty()) {
                 return Complaint{wrong};
             }
             crossReferencesGiven |= option == "--crossrefs"_L1;

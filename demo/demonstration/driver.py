@@ -200,6 +200,13 @@ class Catalogue:
         time.sleep(0.05)
         xdotool("click", "--repeat", times, "--delay", 60, 1)
 
+    def colours(self, left, top, width, height):
+        """How many different colours this part of the picture shows, design pixels."""
+        x, y = self.screen.design_to_screen(left, top)
+        right, bottom = self.screen.design_to_screen(left + width, top + height)
+        return int(output_of("import", "-window", "root", "-crop",
+                             f"{right - x}x{bottom - y}+{x}+{y}", "-format", "%k", "info:-"))
+
     def type(self, text):
         xdotool("type", "--delay", 30, text)
 

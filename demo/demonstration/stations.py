@@ -17,6 +17,7 @@ PARTS_GRID = "Resultado da pesquisa"
 VEHICLE_BOX = "Veículo"
 VEHICLE_GRID = "Veículos encontrados"
 GALLERY = "Figuras do catálogo"
+FIRST_CAPTION = "Ajustadores de folga"
 # A drop-down list is called by the row that it shows, where it shows one.
 KIND_COMBO = "TODOS OS TIPOS"
 FOUND_PARTS_GRID = "Peças"
@@ -41,6 +42,10 @@ TYPE_CUSTOMERS_NUMBER = (490, 130)
 CHOOSE_KIND = (630, 130)
 FIRST_FOUND_ROW = (200, 150)
 
+# Left, top, width and height of what shows a picture.
+PHOTO = (85, 315, 250, 195)
+THUMBNAILS = [(177 + 140 * i, 410, 120, 75) for i in range(4)]
+
 # Places on the screens of the part views.
 TO_COMPONENT_LIST = (393, 558)
 TO_PART_RESULT = (392, 558)
@@ -63,6 +68,11 @@ def first_rows(tour, grid, fits, what):
         table = tour.find("table", grid)
         return table and table.rows() > 0 and fits(table)
     return wait(what, there)
+
+
+def shows_picture(tour, place):
+    """A photograph has many shades, a frame or a line of text only some."""
+    return tour.colours(*place) > 200
 
 
 def splash(tour):
@@ -110,7 +120,7 @@ def customers_number(tour):
 
 
 def part_result(tour):
-    """A relay valve opened by a double click: the part, its vehicles."""
+    """A relay valve opened by a double click: the part, its vehicles, its photo."""
     tour.press("ctrl+a")
     tour.press("Delete")
     tour.choose(CHOOSE_KIND, KIND_COMBO, "Peças")
@@ -120,6 +130,7 @@ def part_result(tour):
     tour.click(*FIRST_FOUND_ROW, times=2)
     first_rows(tour, FOUND_PARTS_GRID, lambda t: "relé" in t.cell(0, 1), "the part that was opened")
     first_rows(tour, FOUND_VEHICLES_GRID, lambda t: t.cell(0, 1), "its vehicles")
+    wait("its photo", lambda: shows_picture(tour, PHOTO))
 
 
 def component_list(tour):
@@ -172,6 +183,30 @@ def gallery(tour):
     tour.click(*BACKGROUND)
     tour.click(*OPEN_GALLERY)
     wait("the gallery", lambda: tour.find(name=GALLERY))
+    wait("its pictures", lambda: all(shows_picture(tour, place) for place in THUMBNAILS))
+
+
+def gallery_by_keys(tour):
+    """Arrow keys lead through the pictures and move the strip on."""
+    wait("the first caption", lambda: tour.find(name=FIRST_CAPTION))
+    tour.press("Right", 9)
+    wait("other captions", lambda: not tour.find(name=FIRST_CAPTION))
+    wait("other pictures", lambda: all(shows_picture(tour, place) for place in THUMBNAILS))
+
+
+def parts_of_a_picture(tour):
+    """A picture opened by a double click: the parts that look like it."""
+    left, top, width, height = THUMBNAILS[1]
+    tour.click(left + width // 2, top + height // 2, times=2)
+    first_rows(tour, FOUND_PARTS_GRID, lambda t: t.rows() > 1, "the parts of the picture")
+    wait("the photo of the first", lambda: shows_picture(tour, PHOTO))
+
+
+def back_to_the_gallery(tour):
+    """Back to the gallery, leafed as it was left."""
+    tour.click(*TO_SEARCH)
+    wait("the gallery", lambda: tour.find(name=GALLERY) and not tour.find(name=FIRST_CAPTION))
+    wait("its pictures", lambda: all(shows_picture(tour, place) for place in THUMBNAILS))
 
 
 def help_window(tour):
@@ -215,6 +250,9 @@ STATIONS = [
     back_to_the_search,
     vehicles,
     gallery,
+    gallery_by_keys,
+    parts_of_a_picture,
+    back_to_the_gallery,
     help_window,
     restored,
     credits_at_the_end,

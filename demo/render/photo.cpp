@@ -343,7 +343,7 @@ private:
         const Visibility::Share share = ShareAt(x, y, 0, 0, {});
         const float u = (static_cast<float>(x) + 0.5f) / static_cast<float>(size_.width()) - 0.5f;
         const float v = (static_cast<float>(y) + 0.5f) / static_cast<float>(size_.height()) - 0.45f;
-        const float paper = 1.02f - 0.34f * (u * u + v * v);
+        const float paper = 1.04f - 0.22f * (u * u + v * v);
         const float lit = 0.44f * share.key + 0.56f * share.tent;
         const float level = paper * (0.10f + 0.90f * lit);
         return {level * (0.985f + 0.015f * lit), level * (0.99f + 0.01f * lit), level};

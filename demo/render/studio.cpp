@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <map>
+#include <mutex>
 
 namespace render {
 namespace {
@@ -148,6 +149,8 @@ Light LightTable::At(float nx, float ny) const {
 
 const LightTable& LightTable::For(float roughness) {
     static std::map<int, LightTable> tables;
+    static std::mutex mutex;
+    const std::scoped_lock lock(mutex);
     // A handful of tables serves all materials.
     const int step = std::clamp(static_cast<int>(roughness * 10 + 0.5f), 1, 9);
     const auto found = tables.find(step);

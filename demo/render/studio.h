@@ -32,6 +32,7 @@ public:
     explicit LightTable(float roughness);
     Light At(float nx, float ny) const;
 
+    // Any thread may ask; the table stays.
     static const LightTable& For(float roughness);
 
 private:

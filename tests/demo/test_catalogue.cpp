@@ -40,7 +40,7 @@ QByteArray HashOf(dao::Connection& connection) {
         dao::Statement rows(connection, "SELECT * FROM " + table.toUtf8() + " ORDER BY rowid");
         while (rows.Step()) {
             for (int column = 0; column < rows.ColumnCount(); ++column) {
-                hash.addData(QByteArray::number(rows.Type(column)));
+                hash.addData(QByteArray::number(static_cast<int>(rows.Read(column).type)));
                 hash.addData(rows.Column(column).toString().toUtf8() + '|');
             }
         }
@@ -51,6 +51,7 @@ QByteArray HashOf(dao::Connection& connection) {
 QByteArray HashOfSmall(quint64 seed) {
     const QTemporaryDir folder;
     demo::Order order;
+    order.pictures = demo::Pictures::None;
     order.folder = folder.path();
     order.seed = seed;
     order.sizes = {120, 400, 60, 80, 900};
@@ -66,6 +67,7 @@ class DemoCatalogue : public QObject {
 private Q_SLOTS:
     void initTestCase() {
         demo::Order order;
+        order.pictures = demo::Pictures::None;
         order.folder = folder_.path();
         demo::MakeDataFolder(order);
         connection_ = Open(folder_.path());
@@ -270,6 +272,7 @@ private Q_SLOTS:
     void IndexesAreAllBack() {
         const QTemporaryDir folder;
         demo::Order order;
+        order.pictures = demo::Pictures::None;
         order.folder = folder.path();
         order.sizes = {1, 1, 0, 0, 0};
         demo::MakeDataFolder(order);

@@ -37,6 +37,11 @@ public:
     bool AtEnd() const { return at_ == end_; }
     Weight Next() { return *at_ < 0x80 ? Table[*at_++] : NextBeyondAscii(); }
 
+    // For a scan over the bytes themselves; a step of `bytes` must end between two characters.
+    std::size_t BytesLeft() const { return static_cast<std::size_t>(end_ - at_); }
+    unsigned char Byte(std::size_t ahead) const { return at_[ahead]; }
+    void Skip(std::size_t bytes) { at_ += bytes; }
+
 private:
     Weight NextBeyondAscii();
 

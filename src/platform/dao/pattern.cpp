@@ -2,6 +2,8 @@
 
 #include "platform/dao/errors.h"
 
+#include <algorithm>
+
 namespace dao {
 
 using letters::Weight;
@@ -31,6 +33,29 @@ Pattern::Pattern(QStringView pattern) {
                 {Kind::Character, letters::Utf16Cursor(pattern.sliced(at, pair ? 2 : 1)).Next()});
             at += pair ? 1 : 0;
         }
+    }
+    FindLiterals();
+}
+
+void Pattern::FindLiterals() {
+    for (std::size_t i = 1; i < elements_.size(); ++i) {
+        if (elements_[i - 1].kind != Kind::AnyRun || elements_[i].kind != Kind::Character) {
+            continue;
+        }
+        Literal literal;
+        // What lies beyond the ASCII range may begin any character: it has to be decoded.
+        std::fill(literal.places.begin() + 0x80, literal.places.end(), 0xFF);
+        while (literal.length < Literal::Longest && i + literal.length < elements_.size() &&
+               elements_[i + literal.length].kind == Kind::Character) {
+            for (std::size_t byte = 0; byte < 0x80; ++byte) {
+                if (letters::Table[byte] == elements_[i + literal.length].weight) {
+                    literal.places[byte] |= static_cast<unsigned char>(1U << literal.length);
+                }
+            }
+            ++literal.length;
+        }
+        elements_[i].literal = literals_.size();
+        literals_.push_back(literal);
     }
 }
 
@@ -85,14 +110,37 @@ bool Pattern::Element::Takes(Weight character) const {
 }
 
 // Moves on to where the element behind a run can begin; false when it cannot any more. Most of a
-// search inside descriptions is spent here.
-template <typename Cursor>
-bool Pattern::SkipTo(const Element& element, Cursor& text) {
+// search inside descriptions is spent here, so it looks at bytes and skips those that can't be in a
+// match.
+bool Pattern::SkipTo(const Element& element, letters::Utf8Cursor& text) const {
+    if (element.literal == None) {
+        return true;
+    }
+    const Literal& literal = literals_[element.literal];
+    const std::size_t last = literal.length - 1;
+    while (text.BytesLeft() > last) {
+        if (literal.places[text.Byte(last)] == 0) {
+            text.Skip(last + 1);  // an ASCII byte that no match has: none begins up to here
+            continue;
+        }
+        const bool second = last == 0 || (literal.places[text.Byte(1)] & 2) != 0;
+        if (second && (literal.places[text.Byte(0)] & 1) != 0) {
+            letters::Utf8Cursor next = text;
+            if (next.Next() == element.weight) {
+                return true;
+            }
+        }
+        text.Next();
+    }
+    return false;
+}
+
+bool Pattern::SkipTo(const Element& element, letters::Utf16Cursor& text) {
     if (element.kind != Kind::Character) {
         return true;
     }
     while (!text.AtEnd()) {
-        const Cursor here = text;
+        const letters::Utf16Cursor here = text;
         if (text.Next() == element.weight) {
             text = here;
             return true;

@@ -4,6 +4,7 @@
 
 #include <QStringView>
 
+#include <array>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -23,20 +24,32 @@ public:
 
 private:
     enum class Kind { Character, AnyRun, AnyOne, Digit, List, ListNot };
+    static constexpr auto None = static_cast<std::size_t>(-1);
     struct Element {
         Kind kind;
         letters::Weight weight = 0;
         std::vector<std::pair<letters::Weight, letters::Weight>> ranges = {};
+        std::size_t literal = None;  // in literals_, of the first character behind a run
         bool Takes(letters::Weight character) const;
     };
 
+    // The characters that stand behind a run, up to the next wildcard, for a scan over bytes. Bit i
+    // of a byte's places: a character of the weight at place i can begin with it.
+    struct Literal {
+        static constexpr std::size_t Longest = 8;
+        std::size_t length = 0;  // in characters; no match has fewer bytes
+        std::array<unsigned char, 256> places{};
+    };
+
     void AppendList(QStringView list);
-    template <typename Cursor>
-    static bool SkipTo(const Element& element, Cursor& text);
+    void FindLiterals();
+    bool SkipTo(const Element& element, letters::Utf8Cursor& text) const;
+    static bool SkipTo(const Element& element, letters::Utf16Cursor& text);
     template <typename Cursor>
     bool Match(Cursor text) const;
 
     std::vector<Element> elements_;
+    std::vector<Literal> literals_;
 };
 
 }  // namespace dao

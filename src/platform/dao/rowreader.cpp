@@ -69,6 +69,9 @@ void RowReader::Read(qint64 rows, Clock::time_point deadline) {
     connection_->SetDeadline(deadline);
     const DeadlineScope scope{*connection_};
     const bool timed = deadline != Clock::time_point::max();
+    // The clock costs as much as a column. A step that read no row may have been a long one.
+    constexpr unsigned RowsPerLook = 4;
+    unsigned read = 0;
     try {
         while (rows > 0) {
             const Step step = Next();
@@ -77,7 +80,8 @@ void RowReader::Read(qint64 rows, Clock::time_point deadline) {
                 return;
             }
             rows -= step == Step::Row ? 1 : 0;
-            if (timed && Clock::now() >= deadline) {
+            const bool look = step != Step::Row || ++read % RowsPerLook == 0;
+            if (timed && look && Clock::now() >= deadline) {
                 return;
             }
         }

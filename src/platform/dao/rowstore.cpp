@@ -20,38 +20,6 @@ constexpr std::size_t LargestBlock = std::size_t{1} << 20;
 enum Tag : unsigned char { Null, Integer, Real, LongText, ShortText };
 constexpr std::size_t LongestShort = 255 - ShortText;
 
-std::size_t CellSize(const Statement& row, int column) {
-    switch (row.Type(column)) {
-        case 5:
-            return 1;
-        case 1:
-        case 2:
-            return 1 + sizeof(qint64);
-        default: {
-            const auto length = static_cast<std::size_t>(row.Utf8(column).size());
-            return 1 + (length > LongestShort ? sizeof(quint32) : 0) + length;
-        }
-    }
-}
-
-template <typename Number>
-char* PutNumber(char* at, Tag tag, Number number) {
-    *at++ = static_cast<char>(tag);
-    std::memcpy(at, &number, sizeof number);
-    return at + sizeof number;
-}
-
-char* PutText(char* at, QByteArrayView text) {
-    const auto length = static_cast<std::size_t>(text.size());
-    if (length > LongestShort) {
-        at = PutNumber(at, LongText, static_cast<quint32>(length));
-    } else {
-        *at++ = static_cast<char>(ShortText + length);
-    }
-    std::copy(text.begin(), text.end(), at);
-    return at + length;
-}
-
 template <typename Number>
 Number GetNumber(const char* at) {
     Number number;
@@ -61,58 +29,106 @@ Number GetNumber(const char* at) {
 
 }  // namespace
 
-struct RowStore::Cell {
+// A value as it lies in the arena.
+struct RowStore::Stored {
     Tag tag;
     const char* data;
     std::size_t size;
 };
 
-char* RowStore::Reserve(std::size_t bytes) {
-    if (bytes > left_) {
-        left_ = std::max(
-            bytes, std::min(FirstBlock << std::min<std::size_t>(blocks_.size(), 8), LargestBlock));
-        blocks_.push_back(std::make_unique_for_overwrite<char[]>(left_));
-        free_ = blocks_.back().get();
-    }
-    char* at = free_;
-    free_ += bytes;
-    left_ -= bytes;
-    return at;
+void RowStore::AddBlock(std::size_t bytes) {
+    const std::size_t size = std::max(
+        bytes, std::min(FirstBlock << std::min<std::size_t>(blocks_.size(), 8), LargestBlock));
+    blocks_.push_back(std::make_unique_for_overwrite<char[]>(size));
+    free_ = blocks_.back().get();
+    end_ = free_ + size;
 }
 
-void RowStore::Append(const Statement& row, int columns) {
-    std::size_t size = 0;
-    for (int column = 0; column < columns; ++column) {
-        size += CellSize(row, column);
+// Puts one row down, each value asked for once: how long it will be shows only on the way. A row
+// that does not fit moves to a new block.
+class RowStore::Writer {
+public:
+    explicit Writer(RowStore& store) : store_(store), start_(store.free_), at_(start_) {}
+
+    template <typename Number>
+    void Put(Tag tag, Number number) {
+        Ensure(1 + sizeof number);
+        *at_++ = static_cast<char>(tag);
+        std::memcpy(at_, &number, sizeof number);
+        at_ += sizeof number;
     }
-    char* at = Reserve(size);
-    rows_.push_back(at);
+
+    void PutNull() {
+        Ensure(1);
+        *at_++ = static_cast<char>(Null);
+    }
+
+    void PutText(QByteArrayView text) {
+        const auto length = static_cast<std::size_t>(text.size());
+        if (length > LongestShort) {
+            Put(LongText, static_cast<quint32>(length));
+            Ensure(length);
+        } else {
+            Ensure(1 + length);
+            *at_++ = static_cast<char>(ShortText + length);
+        }
+        at_ = std::copy(text.begin(), text.end(), at_);
+    }
+
+    const char* Finish() {
+        store_.free_ = at_;
+        return start_;
+    }
+
+private:
+    void Ensure(std::size_t bytes) {
+        if (static_cast<std::size_t>(store_.end_ - at_) >= bytes) {
+            return;
+        }
+        const char* old = start_;
+        const auto written = static_cast<std::size_t>(at_ - start_);
+        store_.AddBlock(2 * written + bytes);
+        start_ = store_.free_;
+        at_ = std::copy_n(old, written, start_);
+    }
+
+    RowStore& store_;
+    char* start_;
+    char* at_;
+};
+
+void RowStore::Append(const Statement& row, int columns) {
+    Writer writer(*this);
     for (int column = 0; column < columns; ++column) {
-        switch (row.Type(column)) {
-            case 5:
-                *at++ = static_cast<char>(Null);
+        const Cell cell = row.Read(column);
+        switch (cell.type) {
+            case Cell::Type::Null:
+                writer.PutNull();
                 break;
-            case 1:
-                at = PutNumber(at, Integer, row.Int64(column));
+            case Cell::Type::Integer:
+                writer.Put(Integer, cell.integer);
                 break;
-            case 2:
-                at = PutNumber(at, Real, row.Double(column));
+            case Cell::Type::Real:
+                writer.Put(Real, cell.real);
                 break;
-            default:
-                at = PutText(at, row.Utf8(column));
+            case Cell::Type::Text:
+                writer.PutText(cell.utf8);
+                break;
         }
     }
+    rows_.push_back(writer.Finish());
 }
 
 void RowStore::Clear() {
     rows_.clear();
     // One block stays, so that a result of which one row is kept at a time allocates once.
-    blocks_.resize(std::min<std::size_t>(blocks_.size(), 1));
+    if (blocks_.size() > 1) {
+        blocks_.erase(blocks_.begin(), blocks_.end() - 1);
+    }
     free_ = blocks_.empty() ? nullptr : blocks_.front().get();
-    left_ = blocks_.empty() ? 0 : FirstBlock;
 }
 
-RowStore::Cell RowStore::Decode(const char* at) {
+RowStore::Stored RowStore::Decode(const char* at) {
     const auto tag = static_cast<unsigned char>(*at++);
     switch (tag) {
         case Null:
@@ -130,14 +146,14 @@ RowStore::Cell RowStore::Decode(const char* at) {
 const char* RowStore::Find(qint64 row, int column) const {
     const char* at = rows_[static_cast<std::size_t>(row)];
     for (; column > 0; --column) {
-        const Cell cell = Decode(at);
+        const Stored cell = Decode(at);
         at = cell.data + cell.size;
     }
     return at;
 }
 
 QVariant RowStore::Value(qint64 row, int column) const {
-    const Cell cell = Decode(Find(row, column));
+    const Stored cell = Decode(Find(row, column));
     switch (cell.tag) {
         case Null:
             return {};
@@ -151,7 +167,7 @@ QVariant RowStore::Value(qint64 row, int column) const {
 }
 
 QString RowStore::Text(qint64 row, int column) const {
-    const Cell cell = Decode(Find(row, column));
+    const Stored cell = Decode(Find(row, column));
     switch (cell.tag) {
         case Null:
             return {};

@@ -22,15 +22,16 @@ public:
     QString Text(qint64 row, int column) const;  // Null as the empty text
 
 private:
-    struct Cell;
+    struct Stored;
+    class Writer;
     const char* Find(qint64 row, int column) const;
-    static Cell Decode(const char* at);
-    char* Reserve(std::size_t bytes);
+    static Stored Decode(const char* at);
+    void AddBlock(std::size_t bytes);
 
     std::vector<std::unique_ptr<char[]>> blocks_;
     std::vector<const char*> rows_;
     char* free_ = nullptr;
-    std::size_t left_ = 0;
+    char* end_ = nullptr;
 };
 
 }  // namespace dao

@@ -18,6 +18,15 @@ namespace dao {
 class Connection;
 class RowReader;
 
+// One value of a row, in the type that it has there; valid until the next Step.
+struct Cell {
+    enum class Type { Null, Integer, Real, Text };
+    Type type = Type::Null;
+    qint64 integer = 0;
+    double real = 0;
+    QByteArrayView utf8;  // for Text
+};
+
 // A prepared statement; owns its handle before the return code is tested. Once its connection has
 // been closed, every use throws 3420.
 class Statement {
@@ -35,10 +44,9 @@ public:
     QString ColumnName(int column) const;
     QVariant Column(int column) const;
     bool IsNull(int column) const;
-    int Type(int column) const;  // the engine's type code: 1 integer, 2 float, 3 text
     qint64 Int64(int column) const;
-    double Double(int column) const;
-    QByteArrayView Utf8(int column) const;  // valid until the next Step
+    // For reading many rows: all about a value in one call.
+    Cell Read(int column) const;
 
 private:
     friend class Connection;

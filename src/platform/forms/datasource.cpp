@@ -5,6 +5,7 @@
 #include <QTimerEvent>
 
 #include <chrono>
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -47,8 +48,10 @@ void DataSource::Refresh() {
         fresh->Close();
         fresh.release()->deleteLater();
     }
-    idle_.start(0, this);
     Q_EMIT Rebound();
+    // The first round is the grid's, which lays its rows out and paints them.
+    yields_ = true;
+    idle_.start(0, this);
 }
 
 void DataSource::OpenIfPending() {
@@ -63,7 +66,7 @@ void DataSource::timerEvent(QTimerEvent* event) {
         return;
     }
     idle_.stop();  // an error in the reading ends it
-    if (!recordset_->ReadFor(Slice)) {
+    if (std::exchange(yields_, false) || !recordset_->ReadFor(Slice)) {
         idle_.start(0, this);
         return;
     }

@@ -56,6 +56,7 @@ private:
     QString recordSource_;
     std::unique_ptr<dao::Recordset> recordset_;
     QBasicTimer idle_;
+    bool yields_ = false;
     qint64 firstRows_ = 32;
 };
 
