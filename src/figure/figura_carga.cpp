@@ -146,9 +146,8 @@ void frmFiguraDetalhada::NomearItens() {
     }
     for (ItemFigura* item : lblItem) {
         const auto descricao = descricoes.constFind(item->Caption().toCaseFolded());
-        item->setAccessibleName(u"Item "_s + item->Caption().trimmed() + u", "_s +
-                                (descricao == descricoes.constEnd()
-                                     ? u"não se aplica a essa peça"_s
-                                     : *descricao));
+        item->setAccessibleName(
+            u"Item "_s + item->Caption().trimmed() + u", "_s +
+            (descricao == descricoes.constEnd() ? u"não se aplica a essa peça"_s : *descricao));
     }
 }

@@ -72,9 +72,9 @@ private:
     void VoltarResultado();
     void VoltarPesquisa();
 
-    bool mIgnorarAtivacao = false;  // the next activation brings no selection
-    qint16 mItemAtual = -1;         // the number under the mouse
-    qint16 mQuantidadeItens = 0;    // the last index of lblItem
+    bool mIgnorarAtivacao = false;                 // the next activation brings no selection
+    qint16 mItemAtual = -1;                        // the number under the mouse
+    qint16 mQuantidadeItens = 0;                   // the last index of lblItem
     std::unique_ptr<dao::Recordset> mComponentes;  // one row for each item and kit, by item
     std::vector<ItemPiscando> mItensPiscando;
     QTimer Timer1{this};

@@ -9,9 +9,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QColor FundoMarcador(0, 0, 128);
-constexpr QColor BordaMarcador(128, 128, 255);
-
 // Up to three characters stand on the marker in the size of all small texts, four a pixel smaller.
 QFont LetraPara(const QString& caption, bool negrito) {
     const int corpo = Paleta::Atual().corpoRotulo;
@@ -23,15 +20,15 @@ QFont LetraPara(const QString& caption, bool negrito) {
 QColor CorDe(Cor cor) {
     switch (cor) {
         case Cor::AzulClaro:
-            return QColor(0, 0, 255);
+            return Paleta::Atual().itemJogo;
         case Cor::VermelhoClaro:
-            return QColor(255, 0, 0);
+            return Paleta::Atual().itemMesmo;
         case Cor::Branco:
-            return QColor(255, 255, 255);
+            return Qt::white;
         case Cor::Preto:
             break;
     }
-    return QColor(0, 0, 0);
+    return Qt::black;
 }
 
 ItemFigura::ItemFigura(qint16 indice, QWidget* pai)
@@ -79,7 +76,7 @@ void MarcadorItem::Mover(const QRectF& lugar) {
 void MarcadorItem::paintEvent(QPaintEvent*) {
     QPainter pintor(this);
     pintor.setRenderHint(QPainter::Antialiasing);
-    pintor.setBrush(FundoMarcador);
-    pintor.setPen(QPen(BordaMarcador, 1));
+    pintor.setBrush(Paleta::Atual().itemFundo);
+    pintor.setPen(QPen(Paleta::Atual().itemBorda, 1));
     pintor.drawEllipse(lugar_.translated(-pos()).adjusted(0.5, 0.5, -0.5, -0.5));
 }

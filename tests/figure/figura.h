@@ -142,7 +142,8 @@ public:
         QStringList acesos;
         for (const auto* item : forms::Form::Find(Tela)->findChildren<ItemFigura*>()) {
             if (item->Negrito() || item->ForeColor() != Cor::Preto) {
-                acesos += item->Caption().trimmed() + u':' + QString::number(int(item->ForeColor()));
+                acesos +=
+                    item->Caption().trimmed() + u':' + QString::number(int(item->ForeColor()));
             }
         }
         acesos.sort();

@@ -23,7 +23,8 @@ private Q_SLOTS:
         mao_->AbrirFigura();
         QStringList itens;
         for (const ItemFigura* item : Mao::Itens()) {
-            itens += u"%1 %2,%3 %4"_s.arg(item->Caption()).arg(item->x()).arg(item->y()).arg(item->Tag);
+            itens +=
+                u"%1 %2,%3 %4"_s.arg(item->Caption()).arg(item->x()).arg(item->y()).arg(item->Tag);
             QCOMPARE(item->size(), QSize(33, 13));
         }
         QCOMPARE(itens, (QStringList{u"   1 66,127 "_s, u"   2 166,177 "_s, u"   2 366,187 "_s,
@@ -38,12 +39,13 @@ private Q_SLOTS:
 
     void laterRowsDoNotChangeThePicture() {
         // A table in the view's place: there a part's rows may differ in their file.
-        mao_->catalogo.Executar({u"DROP VIEW FIGURADETALHADA1"_s,
-                                 u"CREATE TABLE FIGURADETALHADA1 (CodigoFiguraDetalhada LONG, "
-                                 "CodigoPeca LONG, ItemComponente TEXT(5), ArquivoFigura TEXT(50), "
-                                 "LLeft LONG, TTop LONG)"_s,
-                                 u"INSERT INTO FIGURADETALHADA1 VALUES (8, 1, '5', 'no.png', 9, 9)"_s,
-                                 u"INSERT INTO FIGURADETALHADA1 VALUES (3, 1, '4', 'fig1.png', 1, 1)"_s});
+        mao_->catalogo.Executar(
+            {u"DROP VIEW FIGURADETALHADA1"_s,
+             u"CREATE TABLE FIGURADETALHADA1 (CodigoFiguraDetalhada LONG, "
+             "CodigoPeca LONG, ItemComponente TEXT(5), ArquivoFigura TEXT(50), "
+             "LLeft LONG, TTop LONG)"_s,
+             u"INSERT INTO FIGURADETALHADA1 VALUES (8, 1, '5', 'no.png', 9, 9)"_s,
+             u"INSERT INTO FIGURADETALHADA1 VALUES (3, 1, '4', 'fig1.png', 1, 1)"_s});
         mao_->AbrirFigura();
         QCOMPARE(Mao::Itens().size(), 2);
         QCOMPARE(Mao::Achar(Tela, u"imgFigura(1)"_s)->size(), QSize(500, 340));
@@ -65,7 +67,8 @@ private Q_SLOTS:
         mao_->catalogo.Executar({u"UPDATE FIGURADETALHADA SET "_s + mudanca +
                                  u" WHERE CodigoFigura = 1 AND CodigoFiguraDetalhada = 9"_s});
         gCodigoPeca = 1;
-        QTEST(testing_support::ErrorOf([] { UnicaInstancia<frmFiguraDetalhada>().Show(); }), "erro");
+        QTEST(testing_support::ErrorOf([] { UnicaInstancia<frmFiguraDetalhada>().Show(); }),
+              "erro");
     }
 
     void picturesOfAnyKind_data() {
@@ -111,8 +114,9 @@ private Q_SLOTS:
     void theOpenScreenLetsOthersWrite() {
         QStringList muitas;
         for (int i = 200; i < 900; ++i) {
-            muitas += u"INSERT INTO PECA_COMPONENTE (CodigoPeca, ItemComponente, CodigoComponente) "
-                      "VALUES (1, ' %1', 2)"_s.arg(i);
+            muitas +=
+                u"INSERT INTO PECA_COMPONENTE (CodigoPeca, ItemComponente, CodigoComponente) "
+                "VALUES (1, ' %1', 2)"_s.arg(i);
         }
         mao_->catalogo.Executar(muitas);
         mao_->AbrirFigura();

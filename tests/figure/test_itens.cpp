@@ -44,8 +44,8 @@ private Q_SLOTS:
         QTest::newRow("one kit") << 5 << u"100:15 12a:9"_s
                                  << u"Anel de vedação|A3400|Anel de vedação"_s
                                  << QPointF(473, 222.5);
-        QTest::newRow("no component") << 6 << u"77:15"_s << u"NÃO APLICAVEL||"_s
-                                      << QPointF(124.5, 422.5);
+        QTest::newRow("no component")
+            << 6 << u"77:15"_s << u"NÃO APLICAVEL||"_s << QPointF(124.5, 422.5);
     }
 
     void theMouseLightsANumberAndItsRelatives() {
@@ -78,14 +78,14 @@ private Q_SLOTS:
         mao_->AbrirFigura();
         Mao::Passar(4);
         const QImage tela = forms::Form::Find(Tela)->grab().toImage();
-        const QPoint canto =
-            forms::Form::Find(Tela)->findChild<forms::Picture*>(u"imgFigura(1)"_s)->mapTo(
-                forms::Form::Find(Tela), QPoint());
+        const QPoint canto = forms::Form::Find(Tela)
+                                 ->findChild<forms::Picture*>(u"imgFigura(1)"_s)
+                                 ->mapTo(forms::Form::Find(Tela), QPoint());
         QCOMPARE(tela.pixelColor(canto + QPoint(1, 1)), QColor(Qt::yellow));
         int brancos = 0;
         int fundo = 0;
-        const QRect marca = Mao::Marcador()->Lugar().toAlignedRect().translated(
-            canto - QPoint(66, 127));
+        const QRect marca =
+            Mao::Marcador()->Lugar().toAlignedRect().translated(canto - QPoint(66, 127));
         for (int x = marca.left(); x <= marca.right(); ++x) {
             for (int y = marca.top(); y <= marca.bottom(); ++y) {
                 brancos += tela.pixelColor(x, y) == QColor(Qt::white);
@@ -161,8 +161,9 @@ private Q_SLOTS:
     }
 
     void anApostropheInAnItemIsText() {
-        mao_->catalogo.Executar({u"UPDATE FIGURADETALHADA SET ItemComponente = '1''' "
-                                 "WHERE CodigoFigura = 1 AND CodigoFiguraDetalhada = 1"_s});
+        mao_->catalogo.Executar(
+            {u"UPDATE FIGURADETALHADA SET ItemComponente = '1''' "
+             "WHERE CodigoFigura = 1 AND CodigoFiguraDetalhada = 1"_s});
         mao_->AbrirFigura();
         Mao::Passar(1);
         QCOMPARE(Mao::Rotulos(), u"NÃO APLICAVEL||"_s);

@@ -156,8 +156,7 @@ private Q_SLOTS:
         mao_->AbrirResultado(u"Jogos de Reparo"_s, u"K560"_s);
         Mao::Clicar(Resultado, u"imgFiguraDetalhadaFundo"_s);
         Mao::Clicar(Tela, u"imgListaComponentesFundo"_s);
-        QCOMPARE(mao_->Caixas(),
-                 QStringList{u"64 Essa Peça não possui Lista de Componentes."_s});
+        QCOMPARE(mao_->Caixas(), QStringList{u"64 Essa Peça não possui Lista de Componentes."_s});
         QVERIFY(Visivel(Tela));
         QTRY_COMPARE(Mao::Acesos(), u"1:9"_s);
         QVERIFY(Mao::Relogio()->isActive());

@@ -44,7 +44,8 @@ QPixmap DecodeFitted(const QString& file, QSize target, qreal ratio) {
     Prepare(reader);
     const QSize size = reader.size();
     if (!target.isEmpty() && size.isValid()) {
-        const QSize room = (QSizeF(IsTurned(reader) ? target.transposed() : target) * ratio).toSize();
+        const QSize room =
+            (QSizeF(IsTurned(reader) ? target.transposed() : target) * ratio).toSize();
         if (size.width() > room.width() || size.height() > room.height()) {
             reader.setScaledSize(size.scaled(room, Qt::KeepAspectRatio).expandedTo({1, 1}));
         }

@@ -21,8 +21,8 @@ public:
     void doAction(const QString& action) override {
         if (action == pressAction() && zone_->isEnabled() && zone_->isVisible()) {
             // Queued: what a click does may take long or open a box, and the caller waits.
-            QMetaObject::invokeMethod(zone_, [zone = QPointer(zone_)] { Press(zone); },
-                                      Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                zone_, [zone = QPointer(zone_)] { Press(zone); }, Qt::QueuedConnection);
         }
     }
 
