@@ -1,6 +1,7 @@
 #include "catalogue.h"
 
 #include "crossreferences.h"
+#include "figures.h"
 #include "items.h"
 #include "kits.h"
 #include "numbers.h"
@@ -55,12 +56,15 @@ QStringView PrefixOf(ComponentKind kind) {
 
 class Filler {
 public:
-    Filler(dao::Connection& connection, const Sizes& sizes, quint64 seed)
+    Filler(dao::Connection& connection, const Sizes& sizes, quint64 seed,
+           const QString& figureFolder)
         : connection_(connection),
           sizes_(sizes),
           seed_(seed),
+          figureFolder_(figureFolder),
           assortment_(seed, sizes.parts),
           stock_(seed, sizes.components, Spare(sizes.components, 7), assortment_),
+          figures_(seed, assortment_),
           kits_(seed, sizes.kits, Spare(sizes.kits, 5), assortment_),
           fleet_(seed, sizes.vehicles, Spare(sizes.vehicles, 3)) {}
 
@@ -70,6 +74,7 @@ public:
         AddGallery();
         AddVehicles();
         AddParts();
+        AddFigures();
         AddComponents();
         AddKits();
         AddCrossReferences();
@@ -137,10 +142,11 @@ private:
         for (const Construction& construction : assortment_.Constructions()) {
             const std::vector<Item> items = ItemsOf(construction, assortment_, stock_, seed_);
             const std::vector<Kit> kits = kits_.KitsOfNext(construction, items);
+            const QVariant figure = FigureOf(construction, items);
             for (quint32 i = 0; i < construction.parts; ++i) {
                 const quint32 part = construction.firstPart + i;
                 Random gaps(seed_, Stream::Gaps, part);
-                AddPart(parts, part, assortment_.ModelOf(construction, i), gaps);
+                AddPart(parts, part, assortment_.ModelOf(construction, i), figure, gaps);
                 AddFits(fits, part, assortment_.Families()[construction.family].use);
                 // The first one keeps its list, so that no kit is left without a part.
                 if (i == 0 || !gaps.Percent(PercentWithoutList)) {
@@ -152,14 +158,20 @@ private:
         }
     }
 
-    void AddPart(Rows& rows, quint32 part, const PartModel& model, Random& gaps) {
+    QVariant FigureOf(const Construction& construction, const std::vector<Item>& items) {
+        const bool drawn = !figureFolder_.isEmpty() && figures_.Add(construction, items);
+        return drawn ? QVariant(CodeOf(figures_.Count() - 1)) : QVariant();
+    }
+
+    void AddPart(Rows& rows, quint32 part, const PartModel& model, const QVariant& figure,
+                 Random& gaps) {
         const auto family = model.family - assortment_.Families().data();
         const QVariant photo =
             gaps.Percent(PercentWithoutPhoto) ? QVariant() : assortment_.PhotoOf(model);
         const QVariant gallery =
             gaps.Percent(PercentOffGallery) ? QVariant() : QVariant(CodeOf(family));
         rows.Add(CodeOf(part), partNumbers_[part], assortment_.Description(model), photo, gallery,
-                 QVariant());
+                 figure);
     }
 
     void AddFits(Rows& rows, quint32 part, Use use) {
@@ -187,6 +199,20 @@ private:
             for (const size_t item : kit.items) {
                 rows.Add(CodeOf(construction.firstPart + ordinal), items[item].number,
                          CodeOf(kit.kit));
+            }
+        }
+    }
+
+    void AddFigures() {
+        Rows figures(connection_, "FIGURA", "CodigoFigura, ArquivoFigura");
+        Rows markers(connection_, "FIGURADETALHADA",
+                     "CodigoFigura, CodigoFiguraDetalhada, ItemComponente, LLeft, TTop");
+        qlonglong code = 0;
+        for (const Figure& figure : figures_.Draw(figureFolder_)) {
+            figures.Add(++code, figure.file);
+            qlonglong marker = 0;
+            for (const Figure::Marker& each : figure.markers) {
+                markers.Add(code, ++marker, each.item, each.corner.x(), each.corner.y());
             }
         }
     }
@@ -234,8 +260,10 @@ private:
     dao::Connection& connection_;
     Sizes sizes_;
     quint64 seed_;
+    QString figureFolder_;
     Assortment assortment_;
     ComponentStock stock_;
+    FigurePlan figures_;
     KitPlan kits_;
     Fleet fleet_;
     QStringList partNumbers_;
@@ -266,13 +294,14 @@ QList<QByteArray> DropIndexes(dao::Connection& connection) {
 
 }  // namespace
 
-void FillCatalogue(dao::Connection& connection, const Sizes& sizes, quint64 seed) {
+void FillCatalogue(dao::Connection& connection, const Sizes& sizes, quint64 seed,
+                   const QString& figureFolder) {
     // Half a catalogue is never kept, so nothing needs a way back, nor the disk before the end.
     connection.Run(
         "PRAGMA locking_mode = EXCLUSIVE; PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF;"
         "PRAGMA cache_size = -262144; BEGIN");
     const QList<QByteArray> indexes = DropIndexes(connection);
-    Filler(connection, sizes, seed).Run();
+    Filler(connection, sizes, seed, figureFolder).Run();
     for (const QByteArray& definition : indexes) {
         connection.Run(definition);
     }

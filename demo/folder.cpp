@@ -33,11 +33,11 @@ void MakeFolder(const QString& path) {
     }
 }
 
-void MakeCatalogue(const QString& path, const Sizes& sizes, quint64 seed) {
+void MakeCatalogue(const QString& path, const Order& order, const QString& figureFolder) {
     CriarCatalogo(path, SenhaBancoDados());
     const auto connection = std::make_shared<dao::Connection>(path, SenhaBancoDados().toUtf8(),
                                                               dao::Connection::Mode::ReadWrite);
-    FillCatalogue(*connection, sizes, seed);
+    FillCatalogue(*connection, order.sizes, order.seed, figureFolder);
 }
 
 void MakeHelp(const QString& path) {
@@ -103,7 +103,8 @@ void MakeDataFolder(const Order& order) {
     MakeFolder(aside.filePath(PhotoFolder));
     MakeFolder(aside.filePath(FigureFolder));
     try {
-        MakeCatalogue(aside.filePath(CatalogueName), order.sizes, order.seed);
+        MakeCatalogue(aside.filePath(CatalogueName), order,
+                      order.pictures == Pictures::None ? QString() : aside.filePath(FigureFolder));
     } catch (const Erro& erro) {
         throw Erro(erro.Number(),
                    u"Não foi possível criar o catálogo: %1"_s.arg(erro.Description()));

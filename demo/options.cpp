@@ -25,7 +25,8 @@ Opções:
   --kits n         quantidade de jogos de reparo (padrão: 1200)
   --vehicles n     quantidade de veículos (padrão: 600)
   --crossrefs n    quantidade de referências cruzadas (padrão: 40000)
-  --pictures p     all, small (fotos pequenas) ou none (padrão: all)
+  --pictures p     all, small (fotos pequenas) ou none, que também
+                   não faz figuras (padrão: all)
   --overwrite      substitui o catálogo que já existe na pasta
   --version        mostra a versão
   --help           mostra esta ajuda

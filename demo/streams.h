@@ -19,6 +19,7 @@ enum : quint64 {
     VehicleLinks,
     Gaps,
     CrossReferences,
+    Figures,
 };
 
 }  // namespace demo::Stream

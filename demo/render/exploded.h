@@ -1,11 +1,11 @@
 #pragma once
 
 #include "assembly.h"
+#include "callouts.h"
 #include "parameters.h"
 
 #include <QImage>
 #include <QPoint>
-#include <QRect>
 
 #include <span>
 #include <vector>
@@ -21,25 +21,18 @@ struct Item {
 // and screws where its model has them, other components to the scale of its body.
 Assembly ItemsOf(QStringView family, const Parameters& parameters, std::span<const Item> items);
 
-// A line drawing with the elements pulled apart, black on white. Long ones go on in further rows,
-// each about its own centre line. Pixels count from the picture's upper left corner.
+// A line drawing with the elements pulled apart, black on white, and from each that has a number a
+// thin line to a free place for it; the numbers themselves are not drawn. Long ones go on in
+// further rows, each about its own centre line. Small elements are drawn larger than they are, so
+// that they can be told apart. Pixels count from the picture's upper left corner.
 struct ExplodedDrawing {
-    struct Place {
-        size_t element;  // index in the assembly
-        QRect box;       // of what is visible
-        QPoint upper;    // a visible point near its upper edge, where a leader from above may end
-        QPoint lower;    // the same near its lower edge
-    };
-
     QImage image;
-    std::vector<Place> places;  // in the order of the elements; those nowhere visible are left out
-    std::vector<uint16_t> elementOf;  // for each pixel the element there plus one, or 0
-    float scale = 0;                  // pixels per mm
-
-    int ElementAt(QPoint pixel) const;  // -1 for none
+    std::vector<Callout> callouts;  // in the order of the elements
+    int faults = 0;                 // see Callouts
+    Plan plan;
+    float scale = 0;  // pixels per mm of the largest element
 };
 
-// `margin` pixels at every side stay free for numbers.
-ExplodedDrawing Explode(const Assembly& assembly, QSize size, int margin = 30);
+ExplodedDrawing Explode(const Assembly& assembly, QSize size);
 
 }  // namespace render

@@ -42,6 +42,17 @@ float Linework::Turn(size_t a, size_t b) const {
     return 1 - Dot(normal(a), normal(b));
 }
 
+// A quick look that spares most samples the exact one.
+bool Linework::NearlyParallel(size_t a, size_t b) const {
+    const Sample& p = buffers_.samples[a];
+    const Sample& q = buffers_.samples[b];
+    const float dx = static_cast<float>(p.x - q.x);
+    const float dy = static_cast<float>(p.y - q.y);
+    const float dz = static_cast<float>(p.z - q.z);
+    constexpr float Unit = 32767;
+    return dx * dx + dy * dy + dz * dz < Crease * Unit * Unit;
+}
+
 // Whether the surface jumps: neither sample lies on the other's tangent plane.
 bool Linework::Step(size_t a, size_t b, bool across) const {
     const auto slope = [&](size_t i) {
@@ -88,7 +99,8 @@ void Linework::Creases(bool across) {
             const size_t after = at + Near * stride;
             const size_t back = at - Far * stride;
             const size_t ahead = at + Far * stride;
-            if (!SameElement(at, before) || !SameElement(at, after)) {
+            if (NearlyParallel(before, after) || !SameElement(at, before) ||
+                !SameElement(at, after)) {
                 continue;
             }
             const float here = Turn(before, after);

@@ -26,6 +26,7 @@ public:
 private:
     bool SameElement(size_t a, size_t b) const;
     float Turn(size_t a, size_t b) const;  // 1 - cosine between the normals
+    bool NearlyParallel(size_t a, size_t b) const;
     bool Step(size_t a, size_t b, bool across) const;
     void Borders(int x, int y, size_t at, size_t stride, bool across);
     void Creases(bool across);

@@ -42,6 +42,22 @@ render::Assembly Items(const QString& slug, const render::Parameters& parameters
     return render::ItemsOf(slug, parameters, items);
 }
 
+// As the figure screen shows it.
+QImage Numbered(const render::ExplodedDrawing& drawing) {
+    QImage page = drawing.image.convertToFormat(QImage::Format_RGB32);
+    QPainter painter(&page);
+    QFont font(u"Liberation Sans"_s);
+    font.setPixelSize(11);
+    painter.setFont(font);
+    for (size_t i = 0; i < drawing.callouts.size(); ++i) {
+        const render::Callout& callout = drawing.callouts[i];
+        painter.drawText(callout.box, Qt::AlignCenter, QString::number(callout.element + 1));
+    }
+    QTextStream(stdout) << drawing.callouts.size() << " numbers, " << drawing.faults << " faults, "
+                        << static_cast<double>(drawing.scale) << " pixels per mm\n";
+    return page;
+}
+
 QImage ContactSheet(const std::vector<std::pair<QString, render::Assembly>>& parts, QSize tile) {
     constexpr int Columns = 5;
     constexpr int Caption = 14;
@@ -111,7 +127,7 @@ int main(int argc, char** argv) {
     }
     const auto draw = [&] {
         return parser.isSet(exploded)
-                   ? render::Explode(Items(arguments.first(), parameters), FigureSize).image
+                   ? Numbered(render::Explode(Items(arguments.first(), parameters), FigureSize))
                    : render::Photo(render::AssemblyFor(arguments.first(), parameters), PhotoSize);
     };
     QImage photo = draw();

@@ -5,6 +5,7 @@
 #include "partviews/titulo.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msgbox.h"
+#include "printing/impressao.h"
 #include "search/pesquisa.h"
 #include "session/banco.h"
 #include "session/global.h"
@@ -61,6 +62,14 @@ void frmFiguraDetalhada::AbrirLista() {
     }
     MostrarLista();
     forms::SetMousePointer(forms::vbDefault);
+}
+
+// The dialog puts the pointer back. What blinks goes on behind it and after it.
+void frmFiguraDetalhada::Imprimir() {
+    forms::SetMousePointer(forms::vbHourglass);
+    mIgnorarAtivacao = true;
+    ParametroFormulario = u"FD:1LC:0"_s;
+    UnicaInstancia<frmImpressao>().ShowModal();
 }
 
 void frmFiguraDetalhada::VoltarResultado() {

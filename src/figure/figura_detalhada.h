@@ -69,6 +69,7 @@ private:
     // Null when the list was closed while it opened.
     frmListaPecas* MostrarLista();
     void AbrirLista();
+    void Imprimir();
     void VoltarResultado();
     void VoltarPesquisa();
 

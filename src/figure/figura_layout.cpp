@@ -74,4 +74,5 @@ void frmFiguraDetalhada::LigarEventos() {
     AoClicar(u"imgPesquisaFundo"_s, [this] { VoltarPesquisa(); });
     AoClicar(u"imgResultadoPesquisaFundo"_s, [this] { VoltarResultado(); });
     AoClicar(u"imgListaComponentesFundo"_s, [this] { AbrirLista(); });
+    AoClicar(u"imgImprimir"_s, [this] { Imprimir(); });
 }

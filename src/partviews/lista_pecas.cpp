@@ -8,6 +8,7 @@
 #include "platform/convert.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msgbox.h"
+#include "printing/impressao.h"
 #include "search/pesquisa.h"
 #include "session/banco.h"
 #include "session/global.h"
@@ -56,6 +57,11 @@ void frmListaPecas::LigarEventos() {
     AoClicar(u"imgFiguraDetalhadaFundo"_s, [this] { AbrirFigura(); });
     AoClicar(u"imgResultadoPesquisaFundo"_s, [this] { VoltarResultado(); });
     AoClicar(u"imgPesquisaFundo"_s, [this] { VoltarPesquisa(); });
+    AoClicar(u"imgImprimir"_s, [] {
+        ParametroFormulario = u"FD:0LC:1"_s;
+        forms::SetMousePointer(forms::vbHourglass);
+        UnicaInstancia<frmImpressao>().ShowModal();
+    });
 }
 
 // Entering a box sorts by its column and keeps the cursor on its item; each change of its text goes

@@ -34,6 +34,10 @@ QString DescriptionOf(Erro::Code code) {
             return u"Uso de Nulo inválido"_s;
         case Erro::InvalidPicture:
             return u"Figura inválida"_s;
+        case Erro::PrinterError:
+            return u"Erro de impressora"_s;
+        case Erro::Cancelled:
+            return u"Cancelar foi selecionado"_s;
     }
     return u"Erro desconhecido"_s;
 }

@@ -25,6 +25,8 @@ public:
         PathNotFound = 76,
         InvalidUseOfNull = 94,
         InvalidPicture = 481,
+        PrinterError = 482,
+        Cancelled = 32755,
     };
 
     // The description that belongs to one of the numbers above.

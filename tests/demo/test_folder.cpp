@@ -7,7 +7,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QImage>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -27,16 +26,6 @@ demo::Order SmallOrder(const QString& folder, quint64 seed = 1) {
 QByteArray Contents(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-int Darkest(const QImage& photo) {
-    int least = 255;
-    for (int y = 0; y < photo.height(); ++y) {
-        for (int x = 0; x < photo.width(); ++x) {
-            least = std::min(least, qGray(photo.pixel(x, y)));
-        }
-    }
-    return least;
 }
 
 QString FailureOf(const demo::Order& order) {
@@ -76,28 +65,6 @@ private Q_SLOTS:
         AbrirBancoDados(workspace, u"gWS"_s, database, false);
         const auto parts = database->OpenRecordset(u"SELECT Count(*) AS n FROM PECA"_s);
         QCOMPARE(parts->Fields(u"n"_s).Value().toInt(), 30);
-    }
-
-    // Every picture that the catalogue names is there, can be read, and shows something.
-    void PicturesAreThere() {
-        const QTemporaryDir folder;
-        demo::Order order = SmallOrder(folder.path());
-        order.pictures = demo::Pictures::Small;
-        demo::MakeDataFolder(order);
-        dao::Connection connection(folder.filePath(u"Tarvo.mdb"_s), SenhaBancoDados().toUtf8(),
-                                   dao::Connection::Mode::ReadOnly);
-        dao::Statement names(connection,
-                             "SELECT ArquivoFotoPeca FROM PECA WHERE ArquivoFotoPeca IS NOT NULL"
-                             " UNION SELECT ArquivoFotoPecaPesquisa FROM FOTOPECAPESQUISA");
-        int count = 0;
-        while (names.Step()) {
-            const QString name = names.Column(0).toString();
-            const QImage photo(folder.filePath(u"FotoPeca/"_s + name));
-            QVERIFY2(photo.width() >= 90, qPrintable(name));
-            QVERIFY2(Darkest(photo) < qGray(photo.pixel(0, 0)) - 60, qPrintable(name));
-            ++count;
-        }
-        QVERIFY(count > 62);
     }
 
     void KeepsWhatIsThere() {

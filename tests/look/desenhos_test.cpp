@@ -104,6 +104,11 @@ private Q_SLOTS:
                                                 {332, 542, 111, 34},
                                                 {479, 542, 108, 34},
                                                 {687, 446, 76, 28}};
+        QTest::newRow("impressao") << QSize(435, 195)
+                                   << QList<QRect>{{52, 71, 20, 20},
+                                                   {52, 101, 20, 20},
+                                                   {262, 143, 49, 29},
+                                                   {329, 143, 87, 29}};
         QTest::newRow("moldura") << QSize(139, 108) << QList<QRect>{};
         QTest::newRow("apresentacao") << QSize(800, 600) << QList<QRect>{};
         QTest::newRow("creditos") << QSize(800, 600) << QList<QRect>{};

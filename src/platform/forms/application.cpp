@@ -6,6 +6,7 @@
 #include "platform/forms/theme.h"
 #include "platform/forms/translation.h"
 
+#include <QElapsedTimer>
 #include <QStyleFactory>
 
 using namespace Qt::StringLiterals;
@@ -83,6 +84,15 @@ void DoEvents() {
 
 void DoEventsButInput() {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+void DoEventsInTime() {
+    constexpr qint64 Interval = 10;  // milliseconds
+    static QElapsedTimer since;
+    if (!since.isValid() || since.elapsed() >= Interval) {
+        DoEvents();
+        since.start();
+    }
 }
 
 void SetMousePointer(int pointer) {

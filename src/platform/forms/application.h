@@ -44,6 +44,10 @@ void DoEvents();
 // The same without mouse and keys: those keep their order behind the event under way.
 void DoEventsButInput();
 
+// DoEvents for work that consists of very many small pieces, to be called after each of them: the
+// events have their turn every ten milliseconds, which no eye and no hand can tell from always.
+void DoEventsInTime();
+
 // The mouse pointer of all screens.
 inline constexpr int vbDefault = 0;
 inline constexpr int vbHourglass = 11;

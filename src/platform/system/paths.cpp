@@ -97,6 +97,16 @@ bool sys::Exists(const QString& path) {
     return QFileInfo::exists(ToNative(path));
 }
 
+bool sys::IsInside(const QString& folder, const QString& path) {
+    QFileInfo there(QDir::cleanPath(ToNative(path)));
+    while (!there.exists() && !there.isRoot()) {
+        there.setFile(there.path());
+    }
+    const QString inside = QFileInfo(ToNative(folder)).canonicalFilePath();
+    const QString place = there.canonicalFilePath();
+    return !inside.isEmpty() && (place == inside || place.startsWith(inside + u'/'));
+}
+
 QByteArray sys::ReadBytes(const QString& path) {
     QFile file(ToNative(path));
     if (!file.exists()) {

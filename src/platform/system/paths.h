@@ -16,6 +16,9 @@ QString ToNative(const QString& path);
 // this process has open.
 bool CanRead(const QString& path);
 bool Exists(const QString& path);           // anything of that name
+// Whether `path` lies in `folder` when links are followed. What is not there yet lies where it would
+// be made.
+bool IsInside(const QString& folder, const QString& path);
 QByteArray ReadBytes(const QString& path);  // Erro 53, 75
 // UTF-8 where the bytes are valid UTF-8, otherwise Windows-1252.
 QString DecodeText(const QByteArray& bytes);

@@ -1,0 +1,186 @@
+#include "platform/printer/paperprinter.h"
+
+#include "platform/erro.h"
+#include "platform/forms/application.h"
+#include "platform/forms/font.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QFontDatabase>
+#include <QFontMetricsF>
+#include <QPdfWriter>
+#include <QPrinter>
+#include <QSaveFile>
+
+using namespace Qt::StringLiterals;
+
+namespace printer {
+namespace {
+
+constexpr double PointsPerInch = 72;
+
+// Heights of a font, as parts of its size. Taken from the outlines at a size at which nothing is
+// rounded, so that a page breaks at the same line whatever the printer's resolution.
+struct Heights {
+    double ascent;
+    double line;
+};
+
+Heights HeightsOf(QFont font) {
+    constexpr int Pixels = 2048;
+    font.setPixelSize(Pixels);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    const QFontMetricsF metrics(font);
+    return {metrics.ascent() / Pixels, metrics.height() / Pixels};
+}
+
+// A description may have been pasted with line ends in it; the printer knows one line.
+QString OneLine(QString text) {
+    for (QChar& c : text) {
+        if (c.category() == QChar::Other_Control) {
+            c = u' ';
+        }
+    }
+    return text;
+}
+
+Erro FileError(const QSaveFile& file) {
+    const auto named = [&](Erro::Code code) {
+        return Erro(code,
+                    Erro(code).Description() + u"\n"_s + QDir::toNativeSeparators(file.fileName()));
+    };
+    switch (file.error()) {
+        case QFileDevice::ResourceError:
+            return named(Erro::DiskFull);
+        case QFileDevice::PermissionsError:
+            return named(Erro::PermissionDenied);
+        default:
+            break;
+    }
+    const bool folder = QFileInfo(QFileInfo(file.fileName()).absolutePath()).isDir();
+    return named(folder ? Erro::PathFileAccess : Erro::PathNotFound);
+}
+
+}  // namespace
+
+PaperPrinter::PaperPrinter(std::unique_ptr<QPrinter> printer) : printer_(std::move(printer)) {
+    Printer::SetFontName(forms::FontFamily());
+}
+
+PaperPrinter::~PaperPrinter() {
+    if (painter_.isActive()) {
+        if (!pdf_) {
+            printer_->abort();
+        }
+        painter_.end();
+    }
+}
+
+QPagedPaintDevice& PaperPrinter::Device() const {
+    if (pdf_) {
+        return *pdf_;
+    }
+    return *printer_;
+}
+
+void PaperPrinter::SetOrientation(int orientation) {
+    printer_->setPageOrientation(orientation == vbPRORLandscape ? QPageLayout::Landscape
+                                                                : QPageLayout::Portrait);
+}
+
+float PaperPrinter::TwipsPerPixelX() const {
+    return 1440.0F / static_cast<float>(printer_->resolution());
+}
+
+void PaperPrinter::SetFontName(const QString& name) {
+    if (!QFontDatabase::hasFamily(name)) {
+        throw Erro(Erro::InvalidArgument);
+    }
+    Printer::SetFontName(name);
+}
+
+double PaperPrinter::PixelsOf(double points) const {
+    return points * printer_->resolution() / PointsPerInch;
+}
+
+QFont PaperPrinter::CurrentFont() const {
+    const Font& wanted = TextFont();
+    QFont font(wanted.name);
+    font.setStyleHint(QFont::SansSerif);
+    font.setPointSizeF(wanted.points);
+    font.setBold(wanted.bold);
+    font.setItalic(wanted.italic);
+    return font;
+}
+
+void PaperPrinter::OpenFile() {
+    auto file = std::make_unique<QSaveFile>(printer_->outputFileName());
+    file->setDirectWriteFallback(true);  // a file of one's own in a folder that is not
+    if (!file->open(QIODevice::WriteOnly)) {
+        throw FileError(*file);
+    }
+    file_ = std::move(file);
+    pdf_ = std::make_unique<QPdfWriter>(file_.get());
+    pdf_->setResolution(printer_->resolution());
+    pdf_->setPageLayout(printer_->pageLayout());
+    pdf_->setTitle(printer_->docName());
+    pdf_->setCreator(forms::ProgramTitle());
+}
+
+void PaperPrinter::CommitFile() {
+    pdf_.reset();
+    const auto file = std::move(file_);
+    if (!file->commit()) {
+        throw FileError(*file);
+    }
+}
+
+void PaperPrinter::Begin() {
+    if (!printer_->outputFileName().isEmpty()) {
+        OpenFile();
+    } else if (!printer_->isValid() || printer_->outputFormat() == QPrinter::PdfFormat) {
+        throw Erro(Erro::PrinterError);  // neither a printer nor a file
+    }
+    if (!painter_.begin(&Device())) {
+        throw Erro(Erro::PrinterError);
+    }
+    // Figures are line drawings; the other way leaves specks around their lines.
+    painter_.setRenderHints(QPainter::LosslessImageRendering | QPainter::SmoothPixmapTransform);
+}
+
+void PaperPrinter::DrawText(QPointF topLeft, const QString& text) {
+    const QFont font = CurrentFont();
+    painter_.setFont(font);
+    const double ascent = HeightsOf(font).ascent * PixelsOf(TextFont().points);
+    painter_.drawText(topLeft + QPointF(0, ascent), OneLine(text));
+}
+
+double PaperPrinter::TextWidth(const QString& text) const {
+    return QFontMetricsF(CurrentFont(), &Device()).horizontalAdvance(OneLine(text));
+}
+
+double PaperPrinter::LineHeight() const {
+    return HeightsOf(CurrentFont()).line * PixelsOf(TextFont().points);
+}
+
+void PaperPrinter::DrawPicture(const QRectF& place, const QPixmap& picture) {
+    painter_.drawPixmap(place, picture, QRectF(picture.rect()));
+}
+
+void PaperPrinter::NextPage() {
+    if (!Device().newPage()) {
+        throw Erro(Erro::PrinterError);
+    }
+}
+
+void PaperPrinter::End() {
+    const bool ended = painter_.end();
+    if (file_) {
+        CommitFile();
+    }
+    if (!ended || printer_->printerState() == QPrinter::Error) {
+        throw Erro(Erro::PrinterError);
+    }
+}
+
+}  // namespace printer

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/printer/printer.h"
+
+#include <QFont>
+#include <QPainter>
+
+#include <memory>
+
+class QPagedPaintDevice;
+class QPdfWriter;
+class QPrinter;
+class QSaveFile;
+
+namespace printer {
+
+// The printer of the toolkit, with everything that its dialog has set. A document that goes into a
+// file takes the file's name only when it is whole: what was there before stays until then, and a
+// disk that fills up on the way is noticed.
+//
+// Fails with Erro 482 (printer), and for a file with 61, 70, 75 or 76; the description then names
+// the file.
+class PaperPrinter final : public Printer {
+public:
+    explicit PaperPrinter(std::unique_ptr<QPrinter> printer);
+    ~PaperPrinter() override;
+
+    void SetOrientation(int orientation) override;
+    float TwipsPerPixelX() const override;
+    void SetFontName(const QString& name) override;
+
+private:
+    void Begin() override;
+    void DrawText(QPointF topLeft, const QString& text) override;
+    double TextWidth(const QString& text) const override;
+    double LineHeight() const override;
+    void DrawPicture(const QRectF& place, const QPixmap& picture) override;
+    void NextPage() override;
+    void End() override;
+
+    QPagedPaintDevice& Device() const;
+    QFont CurrentFont() const;
+    double PixelsOf(double points) const;
+    void OpenFile();
+    void CommitFile();
+
+    std::unique_ptr<QPrinter> printer_;
+    std::unique_ptr<QSaveFile> file_;
+    std::unique_ptr<QPdfWriter> pdf_;  // in the printer's place for a file
+    QPainter painter_;
+};
+
+}  // namespace printer

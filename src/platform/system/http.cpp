@@ -1,0 +1,448 @@
+#include "platform/system/http.h"
+
+#include <QUrl>
+
+#include <algorithm>
+#include <curl/curl.h>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace sys::http {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// How long a wait lasts at most before the idle function has its turn.
+constexpr auto Slice = 20ms;
+constexpr qsizetype LongestHead = 256 * 1024;
+constexpr long ReceiveBuffer = 256 * 1024;
+
+constexpr int ProxyAuthenticationRequired = 407;
+
+int lastCode = Ok;
+
+int End(int code) {
+    lastCode = code;
+    return code;
+}
+
+// Once, before any other thread could be there.
+bool Initialised() {
+    static const bool done = curl_global_init(CURL_GLOBAL_DEFAULT) == CURLE_OK;
+    return done;
+}
+
+int CodeOf(CURLcode result) {
+    switch (result) {
+        case CURLE_OK:
+            return Ok;
+        case CURLE_OPERATION_TIMEDOUT:
+            return Timeout;
+        case CURLE_URL_MALFORMAT:
+            return InvalidAddress;
+        case CURLE_COULDNT_RESOLVE_HOST:
+        case CURLE_COULDNT_RESOLVE_PROXY:
+            return NameNotResolved;
+        case CURLE_COULDNT_CONNECT:
+            return CannotConnect;
+        case CURLE_PARTIAL_FILE:
+        case CURLE_GOT_NOTHING:
+            return ConnectionAborted;
+        case CURLE_RECV_ERROR:
+        case CURLE_SEND_ERROR:
+            return ConnectionReset;
+        case CURLE_PEER_FAILED_VERIFICATION:
+            return InvalidAuthority;
+        case CURLE_WEIRD_SERVER_REPLY:
+        case CURLE_UNSUPPORTED_PROTOCOL:
+        case CURLE_BAD_CONTENT_ENCODING:
+            return InvalidAnswer;
+        default:
+            return Internal;
+    }
+}
+
+bool IsHex(char c) {
+    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'f');
+}
+
+// A percent sign is kept where it begins an escape: base addresses come escaped, file names do not.
+QByteArray Escape(const QString& path) {
+    const QByteArray bytes = path.toUtf8();
+    QByteArray escaped;
+    for (qsizetype i = 0; i < bytes.size(); ++i) {
+        const char c = bytes.at(i);
+        const bool isEscape =
+            c == '%' && i + 2 < bytes.size() && IsHex(bytes.at(i + 1)) && IsHex(bytes.at(i + 2));
+        escaped += isEscape ? QByteArray(1, c)
+                            : QByteArray(1, c).toPercentEncoding("/?=&:@!$'()*+,;");
+    }
+    return escaped;
+}
+
+struct UrlCleanup {
+    void operator()(CURLU* url) const { curl_url_cleanup(url); }
+};
+using Url = std::unique_ptr<CURLU, UrlCleanup>;
+
+Url UrlOf(const QByteArray& host, const QByteArray& path) {
+    Url url(curl_url());
+    const qsizetype query = path.indexOf('?');
+    const QByteArray target = '/' + (query < 0 ? path : path.left(query));
+    const bool ok =
+        url && curl_url_set(url.get(), CURLUPART_SCHEME, "http", 0) == CURLUE_OK &&
+        curl_url_set(url.get(), CURLUPART_HOST, host.constData(), 0) == CURLUE_OK &&
+        curl_url_set(url.get(), CURLUPART_PATH, target.constData(), 0) == CURLUE_OK &&
+        (query < 0 || curl_url_set(url.get(), CURLUPART_QUERY, path.mid(query + 1).constData(),
+                                   0) == CURLUE_OK);
+    return ok ? std::move(url) : nullptr;
+}
+
+}  // namespace
+
+int LastCode() {
+    return lastCode;
+}
+
+// --- Session
+
+struct Session::Private {
+    struct MultiCleanup {
+        void operator()(CURLM* multi) const { curl_multi_cleanup(multi); }
+    };
+
+    QByteArray agent;
+    std::function<void()> idle;
+    std::unique_ptr<CURLM, MultiCleanup> multi;
+    QByteArray proxyUser;
+    QByteArray proxyPassword;
+};
+
+Session::Session(const QString& agent, std::function<void()> idle)
+    : d_(new Private{agent.toUtf8(), std::move(idle), nullptr, {}, {}}) {
+    if (Initialised()) {
+        d_->multi.reset(curl_multi_init());
+    }
+    End(IsOpen() ? Ok : Internal);
+}
+
+Session::~Session() = default;
+
+bool Session::IsOpen() const {
+    return d_->multi != nullptr;
+}
+
+// --- Connection
+
+Connection::Connection(Session& session, const QString& host) : session_(session) {
+    const QByteArray ascii = QUrl::toAce(host);
+    const QByteArray name = ascii.isEmpty() ? host.toUtf8() : ascii;
+    if (!name.isEmpty() && UrlOf(name, {})) {
+        host_ = name;
+    }
+    End(IsOpen() ? Ok : InvalidAddress);
+}
+
+// --- Request
+
+struct Request::Private {
+    struct EasyCleanup {
+        void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
+    };
+    struct ListCleanup {
+        void operator()(curl_slist* list) const { curl_slist_free_all(list); }
+    };
+
+    explicit Private(Session::Private& owner) : session(owner) {}
+    ~Private() { Detach(); }
+
+    Session::Private& session;
+    Url url;
+    std::unique_ptr<curl_slist, ListCleanup> headers;
+    std::unique_ptr<CURL, EasyCleanup> easy;
+    Timeouts timeouts;
+    QByteArray user;
+    QByteArray password;
+
+    // Of the answer under way.
+    bool attached = false;
+    bool moved = false;     // bytes have arrived since somebody looked
+    bool headDone = false;  // the head that counts: not one that libcurl answers by itself
+    bool ended = false;
+    int code = Ok;  // how it ended
+    qsizetype headBytes = 0;
+    QString realm;
+    QByteArray body;
+    qsizetype consumed = 0;
+
+    template <typename Value>
+    void Set(CURLoption option, Value value) {
+        curl_easy_setopt(easy.get(), option, value);
+    }
+
+    void Prepare(const QByteArray& verb);
+    bool AddHeader(const QByteArray& line);
+    void Attach();
+    void Detach();
+    void Finish(int how);
+    void CollectEnd();
+    bool IsConnected() const;
+    int Status() const;
+    bool HasBody() const { return consumed < body.size(); }
+    template <typename Ready>
+    void WaitFor(Ready ready);
+
+    void TakeHeadLine(QByteArrayView line);
+    static size_t OnHeadLine(char* data, size_t size, size_t count, void* self);
+    static size_t OnBody(char* data, size_t size, size_t count, void* self);
+};
+
+void Request::Private::Prepare(const QByteArray& verb) {
+    Set(CURLOPT_CURLU, url.get());
+    Set(CURLOPT_CUSTOMREQUEST, verb.constData());
+    Set(CURLOPT_HTTP_VERSION, long(CURL_HTTP_VERSION_1_0));
+    Set(CURLOPT_USERAGENT, session.agent.constData());
+    Set(CURLOPT_PROTOCOLS_STR, "http");
+    Set(CURLOPT_FOLLOWLOCATION, 0L);
+    // Names come out of lists that are checked elsewhere; here they are asked for as written.
+    Set(CURLOPT_PATH_AS_IS, 1L);
+    Set(CURLOPT_NOSIGNAL, 1L);
+    // The end of a request must not wait for a look-up that still hangs in its thread.
+    Set(CURLOPT_QUICK_EXIT, 1L);
+    Set(CURLOPT_BUFFERSIZE, ReceiveBuffer);
+    Set(CURLOPT_HEADERFUNCTION, &Private::OnHeadLine);
+    Set(CURLOPT_HEADERDATA, static_cast<void*>(this));
+    Set(CURLOPT_WRITEFUNCTION, &Private::OnBody);
+    Set(CURLOPT_WRITEDATA, static_cast<void*>(this));
+    AddHeader("Accept:");  // an empty one takes libcurl's own away
+    AddHeader("Pragma: no-cache");
+    AddHeader("Connection: Keep-Alive");
+}
+
+bool Request::Private::AddHeader(const QByteArray& line) {
+    curl_slist* longer = curl_slist_append(headers.get(), line.constData());
+    if (!longer) {
+        return false;
+    }
+    static_cast<void>(headers.release());  // it is the beginning of the longer one
+    headers.reset(longer);
+    Set(CURLOPT_HTTPHEADER, headers.get());
+    return true;
+}
+
+void Request::Private::Attach() {
+    Detach();
+    moved = headDone = ended = false;
+    code = Ok;
+    headBytes = consumed = 0;
+    realm.clear();
+    body.clear();
+    Set(CURLOPT_CONNECTTIMEOUT_MS, long(timeouts.connect.count()));
+    if (!user.isEmpty() || !password.isEmpty()) {
+        Set(CURLOPT_PROXYAUTH, long(CURLAUTH_BASIC | CURLAUTH_DIGEST | CURLAUTH_NTLM));
+        Set(CURLOPT_PROXYUSERNAME, user.constData());
+        Set(CURLOPT_PROXYPASSWORD, password.constData());
+    }
+    attached = curl_multi_add_handle(session.multi.get(), easy.get()) == CURLM_OK;
+    if (!attached) {
+        Finish(Internal);
+    }
+}
+
+void Request::Private::Detach() {
+    if (attached) {
+        curl_multi_remove_handle(session.multi.get(), easy.get());
+        attached = false;
+    }
+}
+
+void Request::Private::Finish(int how) {
+    ended = true;
+    code = how;
+}
+
+void Request::Private::CollectEnd() {
+    int left = 0;
+    while (const CURLMsg* message = curl_multi_info_read(session.multi.get(), &left)) {
+        if (message->msg == CURLMSG_DONE && message->easy_handle == easy.get() && !ended) {
+            Finish(CodeOf(message->data.result));
+        }
+    }
+}
+
+bool Request::Private::IsConnected() const {
+    curl_off_t microseconds = 0;
+    curl_easy_getinfo(easy.get(), CURLINFO_PRETRANSFER_TIME_T, &microseconds);
+    return microseconds > 0;
+}
+
+int Request::Private::Status() const {
+    long status = 0;
+    curl_easy_getinfo(easy.get(), CURLINFO_RESPONSE_CODE, &status);
+    return static_cast<int>(status);
+}
+
+// Lets the transfer run until `ready` holds or it has ended. Asked for bytes it fetches one buffer
+// and no more, so that a caller who takes his time is not flooded.
+template <typename Ready>
+void Request::Private::WaitFor(Ready ready) {
+    Clock::time_point quietSince = Clock::now();
+    while (!ready() && !ended) {
+        int running = 0;
+        if (curl_multi_perform(session.multi.get(), &running) != CURLM_OK) {
+            Finish(Internal);
+            return;
+        }
+        CollectEnd();
+        if (ready() || ended) {
+            return;
+        }
+        const Clock::time_point now = Clock::now();
+        // Until the connection stands, libcurl itself watches the time.
+        if (std::exchange(moved, false) || !IsConnected()) {
+            quietSince = now;
+        } else if (now - quietSince > std::max(timeouts.receive, timeouts.send)) {
+            Finish(Timeout);
+            return;
+        }
+        curl_multi_poll(session.multi.get(), nullptr, 0, int(Slice.count()), nullptr);
+        if (session.idle) {
+            const Clock::time_point begin = Clock::now();
+            session.idle();
+            quietSince += Clock::now() - begin;  // nobody was listening: perhaps a box stood open
+        }
+    }
+}
+
+void Request::Private::TakeHeadLine(QByteArrayView line) {
+    constexpr QByteArrayView Asks = "proxy-authenticate:";
+    const QByteArray text = line.trimmed().toByteArray();
+    if (text.toLower().startsWith(Asks)) {
+        const QByteArray mark = "realm=\"";
+        const qsizetype begin = text.toLower().indexOf(mark);
+        const qsizetype end = begin < 0 ? -1 : text.indexOf('"', begin + mark.size());
+        if (end > 0) {
+            realm = QString::fromUtf8(text.mid(begin + mark.size(), end - begin - mark.size()));
+        }
+    }
+    // Neither an interim answer nor a 407 that libcurl is about to answer is the head that counts;
+    // a 407 that is one shows by its body or by its end.
+    const int status = Status();
+    headDone = text.isEmpty() && status >= 200 && status != ProxyAuthenticationRequired;
+}
+
+size_t Request::Private::OnHeadLine(char* data, size_t size, size_t count, void* self) {
+    auto& request = *static_cast<Private*>(self);
+    request.moved = true;
+    request.headBytes += qsizetype(size * count);
+    if (request.headBytes > LongestHead) {
+        request.Finish(InvalidAnswer);
+        return 0;
+    }
+    request.TakeHeadLine(QByteArrayView(data, qsizetype(size * count)));
+    return size * count;
+}
+
+size_t Request::Private::OnBody(char* data, size_t size, size_t count, void* self) {
+    auto& request = *static_cast<Private*>(self);
+    request.moved = request.headDone = true;
+    request.body.append(data, qsizetype(size * count));
+    return size * count;
+}
+
+Request::Request(Connection& connection, const QByteArray& verb, const QString& path)
+    : d_(new Private(*connection.session_.d_)) {
+    d_->url = connection.IsOpen() ? UrlOf(connection.host_, Escape(path)) : nullptr;
+    if (d_->url) {
+        d_->easy.reset(curl_easy_init());
+    }
+    if (!IsOpen()) {
+        End(d_->url ? Internal : InvalidAddress);
+        return;
+    }
+    d_->user = d_->session.proxyUser;
+    d_->password = d_->session.proxyPassword;
+    d_->Prepare(verb);
+    End(Ok);
+}
+
+Request::~Request() = default;
+
+bool Request::IsOpen() const {
+    return d_->easy != nullptr;
+}
+
+bool Request::AddHeader(const QByteArray& line) {
+    return End(d_->AddHeader(line) ? Ok : Internal) == Ok;
+}
+
+void Request::SetTimeouts(const Timeouts& timeouts) {
+    d_->timeouts = timeouts;
+}
+
+void Request::IgnoreUnknownAuthority() {
+    d_->Set(CURLOPT_PROXY_SSL_VERIFYPEER, 0L);
+}
+
+void Request::SetProxyCredentials(const QString& user, const QString& password) {
+    d_->user = user.toUtf8();
+    d_->password = password.toUtf8();
+}
+
+bool Request::Send() {
+    d_->Attach();
+    d_->WaitFor([this] { return d_->headDone; });
+    if (d_->ended && d_->code != Ok && !d_->headDone) {
+        d_->Detach();
+        return End(d_->code) == Ok;
+    }
+    if (d_->Status() != ProxyAuthenticationRequired) {
+        d_->session.proxyUser = d_->user;
+        d_->session.proxyPassword = d_->password;
+    }
+    return End(Ok) == Ok;
+}
+
+int Request::Status() const {
+    return d_->Status();
+}
+
+qsizetype Request::Read(char* buffer, qsizetype capacity) {
+    d_->WaitFor([this] { return d_->HasBody(); });
+    if (d_->HasBody()) {
+        const qsizetype size = std::min(capacity, d_->body.size() - d_->consumed);
+        std::copy_n(d_->body.constData() + d_->consumed, size, buffer);
+        d_->consumed += size;
+        if (!d_->HasBody()) {
+            d_->body.resize(0);
+            d_->consumed = 0;
+        }
+        End(Ok);
+        return size;
+    }
+    return End(d_->code) == Ok ? 0 : -1;
+}
+
+QString Request::ProxyName() const {
+    for (const char* variable : {"http_proxy", "all_proxy", "ALL_PROXY"}) {
+        QString address = qEnvironmentVariable(variable);
+        if (address.isEmpty()) {
+            continue;
+        }
+        if (!address.contains("://"_L1)) {
+            address.prepend("http://"_L1);
+        }
+        const QUrl url(address);
+        return url.port() < 0 ? url.host() : url.host() + u':' + QString::number(url.port());
+    }
+    return {};
+}
+
+QString Request::ProxyRealm() const {
+    return d_->realm;
+}
+
+}  // namespace sys::http

@@ -1,0 +1,118 @@
+#include "platform/system/output.h"
+
+#include "platform/erro.h"
+#include "platform/system/paths.h"
+
+#include <QFileInfo>
+
+#include <filesystem>
+
+#ifdef Q_OS_WIN
+#include <io.h>
+#else
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
+namespace {
+
+#ifdef Q_OS_WIN
+
+// A folder's names need no flush of their own there.
+void FlushNative(const QString& native) {
+    QFile file(native);
+    if (QFileInfo(file).isDir()) {
+        return;
+    }
+    if (!file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly) ||
+        _commit(file.handle()) != 0) {
+        throw Erro(Erro::PathFileAccess);
+    }
+}
+
+#else
+
+void FlushNative(const QString& native) {
+    const int descriptor = open(QFile::encodeName(native).constData(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0) {
+        throw Erro(Erro::PathFileAccess);
+    }
+    const int failure = fsync(descriptor) == 0 ? 0 : errno;
+    close(descriptor);
+    // EINVAL: a file system of the network that cannot do more than it does anyway.
+    if (failure != 0 && failure != EINVAL) {
+        throw Erro(failure == ENOSPC ? Erro::DiskFull : Erro::PathFileAccess);
+    }
+}
+
+#endif
+
+}  // namespace
+
+sys::Output::Output(const QString& path) : file_(ToNative(path)) {
+    if (!file_.open(QIODevice::WriteOnly)) {
+        Fail();
+    }
+}
+
+void sys::Output::Write(const char* bytes, qsizetype size) {
+    if (file_.write(bytes, size) != size) {
+        Fail();
+    }
+}
+
+void sys::Output::Close() {
+    const bool written = file_.flush();
+    if (!written) {
+        Fail();
+    }
+    file_.close();
+}
+
+void sys::Output::Fail() const {
+    throw Erro(file_.error() == QFileDevice::ResourceError ? Erro::DiskFull : Erro::PathFileAccess);
+}
+
+void sys::Flush(const QString& path) {
+    const QString native = ToNative(path);
+    if (!QFileInfo::exists(native)) {
+        throw Erro(Erro::FileNotFound);
+    }
+    FlushNative(native);
+}
+
+void sys::Replace(const QString& from, const QString& to) {
+    const QString source = ToNative(from);
+    const QString target = ToNative(to);
+    if (!QFileInfo::exists(source)) {
+        throw Erro(Erro::FileNotFound);
+    }
+    if (QFileInfo(target).isDir()) {
+        throw Erro(Erro::PathFileAccess);
+    }
+#ifdef Q_OS_WIN
+    // There a read-only file refuses to be replaced.
+    QFile(target).setPermissions(QFile(target).permissions() | QFileDevice::WriteUser);
+#endif
+    std::error_code error;
+    std::filesystem::rename(QFileInfo(source).filesystemFilePath(),
+                            QFileInfo(target).filesystemFilePath(), error);
+    if (error) {
+        const bool refused = error == std::errc::permission_denied ||
+                             error == std::errc::operation_not_permitted;
+        throw Erro(refused ? Erro::PermissionDenied : Erro::PathFileAccess);
+    }
+}
+
+void sys::MakeExecutable(const QString& path) {
+    QFile file(ToNative(path));
+    if (!file.exists()) {
+        throw Erro(Erro::FileNotFound);
+    }
+    const QFileDevice::Permissions rights = QFileDevice::ExeOwner | QFileDevice::ExeUser |
+                                            QFileDevice::ExeGroup | QFileDevice::ExeOther;
+    if (!file.setPermissions(file.permissions() | rights)) {
+        throw Erro(Erro::PermissionDenied);
+    }
+}

@@ -1,0 +1,196 @@
+#include "printing/impressao.h"
+
+#include "platform/convert.h"
+#include "platform/forms/application.h"
+#include "platform/forms/msgbox.h"
+#include "session/banco.h"
+#include "session/global.h"
+#include "session/modulo.h"
+
+#include <QScopedValueRollback>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const Lugar Lugares[] = {
+    {u"imgFiguraDetalhada", {53, 72, 161, 21}},
+    {u"imgFiguraDetalhadaSelecionada", {52, 71, 20, 20}},
+    {u"imgListaComponentes", {53, 101, 199, 21}},
+    {u"imgListaComponentesSelecionada", {52, 101, 20, 20}},
+    {u"imgOk", {274, 144, 35, 27}},
+    {u"imgOkSelecionada", {262, 143, 49, 29}},
+    {u"imgCancelar", {340, 144, 76, 27}},
+    {u"imgCancelarSelecionada", {329, 143, 87, 29}},
+    {u"lblFonte", {311, 67, 80, 16}},
+    {u"imgFigura", {313, 91, 49, 16}},
+};
+
+// The one character behind a marker of the selection string.
+QString EstadoDe(const QString& marcador) {
+    const qsizetype inicio = ParametroFormulario.indexOf(marcador);
+    return inicio < 0 ? u"0"_s : ParametroFormulario.mid(inicio + marcador.size(), 1);
+}
+
+}  // namespace
+
+frmImpressao::frmImpressao() : Tela(Nome, Kind::Dialog, QSize(435, 195), u"impressao"_s) {
+    setWindowTitle(TituloCatalogo);
+    CriarControles();
+    LigarEventos();
+}
+
+void frmImpressao::CriarControles() {
+    opcoes_ = {
+        CriarOpcao(u"FD:"_s, u"imgFiguraDetalhada"_s, u"Figura detalhada"_s, PossuiFiguraDetalhada,
+                   u"Essa Peça não possui Figura Detalhada."_s),
+        CriarOpcao(u"LC:"_s, u"imgListaComponentes"_s, u"Lista de componentes"_s,
+                   PossuiListaComponentes, u"Essa Peça não possui Lista de Componentes."_s),
+    };
+    CriarBotao({u"OK"_s, u"imgOk"_s, u"OK"_s}, Picture(), Background());
+    CriarBotao({u"CANCELAR"_s, u"imgCancelar"_s, u"Cancelar"_s}, Picture(), Background());
+
+    // Never seen: its font is the one of the pages.
+    lblFonte = new forms::Label(u"lblFonte"_s, Picture());
+    lblFonte->SetText(u"Fonte"_s);
+    lblFonte->hide();
+    imgFigura =
+        new forms::Picture(u"imgFigura"_s, QString(), Picture(), forms::Picture::Mode::Natural);
+    imgFigura->hide();
+}
+
+frmImpressao::Opcao frmImpressao::CriarOpcao(const QString& marcador, const QString& zona,
+                                             const QString& descricao, bool (*possui)(qint32),
+                                             const QString& recusa) {
+    auto* marca = new forms::LitPicture(zona + u"Selecionada"_s, Background(), Picture());
+    return {marcador, new forms::ClickZone(zona, descricao, Picture()), marca, possui, recusa};
+}
+
+void frmImpressao::PosicionarControles() {
+    Posicionar(Lugares);
+}
+
+void frmImpressao::LigarEventos() {
+    ApagarSobre<Form>(this);
+    for (const Opcao& opcao : opcoes_) {
+        ApagarSobre(opcao.zona);
+        connect(opcao.zona, &forms::ClickZone::MouseDown, this,
+                [this, &opcao] { AlternarOpcao(opcao); });
+    }
+    AoClicar(u"imgOk"_s, [this] { Imprimir(); });
+    AoClicar(u"imgCancelar"_s, [this] { Cancelar(); });
+    connect(this, &Form::KeyDown, this, &frmImpressao::AoTeclar);
+}
+
+void frmImpressao::Load() {
+    PosicionarControles();
+    mPrimeiraAtivacao = true;
+    for (const Opcao& opcao : opcoes_) {
+        Marcar(opcao, EstadoDe(opcao.marcador));
+    }
+    ParametroFormulario.clear();
+}
+
+// The screen that opened the dialog left the pointer busy.
+void frmImpressao::Activate() {
+    if (std::exchange(mPrimeiraAtivacao, false)) {
+        forms::SetMousePointer(forms::vbDefault);
+    }
+}
+
+bool frmImpressao::Marcada(const Opcao& opcao) {
+    return convert::Val(opcao.zona->Tag) != 0;
+}
+
+void frmImpressao::Marcar(const Opcao& opcao, const QString& estado) {
+    opcao.zona->Tag = estado;
+    opcao.zona->setAccessibleDescription(Marcada(opcao) ? u"Marcada"_s : u"Desmarcada"_s);
+    opcao.marca->setVisible(Marcada(opcao));
+}
+
+void frmImpressao::AlternarOpcao(const Opcao& opcao) {
+    if (mImprimindo) {
+        return;
+    }
+    if (opcao.zona->Tag != u"0"_s) {
+        Marcar(opcao, u"0"_s);
+    } else if (opcao.possui(gCodigoPeca)) {
+        Marcar(opcao, u"1"_s);
+    } else {
+        forms::MsgBox(opcao.recusa, forms::vbInformation, TituloCatalogo);
+    }
+}
+
+void frmImpressao::AoTeclar(int tecla) {
+    if (tecla == Qt::Key_Return || tecla == Qt::Key_Enter) {
+        Imprimir();
+    } else if (tecla == Qt::Key_Escape) {
+        Cancelar();
+    }
+}
+
+void frmImpressao::CloseRequested() {
+    if (!mImprimindo) {
+        Unload();
+    }
+}
+
+void frmImpressao::Cancelar() {
+    if (mImprimindo) {
+        return;
+    }
+    forms::SetMousePointer(forms::vbHourglass);
+    Unload();
+    forms::SetMousePointer(forms::vbDefault);
+}
+
+void frmImpressao::Imprimir() {
+    if (mImprimindo) {
+        return;
+    }
+    const QScopedValueRollback guarda(mImprimindo, true);
+    try {
+        const bool figura = Marcada(opcoes_[0]);
+        const bool lista = Marcada(opcoes_[1]);
+        if (!figura && !lista) {
+            forms::MsgBox(u"Nenhuma opção de impressão selecionada."_s, forms::vbCritical,
+                          TituloCatalogo);
+            return;
+        }
+        forms::SetMousePointer(forms::vbHourglass);
+        cdgImpressoras.SetFlags(printer::cdlPDNoSelection | printer::cdlPDNoPageNums |
+                                printer::cdlPDUseDevModeCopies | printer::cdlPDHidePrintToFile);
+        mImpressora = cdgImpressoras.ShowPrinter();
+        forms::SetMousePointer(forms::vbHourglass);
+        PrepararImpressora();
+        if (figura) {
+            ImprimirFigura();
+        }
+        if (lista) {
+            ImprimirListaComponentes();
+        }
+        mImpressora->EndDoc();
+        forms::SetMousePointer(forms::vbDefault);
+        Unload();
+    } catch (const Erro& erro) {
+        forms::SetMousePointer(forms::vbDefault);
+        if (erro.Number() != Erro::Cancelled) {
+            MostrarErro(erro.Number(), erro.Description());
+        }
+    }
+    mImpressora.reset();
+}
+
+void frmImpressao::PrepararImpressora() {
+    mImpressora->SetOrientation(printer::vbPRORLandscape);
+    mImpressora->SetScaleMode(printer::vbPixels);
+    mEscala = 4.0F / mImpressora->TwipsPerPixelX();  // a page unit is 4 twips
+    mCabecalho.clear();
+    try {
+        mImpressora->SetFontName(lblFonte->font().family());
+    } catch (const Erro&) {
+        // The pages then have the printer's own font.
+    }
+}

@@ -1,0 +1,79 @@
+// What all pages share: the head, the lines of a table, the rule for the bottom of the page.
+
+#include "partviews/titulo.h"
+#include "platform/convert.h"
+#include "platform/forms/application.h"
+#include "printing/impressao.h"
+#include "session/global.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Page units.
+constexpr int AlturaDoCabecalho = 150;
+constexpr int EspacoAntesDaTabela = 100;
+
+}  // namespace
+
+void frmImpressao::ImprimirCabecalho(const QString& Titulo) {
+    forms::DoEvents();  // once a page: a long job must not look like a hung program
+    if (mCabecalho.isEmpty()) {
+        mCabecalho = LinhaDaPeca();
+    } else {
+        mImpressora->NewPage();
+    }
+    const std::pair<int, QString> linhas[] = {
+        {12, u"Catálogo TARVO-LINDEN     2.0     "_s + TextoEmissao},
+        {10, Titulo},
+        {10, mCabecalho},
+        {7, u"Página: "_s + QString::number(mImpressora->Page())},
+    };
+    mImpressora->SetCurrentY(AlturaDoCabecalho * mEscala);
+    for (const auto& [corpo, texto] : linhas) {
+        mImpressora->SetFontSize(corpo);
+        mImpressora->SetCurrentX(MargemEsquerda * mEscala);
+        mImpressora->PrintLine(texto);
+    }
+}
+
+QString frmImpressao::LinhaDaPeca() const {
+    const QString titulo = TituloDaPeca(15);
+    return titulo.isEmpty() ? u"Peça:"_s : titulo;
+}
+
+void frmImpressao::Descer(int distancia) {
+    mImpressora->SetCurrentY(mImpressora->CurrentY() + distancia * mEscala);
+}
+
+void frmImpressao::ImprimirTitulos(std::span<const Coluna> colunas) {
+    mImpressora->SetFontSize(10);
+    Descer(EspacoAntesDaTabela);
+    mImpressora->SetFontBold(true);
+    mImpressora->SetFontItalic(true);
+    QVariantList titulos;
+    for (const Coluna& coluna : colunas) {
+        titulos += QString::fromUtf16(coluna.titulo);
+    }
+    ImprimirLinha(colunas, titulos);
+    mImpressora->SetFontItalic(false);
+    mImpressora->SetFontBold(false);
+}
+
+// A text that is wider than its column runs on under the next one: nothing is cut on paper.
+void frmImpressao::ImprimirLinha(std::span<const Coluna> colunas, const QVariantList& valores) {
+    for (size_t i = 0; i < colunas.size(); ++i) {
+        mImpressora->SetCurrentX(colunas[i].esquerda * mEscala);
+        const QVariant& valor = valores.at(static_cast<qsizetype>(i));
+        if (i + 1 < colunas.size()) {
+            mImpressora->Print(valor);
+        } else {
+            mImpressora->PrintLine(valor);
+        }
+    }
+}
+
+// In single precision, as the cursor is: a row that ends on the limit itself has not passed it.
+bool frmImpressao::PassouDe(int limite) const {
+    return mImpressora->CurrentY() > static_cast<float>(limite * mEscala);
+}

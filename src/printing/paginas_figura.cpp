@@ -1,0 +1,81 @@
+#include "platform/convert.h"
+#include "platform/forms/picturefile.h"
+#include "printing/impressao.h"
+#include "session/global.h"
+#include "session/modulo.h"
+
+#include <QFontMetricsF>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int EspacoAntesDaFigura = 300;  // page units
+
+// Screen pixels: half the box that a number has on the screen, in which it stands centred.
+constexpr int MeiaCaixa = 16;
+
+}  // namespace
+
+// One page. The picture is enlarged by a whole factor, so that each of its pixels becomes a square
+// of printer pixels, and the numbers keep the places that they have on it on the screen. Positions
+// are held in 16 bits: a printer of very high resolution fails with an overflow, Erro 6.
+void frmImpressao::ImprimirFigura() {
+    try {
+        const auto linhas = gDB->OpenRecordset(
+            u"SELECT "
+            "ArquivoFigura,"
+            "ItemComponente,"
+            "LLeft,"
+            "TTop "
+            "FROM "
+            "FIGURADETALHADA1 "
+            "WHERE "
+            "CodigoPeca = "_s +
+                QString::number(gCodigoPeca),
+            dao::dbOpenForwardOnly);
+        if (linhas->Eof()) {
+            return;
+        }
+        ImprimirCabecalho(u"Figura Detalhada"_s);
+        mImpressora->SetFontSize(8);
+        const quint8 s = convert::ToByte(mEscala * 4);
+        mImpressora->SetCurrentX(MargemEsquerda * mEscala);
+        Descer(EspacoAntesDaFigura);
+        const float X = mImpressora->CurrentX();
+        const float Y = mImpressora->CurrentY();
+        // A screen position p within the picture is s * (p + X) + OffX on the paper, which for the
+        // corner is X itself.
+        const qint16 OffY = convert::ToInt16(Y - s * Y);
+        const qint16 OffX = convert::ToInt16(X - s * X);
+
+        imgFigura->SetPixmap(forms::LoadPicture(
+            gCaminho + u"Figuras\\"_s +
+                convert::ToTextOrEmpty(linhas->Fields(u"ArquivoFigura"_s).Value()),
+            {}, 1));
+        const QPixmap& figura = imgFigura->Pixmap();
+        const qint16 X0 = convert::ToInt16(X * s + OffX);
+        const qint16 Y0 = convert::ToInt16(Y * s + OffY);
+        mImpressora->PaintPicture(figura, X0, Y0, s * figura.width(), s * figura.height());
+
+        const QFontMetricsF naTela(font());
+        for (; !linhas->Eof(); linhas->MoveNext()) {
+            const QString item =
+                convert::ToTextOrEmpty(linhas->Fields(u"ItemComponente"_s).Value());
+            const int meiaLargura = convert::ToInt16(naTela.horizontalAdvance(item)) / 2;
+            const qint16 Ti =
+                convert::ToInt16(convert::ToDouble(linhas->Fields(u"TTop"_s).Value()) + Y0);
+            const qint16 Li =
+                convert::ToInt16(convert::ToDouble(linhas->Fields(u"LLeft"_s).Value()) +
+                                 (MeiaCaixa - meiaLargura) + X0);
+            const auto noPapel = [s](qint16 posicao, qint16 deslocamento) {
+                return convert::Narrow<qint16>(convert::Narrow<qint16>(s * posicao) + deslocamento);
+            };
+            mImpressora->SetCurrentY(noPapel(Ti, OffY));
+            mImpressora->SetCurrentX(noPapel(Li, OffX));
+            mImpressora->PrintLine(item);
+        }
+    } catch (const Erro& erro) {
+        MostrarErro(erro.Number(), erro.Description());
+    }
+}

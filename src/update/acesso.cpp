@@ -1,0 +1,114 @@
+#include "update/acesso.h"
+
+#include "platform/forms/application.h"
+#include "platform/forms/controls.h"
+#include "platform/forms/owner.h"
+
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Design pixels.
+constexpr int LarguraTexto = 320;
+constexpr int LarguraBotao = 84;
+
+PedidoDeAcesso& Substituto() {
+    static PedidoDeAcesso pedido;
+    return pedido;
+}
+
+class Dialogo : public QDialog {
+public:
+    explicit Dialogo(const AcessoAoProxy& acesso) {
+        setWindowTitle(forms::ProgramTitle());
+        setObjectName(u"AcessoAoProxy"_s);
+        auto* grade = new QGridLayout(this);
+        grade->setContentsMargins(18, 16, 18, 14);
+        grade->setHorizontalSpacing(12);
+        grade->setVerticalSpacing(10);
+        grade->setSizeConstraint(QLayout::SetFixedSize);
+        grade->addWidget(Texto(Explicacao(acesso)), 0, 0, 1, 2);
+        txtUsuario = Caixa(grade, 1, u"txtUsuario"_s, u"&Usuário"_s);
+        txtUsuario->setText(acesso.usuario);
+        txtSenha = Caixa(grade, 2, u"txtSenha"_s, u"&Senha"_s);
+        txtSenha->setEchoMode(QLineEdit::Password);
+        grade->addWidget(Botoes(), 3, 0, 1, 2, Qt::AlignHCenter);
+        (acesso.usuario.isEmpty() ? txtUsuario : txtSenha)->setFocus();
+    }
+
+    forms::TextBox* txtUsuario = nullptr;
+    forms::TextBox* txtSenha = nullptr;
+
+private:
+    static QString Explicacao(const AcessoAoProxy& acesso) {
+        QString texto =
+            u"A atualização passa por um servidor proxy que pede usuário e senha."_s + u"\n\n"_s +
+            u"Proxy: "_s + acesso.proxy;
+        if (!acesso.area.isEmpty()) {
+            texto += u"\nÁrea: "_s + acesso.area;
+        }
+        return texto;
+    }
+
+    QLabel* Texto(const QString& texto) {
+        auto* rotulo = new QLabel(this);
+        rotulo->setTextFormat(Qt::PlainText);  // the area's name comes from outside
+        rotulo->setText(texto);
+        rotulo->setWordWrap(true);
+        rotulo->setFixedWidth(LarguraTexto);
+        return rotulo;
+    }
+
+    forms::TextBox* Caixa(QGridLayout* grade, int linha, const QString& nome,
+                          const QString& palavra) {
+        auto* caixa = new forms::TextBox(nome, QString(palavra).remove(u'&'), this);
+        caixa->setMinimumHeight(21);
+        auto* rotulo = new QLabel(palavra, this);
+        rotulo->setBuddy(caixa);
+        grade->addWidget(rotulo, linha, 0);
+        grade->addWidget(caixa, linha, 1);
+        return caixa;
+    }
+
+    QWidget* Botoes() {
+        auto* caixa = new QDialogButtonBox(this);
+        caixa->setCenterButtons(true);
+        auto* ok = caixa->addButton(u"OK"_s, QDialogButtonBox::ActionRole);
+        auto* cancelar = caixa->addButton(u"&Cancelar"_s, QDialogButtonBox::ActionRole);
+        ok->setDefault(true);
+        cancelar->setAutoDefault(false);
+        for (QPushButton* botao : {ok, cancelar}) {
+            botao->setMinimumWidth(LarguraBotao);
+        }
+        connect(ok, &QPushButton::clicked, this, &QDialog::accept);
+        connect(cancelar, &QPushButton::clicked, this, &QDialog::reject);
+        return caixa;
+    }
+};
+
+}  // namespace
+
+bool PedirAcessoAoProxy(AcessoAoProxy& acesso) {
+    if (const PedidoDeAcesso pedido = Substituto()) {
+        return pedido(acesso);
+    }
+    Dialogo dialogo(acesso);
+    dialogo.adjustSize();
+    forms::PlaceOverActiveForm(dialogo);
+    const bool aceito = dialogo.exec() == QDialog::Accepted;
+    acesso.usuario = dialogo.txtUsuario->text();
+    acesso.senha = dialogo.txtSenha->text();
+    return aceito;
+}
+
+void SetPedidoDeAcesso(PedidoDeAcesso pedido) {
+    Substituto() = std::move(pedido);
+}

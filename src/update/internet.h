@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QString>
+
+#include <chrono>
+
+// The update's way to its server: one connection to one host, one request after the other, each into
+// a file or a text. It gets through a proxy that asks for user and password, and turns every failure
+// into one error whose text says at which stage it happened: the stage, ":", the code of the last
+// call (platform/system/http.h), ";", the inner number, ";", the inner text. Window events are let
+// through while a request waits, after its blocks and between two tries.
+//
+// One connection at a time. Nothing guards against a second caller: the only one runs under the
+// update lock.
+
+// "P2" while the update downloads files, otherwise empty: whether blocks move its progress bar.
+extern QString PassoDownload;
+
+void HttpConectar(const QString& Servidor);  // a host name; Erro -100
+void HttpDesconectar();                      // also when nothing is open
+
+// Fetches `Caminho`, a path without the leading "/", and returns the body's text (`RetornarTexto`)
+// or the path of the file that holds the body. `Modo` is "D" for a download; every other one is an
+// upload and refused. `ArquivoTemporario` is deleted first and written anew; empty: a new temporary
+// name. `ExibirDialogos` lets the user be asked for what a proxy wants; `Usuario` and `Senha` are
+// tried before. Erro -104 with the composite text. A file that a failure leaves behind half-written
+// stays, unless the disk is full.
+QString HttpExecutar(const QString& Modo, bool ExibirDialogos, const QString& Caminho,
+                     bool RetornarTexto, const QString& ArquivoTemporario,
+                     const QString& EnvioCampo, const QString& EnvioArquivo,
+                     const QString& Usuario, const QString& Senha);
+
+// There is no upload: Erro -107, always.
+[[noreturn]] void BodyPostFileUpload(const QString& EnvioCampo, const QString& EnvioArquivo);
+
+// A block of this many bytes has come down.
+void AtualizarProgressoDownload(qint32 Bytes);
+
+// The longest wait for a connection, for the sending and for bytes: 60 s, less in tests.
+void DefinirTempoLimite(std::chrono::milliseconds limite);

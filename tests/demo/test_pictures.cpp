@@ -1,0 +1,118 @@
+#include "demo/folder.h"
+#include "platform/dao/sqlite.h"
+#include "session/banco.h"
+#include "support/testmain.h"
+
+#include <QImage>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <memory>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+int Darkest(const QImage& photo) {
+    int least = 255;
+    for (int y = 0; y < photo.height(); ++y) {
+        for (int x = 0; x < photo.width(); ++x) {
+            least = std::min(least, qGray(photo.pixel(x, y)));
+        }
+    }
+    return least;
+}
+
+}  // namespace
+
+class DemoPictures : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() {
+        demo::Order order;
+        order.folder = folder_.path();
+        order.sizes = {60, 300, 40, 24, 100};
+        order.pictures = demo::Pictures::Small;
+        demo::MakeDataFolder(order);
+        connection_ = std::make_shared<dao::Connection>(folder_.filePath(u"Tarvo.mdb"_s),
+                                                        SenhaBancoDados().toUtf8(),
+                                                        dao::Connection::Mode::ReadOnly);
+    }
+
+    // Every photograph that the catalogue names is there, can be read, and shows something.
+    void PhotosAreThere() {
+        dao::Statement names(*connection_,
+                             "SELECT ArquivoFotoPeca FROM PECA WHERE ArquivoFotoPeca IS NOT NULL"
+                             " UNION SELECT ArquivoFotoPecaPesquisa FROM FOTOPECAPESQUISA");
+        int count = 0;
+        while (names.Step()) {
+            const QString name = names.Column(0).toString();
+            const QImage photo(folder_.filePath(u"FotoPeca/"_s + name));
+            QVERIFY2(photo.width() >= 90, qPrintable(name));
+            QVERIFY2(Darkest(photo) < qGray(photo.pixel(0, 0)) - 60, qPrintable(name));
+            ++count;
+        }
+        QVERIFY(count > 62);
+    }
+
+    // As the figure screen reads them: codes of 16 bits, boxes on the picture, the picture in its
+    // frame.
+    void NumbersStandOnTheirPicture() {
+        dao::Statement figures(*connection_, "SELECT CodigoFigura, ArquivoFigura FROM FIGURA");
+        int count = 0;
+        while (figures.Step()) {
+            const QString name = figures.Column(1).toString();
+            const QImage picture(folder_.filePath(u"Figuras/"_s + name));
+            QCOMPARE(picture.size(), QSize(582, 343));
+            const int numbers = Count("SELECT 1 FROM FIGURADETALHADA WHERE CodigoFigura = "_L1 +
+                                      figures.Column(0).toString() +
+                                      " AND CodigoFiguraDetalhada BETWEEN 1 AND 32767"
+                                      " AND LLeft BETWEEN 0 AND 549 AND TTop BETWEEN 0 AND 330"_L1);
+            QVERIFY2(numbers >= 8 && numbers <= 60, qPrintable(name));
+            QCOMPARE(numbers, Count("SELECT 1 FROM FIGURADETALHADA WHERE CodigoFigura = "_L1 +
+                                    figures.Column(0).toString()));
+            ++count;
+        }
+        QVERIFY(count >= 5);
+    }
+
+    // What a figure screen has to cope with is in every catalogue.
+    void EveryKindOfNumberIsThere_data() {
+        QTest::addColumn<QString>("rows");
+        const auto row = [](const char* name, const char* sql) {
+            QTest::newRow(name) << QString::fromLatin1(sql);
+        };
+        row("figure of several parts",
+            "SELECT CodigoFigura FROM PECA GROUP BY CodigoFigura HAVING count(*) > 1"
+            " AND CodigoFigura IS NOT NULL");
+        row("part with a list and no figure",
+            "SELECT 1 FROM PECA INNER JOIN PECA_COMPONENTE USING (CodigoPeca)"
+            " WHERE CodigoFigura IS NULL");
+        row("item at two places",
+            "SELECT 1 FROM FIGURADETALHADA GROUP BY CodigoFigura, ItemComponente"
+            " HAVING count(*) > 1");
+        row("item without a number",
+            "SELECT 1 FROM PECA_COMPONENTE INNER JOIN PECA USING (CodigoPeca) WHERE CodigoFigura IS"
+            " NOT NULL AND (CodigoFigura, ItemComponente) NOT IN"
+            " (SELECT CodigoFigura, ItemComponente FROM FIGURADETALHADA)");
+        row("number without an item",
+            "SELECT 1 FROM FIGURADETALHADA1 WHERE (CodigoPeca, ItemComponente) NOT IN"
+            " (SELECT CodigoPeca, ItemComponente FROM PECA_COMPONENTE)");
+    }
+    void EveryKindOfNumberIsThere() {
+        QFETCH(QString, rows);
+        QVERIFY(Count(rows) > 0);
+    }
+
+private:
+    int Count(const QString& rows) {
+        return connection_->Value("SELECT count(*) FROM (" + rows.toUtf8() + ")").toInt();
+    }
+
+    QTemporaryDir folder_;
+    std::shared_ptr<dao::Connection> connection_;
+};
+
+TARVO_TEST(DemoPictures);
+#include "test_pictures.moc"

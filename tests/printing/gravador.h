@@ -1,0 +1,76 @@
+#pragma once
+
+#include "platform/printer/printer.h"
+
+#include <QList>
+#include <QMap>
+
+#include <functional>
+
+// What was printed on a recording device.
+struct Folha {
+    struct Texto {
+        int pagina;
+        QPointF lugar;
+        QString texto;
+        QString letra;  // size and "bi"
+    };
+    struct Figura {
+        int pagina;
+        QRectF lugar;
+        QSize tamanho;
+    };
+    QList<Texto> textos;
+    QList<Figura> figuras;
+    QStringList passos;  // "paisagem", the font's name, "fim"
+};
+
+// A device that keeps what it is told. At 360 dots per inch a pixel is a page unit. A line is as
+// high as the table says, five pixels a point where it says nothing; a letter is ten wide.
+class Gravador final : public printer::Printer {
+public:
+    explicit Gravador(Folha& folha, int pontosPorPolegada = 360)
+        : folha_(folha), pontos_(pontosPorPolegada) {}
+
+    QMap<int, double> alturas;
+    std::function<void()> aoComecar = [] {};
+    std::function<void()> aoVirar = [] {};
+    std::function<void()> aoTerminar = [] {};
+    std::function<void(const QString&)> aoEscolherLetra = [](const QString&) {};
+
+    void SetOrientation(int orientation) override {
+        folha_.passos += orientation == printer::vbPRORLandscape ? QStringLiteral("paisagem")
+                                                                 : QStringLiteral("retrato");
+    }
+    float TwipsPerPixelX() const override { return 1440.0F / static_cast<float>(pontos_); }
+    void SetFontName(const QString& name) override {
+        aoEscolherLetra(name);
+        folha_.passos += name;
+    }
+
+private:
+    void Begin() override { aoComecar(); }
+    void DrawText(QPointF topLeft, const QString& text) override {
+        const QString letra = QString::number(TextFont().points) +
+                              (TextFont().bold ? QStringLiteral("b") : QString()) +
+                              (TextFont().italic ? QStringLiteral("i") : QString());
+        folha_.textos.append({Page(), topLeft, text, letra});
+    }
+    double TextWidth(const QString& text) const override {
+        return 10.0 * static_cast<double>(text.size());
+    }
+    double LineHeight() const override {
+        return alturas.value(static_cast<int>(TextFont().points), TextFont().points * 5);
+    }
+    void DrawPicture(const QRectF& place, const QPixmap& picture) override {
+        folha_.figuras.append({Page(), place, picture.size()});
+    }
+    void NextPage() override { aoVirar(); }
+    void End() override {
+        aoTerminar();
+        folha_.passos += QStringLiteral("fim");
+    }
+
+    Folha& folha_;
+    int pontos_;
+};

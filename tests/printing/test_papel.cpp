@@ -1,0 +1,143 @@
+#include "dialogo.h"
+#include "platform/printer/paperprinter.h"
+#include "support/testmain.h"
+
+#include <QPainter>
+#include <QPrinter>
+#include <QProcess>
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString Ferramenta(const QString& programa, const QStringList& argumentos) {
+    QProcess processo;
+    processo.start(programa, argumentos);
+    if (!processo.waitForFinished() || processo.exitCode() != 0) {
+        qFatal("%s: %s", qPrintable(programa), processo.readAllStandardError().constData());
+    }
+    return QString::fromUtf8(processo.readAllStandardOutput());
+}
+
+struct Palavra {
+    int pagina;
+    QPointF lugar;  // page units from the printable area's corner
+    QString texto;
+};
+
+constexpr double Margem = 10;  // points, on all sides of the toolkit's PDF page
+constexpr double UnidadesPorPonto = 5;
+
+// A printed file, read back by other people's tools.
+QList<Palavra> Palavras(const QString& arquivo) {
+    static const QRegularExpression linha(
+        u"<page |<word xMin=\"([\\d.]+)\" yMin=\"([\\d.]+)\"[^>]*>([^<]*)<"_s);
+    QList<Palavra> palavras;
+    int pagina = 0;
+    for (auto i = linha.globalMatch(Ferramenta(u"pdftotext"_s, {u"-bbox"_s, arquivo, u"-"_s}));
+         i.hasNext();) {
+        const auto achado = i.next();
+        if (achado.capturedLength(3) == 0) {
+            ++pagina;
+            continue;
+        }
+        const QPointF pontos(achado.captured(1).toDouble(), achado.captured(2).toDouble());
+        palavras.append(
+            {pagina, (pontos - QPointF(Margem, Margem)) * UnidadesPorPonto, achado.captured(3)});
+    }
+    return palavras;
+}
+
+}  // namespace
+
+// Real documents, at the resolutions of real printers.
+class TestPapel : public QObject {
+    Q_OBJECT
+
+    int pontos_ = 600;
+    QString arquivo_;
+    std::unique_ptr<Dialogo> dialogo_;
+
+    QString NovoArquivo() const { return dialogo_->catalogo.Pasta() + u"/saída.pdf"_s; }
+
+private Q_SLOTS:
+    void init() {
+        pontos_ = 600;
+        dialogo_ = std::make_unique<Dialogo>([this] {
+            auto qt = std::make_unique<QPrinter>(QPrinter::HighResolution);
+            qt->setOutputFileName(arquivo_);
+            qt->setResolution(pontos_);
+            qt->setPageSize(QPageSize(QPageSize::A4));
+            return std::make_unique<printer::PaperPrinter>(std::move(qt));
+        });
+        arquivo_ = NovoArquivo();
+    }
+    void cleanup() { dialogo_.reset(); }
+
+    void list_data() {
+        QTest::addColumn<int>("pontos");
+        QTest::newRow("300") << 300;
+        QTest::newRow("600") << 600;
+    }
+    void list() {
+        QFETCH(int, pontos);
+        pontos_ = pontos;
+        QStringList linhas = {u"DELETE FROM PECA_COMPONENTE WHERE CodigoPeca = 1"_s};
+        for (int i = 1; i <= 60; ++i) {
+            linhas +=
+                u"INSERT INTO PECA_COMPONENTE (CodigoPeca, ItemComponente, CodigoComponente, "
+                "QuantidadeComponente) VALUES (1, '%1', 2, 100)"_s.arg(i, 4);
+        }
+        dialogo_->catalogo.Executar(linhas);
+        dialogo_->Imprimir(u"FD:0LC:1"_s);
+        QCOMPARE(dialogo_->Caixas(), QStringList());
+
+        const QList<Palavra> palavras = Palavras(arquivo_);
+        QCOMPARE(palavras.last().pagina, 3);
+        QVERIFY(Ferramenta(u"pdfinfo"_s, {arquivo_}).contains(u"842 x 595 pts (A4)"_s));
+        const double pixel = 360.0 / pontos;
+        // The substitute's lines are 1.117 of its size high.
+        const auto achar = [&](int pagina, const QString& texto) {
+            for (const Palavra& palavra : palavras) {
+                if (palavra.pagina == pagina && palavra.texto == texto) {
+                    return palavra.lugar;
+                }
+            }
+            return QPointF(-1, -1);
+        };
+        const double alto = 1.1172 * 5;
+        const double titulos = 150 + (12 + 10 + 10 + 7) * alto + 100;
+        const struct {
+            int pagina;
+            const char16_t* texto;
+            QPointF lugar;
+        } esperadas[] = {
+            {1, u"Catálogo", {200, 150}},
+            {1, u"Lista", {200, 150 + 12 * alto}},
+            {3, u"Peça:", {200, 150 + 22 * alto}},
+            {3, u"Página:", {200, 150 + 32 * alto}},
+            {2, u"Item", {200, titulos}},
+            {2, u"Qtd.", {400, titulos}},
+            {2, u"Descrição", {600, titulos}},
+            {2, u"Jogo(s)", {2200, titulos}},
+            {1, u"100", {400, titulos + 10 * alto + 20}},
+            {1, u"A3400", {1600, titulos + 10 * alto + 20}},
+        };
+        for (const auto& esperada : esperadas) {
+            const QPointF lugar = achar(esperada.pagina, QString::fromUtf16(esperada.texto));
+            const QPointF erro = lugar - esperada.lugar;
+            QVERIFY2(std::abs(erro.x()) <= pixel && std::abs(erro.y()) <= pixel,
+                     qPrintable(u"%1 at %2,%3"_s.arg(QString::fromUtf16(esperada.texto))
+                                    .arg(lugar.x())
+                                    .arg(lugar.y())));
+        }
+        // 25 rows of a line and 20 pass the limit.
+        QVERIFY(achar(1, u"25"_s).y() > 2300);
+        QVERIFY(achar(2, u"26"_s).y() < 700);
+    }
+};
+
+TARVO_TEST(TestPapel);
+
+#include "test_papel.moc"
