@@ -156,8 +156,7 @@ private:
 
 void RegisterAll(Stage& stage) {
     const auto add = [](const QString& name, int repetitions, std::function<Measured()> run) {
-        const QString scaled = u"%1, scale %2"_s.arg(name).arg(qApp->devicePixelRatio());
-        bench::Register(scaled.toUtf8().constData(), repetitions, std::move(run));
+        bench::Register(name.toUtf8().constData(), repetitions, std::move(run));
     };
     const auto blinking = [&stage](const QString& selection) {
         stage.Open(selection);

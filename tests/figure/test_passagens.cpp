@@ -162,6 +162,28 @@ private Q_SLOTS:
         QVERIFY(Mao::Relogio()->isActive());
     }
 
+    void printingLeavesTheBlinkAlone() {
+        mao_->AbrirFiguraDoItem(u"12002"_s, u"   1"_s);
+        QString figura;
+        QString lista;
+        QTimer::singleShot(0, this, [&] {
+            const QString dialogo = u"frmImpressao"_s;
+            figura = Janela::Achar<forms::ClickZone>(dialogo, u"imgFiguraDetalhada"_s)->Tag;
+            lista = Janela::Achar<forms::ClickZone>(dialogo, u"imgListaComponentes"_s)->Tag;
+            Janela::Clicar(dialogo, u"imgCancelar"_s);
+        });
+        Mao::Clicar(Tela, u"imgImprimir"_s);
+        QCOMPARE(figura + lista, u"10"_s);
+        QCOMPARE(forms::MousePointer(), forms::vbDefault);
+        QTRY_COMPARE(Mao::Acesos(), u"1:15"_s);
+        QTRY_COMPARE(Mao::Acesos(), u"1:12"_s);
+
+        Mao::Clicar(Tela, u"imgListaComponentesFundo"_s);
+        Mao::IrNaLista(u"   2"_s);
+        Mao::Clicar(Lista, u"imgFiguraDetalhadaFundo"_s);
+        QTRY_COMPARE(Mao::Acesos(), u"2:12 2:12"_s);
+    }
+
     void theWaysBack_data() {
         QTest::addColumn<bool>("pelaLista");
         QTest::addColumn<QString>("tela");
