@@ -1,5 +1,6 @@
 #include "search/pesquisa.h"
 
+#include "look/conheca_tarvo.h"
 #include "platform/convert.h"
 #include "platform/erro.h"
 #include "platform/forms/application.h"
@@ -105,6 +106,10 @@ void frmPesquisa::LigarEventos() {
     AoClicar(u"imgPesquisa3"_s, [this] { MostrarPainel(2, pctPesquisaFiguras); });
     AoClicar(u"imgAjuda"_s, [this] { AbrirAjuda(); });
     AoClicar(u"imgConfiguracoes"_s, [] { frmConfiguracoes::Abrir(); });
+    AoClicar(u"imgConhecaTarvo"_s, [] {
+        forms::SetMousePointer(forms::vbHourglass);  // the tour restores it
+        (new frmConhecaTarvo)->ShowModal();
+    });
     AoClicar(u"imgSair"_s, [this] { Unload(); });
 
     QWidget* const focos[] = {txtNumeroTarvo, txtVeiculo, pctPesquisaFiguras};
