@@ -91,6 +91,7 @@ private:
 
     // A timer with a free text: what it watches.
     struct Temporizador : QTimer {
+        using QTimer::QTimer;
         QString Tag;
     };
     struct Verificacao;
@@ -143,10 +144,10 @@ private:
     bool mPesquisa1Pronta = false;
     bool mPesquisa2Pronta = false;
     double DataUltimaVerificacaoTela = 1.0;  // date serial; 1.0: no check was ever made
-    Temporizador tmrVerificarAtualizacoes;
+    Temporizador tmrVerificarAtualizacoes{this};
     // Its Tag while a check runs: "1" and "1" or "0" for an automatic one or not, and the path of
     // the result file; "0", number and text of the error when the check could not be started.
-    Temporizador tmrVerificaProcessoVerificacao;
+    Temporizador tmrVerificaProcessoVerificacao{this};
     bool VerificacaoEmAndamento = false;
     bool BancoBloqueado = false;         // this screen holds the update lock
     sys::ProcessId ProcessoVerificacao = 0;

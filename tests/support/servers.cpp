@@ -52,6 +52,12 @@ void WrongServer::Put(const QString& name, const QByteArray& content) const {
     }
 }
 
+void WrongServer::Clear() const {
+    QDir(Folder()).removeRecursively();
+    QDir().mkpath(Folder());
+    QFile::remove(folder_.filePath("log"_L1));
+}
+
 QStringList WrongServer::Requests() const {
     QFile file(folder_.filePath("log"_L1));
     QStringList requests;

@@ -17,6 +17,8 @@ public:
     QString Folder() const { return folder_.filePath(QStringLiteral("www")); }
     // Writes a file below Folder(), with the folders that it needs.
     void Put(const QString& name, const QByteArray& content) const;
+    // Takes files and noted requests away again.
+    void Clear() const;
     int Port() const { return port_; }
     // First lines of the requests so far.
     QStringList Requests() const;
