@@ -5,7 +5,9 @@
 #include "platform/forms/application.h"
 #include "platform/forms/helpwindow.h"
 #include "platform/system/process.h"
+#include "secrets/configuracoes.h"
 #include "session/banco.h"
+#include "session/configuracao.h"
 #include "session/creditos.h"
 #include "session/global.h"
 #include "session/modulo.h"
@@ -60,6 +62,8 @@ void frmPesquisa::Load() {
     CarregarFiguras();
     ExibirFiguras(mPrimeiraFigura);
     SelecionarFigura(mFiguraSelecionada);
+    QString ninguem;
+    LerConfiguracao(u"VERIFICACAOAUTOMATICA"_s, ninguem, ninguem);
     CarregarDadosVerificacao(true);
     mPesquisa1Pronta = true;
     mPesquisa2Pronta = true;
@@ -100,6 +104,7 @@ void frmPesquisa::LigarEventos() {
     AoClicar(u"imgPesquisa2"_s, [this] { MostrarPainel(1, txtVeiculo); });
     AoClicar(u"imgPesquisa3"_s, [this] { MostrarPainel(2, pctPesquisaFiguras); });
     AoClicar(u"imgAjuda"_s, [this] { AbrirAjuda(); });
+    AoClicar(u"imgConfiguracoes"_s, [] { frmConfiguracoes::Abrir(); });
     AoClicar(u"imgSair"_s, [this] { Unload(); });
 
     QWidget* const focos[] = {txtNumeroTarvo, txtVeiculo, pctPesquisaFiguras};

@@ -1,6 +1,7 @@
 #include "session/banco.h"
 
 #include "platform/erro.h"
+#include "platform/secret.h"
 #include "session/global.h"
 #include "session/modulo.h"
 
@@ -29,8 +30,12 @@ void AbrirBancoDados(std::unique_ptr<dao::Workspace>& workspace, const QString& 
                      std::unique_ptr<dao::Database>& banco, bool somenteLeitura) {
     workspace = dao::DBEngine::Instance().CreateWorkspace(nomeWorkspace, QStringLiteral("admin"),
                                                           QString(), dao::dbUseJet);
+    QString senha = SenhaBancoDados();
+    const secret::WipeAtEnd semSenha(senha);
+    QString conexao = QLatin1String(";pwd=") + senha;
+    const secret::WipeAtEnd semConexao(conexao);
     banco = workspace->OpenDatabase(gCaminho + QLatin1String("Tarvo.mdb"), false, somenteLeitura,
-                                    QLatin1String(";pwd=") + SenhaBancoDados());
+                                    conexao);
 }
 
 void FecharBancoDados(std::unique_ptr<dao::Workspace>& workspace,
@@ -40,9 +45,12 @@ void FecharBancoDados(std::unique_ptr<dao::Workspace>& workspace,
     workspace.reset();
 }
 
-// Stands nowhere as a whole, so that looking through the program's texts does not show it.
+// Stands nowhere as a whole, so that looking through the program's texts does not show it: a table
+// of the codes would. The room is reserved because growing would leave pieces behind.
 QString SenhaBancoDados() {
-    QString senha = QChar(76);
+    QString senha;
+    senha.reserve(13);
+    senha += QChar(76);
     senha += QChar(94);
     senha += QChar(53);
     senha += QChar(81);

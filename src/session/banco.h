@@ -16,7 +16,8 @@ void AbrirBancoDados(std::unique_ptr<dao::Workspace>& workspace, const QString& 
 void FecharBancoDados(std::unique_ptr<dao::Workspace>& workspace,
                       std::unique_ptr<dao::Database>& banco);
 
-// The catalogue's password, thirteen characters, built anew at each call.
+// The catalogue's password, thirteen characters, built anew at each call. The caller wipes it
+// (platform/secret.h).
 QString SenhaBancoDados();
 
 // Takes or releases the update lock. True: taken or released. False: another computer has it, or

@@ -1,6 +1,7 @@
 #include "session/esquema.h"
 
 #include "platform/dao/dao.h"
+#include "platform/secret.h"
 #include "platform/system/clock.h"
 
 #include <cmath>
@@ -154,5 +155,7 @@ void CriarCatalogo(const QString& caminho, const QString& senha) {
     const QByteArray hoje = QByteArray::number(std::floor(sys::Now()), 'f', 0);
     const QByteArray definicao = QByteArray(Tabelas) + Referencias + Figuras +
                                  QByteArray(Registro).replace("%1", hoje) + Guardas;
-    dao::DBEngine::Instance().CreateDatabase(caminho, QLatin1String(";pwd=") + senha, definicao);
+    QString conexao = QLatin1String(";pwd=") + senha;
+    const secret::WipeAtEnd semConexao(conexao);
+    dao::DBEngine::Instance().CreateDatabase(caminho, conexao, definicao);
 }

@@ -104,6 +104,10 @@ private Q_SLOTS:
                                                 {332, 542, 111, 34},
                                                 {479, 542, 108, 34},
                                                 {687, 446, 76, 28}};
+        QTest::newRow("configuracoes")
+            << QSize(434, 234) << QList<QRect>{{258, 181, 49, 29}, {327, 181, 87, 29}};
+        QTest::newRow("caixa-vazia") << QSize(20, 20) << QList<QRect>{};
+        QTest::newRow("caixa-marcada") << QSize(20, 20) << QList<QRect>{};
         QTest::newRow("impressao") << QSize(435, 195)
                                    << QList<QRect>{{52, 71, 20, 20},
                                                    {52, 101, 20, 20},

@@ -2,6 +2,7 @@
 
 #include "platform/forms/application.h"
 
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <memory>
@@ -24,6 +25,9 @@ bool testing_support::RegisterTest(QObject* (*make)()) {
 }
 
 int main(int argc, char** argv) {
+    // The settings of whoever runs the tests stay as they are.
+    const QTemporaryDir userData;
+    qputenv("XDG_DATA_HOME", userData.path().toUtf8());
     forms::Application application(argc, argv);
     QStringList arguments = application.arguments();
     const QString only =

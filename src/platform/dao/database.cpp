@@ -3,6 +3,7 @@
 #include "platform/dao/savepoint.h"
 #include "platform/dao/schema.h"
 #include "platform/dao/sqlite.h"
+#include "platform/secret.h"
 #include "platform/system/paths.h"
 
 #include <QDir>
@@ -45,11 +46,11 @@ private:
     bool wanted_;
 };
 
-// The connect text is ";pwd=" and the password, which ends with the text.
+// The connect text is ";pwd=" and the password, which ends with the text. The caller wipes it.
 QByteArray PasswordOf(const QString& connect) {
     const QLatin1String mark(";pwd=");
     const qsizetype at = connect.indexOf(mark, 0, Qt::CaseInsensitive);
-    return at < 0 ? QByteArray() : connect.mid(at + mark.size()).toUtf8();
+    return at < 0 ? QByteArray() : QStringView(connect).sliced(at + mark.size()).toUtf8();
 }
 
 qint64 RunOne(Connection& connection, const QByteArray& sql) {
@@ -153,8 +154,10 @@ std::unique_ptr<Database> Workspace::OpenDatabase(const QString& path, bool opti
     if (file.size() == 0) {
         Throw(Failure::NotACatalogue, path);  // the engine would take it for a new database
     }
+    QByteArray password = PasswordOf(connect);
+    const secret::WipeAtEnd withoutPassword(password);
     auto connection = std::make_shared<Connection>(
-        file.filePath(), PasswordOf(connect),
+        file.filePath(), password,
         readOnly ? Connection::Mode::ReadOnly : Connection::Mode::ReadWrite);
     connection->WantTransaction(inTransaction_);
     connections_.push_back(connection);
@@ -244,7 +247,8 @@ std::unique_ptr<Workspace> DBEngine::CreateWorkspace(const QString& name, const 
 
 void DBEngine::CreateDatabase(const QString& path, const QString& connect,
                               const QByteArray& definition) {
-    const QByteArray password = PasswordOf(connect);
+    QByteArray password = PasswordOf(connect);
+    const secret::WipeAtEnd withoutPassword(password);
     if (password.isEmpty()) {
         throw Erro(Erro::InvalidArgument);  // the file would not be enciphered
     }

@@ -40,6 +40,7 @@ forms--TextBox {
     background: @base; color: @text; border: 1px solid @border; border-radius: 0; padding: 0 3px;
     selection-background-color: @selection; selection-color: @selectionText;
 }
+QLineEdit { lineedit-password-character: 42; }
 forms--TextBox:focus { border-bottom: 2px solid @focus; padding-top: 1px; }
 forms--HelpWindow QTreeWidget { padding: 8px 6px; }
 forms--BoundGrid { background: @base; border: 1px solid @border; border-top-color: @rowLine; }

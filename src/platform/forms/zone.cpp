@@ -20,7 +20,13 @@ public:
     void doAction(const QString& action) override {
         if (action == pressAction() && zone_->isEnabled() && zone_->isVisible()) {
             // Queued: what a click does may take long or open a box, and the caller waits.
-            QMetaObject::invokeMethod(zone_, &ClickZone::Click, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                zone_,
+                [zone = zone_] {
+                    Q_EMIT zone->MouseDown();
+                    Q_EMIT zone->Click();
+                },
+                Qt::QueuedConnection);
         }
     }
 

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
 #include <QStandardPaths>
 
 #include <array>
@@ -108,12 +109,12 @@ bool sys::IsInside(const QString& folder, const QString& path) {
 }
 
 QByteArray sys::ReadBytes(const QString& path) {
-    QFile file(ToNative(path));
-    if (!file.exists()) {
-        throw Erro(Erro::FileNotFound);
-    }
+    const QString native = ToNative(path);
+    QFile file(native);
+    // Asked about only afterwards: the toolkit's answer can be no while another program puts a new
+    // file in place of the old one.
     if (!file.open(QIODevice::ReadOnly)) {
-        throw Erro(Erro::PathFileAccess);
+        throw Erro(QFileInfo::exists(native) ? Erro::PathFileAccess : Erro::FileNotFound);
     }
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError) {
@@ -137,6 +138,23 @@ QString sys::DecodeText(const QByteArray& bytes) {
 
 QString sys::ReadText(const QString& path) {
     return DecodeText(ReadBytes(path));
+}
+
+void sys::WriteWhole(const QString& path, const QByteArray& bytes, Access access) {
+    const QString native = ToNative(path);
+    QSaveFile file(native);  // a name of its own beside the old file, flushed before it takes over
+    if (!file.open(QIODevice::WriteOnly)) {
+        throw Erro(QFileInfo(native).dir().exists() ? Erro::PathFileAccess : Erro::PathNotFound);
+    }
+    if (access == Access::OwnerOnly &&
+        !file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner)) {
+        throw Erro(Erro::PathFileAccess);
+    }
+    file.write(bytes);
+    if (!file.commit()) {
+        throw Erro(file.error() == QFileDevice::ResourceError ? Erro::DiskFull
+                                                              : Erro::PathFileAccess);
+    }
 }
 
 void sys::Delete(const QString& path) {

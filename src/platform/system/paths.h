@@ -23,6 +23,14 @@ QByteArray ReadBytes(const QString& path);  // Erro 53, 75
 // UTF-8 where the bytes are valid UTF-8, otherwise Windows-1252.
 QString DecodeText(const QByteArray& bytes);
 QString ReadText(const QString& path);                // Erro 53, 75
+
+// Whose file a new one is: its owner's alone, or as the platform gives it.
+enum class Access { Shared, OwnerOnly };
+// Puts a file with this content in place of what is there. Whoever reads it, and whoever comes
+// after a crash at any moment, finds the old content or the new one, never a part. The content has
+// reached the disk when this returns. Erro 61, 75, 76; the old file is then as it was.
+void WriteWhole(const QString& path, const QByteArray& bytes, Access access = Access::Shared);
+
 void Delete(const QString& path);                     // read-only files too; Erro 53, 70, 75
 void MakeDirectory(const QString& path);              // one level; Erro 75, 76
 void Rename(const QString& from, const QString& to);  // replaces nothing; Erro 53, 58, 75

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "look/tela.h"
+
+// The settings: the automatic update check and the proxy's user and password. What it changes is
+// the settings file and VerificacaoAutomatica, both only by OK.
+class frmConfiguracoes final : public Tela {
+    Q_OBJECT
+
+public:
+    static const QString Nome;
+
+    // Shows it modally; a settings file that cannot be had is shown as an error and nothing opens.
+    static void Abrir();
+
+    frmConfiguracoes();
+
+protected:
+    void Load() override;
+    void Activate() override;
+
+private:
+    void PosicionarControles();
+    void LigarEventos();
+    void MarcarVerificacao(bool ligada);
+    void AparaUsuario();
+    void Confirmar();
+    void Cancelar();
+
+    bool PrimeiraAtivacao = true;
+    forms::ClickZone* imgVerificarAuto;
+    forms::Panel* imgXVerificarAuto;
+    forms::Panel* img_VerificarAuto;
+    forms::TextBox* txtUsuario;
+    forms::TextBox* txtSenha;
+};
