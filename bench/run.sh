@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes the two catalogues, measures every search and the part views on them and
+# Makes the two catalogues, measures every search, the part views and the printing and
 # writes their sections of docs/benchmarks.md.
 #
 #   bench/run.sh [build folder]     build/release by default; it must be built
@@ -39,5 +39,7 @@ measure small 9
 measure large 3
 BENCH_REPETITIONS=9 "$bin/tarvo-bench-views" "$data/large" \
     --benchmark_out="$data/views.json" --benchmark_out_format=json
+BENCH_REPETITIONS=9 "$bin/tarvo-bench-printing" \
+    --benchmark_out="$data/printing.json" --benchmark_out_format=json
 python3 bench/table.py "$data" docs/benchmarks.md
 echo "docs/benchmarks.md written"

@@ -140,8 +140,21 @@ vehicles and a photo of 1600 by 1200 pixels each, load average {load:.1f} at the
 VIEWS_GOALS = {"double click": 50, "list button": 50, "key in": 8, "row to row": 16}
 
 
-def views(folder):
-    results = json.loads((folder / "views.json").read_text())
+PRINTING_INTRO = """## Printing
+
+Made by the same command: the print dialog's OK to a PDF at 600 dots per inch, from the press until
+the document is whole in its file; load average {load:.1f} at the start; medians of {runs} runs. The
+stall is the longest time in any run in which no event could be handled.
+
+| | To reach | Printed | longest of all runs | stall |
+|---|--:|--:|--:|--:|
+"""
+PRINTING_GOALS = {"list": 2000, "figure": 300}
+
+
+def section(path, intro, goals, *more):
+    """One row a case: the median of its time, the longest, and the longest of `more` counters."""
+    results = json.loads(path.read_text())
     rows, worst, runs = [], {}, 0
     for entry in results["benchmarks"]:
         name = re.sub(r"/iterations:.*", "", entry["run_name"])
@@ -149,12 +162,12 @@ def views(folder):
             rows.append((name, entry["real_time"]))
             runs = entry["repetitions"]
         elif entry.get("aggregate_name") == "max":
-            worst[name] = entry["real_time"]
-    lines = [VIEWS_INTRO.format(load=load(results["context"]), runs=runs)]
-    for name, painted in rows:
-        goal = next(goal for start, goal in VIEWS_GOALS.items() if name.startswith(start))
-        lines.append(f"| {name} | {goal} | {number(painted, painted > goal)} "
-                     f"| {number(worst[name])} |\n")
+            worst[name] = [entry[counter] for counter in ("real_time", *more)]
+    lines = [intro.format(load=load(results["context"]), runs=runs)]
+    for name, median in rows:
+        goal = next(goal for start, goal in goals.items() if name.startswith(start))
+        cells = [name, f"{goal:,}", number(median, median > goal), *map(number, worst[name])]
+        lines.append("| " + " | ".join(cells) + " |\n")
     return "".join(lines)
 
 
@@ -168,7 +181,9 @@ def put(text, name, section):
 def main(folder, document):
     text = document.read_text()
     text = put(text, "searches", searches(folder))
-    text = put(text, "views", views(folder))
+    text = put(text, "views", section(folder / "views.json", VIEWS_INTRO, VIEWS_GOALS))
+    text = put(text, "printing", section(folder / "printing.json", PRINTING_INTRO, PRINTING_GOALS,
+                                         "stall_ms"))
     document.write_text(text)
 
 

@@ -73,6 +73,10 @@ class Node:
         return self.accessible.get_name()
 
     @property
+    def description(self):
+        return self.accessible.get_description()
+
+    @property
     def role(self):
         return self.accessible.get_role_name()
 
@@ -206,6 +210,13 @@ class Catalogue:
         right, bottom = self.screen.design_to_screen(left + width, top + height)
         return int(output_of("import", "-window", "root", "-crop",
                              f"{right - x}x{bottom - y}+{x}+{y}", "-format", "%k", "info:-"))
+
+    def click_on(self, node):
+        """In the middle of an element, wherever it stands on the display."""
+        place = Atspi.Component.get_extents(node.accessible, Atspi.CoordType.SCREEN)
+        xdotool("mousemove", place.x + place.width // 2, place.y + place.height // 2)
+        time.sleep(0.05)
+        xdotool("click", 1)
 
     def type(self, text):
         xdotool("type", "--delay", 30, text)

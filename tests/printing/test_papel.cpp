@@ -146,8 +146,8 @@ private Q_SLOTS:
             const QStringList colunas = letra.simplified().split(u' ');
             if (colunas.size() > 5) {
                 // name type(2) encoding emb sub uni object(2)
-                nomes +=
-                    colunas.first().section(u'+', 1) + u' ' + colunas.at(4) + u' ' + colunas.at(6);
+                nomes += colunas.first().split(u'+').last() + u' ' + colunas.at(4) + u' ' +
+                         colunas.at(6);
             }
         }
         nomes.sort();
