@@ -5,6 +5,7 @@
 #include "platform/erro.h"
 #include "session/banco.h"
 #include "session/esquema.h"
+#include "tour.h"
 
 #include <QDir>
 #include <QFile>
@@ -112,6 +113,9 @@ void MakeDataFolder(const Order& order) {
     MakeHelp(aside.filePath(HelpName));
     DrawPhotos(Assortment(order.seed, order.sizes.parts), aside.filePath(PhotoFolder),
                order.pictures);
+    if (order.pictures != Pictures::None) {
+        DrawTour(aside.filePath(FigureFolder));
+    }
     MoveAll(QDir(aside.path()), folder);
 }
 

@@ -2,8 +2,8 @@
 #include "options.h"
 #include "platform/erro.h"
 
-#include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QGuiApplication>
 
 #include <cstdio>
 
@@ -43,7 +43,11 @@ int Make(const demo::Order& order) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    const QCoreApplication application(argc, argv);
+    // Text in pictures needs an application with fonts, but no screen.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    const QGuiApplication application(argc, argv);
     const auto read = demo::ReadOptions(QCoreApplication::arguments().mid(1));
     if (const auto* show = std::get_if<demo::ShowText>(&read)) {
         Print(stdout, show->text);

@@ -77,6 +77,41 @@ private Q_SLOTS:
         QVERIFY(count >= 5);
     }
 
+    // The tour's buttons stand over its pages, at other places on each: nothing may lie under them.
+    void TourLeavesRoomForItsButtons_data() {
+        QTest::addColumn<QString>("page");
+        QTest::addColumn<QList<QRect>>("buttons");
+        constexpr QSize Back(30, 37);
+        constexpr QSize Forward(41, 39);
+        constexpr QSize Close(34, 35);
+        using Rects = QList<QRect>;
+        const auto at = [](int x, int y, QSize size) { return QRect(QPoint(x, y), size); };
+        QTest::newRow("1") << u"CK01.bmp"_s << Rects{at(81, 518, Forward), at(15, 518, Close)};
+        QTest::newRow("2") << u"CK02.bmp"_s
+                           << Rects{at(667, 525, Back), at(714, 525, Forward), at(428, 525, Close)};
+        QTest::newRow("3") << u"CK03.bmp"_s
+                           << Rects{at(225, 529, Back), at(272, 529, Forward), at(15, 529, Close)};
+        QTest::newRow("4") << u"CK04.bmp"_s
+                           << Rects{at(465, 516, Back), at(512, 516, Forward), at(15, 516, Close)};
+        QTest::newRow("5") << u"CK05.bmp"_s << Rects{at(522, 524, Back), at(15, 524, Close)};
+    }
+    void TourLeavesRoomForItsButtons() {
+        QFETCH(QString, page);
+        QFETCH(QList<QRect>, buttons);
+        const QImage picture(folder_.filePath(u"Figuras/"_s + page));
+        QCOMPARE(picture.size(), QSize(800, 573));
+        const auto isPlain = [&picture](const QRect& rect) {
+            const QImage part = picture.copy(rect);
+            QImage plain(part.size(), part.format());
+            plain.fill(part.pixelColor(0, 0));
+            return part == plain;
+        };
+        for (const QRect& button : buttons) {
+            QVERIFY(isPlain(button));
+            QVERIFY(!isPlain(button.adjusted(-14, -14, 14, 0)));  // a place is painted there
+        }
+    }
+
     // What a figure screen has to cope with is in every catalogue.
     void EveryKindOfNumberIsThere_data() {
         QTest::addColumn<QString>("rows");

@@ -22,7 +22,7 @@ class TestGaleria : public QObject {
                 u"INSERT INTO FOTOPECAPESQUISA (CodigoFotoPecaPesquisa, "
                 "DescricaoFotoPecaPesquisa, ArquivoFotoPecaPesquisa) "
                 "VALUES (%1, 'F %2', NULL)"_s.arg(i)
-                    .arg(QString::number(i).rightJustified(3, u'0'));
+                    .arg(QString::number(i).rightJustified(total > 999 ? 4 : 3, u'0'));
         }
         janela_->catalogo.Executar(comandos);
         janela_->Abrir();
@@ -94,6 +94,24 @@ private Q_SLOTS:
         Teclar(Qt::Key_Left, 2);
         QCOMPARE(Barra()->Value(), 1);
         QCOMPARE(Legenda(0), total > 0 ? u"F 001"_s : QString());
+    }
+
+    void theStripEndsWithTheLastPicture_data() {
+        QTest::addColumn<int>("total");
+        QTest::newRow("five") << 5;
+        QTest::newRow("five thousand") << 5000;
+    }
+
+    void theStripEndsWithTheLastPicture() {
+        QFETCH(int, total);
+        Abrir(total);
+        const int fim = total - 3;
+        Barra()->SetValue(fim);
+        QCOMPARE(Barra()->Value(), fim);
+        QCOMPARE(Legenda(3), u"F %1"_s.arg(total, total > 999 ? 4 : 3, 10, QChar(u'0')));
+        Teclar(Qt::Key_Right, 5);
+        QCOMPARE(Tag(), u"3"_s);
+        QCOMPARE(Barra()->Value(), fim);
     }
 
     void aPictureThatIsNoneEmptiesItsOwnThumbnail() {
