@@ -34,6 +34,7 @@ class Screen:
             QT_QPA_PLATFORM="xcb",
             QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
             LC_ALL="C.UTF-8",
+            CUPS_SERVER=os.path.join(self._home, "no-printer"),  # nothing comes out on paper
         )
         # Programs that the launcher starts have nobody to watch their exit code.
         for name in ("ASAN_OPTIONS", "UBSAN_OPTIONS"):
