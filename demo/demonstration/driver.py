@@ -4,7 +4,6 @@ What a station must show is read from the accessible tree, the same that a scree
 """
 
 import os
-import re
 import shutil
 import signal
 import subprocess
@@ -232,16 +231,6 @@ class Catalogue:
         right, bottom = self.screen.design_to_screen(left + width, top + height)
         return int(output_of("import", "-window", "root", "-crop",
                              f"{right - x}x{bottom - y}+{x}+{y}", "-format", "%k", "info:-"))
-
-    def click_in_front(self, x, y):
-        """At design pixels of the window in front, where the window manager has put it."""
-        # The hand's own report of a place counts the frame twice.
-        report = output_of("xwininfo", "-id", xdotool("getactivewindow").strip())
-        left, top = (int(word) for word in re.findall(r"Absolute upper-left [XY]: +(-?\d+)", report))
-        scale = self.screen.scale
-        xdotool("mousemove", round(left + x * scale), round(top + y * scale))
-        time.sleep(0.05)
-        xdotool("click", 1)
 
     def type(self, text):
         xdotool("type", "--delay", 30, text)

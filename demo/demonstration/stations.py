@@ -28,6 +28,7 @@ KIT_GRID = "Jogos de reparo do componente"
 KIT_FILTER = "TODOS OS COMPONENTES"
 CHECK_ROW = "Verificar atualizações automaticamente"
 PROXY_USER = "Usuário do proxy"
+PROXY_PASSWORD = "Senha do proxy"
 TOUR_PAGES = 5
 HELP_TITLE = "Ajuda do Catálogo TARVO-LINDEN"
 PRINTER_DIALOG = "Imprimir"
@@ -61,13 +62,6 @@ TO_SEARCH = (264, 558)
 SEEK_ITEM = (76, 160)
 CHOOSE_KIT = (620, 104)
 PRINT_LIST = (713, 441)
-
-# Places on the settings dialog.
-SETTINGS_CHECK = (41, 77)
-SETTINGS_USER = (138, 137)
-SETTINGS_PASSWORD = (138, 159)
-SETTINGS_OK = (287, 195)
-SETTINGS_CANCEL = (376, 195)
 
 
 def retype(tour, place, text):
@@ -269,15 +263,15 @@ def open_settings(tour, check, user):
 
 
 def fill_settings(tour, user, password):
-    tour.click_in_front(*SETTINGS_CHECK)
-    for place, text in ((SETTINGS_USER, user), (SETTINGS_PASSWORD, password)):
-        tour.click_in_front(*place)
+    tour.click_on(tour.find("push button", CHECK_ROW))
+    for role, box, text in (("text", PROXY_USER, user), ("password text", PROXY_PASSWORD, password)):
+        tour.click_on(tour.find(role, box))
         tour.press("ctrl+a")
         tour.type(text)
 
 
-def close_settings(tour, place):
-    tour.click_in_front(*place)
+def close_settings(tour, button):
+    tour.click_on(tour.find("push button", button))
     wait("the settings closed", lambda: not tour.find("push button", CHECK_ROW))
 
 
@@ -290,20 +284,20 @@ def settings(tour):
 def settings_cancelled(tour):
     """Changed and cancelled: the next time they are as before."""
     fill_settings(tour, "outro", "outra")
-    close_settings(tour, SETTINGS_CANCEL)
+    close_settings(tour, "Cancelar")
     open_settings(tour, "Ligado", "")
 
 
 def settings_changed(tour):
     """Changed and confirmed; opened again, they are the new ones."""
     fill_settings(tour, "oficina", "chave inglesa")
-    close_settings(tour, SETTINGS_OK)
+    close_settings(tour, "OK")
     open_settings(tour, "Desligado", "oficina")
 
 
 def settings_after_restart(tour):
     """The program left and started again: still the new ones."""
-    close_settings(tour, SETTINGS_CANCEL)
+    close_settings(tour, "Cancelar")
     tour.click(*LEAVE)
     wait("the program's end", tour.ended)
     tour.start()
