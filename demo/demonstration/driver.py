@@ -81,6 +81,14 @@ class Node:
         return self.accessible.get_role_name()
 
     @property
+    def description(self):
+        return self.accessible.get_description()
+
+    @property
+    def text(self):
+        return Atspi.Text.get_text(self.accessible, 0, -1)
+
+    @property
     def showing(self):
         return self.accessible.get_state_set().contains(Atspi.StateType.SHOWING)
 

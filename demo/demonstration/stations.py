@@ -26,6 +26,9 @@ FOUND_VEHICLES_GRID = "Veículos da peça"
 COMPONENT_GRID = "Componentes"
 KIT_GRID = "Jogos de reparo do componente"
 KIT_FILTER = "TODOS OS COMPONENTES"
+CHECK_ROW = "Verificar atualizações automaticamente"
+PROXY_USER = "Usuário do proxy"
+PROXY_PASSWORD = "Senha do proxy"
 TOUR_PAGES = 5
 HELP_TITLE = "Ajuda do Catálogo TARVO-LINDEN"
 PRINTER_DIALOG = "Imprimir"
@@ -39,6 +42,7 @@ HELP = (53, 471)
 TOUR = (56, 416)
 MINIMISE = (790, 7)
 LEAVE = (49, 524)
+SETTINGS = (725, 17)
 BACKGROUND = (300, 550)
 TYPE_NUMBER = (76, 130)
 TYPE_DESCRIPTION = (274, 130)
@@ -250,6 +254,65 @@ def back_to_the_gallery(tour):
     wait("its pictures", lambda: all(shows_picture(tour, place) for place in THUMBNAILS))
 
 
+def open_settings(tour, check, user):
+    """Opens the dialog and waits until it shows this check and this user."""
+    tour.click(*SETTINGS)
+    wait(f"the settings with {check!r} and {user!r}",
+         lambda: (tour.find("push button", CHECK_ROW).description,
+                  tour.find("text", PROXY_USER).text) == (check, user))
+
+
+def fill_settings(tour, user, password):
+    tour.click_on(tour.find("push button", CHECK_ROW))
+    for role, box, text in (("text", PROXY_USER, user), ("password text", PROXY_PASSWORD, password)):
+        tour.click_on(tour.find(role, box))
+        tour.press("ctrl+a")
+        tour.type(text)
+
+
+def close_settings(tour, button):
+    tour.click_on(tour.find("push button", button))
+    wait("the settings closed", lambda: not tour.find("push button", CHECK_ROW))
+
+
+def settings(tour):
+    """The settings as they are at first: the automatic check, no proxy."""
+    tour.click(*BACKGROUND)
+    open_settings(tour, "Ligado", "")
+
+
+def settings_cancelled(tour):
+    """Changed and cancelled: the next time they are as before."""
+    fill_settings(tour, "outro", "outra")
+    close_settings(tour, "Cancelar")
+    open_settings(tour, "Ligado", "")
+
+
+def settings_changed(tour):
+    """Changed and confirmed; opened again, they are the new ones."""
+    fill_settings(tour, "oficina", "chave inglesa")
+    close_settings(tour, "OK")
+    open_settings(tour, "Desligado", "oficina")
+
+
+def settings_after_restart(tour):
+    """The program left and started again: still the new ones."""
+    close_settings(tour, "Cancelar")
+    tour.click(*LEAVE)
+    wait("the program's end", tour.ended)
+    tour.start()
+    wait("the splash", tour.windows)
+    tour.click(*BACKGROUND)
+    tour.await_node("push button", EXIT)
+    open_settings(tour, "Desligado", "oficina")
+
+
+def settings_left_by_key(tour):
+    """Escape leaves them."""
+    tour.press("Escape")
+    wait("the settings closed", lambda: not tour.find("push button", CHECK_ROW))
+
+
 def tour_page(number):
     """A page of the maker's tour: the first by its button, the others by leafing on."""
     def station(tour):
@@ -320,6 +383,11 @@ STATIONS = [
     gallery_by_keys,
     parts_of_a_picture,
     back_to_the_gallery,
+    settings,
+    settings_cancelled,
+    settings_changed,
+    settings_after_restart,
+    settings_left_by_key,
     *[tour_page(number) for number in range(1, TOUR_PAGES + 1)],
     tour_closed,
     help_window,

@@ -108,9 +108,8 @@ private Q_SLOTS:
                                  << QList<QRect>{
                                         {81, 517, 43, 39}, {325, 426, 38, 38}, {11, 517, 43, 36}};
         QTest::newRow("configuracoes")
-            << QSize(434, 234) << QList<QRect>{{258, 181, 49, 29}, {327, 181, 87, 29}};
-        QTest::newRow("caixa-vazia") << QSize(20, 20) << QList<QRect>{};
-        QTest::newRow("caixa-marcada") << QSize(20, 20) << QList<QRect>{};
+            << QSize(434, 234)
+            << QList<QRect>{{31, 67, 20, 20}, {258, 181, 49, 29}, {327, 181, 87, 29}};
         QTest::newRow("impressao") << QSize(435, 195)
                                    << QList<QRect>{{52, 71, 20, 20},
                                                    {52, 101, 20, 20},
