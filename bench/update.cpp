@@ -140,13 +140,15 @@ public:
         QFile large(root + "/large.bin"_L1);
         if (large.size() != Megabytes << 20) {
             Write(large, QByteArray(1 << 20, 'x'), Megabytes);
+            large.close();
         }
         QFile configuration(folder + "/lighttpd.conf"_L1);
         Write(configuration, (u"server.document-root = \"%1\"\nserver.bind = \"127.0.0.1\"\n"
                               "server.port = %2\n"_s.arg(root).arg(Port)).toUtf8(), 1);
+        configuration.close();
         process_.start(u"/usr/sbin/lighttpd"_s, {u"-D"_s, u"-f"_s, configuration.fileName()});
         process_.waitForStarted();
-        QThread::sleep(1);
+        QThread::sleep(1);  // it says nowhere when it listens
         qputenv("http_proxy", "http://127.0.0.1:" + QByteArray::number(Port));
     }
     ~WebServer() {
