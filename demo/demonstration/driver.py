@@ -74,6 +74,10 @@ class Node:
         return self.accessible.get_name()
 
     @property
+    def description(self):
+        return self.accessible.get_description()
+
+    @property
     def role(self):
         return self.accessible.get_role_name()
 
@@ -216,7 +220,7 @@ class Catalogue:
     def click_on(self, node):
         """In the middle of this element, wherever its window stands."""
         place = node.place()
-        scale = self.screen.scale()
+        scale = self.screen.scale
         xdotool("mousemove", round((place.x + place.width / 2) * scale),
                 round((place.y + place.height / 2) * scale))
         time.sleep(0.05)

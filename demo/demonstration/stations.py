@@ -6,8 +6,9 @@ their names to STATIONS.
 """
 
 import os
+import subprocess
 
-from driver import NotReached, wait
+from driver import NotReached, output_of, wait
 
 CATALOGUE = "Tarvo.mdb"
 EXIT = "Sair do catálogo"
@@ -30,6 +31,8 @@ PROXY_USER = "Usuário do proxy"
 PROXY_PASSWORD = "Senha do proxy"
 TOUR_PAGES = 5
 HELP_TITLE = "Ajuda do Catálogo TARVO-LINDEN"
+PRINTER_DIALOG = "Imprimir"
+PRINTED = "figura-e-lista"  # the printed file, and with a number its pages
 
 # Places on the search screen, design pixels.
 OPEN_PARTS = (634, 161)
@@ -58,6 +61,7 @@ TO_PART_RESULT = (392, 558)
 TO_SEARCH = (264, 558)
 SEEK_ITEM = (76, 160)
 CHOOSE_KIT = (620, 104)
+PRINT_LIST = (713, 441)
 
 
 def retype(tour, place, text):
@@ -160,6 +164,41 @@ def kit_filter(tour):
     tour.choose(CHOOSE_KIT, KIT_FILTER, kit)
     first_rows(tour, COMPONENT_GRID, lambda t: t.rows() < before, "the kit's components alone")
     first_rows(tour, KIT_GRID, lambda t: t.cell(0, 0), "the kits of the component")
+
+
+def print_window(tour):
+    return next((w for w in tour.windows() if w.find("push button", "Cancelar")), None)
+
+
+def print_options(tour):
+    """The print dialog from the list, with the figure ticked besides."""
+    tour.click(*PRINT_LIST)
+    window = wait("the print dialog", lambda: print_window(tour))
+    boxes = [window.find("push button", name) for name in ("Figura detalhada", "Lista de componentes")]
+    tour.click_on(boxes[0])
+    wait("both boxes ticked", lambda: all(box.description == "Marcada" for box in boxes))
+
+
+def printer_dialog(tour):
+    """The system's printer dialog, with a file to print to."""
+    tour.click_on(print_window(tour).find("push button", "OK"))
+    dialog = wait("the printer dialog", lambda: tour.window(PRINTER_DIALOG))
+    tour.click_on(dialog.find("text", "Arquivo de saída:"))
+    tour.press("ctrl+a")
+    tour.type(os.path.join(tour.pictures, PRINTED + ".pdf"))
+
+
+def printed(tour):
+    """The list again; figure and list in their file, and its pages as pictures."""
+    tour.click_on(tour.window(PRINTER_DIALOG).find("push button", "Imprimir"))
+    paper = os.path.join(tour.pictures, PRINTED)
+    wait("the printed file", lambda: os.path.exists(paper + ".pdf"))
+    subprocess.run(["pdftoppm", "-r", "150", "-png", paper + ".pdf", paper], check=True, timeout=60)
+    wait("the end of the print dialog", lambda: not print_window(tour))
+    if "Figura Detalhada" not in output_of("pdftotext", "-l", 1, paper + ".pdf", "-"):
+        raise NotReached("the figure is not on the first page")
+    if "Lista de Componentes" not in output_of("pdftotext", "-f", 2, paper + ".pdf", "-"):
+        raise NotReached("the list is not on the second page")
 
 
 def back_to_the_part(tour):
@@ -334,6 +373,9 @@ STATIONS = [
     component_list,
     seek_by_item,
     kit_filter,
+    print_options,
+    printer_dialog,
+    printed,
     back_to_the_part,
     back_to_the_search,
     vehicles,
