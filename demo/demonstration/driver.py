@@ -234,8 +234,11 @@ class Catalogue:
 
     def click_on(self, node):
         """In the middle of an element, wherever it stands on the display."""
-        place = Atspi.Component.get_extents(node.accessible, Atspi.CoordType.SCREEN)
-        xdotool("mousemove", place.x + place.width // 2, place.y + place.height // 2)
+        # The tree counts in the toolkit's pixels; the first window fills the display.
+        scale = self.screen.width / extents(self.windows()[0]).width
+        place = extents(node)
+        xdotool("mousemove", round((place.x + place.width / 2) * scale),
+                round((place.y + place.height / 2) * scale))
         time.sleep(0.05)
         xdotool("click", 1)
 
@@ -268,6 +271,10 @@ class Catalogue:
 
     def ended(self):
         return self.pid not in self.running()
+
+
+def extents(node):
+    return Atspi.Component.get_extents(node.accessible, Atspi.CoordType.SCREEN)
 
 
 def output_of(*command):
