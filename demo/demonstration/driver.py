@@ -219,7 +219,7 @@ class Catalogue:
     def click_on(self, node):
         """In the middle of this element, wherever its window stands."""
         place = node.place()
-        scale = self.screen.scale()
+        scale = self.screen.scale
         xdotool("mousemove", round((place.x + place.width / 2) * scale),
                 round((place.y + place.height / 2) * scale))
         time.sleep(0.05)
@@ -231,16 +231,6 @@ class Catalogue:
         right, bottom = self.screen.design_to_screen(left + width, top + height)
         return int(output_of("import", "-window", "root", "-crop",
                              f"{right - x}x{bottom - y}+{x}+{y}", "-format", "%k", "info:-"))
-
-    def click_on(self, node):
-        """In the middle of an element, wherever it stands on the display."""
-        # The tree counts in the toolkit's pixels; the first window fills the display.
-        scale = self.screen.width / extents(self.windows()[0]).width
-        place = extents(node)
-        xdotool("mousemove", round((place.x + place.width / 2) * scale),
-                round((place.y + place.height / 2) * scale))
-        time.sleep(0.05)
-        xdotool("click", 1)
 
     def type(self, text):
         xdotool("type", "--delay", 30, text)
@@ -271,10 +261,6 @@ class Catalogue:
 
     def ended(self):
         return self.pid not in self.running()
-
-
-def extents(node):
-    return Atspi.Component.get_extents(node.accessible, Atspi.CoordType.SCREEN)
 
 
 def output_of(*command):

@@ -118,6 +118,11 @@ private Q_SLOTS:
         QTest::newRow("moldura") << QSize(139, 108) << QList<QRect>{};
         QTest::newRow("apresentacao") << QSize(800, 600) << QList<QRect>{};
         QTest::newRow("creditos") << QSize(800, 600) << QList<QRect>{};
+        QTest::newRow("atualizando") << QSize(434, 299) << QList<QRect>{};
+        QTest::newRow("atualizando-passo") << QSize(15, 19) << QList<QRect>{};
+        QTest::newRow("atualizando-concluido") << QSize(23, 18) << QList<QRect>{};
+        QTest::newRow("atualizando-borda") << QSize(228, 17) << QList<QRect>{};
+        QTest::newRow("atualizando-barra") << QSize(216, 9) << QList<QRect>{};
         QTest::newRow("icone") << QSize(256, 256) << QList<QRect>{};
     }
 
