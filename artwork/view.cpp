@@ -1,8 +1,10 @@
-// Paints a drawing into a PNG file as the program paints it on the screen.
+// Paints a drawing into a PNG file as the program paints it on the screen, or writes it as an SVG
+// that needs no style sheet.
 #include "platform/erro.h"
 #include "platform/forms/artwork.h"
 
 #include <QCommandLineParser>
+#include <QFile>
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
@@ -17,13 +19,20 @@ namespace {
 void View(const QString& name, Artwork::State state, double scale, const QString& file) {
     const auto artwork = Artwork::Load(name);
     QImage image((QSizeF(artwork->Size()) * scale).toSize(), QImage::Format_ARGB32_Premultiplied);
-    image.setDevicePixelRatio(scale);
     image.fill(Qt::transparent);
     QPainter painter(&image);
     const QRectF all(QPointF(), QSizeF(artwork->Size()));
-    artwork->Paint(painter, all, all, state);
+    artwork->Paint(painter, QRectF(image.rect()), all, state);
     painter.end();
     if (!image.save(file)) {
+        throw Erro(Erro::PathFileAccess);
+    }
+}
+
+void Write(const QString& name, Artwork::State state, const QString& path) {
+    QFile file(path);
+    const QByteArray svg = Artwork::Resolved(name, state);
+    if (!file.open(QIODevice::WriteOnly) || file.write(svg) != svg.size() || !file.flush()) {
         throw Erro(Erro::PathFileAccess);
     }
 }
@@ -42,7 +51,7 @@ int main(int argc, char** argv) {
         u"dir"_s, u"read drawings and sheets here, not from the program"_s, u"folder"_s);
     parser.addOptions({lit, scale, folder});
     parser.addPositionalArgument(u"name"_s, u"the drawing, without ending"_s);
-    parser.addPositionalArgument(u"file"_s, u"the PNG file to write"_s);
+    parser.addPositionalArgument(u"file"_s, u"the PNG or SVG file to write"_s);
     parser.addHelpOption();
     parser.process(application);
     const QStringList arguments = parser.positionalArguments();
@@ -53,8 +62,12 @@ int main(int argc, char** argv) {
         Artwork::SetFolder(parser.value(folder));
     }
     try {
-        View(arguments.at(0), parser.isSet(lit) ? Artwork::State::Lit : Artwork::State::Rest,
-             parser.value(scale).toDouble(), arguments.at(1));
+        const auto state = parser.isSet(lit) ? Artwork::State::Lit : Artwork::State::Rest;
+        if (arguments.at(1).endsWith(".svg"_L1)) {
+            Write(arguments.at(0), state, arguments.at(1));
+        } else {
+            View(arguments.at(0), state, parser.value(scale).toDouble(), arguments.at(1));
+        }
     } catch (const Erro& erro) {
         std::fprintf(stderr, "%d: %s\n", erro.Number(), erro.what());
         return 1;

@@ -3,12 +3,11 @@
 #include "platform/forms/msgbox.h"
 #include "platform/system/paths.h"
 #include "platform/system/process.h"
+#include "platform/system/usage.h"
 #include "session/global.h"
 
 #include <QCoreApplication>
-#include <QTextStream>
 
-#include <cstdio>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -19,17 +18,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr auto Uso =
+const QString Uso =
     u"Uso: Tarvo.exe [IDENTIFICADOR]\n"
-    u"Inicia o Catálogo TARVO-LINDEN.\n"
-    u"\n"
-    u"  IDENTIFICADOR  espera antes o fim do processo com este identificador\n"
-    u"  --help         mostra esta ajuda\n"
-    u"  --version      mostra a versão\n";
-
-void Escrever(FILE* saida, QStringView texto) {
-    QTextStream(saida) << texto;
-}
+    "Inicia o Catálogo TARVO-LINDEN.\n"
+    "\n"
+    "  IDENTIFICADOR  espera antes o fim do processo com este identificador\n"
+    "  --help         mostra esta ajuda\n"
+    "  --version      mostra a versão\n"_s;
 
 // The work, without any window. Returns what to tell the user, nothing when all went well.
 std::optional<QString> Iniciar(const QStringList& argumentos) {
@@ -70,12 +65,7 @@ int main(int argc, char** argv) {
     {
         const QCoreApplication aplicacao(argc, argv);
         const QStringList argumentos = QCoreApplication::arguments().mid(1);
-        if (argumentos == QStringList{u"--help"_s}) {
-            Escrever(stdout, Uso);
-            return 0;
-        }
-        if (argumentos == QStringList{u"--version"_s}) {
-            Escrever(stdout, u"Tarvo.exe " TARVO_VERSION "\n");
+        if (sys::AnswerUsage(argumentos, u"Tarvo.exe"_s, Uso)) {
             return 0;
         }
         falha = Iniciar(argumentos);
@@ -83,7 +73,7 @@ int main(int argc, char** argv) {
     if (!falha) {
         return 0;
     }
-    Escrever(stderr, *falha + u'\n');
+    sys::Print(stderr, *falha + u'\n');
     if (HaTela()) {
         const forms::Application aplicacao(argc, argv);
         forms::MsgBox(*falha, forms::vbCritical, forms::ProgramTitle());

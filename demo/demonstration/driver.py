@@ -100,6 +100,10 @@ class Node:
                 return node
         return None
 
+    def place(self):
+        """Left, top, width and height on the display, design pixels from its corner."""
+        return Atspi.Component.get_extents(self.accessible, Atspi.CoordType.SCREEN)
+
     def rows(self):
         return Atspi.Table.get_n_rows(self.accessible)
 
@@ -199,6 +203,15 @@ class Catalogue:
         self.move(x, y)
         time.sleep(0.05)
         xdotool("click", "--repeat", times, "--delay", 60, 1)
+
+    def click_on(self, node):
+        """In the middle of this element, wherever its window stands."""
+        place = node.place()
+        scale = self.screen.scale()
+        xdotool("mousemove", round((place.x + place.width / 2) * scale),
+                round((place.y + place.height / 2) * scale))
+        time.sleep(0.05)
+        xdotool("click", 1)
 
     def colours(self, left, top, width, height):
         """How many different colours this part of the picture shows, design pixels."""

@@ -66,9 +66,13 @@ class Screen:
                     reports.append(report.read())
         return "\n".join(reports)
 
+    def scale(self):
+        """By which the program enlarges everything."""
+        return min(self.width / 800, self.height / 600)
+
     def design_to_screen(self, x, y):
         """Place on the display of a point of the 800 by 600 picture."""
-        scale = min(self.width / 800, self.height / 600)
+        scale = self.scale()
         left = (self.width - 800 * scale) / 2
         top = (self.height - 600 * scale) / 2
         return round(left + x * scale), round(top + y * scale)

@@ -25,6 +25,7 @@ FOUND_VEHICLES_GRID = "Veículos da peça"
 COMPONENT_GRID = "Componentes"
 KIT_GRID = "Jogos de reparo do componente"
 KIT_FILTER = "TODOS OS COMPONENTES"
+TOUR_PAGES = 5
 HELP_TITLE = "Ajuda do Catálogo TARVO-LINDEN"
 
 # Places on the search screen, design pixels.
@@ -32,6 +33,7 @@ OPEN_PARTS = (634, 161)
 OPEN_VEHICLES = (704, 315)
 OPEN_GALLERY = (703, 466)
 HELP = (53, 471)
+TOUR = (56, 416)
 MINIMISE = (790, 7)
 LEAVE = (49, 524)
 BACKGROUND = (300, 550)
@@ -209,6 +211,29 @@ def back_to_the_gallery(tour):
     wait("its pictures", lambda: all(shows_picture(tour, place) for place in THUMBNAILS))
 
 
+def tour_page(number):
+    """A page of the maker's tour: the first by its button, the others by leafing on."""
+    def station(tour):
+        if number == 1:
+            tour.click(*BACKGROUND)
+            tour.click(*TOUR)
+        else:
+            tour.click_on(tour.await_node("push button", "Avançar"))
+        wait(f"page {number}", lambda: tour.find(name=f"Página {number} de {TOUR_PAGES}"))
+        for button, missing_on in (("Voltar", 1), ("Avançar", TOUR_PAGES)):
+            wait(f'"{button}" as the page has it',
+                 lambda: bool(tour.find("push button", button)) == (number != missing_on))
+    station.__name__ = f"tour_page_{number}"
+    return station
+
+
+def tour_closed(tour):
+    """The tour left by its button; the search screen stands again."""
+    tour.click_on(tour.await_node("push button", "Fechar"))
+    wait("the tour's end", lambda: not tour.find("push button", "Fechar"))
+    tour.await_node("push button", EXIT)
+
+
 def help_window(tour):
     """The help in its own window."""
     tour.click(*BACKGROUND)
@@ -253,6 +278,8 @@ STATIONS = [
     gallery_by_keys,
     parts_of_a_picture,
     back_to_the_gallery,
+    *[tour_page(number) for number in range(1, TOUR_PAGES + 1)],
+    tour_closed,
     help_window,
     restored,
     credits_at_the_end,

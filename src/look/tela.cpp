@@ -23,6 +23,13 @@ forms::ClickZone* Tela::CriarBotao(const Botao& botao, QWidget* pai,
     return zona;
 }
 
+forms::LitPicture& Tela::AcesaDe(const forms::ClickZone& zona) {
+    auto* acesa =
+        zona.parentWidget()->findChild<forms::LitPicture*>(NomeDaAcesa(zona.objectName()));
+    Q_ASSERT(acesa);
+    return *acesa;
+}
+
 void Tela::CriarBotaoMinimizar() {
     auto* zona = new forms::ClickZone(u"imgMinimizar"_s, u"Minimizar a janela"_s, Picture());
     connect(zona, &forms::ClickZone::Click, this, [this] { Minimize(); });

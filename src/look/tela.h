@@ -45,6 +45,9 @@ protected:
                 [this] { MostrarSelecionada(QStringLiteral("FORM")); });
     }
 
+    // The lit picture that CriarBotao made for this zone.
+    static forms::LitPicture& AcesaDe(const forms::ClickZone& zona);
+
     void AoClicar(const QString& zona, std::function<void()> acao);
 
     // Places every control of the table, found by its name.

@@ -1,5 +1,6 @@
 #include "search/pesquisa.h"
 
+#include "look/conheca_tarvo.h"
 #include "platform/convert.h"
 #include "platform/erro.h"
 #include "platform/forms/application.h"
@@ -104,6 +105,10 @@ void frmPesquisa::LigarEventos() {
     AoClicar(u"imgPesquisa2"_s, [this] { MostrarPainel(1, txtVeiculo); });
     AoClicar(u"imgPesquisa3"_s, [this] { MostrarPainel(2, pctPesquisaFiguras); });
     AoClicar(u"imgAjuda"_s, [this] { AbrirAjuda(); });
+    AoClicar(u"imgConhecaTarvo"_s, [] {
+        forms::SetMousePointer(forms::vbHourglass);  // the tour restores it
+        (new frmConhecaTarvo)->ShowModal();
+    });
     AoClicar(u"imgConfiguracoes"_s, [] { frmConfiguracoes::Abrir(); });
     AoClicar(u"imgSair"_s, [this] { Unload(); });
 

@@ -104,6 +104,9 @@ private Q_SLOTS:
                                                 {332, 542, 111, 34},
                                                 {479, 542, 108, 34},
                                                 {687, 446, 76, 28}};
+        QTest::newRow("conheca") << QSize(800, 573)
+                                 << QList<QRect>{
+                                        {81, 517, 43, 39}, {325, 426, 38, 38}, {11, 517, 43, 36}};
         QTest::newRow("configuracoes")
             << QSize(434, 234) << QList<QRect>{{258, 181, 49, 29}, {327, 181, 87, 29}};
         QTest::newRow("caixa-vazia") << QSize(20, 20) << QList<QRect>{};

@@ -56,6 +56,13 @@ void Artwork::SetFolder(const QString& folder) {
     Drawings().clear();
 }
 
+QByteArray Artwork::Resolved(const QString& name, State state) {
+    const QByteArray svg = ReadAll(name + u".svg"_s);
+    const QByteArray sheets = ReadAll(u"estilo.css"_s) + '\n' +
+                              ReadAll(state == State::Lit ? u"aceso.css"_s : u"repouso.css"_s);
+    return ResolveStyles(svg, QString::fromUtf8(sheets));
+}
+
 Artwork::Artwork(const QString& name) : name_(name) {
     size_ = Renderer(State::Rest).viewBoxF().size().toSize();
 }
@@ -67,11 +74,8 @@ QSvgRenderer& Artwork::Renderer(State state) {
     if (renderer) {
         return *renderer;
     }
-    const QByteArray svg = ReadAll(name_ + u".svg"_s);
-    const QByteArray sheets = ReadAll(u"estilo.css"_s) + '\n' +
-                              ReadAll(state == State::Lit ? u"aceso.css"_s : u"repouso.css"_s);
     auto made = std::make_unique<QSvgRenderer>();
-    if (!made->load(ResolveStyles(svg, QString::fromUtf8(sheets)))) {
+    if (!made->load(Resolved(name_, state))) {
         throw Erro(Erro::InvalidPicture);
     }
     renderer = std::move(made);

@@ -27,6 +27,9 @@ public:
     // Where drawings and sheets are read from, ":/artwork" at the start. For tools and tests.
     static void SetFolder(const QString& folder);
 
+    // The drawing's SVG with the styles resolved, for use outside the program. Throws as Load.
+    static QByteArray Resolved(const QString& name, State state);
+
     ~Artwork();
 
     QSize Size() const { return size_; }  // design pixels

@@ -51,6 +51,16 @@ class ClickZone : public Zone {
 
 public:
     ClickZone(const QString& name, const QString& accessibleName, QWidget* parent);
+    // For a button that no background has painted: the zone shows `part` of the drawing at rest,
+    // wherever it stands.
+    void SetDrawing(std::shared_ptr<Artwork> artwork, const QRect& part);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    std::shared_ptr<Artwork> artwork_;
+    QRect part_;
 };
 
 // The lit picture of a button: its own rectangle cut out of the lit drawing of `artwork`. Hidden at
@@ -62,13 +72,18 @@ class LitPicture : public QWidget {
 public:
     LitPicture(const QString& name, std::shared_ptr<Artwork> artwork, QWidget* parent,
                QPoint origin = {});
+    // From now on it shows the part over which it stands at this moment, wherever it is moved.
+    void FixSource();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    QRect Source() const;
+
     std::shared_ptr<Artwork> artwork_;
     QPoint origin_;
+    QRect fixed_;
 };
 
 // A panel with a drawing of its own (empty name: none). It takes the focus by a click or from the

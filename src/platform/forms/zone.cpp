@@ -117,6 +117,19 @@ ClickZone::ClickZone(const QString& name, const QString& accessibleName, QWidget
     SetFastClicks();
 }
 
+void ClickZone::SetDrawing(std::shared_ptr<Artwork> artwork, const QRect& part) {
+    artwork_ = std::move(artwork);
+    part_ = part;
+    update();
+}
+
+void ClickZone::paintEvent(QPaintEvent*) {
+    if (artwork_) {
+        QPainter painter(this);
+        artwork_->Paint(painter, rect(), part_, Artwork::State::Rest);
+    }
+}
+
 LitPicture::LitPicture(const QString& name, std::shared_ptr<Artwork> artwork, QWidget* parent,
                        QPoint origin)
     : QWidget(parent), artwork_(std::move(artwork)), origin_(origin) {
@@ -125,9 +138,17 @@ LitPicture::LitPicture(const QString& name, std::shared_ptr<Artwork> artwork, QW
     hide();
 }
 
+void LitPicture::FixSource() {
+    fixed_ = Source();
+}
+
+QRect LitPicture::Source() const {
+    return fixed_.isEmpty() ? QRect(pos() - origin_, size()) : fixed_;
+}
+
 void LitPicture::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    artwork_->Paint(painter, rect(), QRect(pos() - origin_, size()), Artwork::State::Lit);
+    artwork_->Paint(painter, rect(), Source(), Artwork::State::Lit);
 }
 
 Panel::Panel(const QString& name, const QString& artwork, QWidget* parent) : Zone(name, parent) {

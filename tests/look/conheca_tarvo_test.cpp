@@ -1,0 +1,168 @@
+#include "look/conheca_tarvo.h"
+
+#include "platform/forms/application.h"
+#include "session/global.h"
+#include "support/testmain.h"
+#include "support/windows.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using testing_support::ClickAt;
+using testing_support::Find;
+using testing_support::MoveTo;
+
+namespace {
+
+constexpr int TotalPaginas = 5;
+
+// Each page in a shade of its own.
+QColor Tom(int pagina) {
+    return QColor(40 * pagina, 10, 250 - 40 * pagina);
+}
+
+}  // namespace
+
+class ConhecaTarvoTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<QTemporaryDir> pasta_;
+    frmConhecaTarvo* tela_ = nullptr;
+
+    QString Pagina(int numero) const {
+        return pasta_->filePath(u"Figuras/CK0%1.bmp"_s.arg(numero));
+    }
+
+    void Abrir() {
+        tela_ = new frmConhecaTarvo;
+        tela_->Show();
+        QVERIFY(QTest::qWaitForWindowExposed(tela_));
+    }
+
+    // Of the shown ones: letter and place, such as "A81,518 F15,518".
+    QString Botoes() const {
+        QStringList botoes;
+        for (const auto& nome : {u"imgAvancar"_s, u"imgFechar"_s, u"imgVoltar"_s}) {
+            const auto& zona = Find<forms::ClickZone>(*tela_, nome);
+            if (zona.isVisible()) {
+                botoes += nome.sliced(3, 1) + u"%1,%2"_s.arg(zona.x()).arg(zona.y());
+            }
+        }
+        return botoes.join(u' ');
+    }
+
+    QPoint Meio(const QString& nome) const {
+        return Find<QWidget>(*tela_, nome).geometry().center();
+    }
+
+    QStringList Acesas() const {
+        QStringList acesas;
+        for (const auto* acesa : tela_->findChildren<forms::LitPicture*>()) {
+            if (acesa->isVisible()) {
+                acesas += acesa->objectName();
+            }
+        }
+        return acesas;
+    }
+
+    QColor Fundo() const { return tela_->grab().toImage().pixelColor(400, 100); }
+
+private Q_SLOTS:
+    void init() {
+        pasta_ = std::make_unique<QTemporaryDir>();
+        gCaminho = pasta_->path() + u'\\';
+        QDir(pasta_->path()).mkdir(u"Figuras"_s);
+        for (int i = 1; i <= TotalPaginas; ++i) {
+            QImage imagem(800, 573, QImage::Format_RGB32);
+            imagem.fill(Tom(i));
+            QVERIFY(imagem.save(Pagina(i)));
+        }
+    }
+
+    void cleanup() {
+        if (forms::Form::Find(frmConhecaTarvo::Nome)) {
+            tela_->Unload();
+        }
+        testing_support::Settle();
+    }
+
+    void ForwardAndBack() {
+        const QStringList lugares = {
+            u"A81,518 F15,518"_s,           u"A714,525 F428,525 V667,525"_s,
+            u"A272,529 F15,529 V225,529"_s, u"A512,516 F15,516 V465,516"_s,
+            u"F15,524 V522,524"_s,
+        };
+        Abrir();
+        QCOMPARE(tela_->size(), QSize(800, 573));
+        for (int i = 1; i <= TotalPaginas; ++i) {
+            QCOMPARE(Botoes(), lugares.at(i - 1));
+            QCOMPARE(Fundo(), Tom(i));
+            if (i < TotalPaginas) {
+                ClickAt(*tela_, Meio(u"imgAvancar"_s));
+            }
+        }
+        QTest::keyClick(tela_, Qt::Key_Right);  // no further page
+        for (int i = TotalPaginas; i > 1; --i) {
+            QCOMPARE(Botoes(), lugares.at(i - 1));
+            ClickAt(*tela_, Meio(u"imgVoltar"_s));
+        }
+        QTest::keyClick(tela_, Qt::Key_Left);
+        QCOMPARE(Botoes(), lugares.at(0));
+        QCOMPARE(Fundo(), Tom(1));
+    }
+
+    // A lit picture belongs to its button wherever that stands, and lies over it.
+    void LightTravelsWithTheButtons() {
+        Abrir();
+        MoveTo(*tela_, Meio(u"imgAvancar"_s));
+        QCOMPARE(Acesas(), QStringList{u"imgAvancarSelecionada"_s});
+        const QImage acesa = Find<QWidget>(*tela_, u"imgAvancarSelecionada"_s).grab().toImage();
+
+        ClickAt(*tela_, Meio(u"imgAvancar"_s));
+        QCOMPARE(Acesas(), QStringList());  // the button has gone from under the mouse
+        for (const auto& [nome, desvio] :
+             {std::pair(u"imgAvancar"_s, QPoint(0, -1)), std::pair(u"imgVoltar"_s, QPoint(-7, -1)),
+              std::pair(u"imgFechar"_s, QPoint(-4, -1))}) {
+            MoveTo(*tela_, {400, 100});
+            QCOMPARE(Acesas(), QStringList());
+            const QImage apagado = tela_->grab().toImage();
+            MoveTo(*tela_, Meio(nome));
+            QCOMPARE(Acesas(), QStringList{nome + u"Selecionada"_s});
+            QCOMPARE(Find<QWidget>(*tela_, nome + u"Selecionada"_s).pos(),
+                     Find<QWidget>(*tela_, nome).pos() + desvio);
+            QVERIFY(tela_->grab().toImage().pixel(Meio(nome) - QPoint(0, 12)) !=
+                    apagado.pixel(Meio(nome) - QPoint(0, 12)));
+        }
+        QCOMPARE(Find<QWidget>(*tela_, u"imgAvancarSelecionada"_s).grab().toImage(), acesa);
+    }
+
+    void APageThatCannotBeShownIsWhite() {
+        QVERIFY(QFile::remove(Pagina(2)));
+        QFile estragada(Pagina(3));
+        QVERIFY(estragada.open(QIODevice::WriteOnly) && estragada.write("BM nothing") > 0);
+        estragada.close();
+        Abrir();
+        for (int i = 2; i <= 3; ++i) {
+            ClickAt(*tela_, Meio(u"imgAvancar"_s));
+            QCOMPARE(Fundo(), QColor(Qt::white));
+        }
+        ClickAt(*tela_, Meio(u"imgAvancar"_s));
+        QCOMPARE(Fundo(), Tom(4));
+
+        // Left at page 4, it begins at the first again.
+        ClickAt(*tela_, Meio(u"imgFechar"_s));
+        QVERIFY(!forms::Form::Find(frmConhecaTarvo::Nome));
+        QCOMPARE(forms::MousePointer(), forms::vbDefault);
+        forms::SetMousePointer(forms::vbHourglass);  // as the search screen leaves it
+        Abrir();
+        QCOMPARE(forms::MousePointer(), forms::vbDefault);
+        QCOMPARE(Fundo(), Tom(1));
+        QTest::keyClick(tela_, Qt::Key_Escape);
+        QVERIFY(!forms::Form::Find(frmConhecaTarvo::Nome));
+    }
+};
+
+TARVO_TEST(ConhecaTarvoTest);
+#include "conheca_tarvo_test.moc"

@@ -1,0 +1,168 @@
+"""The Debian package: what is in it, and its life in a root of its own: installed, started,
+upgraded, removed. The programs of that root run on this machine's libraries."""
+
+import glob
+import gzip
+import os
+import subprocess
+import tempfile
+
+import runs
+from runs import Catalogue, ProgramTest, wait
+
+BUILD = os.environ["TARVO_BUILD"]
+NAME = "tarvo-catalogo"
+POINTER = "etc/tarvo-catalogo/Caminho.txt"
+PROGRAMS = "usr/lib/tarvo-catalogo"
+DATA_FOLDER_QUESTION = "tarvo-catalogo/pasta"
+
+
+def run(*command, **options):
+    """The command's output; its complaint when it fails."""
+    done = subprocess.run(command, text=True, capture_output=True, timeout=300, check=False, **options)
+    if done.returncode != 0:
+        raise AssertionError(f"{command}: {done.stdout}{done.stderr}")
+    return done.stdout
+
+
+class Root:
+    """An empty root with a package database and an answer to the package's question."""
+
+    def __init__(self, folder):
+        self.folder = folder
+        self.administration = os.path.join(folder, "var/lib/dpkg")
+        for name in ("info", "updates", "triggers"):
+            os.makedirs(os.path.join(self.administration, name))
+        open(os.path.join(self.administration, "status"), "w", encoding="ascii").close()
+        for name in ("etc", "var/cache/debconf"):
+            os.makedirs(os.path.join(folder, name))
+        with open(os.path.join(folder, "etc/debconf.conf"), "w", encoding="ascii") as file:
+            file.write("Config: configdb\nTemplates: templatedb\n")
+            for database in ("config", "template"):
+                file.write(f"\nName: {database}db\nDriver: File\n"
+                           f"Filename: /var/cache/debconf/{database}.dat\n")
+        self.environment = {**os.environ, "DPKG_ROOT": folder, "DEBIAN_FRONTEND": "noninteractive"}
+
+    def path(self, name):
+        return os.path.join(self.folder, name)
+
+    def answer(self, data_folder):
+        run("debconf-set-selections", env=self.environment,
+            input=f"{NAME} {DATA_FOLDER_QUESTION} string {data_folder}\n")
+
+    def dpkg(self, *arguments):
+        # Its dependencies are this machine's, and so is the shell that runs its scripts.
+        run("dpkg", f"--root={self.folder}", "--force-script-chrootless", "--force-not-root",
+            "--force-depends", "--force-bad-path", "--log=/dev/null", *arguments,
+            env=self.environment)
+
+    def read(self, name):
+        with open(self.path(name), encoding="utf-8") as file:
+            return file.read()
+
+
+class PackageTest(ProgramTest):
+    @classmethod
+    def setUpClass(cls):
+        cls.made = tempfile.TemporaryDirectory()
+        run("cpack", "--config", os.path.join(BUILD, "CPackConfig.cmake"), "-B", cls.made.name)
+        cls.package, = glob.glob(os.path.join(cls.made.name, "*.deb"))
+        cls.content = os.path.join(cls.made.name, "content")
+        run("dpkg-deb", "--extract", cls.package, cls.content)
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.made.cleanup()
+
+    def programs(self):
+        for folder in ("usr/bin", PROGRAMS):
+            for entry in os.scandir(os.path.join(self.content, folder)):
+                if os.access(entry.path, os.X_OK):
+                    yield entry
+
+    def test_every_program_answers_and_has_its_manual_page(self):
+        names = sorted(entry.name for entry in self.programs())
+        self.assertLessEqual({"CatalogoTarvo", "Tarvo.exe", "tarvo-catalogo", "tarvo-demo"},
+                             set(names))
+        version = run("dpkg-deb", "--field", self.package, "Version").strip()
+        # No display is needed to be told how to use it.
+        environment = {"PATH": os.environ["PATH"], "LC_ALL": "C.UTF-8"}
+        for entry in self.programs():
+            with self.subTest(entry.name):
+                self.assertIn("Uso: ", run(entry.path, "--help", env=environment))
+                self.assertEqual(run(entry.path, "--version", env=environment).split()[-1], version)
+                page = os.path.join(self.content, "usr/share/man/man1", f"{entry.name}.1.gz")
+                with gzip.open(page, "rt", encoding="utf-8") as file:
+                    text = file.read()
+                self.assertIn(entry.name, text.replace("\\-", "-"))
+                complaints = subprocess.run(
+                    ["groff", "-man", "-Tutf8", "-Kutf8", "-ww", "-z"], input=text, text=True,
+                    capture_output=True, timeout=60, check=True, encoding="utf-8").stderr
+                self.assertEqual(complaints, "")
+
+    def test_desktop_files(self):
+        share = os.path.join(self.content, "usr/share")
+        run("desktop-file-validate", os.path.join(share, "applications/tarvo-catalogo.desktop"))
+        for entry in os.scandir(os.path.join(share, "metainfo")):
+            run("appstreamcli", "validate", "--no-net", entry.path)
+        icons = os.path.join(share, "icons/hicolor")
+        for entry in os.scandir(icons):
+            if entry.name != "scalable":
+                size = run("identify", "-format", "%wx%h",
+                           os.path.join(entry.path, "apps/tarvo-catalogo.png"))
+                self.assertEqual(size, entry.name)
+        # Painted without the style sheets that the program has for it.
+        svg = os.path.join(icons, "scalable/apps/tarvo-catalogo.svg")
+        with open(svg, encoding="utf-8") as file:
+            self.assertIn('fill="#123843"', file.read())
+
+    def test_life_of_a_package(self):
+        root = Root(os.path.join(self.folder, "root"))
+        data = self.new_data()
+        root.answer(data)
+        root.dpkg("--install", self.package)
+        self.assertEqual(root.read(POINTER), data)
+
+        with Catalogue(self.screen, root.path(PROGRAMS)) as catalogue:
+            subprocess.run([root.path("usr/bin/tarvo-catalogo")], check=True, timeout=20)
+            catalogue.wait_for_process()
+            self.reach_search(catalogue)
+            self.assertTrue(catalogue.has_open(os.path.join(data, "Tarvo.mdb")))
+            catalogue.click(49, 524)
+            wait("the end", catalogue.ended)
+
+        other = os.path.join(self.folder, "outra pasta")
+        with open(root.path(POINTER), "w", encoding="utf-8") as file:
+            file.write(other)
+        root.dpkg("--install", self.package)
+        self.assertEqual(root.read(POINTER), other, "an upgrade keeps what was written by hand")
+        root.answer("relativa")
+        os.remove(root.path(POINTER))
+        root.dpkg("--install", self.package)
+        self.assertFalse(os.path.exists(root.path(POINTER)), "no path, no pointer")
+        root.answer(data)
+        root.dpkg("--install", self.package)
+
+        before = sorted(os.listdir(data))
+        root.dpkg("--remove", NAME)
+        self.assertFalse(os.path.exists(root.path(PROGRAMS)))
+        self.assertEqual(root.read(POINTER), data)
+        root.dpkg("--purge", NAME)
+        self.assertFalse(os.path.exists(root.path("etc/tarvo-catalogo")))
+        self.assertEqual(sorted(os.listdir(data)), before)
+
+    def test_installed_without_a_package(self):
+        prefix = os.path.join(self.folder, "prefix")
+        run("cmake", "--install", BUILD, "--prefix", prefix)
+        pointer = os.path.join(prefix, "lib/tarvo-catalogo/Caminho.txt")
+        with open(pointer, encoding="utf-8") as file:
+            self.assertEqual(file.read(), "/var/lib/tarvo-catalogo")
+        with open(pointer, "w", encoding="utf-8") as file:
+            file.write("/srv/dados")
+        run("cmake", "--install", BUILD, "--prefix", prefix)
+        with open(pointer, encoding="utf-8") as file:
+            self.assertEqual(file.read(), "/srv/dados")
+
+
+if __name__ == "__main__":
+    runs.main()
