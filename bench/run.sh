@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Makes the two catalogues, measures every search and the part views on them and
-# writes their sections of docs/benchmarks.md.
+# Makes the two catalogues, measures every search and the part views on them, figure and printing on
+# catalogues of their own, and writes their sections of docs/benchmarks.md.
 #
 #   bench/run.sh [build folder]     build/release by default; it must be built
 #
@@ -39,5 +39,11 @@ measure small 9
 measure large 3
 BENCH_REPETITIONS=9 "$bin/tarvo-bench-views" "$data/large" \
     --benchmark_out="$data/views.json" --benchmark_out_format=json
+for scale in 1 1.8; do
+    QT_SCALE_FACTOR=$scale "$bin/tarvo-bench-figure" \
+        --benchmark_out="$data/figure-$scale.json" --benchmark_out_format=json
+done
+BENCH_REPETITIONS=9 "$bin/tarvo-bench-printing" \
+    --benchmark_out="$data/printing.json" --benchmark_out_format=json
 python3 bench/table.py "$data" docs/benchmarks.md
 echo "docs/benchmarks.md written"

@@ -73,8 +73,20 @@ class Node:
         return self.accessible.get_name()
 
     @property
+    def description(self):
+        return self.accessible.get_description()
+
+    @property
     def role(self):
         return self.accessible.get_role_name()
+
+    @property
+    def description(self):
+        return self.accessible.get_description()
+
+    @property
+    def text(self):
+        return Atspi.Text.get_text(self.accessible, 0, -1)
 
     @property
     def showing(self):
@@ -207,7 +219,7 @@ class Catalogue:
     def click_on(self, node):
         """In the middle of this element, wherever its window stands."""
         place = node.place()
-        scale = self.screen.scale()
+        scale = self.screen.scale
         xdotool("mousemove", round((place.x + place.width / 2) * scale),
                 round((place.y + place.height / 2) * scale))
         time.sleep(0.05)

@@ -34,6 +34,7 @@ class Screen:
             QT_QPA_PLATFORM="xcb",
             QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
             LC_ALL="C.UTF-8",
+            CUPS_SERVER=os.path.join(self._home, "no-printer"),  # nothing comes out on paper
         )
         # Programs that the launcher starts have nobody to watch their exit code.
         for name in ("ASAN_OPTIONS", "UBSAN_OPTIONS"):
@@ -66,13 +67,14 @@ class Screen:
                     reports.append(report.read())
         return "\n".join(reports)
 
+    @property
     def scale(self):
-        """By which the program enlarges everything."""
+        """Pixels of the display for a design pixel."""
         return min(self.width / 800, self.height / 600)
 
     def design_to_screen(self, x, y):
         """Place on the display of a point of the 800 by 600 picture."""
-        scale = self.scale()
+        scale = self.scale
         left = (self.width - 800 * scale) / 2
         top = (self.height - 600 * scale) / 2
         return round(left + x * scale), round(top + y * scale)

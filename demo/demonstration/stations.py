@@ -6,8 +6,9 @@ their names to STATIONS.
 """
 
 import os
+import subprocess
 
-from driver import NotReached, wait
+from driver import NotReached, output_of, wait
 
 CATALOGUE = "Tarvo.mdb"
 EXIT = "Sair do catálogo"
@@ -25,8 +26,13 @@ FOUND_VEHICLES_GRID = "Veículos da peça"
 COMPONENT_GRID = "Componentes"
 KIT_GRID = "Jogos de reparo do componente"
 KIT_FILTER = "TODOS OS COMPONENTES"
+CHECK_ROW = "Verificar atualizações automaticamente"
+PROXY_USER = "Usuário do proxy"
+PROXY_PASSWORD = "Senha do proxy"
 TOUR_PAGES = 5
 HELP_TITLE = "Ajuda do Catálogo TARVO-LINDEN"
+PRINTER_DIALOG = "Imprimir"
+PRINTED = "figura-e-lista"  # the printed file, and with a number its pages
 
 # Places on the search screen, design pixels.
 OPEN_PARTS = (634, 161)
@@ -36,6 +42,7 @@ HELP = (53, 471)
 TOUR = (56, 416)
 MINIMISE = (790, 7)
 LEAVE = (49, 524)
+SETTINGS = (725, 17)
 BACKGROUND = (300, 550)
 TYPE_NUMBER = (76, 130)
 TYPE_DESCRIPTION = (274, 130)
@@ -54,6 +61,7 @@ TO_PART_RESULT = (392, 558)
 TO_SEARCH = (264, 558)
 SEEK_ITEM = (76, 160)
 CHOOSE_KIT = (620, 104)
+PRINT_LIST = (713, 441)
 
 
 def retype(tour, place, text):
@@ -158,6 +166,41 @@ def kit_filter(tour):
     first_rows(tour, KIT_GRID, lambda t: t.cell(0, 0), "the kits of the component")
 
 
+def print_window(tour):
+    return next((w for w in tour.windows() if w.find("push button", "Cancelar")), None)
+
+
+def print_options(tour):
+    """The print dialog from the list, with the figure ticked besides."""
+    tour.click(*PRINT_LIST)
+    window = wait("the print dialog", lambda: print_window(tour))
+    boxes = [window.find("push button", name) for name in ("Figura detalhada", "Lista de componentes")]
+    tour.click_on(boxes[0])
+    wait("both boxes ticked", lambda: all(box.description == "Marcada" for box in boxes))
+
+
+def printer_dialog(tour):
+    """The system's printer dialog, with a file to print to."""
+    tour.click_on(print_window(tour).find("push button", "OK"))
+    dialog = wait("the printer dialog", lambda: tour.window(PRINTER_DIALOG))
+    tour.click_on(dialog.find("text", "Arquivo de saída:"))
+    tour.press("ctrl+a")
+    tour.type(os.path.join(tour.pictures, PRINTED + ".pdf"))
+
+
+def printed(tour):
+    """The list again; figure and list in their file, and its pages as pictures."""
+    tour.click_on(tour.window(PRINTER_DIALOG).find("push button", "Imprimir"))
+    paper = os.path.join(tour.pictures, PRINTED)
+    wait("the printed file", lambda: os.path.exists(paper + ".pdf"))
+    subprocess.run(["pdftoppm", "-r", "150", "-png", paper + ".pdf", paper], check=True, timeout=60)
+    wait("the end of the print dialog", lambda: not print_window(tour))
+    if "Figura Detalhada" not in output_of("pdftotext", "-l", 1, paper + ".pdf", "-"):
+        raise NotReached("the figure is not on the first page")
+    if "Lista de Componentes" not in output_of("pdftotext", "-f", 2, paper + ".pdf", "-"):
+        raise NotReached("the list is not on the second page")
+
+
 def back_to_the_part(tour):
     """Back to the part, as it was left."""
     tour.click(*TO_PART_RESULT)
@@ -209,6 +252,65 @@ def back_to_the_gallery(tour):
     tour.click(*TO_SEARCH)
     wait("the gallery", lambda: tour.find(name=GALLERY) and not tour.find(name=FIRST_CAPTION))
     wait("its pictures", lambda: all(shows_picture(tour, place) for place in THUMBNAILS))
+
+
+def open_settings(tour, check, user):
+    """Opens the dialog and waits until it shows this check and this user."""
+    tour.click(*SETTINGS)
+    wait(f"the settings with {check!r} and {user!r}",
+         lambda: (tour.find("push button", CHECK_ROW).description,
+                  tour.find("text", PROXY_USER).text) == (check, user))
+
+
+def fill_settings(tour, user, password):
+    tour.click_on(tour.find("push button", CHECK_ROW))
+    for role, box, text in (("text", PROXY_USER, user), ("password text", PROXY_PASSWORD, password)):
+        tour.click_on(tour.find(role, box))
+        tour.press("ctrl+a")
+        tour.type(text)
+
+
+def close_settings(tour, button):
+    tour.click_on(tour.find("push button", button))
+    wait("the settings closed", lambda: not tour.find("push button", CHECK_ROW))
+
+
+def settings(tour):
+    """The settings as they are at first: the automatic check, no proxy."""
+    tour.click(*BACKGROUND)
+    open_settings(tour, "Ligado", "")
+
+
+def settings_cancelled(tour):
+    """Changed and cancelled: the next time they are as before."""
+    fill_settings(tour, "outro", "outra")
+    close_settings(tour, "Cancelar")
+    open_settings(tour, "Ligado", "")
+
+
+def settings_changed(tour):
+    """Changed and confirmed; opened again, they are the new ones."""
+    fill_settings(tour, "oficina", "chave inglesa")
+    close_settings(tour, "OK")
+    open_settings(tour, "Desligado", "oficina")
+
+
+def settings_after_restart(tour):
+    """The program left and started again: still the new ones."""
+    close_settings(tour, "Cancelar")
+    tour.click(*LEAVE)
+    wait("the program's end", tour.ended)
+    tour.start()
+    wait("the splash", tour.windows)
+    tour.click(*BACKGROUND)
+    tour.await_node("push button", EXIT)
+    open_settings(tour, "Desligado", "oficina")
+
+
+def settings_left_by_key(tour):
+    """Escape leaves them."""
+    tour.press("Escape")
+    wait("the settings closed", lambda: not tour.find("push button", CHECK_ROW))
 
 
 def tour_page(number):
@@ -271,6 +373,9 @@ STATIONS = [
     component_list,
     seek_by_item,
     kit_filter,
+    print_options,
+    printer_dialog,
+    printed,
     back_to_the_part,
     back_to_the_search,
     vehicles,
@@ -278,6 +383,11 @@ STATIONS = [
     gallery_by_keys,
     parts_of_a_picture,
     back_to_the_gallery,
+    settings,
+    settings_cancelled,
+    settings_changed,
+    settings_after_restart,
+    settings_left_by_key,
     *[tour_page(number) for number in range(1, TOUR_PAGES + 1)],
     tour_closed,
     help_window,

@@ -24,6 +24,12 @@ struct Paleta {
     QColor acentoTraco;    // the accent as a line on a light ground
     QColor alerta;         // sign of an error
 
+    // numbers on a figure
+    QColor itemFundo;  // disc behind the one under the mouse
+    QColor itemBorda;
+    QColor itemMesmo;  // the same item elsewhere
+    QColor itemJogo;   // in the same repair kit
+
     QString letra;    // the family
     int corpoTitulo;  // pixels
     int corpoSecao;

@@ -67,3 +67,11 @@ Screen& UnicaInstancia() {
     }
     return *new Screen;
 }
+
+// Unloads the loaded instance of a screen, if there is one.
+template <typename Screen>
+void Descarregar() {
+    if (forms::Form* carregada = forms::Form::Find(Screen::Nome)) {
+        carregada->Unload();
+    }
+}

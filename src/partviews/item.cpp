@@ -23,6 +23,11 @@ QString NumeroDe(QStringView texto) {
     return convert::ToTextOrEmpty(numero);
 }
 
+// Counted from 1; 0 when the text does not have it.
+quint8 PosicaoEm(const QString& texto, const QString& marca) {
+    return convert::Narrow<quint8>(texto.indexOf(marca) + 1);
+}
+
 }  // namespace
 
 QString FormatarItem(const QString& texto) {
@@ -37,4 +42,18 @@ QString FormatarItem(const QString& texto) {
 
 QString CampoDeSelecao(QChar letra, const QString& valor) {
     return letra + QStringLiteral(":") + valor + u':' + letra;
+}
+
+std::optional<QString> LerCampoDeSelecao(const QString& selecao, QChar letra) {
+    const QString abre = letra + QStringLiteral(":");
+    const quint8 abertura = PosicaoEm(selecao, abre);
+    if (abertura == 0) {
+        return std::nullopt;
+    }
+    const qsizetype inicio = abertura - 1 + abre.size();
+    const qsizetype fim = PosicaoEm(selecao, QStringLiteral(":") + letra) - 1;
+    if (fim < inicio) {
+        throw Erro(Erro::InvalidArgument);
+    }
+    return selecao.mid(inicio, fim - inicio);
 }

@@ -25,6 +25,11 @@ QString frmListaPecas::ItemAtual() const {
     return convert::ToText(dtcListaPecas->GetRecordset()->Fields(u"ItemComponente"_s).Value());
 }
 
+bool frmListaPecas::FazParteJogoReparo() const {
+    return convert::ToText(
+               dtcListaPecas->GetRecordset()->Fields(u"FazParteJogoReparo"_s).Value()) == u"S";
+}
+
 // The joins multiply an item by its kits and by its cross references; the grouping folds them back
 // to one row per item. With a kit filter the WHERE turns the left join into an inner one.
 void frmListaPecas::CarregarListaPecas(const QString& Ordem, const QString& ItemProcurado,
@@ -75,8 +80,7 @@ void frmListaPecas::CarregarListaPecas(const QString& Ordem, const QString& Item
 
 // The panel keeps its old rows while it is hidden.
 void frmListaPecas::CarregarJogosReparo() {
-    const dao::Recordset* lista = dtcListaPecas->GetRecordset();
-    if (convert::ToText(lista->Fields(u"FazParteJogoReparo"_s).Value()) == u"N") {
+    if (!FazParteJogoReparo()) {
         pctJogosReparo->hide();
         return;
     }
@@ -127,23 +131,4 @@ void frmListaPecas::PreencherJogos() {
     }
     cboMostraNaListaPecas->AddItem(u"TODOS OS COMPONENTES"_s, TodosOsComponentes);
     cboMostraNaListaPecas->SetListIndex(cboMostraNaListaPecas->ListCount() - 1);
-}
-
-void frmListaPecas::PreencherTitulo() {
-    const auto peca = gDB->OpenRecordset(
-        u"SELECT "
-        "DescricaoPeca, "
-        "NumeroTarvoPeca "
-        "FROM "
-        "PECA "
-        "WHERE "
-        "CodigoPeca = "_s +
-            QString::number(gCodigoPeca),
-        dao::dbOpenForwardOnly);
-    if (peca->Eof()) {
-        return;
-    }
-    lblInf->SetText(u"Peça: "_s + convert::ToTextOrEmpty(peca->Fields(0).Value()) +
-                    QString(8, u' ') + u"Nº Tarvo: "_s +
-                    convert::ToTextOrEmpty(peca->Fields(1).Value()));
 }

@@ -1,8 +1,10 @@
 #include "partviews/lista_pecas.h"
 
+#include "figure/figura_detalhada.h"
 #include "partviews/clientes.h"
 #include "partviews/item.h"
 #include "partviews/resultado_pesquisa.h"
+#include "partviews/titulo.h"
 #include "platform/convert.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msgbox.h"
@@ -11,6 +13,8 @@
 #include "session/banco.h"
 #include "session/global.h"
 #include "session/modulo.h"
+
+#include <QPointer>
 
 using namespace Qt::StringLiterals;
 
@@ -25,7 +29,9 @@ void frmListaPecas::Load() {
     mCarregado = false;
     PreencherClientes(*cboNumeroClienteConcorrenteComponente);
     PreencherJogos();
-    PreencherTitulo();
+    if (const QString titulo = TituloDaPeca(8); !titulo.isEmpty()) {
+        lblInf->SetText(titulo);
+    }
     dtcListaPecas->SetDatabaseName(gCaminho + u"Tarvo.mdb"_s);
     dtcJogosReparoComponente->SetDatabaseName(gCaminho + u"Tarvo.mdb"_s);
     mCarregado = true;
@@ -108,11 +114,38 @@ void frmListaPecas::AbrirFigura() {
     if (!PossuiFiguraDetalhada(gCodigoPeca)) {
         forms::MsgBox(u"Essa Peça não possui Figura Detalhada."_s, forms::vbInformation,
                       TituloCatalogo);
+        return;
     }
+    forms::SetMousePointer(forms::vbHourglass);
+    if (!ListaVazia()) {
+        ParametroFormulario = SelecaoAtual();
+    }
+    const QPointer<Form> esta(this);
+    MostrarFormulario(UnicaInstancia<frmFiguraDetalhada>());
+    if (esta) {
+        SetVisible(false);
+    }
+    forms::SetMousePointer(forms::vbDefault);
+}
+
+// The item under the cursor, and of its kits the one under the panel's cursor.
+QString frmListaPecas::SelecaoAtual() const {
+    const QString item = CampoDeSelecao(u'I', ItemAtual());
+    const dao::Recordset* jogos = dtcJogosReparoComponente->GetRecordset();
+    if (!FazParteJogoReparo() || !jogos || jogos->Eof()) {
+        return item;
+    }
+    return item +
+           CampoDeSelecao(u'J', convert::ToText(jogos->Fields(u"CodigoJogoReparo"_s).Value()));
+}
+
+void frmListaPecas::IrPara(const QString& criterio) {
+    dtcListaPecas->GetRecordset()->FindFirst(criterio);
 }
 
 void frmListaPecas::VoltarResultado() {
     forms::SetMousePointer(forms::vbHourglass);
+    Descarregar<frmFiguraDetalhada>();
     UnicaInstancia<frmResultadoPesquisa>().SetVisible(true);
     Unload();
     forms::SetMousePointer(forms::vbDefault);
@@ -120,6 +153,7 @@ void frmListaPecas::VoltarResultado() {
 
 void frmListaPecas::VoltarPesquisa() {
     forms::SetMousePointer(forms::vbHourglass);
+    Descarregar<frmFiguraDetalhada>();
     UnicaInstancia<frmResultadoPesquisa>().Unload();
     gFrmPesquisa->SetVisible(true);
     Unload();

@@ -18,6 +18,9 @@ public:
 
     frmListaPecas();
 
+    // Moves the cursor to the first row that meets the criterion; without one it stays.
+    void IrPara(const QString& criterio);
+
 protected:
     void Load() override;
     void Activate() override;
@@ -39,13 +42,14 @@ private:
     void LigarEventos();
     void LigarCaixa(const Caixa& caixa);
     void PreencherJogos();
-    void PreencherTitulo();
 
     // `Ordem` is a column's position; `ItemProcurado` a stored item number to go to, or empty.
     void CarregarListaPecas(const QString& Ordem, const QString& ItemProcurado, bool Refrescar);
     void CarregarJogosReparo();
     QString OrdemAtual() const;
     QString ItemAtual() const;
+    bool FazParteJogoReparo() const;
+    QString SelecaoAtual() const;
     bool ListaVazia() const;
 
     void AoMudarItem(const dao::Bookmark& anterior);

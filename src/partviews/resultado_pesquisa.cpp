@@ -1,5 +1,6 @@
 #include "partviews/resultado_pesquisa.h"
 
+#include "figure/figura_detalhada.h"
 #include "partviews/clientes.h"
 #include "partviews/item.h"
 #include "partviews/lista_pecas.h"
@@ -11,6 +12,8 @@
 #include "search/pesquisa.h"
 #include "session/banco.h"
 #include "session/global.h"
+
+#include <QPointer>
 
 using namespace Qt::StringLiterals;
 
@@ -241,25 +244,35 @@ bool frmResultadoPesquisa::PodeAvancar(bool (*possui)(qint32), const QString& re
     return true;
 }
 
+void frmResultadoPesquisa::EntregarPeca() {
+    gCodigoPeca =
+        convert::ToInt32(dtcResultadoPesquisaPeca->GetRecordset()->Fields(u"CodigoPeca"_s).Value());
+    gCodigoClienteConcorrente = cboNumeroClienteConcorrentePeca->SelectedItemData();
+}
+
 void frmResultadoPesquisa::Avancar(Form& proxima) {
     forms::SetMousePointer(forms::vbHourglass);
+    const QPointer<Form> esta(this);
     proxima.Show();
-    SetVisible(false);
+    if (esta) {
+        SetVisible(false);
+    }
     forms::SetMousePointer(forms::vbDefault);
 }
 
 void frmResultadoPesquisa::AbrirLista() {
-    if (!PodeAvancar(PossuiListaComponentes, u"Essa Peça não possui Lista de Componentes."_s)) {
-        return;
+    if (PodeAvancar(PossuiListaComponentes, u"Essa Peça não possui Lista de Componentes."_s)) {
+        EntregarPeca();
+        Avancar(UnicaInstancia<frmListaPecas>());
     }
-    gCodigoPeca =
-        convert::ToInt32(dtcResultadoPesquisaPeca->GetRecordset()->Fields(u"CodigoPeca"_s).Value());
-    gCodigoClienteConcorrente = cboNumeroClienteConcorrentePeca->SelectedItemData();
-    Avancar(UnicaInstancia<frmListaPecas>());
 }
 
 void frmResultadoPesquisa::AbrirFigura() {
-    PodeAvancar(PossuiFiguraDetalhada, u"Essa Peça não possui Figura Detalhada."_s);
+    if (PodeAvancar(PossuiFiguraDetalhada, u"Essa Peça não possui Figura Detalhada."_s)) {
+        EntregarPeca();
+        ParametroFormulario = mSelecao;
+        Avancar(UnicaInstancia<frmFiguraDetalhada>());
+    }
 }
 
 void frmResultadoPesquisa::VoltarPesquisa() {

@@ -33,7 +33,9 @@ private:
 
     // Whether the part under the cursor has what the next screen shows; tells the user if not.
     bool PodeAvancar(bool (*possui)(qint32), const QString& recusa);
-    // Hands part and customer over, shows the next screen and hides this one.
+    // Part and customer for the next screen.
+    void EntregarPeca();
+    // Shows the next screen and hides this one.
     void Avancar(Form& proxima);
     void AbrirLista();
     void AbrirFigura();

@@ -63,7 +63,8 @@ private:
     void Imprimir();
     void PrepararImpressora();
 
-    // What the pages share. All of it throws what the printer and the database throw.
+    // What the pages share; distances and limits are page units. All of it throws what the printer
+    // and the database throw.
     void ImprimirCabecalho(const QString& Titulo);
     QString LinhaDaPeca() const;
     void Descer(int distancia);
@@ -82,7 +83,7 @@ private:
     QString mCabecalho;        // part line; empty: the job has no page yet
     std::unique_ptr<printer::Printer> mImpressora;
 
-    std::array<Opcao, 2> opcoes_;
+    std::array<Opcao, 2> opcoes_{};
     forms::Label* lblFonte = nullptr;
     forms::Picture* imgFigura = nullptr;
     printer::PrintDialog cdgImpressoras;

@@ -1,6 +1,6 @@
 // What all pages share: the head, the lines of a table, the rule for the bottom of the page.
 
-#include "platform/convert.h"
+#include "partviews/titulo.h"
 #include "platform/forms/application.h"
 #include "printing/impressao.h"
 #include "session/global.h"
@@ -37,21 +37,8 @@ void frmImpressao::ImprimirCabecalho(const QString& Titulo) {
 }
 
 QString frmImpressao::LinhaDaPeca() const {
-    const auto peca = gDB->OpenRecordset(
-        u"SELECT "
-        "DescricaoPeca, "
-        "NumeroTarvoPeca "
-        "FROM "
-        "PECA "
-        "WHERE "
-        "CodigoPeca = "_s +
-            QString::number(gCodigoPeca),
-        dao::dbOpenForwardOnly);
-    if (peca->Eof()) {
-        return u"Peça:"_s;
-    }
-    return u"Peça: "_s + convert::ToTextOrEmpty(peca->Fields(0).Value()) + QString(15, u' ') +
-           u"Nº Tarvo: "_s + convert::ToTextOrEmpty(peca->Fields(1).Value());
+    const QString titulo = TituloDaPeca(15);
+    return titulo.isEmpty() ? u"Peça:"_s : titulo;
 }
 
 void frmImpressao::Descer(int distancia) {

@@ -1,7 +1,6 @@
 #include "search/pesquisa.h"
 
 #include "look/conheca_tarvo.h"
-#include "platform/convert.h"
 #include "platform/erro.h"
 #include "platform/forms/application.h"
 #include "platform/forms/helpwindow.h"
@@ -57,6 +56,7 @@ frmPesquisa::~frmPesquisa() {
 
 void frmPesquisa::Load() {
     PosicionarControles();
+    mToolTip = std::make_unique<cToolTip>();
     mPesquisa1Pronta = false;
     mPesquisa2Pronta = false;
     PreencherCombos();
@@ -66,6 +66,9 @@ void frmPesquisa::Load() {
     QString ninguem;
     LerConfiguracao(u"VERIFICACAOAUTOMATICA"_s, ninguem, ninguem);
     CarregarDadosVerificacao(true);
+    VerificacaoEmAndamento = false;
+    BancoBloqueado = false;
+    ContadorTempo = 0;
     mPesquisa1Pronta = true;
     mPesquisa2Pronta = true;
     ReiniciarPrograma = false;
@@ -83,6 +86,8 @@ void frmPesquisa::Activate() {
 }
 
 void frmPesquisa::Unloading() {
+    mToolTip.reset();
+    AbandonarVerificacao();
     if (Tag == Recarregando) {
         return;
     }
@@ -135,6 +140,7 @@ void frmPesquisa::LigarEventos() {
                  [this, i] { AbrirResultado(i); });
     }
     LigarGaleria();
+    LigarVerificacao();
 }
 
 void frmPesquisa::LigarLuz() {
@@ -174,35 +180,4 @@ void frmPesquisa::AbrirAjuda() {
         return;
     }
     forms::SetMousePointer(forms::vbDefault);
-}
-
-void frmPesquisa::CarregarDadosVerificacao(bool sAtualizarUltimaDataVerificacao) {
-    const auto registro = gDB->OpenRecordset(
-        u"SELECT "
-        "DataEmissao,"
-        "ComplementoDataEmissao,"
-        "DataUltimaVerificacao,"
-        "FlagErroUltimaVerificacao "
-        "FROM "
-        "UMREGISTRO"_s,
-        dao::dbOpenForwardOnly);
-    const QVariant ultima = registro->Fields(u"DataUltimaVerificacao"_s).Value();
-    const bool nunca = convert::IsNull(ultima);
-    if (sAtualizarUltimaDataVerificacao) {
-        DataUltimaVerificacaoTela = nunca ? 1.0 : convert::ToDouble(ultima);
-    }
-
-    TextoEmissao = FormatarData(convert::ToDouble(registro->Fields(u"DataEmissao"_s).Value())) +
-                   convert::ToTextOrEmpty(registro->Fields(u"ComplementoDataEmissao"_s).Value());
-    lblEmissao->SetText(TextoEmissao);
-
-    if (nunca) {
-        dicaVerificacao_ = u" "_s;
-        return;
-    }
-    const QVariant falhou = registro->Fields(u"FlagErroUltimaVerificacao"_s).Value();
-    dicaVerificacao_ =
-        (!convert::IsNull(falhou) && convert::ToInt64(falhou) == 1 ? u"ERRO na Última Verificação"_s
-                                                                   : u"Última Verificação"_s) +
-        u": "_s + FormatarDataHora(convert::ToDouble(ultima));
 }

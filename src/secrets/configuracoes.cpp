@@ -29,13 +29,6 @@ const Lugar Lugares[] = {
     {u"pctFocus", {0, 187, 48, 17}},
 };
 
-// One of the two pictures of the tick box. The row over it takes the mouse.
-forms::Panel* NovaCaixa(const QString& nome, const QString& desenho, QWidget* pai) {
-    auto* caixa = new forms::Panel(nome, desenho, pai);
-    caixa->setAttribute(Qt::WA_TransparentForMouseEvents);
-    return caixa;
-}
-
 forms::TextBox* NovoCampo(const QString& nome, const QString& descricao, QWidget* pai) {
     auto* campo = new forms::TextBox(nome, descricao, pai);
     campo->setMaxLength(MaximoCaracteres);
@@ -56,8 +49,8 @@ void frmConfiguracoes::Abrir() {
 frmConfiguracoes::frmConfiguracoes()
     : Tela(Nome, Kind::Dialog, QSize(434, 234), u"configuracoes"_s),
       imgVerificarAuto(nullptr),
-      imgXVerificarAuto(NovaCaixa(u"imgXVerificarAuto"_s, u"caixa-marcada"_s, Picture())),
-      img_VerificarAuto(NovaCaixa(u"img_VerificarAuto"_s, u"caixa-vazia"_s, Picture())),
+      imgXVerificarAuto(new forms::LitPicture(u"imgXVerificarAuto"_s, Background(), Picture())),
+      img_VerificarAuto(new forms::Panel(u"img_VerificarAuto"_s, QString(), Picture())),
       txtUsuario(NovoCampo(u"txtUsuario"_s, u"Usuário do proxy"_s, Picture())),
       txtSenha(NovoCampo(u"txtSenha"_s, u"Senha do proxy"_s, Picture())) {
     imgVerificarAuto = new forms::ClickZone(

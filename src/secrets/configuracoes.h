@@ -29,8 +29,8 @@ private:
 
     bool PrimeiraAtivacao = true;
     forms::ClickZone* imgVerificarAuto;
-    forms::Panel* imgXVerificarAuto;
-    forms::Panel* img_VerificarAuto;
+    forms::LitPicture* imgXVerificarAuto;  // the tick, cut out of the lit drawing
+    forms::Panel* img_VerificarAuto;       // the empty box, which the drawing holds at rest
     forms::TextBox* txtUsuario;
     forms::TextBox* txtSenha;
 };

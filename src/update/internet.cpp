@@ -8,8 +8,6 @@
 #include "update/acesso.h"
 #include "update/atualizando.h"
 
-#include <QElapsedTimer>
-
 #include <array>
 #include <memory>
 #include <optional>
@@ -31,6 +29,7 @@ enum Numero : int {
     AcessoCancelado = -106,
     EnvioProibido = -107,
     TextoDemais = 14,
+    Interrompido = 18,
 };
 
 constexpr int StatusOk = 200;
@@ -46,14 +45,12 @@ constexpr qint64 MaiorTexto = 256 * 1024 * 1024;
 std::unique_ptr<http::Session> hInternet;
 std::unique_ptr<http::Connection> hConexao;
 std::chrono::milliseconds tempoLimite{60000};
+bool interrompido = false;
 
-// Asked after every block of a download, which on a fast line are tens of thousands a second.
 void DeixarEventos() {
-    constexpr qint64 Intervalo = 10;  // milliseconds; the eye takes longer
-    static QElapsedTimer desde;
-    if (!desde.isValid() || desde.elapsed() >= Intervalo) {
-        forms::DoEvents();
-        desde.start();
+    forms::DoEventsInTime();
+    if (interrompido) {
+        throw Erro(Interrompido, u"Interrompido pelo usuário"_s);
     }
 }
 
@@ -203,7 +200,7 @@ private:
         try {
             GravarCorpo(arquivo);
         } catch (const Erro& erro) {
-            if (erro.Number() == Erro::DiskFull) {
+            if (erro.Number() == Erro::DiskFull || erro.Number() == TextoDemais) {
                 LiberarDisco(arquivo, caminho);
             }
             throw;
@@ -263,6 +260,7 @@ private:
 void HttpConectar(const QString& Servidor) {
     const char* etapa = "InternetOpen";
     QString textoErro;
+    interrompido = false;
     try {
         HttpDesconectar();
         hInternet = std::make_unique<http::Session>(u"CatalogoDePecasTarvo"_s, DeixarEventos);
@@ -311,6 +309,10 @@ void AtualizarProgressoDownload(qint32 Bytes) {
     if (forms::Form* tela = forms::Form::Find(frmAtualizando::Nome)) {
         static_cast<frmAtualizando*>(tela)->SomarBytes(Bytes);
     }
+}
+
+void HttpInterromper() {
+    interrompido = true;
 }
 
 void DefinirTempoLimite(std::chrono::milliseconds limite) {

@@ -33,6 +33,9 @@ QString HttpExecutar(const QString& Modo, bool ExibirDialogos, const QString& Ca
 // There is no upload: Erro -107, always.
 [[noreturn]] void BodyPostFileUpload(const QString& EnvioCampo, const QString& EnvioArquivo);
 
+// The user has had enough: the request under way, and every further one of this connection, fails.
+void HttpInterromper();
+
 // A block of this many bytes has come down.
 void AtualizarProgressoDownload(qint32 Bytes);
 

@@ -108,9 +108,8 @@ private Q_SLOTS:
                                  << QList<QRect>{
                                         {81, 517, 43, 39}, {325, 426, 38, 38}, {11, 517, 43, 36}};
         QTest::newRow("configuracoes")
-            << QSize(434, 234) << QList<QRect>{{258, 181, 49, 29}, {327, 181, 87, 29}};
-        QTest::newRow("caixa-vazia") << QSize(20, 20) << QList<QRect>{};
-        QTest::newRow("caixa-marcada") << QSize(20, 20) << QList<QRect>{};
+            << QSize(434, 234)
+            << QList<QRect>{{31, 67, 20, 20}, {258, 181, 49, 29}, {327, 181, 87, 29}};
         QTest::newRow("impressao") << QSize(435, 195)
                                    << QList<QRect>{{52, 71, 20, 20},
                                                    {52, 101, 20, 20},
@@ -119,6 +118,11 @@ private Q_SLOTS:
         QTest::newRow("moldura") << QSize(139, 108) << QList<QRect>{};
         QTest::newRow("apresentacao") << QSize(800, 600) << QList<QRect>{};
         QTest::newRow("creditos") << QSize(800, 600) << QList<QRect>{};
+        QTest::newRow("atualizando") << QSize(434, 299) << QList<QRect>{};
+        QTest::newRow("atualizando-passo") << QSize(15, 19) << QList<QRect>{};
+        QTest::newRow("atualizando-concluido") << QSize(23, 18) << QList<QRect>{};
+        QTest::newRow("atualizando-borda") << QSize(228, 17) << QList<QRect>{};
+        QTest::newRow("atualizando-barra") << QSize(216, 9) << QList<QRect>{};
         QTest::newRow("icone") << QSize(256, 256) << QList<QRect>{};
     }
 

@@ -1,5 +1,6 @@
 #include "partviews/item.h"
 #include "platform/erro.h"
+#include "support/database.h"
 #include "support/testmain.h"
 
 #include <QTest>
@@ -48,8 +49,26 @@ private Q_SLOTS:
     }
 
     void selectionFieldKeepsItsBlanks() {
-        QCOMPARE(CampoDeSelecao(u'I', u"  12"_s) + CampoDeSelecao(u'J', u"45"_s),
-                 u"I:  12:IJ:45:J"_s);
+        const QString selecao = CampoDeSelecao(u'I', u"  12"_s) + CampoDeSelecao(u'J', u"45"_s);
+        QCOMPARE(selecao, u"I:  12:IJ:45:J"_s);
+        QCOMPARE(LerCampoDeSelecao(selecao, u'I'), u"  12"_s);
+        QCOMPARE(LerCampoDeSelecao(selecao, u'J'), u"45"_s);
+        QVERIFY(!LerCampoDeSelecao(selecao, u'C'));
+    }
+
+    void selectionFieldsThatCannotBeRead_data() {
+        QTest::addColumn<QString>("selecao");
+        QTest::addColumn<int>("erro");
+        QTest::newRow("last place in eight bits") << u"C:"_s + QString(252, u'1') + u":C"_s << 0;
+        QTest::newRow("closed beyond them") << u"C:"_s + QString(253, u'1') + u":C"_s << 6;
+        QTest::newRow("opened beyond them") << QString(255, u'1') + u"C:1:C"_s << 6;
+        QTest::newRow("not closed") << u"C:1"_s << 5;
+        QTest::newRow("closed before it opens") << u":CC:1"_s << 5;
+    }
+
+    void selectionFieldsThatCannotBeRead() {
+        QFETCH(QString, selecao);
+        QTEST(testing_support::ErrorOf([&] { LerCampoDeSelecao(selecao, u'C'); }), "erro");
     }
 };
 

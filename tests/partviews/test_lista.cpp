@@ -1,6 +1,8 @@
 #include "janela.h"
 #include "support/testmain.h"
 
+#include <QTimer>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -121,6 +123,18 @@ private Q_SLOTS:
                  (QStringList{u"B2"_s, u"B2"_s, QString(), QString()}));
         QCOMPARE(Janela::Achar<forms::Label>(Lista, u"lblNumeroClienteConcorrente"_s)->Text(),
                  u"Nº Bravil"_s);
+    }
+
+    void thePrintButtonOpensTheDialogOnTheList() {
+        QString marca;
+        QTimer::singleShot(0, this, [&marca] {
+            const QString impressao = u"frmImpressao"_s;
+            marca = Janela::Achar<forms::ClickZone>(impressao, u"imgListaComponentes"_s)->Tag;
+            forms::Form::Find(impressao)->close();
+        });
+        Janela::Clicar(Lista, u"imgImprimir"_s);  // comes back when the dialog is gone
+        QCOMPARE(marca, u"1"_s);
+        QCOMPARE(forms::Form::Active(), forms::Form::Find(Lista));
     }
 
     void closingTheWindowGoesBackAStep() {

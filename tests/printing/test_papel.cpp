@@ -136,6 +136,110 @@ private Q_SLOTS:
         QVERIFY(achar(1, u"25"_s).y() > 2300);
         QVERIFY(achar(2, u"26"_s).y() < 700);
     }
+
+    // Bold and italic titles, everything embedded; the text comes out with its accents.
+    void fonts() {
+        dialogo_->Imprimir(u"FD:0LC:1"_s);
+        const QStringList letras = Ferramenta(u"pdffonts"_s, {arquivo_}).split(u'\n').mid(2);
+        QStringList nomes;
+        for (const QString& letra : letras) {
+            const QStringList colunas = letra.simplified().split(u' ');
+            if (colunas.size() > 5) {
+                // name type(2) encoding emb sub uni object(2)
+                nomes += colunas.first().split(u'+').last() + u' ' + colunas.at(4) + u' ' +
+                         colunas.at(6);
+            }
+        }
+        nomes.sort();
+        QCOMPARE(nomes, (QStringList{u"LiberationSans yes yes"_s,
+                                     u"LiberationSans-BoldItalic yes yes"_s}));
+        const QString texto =
+            Ferramenta(u"pdftotext"_s, {u"-layout"_s, arquivo_, u"-"_s}).simplified();
+        for (const QString& linha :
+             {u"Descrição do Componente"_s, u"Código"_s, u"Anel de vedação"_s,
+              u"Peça: Válvula relé Nº Tarvo: 12002"_s}) {
+            QVERIFY2(texto.contains(linha), qPrintable(linha));
+        }
+    }
+
+    // The picture is printed in whole printer pixels, and a number beside its mark on the picture
+    // stays beside it.
+    void figure_data() {
+        QTest::addColumn<int>("pontos");
+        QTest::addColumn<int>("s");
+        QTest::newRow("300") << 300 << 3;
+        QTest::newRow("600") << 600 << 7;
+    }
+    void figure() {
+        QFETCH(int, pontos);
+        QFETCH(int, s);
+        pontos_ = pontos;
+        QImage imagem(582, 343, QImage::Format_RGB32);
+        imagem.fill(Qt::white);
+        const QPoint marca(400, 200);
+        QPainter(&imagem).fillRect(QRect(marca, QSize(10, 10)), Qt::red);
+        QPainter(&imagem).fillRect(QRect(0, 0, 582, 4), Qt::red);
+        dialogo_->GuardarFigura(u"f.png"_s, imagem);
+        dialogo_->DarFigura(u"f.png"_s, {{u"12a"_s, marca}});
+        dialogo_->Imprimir(u"FD:1LC:1"_s);
+        QCOMPARE(dialogo_->Caixas(), QStringList());
+
+        const QString folha = dialogo_->catalogo.Pasta() + u"/folha"_s;
+        Ferramenta(u"pdftoppm"_s, {u"-r"_s, QString::number(pontos), u"-png"_s, u"-f"_s, u"1"_s,
+                                   u"-l"_s, u"1"_s, u"-singlefile"_s, arquivo_, folha});
+        const QImage papel(folha + u".png"_s);
+        QRect vermelho;
+        for (int y = 0; y < papel.height(); ++y) {
+            for (int x = 0; x < papel.width(); ++x) {
+                if (papel.pixelColor(x, y).green() < 60 && papel.pixelColor(x, y).red() > 200) {
+                    vermelho |= QRect(x, y, 1, 1);
+                }
+            }
+        }
+        const QPointF canto = vermelho.topLeft();
+        const auto perto = [](double a, double b) { return std::abs(a - b) <= 2; };
+        QVERIFY2(perto(canto.x(), Margem / 72 * pontos + 200.0 * pontos / 360),
+                 qPrintable(QString::number(canto.x())));
+        QVERIFY(perto(vermelho.width(), 582 * s));
+        QVERIFY(perto(vermelho.height(), (marca.y() + 10) * s));
+
+        const QFontMetricsF tela(dialogo_->form->font());
+        const double recuo = 16 - qRound(tela.horizontalAdvance(u"12a"_s)) / 2;
+        const auto palavras = Palavras(arquivo_);
+        const auto numero = std::find_if(palavras.begin(), palavras.end(),
+                                         [](const Palavra& p) { return p.texto == u"12a"; });
+        QVERIFY(numero != palavras.end());
+        const QPointF noPapel =
+            (numero->lugar / UnidadesPorPonto + QPointF(Margem, Margem)) / 72 * pontos;
+        QCOMPARE(numero->pagina, 1);
+        QVERIFY(std::abs(noPapel.x() - canto.x() - s * (marca.x() + recuo)) <= s / 2.0 + 2);
+        QVERIFY(std::abs(noPapel.y() - canto.y() - s * marca.y()) <= s / 2.0 + 2);
+    }
+
+    // What was in the file before stays when the document cannot be written.
+    void unwritable_data() {
+        QTest::addColumn<QString>("arquivo");
+        QTest::addColumn<QString>("caixa");
+        QTest::addColumn<bool>("aberto");
+        QTest::newRow("no folder")
+            << u"/não há/saída.pdf"_s << u"76\nCaminho não encontrado"_s << false;
+        QTest::newRow("a folder") << u"/"_s << u"75\nErro de acesso ao caminho/arquivo"_s << false;
+        QTest::newRow("full disk") << u"full"_s << u"61\nDisco cheio"_s << true;
+        QTest::newRow("neither printer nor file")
+            << QString() << u"482\nErro de impressora"_s << false;
+    }
+    void unwritable() {
+        QFETCH(QString, arquivo);
+        QFETCH(QString, caixa);
+        arquivo_ = arquivo == u"full"  ? u"/dev/full"_s
+                   : arquivo.isEmpty() ? QString()
+                                       : dialogo_->catalogo.Pasta() + arquivo;
+        dialogo_->Imprimir(u"FD:0LC:1"_s);
+        QCOMPARE(dialogo_->Caixas().size(), 1);
+        QVERIFY2(dialogo_->Caixas().first().startsWith(u"16 Erro nº: "_s + caixa),
+                 qPrintable(dialogo_->Caixas().first()));
+        QTEST(dialogo_->Aberto(), "aberto");
+    }
 };
 
 TARVO_TEST(TestPapel);

@@ -37,12 +37,11 @@ struct Wanted {
     qsizetype found = 0;
 };
 
-QByteArray Utf16(const QString& text) {
-    return {reinterpret_cast<const char*>(text.utf16()), text.size() * 2};
-}
-
+// A piece from the middle: the first bytes of memory that was given back are overwritten by chance.
 Wanted Want(const QString& name, const QString& text) {
-    Wanted wanted{name, text.toUtf8(), Utf16(text)};
+    const QStringView piece = QStringView(text).sliced(text.size() / 3, qMin<qsizetype>(text.size() / 2, 20));
+    Wanted wanted{name, piece.toUtf8(),
+                  QByteArray(reinterpret_cast<const char*>(piece.utf16()), piece.size() * 2)};
     Mask(wanted.utf8);
     Mask(wanted.utf16);
     return wanted;
@@ -81,10 +80,12 @@ void SearchMemory(QList<Wanted>& list) {
     }
 }
 
+// Longer than what memory that is in use all the time is given back as.
 QString RandomText() {
+    constexpr int Length = 3000;
     QString text;
-    text.reserve(20);
-    for (int i = 0; i < 20; ++i) {
+    text.reserve(Length);
+    for (int i = 0; i < Length; ++i) {
         text += QChar(static_cast<char16_t>(QRandomGenerator::system()->bounded(u'a', u'z' + 1)));
     }
     return text;

@@ -3,6 +3,8 @@
 #include "platform/forms/application.h"
 
 #include <QTemporaryDir>
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <memory>
@@ -28,6 +30,9 @@ int main(int argc, char** argv) {
     // The settings of whoever runs the tests stay as they are.
     const QTemporaryDir userData;
     qputenv("XDG_DATA_HOME", userData.path().toUtf8());
+    // The user's own settings are none of a test's business.
+    const QTemporaryDir home;
+    qputenv("XDG_DATA_HOME", QFile::encodeName(home.path()));
     forms::Application application(argc, argv);
     QStringList arguments = application.arguments();
     const QString only =

@@ -39,12 +39,16 @@ private Q_SLOTS:
         const QString program = folder.filePath(u"com espaço.sh"_s);
         QFile script(program);
         QVERIFY(script.open(QIODevice::WriteOnly));
-        script.write("#!/bin/sh\nexit $#\n");
+        script.write("#!/bin/sh\n[ \"$1\" = '1|/a  b/c.tmp' ] && exit 100\nexit $#\n");
         script.close();
         script.setPermissions(script.permissions() | QFileDevice::ExeOwner);
         const auto process = sys::Start(u"\"%1\" 1|/a b/c.tmp \"d e\""_s.arg(program), 1);
         sys::WaitForEnd(process);
         QCOMPARE(sys::ExitCode(process), 3);
+
+        const auto whole = sys::Start(u"\"%1\" 1|/a  b/c.tmp"_s.arg(program), 1, sys::Rest::Whole);
+        sys::WaitForEnd(whole);
+        QCOMPARE(sys::ExitCode(whole), 100);
     }
 
     void StartErrors_data() {

@@ -82,6 +82,10 @@ void DoEvents() {
     QCoreApplication::processEvents();
 }
 
+void DoEventsButInput() {
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
 void DoEventsInTime() {
     constexpr qint64 Interval = 10;  // milliseconds
     static QElapsedTimer since;

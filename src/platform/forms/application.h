@@ -41,7 +41,10 @@ QString ErrorText(const QString& number, const QString& description);
 // Lets pending events run (paint, timers, input): the "let events through" of long work.
 void DoEvents();
 
-// The same for work that consists of very many small pieces, to be called after each of them: the
+// The same without mouse and keys: those keep their order behind the event under way.
+void DoEventsButInput();
+
+// DoEvents for work that consists of very many small pieces, to be called after each of them: the
 // events have their turn every ten milliseconds, which no eye and no hand can tell from always.
 void DoEventsInTime();
 

@@ -2,6 +2,7 @@
 
 #include "platform/forms/artwork.h"
 
+#include <QColor>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPixmap>
@@ -44,8 +45,8 @@ private:
 };
 
 // An invisible rectangle over a painted button: receives clicks and mouse moves, shows nothing. Its
-// accessible name is what assistive technology reads; it is a push button there and can be pressed.
-// The keyboard does not reach it.
+// accessible name is what assistive technology reads; it is a push button there and can be pressed,
+// which is the button's going down and a click. The keyboard does not reach it.
 class ClickZone : public Zone {
     Q_OBJECT
 
@@ -144,6 +145,7 @@ public:
     Label(const QString& name, QWidget* parent);
     void SetText(const QString& text);
     const QString& Text() const { return text_; }
+    void SetForeColor(const QColor& colour);     // the theme's text colour at the start
     void SetAlignment(Qt::Alignment alignment);  // left and vertically centred at the start
     void SetWordWrap(bool wrap);                 // as many lines as its height holds
 
@@ -154,6 +156,7 @@ protected:
 private:
     QString Elided() const;
     QString text_;
+    QColor foreColor_;
     Qt::Alignment alignment_ = Qt::AlignLeft | Qt::AlignVCenter;
     bool wrap_ = false;
 };

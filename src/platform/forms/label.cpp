@@ -18,6 +18,13 @@ void Label::SetText(const QString& text) {
     update();
 }
 
+void Label::SetForeColor(const QColor& colour) {
+    if (colour != foreColor_) {
+        foreColor_ = colour;
+        update();
+    }
+}
+
 void Label::SetAlignment(Qt::Alignment alignment) {
     alignment_ = alignment;
     update();
@@ -55,7 +62,7 @@ QString Label::Elided() const {
 
 void Label::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    painter.setPen(palette().color(QPalette::WindowText));
+    painter.setPen(foreColor_.isValid() ? foreColor_ : palette().color(QPalette::WindowText));
     painter.drawText(rect(), int(alignment_) | Qt::TextDontClip, Elided());
 }
 

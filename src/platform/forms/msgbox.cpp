@@ -1,5 +1,6 @@
 #include "platform/forms/msgbox.h"
 
+#include "platform/forms/application.h"
 #include "platform/forms/font.h"
 #include "platform/forms/owner.h"
 #include "platform/forms/theme.h"
@@ -161,7 +162,10 @@ int MsgBox(const QString& text, int flags, const QString& title) {
     Box box(text, flags, title);
     box.adjustSize();
     PlaceOverActiveForm(box);
+    const int pointer = MousePointer();
+    SetMousePointer(vbDefault);  // the program waits for the user now
     box.exec();
+    SetMousePointer(pointer);
     return box.Answer();
 }
 

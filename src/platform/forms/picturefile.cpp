@@ -21,19 +21,13 @@ QCache<QString, QPixmap>& Cache() {
 // Figures and photos of spare parts are far below this; what is above is a damaged or hostile file.
 constexpr int AllocationLimitMiB = 1024;
 
-QImage Decode(const QString& file, QSize target, qreal ratio) {
-    QImageReader reader(file);
+void Prepare(QImageReader& reader) {
     reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
     reader.setAllocationLimit(AllocationLimitMiB);
-    QSize size = reader.size();
-    if (!target.isEmpty() && size.isValid()) {
-        const bool turned = reader.transformation() & QImageIOHandler::TransformationRotate90;
-        const QSize room = (QSizeF(turned ? target.transposed() : target) * ratio).toSize();
-        if (size.width() > room.width() || size.height() > room.height()) {
-            reader.setScaledSize(size.scaled(room, Qt::KeepAspectRatio).expandedTo({1, 1}));
-        }
-    }
+}
+
+QImage Read(QImageReader& reader) {
     QImage image = reader.read();
     if (image.isNull()) {
         throw Erro(Erro::InvalidPicture);
@@ -41,29 +35,72 @@ QImage Decode(const QString& file, QSize target, qreal ratio) {
     return image;
 }
 
-}  // namespace
+bool IsTurned(const QImageReader& reader) {
+    return reader.transformation() & QImageIOHandler::TransformationRotate90;
+}
 
-QPixmap forms::LoadPicture(const QString& path, QSize target, qreal ratio) {
+QPixmap DecodeFitted(const QString& file, QSize target, qreal ratio) {
+    QImageReader reader(file);
+    Prepare(reader);
+    const QSize size = reader.size();
+    if (!target.isEmpty() && size.isValid()) {
+        const QSize room =
+            (QSizeF(IsTurned(reader) ? target.transposed() : target) * ratio).toSize();
+        if (size.width() > room.width() || size.height() > room.height()) {
+            reader.setScaledSize(size.scaled(room, Qt::KeepAspectRatio).expandedTo({1, 1}));
+        }
+    }
+    QPixmap picture = QPixmap::fromImage(Read(reader));
+    if (!target.isEmpty()) {
+        picture.setDevicePixelRatio(ratio);
+    }
+    return picture;
+}
+
+QPixmap DecodeCorner(const QString& file, QSize room) {
+    QImageReader reader(file);
+    Prepare(reader);
+    // The reader clips before it turns.
+    if (reader.size().isValid() && reader.transformation() == QImageIOHandler::TransformationNone) {
+        reader.setClipRect(QRect(QPoint(), reader.size().boundedTo(room)));
+    }
+    const QImage image = Read(reader);
+    return QPixmap::fromImage(image.copy(QRect(QPoint(), image.size().boundedTo(room))));
+}
+
+// What `decode` makes of the file, or made of it earlier. `variant` tells its results apart.
+template <typename Decode>
+QPixmap Cached(const QString& path, const QString& variant, Decode decode) {
     const QString file = sys::ToNative(path);
     const QFileInfo info(file);
     if (!info.isFile()) {
         throw Erro(Erro::FileNotFound);
     }
-    const QString key = QStringLiteral("%1|%2|%3|%4x%5|%6")
+    const QString key = QStringLiteral("%1|%2|%3|%4")
                             .arg(file)
                             .arg(info.lastModified().toMSecsSinceEpoch())
                             .arg(info.size())
-                            .arg(target.width())
-                            .arg(target.height())
-                            .arg(ratio);
+                            .arg(variant);
     if (const QPixmap* known = Cache().object(key)) {
         return *known;
     }
-    QPixmap picture = QPixmap::fromImage(Decode(file, target, ratio));
-    if (!target.isEmpty()) {
-        picture.setDevicePixelRatio(ratio);
-    }
+    const QPixmap picture = decode(file);
     const qint64 cost = qint64(picture.width()) * picture.height() * 4 / 1024 + 1;
     Cache().insert(key, new QPixmap(picture), cost);
     return picture;
+}
+
+}  // namespace
+
+QPixmap forms::LoadPicture(const QString& path, QSize target, qreal ratio) {
+    const QString variant =
+        QStringLiteral("%1x%2|%3").arg(target.width()).arg(target.height()).arg(ratio);
+    return Cached(path, variant, [target, ratio](const QString& file) {
+        return DecodeFitted(file, target, ratio);
+    });
+}
+
+QPixmap forms::LoadNaturalPicture(const QString& path, QSize room) {
+    const QString variant = QStringLiteral("%1x%2").arg(room.width()).arg(room.height());
+    return Cached(path, variant, [room](const QString& file) { return DecodeCorner(file, room); });
 }

@@ -15,4 +15,8 @@ namespace forms {
 // such file and 481 for a file that is no picture.
 QPixmap LoadPicture(const QString& path, QSize target, qreal ratio);
 
+// The same in its natural size, a design pixel for each of its pixels, cut to `room` from its top
+// left corner: what lies beyond cannot be seen, and a picture may be far larger than any screen.
+QPixmap LoadNaturalPicture(const QString& path, QSize room);
+
 }  // namespace forms

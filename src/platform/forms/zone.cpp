@@ -4,6 +4,7 @@
 #include <QAccessibleWidget>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPointer>
 
 using namespace Qt::StringLiterals;
 
@@ -21,16 +22,18 @@ public:
         if (action == pressAction() && zone_->isEnabled() && zone_->isVisible()) {
             // Queued: what a click does may take long or open a box, and the caller waits.
             QMetaObject::invokeMethod(
-                zone_,
-                [zone = zone_] {
-                    Q_EMIT zone->MouseDown();
-                    Q_EMIT zone->Click();
-                },
-                Qt::QueuedConnection);
+                zone_, [zone = QPointer(zone_)] { Press(zone); }, Qt::QueuedConnection);
         }
     }
 
 private:
+    static void Press(const QPointer<ClickZone>& zone) {
+        Q_EMIT zone->MouseDown();
+        if (zone) {
+            Q_EMIT zone->Click();
+        }
+    }
+
     ClickZone* zone_;
 };
 

@@ -44,7 +44,7 @@ QString OneLine(QString text) {
     return text;
 }
 
-Erro FileError(const QSaveFile& file) {
+Erro FileError(const QFileDevice& file) {
     const auto named = [&](Erro::Code code) {
         return Erro(code,
                     Erro(code).Description() + u"\n"_s + QDir::toNativeSeparators(file.fileName()));
@@ -59,6 +59,17 @@ Erro FileError(const QSaveFile& file) {
     }
     const bool folder = QFileInfo(QFileInfo(file.fileName()).absolutePath()).isDir();
     return named(folder ? Erro::PathFileAccess : Erro::PathNotFound);
+}
+
+// A device or a pipe is written to as it stands: to put a new file in its place would destroy it.
+std::unique_ptr<QFileDevice> FileFor(const QString& path) {
+    const QFileInfo info(path);
+    if (info.exists() && !info.isFile() && !info.isDir()) {
+        return std::make_unique<QFile>(path);
+    }
+    auto file = std::make_unique<QSaveFile>(path);
+    file->setDirectWriteFallback(true);  // a file of one's own in a folder that is not
+    return file;
 }
 
 }  // namespace
@@ -114,8 +125,7 @@ QFont PaperPrinter::CurrentFont() const {
 }
 
 void PaperPrinter::OpenFile() {
-    auto file = std::make_unique<QSaveFile>(printer_->outputFileName());
-    file->setDirectWriteFallback(true);  // a file of one's own in a folder that is not
+    auto file = FileFor(printer_->outputFileName());
     if (!file->open(QIODevice::WriteOnly)) {
         throw FileError(*file);
     }
@@ -130,9 +140,17 @@ void PaperPrinter::OpenFile() {
 void PaperPrinter::CommitFile() {
     pdf_.reset();
     const auto file = std::move(file_);
-    if (!file->commit()) {
-        throw FileError(*file);
+    if (auto* save = qobject_cast<QSaveFile*>(file.get())) {
+        if (save->commit()) {
+            return;
+        }
+    } else {
+        file->close();
+        if (file->error() == QFileDevice::NoError) {
+            return;
+        }
     }
+    throw FileError(*file);
 }
 
 void PaperPrinter::Begin() {
@@ -144,8 +162,8 @@ void PaperPrinter::Begin() {
     if (!painter_.begin(&Device())) {
         throw Erro(Erro::PrinterError);
     }
-    // Figures are line drawings; the other way leaves specks around their lines.
-    painter_.setRenderHints(QPainter::LosslessImageRendering | QPainter::SmoothPixmapTransform);
+    // The other way would leave specks around the lines of a drawing.
+    painter_.setRenderHint(QPainter::LosslessImageRendering);
 }
 
 void PaperPrinter::DrawText(QPointF topLeft, const QString& text) {

@@ -7,10 +7,10 @@
 
 #include <memory>
 
+class QFileDevice;
 class QPagedPaintDevice;
 class QPdfWriter;
 class QPrinter;
-class QSaveFile;
 
 namespace printer {
 
@@ -45,7 +45,7 @@ private:
     void CommitFile();
 
     std::unique_ptr<QPrinter> printer_;
-    std::unique_ptr<QSaveFile> file_;
+    std::unique_ptr<QFileDevice> file_;
     std::unique_ptr<QPdfWriter> pdf_;  // in the printer's place for a file
     QPainter painter_;
 };

@@ -5,6 +5,7 @@
 #include "platform/forms/owner.h"
 #include "platform/printer/paperprinter.h"
 
+#include <QComboBox>
 #include <QPaintEngine>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -17,6 +18,8 @@ namespace {
 // A page that is handed over as a PDF, to a file or to a print system, has no dots of its own. The
 // toolkit's 1200 for it would be too fine: positions on a page are held in 16 bits.
 constexpr int PdfDotsPerInch = 600;
+
+constexpr int LettersOfAName = 28;
 
 PrintDialogHandler& Handler() {
     static PrintDialogHandler handler;
@@ -33,8 +36,13 @@ std::unique_ptr<Printer> AskUser(int flags) {
     dialog.setOption(QAbstractPrintDialog::PrintSelection, !(flags & cdlPDNoSelection));
     dialog.setOption(QAbstractPrintDialog::PrintPageRange, !(flags & cdlPDNoPageNums));
     dialog.setOption(QAbstractPrintDialog::PrintCurrentPage, false);
+    // The printers' names come in when the dialog is shown, and it does not grow for them then.
+    for (QComboBox* list : dialog.findChildren<QComboBox*>()) {
+        list->setMinimumContentsLength(LettersOfAName);
+    }
     dialog.adjustSize();
     forms::PlaceOverActiveForm(dialog);
+    dialog.move(dialog.x(), dialog.y() - dialog.height() / 2);  // its options fold out below
     forms::SetMousePointer(forms::vbDefault);
     if (dialog.exec() != QDialog::Accepted) {
         return nullptr;

@@ -1,5 +1,7 @@
 #include "platform/system/http.h"
 
+#include "platform/secret.h"
+
 #include <QUrl>
 
 #include <algorithm>
@@ -114,6 +116,11 @@ struct Session::Private {
         void operator()(CURLM* multi) const { curl_multi_cleanup(multi); }
     };
 
+    ~Private() {
+        secret::Wipe(proxyUser);
+        secret::Wipe(proxyPassword);
+    }
+
     QByteArray agent;
     std::function<void()> idle;
     std::unique_ptr<CURLM, MultiCleanup> multi;
@@ -122,7 +129,9 @@ struct Session::Private {
 };
 
 Session::Session(const QString& agent, std::function<void()> idle)
-    : d_(new Private{agent.toUtf8(), std::move(idle), nullptr, {}, {}}) {
+    : d_(new Private) {
+    d_->agent = agent.toUtf8();
+    d_->idle = std::move(idle);
     if (Initialised()) {
         d_->multi.reset(curl_multi_init());
     }
@@ -157,7 +166,11 @@ struct Request::Private {
     };
 
     explicit Private(Session::Private& owner) : session(owner) {}
-    ~Private() { Detach(); }
+    ~Private() {
+        Detach();
+        secret::Wipe(user);
+        secret::Wipe(password);
+    }
 
     Session::Private& session;
     Url url;

@@ -66,7 +66,8 @@ std::unordered_map<sys::ProcessId, HANDLE>& Children() {
     return children;
 }
 
-sys::ProcessId StartNative(const CommandLine& command, int windowStyle) {
+// There a program gets its command line as it stands, and splits it as it likes.
+sys::ProcessId StartNative(const CommandLine& command, int windowStyle, sys::Rest) {
     QProcess process;
     process.setProgram(QDir::toNativeSeparators(NativeProgram(command.program)));
     process.setNativeArguments(command.rest);
@@ -147,9 +148,10 @@ Erro StartError(int reason) {
 
 // The window style has no counterpart here: a window manager decides. The child gets a session of
 // its own, so that the end of ours, or of the terminal behind it, does not take it along.
-sys::ProcessId StartNative(const CommandLine& command, int) {
+sys::ProcessId StartNative(const CommandLine& command, int, sys::Rest rest) {
     std::vector<QByteArray> texts = {QFile::encodeName(NativeProgram(command.program))};
-    for (const QString& piece : QProcess::splitCommand(command.rest)) {
+    for (const QString& piece : rest == sys::Rest::Whole ? QStringList{command.rest}
+                                                         : QProcess::splitCommand(command.rest)) {
         texts.push_back(QFile::encodeName(piece));
     }
     std::vector<char*> arguments;
@@ -213,7 +215,7 @@ bool WaitOnDescriptor([[maybe_unused]] sys::ProcessId process) {
 
 }  // namespace
 
-sys::ProcessId sys::Start(const QString& commandLine, int windowStyle) {
+sys::ProcessId sys::Start(const QString& commandLine, int windowStyle, Rest rest) {
     if (Handler()) {
         return Handler()(commandLine, windowStyle);
     }
@@ -221,7 +223,7 @@ sys::ProcessId sys::Start(const QString& commandLine, int windowStyle) {
     if (command.program.isEmpty()) {
         throw Erro(Erro::InvalidArgument);
     }
-    return StartNative(command, windowStyle);
+    return StartNative(command, windowStyle, rest);
 }
 
 int sys::ExitCode(ProcessId process) {

@@ -1,0 +1,140 @@
+#include "update/atualizando.h"
+
+#include "platform/convert.h"
+#include "platform/erro.h"
+#include "platform/forms/application.h"
+#include "platform/forms/msgbox.h"
+#include "session/global.h"
+#include "update/internet.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+const QString frmAtualizando::Nome = u"frmAtualizando"_s;
+
+namespace {
+
+constexpr quint8 Passos = 4;
+constexpr quint8 PrimeiroPassoQueGrava = 3;
+constexpr int LarguraDaBarra = 216;
+
+// Design pixels; the tops are those of the four rows.
+struct Coluna {
+    int esquerda;
+    std::array<int, Passos> topos;
+    QSize tamanho;
+};
+constexpr Coluna PassoAtual{38, {68, 119, 172, 223}, {15, 19}};
+constexpr Coluna PassoConcluido{35, {68, 119, 172, 223}, {23, 18}};
+constexpr Coluna Borda{85, {90, 142, 194, 246}, {228, 17}};
+constexpr Coluna Barra{91, {94, 146, 198, 250}, {0, 9}};
+
+void PorEmFila(const std::array<forms::Panel*, Passos + 1>& imagens, const Coluna& coluna) {
+    for (quint8 passo = 1; passo <= Passos; ++passo) {
+        imagens.at(passo)->setGeometry(
+            QRect(QPoint(coluna.esquerda, coluna.topos.at(passo - 1u)), coluna.tamanho));
+    }
+}
+
+}  // namespace
+
+frmAtualizando::frmAtualizando()
+    : Tela(Nome, Kind::Dialog, QSize(434, 299), u"atualizando"_s) {
+    setWindowTitle(TituloCatalogo);
+    const auto criar = [this](auto& imagens, const QString& nome, const QString& desenho) {
+        for (quint8 passo = 1; passo <= Passos; ++passo) {
+            auto* imagem =
+                new forms::Panel(nome + u'(' + QString::number(passo) + u')', desenho, Picture());
+            imagem->setFocusPolicy(Qt::NoFocus);
+            imagem->hide();
+            imagens.at(passo) = imagem;
+        }
+    };
+    criar(imgPassoAtualAtualizacao, u"imgPassoAtualAtualizacao"_s, u"atualizando-passo"_s);
+    criar(imgPassoConcluidoAtualizacao, u"imgPassoConcluidoAtualizacao"_s,
+          u"atualizando-concluido"_s);
+    criar(imgBordaBarraAtualizacao, u"imgBordaBarraAtualizacao"_s, u"atualizando-borda"_s);
+    criar(imgBarraAtualizacao, u"imgBarraAtualizacao"_s, u"atualizando-barra"_s);
+}
+
+void frmAtualizando::PosicionarControles() {
+    PorEmFila(imgPassoAtualAtualizacao, PassoAtual);
+    PorEmFila(imgPassoConcluidoAtualizacao, PassoConcluido);
+    PorEmFila(imgBordaBarraAtualizacao, Borda);
+    PorEmFila(imgBarraAtualizacao, Barra);
+}
+
+void frmAtualizando::Load() {
+    PosicionarControles();
+    iniciada_ = false;
+    Tag = std::exchange(ParametroFormulario, QString());
+}
+
+// The whole update runs inside the first activation, with events let through.
+void frmAtualizando::Activate() {
+    if (std::exchange(iniciada_, true)) {
+        return;
+    }
+    forms::SetMousePointer(forms::vbDefault);
+    repaint();
+    forms::DoEvents();
+    Atualizar(convert::ToInt16(Tag.section(u'|', 0, 0)), convert::ToInt16(Tag.section(u'|', 1, 1)));
+}
+
+// Until the first file is put in place, the user may change his mind: the catalogue is untouched.
+// After that a half-done update would be worse than waiting.
+void frmAtualizando::CloseRequested() {
+    if (cancelada_ || Passo >= PrimeiroPassoQueGrava) {
+        return;
+    }
+    const int resposta = forms::MsgBox(
+        u"Deseja cancelar a atualização?"_s,
+        forms::vbYesNo | forms::vbQuestion | forms::vbDefaultButton2, TituloCatalogo);
+    if (resposta == forms::vbYes && Passo < PrimeiroPassoQueGrava) {
+        cancelada_ = true;
+        HttpInterromper();
+    }
+}
+
+void frmAtualizando::AtualizarProgressBar(quint8 sPasso) {
+    const qint64 maximo = imgBordaBarraAtualizacao.at(sPasso)->Tag.toLongLong();
+    const qint64 valor = imgBarraAtualizacao.at(sPasso)->Tag.toLongLong();
+    const double parte = maximo <= 0 ? 1.0 : std::min(double(valor) / double(maximo), 1.0);
+    forms::Panel* barra = imgBarraAtualizacao.at(sPasso);
+    const int largura = int(std::nearbyint(parte * LarguraDaBarra));
+    if (barra->width() == largura) {
+        return;  // the usual case among very many small pieces
+    }
+    barra->resize(largura, barra->height());
+    barra->repaint();
+}
+
+void frmAtualizando::SomarBytes(qint32 bytes) {
+    Avancar(2, bytes);
+}
+
+void frmAtualizando::Avancar(quint8 sPasso, qint64 quanto) {
+    QString& valor = imgBarraAtualizacao.at(sPasso)->Tag;
+    valor = QString::number(valor.toLongLong() + quanto);
+    AtualizarProgressBar(sPasso);
+}
+
+void frmAtualizando::AbrirPasso(quint8 sPasso, qint64 maximo) {
+    Passo = sPasso;
+    imgPassoAtualAtualizacao.at(sPasso)->show();
+    imgBordaBarraAtualizacao.at(sPasso)->show();
+    imgBarraAtualizacao.at(sPasso)->show();
+    imgBordaBarraAtualizacao.at(sPasso)->Tag = QString::number(maximo);
+    imgBarraAtualizacao.at(sPasso)->Tag = u"0"_s;
+}
+
+void frmAtualizando::FecharPasso(quint8 sPasso) {
+    imgBarraAtualizacao.at(sPasso)->Tag = imgBordaBarraAtualizacao.at(sPasso)->Tag;
+    AtualizarProgressBar(sPasso);
+    forms::DoEvents();
+    imgPassoAtualAtualizacao.at(sPasso)->hide();
+    imgPassoConcluidoAtualizacao.at(sPasso)->show();
+}

@@ -1,0 +1,116 @@
+#include "support/servers.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QThread>
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace testing_support {
+namespace {
+
+sockaddr_in Loopback(int port) {
+    sockaddr_in address = {};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(quint16(port));
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    return address;
+}
+
+constexpr int Patience = 20000;  // milliseconds
+
+}  // namespace
+
+WrongServer::WrongServer() {
+    QDir().mkpath(Folder());
+    process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process_.start(u"python3"_s, {QStringLiteral(TARVO_SERVER), Folder(), folder_.filePath("log"_L1)});
+    while (!process_.canReadLine()) {
+        if (!process_.waitForReadyRead(Patience)) {
+            qFatal("the server did not start");
+        }
+    }
+    port_ = process_.readLine().trimmed().toInt();
+}
+
+WrongServer::~WrongServer() {
+    process_.closeWriteChannel();
+    process_.waitForFinished(Patience);
+}
+
+void WrongServer::Put(const QString& name, const QByteArray& content) const {
+    QFile file(Folder() + u'/' + name);
+    QDir().mkpath(QFileInfo(file).path());
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size()) {
+        qFatal("cannot write %s", qPrintable(file.fileName()));
+    }
+}
+
+void WrongServer::Clear() const {
+    QDir(Folder()).removeRecursively();
+    QDir().mkpath(Folder());
+    QFile::remove(folder_.filePath("log"_L1));
+}
+
+QStringList WrongServer::Requests() const {
+    QFile file(folder_.filePath("log"_L1));
+    QStringList requests;
+    if (file.open(QIODevice::ReadOnly)) {
+        for (const QByteArray& line : file.readAll().split('\n')) {
+            if (line.startsWith("GET ") || line.startsWith("POST ")) {
+                requests += QString::fromUtf8(line.trimmed());
+            }
+        }
+    }
+    return requests;
+}
+
+ProxySetting::ProxySetting(int port) {
+    for (const char* name : {"no_proxy", "NO_PROXY", "all_proxy", "ALL_PROXY"}) {
+        qunsetenv(name);
+    }
+    if (port == 0) {
+        qunsetenv("http_proxy");
+    } else {
+        qputenv("http_proxy", "http://127.0.0.1:" + QByteArray::number(port));
+    }
+}
+
+ProxySetting::~ProxySetting() {
+    qunsetenv("http_proxy");
+}
+
+int FreePort() {
+    const int descriptor = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address = Loopback(0);
+    socklen_t size = sizeof address;
+    auto* general = reinterpret_cast<sockaddr*>(&address);
+    if (bind(descriptor, general, size) != 0 || getsockname(descriptor, general, &size) != 0) {
+        qFatal("no free port");
+    }
+    close(descriptor);
+    return ntohs(address.sin_port);
+}
+
+bool WaitForPort(int port) {
+    for (int waited = 0; waited < Patience; waited += 50) {
+        const int descriptor = socket(AF_INET, SOCK_STREAM, 0);
+        sockaddr_in address = Loopback(port);
+        const bool open =
+            connect(descriptor, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
+        close(descriptor);
+        if (open) {
+            return true;
+        }
+        QThread::msleep(50);
+    }
+    return false;
+}
+
+}  // namespace testing_support

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QProcess>
+#include <QStringList>
+#include <QTemporaryDir>
+
+// Servers on the loopback for the time of a test. Each is reached as the system's proxy: the program
+// speaks to port 80 only, which a test cannot have.
+namespace testing_support {
+
+// server.py, with the files of a folder and all its ways of doing wrong.
+class WrongServer {
+public:
+    WrongServer();
+    ~WrongServer();
+
+    QString Folder() const { return folder_.filePath(QStringLiteral("www")); }
+    // Writes a file below Folder(), with the folders that it needs.
+    void Put(const QString& name, const QByteArray& content) const;
+    // Takes files and noted requests away again.
+    void Clear() const;
+    int Port() const { return port_; }
+    // First lines of the requests so far.
+    QStringList Requests() const;
+
+private:
+    QTemporaryDir folder_;
+    QProcess process_;
+    int port_ = 0;
+};
+
+// The environment's proxy, for the life of the object; port 0 for none.
+class ProxySetting {
+public:
+    explicit ProxySetting(int port);
+    ~ProxySetting();
+};
+
+// A port where nobody listens, at least a moment ago.
+int FreePort();
+
+bool WaitForPort(int port);
+
+}  // namespace testing_support
