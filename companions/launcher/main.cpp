@@ -49,15 +49,6 @@ std::optional<QString> Iniciar(const QStringList& argumentos) {
     return std::nullopt;
 }
 
-bool HaTela() {
-#ifdef Q_OS_WIN
-    return true;
-#else
-    return !qEnvironmentVariableIsEmpty("DISPLAY") ||
-           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
-#endif
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -74,7 +65,7 @@ int main(int argc, char** argv) {
         return 0;
     }
     sys::Print(stderr, *falha + u'\n');
-    if (HaTela()) {
+    if (forms::HasScreen()) {
         const forms::Application aplicacao(argc, argv);
         forms::MsgBox(*falha, forms::vbCritical, forms::ProgramTitle());
     }

@@ -16,6 +16,7 @@ from gi.repository import Atspi, GLib  # noqa: E402
 
 PROGRAM = "CatalogoTarvo"
 LAUNCHER = "Tarvo.exe"
+VERIFIER = "VerifAtualizCatalogoTarvo.exe"
 
 
 class NotReached(Exception):
@@ -44,7 +45,7 @@ def stage(programs, folder, pointer=None):
     """Puts the programs into a folder of their own, with a Caminho.txt of these bytes. Copies, not
     links: a test may give its folder to another user."""
     os.makedirs(folder)
-    for name in (PROGRAM, LAUNCHER):
+    for name in (PROGRAM, LAUNCHER, VERIFIER):
         shutil.copy2(os.path.join(programs, name), os.path.join(folder, name))
     if pointer is not None:
         with open(os.path.join(folder, "Caminho.txt"), "wb") as file:

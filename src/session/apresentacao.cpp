@@ -21,20 +21,6 @@ void ExigirPalavraDeInicio(const QString& linhaDeComando) {
     }
 }
 
-QString LocalizarDados() {
-    const QString programa = CaminhoPrograma(true);
-    const QString desvio = programa + u"Caminho.txt"_s;
-    if (!ArquivoExiste(desvio)) {
-        return programa;
-    }
-    // Not trimmed: the file holds the path and nothing else.
-    QString caminho = LerArquivo(desvio);
-    if (!caminho.endsWith(u'\\')) {
-        caminho += u'\\';
-    }
-    return caminho;
-}
-
 }  // namespace
 
 frmApresentacao::frmApresentacao(const QString& linhaDeComando)

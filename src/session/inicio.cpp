@@ -4,6 +4,22 @@
 #include "session/global.h"
 #include "session/modulo.h"
 
+using namespace Qt::StringLiterals;
+
+QString LocalizarDados() {
+    const QString programa = CaminhoPrograma(true);
+    const QString desvio = programa + u"Caminho.txt"_s;
+    if (!ArquivoExiste(desvio)) {
+        return programa;
+    }
+    // Not trimmed: the file holds the path and nothing else.
+    QString caminho = LerArquivo(desvio);
+    if (!caminho.endsWith(u'\\')) {
+        caminho += u'\\';
+    }
+    return caminho;
+}
+
 bool ArquivoExiste(const QString& caminho) {
     return sys::CanRead(caminho);
 }

@@ -9,6 +9,9 @@
 
 // --- start (inicio.cpp)
 QString CaminhoPrograma(bool barraFinal);
+// The data folder, with a final backslash: the content of "Caminho.txt" beside the program, or the
+// program's own folder.
+QString LocalizarDados();
 bool ArquivoExiste(const QString& caminho);
 QString LerArquivo(const QString& caminho);
 void MostrarErro(const QString& numero, const QString& descricao);

@@ -16,6 +16,7 @@
 #include "session/modulo.h"
 #include "update/atualizando.h"
 #include "update/comando.h"
+#include "update/endereco.h"
 #include "update/internet.h"
 
 #include <algorithm>
@@ -89,19 +90,11 @@ void frmAtualizando::Atualizar(qint16 VersaoAtual, qint16 VersaoNova) {
 void frmAtualizando::Conectar() {
     const auto registro =
         gDB->OpenRecordset(u"SELECT UrlAtualizacao FROM UMREGISTRO"_s, dao::dbOpenForwardOnly);
-    QString endereco =
-        convert::ToTextOrEmpty(registro->Fields(u"UrlAtualizacao"_s).Value());
+    const EnderecoServidor endereco =
+        LerEndereco(convert::ToTextOrEmpty(registro->Fields(u"UrlAtualizacao"_s).Value()));
     registro->Close();
-    if (!endereco.endsWith(u'/')) {
-        endereco += u'/';
-    }
-    const QLatin1String esquema("http://");
-    if (endereco.startsWith(esquema, Qt::CaseInsensitive)) {
-        endereco.remove(0, esquema.size());
-    }
-    const qsizetype barra = endereco.indexOf(u'/');
-    caminhoBase_ = endereco.mid(barra + 1);
-    HttpConectar(endereco.left(barra));
+    caminhoBase_ = endereco.caminhoBase;
+    HttpConectar(endereco.servidor);
     LerConfiguracao(u"USUARIO_SENHA"_s, usuario_, senha_);
 }
 

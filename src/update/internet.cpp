@@ -40,7 +40,7 @@ constexpr quint8 TentativasDeAcesso = 6;
 constexpr quint8 PontosDeEnvio = 2;
 
 // A text has to fit into memory; a server that never ends one must not take the program down.
-constexpr qint64 MaiorTexto = 256 * 1024 * 1024;
+qint64 maiorTexto = 256 * 1024 * 1024;
 
 std::unique_ptr<http::Session> hInternet;
 std::unique_ptr<http::Connection> hConexao;
@@ -227,7 +227,7 @@ private:
             }
             arquivo.Write(bloco.data(), bytes);
             total += bytes;
-            if (pedido_.retornarTexto && total > MaiorTexto) {
+            if (pedido_.retornarTexto && total > maiorTexto) {
                 throw Erro(TextoDemais, u"Espaço insuficiente para o texto"_s);
             }
             AtualizarProgressoDownload(qint32(bytes));
@@ -313,6 +313,10 @@ void AtualizarProgressoDownload(qint32 Bytes) {
 
 void HttpInterromper() {
     interrompido = true;
+}
+
+void DefinirMaiorTexto(qint64 maximo) {
+    maiorTexto = maximo;
 }
 
 void DefinirTempoLimite(std::chrono::milliseconds limite) {

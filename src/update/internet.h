@@ -39,5 +39,8 @@ void HttpInterromper();
 // A block of this many bytes has come down.
 void AtualizarProgressoDownload(qint32 Bytes);
 
+// The longest text that may come, bytes; a server that never ends one fails with 14.
+void DefinirMaiorTexto(qint64 maximo);
+
 // The longest wait for a connection, for the sending and for bytes: 60 s, less in tests.
 void DefinirTempoLimite(std::chrono::milliseconds limite);

@@ -120,7 +120,8 @@ class Server:
 
     def handle(self, connection, head):
         path = urllib.parse.unquote(urllib.parse.urlsplit(head.split()[1].decode()).path)[1:]
-        behaviour = BEHAVIOURS.get(os.path.basename(path))
+        # A whole folder may misbehave: what asks for a certain name finds every behaviour there.
+        behaviour = BEHAVIOURS.get(os.path.basename(path), BEHAVIOURS.get(path.split("/")[0]))
         if behaviour:
             behaviour(connection, head)
             return

@@ -35,6 +35,9 @@ private:
     bool failing_ = false;
 };
 
+// Whether there is a screen to show a window on.
+bool HasScreen();
+
 // The text of the error box: number, line break, description.
 QString ErrorText(const QString& number, const QString& description);
 

@@ -1,0 +1,81 @@
+#include "falhas.h"
+
+#include "platform/system/http.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+
+using namespace Qt::StringLiterals;
+namespace http = sys::http;
+
+namespace {
+
+struct Frase {
+    int numero;
+    const char16_t* texto;  // "%1": the host
+};
+
+// By the code of the last call, where no answer came.
+constexpr Frase PorCodigo[] = {
+    {http::Timeout, u"O servidor de atualizações \"%1\" não respondeu a tempo."},
+    {http::InvalidAddress, u"O endereço do servidor de atualizações \"%1\" não é válido."},
+    {http::NameNotResolved, u"O servidor de atualizações \"%1\" não foi encontrado na rede."},
+    {http::CannotConnect, u"Não foi possível conectar ao servidor de atualizações \"%1\"."},
+    {http::ConnectionAborted, u"O servidor de atualizações \"%1\" interrompeu a resposta."},
+    {http::ConnectionReset, u"A conexão com o servidor de atualizações \"%1\" foi interrompida."},
+    {http::InvalidAuthority, u"O certificado do proxy da rede não é reconhecido."},
+    {http::InvalidAnswer, u"O servidor de atualizações \"%1\" enviou uma resposta inválida."},
+};
+
+// By the status of the answer.
+constexpr Frase PorEstado[] = {
+    {401, u"O servidor de atualizações \"%1\" recusou o acesso."},
+    {403, u"O servidor de atualizações \"%1\" recusou o acesso."},
+    {404, u"O servidor de atualizações \"%1\" não informa qual é a versão mais nova."},
+    {407, u"O proxy da rede pede usuário e senha, ou recusou os que estão nas Configurações."},
+};
+
+constexpr int AcessoCancelado = -106;
+constexpr auto Cancelado = u"O acesso ao proxy da rede foi cancelado.";
+constexpr auto EstadoInesperado = u"O servidor de atualizações \"%1\" respondeu com o estado %2.";
+constexpr auto Desconhecida = u"A conversa com o servidor de atualizações \"%1\" falhou.";
+
+template <std::size_t N>
+QString Procurar(const Frase (&frases)[N], int numero) {
+    const auto* frase =
+        std::find_if(std::begin(frases), std::end(frases),
+                     [numero](const Frase& f) { return f.numero == numero; });
+    return frase == std::end(frases) ? QString() : QString::fromUtf16(frase->texto);
+}
+
+}  // namespace
+
+QString FalhaEmPalavras(const Erro& erro, const QString& servidor) {
+    // Stage, code of the last call; inner number and inner text where an answer or a trap was there.
+    static const QRegularExpression composto(u"^[A-Za-z ]\\w*:(\\d+)(?:;(-?\\d+);(.*))?$"_s,
+                                             QRegularExpression::DotMatchesEverythingOption);
+    const auto partes = composto.match(erro.Description());
+    if (!partes.hasMatch()) {
+        return erro.Description();
+    }
+    static const QRegularExpression comEstado(u"^Status=(\\d+)$"_s);
+    const auto estado = comEstado.match(partes.captured(3));
+    QString frase;
+    if (estado.hasMatch()) {
+        frase = Procurar(PorEstado, estado.captured(1).toInt());
+        if (frase.isEmpty()) {
+            frase = QString::fromUtf16(EstadoInesperado).replace("%2"_L1, estado.captured(1));
+        }
+    } else if (partes.captured(2).toInt() == AcessoCancelado) {
+        frase = QString::fromUtf16(Cancelado);
+    } else {
+        frase = Procurar(PorCodigo, partes.captured(1).toInt());
+    }
+    if (frase.isEmpty()) {
+        frase = QString::fromUtf16(Desconhecida);
+    }
+    return frase.replace("%1"_L1, servidor) + u" ("_s + erro.Description() + u')';
+}

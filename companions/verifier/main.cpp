@@ -1,0 +1,128 @@
+#include "look/tema.h"
+#include "platform/erro.h"
+#include "platform/forms/application.h"
+#include "platform/system/process.h"
+#include "platform/system/usage.h"
+#include "session/global.h"
+#include "session/modulo.h"
+#include "verificacao.h"
+
+#include <QCoreApplication>
+#include <QTimer>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <thread>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+// Asks the update server for the newest version on behalf of the catalogue, which starts this program
+// and reads its answer out of a file once it has ended. Whatever happens, it ends: with an answer,
+// with a failure for an answer, or, where not even a file can be written, with nothing.
+
+namespace {
+
+const QString Programa = u"VerifAtualizCatalogoTarvo.exe"_s;
+const QString Uso =
+    u"Uso: VerifAtualizCatalogoTarvo.exe [--limit SEGUNDOS] 0|ARQUIVO\n"
+    u"     VerifAtualizCatalogoTarvo.exe [--limit SEGUNDOS] 1|ARQUIVO\n"
+    u"Pergunta ao servidor de atualizações qual é a versão mais nova do catálogo e grava a resposta "
+    u"em ARQUIVO.\n"
+    u"\n"
+    u"  0                 a pedido do usuário: um proxy pode fazê-lo perguntar usuário e senha\n"
+    u"  1                 automática: não mostra nenhuma janela\n"
+    u"  --limit SEGUNDOS  tempo máximo de toda a verificação\n"
+    u"  --help            mostra esta ajuda\n"
+    u"  --version         mostra a versão\n"_s;
+
+constexpr int UsoErrado = 2;
+constexpr std::chrono::seconds LimiteAutomatico = 2min;
+constexpr std::chrono::seconds LimiteAPedido = 10min;  // somebody may be typing a password
+constexpr std::chrono::seconds Margem = 15s;
+
+struct Ordem {
+    Pedido pedido;
+    std::chrono::seconds limite;
+};
+
+std::optional<Ordem> LerOrdem(QStringList argumentos) {
+    std::chrono::seconds limite = 0s;
+    if (argumentos.size() > 2 && argumentos.first() == "--limit"_L1) {
+        limite = std::chrono::seconds(argumentos.at(1).toInt());
+        argumentos = argumentos.mid(2);
+        if (limite <= 0s) {
+            return std::nullopt;
+        }
+    }
+    const std::optional<Pedido> pedido = LerPedido(argumentos);
+    if (!pedido) {
+        return std::nullopt;
+    }
+    if (limite == 0s) {
+        limite = pedido->automatica ? LimiteAutomatico : LimiteAPedido;
+    }
+    return Ordem{*pedido, limite};
+}
+
+[[noreturn]] void Encerrar(const Pedido& pedido, const QString& resposta) {
+    try {
+        Responder(pedido.arquivo, resposta);
+    } catch (const Erro& erro) {
+        sys::Print(stderr, Programa + u": "_s + erro.Description() + u'\n');
+    }
+    sys::ExitNow(0);
+}
+
+// The timer needs a loop that lets events through; a disk of the network that does not answer stops
+// that one as well, and there the thread ends the program.
+void LimitarTempo(const Ordem& ordem) {
+    std::thread([fim = ordem.limite + Margem] {
+        std::this_thread::sleep_for(fim);
+        std::_Exit(0);
+    }).detach();
+    QTimer::singleShot(ordem.limite, [pedido = ordem.pedido] {
+        ExcluirBaixado();
+        Encerrar(pedido, RespostaDeFalha(u"O servidor de atualizações demorou demais."_s));
+    });
+}
+
+std::unique_ptr<QCoreApplication> NovaAplicacao(int& argc, char** argv, bool janelas) {
+    if (!janelas) {
+        return std::make_unique<QCoreApplication>(argc, argv);
+    }
+    auto aplicacao = std::make_unique<forms::Application>(argc, argv);
+    AplicarTema();
+    return aplicacao;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::optional<Ordem> ordem;
+    {
+        const QCoreApplication aplicacao(argc, argv);
+        const QStringList argumentos = QCoreApplication::arguments().mid(1);
+        if (sys::AnswerUsage(argumentos, Programa, Uso)) {
+            return 0;
+        }
+        ordem = LerOrdem(argumentos);
+    }
+    if (!ordem) {
+        sys::Print(stderr, Uso);
+        return UsoErrado;
+    }
+    const bool podePerguntar = !ordem->pedido.automatica && forms::HasScreen();
+    const auto aplicacao = NovaAplicacao(argc, argv, podePerguntar);
+    LimitarTempo(*ordem);
+    QString resposta;
+    try {
+        gCaminho = LocalizarDados();
+        resposta = Verificar(podePerguntar);
+    } catch (const Erro& erro) {
+        resposta = RespostaDeFalha(erro.Description());
+    }
+    Encerrar(ordem->pedido, resposta);
+}

@@ -1,0 +1,126 @@
+#include "verificacao.h"
+
+#include "falhas.h"
+#include "platform/convert.h"
+#include "platform/secret.h"
+#include "platform/system/paths.h"
+#include "session/banco.h"
+#include "session/configuracao.h"
+#include "session/global.h"
+#include "session/modulo.h"
+#include "update/endereco.h"
+#include "update/internet.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto NomeDaVersao = "Versao.txt"_L1;
+// A version is a handful of digits; whatever is longer is something else, or has no end.
+constexpr qint64 MaiorResposta = 4096;
+
+QString baixado;  // the file that the request under way writes to
+
+struct Registro {
+    qint16 versao = 0;
+    QString endereco;
+};
+
+Registro LerRegistro() {
+    AbrirBancoDados(gWS, u"gWS"_s, gDB, false);
+    Registro registro;
+    {
+        const auto linha = gDB->OpenRecordset(
+            u"SELECT Versao, UrlAtualizacao FROM UMREGISTRO"_s, dao::dbOpenForwardOnly);
+        registro.versao = convert::ToInt16(linha->Fields(u"Versao"_s).Value());
+        registro.endereco = convert::ToTextOrEmpty(linha->Fields(u"UrlAtualizacao"_s).Value());
+    }
+    FecharBancoDados(gWS, gDB);  // nobody has to wait for the network
+    return registro;
+}
+
+// Settings that cannot be read mean a proxy that is asked without a name.
+void LerAcesso(QString& usuario, QString& senha) {
+    try {
+        LerConfiguracao(u"USUARIO_SENHA"_s, usuario, senha);
+    } catch (const Erro&) {
+        usuario.clear();
+        senha.clear();
+    }
+}
+
+QString Buscar(const EnderecoServidor& endereco, bool podePerguntar) {
+    QString usuario;
+    QString senha;
+    const secret::WipeAtEnd semUsuario(usuario);
+    const secret::WipeAtEnd semSenha(senha);
+    LerAcesso(usuario, senha);
+    DefinirMaiorTexto(MaiorResposta);
+    baixado = NomeArquivoTemporario();
+    HttpConectar(endereco.servidor);
+    return HttpExecutar(u"D"_s, podePerguntar, endereco.caminhoBase + NomeDaVersao, true, baixado,
+                        QString(), QString(), usuario, senha);
+}
+
+qint16 LerVersao(const QString& texto, const QString& servidor) {
+    bool numero = false;
+    const int versao = texto.trimmed().toInt(&numero);
+    if (!numero || versao < 0 || !std::in_range<qint16>(versao)) {
+        throw Erro(Erro::TypeMismatch,
+                   u"O servidor de atualizações \"%1\" não informou uma versão, e sim \"%2\"."_s.arg(
+                       servidor, texto.simplified().left(40)));
+    }
+    return qint16(versao);
+}
+
+}  // namespace
+
+std::optional<Pedido> LerPedido(const QStringList& argumentos) {
+    const QString texto = argumentos.join(u' ');
+    if (texto.size() < 3 || texto.at(1) != u'|' || (texto.at(0) != u'0' && texto.at(0) != u'1')) {
+        return std::nullopt;
+    }
+    return Pedido{texto.at(0) == u'1', texto.mid(2)};
+}
+
+QString RespostaDeFalha(const QString& motivo) {
+    return u'0' + motivo;
+}
+
+void ExcluirBaixado() {
+    try {
+        if (!baixado.isEmpty()) {
+            ExcluirArquivo(baixado);
+        }
+    } catch (const Erro&) {
+        // It lies in the way of nobody.
+    }
+}
+
+QString Verificar(bool podePerguntar) {
+    QString servidor;
+    QString resposta;
+    try {
+        const Registro registro = LerRegistro();
+        if (registro.endereco.trimmed().isEmpty()) {
+            throw Erro(Erro::InvalidArgument,
+                       u"O catálogo não tem o endereço do servidor de atualizações."_s);
+        }
+        const EnderecoServidor endereco = LerEndereco(registro.endereco);
+        servidor = endereco.servidor;
+        const qint16 nova = LerVersao(Buscar(endereco, podePerguntar), servidor);
+        resposta = u"1%1|%2"_s.arg(registro.versao).arg(nova);
+    } catch (const Erro& erro) {
+        resposta = RespostaDeFalha(FalhaEmPalavras(erro, servidor));
+    }
+    HttpDesconectar();
+    ExcluirBaixado();
+    FecharBancoDados(gWS, gDB);
+    return resposta;
+}
+
+void Responder(const QString& arquivo, const QString& resposta) {
+    const qsizetype nome = qMax(arquivo.lastIndexOf(u'\\'), arquivo.lastIndexOf(u'/')) + 1;
+    const bool inteiro = nome > 0 && DiretorioExiste(arquivo.left(nome));
+    sys::WriteWhole(inteiro ? arquivo : gCaminho + arquivo.mid(nome), resposta.toUtf8());
+}

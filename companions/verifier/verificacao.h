@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+// What the catalogue asks its verifier for.
+struct Pedido {
+    bool automatica = false;  // nobody may be asked for anything
+    QString arquivo;          // where the answer goes, a path text
+};
+
+// Reads "1|<path>" or "0|<path>". The path is not quoted, so a system that splits command lines at
+// blanks hands it over in pieces. Nothing when it is no such request.
+std::optional<Pedido> LerPedido(const QStringList& argumentos);
+
+// Asks the catalogue for its version and the server for the newest one. The text of the answer: "1",
+// the local version, "|", the server's; or "0" and what went wrong, in words for the user. Expects
+// gCaminho. Never throws.
+QString Verificar(bool podePerguntar);
+
+// The answer that nothing came of it, and why.
+QString RespostaDeFalha(const QString& motivo);
+
+// Puts the answer where it was asked for, as a whole. A path whose folder is not there lost blanks
+// on its way; the file lies in the data folder in any case.
+void Responder(const QString& arquivo, const QString& resposta);
+
+// Takes away what a check that was cut short has downloaded so far.
+void ExcluirBaixado();

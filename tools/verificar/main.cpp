@@ -1,0 +1,74 @@
+#include "platform/erro.h"
+#include "platform/system/usage.h"
+#include "verificar/check.h"
+#include "verificar/report.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+#include <algorithm>
+#include <optional>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+enum Outcome { Sound = 0, Faulty = 1, NotChecked = 2 };
+
+const QString Use =
+    u"Uso: tarvo-verificar <pasta> [opções]\n"
+    "\n"
+    "Confere uma pasta de dados do Catálogo TARVO-LINDEN: o arquivo Tarvo.mdb, as\n"
+    "figuras e as fotos. Nada é alterado.\n"
+    "\n"
+    "  --examples n   exemplos mostrados de cada caso (padrão: 5)\n"
+    "  --full         compara também cada índice com a sua tabela (demora mais)\n"
+    "  --version      mostra a versão\n"
+    "  --help         mostra esta ajuda\n"
+    "\n"
+    "Código de saída: 0 sem erros, 1 com erros, 2 quando não foi possível conferir.\n"_s;
+
+std::optional<verificar::Order> ReadOrder(QStringList arguments) {
+    verificar::Order order;
+    if (const qsizetype at = arguments.indexOf(u"--examples"_s); at >= 0) {
+        bool number = false;
+        order.examples = arguments.value(at + 1).toInt(&number);
+        if (!number || order.examples < 0) {
+            return std::nullopt;
+        }
+        arguments.remove(at, 2);
+    }
+    order.full = arguments.removeAll(u"--full"_s) > 0;
+    if (arguments.size() != 1 || arguments.first().startsWith(u'-')) {
+        return std::nullopt;
+    }
+    order.folder = QDir::cleanPath(QDir(arguments.first()).absolutePath());
+    return order;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments().mid(1);
+    if (sys::AnswerUsage(arguments, u"tarvo-verificar"_s, Use)) {
+        return Sound;
+    }
+    const auto order = ReadOrder(arguments);
+    if (!order) {
+        sys::Print(stderr, Use);
+        return NotChecked;
+    }
+    try {
+        const auto findings = verificar::Check(*order);
+        sys::Print(stdout, verificar::Report(order->folder, findings));
+        const bool sound =
+            std::none_of(findings.begin(), findings.end(), [](const verificar::Finding& finding) {
+                return finding.weight == verificar::Weight::Fault;
+            });
+        return sound ? Sound : Faulty;
+    } catch (const Erro& erro) {
+        sys::Print(stderr, u"tarvo-verificar: %1\n"_s.arg(erro.Description()));
+        return NotChecked;
+    }
+}
