@@ -52,15 +52,25 @@ def stage(programs, folder, pointer=None):
             file.write(pointer)
 
 
-def copy_data(data, folder):
-    """A catalogue of one's own to write to; the pictures stay where they are."""
+def copy_data(data, folder, own_pictures=False):
+    """A catalogue of one's own to write to. The pictures stay where they are; one's own, which an
+    update may replace, cost no room either."""
     os.makedirs(folder)
     for entry in os.scandir(data):
         target = os.path.join(folder, entry.name)
-        if entry.is_dir():
+        if entry.is_dir() and own_pictures:
+            shutil.copytree(entry.path, target, copy_function=link_or_copy)
+        elif entry.is_dir():
             os.symlink(os.path.abspath(entry.path), target)
         else:
             shutil.copy2(entry.path, target)
+
+
+def link_or_copy(source, target):
+    try:
+        os.link(source, target)
+    except OSError:
+        shutil.copy2(source, target)
 
 
 class Node:

@@ -9,6 +9,7 @@ import os
 import subprocess
 
 from driver import NotReached, output_of, wait
+from site_of_updates import PART_DESCRIPTION, PART_NUMBER
 
 CATALOGUE = "Tarvo.mdb"
 EXIT = "Sair do catálogo"
@@ -34,7 +35,11 @@ HELP_TITLE = "Ajuda do Catálogo TARVO-LINDEN"
 PRINTER_DIALOG = "Imprimir"
 PRINTED = "figura-e-lista"  # the printed file, and with a number its pages
 
+UPDATE_QUESTION = "Existem Novas Atualizações. Deseja Instalar agora?"
+UPDATE_DONE = "Atualização concluída com sucesso."
+
 # Places on the search screen, design pixels.
+CHECK_FOR_UPDATES = (578, 17)
 OPEN_PARTS = (634, 161)
 OPEN_VEHICLES = (704, 315)
 OPEN_GALLERY = (703, 466)
@@ -427,6 +432,38 @@ def restored(tour):
     tour.await_node("push button", EXIT)
 
 
+def update_question(tour):
+    """A click on the update button; the server has something newer."""
+    tour.site.publish()
+    tour.click(*CHECK_FOR_UPDATES)
+    wait("the question", lambda: tour.box() == UPDATE_QUESTION)
+
+
+def update_under_way(tour):
+    """The four steps of the update, the second one half done."""
+    tour.press("alt+s")
+    wait("the second step", lambda: tour.find(name="Baixando os arquivos"))
+
+
+def update_done(tour):
+    """The update's end."""
+    wait("the update's end", lambda: tour.box() == UPDATE_DONE)
+
+
+def new_part_found(tour):
+    """The program has started anew; the part that the update brought."""
+    old = tour.pid
+    tour.press("Return")
+    tour.wait_for_process(other_than=old)
+    wait("the splash", tour.windows)
+    tour.click(*BACKGROUND)
+    tour.await_node("push button", EXIT)
+    tour.click(*OPEN_PARTS)
+    tour.await_node("text", NUMBER_BOX)
+    tour.type(PART_NUMBER.lower())
+    first_rows(tour, PARTS_GRID, lambda t: t.cell(0, 1) == PART_DESCRIPTION, "the new part")
+
+
 def credits_at_the_end(tour):
     """The credits; the catalogue is closed by then."""
     tour.click(*LEAVE)
@@ -472,5 +509,9 @@ STATIONS = [
     tour_closed,
     help_window,
     restored,
+    update_question,
+    update_under_way,
+    update_done,
+    new_part_found,
     credits_at_the_end,
 ]

@@ -53,7 +53,13 @@ frmAtualizando::frmAtualizando()
             imagens.at(passo) = imagem;
         }
     };
+    // What the drawing says, for who does not see it: the mark in view names the step under way.
+    static const QString nomes[] = {u"Consultando as novas versões"_s, u"Baixando os arquivos"_s,
+                                    u"Instalando os arquivos"_s, u"Atualizando o catálogo"_s};
     criar(imgPassoAtualAtualizacao, u"imgPassoAtualAtualizacao"_s, u"atualizando-passo"_s);
+    for (quint8 passo = 1; passo <= Passos; ++passo) {
+        imgPassoAtualAtualizacao.at(passo)->setAccessibleName(nomes[passo - 1]);
+    }
     criar(imgPassoConcluidoAtualizacao, u"imgPassoConcluidoAtualizacao"_s,
           u"atualizando-concluido"_s);
     criar(imgBordaBarraAtualizacao, u"imgBordaBarraAtualizacao"_s, u"atualizando-borda"_s);

@@ -2,11 +2,16 @@
 
 #include "platform/secret.h"
 
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QSocketNotifier>
+#include <QTimer>
 #include <QUrl>
 
 #include <algorithm>
 #include <curl/curl.h>
 #include <utility>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -83,6 +88,44 @@ QByteArray Escape(const QString& path) {
                             : QByteArray(1, c).toPercentEncoding("/?=&:@!$'()*+,;");
     }
     return escaped;
+}
+
+// Waits until a socket is ready, a slice at most, and lets the program's events through meanwhile as
+// soon as they come: a screen reader asks thousands of little questions, each after the answer to
+// the last.
+void WaitForSockets(CURLM* multi, bool events) {
+#ifndef Q_OS_WIN
+    if (events && QCoreApplication::instance()) {
+        fd_set reading;
+        fd_set writing;
+        fd_set failing;
+        FD_ZERO(&reading);
+        FD_ZERO(&writing);
+        FD_ZERO(&failing);
+        int last = -1;
+        curl_multi_fdset(multi, &reading, &writing, &failing, &last);
+        QEventLoop loop;
+        std::vector<std::unique_ptr<QSocketNotifier>> notifiers;
+        const auto watch = [&](int socket, QSocketNotifier::Type type) {
+            notifiers.push_back(std::make_unique<QSocketNotifier>(socket, type));
+            QObject::connect(notifiers.back().get(), &QSocketNotifier::activated, &loop,
+                             &QEventLoop::quit);
+        };
+        for (int socket = 0; socket <= last; ++socket) {
+            if (FD_ISSET(socket, &reading)) {
+                watch(socket, QSocketNotifier::Read);
+            }
+            if (FD_ISSET(socket, &writing)) {
+                watch(socket, QSocketNotifier::Write);
+            }
+        }
+        QTimer::singleShot(Slice, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+        loop.exec();
+        return;
+    }
+#endif
+    Q_UNUSED(events);
+    curl_multi_poll(multi, nullptr, 0, int(Slice.count()), nullptr);
 }
 
 struct UrlCleanup {
@@ -321,12 +364,14 @@ void Request::Private::WaitFor(Ready ready) {
             Finish(Timeout);
             return;
         }
-        curl_multi_poll(session.multi.get(), nullptr, 0, int(Slice.count()), nullptr);
+        const Clock::time_point begin = Clock::now();
+        WaitForSockets(session.multi.get(), session.idle != nullptr);
         if (session.idle) {
-            const Clock::time_point begin = Clock::now();
             session.idle();
-            quietSince += Clock::now() - begin;  // nobody was listening: perhaps a box stood open
         }
+        // A box that stood open in between kept everybody waiting.
+        const auto waited = Clock::now() - begin;
+        quietSince += std::max(waited - 2 * Slice, Clock::duration::zero());
     }
 }
 

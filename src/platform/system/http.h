@@ -12,8 +12,9 @@
 // no_proxy). Everything about HTTP stands in http.cpp, the only file that calls libcurl.
 //
 // One thread: a call returns when it has its answer. While it waits for a name, a connection or
-// bytes, it calls the session's idle function every few milliseconds, so that a screen can repaint.
-// An exception of the idle function rises out of the call; the request can then only be dropped.
+// bytes, the program's events have their turn if the session has an idle function, which is called
+// every few milliseconds. An exception of it rises out of the call; the request can then only be
+// dropped. Without one a call simply blocks.
 namespace sys::http {
 
 // How a call ended, under the numbers by which support desks know these failures.
