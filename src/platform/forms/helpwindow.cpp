@@ -2,6 +2,7 @@
 
 #include "platform/erro.h"
 #include "platform/forms/application.h"
+#include "platform/forms/form.h"
 #include "platform/forms/msgbox.h"
 #include "platform/forms/theme.h"
 #include "platform/printer/printdialog.h"
@@ -110,6 +111,9 @@ void HelpWindow::Open(const QString& path, const QString& caption) {
     }
     if (!window) {
         window = new HelpWindow(path, html, caption);
+        if (const Form* form = Form::Active()) {
+            window->move(form->geometry().center() - window->rect().center());
+        }
     }
     window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
     window->show();
