@@ -97,6 +97,10 @@ void MoveAll(const QDir& from, const QDir& to) {
 
 }  // namespace
 
+bool HasCatalogue(const Order& order) {
+    return QDir(order.folder).exists(CatalogueName);
+}
+
 void MakeDataFolder(const Order& order) {
     const QDir folder(QDir(order.folder).absolutePath());
     if (folder.exists(CatalogueName) && !order.overwrite) {

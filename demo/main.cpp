@@ -2,6 +2,7 @@
 #include "options.h"
 #include "platform/erro.h"
 #include "platform/system/usage.h"
+#include "updatesite.h"
 
 #include <QElapsedTimer>
 #include <QGuiApplication>
@@ -13,15 +14,10 @@ namespace {
 constexpr int Failed = 1;
 constexpr int WrongUse = 2;
 
-int Make(const demo::Order& order) {
+void MakeCatalogue(const demo::Order& order) {
     QElapsedTimer timer;
     timer.start();
-    try {
-        demo::MakeDataFolder(order);
-    } catch (const Erro& erro) {
-        sys::Print(stderr, u"tarvo-demo: %1\n"_s.arg(erro.Description()));
-        return Failed;
-    }
+    demo::MakeDataFolder(order);
     const demo::Sizes& sizes = order.sizes;
     sys::Print(stdout,
                u"Catálogo criado em \"%1\" (%2 s): %3 peças, %4 componentes, %5 jogos de reparo, "
@@ -32,7 +28,24 @@ int Make(const demo::Order& order) {
                    .arg(sizes.kits)
                    .arg(sizes.vehicles)
                    .arg(sizes.crossReferences));
-    return 0;
+}
+
+int Make(const demo::Order& order) {
+    try {
+        if (order.updateSite.isEmpty() || order.overwrite || !demo::HasCatalogue(order)) {
+            MakeCatalogue(order);
+        }
+        if (!order.updateSite.isEmpty()) {
+            demo::MakeUpdateSite(order, order.updateSite);
+            sys::Print(stdout,
+                       u"Servidor de atualizações criado em \"%1\", com as versões 2 e 3.\n"_s.arg(
+                           order.updateSite));
+        }
+        return 0;
+    } catch (const Erro& erro) {
+        sys::Print(stderr, u"tarvo-demo: %1\n"_s.arg(erro.Description()));
+        return Failed;
+    }
 }
 
 }  // namespace

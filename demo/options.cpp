@@ -27,6 +27,9 @@ Opções:
   --crossrefs n    quantidade de referências cruzadas (padrão: 40000)
   --pictures p     all, small (fotos pequenas) ou none, que também
                    não faz figuras (padrão: all)
+  --update-site p  cria na pasta p um servidor de atualizações, com as versões 2
+                   e 3; se o catálogo já existe, com as mesmas quantidades e
+                   na versão 1, só isso é feito
   --overwrite      substitui o catálogo que já existe na pasta
   --version        mostra a versão
   --help           mostra esta ajuda
@@ -92,6 +95,10 @@ QString ReadPictures(const QString& value, Order& order) {
 }
 
 QString ReadValue(const QString& option, const QString& value, Order& order) {
+    if (option == "--update-site"_L1) {
+        order.updateSite = value;
+        return value.isEmpty() ? u"A opção --update-site precisa de uma pasta."_s : QString();
+    }
     if (option == "--pictures"_L1) {
         return ReadPictures(value, order);
     }
