@@ -123,6 +123,11 @@ class Node:
     def cell(self, row, column):
         return Node(Atspi.Table.get_accessible_at(self.accessible, row, column)).name
 
+    def cell_of_selected_row(self, column):
+        """None while no row is selected."""
+        rows = Atspi.Table.get_selected_rows(self.accessible)
+        return self.cell(rows[0], column) if rows else None
+
 
 class Catalogue:
     """One running catalogue out of a staged folder."""
@@ -217,14 +222,25 @@ class Catalogue:
         time.sleep(0.05)
         xdotool("click", "--repeat", times, "--delay", 60, 1)
 
-    def click_on(self, node):
-        """In the middle of this element, wherever its window stands."""
+    def move_on(self, node):
+        """To the middle of this element, wherever its window stands."""
         place = node.place()
         scale = self.screen.scale
         xdotool("mousemove", round((place.x + place.width / 2) * scale),
                 round((place.y + place.height / 2) * scale))
+
+    def click_on(self, node):
+        self.move_on(node)
         time.sleep(0.05)
         xdotool("click", 1)
+
+    def look_of(self, node):
+        """A text that is the same for the same picture of this element."""
+        place = node.place()
+        left, top, width, height = (round(value * self.screen.scale) for value in
+                                    (place.x, place.y, place.width, place.height))
+        return output_of("import", "-window", "root", "-crop", f"{width}x{height}+{left}+{top}",
+                         "-format", "%#", "info:-")
 
     def colours(self, left, top, width, height):
         """How many different colours this part of the picture shows, design pixels."""

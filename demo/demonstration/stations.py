@@ -62,6 +62,10 @@ TO_SEARCH = (264, 558)
 SEEK_ITEM = (76, 160)
 CHOOSE_KIT = (620, 104)
 PRINT_LIST = (713, 441)
+TO_FIGURE = (530, 558)
+FIRST_FOUND_PART = (200, 163)
+FROM_FIGURE_TO_LIST = (537, 558)
+BESIDE_FIGURE = (710, 380)
 
 
 def retype(tour, place, text):
@@ -207,8 +211,77 @@ def back_to_the_part(tour):
     first_rows(tour, FOUND_PARTS_GRID, lambda t: "relé" in t.cell(0, 1), "the part again")
 
 
+def number(tour):
+    """The number on the figure of the first item that is a ring."""
+    return next((node for window in tour.windows() for node in window.walk()
+                 if node.name.startswith("Item ") and "Anel" in node.name and node.showing), None)
+
+
+def item_and_component(node):
+    """"Item 12, Anel" is the name of a number."""
+    return node.name.removeprefix("Item ").split(", ", 1)
+
+
+def item_in_list(tour):
+    table = tour.find("table", COMPONENT_GRID)
+    return table and (table.cell_of_selected_row(0) or "").strip()
+
+
+def exploded_figure(tour):
+    """The part's exploded figure, a number at the end of each line."""
+    tour.click(*TO_FIGURE)
+    wait("the numbers", lambda: number(tour))
+    tour.move(*BESIDE_FIGURE)
+
+
+def number_under_the_mouse(tour):
+    """A number under the mouse: its component below, the other numbers of its kits in blue."""
+    node = number(tour)
+    _, component = item_and_component(node)
+    tour.move_on(node)
+    wait("its component", lambda: tour.find("label", component))
+
+
+def list_at_the_item(tour):
+    """A click on the number: the list, its cursor on the item."""
+    item, _ = item_and_component(number(tour))
+    tour.click_on(number(tour))
+    wait("the list at the item", lambda: item_in_list(tour) == item)
+
+
+def blinking_number(tour):
+    """The figure from the list: the item's numbers blink in red, those of its kit in blue."""
+    tour.click(*TO_FIGURE)
+    wait("the numbers", lambda: number(tour))
+    tour.move(*BESIDE_FIGURE)
+    before = tour.look_of(number(tour))
+    wait("the number in another colour", lambda: tour.look_of(number(tour)) != before)
+
+
+def list_beside_the_figure(tour):
+    """The list by the figure's button, its cursor where it was."""
+    item, _ = item_and_component(number(tour))
+    tour.click(*FROM_FIGURE_TO_LIST)
+    wait("the list as it was left", lambda: item_in_list(tour) == item)
+
+
+def part_behind_both(tour):
+    """By way of the figure back to the part; list and figure are closed."""
+    tour.click(*TO_FIGURE)
+    wait("the numbers", lambda: number(tour))
+    tour.click(*TO_PART_RESULT)
+    first_rows(tour, FOUND_PARTS_GRID, lambda t: "relé" in t.cell(0, 1), "the part again")
+
+
+def figure_by_double_click(tour):
+    """The figure by a double click on the part; nothing blinks."""
+    tour.click(*FIRST_FOUND_PART, times=2)
+    wait("the numbers", lambda: number(tour))
+    tour.move(*BESIDE_FIGURE)
+
+
 def back_to_the_search(tour):
-    """Back to the search, with its rows as they were."""
+    """From the figure back to the search, with its rows as they were."""
     tour.click(*TO_SEARCH)
     first_rows(tour, PARTS_GRID, lambda t: t.cell(0, 3) == "Peça", "the rows that were left")
 
@@ -377,6 +450,13 @@ STATIONS = [
     printer_dialog,
     printed,
     back_to_the_part,
+    exploded_figure,
+    number_under_the_mouse,
+    list_at_the_item,
+    blinking_number,
+    list_beside_the_figure,
+    part_behind_both,
+    figure_by_double_click,
     back_to_the_search,
     vehicles,
     gallery,

@@ -136,6 +136,18 @@ void frmFiguraDetalhada::CriarPicture(const QString& arquivo) {
     shpSelecaoItem[1]->lower();
     imgFigura[1]->lower();
     imgFigura[1]->show();
+    MostrarBotoesCobertos();
+}
+
+// Buttons at rest are part of the background's drawing: a picture that goes beyond the frame would
+// hide the ways out.
+void frmFiguraDetalhada::MostrarBotoesCobertos() {
+    for (forms::ClickZone* zona : Picture()->findChildren<forms::ClickZone*>()) {
+        if (zona->objectName().startsWith(u"img"_s) &&
+            zona->geometry().intersects(imgFigura[1]->geometry())) {
+            zona->SetDrawing(Background(), zona->geometry());
+        }
+    }
 }
 
 void frmFiguraDetalhada::NomearItens() {

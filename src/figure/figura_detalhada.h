@@ -50,6 +50,7 @@ private:
     void CarregarFigura();
     void CriarItem(const dao::Recordset& linha);
     void CriarPicture(const QString& arquivo);
+    void MostrarBotoesCobertos();
     void NomearItens();
 
     // `Itens`: items, each with a comma behind it. `JogoReparo`: a kit's code. `Tipo`: what the

@@ -43,15 +43,17 @@ void frmFiguraDetalhada::CriarControles() {
     }
     CriarBotaoMinimizar();
 
-    const auto rotulo = [this](const QString& nome, bool negrito) {
+    const auto rotulo = [this](const QString& nome, int corpo, bool negrito) {
         auto* label = new forms::Label(nome, Picture());
-        label->setFont(forms::Font(Paleta::Atual().corpoTexto, negrito));
+        label->setFont(forms::Font(corpo, negrito));
         return label;
     };
-    lblInf = rotulo(u"lblInf"_s, true);
-    lblComponente = rotulo(u"lblComponente"_s, true);
-    lblNumeroTarvo = rotulo(u"lblNumeroTarvo"_s, true);
-    lblObservacao = rotulo(u"lblObservacao"_s, false);
+    const Paleta& paleta = Paleta::Atual();
+    lblInf = rotulo(u"lblInf"_s, paleta.corpoTexto, true);
+    // The largest size whose accents and descenders fit into their height.
+    lblComponente = rotulo(u"lblComponente"_s, paleta.corpoRotulo, true);
+    lblNumeroTarvo = rotulo(u"lblNumeroTarvo"_s, paleta.corpoRotulo, true);
+    lblObservacao = rotulo(u"lblObservacao"_s, paleta.corpoRotulo, false);
     PintarRotulos(Cor::Preto);
 
     imgFigura[0] = new forms::Picture(u"imgFigura(0)"_s, QString(), Picture());

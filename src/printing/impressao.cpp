@@ -1,7 +1,9 @@
 #include "printing/impressao.h"
 
+#include "look/paleta.h"
 #include "platform/convert.h"
 #include "platform/forms/application.h"
+#include "platform/forms/font.h"
 #include "platform/forms/msgbox.h"
 #include "session/banco.h"
 #include "session/global.h"
@@ -38,6 +40,9 @@ QString EstadoDe(const QString& marcador) {
 
 frmImpressao::frmImpressao() : Tela(Nome, Kind::Dialog, QSize(435, 195), u"impressao"_s) {
     setWindowTitle(TituloCatalogo);
+    // The font of a figure's numbers on the screen: where they stand on paper follows from their
+    // width in it.
+    setFont(forms::Font(Paleta::Atual().corpoRotulo));
     CriarControles();
     LigarEventos();
 }

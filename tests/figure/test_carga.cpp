@@ -1,5 +1,5 @@
 #include "figura.h"
-#include "session/banco.h"
+#include "look/paleta.h"
 #include "support/database.h"
 #include "support/testmain.h"
 
@@ -103,29 +103,23 @@ private Q_SLOTS:
         QCOMPARE(Mao::Acesos(), u"1:15"_s);
     }
 
+    void noPictureHidesAButton() {
+        mao_->GravarFigura(u"fig1.png"_s, {900, 700});
+        mao_->AbrirFigura();
+        forms::Form* tela = forms::Form::Find(Tela);
+        const QImage imagem = tela->grab().toImage();
+        const QPoint canto = tela->Picture()->mapTo(tela, QPoint());
+        QCOMPARE(imagem.pixelColor(canto + QPoint(660, 580)), QColor(Qt::yellow));
+        for (const QPoint botao : {QPoint(240, 560), QPoint(348, 560), QPoint(493, 560)}) {
+            QCOMPARE(imagem.pixelColor(canto + botao), Paleta::Atual().petroleoVivo);
+        }
+    }
+
     void aFigureWithoutRowsIsEmpty() {
         mao_->catalogo.Executar({u"DELETE FROM FIGURADETALHADA"_s});
         mao_->AbrirFigura();
         QCOMPARE(Mao::Itens().size(), 0);
         QCOMPARE(mao_->Caixas(), QStringList());
-    }
-
-    // A snapshot that is not read to its end would keep everybody from writing.
-    void theOpenScreenLetsOthersWrite() {
-        QStringList muitas;
-        for (int i = 200; i < 900; ++i) {
-            muitas +=
-                u"INSERT INTO PECA_COMPONENTE (CodigoPeca, ItemComponente, CodigoComponente) "
-                "VALUES (1, ' %1', 2)"_s.arg(i);
-        }
-        mao_->catalogo.Executar(muitas);
-        mao_->AbrirFigura();
-        std::unique_ptr<dao::Workspace> outra;
-        std::unique_ptr<dao::Database> banco;
-        AbrirBancoDados(outra, u"outra"_s, banco, false);
-        banco->Execute(u"UPDATE PECA SET DescricaoPeca = 'x' WHERE CodigoPeca = 3"_s,
-                       dao::dbFailOnError | dao::dbSeeChanges);
-        QCOMPARE(banco->RecordsAffected(), 1);
     }
 
     void numbersHaveNamesAndCanBePressed() {

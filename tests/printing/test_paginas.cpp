@@ -1,5 +1,6 @@
 #include "dialogo.h"
 #include "gravador.h"
+#include "platform/forms/font.h"
 #include "support/testmain.h"
 
 using namespace Qt::StringLiterals;
@@ -231,7 +232,7 @@ private Q_SLOTS:
         QCOMPARE(figura.size(), QSizeF(582 * s, 343 * s));
         QVERIFY2((figura.topLeft() - canto).manhattanLength() <= 1,
                  qPrintable(QString::number(figura.top())));
-        const QFontMetricsF tela(dialogo_->form->font());
+        const QFontMetricsF tela(forms::Font(11));
         for (int i = 0; i < numeros.size(); ++i) {
             const auto& [item, lugar] = numeros.at(i);
             const int recuo = 16 - qRound(tela.horizontalAdvance(item)) / 2;

@@ -1,4 +1,5 @@
 #include "dialogo.h"
+#include "platform/forms/font.h"
 #include "platform/printer/paperprinter.h"
 #include "support/testmain.h"
 
@@ -203,7 +204,7 @@ private Q_SLOTS:
         QVERIFY(perto(vermelho.width(), 582 * s));
         QVERIFY(perto(vermelho.height(), (marca.y() + 10) * s));
 
-        const QFontMetricsF tela(dialogo_->form->font());
+        const QFontMetricsF tela(forms::Font(11));
         const double recuo = 16 - qRound(tela.horizontalAdvance(u"12a"_s)) / 2;
         const auto palavras = Palavras(arquivo_);
         const auto numero = std::find_if(palavras.begin(), palavras.end(),
