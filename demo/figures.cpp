@@ -89,11 +89,13 @@ std::vector<Figure> FigurePlan::Draw(const QString& folder) const {
         const render::ExplodedDrawing drawing =
             render::Explode(render::ItemsOf(slug, ParametersOf(assortment_, model), items), Frame);
         Figure& figure = figures[i];
-        figure.file = slug + u'-' + QString::number(i + 1).rightJustified(4, u'0') + u".png"_s;
+        const QString name = slug + u'-' + QString::number(i + 1).rightJustified(4, u'0');
+        figure.file = name + u".png"_s;
         for (const render::Callout& callout : drawing.callouts) {
             figure.markers.push_back({items[callout.element].number, callout.box.topLeft()});
         }
         SavePicture(drawing.image, target.filePath(figure.file));
+        SavePicture(drawing.dense, target.filePath(name + u"@3x.png"_s));
     });
     return figures;
 }

@@ -22,6 +22,8 @@ namespace {
 constexpr auto CatalogueName = "Tarvo.mdb"_L1;
 constexpr auto PhotoFolder = "FotoPeca"_L1;
 constexpr auto FigureFolder = "Figuras"_L1;
+constexpr auto HelpFolder = "Ajuda"_L1;
+constexpr auto HelpPage = "ajuda.html"_L1;
 constexpr auto HelpName = "Ajuda_Catalogo_TARVO-LINDEN.hlp"_L1;
 
 [[noreturn]] void Fail(Erro::Code code, const QString& text) {
@@ -41,15 +43,22 @@ void MakeCatalogue(const QString& path, const Order& order, const QString& figur
     FillCatalogue(*connection, order.sizes, order.seed, figureFolder);
 }
 
-void MakeHelp(const QString& path) {
-    QFile page(u":/demo/ajuda.html"_s);
-    QFile file(path);
-    if (!page.open(QIODevice::ReadOnly) || !file.open(QIODevice::WriteOnly)) {
-        Fail(Erro::PathFileAccess, u"Não foi possível gravar \"%1\"."_s.arg(path));
-    }
-    const QByteArray text = page.readAll();
-    if (file.write(text) != text.size() || !file.flush()) {
-        Fail(Erro::DiskFull, u"Não foi possível gravar \"%1\": o disco está cheio."_s.arg(path));
+// The page and the pictures that it shows.
+void MakeHelp(const QDir& folder) {
+    const QDir from(u":/demo/ajuda"_s);
+    const QStringList names = from.entryList(QDir::Files);
+    for (const QString& name : names) {
+        const QString to =
+            folder.filePath(name == HelpPage ? QString(HelpName) : HelpFolder + "/"_L1 + name);
+        QFile source(from.filePath(name));
+        QFile target(to);
+        if (!source.open(QIODevice::ReadOnly) || !target.open(QIODevice::WriteOnly)) {
+            Fail(Erro::PathFileAccess, u"Não foi possível gravar \"%1\"."_s.arg(to));
+        }
+        const QByteArray bytes = source.readAll();
+        if (target.write(bytes) != bytes.size() || !target.flush()) {
+            Fail(Erro::DiskFull, u"Não foi possível gravar \"%1\": o disco está cheio."_s.arg(to));
+        }
     }
 }
 
@@ -73,7 +82,7 @@ void MoveFiles(const QDir& from, const QDir& to) {
 
 // The catalogue comes last: whoever sees it sees a whole folder.
 void MoveAll(const QDir& from, const QDir& to) {
-    for (const auto folder : {PhotoFolder, FigureFolder}) {
+    for (const auto folder : {PhotoFolder, FigureFolder, HelpFolder}) {
         MakeFolder(to.filePath(folder));
         MoveFiles(from.filePath(folder), to.filePath(folder));
     }
@@ -114,7 +123,8 @@ void MakeDataFolder(const Order& order) {
         throw Erro(erro.Number(),
                    u"Não foi possível criar o catálogo: %1"_s.arg(erro.Description()));
     }
-    MakeHelp(aside.filePath(HelpName));
+    MakeFolder(aside.filePath(HelpFolder));
+    MakeHelp(QDir(aside.path()));
     DrawPhotos(Assortment(order.seed, order.sizes.parts), aside.filePath(PhotoFolder),
                order.pictures);
     if (order.pictures != Pictures::None) {

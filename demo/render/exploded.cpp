@@ -156,13 +156,13 @@ public:
         return plan;
     }
 
-    QImage ToPicture() const {
+    Linework ToLines() const {
         Linework lines(buffers_, elementOf_, camera_.scale);
         for (const Composition::CentreLine& row : composition_.rows) {
             const auto [from, to] = CentreLine(row);
             lines.AddCentreLine(from, to);
         }
-        return lines.Picture();
+        return lines;
     }
 
 private:
@@ -186,10 +186,11 @@ private:
     std::vector<uint16_t> elementOf_{0};
 };
 
-void DrawLeaders(QImage& image, const std::vector<Callout>& callouts) {
+void DrawLeaders(QImage& image, const std::vector<Callout>& callouts, int density) {
     QImage canvas = image.convertToFormat(QImage::Format_RGB32);
     QPainter painter(&canvas);
     painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(density, density);
     painter.setPen(QPen(Qt::black, 0.7, Qt::SolidLine, Qt::FlatCap));
     for (const Callout& callout : callouts) {
         painter.drawLine(callout.onPart + QPointF(0.5, 0.5), callout.atNumber + QPointF(0.5, 0.5));
@@ -223,8 +224,11 @@ ExplodedDrawing Explode(const Assembly& original, QSize size) {
     }
     ExplodedDrawing drawing;
     const Sheet sheet(assembly, *best, size, LineOversampling);
-    drawing.image = sheet.ToPicture();
-    DrawLeaders(drawing.image, callouts.all);
+    const Linework lines = sheet.ToLines();
+    drawing.image = lines.Picture(LineOversampling);
+    DrawLeaders(drawing.image, callouts.all, 1);
+    drawing.dense = lines.Picture(LineOversampling / Density);
+    DrawLeaders(drawing.dense, callouts.all, Density);
     drawing.callouts = std::move(callouts.all);
     drawing.faults = callouts.faults;
     drawing.plan = sheet.ToPlan();

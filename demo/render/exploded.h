@@ -27,6 +27,7 @@ Assembly ItemsOf(QStringView family, const Parameters& parameters, std::span<con
 // that they can be told apart. Pixels count from the picture's upper left corner.
 struct ExplodedDrawing {
     QImage image;
+    QImage dense;                   // the same, three pixels for each of its pixels
     std::vector<Callout> callouts;  // in the order of the elements
     int faults = 0;                 // see Callouts
     Plan plan;

@@ -8,7 +8,29 @@ namespace {
 
 constexpr float Crease = 0.16f;    // 1 - cos of about 33 degrees
 constexpr float Straight = 0.06f;  // what still counts as one face
-constexpr float StepSamples = 3.5f;
+constexpr float StepSamples = 0.9f * LineOversampling;
+
+// The pen: a disc a little narrower than a pixel.
+struct Offset {
+    int x;
+    int y;
+};
+const std::vector<Offset>& Pen() {
+    static const std::vector<Offset> pen = [] {
+        std::vector<Offset> disc;
+        constexpr float Radius = 0.45f * LineOversampling;
+        constexpr int Reach = LineOversampling / 2;
+        for (int y = -Reach; y <= Reach; ++y) {
+            for (int x = -Reach; x <= Reach; ++x) {
+                if (static_cast<float>(x * x + y * y) <= Radius * Radius) {
+                    disc.push_back({x, y});
+                }
+            }
+        }
+        return disc;
+    }();
+    return pen;
+}
 
 }  // namespace
 
@@ -78,65 +100,50 @@ void Linework::Borders(int x, int y, size_t at, size_t stride, bool across) {
     Mark(x + (second && across ? 1 : 0), y + (second && !across ? 1 : 0));
 }
 
-// A crease is drawn where the normal turns between two faces that each go on for a while, at the
-// place where it turns most; so threads too fine for the picture leave no blot.
+// The normal turns between two faces that each go on for a while; so threads too fine for the
+// picture leave no blot.
+bool Linework::IsCrease(size_t at, size_t stride) const {
+    constexpr size_t Near = LineOversampling / 2;
+    constexpr size_t Far = LineOversampling;
+    const size_t before = at - Near * stride;
+    const size_t after = at + Near * stride;
+    if (buffers_.samples[at].surface == 0 || NearlyParallel(before, after) ||
+        !SameElement(at, before) || !SameElement(at, after)) {
+        return false;
+    }
+    const size_t back = at - Far * stride;
+    const size_t ahead = at + Far * stride;
+    return Turn(before, after) >= Crease && SameElement(at, back) && SameElement(at, ahead) &&
+           Turn(back, before) <= Straight && Turn(after, ahead) <= Straight;
+}
+
+// One mark in the middle of each run across or down.
 void Linework::Creases(bool across) {
-    constexpr int Near = 2;
-    constexpr int Far = 4;
-    const int length = across ? buffers_.width : buffers_.height;
-    const int lines = across ? buffers_.height : buffers_.width;
+    constexpr int Edge = LineOversampling;
     const size_t stride = across ? 1 : static_cast<size_t>(buffers_.width);
-    std::vector<float> turn(static_cast<size_t>(length));
-    for (int line = 0; line < lines; ++line) {
-        std::fill(turn.begin(), turn.end(), 0.0f);
-        const size_t start = across ? buffers_.Index(0, line) : buffers_.Index(line, 0);
-        for (int i = Far; i + Far < length; ++i) {
-            const size_t at = start + static_cast<size_t>(i) * stride;
-            if (buffers_.samples[at].surface == 0) {
-                continue;
+    // Row by row in both cases, as the samples lie in memory.
+    std::vector<int> begun(static_cast<size_t>(across ? buffers_.height : buffers_.width), -1);
+    for (int y = Edge; y + Edge < buffers_.height; ++y) {
+        for (int x = Edge; x + Edge < buffers_.width; ++x) {
+            int& start = begun[static_cast<size_t>(across ? y : x)];
+            const int here = across ? x : y;
+            if (IsCrease(buffers_.Index(x, y), stride)) {
+                start = start < 0 ? here : start;
+            } else if (start >= 0) {
+                const int middle = (start + here - 1) / 2;
+                Mark(across ? middle : x, across ? y : middle);
+                start = -1;
             }
-            const size_t before = at - Near * stride;
-            const size_t after = at + Near * stride;
-            const size_t back = at - Far * stride;
-            const size_t ahead = at + Far * stride;
-            if (NearlyParallel(before, after) || !SameElement(at, before) ||
-                !SameElement(at, after)) {
-                continue;
-            }
-            const float here = Turn(before, after);
-            if (here < Crease || !SameElement(at, back) || !SameElement(at, ahead) ||
-                Turn(back, before) > Straight || Turn(after, ahead) > Straight) {
-                continue;
-            }
-            turn[static_cast<size_t>(i)] = here;
-        }
-        for (int i = 1; i + 1 < length;) {
-            if (turn[static_cast<size_t>(i)] <= 0) {
-                ++i;
-                continue;
-            }
-            // One mark in the middle of each run.
-            int end = i;
-            while (end + 1 < length && turn[static_cast<size_t>(end + 1)] > 0) {
-                ++end;
-            }
-            const int middle = (i + end) / 2;
-            Mark(across ? middle : line, across ? line : middle);
-            i = end + 1;
         }
     }
 }
 
-// Four samples, one pixel, wide.
 void Linework::Mark(int x, int y) {
-    for (int dy = -1; dy <= 2; ++dy) {
-        for (int dx = -1; dx <= 2; ++dx) {
-            const int u = x + dx;
-            const int v = y + dy;
-            const bool corner = (dx == -1 || dx == 2) && (dy == -1 || dy == 2);
-            if (!corner && u >= 0 && v >= 0 && u < buffers_.width && v < buffers_.height) {
-                ink_[buffers_.Index(u, v)] = 1;
-            }
+    for (const Offset& offset : Pen()) {
+        const int u = x + offset.x;
+        const int v = y + offset.y;
+        if (u >= 0 && v >= 0 && u < buffers_.width && v < buffers_.height) {
+            ink_[buffers_.Index(u, v)] = 1;
         }
     }
 }
@@ -194,14 +201,15 @@ void Linework::AddCentreLine(Vec2 from, Vec2 to) {
         const auto y = static_cast<int>(at.y);
         const bool inside = x >= 0 && y >= 0 && x < buffers_.width && y < buffers_.height;
         if (!gap && inside && buffers_.samples[buffers_.Index(x, y)].surface == 0) {
-            ink_[buffers_.Index(x, y)] = 1;
-            ink_[buffers_.Index(x, std::max(0, y - 1))] = 1;
+            for (int k = 0; k < LineOversampling / 2; ++k) {
+                ink_[buffers_.Index(x, std::max(0, y - k))] = 1;
+            }
         }
     }
 }
 
-QImage Linework::Picture() const {
-    constexpr int N = LineOversampling;
+QImage Linework::Picture(int samples) const {
+    const int N = samples;
     QImage image(buffers_.width / N, buffers_.height / N, QImage::Format_Grayscale8);
     for (int y = 0; y < image.height(); ++y) {
         uchar* line = image.scanLine(y);

@@ -8,8 +8,10 @@
 
 namespace render {
 
-// How many samples of the buffers make one pixel of a line drawing, in each direction.
-inline constexpr int LineOversampling = 4;
+// How many samples of the buffers make one pixel of a line drawing, in each direction, and how many
+// of its pixels one of the drawing for dense screens and paper.
+inline constexpr int LineOversampling = 6;
+inline constexpr int Density = 3;
 
 // The visible edges of what the buffers show: borders of elements, steps in depth, creases.
 // `elements` names the element of each surface id; `scale` is samples per mm. White where `ink` is
@@ -21,7 +23,8 @@ public:
     // A dash-dot line between two places in samples, where no part covers it.
     void AddCentreLine(Vec2 from, Vec2 to);
 
-    QImage Picture() const;
+    // A pixel for each `samples` by `samples` of the buffers.
+    QImage Picture(int samples) const;
 
 private:
     bool SameElement(size_t a, size_t b) const;
@@ -29,6 +32,7 @@ private:
     bool NearlyParallel(size_t a, size_t b) const;
     bool Step(size_t a, size_t b, bool across) const;
     void Borders(int x, int y, size_t at, size_t stride, bool across);
+    bool IsCrease(size_t at, size_t stride) const;
     void Creases(bool across);
     void Mark(int x, int y);
     void DropSpecks();

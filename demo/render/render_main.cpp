@@ -43,9 +43,11 @@ render::Assembly Items(const QString& slug, const render::Parameters& parameters
 }
 
 // As the figure screen shows it.
-QImage Numbered(const render::ExplodedDrawing& drawing) {
-    QImage page = drawing.image.convertToFormat(QImage::Format_RGB32);
+QImage Numbered(const render::ExplodedDrawing& drawing, bool dense) {
+    QImage page = (dense ? drawing.dense : drawing.image).convertToFormat(QImage::Format_RGB32);
     QPainter painter(&page);
+    const double density = static_cast<double>(page.width()) / drawing.image.width();
+    painter.scale(density, density);
     QFont font(u"Liberation Sans"_s);
     font.setPixelSize(11);
     painter.setFont(font);
@@ -93,8 +95,9 @@ int main(int argc, char** argv) {
     const QCommandLineOption components(u"components"_s, u"A contact sheet of all components."_s);
     const QCommandLineOption repeat(u"repeat"_s, u"Draw it this often and tell the mean time."_s,
                                     u"times"_s, u"1"_s);
+    const QCommandLineOption dense(u"dense"_s, u"That drawing for dense screens."_s);
     const QCommandLineOption exploded(u"exploded"_s, u"The drawing of its items instead."_s);
-    parser.addOptions({sheet, components, repeat, exploded});
+    parser.addOptions({sheet, components, repeat, exploded, dense});
     parser.process(application);
     QStringList arguments = parser.positionalArguments();
     if (arguments.isEmpty()) {
@@ -127,7 +130,8 @@ int main(int argc, char** argv) {
     }
     const auto draw = [&] {
         return parser.isSet(exploded)
-                   ? Numbered(render::Explode(Items(arguments.first(), parameters), FigureSize))
+                   ? Numbered(render::Explode(Items(arguments.first(), parameters), FigureSize),
+                              parser.isSet(dense))
                    : render::Photo(render::AssemblyFor(arguments.first(), parameters), PhotoSize);
     };
     QImage photo = draw();

@@ -2,6 +2,7 @@
 
 #include "figure/figura_detalhada.h"
 #include "platform/convert.h"
+#include "platform/forms/densepicture.h"
 #include "platform/forms/picturefile.h"
 #include "session/global.h"
 
@@ -122,15 +123,19 @@ void frmFiguraDetalhada::CriarPicture(const QString& arquivo) {
     // The mouse over the drawing is over the background.
     imgFigura[1]->setAttribute(Qt::WA_TransparentForMouseEvents);
     const QPoint canto = imgFigura[0]->pos();
+    const QString caminho = gCaminho + u"Figuras\\"_s + arquivo;
     QPixmap figura;
+    QPixmap densa;
     try {
         const QRect janela = Picture()->rect();
-        figura = forms::LoadNaturalPicture(gCaminho + u"Figuras\\"_s + arquivo,
-                                           QRect(canto, janela.bottomRight()).size());
+        figura = forms::LoadNaturalPicture(caminho, QRect(canto, janela.bottomRight()).size());
+        if (devicePixelRatioF() > 1) {
+            densa = forms::LoadDensePicture(caminho, figura.size());
+        }
     } catch (const Erro&) {
         figura = {};
     }
-    imgFigura[1]->SetPixmap(figura);
+    imgFigura[1]->SetPixmap(figura, densa);
     imgFigura[1]->setGeometry(QRect(canto, figura.size()));
     // From below: picture, marker, buttons and labels, numbers.
     shpSelecaoItem[1]->lower();

@@ -223,8 +223,11 @@ private:
             return caminho;
         }
         caminho.addRoundedRect(corpo_, Canto, Canto);
-        const int base = acima_ ? corpo_.bottom() + 1 : corpo_.top();
-        const int bico = acima_ ? base + AlturaDaPonta : base - AlturaDaPonta;
+        // Its foot lies inside the body, so that no line is left between the two.
+        constexpr int Dentro = 2;
+        const int base = acima_ ? corpo_.bottom() + 1 - Dentro : corpo_.top() + Dentro;
+        const int bico =
+            acima_ ? base + Dentro + AlturaDaPonta - 1 : base - Dentro - AlturaDaPonta + 1;
         QPainterPath ponta;
         ponta.addPolygon(QPolygonF({QPointF(ponta_, base), QPointF(ponta_, bico),
                                     QPointF(ponta_ + LarguraDaPonta, base)}));

@@ -1,3 +1,4 @@
+#include "look/paleta.h"
 #include "partviews/item.h"
 #include "partviews/lista_pecas.h"
 #include "search/consulta.h"
@@ -85,6 +86,10 @@ void frmListaPecas::CriarPainelJogos() {
     pctJogosReparo->hide();
     lblNumeroClienteConcorrente =
         new forms::Label(u"lblNumeroClienteConcorrente"_s, pctJogosReparo);
+    // It stands among the words over the columns, which the panel's drawing has.
+    QFont rotulo = lblNumeroClienteConcorrente->font();
+    rotulo.setPixelSize(Paleta::Atual().corpoRotulo);
+    lblNumeroClienteConcorrente->setFont(rotulo);
     dtcJogosReparoComponente = new forms::DataSource(u"dtcJogosReparoComponente"_s, this);
     grdJogosReparoComponente = new forms::BoundGrid(
         u"grdJogosReparoComponente"_s, u"Jogos de reparo do componente"_s, pctJogosReparo);

@@ -1,4 +1,5 @@
 #include "platform/convert.h"
+#include "platform/forms/densepicture.h"
 #include "platform/forms/picturefile.h"
 #include "printing/impressao.h"
 #include "session/global.h"
@@ -49,14 +50,15 @@ void frmImpressao::ImprimirFigura() {
         const qint16 OffY = convert::ToInt16(Y - s * Y);
         const qint16 OffX = convert::ToInt16(X - s * X);
 
-        imgFigura->SetPixmap(forms::LoadPicture(
-            gCaminho + u"Figuras\\"_s +
-                convert::ToTextOrEmpty(linhas->Fields(u"ArquivoFigura"_s).Value()),
-            {}, 1));
+        const QString arquivo = gCaminho + u"Figuras\\"_s +
+                                convert::ToTextOrEmpty(linhas->Fields(u"ArquivoFigura"_s).Value());
+        imgFigura->SetPixmap(forms::LoadPicture(arquivo, {}, 1));
         const QPixmap& figura = imgFigura->Pixmap();
+        const QPixmap densa = forms::LoadDensePicture(arquivo, figura.size());
         const qint16 X0 = convert::ToInt16(X * s + OffX);
         const qint16 Y0 = convert::ToInt16(Y * s + OffY);
-        mImpressora->PaintPicture(figura, X0, Y0, s * figura.width(), s * figura.height());
+        mImpressora->PaintPicture(densa.isNull() ? figura : densa, X0, Y0, s * figura.width(),
+                                  s * figura.height());
 
         const QFontMetricsF naTela(font());
         for (; !linhas->Eof(); linhas->MoveNext()) {

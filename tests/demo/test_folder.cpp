@@ -7,6 +7,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QImage>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -55,9 +57,16 @@ private Q_SLOTS:
         }
         QVERIFY(QDir(data).entryList({u"tarvo-demo-*"_s}, QDir::AllEntries).isEmpty());
         const QByteArray help = Contents(data.filePath(u"Ajuda_Catalogo_TARVO-LINDEN.hlp"_s));
-        for (const QString& heading : {u"Pesquisar"_s, u"Abrir uma linha"_s, u"Sair"_s}) {
-            QVERIFY(help.contains("<h2>" + heading.toUtf8() + "</h2>"));
+        // The help and its pictures, each of which lies where the page looks for it.
+        static const QRegularExpression picture(u"<img src=\"([^\"]+)\""_s);
+        int pictures = 0;
+        for (auto found = picture.globalMatch(QString::fromUtf8(help)); found.hasNext();) {
+            const QString name = found.next().captured(1);
+            QVERIFY2(!QImage(data.filePath(name)).isNull(), qPrintable(name));
+            ++pictures;
         }
+        QVERIFY(pictures > 0);
+        QCOMPARE(QDir(data.filePath(u"Ajuda"_s)).entryList(QDir::Files).size(), pictures);
 
         gCaminho = data.path() + u'\\';
         std::unique_ptr<dao::Workspace> workspace;

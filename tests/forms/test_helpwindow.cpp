@@ -1,12 +1,18 @@
 #include "platform/forms/helpwindow.h"
+#include "platform/printer/paperprinter.h"
+#include "platform/printer/printdialog.h"
 #include "support/database.h"
 #include "support/testmain.h"
 #include "support/windows.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
+#include <QPrinter>
+#include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextBlock>
@@ -23,6 +29,13 @@ constexpr char Html[] =
     "<h1>Ajuda</h1><p>Peças e <a href='#sair'>sair</a>"
     "<a href='http://exemplo.invalid/'>fora</a> <img src='Figuras/FOTO.png'></p>"
     "<h3>Sem nível dois</h3><p>PEÇA</p><h2>Sair</h2><p><a name='sair'></a>peca</p><h3>Fim</h3>";
+
+QString OutputOf(const QString& program, const QStringList& arguments) {
+    QProcess process;
+    process.start(program, arguments);
+    return process.waitForFinished() ? QString::fromUtf8(process.readAllStandardOutput())
+                                     : QString();
+}
 
 QWidget* Window() {
     for (QWidget* widget : QApplication::topLevelWidgets()) {
@@ -105,6 +118,51 @@ private Q_SLOTS:
         QTest::keyClick(window, Qt::Key_Escape);
         Settle();
         QVERIFY(!window);
+    }
+
+    // A picture taken at twice its size stands in its own on the page, and with all its pixels on
+    // paper; the page goes on over several sheets.
+    void PrintsThePage() {
+        QTemporaryDir folder;
+        QImage picture(300, 200, QImage::Format_RGB32);
+        picture.fill(Qt::red);
+        QVERIFY(picture.save(folder.filePath(u"foto-2x.png"_s)));
+        QFile file(folder.filePath(u"Ajuda.hlp"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("<h1>Primeira</h1><p><img src='foto-2x.png'></p>" +
+                   QByteArray("<p>linha</p>").repeated(60) + "<p>última</p>");
+        file.close();
+        HelpWindow::Open(folder.path() + u"\\Ajuda.hlp"_s, u"Ajuda"_s);
+        const QPointer<QWidget> window = Window();
+        auto* page = window->findChild<QTextBrowser*>();
+        const auto seen = page->loadResource(QTextDocument::ImageResource, QUrl(u"foto-2x.png"_s))
+                              .value<QImage>();
+        QCOMPARE(seen.size(), QSize(150, 100) * page->devicePixelRatioF());
+        const QTextBlock block = page->document()->findBlockByNumber(1);
+        QVERIFY(page->document()->documentLayout()->blockBoundingRect(block).height() < 110);
+
+        const QString paper = folder.filePath(u"ajuda.pdf"_s);
+        printer::SetPrintDialogHandler([&](int) {
+            auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+            printer->setOutputFileName(paper);
+            printer->setResolution(600);
+            return std::make_unique<printer::PaperPrinter>(std::move(printer));
+        });
+        QTest::keyClick(window, Qt::Key_P, Qt::ControlModifier);
+        printer::SetPrintDialogHandler([](int) { return nullptr; });
+        QTest::keyClick(window, Qt::Key_P, Qt::ControlModifier);  // cancelled: no box, no harm
+        printer::SetPrintDialogHandler({});
+
+        const QStringList pages = OutputOf(u"pdftotext"_s, {u"-layout"_s, paper, u"-"_s})
+                                      .split(u'\f', Qt::SkipEmptyParts);
+        QCOMPARE(pages.size(), 2);
+        QVERIFY(pages.first().contains(u"Primeira"_s) && pages.first().contains(u"1/2"_s));
+        QVERIFY(pages.last().contains(u"última"_s) && pages.last().contains(u"2/2"_s));
+        QCOMPARE(pages.join(QString()).count(u"linha"_s), 60);
+        const QString pictures = OutputOf(u"pdfimages"_s, {u"-list"_s, paper});
+        QVERIFY2(pictures.contains(QRegularExpression(u" 300 +200 "_s)), qPrintable(pictures));
+        window->close();
+        Settle();
     }
 };
 

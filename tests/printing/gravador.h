@@ -4,6 +4,7 @@
 
 #include <QList>
 #include <QMap>
+#include <QTextDocument>
 
 #include <functional>
 
@@ -64,6 +65,9 @@ private:
     }
     void DrawPicture(const QRectF& place, const QPixmap& picture) override {
         folha_.figuras.append({Page(), place, picture.size()});
+    }
+    void DrawDocument(QTextDocument& document) override {
+        folha_.textos.append({Page(), {}, document.toPlainText(), {}});
     }
     void NextPage() override { aoVirar(); }
     void End() override {

@@ -9,7 +9,7 @@ import unittest
 HERE = os.path.dirname(os.path.abspath(__file__))
 sys.path.insert(0, os.path.join(HERE, "..", "..", "demo", "demonstration"))
 
-from driver import Catalogue, copy_data, stage, wait  # noqa: E402
+from driver import Catalogue, copy_data, stage, wait, xdotool  # noqa: E402
 from screen import Screen  # noqa: E402
 
 # Set by CTest.
@@ -18,6 +18,11 @@ DATA = os.environ["TARVO_DATA"]
 WORD = "INICIOPAINELVERDE"
 EXIT = ("push button", "Sair do catálogo")
 TOOL = os.path.join(PROGRAMS, "tarvo-catalogue-tool")
+
+
+def activate(window):
+    """Brings a window to the front, by its identifier."""
+    xdotool("windowactivate", "--sync", window)
 
 
 class ProgramTest(unittest.TestCase):

@@ -82,8 +82,8 @@ class PackageTest(ProgramTest):
 
     def test_every_program_answers_and_has_its_manual_page(self):
         names = sorted(entry.name for entry in self.programs())
-        self.assertLessEqual({"CatalogoTarvo", "Tarvo.exe", "tarvo-catalogo", "tarvo-demo"},
-                             set(names))
+        self.assertLessEqual({"CatalogoTarvo", "Tarvo.exe", "VerifAtualizCatalogoTarvo.exe",
+                              "tarvo-catalogo", "tarvo-demo", "tarvo-verificar"}, set(names))
         version = run("dpkg-deb", "--field", self.package, "Version").strip()
         # No display is needed to be told how to use it.
         environment = {"PATH": os.environ["PATH"], "LC_ALL": "C.UTF-8"}

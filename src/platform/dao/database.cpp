@@ -105,6 +105,7 @@ void Database::Execute(const QString& sql, int options) {
     if (translation.kind == Kind::Definition) {
         // The engine changes no table that a statement of its own is reading.
         connection_->FinishReads();
+        ForgetTables(*connection_);
     }
     const Impatience impatience(*connection_, (options & dbSeeChanges) != 0);
     connection_->BeginIfWanted();

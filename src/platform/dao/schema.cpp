@@ -6,11 +6,28 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 
 #include <algorithm>
 #include <array>
+#include <chrono>
+#include <memory>
 
 namespace dao {
+
+// Tables of the catalogue as a connection has read them. An update's script names the same one in a
+// hundred thousand lines, and reading it anew would take longer than the line itself.
+struct TableCache {
+    using Clock = std::chrono::steady_clock;
+
+    // Another computer changes definitions only in an update, and even then the engine itself
+    // notices; so it is enough to look from time to time whether somebody has.
+    static constexpr std::chrono::milliseconds Trusted{100};
+
+    Clock::time_point until;
+    qint64 version = -1;
+    QHash<QString, dialect::TableInfo> tables;
+};
 
 namespace {
 
@@ -79,6 +96,39 @@ std::optional<dialect::TableInfo> ReadTable(Connection& connection, const QByteA
     return table;
 }
 
+QHash<QString, dialect::TableInfo>& KnownTables(Connection& connection) {
+    if (connection.Tables() == nullptr) {
+        connection.Tables() = std::make_shared<TableCache>();
+    }
+    TableCache& cache = *connection.Tables();
+    if (const auto now = TableCache::Clock::now(); now >= cache.until) {
+        const qint64 version = connection.Value("PRAGMA schema_version").toLongLong();
+        if (version != cache.version) {
+            cache.tables.clear();
+            cache.version = version;
+        }
+        cache.until = now + TableCache::Trusted;
+    }
+    return cache.tables;
+}
+
+// Within a transaction nothing is remembered: what it changes may be rolled back.
+std::optional<dialect::TableInfo> FindTable(Connection& connection, const QString& name) {
+    if (connection.InTransaction()) {
+        return ReadTable(connection, "main", name);
+    }
+    auto& known = KnownTables(connection);
+    const QString key = name.toUpper();
+    if (const auto table = known.constFind(key); table != known.constEnd()) {
+        return *table;
+    }
+    auto table = ReadTable(connection, "main", name);
+    if (table) {
+        known.insert(key, *table);
+    }
+    return table;
+}
+
 }  // namespace
 
 void AttachCompanion(Connection& connection) {
@@ -98,13 +148,21 @@ void AttachCompanion(Connection& connection) {
     }
 }
 
+void ForgetTables(const Connection& connection) {
+    for (Connection* other : Connection::All()) {
+        if (other->Path() == connection.Path()) {
+            other->Tables().reset();
+        }
+    }
+}
+
 dialect::Translation Prepare(Connection& connection, const QString& sql) {
     if (!connection.IsOpen()) {
         Throw(Failure::ObjectInvalid);
     }
     dialect::Schema schema;
     schema.table = [&connection](const QString& name) {
-        auto table = ReadTable(connection, "main", name);
+        auto table = FindTable(connection, name);
         if (!table && HasCompanion(connection)) {
             table = ReadTable(connection, CompanionSchema, name);
         }

@@ -11,6 +11,9 @@ namespace dao {
 // names a table that is kept there.
 dialect::Translation Prepare(Connection& connection, const QString& sql);
 
+// A definition of this catalogue has changed: what its connections remember of its tables is void.
+void ForgetTables(const Connection& connection);
+
 // Attaches the companion file of a catalogue, and makes it where it is missing.
 void AttachCompanion(Connection& connection);
 

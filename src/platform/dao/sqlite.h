@@ -17,6 +17,7 @@ namespace dao {
 
 class Connection;
 class RowReader;
+struct TableCache;
 
 // One value of a row, in the type that it has there; valid until the next Step.
 struct Cell {
@@ -97,6 +98,9 @@ public:
     // engine's behalf looks at it.
     void SetDeadline(Clock::time_point deadline) { deadline_ = deadline; }
     Clock::time_point Deadline() const { return deadline_; }
+    // What schema.cpp remembers of the tables that it has read.
+    std::shared_ptr<TableCache>& Tables() { return tables_; }
+
     static const Connection& Of(sqlite3* handle);  // the connection that owns a handle
 
     // Every open connection of this process, in the order of opening.
@@ -115,6 +119,7 @@ private:
     std::unique_ptr<sqlite3, Closer> handle_;
     std::vector<Statement*> statements_;
     std::vector<RowReader*> readers_;
+    std::shared_ptr<TableCache> tables_;
     Clock::time_point deadline_ = Clock::time_point::max();
     bool transactionWanted_ = false;
 };

@@ -118,7 +118,9 @@ public:
 
     Picture(const QString& name, const QString& accessibleName, QWidget* parent,
             Mode mode = Mode::Fit);
-    void SetPixmap(const QPixmap& pixmap);  // a null one empties it
+    // A null one empties it. `dense`, if there is one, shows the same with more pixels; it is painted
+    // where the screen has more than the picture.
+    void SetPixmap(const QPixmap& pixmap, const QPixmap& dense = {});
     const QPixmap& Pixmap() const { return pixmap_; }
     bool IsEmpty() const { return pixmap_.isNull(); }
 
@@ -131,6 +133,7 @@ protected:
 private:
     Mode mode_;
     QPixmap pixmap_;
+    QPixmap dense_;
     QPixmap scaled_;
 };
 

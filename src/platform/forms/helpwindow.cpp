@@ -1,6 +1,10 @@
 #include "platform/forms/helpwindow.h"
 
+#include "platform/erro.h"
+#include "platform/forms/application.h"
+#include "platform/forms/msgbox.h"
 #include "platform/forms/theme.h"
+#include "platform/printer/printdialog.h"
 #include "platform/system/paths.h"
 
 #include <QFileInfo>
@@ -10,6 +14,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QSplitter>
 #include <QTextBlock>
@@ -27,8 +32,8 @@ namespace forms {
 namespace {
 
 // Design pixels.
-constexpr QSize WindowSize(740, 520);
-constexpr int ContentsWidth = 210;
+constexpr QSize WindowSize(788, 552);
+constexpr int ContentsWidth = 208;
 constexpr int FindWidth = 180;
 
 // One letter for one letter, so that places in the folded text are places in the text.
@@ -41,9 +46,19 @@ QString Folded(const QString& text) {
     return folded;
 }
 
+// A picture of this name has two of its pixels to one of the page.
+constexpr auto DenseEnding = "-2x"_L1;
+
+QPointer<HelpWindow>& Opened() {
+    static QPointer<HelpWindow> window;
+    return window;
+}
+
+}  // namespace
+
 // Reads pictures of the page's folder. The page may name anything; what lies elsewhere, on a
 // network too, is not there.
-class Page : public QTextBrowser {
+class HelpWindow::Page : public QTextBrowser {
 public:
     Page(const QString& folder, QWidget* parent) : QTextBrowser(parent), folder_(folder) {
         setOpenLinks(false);
@@ -57,19 +72,35 @@ public:
         if (type != QTextDocument::ImageResource || !inside) {
             return {};
         }
-        return QImage(sys::ToNative(folder_ + u'\\' + QString(file).replace(u'/', u'\\')));
+        return AsSeen(QImage(sys::ToNative(folder_ + u'\\' + QString(file).replace(u'/', u'\\'))),
+                      QFileInfo(file).completeBaseName().endsWith(DenseEnding) ? 2 : 1);
+    }
+
+    void PrintOn(printer::Printer& paper) {
+        const QScopedValueRollback full(forPaper_, true);
+        // Of the same owner, which reads its pictures.
+        const std::unique_ptr<QTextDocument> copy(document()->clone(document()->parent()));
+        paper.PrintDocument(*copy);
     }
 
 private:
+    // Scaled once to the screen's pixels: the toolkit's scaling while painting makes small print
+    // unreadable. Paper shows every pixel.
+    QImage AsSeen(QImage picture, int density) const {
+        const qreal wanted = forPaper_ ? density : devicePixelRatioF();
+        if (wanted < density) {
+            const QSize size = (QSizeF(picture.size()) * wanted / density).toSize();
+            picture = picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+            picture.setDevicePixelRatio(wanted);
+        } else {
+            picture.setDevicePixelRatio(density);
+        }
+        return picture;
+    }
+
     QString folder_;
+    bool forPaper_ = false;
 };
-
-QPointer<HelpWindow>& Opened() {
-    static QPointer<HelpWindow> window;
-    return window;
-}
-
-}  // namespace
 
 void HelpWindow::Open(const QString& path, const QString& caption) {
     const QString html = sys::ReadText(path);
@@ -122,6 +153,7 @@ HelpWindow::HelpWindow(const QString& path, const QString& html, const QString& 
     bar->addWidget(back_);
     bar->addWidget(forward_);
     bar->addWidget(AddButton(u"Início"_s, u"Início da página"_s, &HelpWindow::Home));
+    bar->addWidget(AddButton(u"Imprimir"_s, u"Imprimir a ajuda (Ctrl+P)"_s, &HelpWindow::Print));
     bar->addStretch();
     count_ = new QLabel(this);
     bar->addWidget(count_);
@@ -212,6 +244,26 @@ void HelpWindow::FollowLink(const QString& anchor) {
     }
 }
 
+void HelpWindow::Print() {
+    printer::PrintDialog dialog;
+    dialog.SetFlags(printer::cdlPDNoSelection | printer::cdlPDNoPageNums |
+                    printer::cdlPDUseDevModeCopies);
+    try {
+        const auto paper = dialog.ShowPrinter();
+        SetMousePointer(vbHourglass);
+        paper->SetOrientation(printer::vbPRORPortrait);
+        page_->PrintOn(*paper);
+        paper->EndDoc();
+        SetMousePointer(vbDefault);
+    } catch (const Erro& erro) {
+        SetMousePointer(vbDefault);
+        if (erro.Number() != Erro::Cancelled) {
+            MsgBox(ErrorText(QString::number(erro.Number()), erro.Description()), vbCritical,
+                   ProgramTitle());
+        }
+    }
+}
+
 void HelpWindow::Search() {
     hits_.clear();
     hit_ = -1;
@@ -274,6 +326,8 @@ void HelpWindow::keyPressEvent(QKeyEvent* event) {
     } else if (is(Qt::Key_F, Qt::ControlModifier)) {
         find_->setFocus();
         find_->selectAll();
+    } else if (is(Qt::Key_P, Qt::ControlModifier)) {
+        Print();
     } else if (is(Qt::Key_F3, Qt::NoModifier)) {
         FindNext();
     } else if (is(Qt::Key_F3, Qt::ShiftModifier)) {

@@ -6,7 +6,6 @@
 
 class QLabel;
 class QLineEdit;
-class QTextBrowser;
 class QToolButton;
 class QTreeWidget;
 class QTreeWidgetItem;
@@ -15,7 +14,8 @@ namespace forms {
 
 // The help: one page of HTML with its headings as contents at the left, and a search that minds
 // neither case nor accents. A window of its own beside the screens, not one of them; Esc closes it.
-// Pictures are read from the page's folder and from nowhere else; links lead within the page.
+// Pictures are read from the page's folder and from nowhere else, at half their size where the name
+// ends in "-2x"; links lead within the page. It can be printed.
 class HelpWindow : public QWidget {
     Q_OBJECT
 
@@ -32,6 +32,8 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    class Page;
+
     HelpWindow(const QString& path, const QString& html, const QString& caption);
     void MakeContents();
     void GoTo(int position);
@@ -43,10 +45,11 @@ private:
     void Back() { Travel(-1); }
     void Forward() { Travel(+1); }
     void Home() { GoTo(0); }
+    void Print();
 
     QString path_;
     QTreeWidget* contents_ = nullptr;
-    QTextBrowser* page_ = nullptr;
+    Page* page_ = nullptr;
     QLineEdit* find_ = nullptr;
     QLabel* count_ = nullptr;
     QToolButton* back_ = nullptr;

@@ -9,8 +9,9 @@ Picture::Picture(const QString& name, const QString& accessibleName, QWidget* pa
     setAccessibleName(accessibleName);
 }
 
-void Picture::SetPixmap(const QPixmap& pixmap) {
+void Picture::SetPixmap(const QPixmap& pixmap, const QPixmap& dense) {
     pixmap_ = pixmap;
+    dense_ = dense;
     scaled_ = {};
     update();
 }
@@ -32,7 +33,9 @@ void Picture::paintEvent(QPaintEvent*) {
     const QRectF place = PictureRect();
     const QSize device = (place.size() * devicePixelRatioF()).toSize().expandedTo({1, 1});
     if (scaled_.size() != device) {
-        scaled_ = pixmap_.scaled(device, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        const bool isFiner = device.width() > pixmap_.width() && !dense_.isNull();
+        scaled_ = (isFiner ? dense_ : pixmap_)
+                      .scaled(device, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     }
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);

@@ -4,6 +4,7 @@
 #include "platform/forms/application.h"
 #include "platform/forms/font.h"
 
+#include <QAbstractTextDocumentLayout>
 #include <QDir>
 #include <QFileInfo>
 #include <QFontDatabase>
@@ -11,6 +12,7 @@
 #include <QPdfWriter>
 #include <QPrinter>
 #include <QSaveFile>
+#include <QTextDocument>
 
 using namespace Qt::StringLiterals;
 
@@ -18,6 +20,10 @@ namespace printer {
 namespace {
 
 constexpr double PointsPerInch = 72;
+
+// A formatted document is laid out in pixels of a screen of this density.
+constexpr double DocumentDotsPerInch = 96;
+constexpr double DocumentMargin = 36;
 
 // Heights of a font, as parts of its size. Taken from the outlines at a size at which nothing is
 // rounded, so that a page breaks at the same line whatever the printer's resolution.
@@ -183,6 +189,32 @@ double PaperPrinter::LineHeight() const {
 
 void PaperPrinter::DrawPicture(const QRectF& place, const QPixmap& picture) {
     painter_.drawPixmap(place, picture, QRectF(picture.rect()));
+}
+
+void PaperPrinter::DrawDocument(QTextDocument& document) {
+    const double scale = printer_->resolution() / DocumentDotsPerInch;
+    const QRectF paper(0, 0, Device().width() / scale, Device().height() / scale);
+    const QRectF body =
+        paper.adjusted(DocumentMargin, DocumentMargin, -DocumentMargin, -DocumentMargin);
+    document.setPageSize(body.size());
+    const int pages = document.pageCount();
+    QAbstractTextDocumentLayout::PaintContext context;
+    context.palette.setColor(QPalette::Text, Qt::black);
+    for (int page = 0; page < pages; ++page) {
+        if (page > 0) {
+            NewPage();
+        }
+        painter_.save();
+        painter_.scale(scale, scale);
+        painter_.setFont(document.defaultFont());
+        painter_.drawText(paper, Qt::AlignHCenter | Qt::AlignBottom,
+                          u"%1/%2"_s.arg(page + 1).arg(pages));
+        painter_.translate(body.left(), body.top() - page * body.height());
+        context.clip = QRectF(0, page * body.height(), body.width(), body.height());
+        painter_.setClipRect(context.clip);
+        document.documentLayout()->draw(&painter_, context);
+        painter_.restore();
+    }
 }
 
 void PaperPrinter::NextPage() {

@@ -35,6 +35,7 @@ private:
     double TextWidth(const QString& text) const override;
     double LineHeight() const override;
     void DrawPicture(const QRectF& place, const QPixmap& picture) override;
+    void DrawDocument(QTextDocument& document) override;
     void NextPage() override;
     void End() override;
 

@@ -47,6 +47,11 @@ void Printer::PaintPicture(const QPixmap& picture, double x, double y, double wi
     DrawPicture({x, y, width, height}, picture);
 }
 
+void Printer::PrintDocument(QTextDocument& document) {
+    BeginOnce();
+    DrawDocument(document);
+}
+
 void Printer::EndDoc() {
     if (std::exchange(begun_, false)) {
         End();

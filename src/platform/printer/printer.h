@@ -6,6 +6,8 @@
 #include <QString>
 #include <QVariant>
 
+class QTextDocument;
+
 namespace printer {
 
 inline constexpr int vbPRORPortrait = 1;
@@ -54,6 +56,9 @@ public:
     int Page() const { return page_; }  // of the page being printed, from 1
     void NewPage();
     void PaintPicture(const QPixmap& picture, double x, double y, double width, double height);
+    // Formatted text, from the top of a page on over as many as it takes, each with its number at
+    // the foot. The document is laid out for the paper and keeps that.
+    void PrintDocument(QTextDocument& document);
     // Ends the last page and hands the document over. Nothing happens when nothing was printed.
     void EndDoc();
 
@@ -73,6 +78,7 @@ protected:
     virtual double TextWidth(const QString& text) const = 0;
     virtual double LineHeight() const = 0;
     virtual void DrawPicture(const QRectF& place, const QPixmap& picture) = 0;
+    virtual void DrawDocument(QTextDocument& document) = 0;  // turns pages by NewPage
     virtual void NextPage() = 0;
     virtual void End() = 0;
 

@@ -4,6 +4,7 @@
 #include "platform/system/paths.h"
 
 #include <QFileInfo>
+#include <QStorageInfo>
 
 #include <filesystem>
 
@@ -71,7 +72,11 @@ void sys::Output::Close() {
 }
 
 void sys::Output::Fail() const {
-    throw Erro(file_.error() == QFileDevice::ResourceError ? Erro::DiskFull : Erro::PathFileAccess);
+    // The toolkit does not hand the reason on; what did not fit was less than its buffer or a block.
+    constexpr qint64 Little = 64 * 1024;
+    const QStorageInfo disk(QFileInfo(file_).path());
+    throw Erro(disk.isValid() && disk.bytesAvailable() < Little ? Erro::DiskFull
+                                                                : Erro::PathFileAccess);
 }
 
 void sys::Flush(const QString& path) {

@@ -1,0 +1,51 @@
+// One update in a process of its own, which a test can kill:
+//   update_runner FOLDER FROM TO
+// Prints each message box and, when the update has come to its end, the catalogue's version, its
+// number of customers and whether it is sound.
+#include "platform/convert.h"
+#include "platform/dao/sqlite.h"
+#include "platform/erro.h"
+#include "platform/forms/application.h"
+#include "platform/forms/msgbox.h"
+#include "session/banco.h"
+#include "session/global.h"
+#include "update/atualizando.h"
+
+#include <QTextStream>
+
+namespace {
+
+QString Value(const char* sql) {
+    return convert::ToTextOrEmpty(
+        gDB->OpenRecordset(QLatin1String(sql))->Fields(0).Value());
+}
+
+void Run(const QStringList& arguments, QTextStream& out) {
+    gCaminho = arguments.at(1) + u'\\';
+    AbrirBancoDados(gWS, QStringLiteral("gWS"), gDB, false);
+    forms::SetMsgBoxHandler([&out](QString text, int, const QString&) {
+        out << text.replace(u'\n', u'|') << '\n' << Qt::flush;
+        return forms::vbOK;
+    });
+    ParametroFormulario = arguments.at(2) + u'|' + arguments.at(3);
+    (new frmAtualizando)->ShowModal();
+    out << Value("SELECT Versao FROM UMREGISTRO") << ' '
+        << Value("SELECT Count(*) FROM CLIENTECONCORRENTE") << ' '
+        << gDB->GetConnection()->Value("PRAGMA integrity_check").toString()
+        << gDB->GetConnection()->Value("PRAGMA cipher_integrity_check").toString() << '\n';
+    FecharBancoDados(gWS, gDB);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    forms::Application application(argc, argv);
+    QTextStream out(stdout);
+    try {
+        Run(application.arguments(), out);
+        return 0;
+    } catch (const Erro& erro) {
+        out << "untrapped " << erro.Number() << ' ' << erro.Description() << '\n';
+        return 1;
+    }
+}
