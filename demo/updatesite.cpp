@@ -198,7 +198,7 @@ private:
         if (figure) {
             AddFigure(script, figureCode, *figure);
         }
-        const QString photo = DrawPhoto(3, construction, construction.parts / 2);
+        const QString photo = DrawPhoto(3, construction, std::max(construction.parts, 2u) - 2);
         script.Execute(
             u"INSERT INTO PECA (CodigoPeca, NumeroTarvoPeca, DescricaoPeca, ArquivoFotoPeca, "
             "CodigoFotoPecaPesquisa, CodigoFigura) VALUES (%1, '%2', '%3', %4, %5, %6)"_s.arg(
