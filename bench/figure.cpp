@@ -95,12 +95,20 @@ public:
     Measured Open(const QString& selection = {}) {
         Close();
         ParametroFormulario = selection;
-        return Painted({u"lblItem(1)"_s, u"imgFigura(1)"_s},
-                       [] { UnicaInstancia<frmFiguraDetalhada>().Show(); });
+        return Painted({u"lblItem(1)"_s, u"imgFigura(1)"_s}, [] {
+            auto& screen = UnicaInstancia<frmFiguraDetalhada>();
+            screen.Show();
+            // The display without a display is smaller than an enlarged window.
+            screen.setWindowState(Qt::WindowNoState);
+            screen.resize(screen.Picture()->size());
+        });
     }
 
     // From a number to one that shares no kit with it: everything that was lit goes out.
     Measured Cross() {
+        if (!Screen()) {
+            Open();
+        }
         number_ = 1 + (number_ + 101) % Numbers;
         return Painted({u"lblItem(%1)"_s.arg(number_)}, [this] { MoveOver(number_); });
     }
