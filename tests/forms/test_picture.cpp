@@ -22,19 +22,23 @@ class TestPicture : public QObject {
 
 private Q_SLOTS:
     void companionOfThreeTimesTheSize_data() {
+        // Names of its own for each: two files of one size, written in one tick of the file system's
+        // clock, are one to the cache of pictures.
+        QTest::addColumn<QString>("picture");
         QTest::addColumn<QString>("companion");
         QTest::addColumn<QSize>("size");
         QTest::addColumn<bool>("taken");
-        QTest::newRow("fits") << u"a@3x.png"_s << QSize(120, 60) << true;
-        QTest::newRow("other size") << u"a@3x.png"_s << QSize(119, 60) << false;
-        QTest::newRow("other picture's") << u"b@3x.png"_s << QSize(120, 60) << false;
+        QTest::newRow("fits") << u"a.png"_s << u"a@3x.png"_s << QSize(120, 60) << true;
+        QTest::newRow("other size") << u"c.png"_s << u"c@3x.png"_s << QSize(119, 60) << false;
+        QTest::newRow("other picture's") << u"d.png"_s << u"b@3x.png"_s << QSize(120, 60) << false;
     }
 
     void companionOfThreeTimesTheSize() {
+        QFETCH(QString, picture);
         QFETCH(QString, companion);
         QFETCH(QSize, size);
         QFETCH(bool, taken);
-        const QString path = Save(u"a.png"_s, {40, 20}, Qt::red);
+        const QString path = Save(picture, {40, 20}, Qt::red);
         const QString dense = Save(companion, size, Qt::blue);
         QVERIFY(!path.isEmpty() && !dense.isEmpty());
         QCOMPARE(!forms::LoadDensePicture(path, {40, 20}).isNull(), taken);
