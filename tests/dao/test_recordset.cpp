@@ -63,39 +63,36 @@ private Q_SLOTS:
         rows->MoveNext();
         QVERIFY(rows->Eof());
         QCOMPARE(rows->AbsolutePosition(), -1);
-        rows->MovePrevious();
-        QCOMPARE(rows->Fields(0).Value().toLongLong(), Rows);
-        rows->MoveFirst();
-        rows->MovePrevious();
-        QVERIFY(rows->Bof());
+        rows->SetAbsolutePosition(0);
         QVERIFY(!rows->Eof());
-        rows->MoveNext();
         QCOMPARE(rows->Fields(0).Value().toLongLong(), 1);
     }
 
     void KeepsValuesAsTheyAre() {
         const auto rows = Open(AllItems);
+        QCOMPARE(rows->Fields(0).Value(), QVariant(qlonglong{1}));
+        QCOMPARE(rows->Fields(1).Value(), QVariant(QStringLiteral("Peça 1")));
+        QCOMPARE(rows->Fields(2).Value(), QVariant(0.5));
+        rows->SetAbsolutePosition(2);
+        QVERIFY(!rows->Fields(2).Value().isValid());
+        rows->SetAbsolutePosition(7);
+        QVERIFY(rows->Fields(1).Value().isValid());
         rows->MoveLast();
-        QCOMPARE(rows->Cell(0, 0), QVariant(qlonglong{1}));
-        QCOMPARE(rows->Cell(0, 1), QVariant(QStringLiteral("Peça 1")));
-        QCOMPARE(rows->Cell(0, 2), QVariant(0.5));
-        QVERIFY(!rows->Cell(2, 2).isValid());
         QCOMPARE(rows->Text(2, 2), QString());
         QCOMPARE(rows->Text(1, 2), QStringLiteral("1"));
         QCOMPARE(rows->Text(6, 1), QString(1000, QChar(u'é')));
-        QVERIFY(rows->Cell(7, 1).isValid());
         QCOMPARE(rows->Text(7, 1), QString());
         for (qint64 row = 8; row < Rows; ++row) {
             QCOMPARE(rows->Text(row, 1), QStringLiteral("Peça %1").arg(row + 1));
         }
-        QCOMPARE(ErrorOf([&] { rows->Cell(Rows, 0); }), 9);
+        QCOMPARE(ErrorOf([&] { rows->Text(Rows, 0); }), 9);
         QCOMPARE(ErrorOf([&] { rows->Text(0, 3); }), 9);
     }
 
     void NamesFields() {
         const auto rows = Open(AllItems);
         QCOMPARE(rows->FieldCount(), 3);
-        QCOMPARE(rows->FieldName(1), QStringLiteral("Descricao"));
+        QCOMPARE(rows->FieldIndex(QStringLiteral("Descricao")), 1);
         QCOMPARE(rows->Fields(QStringLiteral("DESCRICAO")).Value().toString(),
                  QStringLiteral("Peça 1"));
         // Reads at the time of the call, not of its making.
@@ -103,7 +100,7 @@ private Q_SLOTS:
         rows->MoveNext();
         QCOMPARE(code.Value().toLongLong(), 2);
         QCOMPARE(ErrorOf([&] { rows->Fields(QStringLiteral("Nome")); }), 3265);
-        QCOMPARE(Open(NoItem)->FieldName(0), QStringLiteral("Codigo"));
+        QCOMPARE(Open(NoItem)->FieldIndex(QStringLiteral("Codigo")), 0);
     }
 
     void ForwardOnlyKeepsOneRow() {
@@ -114,7 +111,7 @@ private Q_SLOTS:
         }
         QCOMPARE(sum, Rows * (Rows + 1) / 2);
         QCOMPARE(rows->RecordCount(), Rows);
-        QCOMPARE(ErrorOf([&] { rows->Cell(0, 0); }), 9);
+        QCOMPARE(ErrorOf([&] { rows->Text(0, 0); }), 9);
         QCOMPARE(ErrorOf([&] { rows->MoveLast(); }), 3219);
     }
 
@@ -142,11 +139,11 @@ private Q_SLOTS:
         rows->SetAbsolutePosition(9);
         const Bookmark tenth = rows->CurrentBookmark();
         rows->MoveLast();
-        rows->GoTo(tenth);
-        QCOMPARE(rows->Fields(0).Value().toLongLong(), 10);
+        QVERIFY(rows->CurrentBookmark() != tenth);
+        rows->SetAbsolutePosition(9);
         QVERIFY(rows->CurrentBookmark() == tenth);
-        others->MoveLast();
-        QCOMPARE(ErrorOf([&] { others->GoTo(tenth); }), 3159);
+        others->SetAbsolutePosition(9);
+        QVERIFY(others->CurrentBookmark() != tenth);
     }
 
     void TellsTheGridOfRowsAndMoves() {
@@ -174,8 +171,6 @@ private Q_SLOTS:
         QTest::newRow("value") << Use([](Recordset& r) { r.Fields(0).Value(); }) << 3021;
         QTest::newRow("bookmark") << Use([](Recordset& r) { r.CurrentBookmark(); }) << 3021;
         QTest::newRow("next") << Use([](Recordset& r) { r.MoveNext(); }) << 3021;
-        QTest::newRow("previous") << Use([](Recordset& r) { r.MovePrevious(); }) << 3021;
-        QTest::newRow("first") << Use([](Recordset& r) { r.MoveFirst(); }) << 3021;
         QTest::newRow("last") << Use([](Recordset& r) { r.MoveLast(); }) << 3021;
         QTest::newRow("position") << Use([](Recordset& r) { r.SetAbsolutePosition(0); }) << 3021;
     }
@@ -184,7 +179,7 @@ private Q_SLOTS:
         QFETCH(std::function<void(Recordset&)>, use);
         QFETCH(int, number);
         const auto empty = Open(NoItem);
-        QVERIFY(empty->Eof() && empty->Bof());
+        QVERIFY(empty->Eof());
         QCOMPARE(empty->RecordCount(), 0);
         QCOMPARE(ErrorOf([&] { use(*empty); }), number);
         empty->Close();

@@ -43,7 +43,6 @@ public:
     // A null QVariant for Null; otherwise qlonglong, double or QString. Throws 3021 without a
     // current row.
     QVariant Value() const;
-    QString Name() const;
 
 private:
     friend class Recordset;
@@ -65,11 +64,9 @@ public:
     // True when there is no current row behind the last one, or no row at all. (`EOF` itself is a
     // macro of the C library.)
     bool Eof() const;
-    bool Bof() const;
 
-    void MoveFirst();
+    // Both throw 3021 where there is no such row; MoveNext goes behind the last one first.
     void MoveNext();
-    void MovePrevious();
     void MoveLast();  // finishes the reading, so that RecordCount is exact
 
     // Number of rows visited (read) so far; exact once IsComplete().
@@ -80,8 +77,7 @@ public:
     qint64 AbsolutePosition() const;
     void SetAbsolutePosition(qint64 position);
 
-    Bookmark CurrentBookmark() const;
-    void GoTo(const Bookmark& bookmark);
+    Bookmark CurrentBookmark() const;  // throws 3021 without a current row
 
     // Moves to the first row that meets `criteria`, an expression of the SQL dialect over the
     // result's columns. A comparison with Null is not met. Without a match the current row stays
@@ -93,20 +89,19 @@ public:
     Field Fields(const QString& name) const;
     Field Fields(int index) const;
     int FieldCount() const;
-    QString FieldName(int index) const;
     int FieldIndex(const QString& name) const;  // -1 when there is none
 
     void Close();
 
-    // For the bound grid: rows in slices, cells without moving the current row.
+    // For the bound grid: rows in slices, texts without moving the current row.
     bool IsComplete() const;       // whole result read, read lock gone
     qint64 ReadUpTo(qint64 rows);  // reads until `rows` rows are there; returns RecordCount
     // The same, but gives up for now when about that much time is over.
     qint64 ReadUpTo(qint64 rows, std::chrono::microseconds budget);
-    bool ReadFor(
-        std::chrono::microseconds budget);        // reads for about that long; returns IsComplete()
-    QVariant Cell(qint64 row, int column) const;  // row < RecordCount()
-    QString Text(qint64 row, int column) const;   // Null as the empty text; no QVariant made
+    // Reads for about that long; returns IsComplete().
+    bool ReadFor(std::chrono::microseconds budget);
+    // Null as the empty text. Throws 9 from RecordCount() on.
+    QString Text(qint64 row, int column) const;
 
 Q_SIGNALS:
     void CurrentChanged();                     // the current row is another one, or none
@@ -135,8 +130,6 @@ public:
     Database(const Database&) = delete;
     Database& operator=(const Database&) = delete;
 
-    QString Name() const;  // the path as it was opened
-
     // `sql` is a text of the dialect. The first row is current when it returns.
     std::unique_ptr<Recordset> OpenRecordset(const QString& sql,
                                              RecordsetType type = dbOpenSnapshot);
@@ -154,8 +147,7 @@ public:
 
 private:
     friend class Workspace;
-    Database(QString path, std::shared_ptr<Connection> connection);
-    QString path_;
+    explicit Database(std::shared_ptr<Connection> connection);
     std::shared_ptr<Connection> connection_;
     qint64 affected_ = 0;
 };

@@ -75,15 +75,10 @@ qint64 RunAll(Connection& connection, const QList<QByteArray>& statements) {
 
 }  // namespace
 
-Database::Database(QString path, std::shared_ptr<Connection> connection)
-    : path_(std::move(path)), connection_(std::move(connection)) {}
+Database::Database(std::shared_ptr<Connection> connection) : connection_(std::move(connection)) {}
 
 Database::~Database() {
     Close();
-}
-
-QString Database::Name() const {
-    return path_;
 }
 
 std::unique_ptr<Recordset> OpenRecordset(const std::shared_ptr<Connection>& connection,
@@ -162,7 +157,7 @@ std::unique_ptr<Database> Workspace::OpenDatabase(const QString& path, bool opti
         readOnly ? Connection::Mode::ReadOnly : Connection::Mode::ReadWrite);
     connection->WantTransaction(inTransaction_);
     connections_.push_back(connection);
-    return std::unique_ptr<Database>(new Database(path, std::move(connection)));
+    return std::unique_ptr<Database>(new Database(std::move(connection)));
 }
 
 void Workspace::BeginTrans() {

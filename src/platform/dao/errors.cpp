@@ -36,7 +36,6 @@ constexpr Entry Texts[] = {
     {Failure::UnknownFunction, "Função desconhecida no comando"},
     {Failure::BadPattern, "O padrão de pesquisa é inválido"},
     {Failure::MissingExpression, "O texto do comando está vazio ou não é um comando"},
-    {Failure::BadBookmark, "O marcador não pertence a este conjunto de registros"},
     {Failure::DiskFull, "Não há espaço no disco"},
     {Failure::DuplicateColumn, "O campo foi definido mais de uma vez"},
     {Failure::InvalidOperation, "Operação inválida neste objeto"},

@@ -35,13 +35,13 @@ struct Recordset::Private {
     RecordsetType type;
     quint64 identity = NextIdentity();
     qint64 base = 0;       // rows that a forward-only result has dropped in front of the store
-    qint64 current = 0;    // -1: in front of the first; Rows(): behind the last
+    qint64 current = 0;    // Rows(): behind the last
     qint64 announced = 0;  // rows told of by RowsRead
     bool closed = false;
     bool awaitsFirst = false;  // nobody has been told yet that there is a first row
 
     qint64 Rows() const { return base + store.Rows(); }
-    bool OnRow() const { return current >= 0 && current < Rows(); }
+    bool OnRow() const { return current < Rows(); }
 
     void Usable() const {
         if (closed) {
@@ -90,10 +90,6 @@ QVariant Field::Value() const {
     return d.store.Value(d.current - d.base, column_);
 }
 
-QString Field::Name() const {
-    return owner_->FieldName(column_);
-}
-
 Recordset::Recordset(std::shared_ptr<Connection> connection, const QString& sql,
                      RecordsetType type) {
     const dialect::Translation query = Prepare(*connection, sql);
@@ -117,12 +113,6 @@ bool Recordset::Eof() const {
     return d_->current >= d_->Rows();
 }
 
-bool Recordset::Bof() const {
-    d_->Usable();
-    d_->Settle();
-    return d_->current < 0 || d_->Rows() == 0;
-}
-
 void Recordset::Announce() {
     const qint64 first = d_->announced;
     d_->announced = d_->Rows();
@@ -144,15 +134,6 @@ void Recordset::MoveTo(qint64 row) {
     }
 }
 
-void Recordset::MoveFirst() {
-    d_->Movable();
-    d_->Settle();
-    if (d_->Rows() == 0) {
-        Throw(Failure::NoCurrentRecord);
-    }
-    MoveTo(0);
-}
-
 void Recordset::MoveNext() {
     d_->Usable();
     d_->Settle();
@@ -167,15 +148,6 @@ void Recordset::MoveNext() {
     }
     d_->Have(next + 1);
     MoveTo(next);
-}
-
-void Recordset::MovePrevious() {
-    d_->Movable();
-    d_->Settle();
-    if (d_->current < 0 || d_->Rows() == 0) {
-        Throw(Failure::NoCurrentRecord);
-    }
-    MoveTo(d_->current - 1);
 }
 
 void Recordset::MoveLast() {
@@ -214,14 +186,6 @@ Bookmark Recordset::CurrentBookmark() const {
     return {d_->identity, d_->current};
 }
 
-void Recordset::GoTo(const Bookmark& bookmark) {
-    d_->Movable();
-    if (bookmark.recordset != d_->identity || bookmark.row < 0 || bookmark.row >= d_->Rows()) {
-        Throw(Failure::BadBookmark);
-    }
-    MoveTo(bookmark.row);
-}
-
 void Recordset::FindFirst(const QString& criteria) {
     d_->Movable();
     const dialect::Criterion criterion(criteria, d_->reader.Columns());
@@ -253,10 +217,6 @@ Field Recordset::Fields(int index) const {
 
 int Recordset::FieldCount() const {
     return static_cast<int>(d_->reader.Columns().size());
-}
-
-QString Recordset::FieldName(int index) const {
-    return d_->reader.Columns().at(index);
 }
 
 int Recordset::FieldIndex(const QString& name) const {
@@ -306,11 +266,6 @@ bool Recordset::ReadFor(std::chrono::microseconds budget) {
     }
     Announce();
     return IsComplete();
-}
-
-QVariant Recordset::Cell(qint64 row, int column) const {
-    d_->Usable();
-    return d_->store.Value(d_->Index(row, column), column);
 }
 
 QString Recordset::Text(qint64 row, int column) const {
