@@ -1,6 +1,8 @@
 #include "memorydatabase.h"
 
 #include "platform/dao/functions.h"
+#include "platform/dao/parser.h"
+#include "platform/dao/writer.h"
 #include "platform/erro.h"
 
 #include <sqlite3.h>
@@ -110,8 +112,13 @@ QStringList MemoryDatabase::RunNative(const QByteArray& sql, bool names) const {
     return rows;
 }
 
+dao::dialect::Translation MemoryDatabase::Translate(const QString& text) const {
+    using namespace dao::dialect;
+    return WriteStatement(Parser::ParseStatement(text.toUtf8()), Schema());
+}
+
 QStringList MemoryDatabase::Run(const QString& text, bool names) const {
-    const dao::dialect::Translation translation = dao::dialect::Translate(text, Schema());
+    const dao::dialect::Translation translation = Translate(text);
     QStringList rows;
     RunNative("SAVEPOINT whole");
     try {

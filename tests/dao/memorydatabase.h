@@ -24,6 +24,9 @@ public:
     // failure is thrown as Erro -1 with the engine's message.
     QStringList RunNative(const QByteArray& sql, bool names = false) const;
 
+    // A text of the dialect without a plan.
+    dao::dialect::Translation Translate(const QString& text) const;
+
     // A text of the dialect; the rows of all its statements. A failure undoes all of them.
     QStringList Run(const QString& text, bool names = false) const;
 

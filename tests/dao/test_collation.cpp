@@ -157,12 +157,6 @@ private Q_SLOTS:
         QVERIFY(!collation::Like(text, u"*a*a*a*a*a*a*a*a*a*a*a*a*a*c"));
         QVERIFY(collation::Like(text, u"*a*a*a*a*a*a*a*a*a*a*a*a*a*b"));
     }
-
-    void FindsTheLiteralBeginning() {
-        QCOMPARE(collation::LiteralPrefix(u"ab*c"), u"ab"_s);
-        QCOMPARE(collation::LiteralPrefix(u"[a]b"), u""_s);
-        QCOMPARE(collation::LiteralPrefix(u"abc"), u"abc"_s);
-    }
 };
 
 TARVO_TEST(TestCollation);

@@ -555,8 +555,8 @@ private Q_SLOTS:
     void BeginningsUseTheIndex() {
         QFETCH(QString, where);
         QFETCH(QString, plan);
-        const auto translation = dao::dialect::Translate(
-            u"SELECT CodigoPeca FROM PECA WHERE NumeroTarvoPeca "_s + where, db_->Schema());
+        const auto translation =
+            db_->Translate(u"SELECT CodigoPeca FROM PECA WHERE NumeroTarvoPeca "_s + where);
         const QStringList steps =
             db_->RunNative("EXPLAIN QUERY PLAN " + translation.statements.first());
         QVERIFY2(steps.join(u'\n').contains(u"PECA_NUMERO "_s + plan),

@@ -77,12 +77,4 @@ bool Like(QStringView text, QStringView pattern) {
     return Pattern(pattern).Matches(text);
 }
 
-QStringView LiteralPrefix(QStringView pattern) {
-    qsizetype length = 0;
-    while (length < pattern.size() && !QStringView(u"*?#[").contains(pattern.at(length))) {
-        ++length;
-    }
-    return pattern.first(length);
-}
-
 }  // namespace dao::collation

@@ -6,7 +6,6 @@
 #include "platform/dao/parser.h"
 #include "platform/dao/pattern.h"
 
-#include <cmath>
 #include <optional>
 #include <vector>
 
@@ -22,10 +21,6 @@ Truth Not(Truth truth) {
 
 QVariant ValueOf(Truth truth) {
     return truth ? QVariant(*truth ? -1 : 0) : QVariant();
-}
-
-bool IsText(const QVariant& value) {
-    return value.typeId() == QMetaType::QString;
 }
 
 // Neither is Null. A text and a number are compared as numbers; Erro 13 when the text is none.
@@ -53,10 +48,6 @@ bool Holds(Op op, int order) {
         default:
             return order >= 0;
     }
-}
-
-bool IsWhole(const QVariant& value) {
-    return value.typeId() == QMetaType::LongLong || value.typeId() == QMetaType::Int;
 }
 
 QVariant Arithmetic(Op op, const QVariant& a, const QVariant& b) {

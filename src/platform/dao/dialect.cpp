@@ -1,12 +1,14 @@
 #include "platform/dao/dialect.h"
 
-#include "platform/dao/parser.h"
-#include "platform/dao/writer.h"
+#include <algorithm>
 
 namespace dao::dialect {
 
-Translation Translate(const QString& text, const Schema& schema) {
-    return WriteStatement(Parser::ParseStatement(text.toUtf8()), schema);
+const ColumnInfo* TableInfo::Column(const QString& wanted) const {
+    const auto column = std::find_if(columns.begin(), columns.end(), [&](const ColumnInfo& known) {
+        return known.name.compare(wanted, Qt::CaseInsensitive) == 0;
+    });
+    return column == columns.end() ? nullptr : &*column;
 }
 
 }  // namespace dao::dialect

@@ -27,6 +27,9 @@ struct TableInfo {
     QList<ColumnInfo> columns;
     QString definition;   // the CREATE text that the engine keeps
     QStringList indexes;  // the CREATE texts of its indexes and triggers
+
+    // Without regard to case; null when there is none.
+    const ColumnInfo* Column(const QString& wanted) const;
 };
 
 // What the translator may ask of the database: the definition of a table, without regard to case.
@@ -46,10 +49,6 @@ struct Translation {
     // Upper-case names of the tables named, so that a table kept in a companion file is attached.
     QStringList tables;
 };
-
-// Throws Erro: 3075 syntax, 3129 no statement, 3085 unknown function, 3093 bad pattern, 3000 for
-// what cannot be carried over. Unknown tables and columns are left to the engine.
-Translation Translate(const QString& text, const Schema& schema);
 
 // A condition on a row that lies in memory, for FindFirst.
 class Criterion {

@@ -252,7 +252,7 @@ QString FormatText(const QString& text, const QString& pattern) {
 }  // namespace
 
 QString Format(const QVariant& value, const QString& pattern) {
-    const bool text = value.typeId() == QMetaType::QString;
+    const bool text = IsText(value);
     if (pattern.isEmpty() || pattern.compare("General Number"_L1, Qt::CaseInsensitive) == 0) {
         return convert::ToText(value);
     }

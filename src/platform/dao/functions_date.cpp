@@ -61,7 +61,7 @@ QVariant TimeValue(const Arguments& a) {
 }
 
 QVariant IsDate(const Arguments& a) {
-    const bool text = a.at(0).typeId() == QMetaType::QString;
+    const bool text = IsText(a.at(0));
     return text && serialdate::Parse(a.at(0).toString(), serialdate::Order::DayFirst) ? -1 : 0;
 }
 

@@ -9,14 +9,6 @@ namespace {
 
 using Arguments = QList<QVariant>;
 
-bool IsText(const QVariant& value) {
-    return value.typeId() == QMetaType::QString;
-}
-
-bool IsWhole(const QVariant& value) {
-    return value.typeId() == QMetaType::LongLong || value.typeId() == QMetaType::Int;
-}
-
 double NumberAt(const Arguments& a, qsizetype i) {
     return convert::ToDouble(a.at(i));
 }

@@ -17,8 +17,7 @@ enum class Type { Unknown, Null, Number, Text, Logical };
 struct Function {
     enum class Form {
         Evaluated,  // `evaluate`, known to the engine as dao_ and the name
-        Native,     // the engine has it under the same name
-        Aggregate,  // native as well
+        Aggregate,  // the engine has it under the same name
         First,      // aggregates that the engine lacks
         Last,
         Written,  // turned into other SQL by the writer
@@ -44,6 +43,14 @@ std::span<const Function> DateFunctions();
 // Runs an Evaluated function. Null when any argument is Null, as for all of them. Throws Erro 13,
 // 6 or 5 for arguments that it cannot take.
 QVariant Evaluate(const Function& function, const QList<QVariant>& arguments);
+
+// Kinds of a value that is not Null; the third is a number with a fraction.
+inline bool IsText(const QVariant& value) {
+    return value.typeId() == QMetaType::QString;
+}
+inline bool IsWhole(const QVariant& value) {
+    return value.typeId() == QMetaType::LongLong || value.typeId() == QMetaType::Int;
+}
 
 // Text that joins: Null is empty, unless both are.
 QVariant Concat(const QVariant& left, const QVariant& right);

@@ -8,6 +8,14 @@ namespace dao {
 
 using letters::Weight;
 
+std::string_view LiteralBeginning(std::string_view pattern) {
+    return pattern.substr(0, std::min(pattern.find_first_of("*?#["), pattern.size()));
+}
+
+bool BoundsARange(std::string_view pattern) {
+    return !LiteralBeginning(pattern).empty() && pattern.front() != '-';
+}
+
 Pattern::Pattern(QStringView pattern) {
     elements_.reserve(static_cast<std::size_t>(pattern.size()));
     for (qsizetype at = 0; at < pattern.size(); ++at) {

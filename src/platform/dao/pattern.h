@@ -11,6 +11,13 @@
 
 namespace dao {
 
+// What of a pattern, as UTF-8, is literal: its beginning, up to the first wildcard.
+std::string_view LiteralBeginning(std::string_view pattern);
+
+// Whether all texts that fit lie within a range of the order, so that an index can find them. A
+// number below zero begins with a minus sign and sorts the other way round.
+bool BoundsARange(std::string_view pattern);
+
 // A LIKE pattern made ready: * any run, ? one character, # one digit, [list] and [!list] with
 // ranges; in a list the other wildcards stand for themselves. Case never counts, accents do.
 // Matching takes at most length of text times length of pattern steps.

@@ -17,12 +17,16 @@ namespace dao::dialect {
 using Count = std::function<qint64(const QByteArray& sql)>;
 inline constexpr int CountLimit = 1000;
 
-// Rows of `text` in its order, up to the order among rows with equal keys. What has not the shape
-// of a search (one select, or several by UNION ALL, of one table each, perhaps left-joined to
-// another one; conditions joined by AND; ordinals to order by) is translated as Translate does.
+// Any text of the dialect. A search gives its rows in the order wanted, up to the order among rows
+// with equal keys. What has not the shape of one (one select, or several by UNION ALL, of one table
+// each, perhaps left-joined to another one; conditions joined by AND; ordinals to order by) becomes
+// the plain translation.
 //
 // With Translation::flagColumn the statements call dao_pulse(), which is 1 when the reader's time
 // is up: then a row that is none comes through, and the reader gets to look up.
+//
+// Throws Erro: 3075 syntax, 3129 no statement, 3085 unknown function, 3093 bad pattern, 3000 for
+// what cannot be carried over. Unknown tables and columns are left to the engine.
 Translation PlanQuery(const QString& text, const Schema& schema, const Count& count);
 
 }  // namespace dao::dialect

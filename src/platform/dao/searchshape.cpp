@@ -1,5 +1,6 @@
 #include "platform/dao/searchshape.h"
 
+#include "platform/dao/pattern.h"
 #include "platform/dao/tabledefinition.h"
 #include "platform/dao/token.h"
 
@@ -28,8 +29,7 @@ bool CollectTerms(const Expr& expr, Arm& arm) {
     if (!text && (like || value.kind != Expr::Kind::Number)) {
         return false;
     }
-    const bool beginning = text && !value.text.empty() && value.text.front() != '-' &&
-                           value.text.find_first_of("*?#[") != 0;
+    const bool beginning = text && BoundsARange(value.text);
     const Expr& column = *expr.args[0];
     const bool joined = arm.IsJoined(column);
     arm.terms.push_back(
@@ -46,16 +46,13 @@ bool Arm::IsJoined(const Expr& column) const {
     if (!column.qualifier.empty()) {
         return EqualWords(column.qualifier, joined->Alias());
     }
-    return std::none_of(info.columns.begin(), info.columns.end(),
-                        [&](const ColumnInfo& known) { return SameName(known.name, column.name); });
+    return !info.Column(ToQString(column.name));
 }
 
 // Whether an index begins with the column, so that the rows can be walked in its order.
 bool Arm::IsIndexed(const Expr& column) const {
-    const bool key = std::any_of(info.columns.begin(), info.columns.end(), [&](const auto& known) {
-        return known.primaryKey == 1 && SameName(known.name, column.name);
-    });
-    if (key) {
+    const ColumnInfo* known = info.Column(ToQString(column.name));
+    if (known && known->primaryKey == 1) {
         return true;
     }
     return std::any_of(info.indexes.begin(), info.indexes.end(), [&](const QString& definition) {

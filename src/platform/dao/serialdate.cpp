@@ -1,6 +1,7 @@
 #include "platform/dao/serialdate.h"
 
 #include "platform/erro.h"
+#include "platform/system/clock.h"
 
 #include <QStringList>
 
@@ -12,17 +13,12 @@ namespace {
 
 constexpr qint64 SecondsPerDay = 86400;
 
-qint64 Epoch() {
-    static const qint64 epoch = QDate(1899, 12, 30).toJulianDay();
-    return epoch;
-}
-
 bool InRange(const QDate& date) {
     return date.isValid() && date.year() >= 100 && date.year() <= 9999;
 }
 
-double Combine(qint64 days, double time) {
-    return days < 0 ? static_cast<double>(days) - time : static_cast<double>(days) + time;
+double SerialOf(const QDate& date) {
+    return sys::ToSerial(QDateTime(date, QTime(0, 0), Qt::UTC));
 }
 
 int FullYear(int year, qsizetype digits) {
@@ -92,30 +88,16 @@ std::optional<double> ParseTime(QStringView text) {
 }  // namespace
 
 Moment Split(double serial) {
-    const double whole = std::trunc(serial);
-    if (!(whole > -700000 && whole < 3000000)) {
+    // Wide of the years that count, but within what the toolkit's calendar holds.
+    if (!(serial > -700000 && serial < 3000000)) {
         throw Erro(Erro::Overflow);
     }
-    auto days = static_cast<qint64>(whole);
-    qint64 seconds = std::llround(std::abs(serial - whole) * static_cast<double>(SecondsPerDay));
-    if (seconds == SecondsPerDay) {
-        seconds = 0;
-        days += 1;
-    }
-    Moment moment;
-    moment.date = QDate::fromJulianDay(Epoch() + days);
-    if (!InRange(moment.date)) {
+    const QDateTime moment = sys::FromSerial(serial);
+    if (!InRange(moment.date())) {
         throw Erro(Erro::Overflow);
     }
-    moment.hour = static_cast<int>(seconds / 3600);
-    moment.minute = static_cast<int>(seconds / 60 % 60);
-    moment.second = static_cast<int>(seconds % 60);
-    return moment;
-}
-
-double Join(const Moment& moment) {
-    return Combine(moment.date.toJulianDay() - Epoch(),
-                   FromTime(moment.hour, moment.minute, moment.second));
+    const QTime time = moment.time();
+    return {moment.date(), time.hour(), time.minute(), time.second()};
 }
 
 double FromDate(qint64 year, qint64 month, qint64 day) {
@@ -136,7 +118,7 @@ double FromDate(qint64 year, qint64 month, qint64 day) {
     if (!InRange(date)) {
         throw Erro(Erro::InvalidArgument);
     }
-    return static_cast<double>(date.toJulianDay() - Epoch());
+    return SerialOf(date);
 }
 
 double FromTime(qint64 hour, qint64 minute, qint64 second) {
@@ -159,7 +141,8 @@ std::optional<double> Parse(QStringView text, Order order) {
     if (!time) {
         return {};
     }
-    return Combine(date->toJulianDay() - Epoch(), *time);
+    const double days = SerialOf(*date);
+    return days < 0 ? days - *time : days + *time;
 }
 
 }  // namespace dao::serialdate

@@ -18,7 +18,6 @@ struct Moment {
 
 // To the second. Throws Erro 6 outside the years 100 to 9999.
 Moment Split(double serial);
-double Join(const Moment& moment);
 
 // Months and days outside their range count on into the neighbouring years and months; years 0 to
 // 29 are 2000 to 2029, 30 to 99 are 1930 to 1999. Throws Erro 5 outside the years 100 to 9999.

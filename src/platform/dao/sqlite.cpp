@@ -9,7 +9,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <algorithm>
 #include <array>
 #include <sqlite3.h>
 

@@ -64,7 +64,7 @@ private:
     void Comparison(const Expr& expr, std::string_view sign);
     void Truth(const Expr& expr);
     void Like(const Expr& expr, bool met);
-    void LikePrefix(const Expr& column, const std::string& pattern, std::size_t prefix);
+    void LikePrefix(const Expr& column, std::string_view pattern);
     void In(const Expr& expr);
     void Between(const Expr& expr);
     void Call(const Expr& expr);
@@ -82,10 +82,6 @@ private:
     QByteArray out_;
     QStringList tables_;
 };
-
-// The function that makes of a value what a column of this type stores, or empty where the engine
-// does so by itself.
-std::string_view StoringFunction(const QString& declaredType);
 
 // Writes any statement; in writer_change.cpp and writer_definition.cpp.
 Translation WriteStatement(const Statement& statement, const Schema& schema);

@@ -19,9 +19,6 @@ void Writer::Call(const Expr& expr) {
         case Function::Form::Written:
             WrittenCall(expr);
             break;
-        case Function::Form::Native:
-            FunctionOf(function->name, expr);
-            break;
         case Function::Form::Aggregate:
             Raw(function->name);
             Raw("(");

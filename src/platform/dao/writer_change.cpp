@@ -1,4 +1,6 @@
+#include "platform/dao/columntypes.h"
 #include "platform/dao/errors.h"
+#include "platform/dao/resultcolumns.h"
 #include "platform/dao/writer.h"
 
 #include <algorithm>
@@ -6,15 +8,6 @@
 namespace dao::dialect {
 
 namespace {
-
-const Source* FindTable(const Source& source, std::string_view name) {
-    if (source.kind == Source::Kind::Join) {
-        const Source* found = FindTable(*source.left, name);
-        return found ? found : FindTable(*source.right, name);
-    }
-    const bool named = EqualWords(source.Alias(), name) || EqualWords(source.name, name);
-    return source.kind == Source::Kind::Table && named ? &source : nullptr;
-}
 
 // Whether rows of the result may lack a row of this table.
 bool MayBeMissing(const Source& source, const Source* table) {
@@ -27,16 +20,6 @@ bool MayBeMissing(const Source& source, const Source* table) {
         return true;
     }
     return MayBeMissing(onLeft ? *source.left : *source.right, table);
-}
-
-std::optional<TableInfo> InfoOf(const Schema& schema, std::string_view table) {
-    return schema.table ? schema.table(ToQString(table)) : std::nullopt;
-}
-
-bool HasColumn(const TableInfo& info, std::string_view column) {
-    return std::any_of(info.columns.begin(), info.columns.end(), [&](const ColumnInfo& c) {
-        return c.name.compare(ToQString(column), Qt::CaseInsensitive) == 0;
-    });
 }
 
 // The columns that tell the rows of a table apart.
@@ -73,8 +56,6 @@ private:
     void WriteJoinedUpdate(const Update& update);
     const Source* TargetOf(const Source& source, const Assignment& assignment) const;
     void WriteRowKey(const QStringList& key, std::string_view table);
-    QStringList NamesOf(const Query& query) const;
-    QString DeclaredType(const Select& select, const Expr& expr) const;
 
     const Schema& schema_;
     Translation& translation_;
@@ -86,39 +67,13 @@ void ChangeWriter::Finish() {
     translation_.tables = writer_.Tables();
 }
 
-// What the engine would store as it stands and the dialect converts or refuses, by declared type.
-struct Storing {
-    const char* type;
-    const char* function;
-};
-constexpr Storing Storings[] = {
-    {"BIT", "dao_cbool"},      {"TINYINT", "dao_cbyte"},      {"SMALLINT", "dao_cint"},
-    {"INTEGER", "dao_clng"},   {"INT", "dao_clng"},           {"DOUBLE", "dao_cdbl"},
-    {"DATETIME", "dao_cdate"}, {"DECIMAL(19,4)", "dao_ccur"},
-};
-
-}  // namespace
-
-std::string_view StoringFunction(const QString& declaredType) {
-    for (const Storing& storing : Storings) {
-        if (declaredType.compare(QLatin1String(storing.type), Qt::CaseInsensitive) == 0) {
-            return storing.function;
-        }
-    }
-    return {};
-}
-
-namespace {
-
 void ChangeWriter::WriteStored(std::string_view table, std::string_view column, const Expr& value) {
     const bool sameColumn = value.kind == Expr::Kind::Column && EqualWords(value.name, column);
     std::string_view function;
     const std::optional<TableInfo> info =
         sameColumn || value.kind == Expr::Kind::Null ? std::nullopt : InfoOf(schema_, table);
-    for (const ColumnInfo& c : info ? info->columns : QList<ColumnInfo>()) {
-        if (c.name.compare(ToQString(column), Qt::CaseInsensitive) == 0) {
-            function = StoringFunction(c.declaredType);
-        }
+    if (const ColumnInfo* known = info ? info->Column(ToQString(column)) : nullptr) {
+        function = StoringFunction(known->declaredType);
     }
     if (function.empty()) {
         writer_.Value(value);
@@ -128,37 +83,6 @@ void ChangeWriter::WriteStored(std::string_view table, std::string_view column, 
     writer_.Raw("(");
     writer_.Value(value);
     writer_.Raw(")");
-}
-
-QStringList ChangeWriter::NamesOf(const Query& query) const {
-    const Query::Arm& arm = query.arms.front();
-    if (arm.nested) {
-        return NamesOf(*arm.nested);
-    }
-    const Select& select = *arm.select;
-    QStringList names;
-    for (const SelectItem& item : select.items) {
-        if (!item.alias.empty()) {
-            names.append(ToQString(item.alias));
-        } else if (item.expr->kind == Expr::Kind::Column) {
-            names.append(ToQString(item.expr->name));
-        } else if (item.expr->kind == Expr::Kind::Star && select.from.size() == 1) {
-            const Source& from = *select.from.front();
-            const Source* source = item.expr->qualifier.empty() && from.kind == Source::Kind::Table
-                                       ? &from
-                                       : FindTable(from, item.expr->qualifier);
-            const auto info = source ? InfoOf(schema_, source->name) : std::nullopt;
-            if (!info) {
-                return {};
-            }
-            for (const ColumnInfo& column : info->columns) {
-                names.append(column.name);
-            }
-        } else {
-            return {};
-        }
-    }
-    return names;
 }
 
 void ChangeWriter::Write(const Insert& insert) {
@@ -171,7 +95,7 @@ void ChangeWriter::Write(const Insert& insert) {
     }
     if (insert.query && columns.isEmpty()) {
         // Without a list, the columns of a query are matched by name, not by place.
-        columns = NamesOf(*insert.query);
+        columns = NamesOf(schema_, *insert.query);
         if (columns.isEmpty()) {
             Throw(Failure::NotSupported, ToQString(insert.table));
         }
@@ -234,7 +158,7 @@ const Source* ChangeWriter::TargetOf(const Source& source, const Assignment& ass
         return found ? found : TargetOf(*source.right, assignment);
     }
     const auto info = InfoOf(schema_, source.name);
-    return info && HasColumn(*info, assignment.column) ? &source : nullptr;
+    return info && info->Column(ToQString(assignment.column)) ? &source : nullptr;
 }
 
 void ChangeWriter::WriteRowKey(const QStringList& key, std::string_view table) {
@@ -326,46 +250,14 @@ void ChangeWriter::Write(const Delete& deletion) {
     Finish();
 }
 
-// The declared type of what an expression gives, as a column of a new table.
-QString ChangeWriter::DeclaredType(const Select& select, const Expr& expr) const {
-    const QString text = QStringLiteral("TEXT COLLATE TARVO");
-    if (expr.kind != Expr::Kind::Column) {
-        const Type type = TypeOf(expr);
-        return type == Type::Number ? QStringLiteral("NUMERIC")
-               : type == Type::Text ? text
-                                    : QStringLiteral("COLLATE TARVO");
-    }
-    const std::function<QString(const Source&)> search = [&](const Source& source) -> QString {
-        if (source.kind == Source::Kind::Join) {
-            const QString found = search(*source.left);
-            return found.isEmpty() ? search(*source.right) : found;
-        }
-        const bool meant = expr.qualifier.empty() || EqualWords(source.Alias(), expr.qualifier);
-        const auto info = meant ? InfoOf(schema_, source.name) : std::nullopt;
-        for (const ColumnInfo& column : info ? info->columns : QList<ColumnInfo>()) {
-            if (column.name.compare(ToQString(expr.name), Qt::CaseInsensitive) == 0) {
-                return column.declaredType;
-            }
-        }
-        return {};
-    };
-    QString declared;
-    for (const SourcePtr& source : select.from) {
-        declared = declared.isEmpty() ? search(*source) : declared;
-    }
-    // Harmless on numbers, needed on texts.
-    return declared + QStringLiteral(" COLLATE TARVO");
-}
-
 // SELECT ... INTO: the engine's own form of it would lose types and collation.
 void ChangeWriter::WriteInto(const Query& query) {
     Select& select = *query.arms.front().select;
     const std::string_view table = std::exchange(select.into, {});
-    if (std::any_of(query.arms.begin() + 1, query.arms.end(),
-                    [](const Query::Arm&) { return true; })) {
+    if (query.arms.size() > 1) {
         Throw(Failure::NotSupported, QStringLiteral("INTO, UNION"));
     }
-    const QStringList names = NamesOf(query);
+    const QStringList names = NamesOf(schema_, query);
     const bool plain = std::none_of(select.items.begin(), select.items.end(), [](const auto& item) {
         return item.expr->kind == Expr::Kind::Star;
     });
@@ -384,7 +276,7 @@ void ChangeWriter::WriteInto(const Query& query) {
         const std::string name = names.at(i).toStdString();
         byName.name = name;
         const Expr& expr = plain ? *select.items[static_cast<std::size_t>(i)].expr : byName;
-        writer_.Raw(DeclaredType(select, expr).toStdString());
+        writer_.Raw(DeclaredType(schema_, select, expr).toStdString());
     }
     writer_.Raw(")");
     Finish();

@@ -1,3 +1,4 @@
+#include "platform/dao/columntypes.h"
 #include "platform/dao/errors.h"
 #include "platform/dao/tabledefinition.h"
 #include "platform/dao/writer.h"
@@ -10,31 +11,6 @@ namespace {
 
 using Constraint = ConstraintDefinition;
 
-// The engine derives how it keeps a column's values from the name of its type, so each of the
-// dialect's types gets one of the fitting family. Whole numbers are INT, not INTEGER: as a key the
-// latter would number a row that was given no value, instead of refusing it.
-struct TypeEntry {
-    const char* names;  // each with a blank before and behind
-    const char* type;
-};
-
-constexpr TypeEntry Types[] = {
-    {" TEXT CHAR VARCHAR CHARACTER STRING ALPHANUMERIC NCHAR NVARCHAR NATIONAL ", "TEXT"},
-    {" MEMO LONGTEXT LONGCHAR NOTE NTEXT ", "LONGTEXT COLLATE TARVO"},
-    {" GUID UNIQUEIDENTIFIER ", "TEXT(38) COLLATE TARVO"},
-    {" BYTE TINYINT INTEGER1 ", "TINYINT"},
-    {" SHORT SMALLINT INTEGER2 ", "SMALLINT"},
-    {" LONG INTEGER INT INTEGER4 ", "INT"},
-    {" COUNTER AUTOINCREMENT IDENTITY ", "INTEGER PRIMARY KEY AUTOINCREMENT"},
-    {" SINGLE REAL FLOAT4 IEEESINGLE ", "REAL"},
-    {" DOUBLE FLOAT FLOAT8 IEEEDOUBLE NUMBER ", "DOUBLE"},
-    {" CURRENCY MONEY ", "DECIMAL(19,4)"},
-    {" DECIMAL NUMERIC DEC ", "DECIMAL"},
-    {" DATETIME DATE TIME TIMESTAMP ", "DATETIME"},
-    {" BIT YESNO LOGICAL LOGICAL1 BOOLEAN ", "BIT"},
-    {" BINARY VARBINARY OLEOBJECT LONGBINARY GENERAL IMAGE ", "BLOB"},
-};
-
 QByteArray Bracketed(std::string_view name) {
     return "[" + QByteArray(name.data(), static_cast<qsizetype>(name.size())) + "]";
 }
@@ -45,20 +21,6 @@ QByteArray BracketedList(const std::vector<std::string_view>& names) {
         list += (list.isEmpty() ? "(" : ", ") + Bracketed(name);
     }
     return list + ")";
-}
-
-QString TypeOf(const ColumnType& type) {
-    const QString word = u' ' + ToQString(type.name) + u' ';
-    for (const TypeEntry& entry : Types) {
-        if (QLatin1String(entry.names).contains(word)) {
-            return QLatin1String(entry.type);
-        }
-    }
-    Throw(Failure::SyntaxError, ToQString(type.name));
-}
-
-bool IsCounter(const ColumnDefinition& column) {
-    return TypeOf(column.type).endsWith(QLatin1String("AUTOINCREMENT"));
 }
 
 class DefinitionWriter {
@@ -82,6 +44,7 @@ private:
     QByteArray Text(const Expr& expr, bool condition);
     void AddUniqueIndex(std::string_view table, const Constraint& constraint);
     void AddColumn(const AlterTable& alter, const TableInfo& info);
+    void AlterColumn(const AlterTable& alter, const TableInfo& info);
     void AddConstraint(const AlterTable& alter, const TableInfo& info);
     void DropNamed(const TableInfo& info, std::string_view name);
 
@@ -109,7 +72,7 @@ QByteArray DefinitionWriter::Text(const Expr& expr, bool condition) {
 
 QByteArray DefinitionWriter::ColumnText(const ColumnDefinition& column) {
     const QByteArray name = Bracketed(column.name);
-    const QString type = TypeOf(column.type);
+    const QString type = EngineType(column.type);
     QByteArray text = name + " " + type.toUtf8();
     const bool sized = type == QLatin1String("TEXT");
     const std::string size = column.type.sizes.empty() ? "255" : column.type.sizes.front();
@@ -226,7 +189,7 @@ void DefinitionWriter::AddColumn(const AlterTable& alter, const TableInfo& info)
     const auto& constraints = column.constraints;
     const bool onlyUnique =
         std::all_of(constraints.begin(), constraints.end(), is(Constraint::Kind::Unique));
-    const bool flag = TypeOf(column.type) == QLatin1String("BIT");
+    const bool flag = EngineType(column.type) == QLatin1String("BIT");
     const QString name = ToQString(column.name);
     if (onlyUnique && !column.notNull && !IsCounter(column) && (flag || !column.defaultValue)) {
         Add("ALTER TABLE " + Bracketed(alter.table) + " ADD COLUMN " + ColumnText(column));
@@ -254,6 +217,24 @@ void DefinitionWriter::AddColumn(const AlterTable& alter, const TableInfo& info)
             AddUniqueIndex(alter.table, constraint);
         }
     }
+}
+
+void DefinitionWriter::AlterColumn(const AlterTable& alter, const TableInfo& info) {
+    const QString name = ToQString(alter.column.name);
+    if (!info.Column(name)) {
+        Throw(Failure::UnknownColumn, name);
+    }
+    TableDefinition table(info);
+    table.SetColumn(name, ColumnText(alter.column));
+    const QString type = EngineType(alter.column.type);
+    const std::string_view convert =
+        type.contains(QLatin1String("TEXT")) ? "dao_cstr" : StoringFunction(type);
+    QList<TableDefinition::NewValue> values;
+    if (!convert.empty()) {
+        values.append({name, QByteArray(convert.data(), static_cast<qsizetype>(convert.size())) +
+                                 "(" + Bracketed(alter.column.name) + ")"});
+    }
+    translation_.statements += table.Rebuild(values);
 }
 
 void DefinitionWriter::AddConstraint(const AlterTable& alter, const TableInfo& info) {
@@ -302,29 +283,9 @@ void DefinitionWriter::Write(const AlterTable& alter) {
         case AlterTable::Action::AddColumn:
             AddColumn(alter, info);
             break;
-        case AlterTable::Action::AlterColumn: {
-            const QString name = ToQString(alter.column.name);
-            const bool there =
-                std::any_of(info.columns.begin(), info.columns.end(), [&](const ColumnInfo& c) {
-                    return c.name.compare(name, Qt::CaseInsensitive) == 0;
-                });
-            if (!there) {
-                Throw(Failure::UnknownColumn, name);
-            }
-            TableDefinition table(info);
-            table.SetColumn(name, ColumnText(alter.column));
-            const QString type = TypeOf(alter.column.type);
-            const std::string_view convert =
-                type.contains(QLatin1String("TEXT")) ? "dao_cstr" : StoringFunction(type);
-            QList<TableDefinition::NewValue> values;
-            if (!convert.empty()) {
-                values.append(
-                    {name, QByteArray(convert.data(), static_cast<qsizetype>(convert.size())) +
-                               "(" + Bracketed(alter.column.name) + ")"});
-            }
-            translation_.statements += table.Rebuild(values);
+        case AlterTable::Action::AlterColumn:
+            AlterColumn(alter, info);
             break;
-        }
         case AlterTable::Action::DropColumn:
             Add("ALTER TABLE " + Bracketed(alter.table) + " DROP COLUMN " +
                 Bracketed(alter.dropped));

@@ -1,17 +1,10 @@
+#include "platform/dao/collation.h"
 #include "platform/dao/errors.h"
-#include "platform/dao/pattern.h"
 #include "platform/dao/writer.h"
-
-#include <algorithm>
 
 namespace dao::dialect {
 
 namespace {
-
-constexpr std::string_view Collation = " COLLATE TARVO";
-
-// Sorts behind every other character: the end of a range of beginnings (collation::Last).
-constexpr std::string_view LastCharacter = "\xF4\x8F\xBF\xBF";
 
 std::string_view SignOf(Op op) {
     switch (op) {
@@ -97,13 +90,13 @@ void Writer::CollatedValue(const Expr& expr) {
         return;
     }
     Operand(expr);
-    Raw(Collation);
+    Raw(collation::Clause);
 }
 
 // Only where the expression is no bare column: a column brings its own.
 void Writer::CollationUnlessColumn(const Expr& expr) {
     if (!IsColumn(expr) && MayBeText(expr)) {
-        Raw(Collation);
+        Raw(collation::Clause);
     }
 }
 
@@ -312,67 +305,10 @@ void Writer::Comparison(const Expr& expr, std::string_view sign) {
     const Expr& right = *expr.args[1];
     Operand(left);
     if (!IsColumn(left) && !IsColumn(right) && MayBeText(left) && MayBeText(right)) {
-        Raw(Collation);
+        Raw(collation::Clause);
     }
     Raw(sign);
     Operand(right);
-}
-
-void Writer::Like(const Expr& expr, bool met) {
-    const Expr& value = *expr.args[0];
-    const Expr& pattern = *expr.args[1];
-    if (pattern.kind == Expr::Kind::Text) {
-        const dao::Pattern refusesBadOnes(ToQString(pattern.text));
-        if (met && !expr.negated && pattern.text == "*") {
-            Operand(value);
-            Raw(" IS NOT NULL");
-            return;
-        }
-        const std::size_t wildcard = pattern.text.find_first_of("*?#[");
-        const std::size_t prefix = std::min(wildcard, pattern.text.size());
-        // A number below zero begins with a minus sign and sorts the other way round.
-        if (!expr.negated && IsColumn(value) && prefix > 0 && pattern.text.front() != '-') {
-            // The range lets the column's index be used, the pattern decides.
-            LikePrefix(value, pattern.text, prefix);
-            Raw(" AND ");
-            FunctionOf("dao_like", expr);
-            return;
-        }
-    }
-    Raw(expr.negated ? "NOT " : "");
-    FunctionOf("dao_like", expr);
-}
-
-void Writer::LikePrefix(const Expr& column, const std::string& pattern, std::size_t prefix) {
-    const std::string begin = pattern.substr(0, prefix);
-    Value(column);
-    Raw(" >= ");
-    Text(begin);
-    Raw(Collation);
-    Raw(" AND ");
-    Value(column);
-    const bool whole = prefix == pattern.size();
-    Raw(whole ? " <= " : " < ");
-    Text(whole ? begin : begin + std::string(LastCharacter));
-    Raw(Collation);
-}
-
-void Writer::Range(const Expr& term) {
-    if (term.kind == Expr::Kind::Like) {
-        const std::string& pattern = term.args[1]->text;
-        LikePrefix(*term.args[0], pattern, std::min(pattern.find_first_of("*?#["), pattern.size()));
-    } else {
-        Logical(term, true);
-    }
-}
-
-void Writer::Test(const Expr& term) {
-    if (term.kind == Expr::Kind::Like) {
-        const dao::Pattern refusesBadOnes(ToQString(term.args[1]->text));
-        FunctionOf("dao_like", term);
-    } else {
-        Logical(term, true);
-    }
 }
 
 void Writer::In(const Expr& expr) {
