@@ -2,7 +2,6 @@
 #include "platform/forms/application.h"
 #include "platform/system/usage.h"
 #include "session/apresentacao.h"
-#include "session/banco.h"
 #include "session/global.h"
 
 using namespace Qt::StringLiterals;
@@ -33,7 +32,13 @@ int main(int argc, char** argv) {
     }
     forms::Application application(argc, argv);
     AplicarTema();
-    application.SetEmergencyExit([] { FecharBancoDados(gWS, gDB); });
+    // Closed, but still there: a routine that let the failed event through goes on behind it, and
+    // has to meet an error, not an empty reference.
+    application.SetEmergencyExit([] {
+        if (gWS) {
+            gWS->Close();
+        }
+    });
     return application.Run(
         [&] { (new frmApresentacao(application.arguments().mid(1).join(u' ')))->Show(); });
 }

@@ -1,17 +1,13 @@
 #include "figure/figura_detalhada.h"
 
 #include "partviews/lista_pecas.h"
-#include "partviews/resultado_pesquisa.h"
 #include "partviews/titulo.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msgbox.h"
 #include "printing/impressao.h"
-#include "search/pesquisa.h"
 #include "session/banco.h"
 #include "session/global.h"
 #include "session/modulo.h"
-
-#include <QPointer>
 
 using namespace Qt::StringLiterals;
 
@@ -39,13 +35,13 @@ void frmFiguraDetalhada::Unloading() {
 
 frmListaPecas* frmFiguraDetalhada::MostrarLista() {
     auto& lista = UnicaInstancia<frmListaPecas>();
-    const QPointer<Form> esta(this);
-    const QPointer<Form> aberta(&lista);
+    const forms::StillLoaded esta(this);
+    const forms::StillLoaded aberta(&lista);
     MostrarFormulario(lista);
     if (esta) {
         SetVisible(false);
     }
-    return aberta && aberta->IsLoaded() ? &lista : nullptr;
+    return aberta ? &lista : nullptr;
 }
 
 void frmFiguraDetalhada::AbrirLista() {
@@ -70,21 +66,4 @@ void frmFiguraDetalhada::Imprimir() {
     mIgnorarAtivacao = true;
     ParametroFormulario = u"FD:1LC:0"_s;
     UnicaInstancia<frmImpressao>().ShowModal();
-}
-
-void frmFiguraDetalhada::VoltarResultado() {
-    forms::SetMousePointer(forms::vbHourglass);
-    Descarregar<frmListaPecas>();
-    UnicaInstancia<frmResultadoPesquisa>().SetVisible(true);
-    Unload();
-    forms::SetMousePointer(forms::vbDefault);
-}
-
-void frmFiguraDetalhada::VoltarPesquisa() {
-    forms::SetMousePointer(forms::vbHourglass);
-    Descarregar<frmListaPecas>();
-    UnicaInstancia<frmResultadoPesquisa>().Unload();
-    gFrmPesquisa->SetVisible(true);
-    Unload();
-    forms::SetMousePointer(forms::vbDefault);
 }

@@ -2,6 +2,7 @@
 
 #include "figure/item_figura.h"
 #include "look/tela.h"
+#include "partviews/volta.h"
 #include "platform/dao/dao.h"
 
 #include <QTimer>
@@ -34,7 +35,7 @@ protected:
     void Activate() override;
     void Unloading() override;
     // The part result waits behind this one, hidden.
-    void CloseRequested() override { VoltarResultado(); }
+    void CloseRequested() override { VoltarAoResultado(*this); }
 
 private:
     struct ItemPiscando {
@@ -71,8 +72,6 @@ private:
     frmListaPecas* MostrarLista();
     void AbrirLista();
     void Imprimir();
-    void VoltarResultado();
-    void VoltarPesquisa();
 
     bool mIgnorarAtivacao = false;                 // the next activation brings no selection
     qint16 mItemAtual = -1;                        // the number under the mouse

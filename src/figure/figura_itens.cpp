@@ -8,8 +8,6 @@
 #include "platform/forms/msgbox.h"
 #include "session/global.h"
 
-#include <QPointer>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -158,9 +156,9 @@ void frmFiguraDetalhada::AoMoverSobreItem(qint16 Index) {
     const bool piscava = Timer1.isActive();
     if (piscava) {
         Timer1.stop();
-        const QPointer<Form> esta(this);
+        const forms::StillLoaded aberta(this);
         forms::DoEventsButInput();
-        if (!esta || !IsLoaded()) {
+        if (!aberta) {
             return;
         }
     }

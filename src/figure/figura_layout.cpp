@@ -73,8 +73,8 @@ void frmFiguraDetalhada::LigarEventos() {
         LimparItemAtual();
     });
     connect(&Timer1, &QTimer::timeout, this, &frmFiguraDetalhada::Piscar);
-    AoClicar(u"imgPesquisaFundo"_s, [this] { VoltarPesquisa(); });
-    AoClicar(u"imgResultadoPesquisaFundo"_s, [this] { VoltarResultado(); });
+    AoClicar(u"imgPesquisaFundo"_s, [this] { VoltarAPesquisa(*this); });
+    AoClicar(u"imgResultadoPesquisaFundo"_s, [this] { VoltarAoResultado(*this); });
     AoClicar(u"imgListaComponentesFundo"_s, [this] { AbrirLista(); });
     AoClicar(u"imgImprimir"_s, [this] { Imprimir(); });
 }

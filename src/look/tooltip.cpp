@@ -18,9 +18,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint32 TextoDeBotao = qint32(0x80000012);
-constexpr qint32 FundoDeDica = qint32(0x80000018);
-
 // Design pixels.
 constexpr int Margem = 9;
 constexpr int LadoDoSinal = 16;
@@ -205,8 +202,8 @@ private:
             alvo.setY(dica_.centered_ ? controle.bottom() + 1 : alvo.y() + AlturaDoPonteiro);
         }
         int esquerda = alvo.x() - (dica_.centered_ ? corpo.width() / 2 : balao ? PontaDoLado : 0);
-        esquerda = std::clamp(esquerda, area.left(),
-                              std::max(area.left(), area.right() - corpo.width()));
+        esquerda =
+            std::clamp(esquerda, area.left(), std::max(area.left(), area.right() - corpo.width()));
         ponta_ = balao ? std::clamp(alvo.x() - esquerda, Canto + LarguraDaPonta,
                                     corpo.width() - Canto - LarguraDaPonta)
                        : 0;

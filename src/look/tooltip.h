@@ -8,12 +8,14 @@
 // A tip with a title, a sign and colours of its own that comes up over a control when the mouse
 // rests on it. One instance shows one tip at a time, on one control.
 //
-// A colour is 0x00BBGGRR; a negative one names a colour of the desktop by its index (0x80000012 the
-// text of buttons, 0x80000018 the ground of tips).
+// A colour is 0x00BBGGRR; a negative one names a colour of the desktop by its index.
 class cToolTip {
 public:
     enum Estilo : qint32 { SemDica = -1, Simples = 0, SempreVisivel = 1, Balao = 64 };
     enum Sinal : qint32 { SemSinal = 0, Informacao = 1, Aviso = 2, Falha = 3 };
+
+    static constexpr qint32 TextoDeBotao = qint32(0x80000012);
+    static constexpr qint32 FundoDeDica = qint32(0x80000018);
 
     cToolTip();
     ~cToolTip();

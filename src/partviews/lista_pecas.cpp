@@ -3,18 +3,14 @@
 #include "figure/figura_detalhada.h"
 #include "partviews/clientes.h"
 #include "partviews/item.h"
-#include "partviews/resultado_pesquisa.h"
 #include "partviews/titulo.h"
 #include "platform/convert.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msgbox.h"
 #include "printing/impressao.h"
-#include "search/pesquisa.h"
 #include "session/banco.h"
 #include "session/global.h"
 #include "session/modulo.h"
-
-#include <QPointer>
 
 using namespace Qt::StringLiterals;
 
@@ -39,8 +35,11 @@ void frmListaPecas::Load() {
 }
 
 void frmListaPecas::Activate() {
+    const forms::StillLoaded aberta(this);
     forms::DoEvents();
-    GravarClienteConcorrente(cboNumeroClienteConcorrenteComponente->SelectedItemData());
+    if (aberta) {
+        GravarClienteConcorrente(cboNumeroClienteConcorrenteComponente->SelectedItemData());
+    }
 }
 
 void frmListaPecas::LigarEventos() {
@@ -55,8 +54,8 @@ void frmListaPecas::LigarEventos() {
     connect(cboNumeroClienteConcorrenteComponente, &forms::ComboList::Click, this,
             &frmListaPecas::AoEscolherCliente);
     AoClicar(u"imgFiguraDetalhadaFundo"_s, [this] { AbrirFigura(); });
-    AoClicar(u"imgResultadoPesquisaFundo"_s, [this] { VoltarResultado(); });
-    AoClicar(u"imgPesquisaFundo"_s, [this] { VoltarPesquisa(); });
+    AoClicar(u"imgResultadoPesquisaFundo"_s, [this] { VoltarAoResultado(*this); });
+    AoClicar(u"imgPesquisaFundo"_s, [this] { VoltarAPesquisa(*this); });
     AoClicar(u"imgImprimir"_s, [] {
         ParametroFormulario = u"FD:0LC:1"_s;
         forms::SetMousePointer(forms::vbHourglass);
@@ -120,9 +119,9 @@ void frmListaPecas::AbrirFigura() {
     if (!ListaVazia()) {
         ParametroFormulario = SelecaoAtual();
     }
-    const QPointer<Form> esta(this);
+    const forms::StillLoaded aberta(this);
     MostrarFormulario(UnicaInstancia<frmFiguraDetalhada>());
-    if (esta) {
+    if (aberta) {
         SetVisible(false);
     }
     forms::SetMousePointer(forms::vbDefault);
@@ -141,21 +140,4 @@ QString frmListaPecas::SelecaoAtual() const {
 
 void frmListaPecas::IrPara(const QString& criterio) {
     dtcListaPecas->GetRecordset()->FindFirst(criterio);
-}
-
-void frmListaPecas::VoltarResultado() {
-    forms::SetMousePointer(forms::vbHourglass);
-    Descarregar<frmFiguraDetalhada>();
-    UnicaInstancia<frmResultadoPesquisa>().SetVisible(true);
-    Unload();
-    forms::SetMousePointer(forms::vbDefault);
-}
-
-void frmListaPecas::VoltarPesquisa() {
-    forms::SetMousePointer(forms::vbHourglass);
-    Descarregar<frmFiguraDetalhada>();
-    UnicaInstancia<frmResultadoPesquisa>().Unload();
-    gFrmPesquisa->SetVisible(true);
-    Unload();
-    forms::SetMousePointer(forms::vbDefault);
 }

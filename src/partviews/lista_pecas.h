@@ -1,6 +1,7 @@
 #pragma once
 
 #include "look/tela.h"
+#include "partviews/volta.h"
 #include "platform/forms/boundgrid.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/datasource.h"
@@ -25,7 +26,7 @@ protected:
     void Load() override;
     void Activate() override;
     // The part result waits behind this one, hidden.
-    void CloseRequested() override { VoltarResultado(); }
+    void CloseRequested() override { VoltarAoResultado(*this); }
 
 private:
     // A box above a column: the column's sort key and how its text becomes the seek's criterion.
@@ -56,8 +57,6 @@ private:
     void AoEscolherJogo();
     void AoEscolherCliente();
     void AbrirFigura();
-    void VoltarResultado();
-    void VoltarPesquisa();
 
     bool mCarregado = false;
 

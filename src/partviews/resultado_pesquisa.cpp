@@ -9,11 +9,8 @@
 #include "platform/forms/application.h"
 #include "platform/forms/msgbox.h"
 #include "platform/forms/picturefile.h"
-#include "search/pesquisa.h"
 #include "session/banco.h"
 #include "session/global.h"
-
-#include <QPointer>
 
 using namespace Qt::StringLiterals;
 
@@ -135,7 +132,7 @@ void frmResultadoPesquisa::LigarEventos() {
             &frmResultadoPesquisa::AoMudarPeca);
     connect(grdResultadoPesquisaPeca, &forms::BoundGrid::DblClick, this,
             &frmResultadoPesquisa::AbrirFigura);
-    AoClicar(u"imgPesquisaFundo"_s, [this] { VoltarPesquisa(); });
+    AoClicar(u"imgPesquisaFundo"_s, [this] { VoltarAPesquisa(*this); });
     AoClicar(u"imgListaComponentesFundo"_s, [this] { AbrirLista(); });
     AoClicar(u"imgFiguraDetalhadaFundo"_s, [this] { AbrirFigura(); });
 }
@@ -159,8 +156,11 @@ void frmResultadoPesquisa::Load() {
 }
 
 void frmResultadoPesquisa::Activate() {
+    const forms::StillLoaded aberta(this);
     forms::DoEvents();
-    GravarClienteConcorrente(cboNumeroClienteConcorrentePeca->SelectedItemData());
+    if (aberta) {
+        GravarClienteConcorrente(cboNumeroClienteConcorrentePeca->SelectedItemData());
+    }
 }
 
 void frmResultadoPesquisa::AoEscolherCliente() {
@@ -252,9 +252,9 @@ void frmResultadoPesquisa::EntregarPeca() {
 
 void frmResultadoPesquisa::Avancar(Form& proxima) {
     forms::SetMousePointer(forms::vbHourglass);
-    const QPointer<Form> esta(this);
+    const forms::StillLoaded aberta(this);
     proxima.Show();
-    if (esta) {
+    if (aberta) {
         SetVisible(false);
     }
     forms::SetMousePointer(forms::vbDefault);
@@ -273,11 +273,4 @@ void frmResultadoPesquisa::AbrirFigura() {
         ParametroFormulario = mSelecao;
         Avancar(UnicaInstancia<frmFiguraDetalhada>());
     }
-}
-
-void frmResultadoPesquisa::VoltarPesquisa() {
-    forms::SetMousePointer(forms::vbHourglass);
-    gFrmPesquisa->SetVisible(true);
-    Unload();
-    forms::SetMousePointer(forms::vbDefault);
 }

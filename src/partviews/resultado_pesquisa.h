@@ -1,6 +1,7 @@
 #pragma once
 
 #include "look/tela.h"
+#include "partviews/volta.h"
 #include "platform/forms/boundgrid.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/datasource.h"
@@ -19,7 +20,7 @@ protected:
     void Load() override;
     void Activate() override;
     // The search screen waits behind this one, hidden.
-    void CloseRequested() override { VoltarPesquisa(); }
+    void CloseRequested() override { VoltarAPesquisa(*this); }
 
 private:
     void CriarControles();
@@ -39,7 +40,6 @@ private:
     void Avancar(Form& proxima);
     void AbrirLista();
     void AbrirFigura();
-    void VoltarPesquisa();
 
     QString mTipoItem;
     qint32 mCodigoItem = 0;

@@ -47,6 +47,11 @@ frmImpressao::frmImpressao() : Tela(Nome, Kind::Dialog, QSize(435, 195), u"impre
     LigarEventos();
 }
 
+bool frmImpressao::Imprimindo() {
+    const auto* dialogo = static_cast<const frmImpressao*>(Find(Nome));
+    return dialogo && dialogo->mImprimindo;
+}
+
 void frmImpressao::CriarControles() {
     opcoes_ = {
         CriarOpcao(u"FD:"_s, u"imgFiguraDetalhada"_s, u"Figura detalhada"_s, PossuiFiguraDetalhada,

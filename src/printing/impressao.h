@@ -23,6 +23,9 @@ public:
 
     frmImpressao();
 
+    // Whether a job is under way. The dialog must stay until its end.
+    static bool Imprimindo();
+
 protected:
     void Load() override;
     void Activate() override;

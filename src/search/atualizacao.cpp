@@ -1,14 +1,17 @@
 // Whether the catalogue is to be updated. The server is asked by a process of its own, which leaves
-// its answer in a file; when there is something newer and the user agrees, the same check runs again
-// under the update lock, since another computer may have updated the shared catalogue meanwhile, and
-// then frmAtualizando does the work.
+// its answer in a file; when there is something newer and the user agrees, the same check runs
+// again under the update lock, since another computer may have updated the shared catalogue
+// meanwhile, and then frmAtualizando does the work.
 
+#include "look/conheca_tarvo.h"
 #include "platform/convert.h"
 #include "platform/erro.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msgbox.h"
 #include "platform/system/clock.h"
+#include "printing/impressao.h"
 #include "search/pesquisa.h"
+#include "secrets/configuracoes.h"
 #include "session/banco.h"
 #include "session/global.h"
 #include "session/modulo.h"
@@ -109,8 +112,9 @@ void frmPesquisa::AoTiqueLento() {
 }
 
 void frmPesquisa::IniciarVerificacao(bool Automatica) {
+    const forms::StillLoaded aberta(this);
     forms::DoEvents();
-    if (VerificacaoEmAndamento) {
+    if (!aberta || VerificacaoEmAndamento) {
         return;
     }
     VerificacaoEmAndamento = true;
@@ -118,10 +122,10 @@ void frmPesquisa::IniciarVerificacao(bool Automatica) {
     try {
         const QString arquivo = NomeArquivoTemporario();
         // The path may hold blanks, even several in a row, and is not quoted.
-        ProcessoVerificacao = sys::Start(u'"' + CaminhoPrograma(true) +
-                                             u"VerifAtualizCatalogoTarvo.exe\" "_s + automatica +
-                                             u'|' + arquivo,
-                                         1, sys::Rest::Whole);
+        ProcessoVerificacao =
+            sys::Start(u'"' + CaminhoPrograma(true) + u"VerifAtualizCatalogoTarvo.exe\" "_s +
+                           automatica + u'|' + arquivo,
+                       1, sys::Rest::Whole);
         tmrVerificaProcessoVerificacao.Tag = u'1' + automatica + arquivo;
     } catch (const Erro& erro) {
         // Dealt with at the watch's next tick, where every failure comes to the same end.
@@ -132,6 +136,12 @@ void frmPesquisa::IniciarVerificacao(bool Automatica) {
 }
 
 void frmPesquisa::AoTiqueDoProcesso() {
+    // The answer waits: a box has the user's attention, and a page that is being printed needs its
+    // dialog, which an update would take away.
+    if (forms::IsBoxOpen() || frmImpressao::Imprimindo()) {
+        return;
+    }
+    const forms::StillLoaded aberta(this);
     Verificacao verificacao;
     try {
         if (!DecidirAtualizacao(verificacao)) {
@@ -144,7 +154,9 @@ void frmPesquisa::AoTiqueDoProcesso() {
         verificacao.erro = erro.Number();
         verificacao.descricao = erro.Description();
     }
-    EncerrarVerificacao(verificacao);
+    if (aberta) {
+        EncerrarVerificacao(verificacao);
+    }
 }
 
 // False: the process is still running, or the second pass has just begun.
@@ -205,20 +217,21 @@ bool frmPesquisa::BloquearParaInstalar() {
 }
 
 void frmPesquisa::Instalar(const Verificacao& verificacao) {
+    const forms::StillLoaded aberta(this);
     forms::SetMousePointer(forms::vbHourglass);
-    for (const QString& nome : {u"frmImpressao"_s, u"frmConhecaTarvo"_s, u"frmConfiguracoes"_s}) {
-        if (FormularioCarregado(nome)) {
-            Form::Find(nome)->Unload();
-        }
-    }
+    Descarregar<frmImpressao>();
+    Descarregar<frmConhecaTarvo>();
+    Descarregar<frmConfiguracoes>();
     forms::DoEvents();
     if (Form* ativa = Form::Active(); ativa && ativa->isMinimized()) {
         ativa->Show();
         forms::DoEvents();
     }
-    ParametroFormulario =
-        QString::number(verificacao.local) + u'|' + QString::number(verificacao.servidor);
-    (new frmAtualizando)->ShowModal();
+    if (aberta) {
+        ParametroFormulario =
+            QString::number(verificacao.local) + u'|' + QString::number(verificacao.servidor);
+        (new frmAtualizando)->ShowModal();
+    }
     forms::SetMousePointer(forms::vbDefault);
 }
 
@@ -226,10 +239,14 @@ void frmPesquisa::EncerrarVerificacao(const Verificacao& verificacao) {
     pctBarraAtualizacao->Tag.clear();
     tmrVerificaProcessoVerificacao.stop();
     IgnorandoErros([this] { ExcluirArquivo(tmrVerificaProcessoVerificacao.Tag.mid(2)); });
+    const forms::StillLoaded aberta(this);
     IgnorandoErros([&verificacao] {
         GravarUltimaVerificacao(DataHoraSql(NuncaVerificado),
                                 verificacao.erro == 0 ? u"0"_s : u"1"_s);
     });
+    if (!aberta) {
+        return;  // its unload has let the lock go
+    }
     if (BancoBloqueado) {
         IgnorandoErros([] { BloquearBancoDados(false); });
         BancoBloqueado = false;
@@ -247,9 +264,10 @@ void frmPesquisa::EncerrarVerificacao(const Verificacao& verificacao) {
     }
     IgnorandoErros([this] { CarregarDadosVerificacao(true); });
     if (verificacao.erro != 0 && !verificacao.automatica) {
-        MostrarErro(verificacao.erro, u"Erro ao tentar Verificar Atualizações\n\n"
-                                      "Observação: Requer acesso à Internet\n\n"_s +
-                                          verificacao.descricao);
+        MostrarErro(verificacao.erro,
+                    u"Erro ao tentar Verificar Atualizações\n\n"
+                    "Observação: Requer acesso à Internet\n\n"_s +
+                        verificacao.descricao);
     }
 }
 
@@ -269,14 +287,12 @@ void frmPesquisa::MostrarDicaDaVerificacao() {
     if (pctVerificarAtualizacoes->Tag.isEmpty()) {
         return;
     }
-    constexpr qint32 TextoDeBotao = qint32(0x80000012);
-    constexpr qint32 FundoDeDica = qint32(0x80000018);
     constexpr qint32 Espera = 850;   // milliseconds
     constexpr qint32 Vida = 20'000;  // milliseconds
     mToolTip->Create(pctVerificarAtualizacoes, pctVerificarAtualizacoes->Tag,
                      cToolTip::Balao | cToolTip::SempreVisivel, false, cToolTip::Informacao,
-                     u"Verificar se existem Novas Atualizações"_s, TextoDeBotao, FundoDeDica,
-                     Espera, Vida);
+                     u"Verificar se existem Novas Atualizações"_s, cToolTip::TextoDeBotao,
+                     cToolTip::FundoDeDica, Espera, Vida);
     pctVerificarAtualizacoes->Tag.clear();
 }
 
@@ -293,7 +309,7 @@ void frmPesquisa::CarregarDadosVerificacao(bool sAtualizarUltimaDataVerificacao)
     const QVariant ultima = registro->Fields(u"DataUltimaVerificacao"_s).Value();
     const bool nunca = convert::IsNull(ultima);
     if (sAtualizarUltimaDataVerificacao) {
-        DataUltimaVerificacaoTela = nunca ? 1.0 : convert::ToDouble(ultima);
+        DataUltimaVerificacaoTela = nunca ? NuncaVerificado : convert::ToDouble(ultima);
     }
 
     TextoEmissao = FormatarData(convert::ToDouble(registro->Fields(u"DataEmissao"_s).Value())) +

@@ -81,8 +81,11 @@ void frmPesquisa::Load() {
 // Screens with a selector of their own change the customer in force; coming back puts this screen's
 // choice in force again.
 void frmPesquisa::Activate() {
+    const forms::StillLoaded aberta(this);
     forms::DoEvents();
-    GravarClienteConcorrente(CodigoClienteSelecionado());
+    if (aberta) {
+        GravarClienteConcorrente(CodigoClienteSelecionado());
+    }
 }
 
 void frmPesquisa::Unloading() {

@@ -60,7 +60,6 @@ private:
     void PreencherCombos();
     void LimparPesquisa1();
     void LimparPesquisa2();
-    QString SelecaoPecas(const QString& tabela, const QString& tipo) const;
 
     // The customer or competitor chosen on this screen, -5 for none.
     qint32 CodigoClienteSelecionado() const;
@@ -149,7 +148,7 @@ private:
     // the result file; "0", number and text of the error when the check could not be started.
     Temporizador tmrVerificaProcessoVerificacao{this};
     bool VerificacaoEmAndamento = false;
-    bool BancoBloqueado = false;         // this screen holds the update lock
+    bool BancoBloqueado = false;  // this screen holds the update lock
     sys::ProcessId ProcessoVerificacao = 0;
-    quint8 ContadorTempo = 0;            // ticks since the status was last read
+    quint8 ContadorTempo = 0;  // ticks since the status was last read
 };

@@ -118,7 +118,10 @@ void frmPesquisa::AbrirResultado(int aba) {
     }
     ParametroFormulario = referencia->tipo + referencia->codigo + referencia->titulo;
     forms::SetMousePointer(forms::vbHourglass);
+    const forms::StillLoaded aberta(this);
     UnicaInstancia<frmResultadoPesquisa>().Show();
-    SetVisible(false);
+    if (aberta) {
+        SetVisible(false);
+    }
     forms::SetMousePointer(forms::vbDefault);
 }

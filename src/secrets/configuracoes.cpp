@@ -9,8 +9,6 @@
 
 using namespace Qt::StringLiterals;
 
-const QString frmConfiguracoes::Nome = u"frmConfiguracoes"_s;
-
 namespace {
 
 constexpr int MaximoCaracteres = 20;
@@ -53,8 +51,8 @@ frmConfiguracoes::frmConfiguracoes()
       img_VerificarAuto(new forms::Panel(u"img_VerificarAuto"_s, QString(), Picture())),
       txtUsuario(NovoCampo(u"txtUsuario"_s, u"Usuário do proxy"_s, Picture())),
       txtSenha(NovoCampo(u"txtSenha"_s, u"Senha do proxy"_s, Picture())) {
-    imgVerificarAuto = new forms::ClickZone(
-        u"imgVerificarAuto"_s, u"Verificar atualizações automaticamente"_s, Picture());
+    imgVerificarAuto = new forms::ClickZone(u"imgVerificarAuto"_s,
+                                            u"Verificar atualizações automaticamente"_s, Picture());
     txtSenha->setEchoMode(QLineEdit::Password);
     CriarBotao({u"OK"_s, u"imgOk"_s, u"OK"_s}, Picture(), Background());
     CriarBotao({u"CANCELAR"_s, u"imgCancelar"_s, u"Cancelar"_s}, Picture(), Background());

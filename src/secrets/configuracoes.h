@@ -8,7 +8,7 @@ class frmConfiguracoes final : public Tela {
     Q_OBJECT
 
 public:
-    static const QString Nome;
+    static inline const QString Nome = QStringLiteral("frmConfiguracoes");
 
     // Shows it modally; a settings file that cannot be had is shown as an error and nothing opens.
     static void Abrir();

@@ -8,6 +8,8 @@
 #include "session/global.h"
 #include "session/modulo.h"
 
+#include <QCoreApplication>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -15,7 +17,7 @@ namespace {
 constexpr int SemPalavraDeInicio = -3;
 
 void ExigirPalavraDeInicio(const QString& linhaDeComando) {
-    if (linhaDeComando.trimmed().toUpper() != u"INICIOPAINELVERDE"_s) {
+    if (linhaDeComando.trimmed().toUpper() != PalavraDeInicio) {
         throw Erro(SemPalavraDeInicio,
                    u"Para acessar o Catálogo TARVO-LINDEN: executar \"Tarvo.exe\""_s);
     }
@@ -38,11 +40,25 @@ void frmApresentacao::Load() {
     LigarRelogio();
 }
 
+// There is no other screen yet, and the program ends by nothing but an exit.
+void frmApresentacao::CloseRequested() {
+    if (gFrmPesquisa) {
+        return;  // the search screen is coming up, and this one goes by itself
+    }
+    DesligarRelogio();
+    FecharBancoDados(gWS, gDB);
+    Unload();
+    QCoreApplication::exit(0);
+}
+
 void frmApresentacao::IniciarCatalogo() {
     forms::SetMousePointer(forms::vbHourglass);
     DesligarRelogio();
     gFrmPesquisa = new frmPesquisa;
+    const forms::StillLoaded aberta(this);
     gFrmPesquisa->Show();
-    Unload();
+    if (aberta) {
+        Unload();
+    }
     forms::SetMousePointer(forms::vbDefault);
 }

@@ -18,6 +18,7 @@ public:
 protected:
     void Load() override;
     void Encerrar() override { IniciarCatalogo(); }
+    void CloseRequested() override;
 
 private:
     QString linhaDeComando_;

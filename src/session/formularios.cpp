@@ -3,16 +3,6 @@
 
 #include <QApplication>
 
-namespace {
-
-// The window that a modal dialog or a box keeps from answering.
-bool EstaBloqueado(const forms::Form& formulario) {
-    const QWidget* modal = QApplication::activeModalWidget();
-    return !formulario.isEnabled() || (modal && modal != &formulario);
-}
-
-}  // namespace
-
 qint16 IndiceItemData(const forms::ComboList& combo, qint16 codigo) {
     for (int indice = 0; indice < combo.ListCount(); ++indice) {
         if (combo.ItemData(indice) == codigo) {
@@ -38,7 +28,7 @@ void MostrarFormulario(forms::Form& formulario) {
 forms::Form* JanelaModalAtiva() {
     forms::Form* ativa = forms::Form::Active();
     for (forms::Form* formulario : forms::Form::Loaded()) {
-        if (formulario != ativa && formulario->isVisible() && EstaBloqueado(*formulario)) {
+        if (formulario != ativa && formulario->isVisible() && forms::IsBlocked(*formulario)) {
             return formulario;
         }
     }

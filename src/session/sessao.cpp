@@ -4,6 +4,8 @@
 #include "session/global.h"
 #include "session/modulo.h"
 
+#include <QPointer>
+
 using namespace Qt::StringLiterals;
 
 // The forms are marked before the new search screen comes and unloaded after it stands, so that the
@@ -19,8 +21,11 @@ void RecarregarFormularios(const QString& mensagem) {
     gFrmPesquisa->Tag.clear();
     gFrmPesquisa->Show();
 
-    for (forms::Form* formulario : forms::Form::Loaded()) {
-        if (formulario->Tag == frmPesquisa::Recarregando) {
+    // An unload activates another form, which lets events through: the next one may be gone.
+    const QList<forms::Form*> abertos = forms::Form::Loaded();
+    for (const QPointer<forms::Form>& formulario :
+         QList<QPointer<forms::Form>>(abertos.begin(), abertos.end())) {
+        if (formulario && formulario->Tag == frmPesquisa::Recarregando) {
             formulario->Unload();
         }
     }

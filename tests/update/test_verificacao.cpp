@@ -2,6 +2,7 @@
 #include "platform/convert.h"
 #include "platform/erro.h"
 #include "platform/forms/controls.h"
+#include "platform/forms/msgbox.h"
 #include "platform/system/clock.h"
 #include "platform/system/process.h"
 #include "search/pesquisa.h"
@@ -14,6 +15,7 @@
 #include "support/windows.h"
 #include "update/atualizando.h"
 
+#include <QDialog>
 #include <QDir>
 #include <QFile>
 #include <QSignalSpy>
@@ -236,6 +238,39 @@ private Q_SLOTS:
         QCOMPARE(label.Text(), u"05-MAR-2026 - teste"_s);
         SlowTick();
         QCOMPARE(label.Text(), u"02-JAN-2027 - teste"_s);
+    }
+
+    void AnswerWaitsForAnOpenBox() {
+        const Verifier verifier({u"11|1"_s});
+        BoxAnswers boxes;
+        QDialog box;
+        box.setModal(true);
+        box.show();
+        gFrmPesquisa->IniciarVerificacao(false);
+        QTest::qWait(50);
+        QVERIFY(Watching());
+        QCOMPARE(Texts(boxes), QStringList());
+        box.close();
+        QVERIFY(CheckEnds());
+        QCOMPARE(Texts(boxes), QStringList{Nothing});
+    }
+
+    // The end of a check lets events through, and the user may leave in one of them.
+    void ScreenGoesWhileACheckEnds() {
+        const Verifier verifier({u"11|1"_s});
+        forms::SetMsgBoxHandler([](const QString&, int, const QString&) {
+            const auto leave = [] {
+                gFrmPesquisa->Tag = frmPesquisa::Recarregando;
+                gFrmPesquisa->Unload();
+            };
+            QMetaObject::invokeMethod(gFrmPesquisa, leave, Qt::QueuedConnection);
+            return forms::vbOK;
+        });
+        gFrmPesquisa->IniciarVerificacao(false);
+        QTRY_VERIFY(!gFrmPesquisa);
+        forms::SetMsgBoxHandler({});
+        QCOMPARE(Value(u"FlagErroUltimaVerificacao"_s), u"0"_s);
+        ShowSearch();
     }
 
     void LockOfAnotherComputer() {

@@ -322,6 +322,11 @@ bool Form::focusNextPrevChild(bool next) {
     return QWidget::focusNextPrevChild(next);
 }
 
+bool IsBlocked(const QWidget& window) {
+    const QWidget* modal = QApplication::activeModalWidget();
+    return !window.isEnabled() || (modal && modal != &window);
+}
+
 void PlaceOverActiveForm(QWidget& dialog) {
     const Form* form = Form::Active();
     const QRect area = dialog.screen()->availableGeometry();

@@ -4,6 +4,7 @@
 
 #include <QColor>
 #include <QList>
+#include <QPointer>
 #include <QString>
 #include <QWidget>
 
@@ -97,5 +98,20 @@ private:
     bool unloading_ = false;
     bool showing_ = false;
 };
+
+// For a routine of a form that lets events through (DoEvents, the show of another form): whether
+// the form is still loaded afterwards. When it is not, it may be gone from memory, and nothing of
+// it may be touched.
+class StillLoaded {
+public:
+    explicit StillLoaded(Form* form) : form_(form) {}
+    explicit operator bool() const { return form_ && form_->IsLoaded(); }
+
+private:
+    QPointer<Form> form_;
+};
+
+// Whether a modal form, dialog or box keeps this window from answering.
+bool IsBlocked(const QWidget& window);
 
 }  // namespace forms

@@ -2,6 +2,7 @@
 
 #include "platform/forms/application.h"
 #include "platform/forms/font.h"
+#include "platform/forms/form.h"
 #include "platform/forms/owner.h"
 #include "platform/forms/theme.h"
 
@@ -167,6 +168,11 @@ int MsgBox(const QString& text, int flags, const QString& title) {
     box.exec();
     SetMousePointer(pointer);
     return box.Answer();
+}
+
+bool IsBoxOpen() {
+    const QWidget* modal = QApplication::activeModalWidget();
+    return modal && !qobject_cast<const Form*>(modal);
 }
 
 void SetMsgBoxHandler(MsgBoxHandler handler) {

@@ -7,7 +7,6 @@
 namespace forms {
 
 // Flag numbers of the message box.
-inline constexpr int vbOKOnly = 0;
 inline constexpr int vbYesNo = 4;
 inline constexpr int vbCritical = 16;
 inline constexpr int vbQuestion = 32;
@@ -23,6 +22,9 @@ inline constexpr int vbNo = 7;
 // OK or, in a question, no. The text is shown as it stands, never as rich text; a very long one
 // wraps and scrolls. Buttons are in Portuguese.
 int MsgBox(const QString& text, int flags, const QString& title);
+
+// Whether a box, or another dialog that is no form, waits for the user.
+bool IsBoxOpen();
 
 // Puts something in place of the next boxes (tests). An empty function restores the real box.
 using MsgBoxHandler = std::function<int(const QString& text, int flags, const QString& title)>;

@@ -1,4 +1,5 @@
 #include "platform/forms/controls.h"
+#include "platform/forms/form.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
@@ -19,7 +20,9 @@ public:
     QStringList actionNames() const override { return {pressAction()}; }
 
     void doAction(const QString& action) override {
-        if (action == pressAction() && zone_->isEnabled() && zone_->isVisible()) {
+        // The keyboard and the mouse do not get past a modal window either.
+        if (action == pressAction() && zone_->isEnabled() && zone_->isVisible() &&
+            !IsBlocked(*zone_->window())) {
             // Queued: what a click does may take long or open a box, and the caller waits.
             QMetaObject::invokeMethod(
                 zone_, [zone = QPointer(zone_)] { Press(zone); }, Qt::QueuedConnection);
