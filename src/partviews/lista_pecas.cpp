@@ -2,6 +2,7 @@
 
 #include "figure/figura_detalhada.h"
 #include "partviews/clientes.h"
+#include "partviews/grade.h"
 #include "partviews/item.h"
 #include "partviews/titulo.h"
 #include "platform/convert.h"
@@ -50,6 +51,8 @@ void frmListaPecas::LigarEventos() {
     }
     connect(grdListaPecas, &forms::BoundGrid::RowColChange, this, &frmListaPecas::AoMudarItem);
     connect(grdListaPecas, &forms::BoundGrid::DblClick, this, &frmListaPecas::AbrirFigura);
+    connect(grdJogosReparoComponente, &forms::BoundGrid::RowColChange, this,
+            [this] { MostrarVizinhas(*grdJogosReparoComponente, *dtcJogosReparoComponente); });
     connect(cboMostraNaListaPecas, &forms::ComboList::Click, this, &frmListaPecas::AoEscolherJogo);
     connect(cboNumeroClienteConcorrenteComponente, &forms::ComboList::Click, this,
             &frmListaPecas::AoEscolherCliente);
@@ -84,6 +87,9 @@ void frmListaPecas::LigarCaixa(const Caixa& caixa) {
 }
 
 void frmListaPecas::AoMudarItem(const dao::Bookmark& anterior) {
+    if (MostrarVizinhas(*grdListaPecas, *dtcListaPecas)) {
+        return;
+    }
     if (ListaVazia()) {
         pctJogosReparo->hide();
         return;

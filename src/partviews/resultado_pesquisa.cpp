@@ -2,6 +2,7 @@
 
 #include "figure/figura_detalhada.h"
 #include "partviews/clientes.h"
+#include "partviews/grade.h"
 #include "partviews/item.h"
 #include "partviews/lista_pecas.h"
 #include "platform/convert.h"
@@ -132,6 +133,8 @@ void frmResultadoPesquisa::LigarEventos() {
             &frmResultadoPesquisa::AoMudarPeca);
     connect(grdResultadoPesquisaPeca, &forms::BoundGrid::DblClick, this,
             &frmResultadoPesquisa::AbrirFigura);
+    connect(grdVeiculosPeca, &forms::BoundGrid::RowColChange, this,
+            [this] { MostrarVizinhas(*grdVeiculosPeca, *dtcVeiculosPeca); });
     AoClicar(u"imgPesquisaFundo"_s, [this] { VoltarAPesquisa(*this); });
     AoClicar(u"imgListaComponentesFundo"_s, [this] { AbrirLista(); });
     AoClicar(u"imgFiguraDetalhadaFundo"_s, [this] { AbrirFigura(); });
@@ -223,6 +226,9 @@ void frmResultadoPesquisa::CarregarFoto() {
 }
 
 void frmResultadoPesquisa::AoMudarPeca(const dao::Bookmark& anterior) {
+    if (MostrarVizinhas(*grdResultadoPesquisaPeca, *dtcResultadoPesquisaPeca)) {
+        return;
+    }
     const dao::Recordset* pecas = dtcResultadoPesquisaPeca->GetRecordset();
     if (!pecas || pecas->Eof() || grdResultadoPesquisaPeca->CurrentBookmark() == anterior) {
         return;

@@ -139,6 +139,28 @@ private Q_SLOTS:
         QCOMPARE(Pecas(u"NumeroClienteConcorrente"_s).size(), 2);
     }
 
+    void aSingleVisibleRowBringsTheOthersBack() {
+        AbrirDaBusca(u"Componentes"_s, u"K560"_s);
+        auto* grade = Janela::Achar<forms::BoundGrid>(Resultado, u"grdResultadoPesquisaPeca"_s);
+        const auto veiculos = [] {
+            return Janela::Coluna(Resultado, u"dtcVeiculosPeca"_s, u"Veiculo"_s);
+        };
+        const QStringList dosPrimeiros = veiculos();
+        QVERIFY(!dosPrimeiros.isEmpty());
+        const QSize inteira = grade->size();
+        grade->resize(inteira.width(), 20);
+        QCOMPARE(grade->VisibleRows(), 1);
+        dao::Recordset* pecas = Janela::Linhas(Resultado, u"dtcResultadoPesquisaPeca"_s);
+        pecas->MoveNext();
+        QCOMPARE(veiculos(), dosPrimeiros);  // the row change ends with the rows in view
+        QCOMPARE(grade->currentIndex().row(), 1);
+        QCOMPARE(grade->rowAt(0), int(pecas->RecordCount()) - 1);
+        grade->resize(inteira);
+        pecas->SetAbsolutePosition(0);
+        pecas->MoveNext();
+        QVERIFY(veiculos() != dosPrimeiros);
+    }
+
     void partsWithoutListOrFigureSaySo() {
         AbrirDaBusca(u"Peças"_s, u"K5602"_s);
         Janela::Clicar(Resultado, u"imgListaComponentesFundo"_s);
