@@ -1,6 +1,7 @@
 // The picture of the figure and the numbers on it.
 
 #include "figure/figura_detalhada.h"
+#include "partviews/tabelas.h"
 #include "platform/convert.h"
 #include "platform/forms/densepicture.h"
 #include "platform/forms/picturefile.h"
@@ -35,15 +36,11 @@ void frmFiguraDetalhada::AbrirComponentes() {
         "(SELECT DescricaoJogoReparo FROM JOGOREPARO "
         "WHERE CodigoJogoReparo = PECA_COMPONENTE_JOGOREPARO.CodigoJogoReparo) "
         "AS DescricaoJogoReparo "
-        "FROM "
-        "(PECA_COMPONENTE "
-        "LEFT JOIN PECA_COMPONENTE_JOGOREPARO "
-        "ON PECA_COMPONENTE.CodigoPeca = PECA_COMPONENTE_JOGOREPARO.CodigoPeca "
-        "AND PECA_COMPONENTE.ItemComponente = PECA_COMPONENTE_JOGOREPARO.ItemComponente) "
-        "INNER JOIN COMPONENTE "
-        "ON PECA_COMPONENTE.CodigoComponente = COMPONENTE.CodigoComponente "
-        "WHERE "
-        "PECA_COMPONENTE.CodigoPeca = "_s +
+        "FROM "_s +
+            tabelas::ItensComJogos +
+            u" "
+            "WHERE "
+            "PECA_COMPONENTE.CodigoPeca = "_s +
             QString::number(gCodigoPeca) +
             u" "
             "ORDER BY "

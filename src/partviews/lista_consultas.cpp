@@ -1,6 +1,7 @@
 // The queries of the component list: its rows, its kit filter, and the kits of one item.
 
 #include "partviews/lista_pecas.h"
+#include "partviews/tabelas.h"
 #include "platform/convert.h"
 #include "session/global.h"
 
@@ -49,12 +50,9 @@ void frmListaPecas::CarregarListaPecas(const QString& Ordem, const QString& Item
         "IIF(IsNull(Min(PECA_COMPONENTE_JOGOREPARO.CodigoJogoReparo)),'N','S') "
         "AS FazParteJogoReparo "
         "FROM "
-        "((PECA_COMPONENTE "
-        "LEFT JOIN PECA_COMPONENTE_JOGOREPARO "
-        "ON PECA_COMPONENTE.CodigoPeca = PECA_COMPONENTE_JOGOREPARO.CodigoPeca "
-        "AND PECA_COMPONENTE.ItemComponente = PECA_COMPONENTE_JOGOREPARO.ItemComponente) "
-        "INNER JOIN COMPONENTE "
-        "ON PECA_COMPONENTE.CodigoComponente = COMPONENTE.CodigoComponente) "
+        "("_s +
+        tabelas::ItensComJogos +
+        u") "
         "LEFT JOIN REFERENCIACRUZADA1 "
         "ON COMPONENTE.NumeroTarvoComponente = REFERENCIACRUZADA1.NumeroTarvo "
         "WHERE "
@@ -91,9 +89,9 @@ void frmListaPecas::CarregarJogosReparo() {
         "REFERENCIACRUZADA1.NumeroClienteConcorrente,"
         "PECA_COMPONENTE_JOGOREPARO.CodigoJogoReparo "
         "FROM "
-        "(PECA_COMPONENTE_JOGOREPARO "
-        "INNER JOIN JOGOREPARO "
-        "ON PECA_COMPONENTE_JOGOREPARO.CodigoJogoReparo = JOGOREPARO.CodigoJogoReparo) "
+        "("_s +
+        tabelas::JogosDaPeca +
+        u") "
         "LEFT JOIN REFERENCIACRUZADA1 "
         "ON JOGOREPARO.NumeroTarvoJogoReparo = REFERENCIACRUZADA1.NumeroTarvo "
         "WHERE "
@@ -114,12 +112,11 @@ void frmListaPecas::PreencherJogos() {
         u"SELECT DISTINCT "
         "PECA_COMPONENTE_JOGOREPARO.CodigoJogoReparo, "
         "JOGOREPARO.DescricaoJogoReparo "
-        "FROM "
-        "PECA_COMPONENTE_JOGOREPARO "
-        "INNER JOIN JOGOREPARO "
-        "ON PECA_COMPONENTE_JOGOREPARO.CodigoJogoReparo = JOGOREPARO.CodigoJogoReparo "
-        "WHERE "
-        "PECA_COMPONENTE_JOGOREPARO.CodigoPeca = "_s +
+        "FROM "_s +
+            tabelas::JogosDaPeca +
+            u" "
+            "WHERE "
+            "PECA_COMPONENTE_JOGOREPARO.CodigoPeca = "_s +
             QString::number(gCodigoPeca) +
             u" "
             "ORDER BY "

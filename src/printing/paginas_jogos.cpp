@@ -1,3 +1,4 @@
+#include "partviews/tabelas.h"
 #include "platform/erro.h"
 #include "printing/impressao.h"
 #include "session/global.h"
@@ -26,12 +27,11 @@ void frmImpressao::ImprimirJogosReparo() {
             "PECA_COMPONENTE_JOGOREPARO.CodigoJogoReparo,"
             "JOGOREPARO.DescricaoJogoReparo,"
             "JOGOREPARO.NumeroTarvoJogoReparo "
-            "FROM "
-            "PECA_COMPONENTE_JOGOREPARO "
-            "INNER JOIN JOGOREPARO "
-            "ON PECA_COMPONENTE_JOGOREPARO.CodigoJogoReparo = JOGOREPARO.CodigoJogoReparo "
-            "WHERE "
-            "PECA_COMPONENTE_JOGOREPARO.CodigoPeca = "_s +
+            "FROM "_s +
+                tabelas::JogosDaPeca +
+                u" "
+                "WHERE "
+                "PECA_COMPONENTE_JOGOREPARO.CodigoPeca = "_s +
                 QString::number(gCodigoPeca) +
                 u" "
                 "ORDER BY "

@@ -1,3 +1,4 @@
+#include "partviews/tabelas.h"
 #include "platform/convert.h"
 #include "printing/impressao.h"
 #include "session/global.h"
@@ -47,15 +48,11 @@ void frmImpressao::ImprimirListaComponentes() {
             "COMPONENTE.DescricaoComponente,"
             "COMPONENTE.NumeroTarvoComponente,"
             "PECA_COMPONENTE_JOGOREPARO.CodigoJogoReparo "
-            "FROM "
-            "(PECA_COMPONENTE "
-            "LEFT JOIN PECA_COMPONENTE_JOGOREPARO "
-            "ON PECA_COMPONENTE.CodigoPeca = PECA_COMPONENTE_JOGOREPARO.CodigoPeca "
-            "AND PECA_COMPONENTE.ItemComponente = PECA_COMPONENTE_JOGOREPARO.ItemComponente) "
-            "INNER JOIN COMPONENTE "
-            "ON PECA_COMPONENTE.CodigoComponente = COMPONENTE.CodigoComponente "
-            "WHERE "
-            "PECA_COMPONENTE.CodigoPeca = "_s +
+            "FROM "_s +
+                tabelas::ItensComJogos +
+                u" "
+                "WHERE "
+                "PECA_COMPONENTE.CodigoPeca = "_s +
                 QString::number(gCodigoPeca) +
                 u" "
                 "ORDER BY "
