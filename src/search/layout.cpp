@@ -1,8 +1,6 @@
 #include "look/paleta.h"
 #include "search/pesquisa.h"
 
-#include <QRect>
-
 using namespace Qt::StringLiterals;
 
 namespace {

@@ -6,35 +6,77 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// What the chosen customer or competitor brings to the query of each row kind.
+struct ParteDoCliente {
+    QString coluna = u"'' AS NumeroClienteConcorrente"_s;
+    QString juncao;
+    QString condicao;
+};
+
+// A vehicle maker's numbers show at once and match by their beginning; a competitor's are looked up
+// only whole, and do not show before one is typed.
+ParteDoCliente LerCliente(qint32 cliente, const QString& numero) {
+    ParteDoCliente parte;
+    if (cliente <= 0) {
+        return parte;
+    }
+    const QString coluna = u"REFERENCIACRUZADA1.NumeroClienteConcorrente"_s;
+    const bool fabricante = QString::number(cliente).startsWith(u'1');
+    const bool digitado = !numero.trimmed().isEmpty();
+    parte.juncao =
+        u"LEFT JOIN REFERENCIACRUZADA1 "
+        "ON ?????.NumeroTarvo????? = REFERENCIACRUZADA1.NumeroTarvo "_s;
+    if (fabricante || digitado) {
+        parte.coluna = coluna;
+    }
+    if (digitado) {
+        parte.condicao = fabricante
+                             ? coluna + u" LIKE '"_s + consulta::NumeroDeCliente(numero) + u"*' "_s
+                             : coluna + u" = '"_s + consulta::NumeroDeCliente(numero) + u"' "_s;
+    }
+    return parte;
+}
+
+struct Especie {
+    const char16_t* escolha;
+    const char16_t* tabela;
+    const char16_t* tipo;
+};
+
+constexpr Especie Especies[] = {
+    {u"COMPONENTES", u"COMPONENTE", u"Componente"},
+    {u"JOGOS DE REPARO", u"JOGOREPARO", u"Jogo de Reparo"},
+    {u"PEÇAS", u"PECA", u"Peça"},
+};
+
+// The template, once for each row kind that `escolha` stands for.
+QString Carimbar(const QString& modelo, const QString& escolha) {
+    QString sql;
+    for (const Especie& especie : Especies) {
+        if (escolha != QString::fromUtf16(especie.escolha) && escolha != u"TODOS OS TIPOS"_s) {
+            continue;
+        }
+        QString selecao = modelo;
+        selecao.replace(u"?????"_s, QString::fromUtf16(especie.tabela));
+        selecao.replace(u"!!!!!"_s, QString::fromUtf16(especie.tipo));
+        sql = sql.isEmpty() ? selecao : sql + u"UNION ALL "_s + selecao;
+    }
+    return sql;
+}
+
+}  // namespace
+
 void frmPesquisa::Pesquisar1(const QString& ordem) {
     if (!mPesquisa1Pronta) {
         return;
     }
+    const ParteDoCliente cliente = LerCliente(cboNumeroClienteConcorrente->SelectedItemData(),
+                                              txtNumeroClienteConcorrente->text());
     QString onde;
-    QString juncao;
-    QString colunaCliente = u"'' AS NumeroClienteConcorrente"_s;
-    const QString colunaJuntada = u"REFERENCIACRUZADA1.NumeroClienteConcorrente"_s;
-
-    const qint32 cliente = cboNumeroClienteConcorrente->SelectedItemData();
-    if (cliente > 0) {
-        juncao =
-            u"LEFT JOIN REFERENCIACRUZADA1 "
-            "ON ?????.NumeroTarvo????? = REFERENCIACRUZADA1.NumeroTarvo "_s;
-        const bool fabricante = QString::number(cliente).startsWith(u'1');
-        const QString numero = txtNumeroClienteConcorrente->text();
-        const bool digitado = !numero.trimmed().isEmpty();
-        // A vehicle maker's numbers show at once and match by their beginning; a competitor's are
-        // looked up only whole, and do not show before one is typed.
-        if (fabricante || digitado) {
-            colunaCliente = colunaJuntada;
-        }
-        if (digitado) {
-            consulta::Acrescentar(
-                onde,
-                fabricante
-                    ? colunaJuntada + u" LIKE '"_s + consulta::NumeroDeCliente(numero) + u"*' "_s
-                    : colunaJuntada + u" = '"_s + consulta::NumeroDeCliente(numero) + u"' "_s);
-        }
+    if (!cliente.condicao.isEmpty()) {
+        consulta::Acrescentar(onde, cliente.condicao);
     }
     if (!txtNumeroTarvo->text().trimmed().isEmpty()) {
         consulta::Acrescentar(onde, u"?????.NumeroTarvo????? LIKE '"_s +
@@ -44,41 +86,19 @@ void frmPesquisa::Pesquisar1(const QString& ordem) {
         consulta::Acrescentar(onde, u"?????.Descricao????? LIKE '"_s +
                                         consulta::Texto(txtDescricao->text()) + u"*' "_s);
     }
-
     const QString modelo =
         u"SELECT "
         "?????.NumeroTarvo????? As NumeroTarvo,"
         "?????.Descricao????? AS Descricao,"_s +
-        colunaCliente +
+        cliente.coluna +
         u","
         "'!!!!!' AS Tipo,"
         "Codigo????? AS Codigo "
         "FROM "
         "????? "_s +
-        juncao + onde;
-
-    struct {
-        const char16_t* escolha;
-        const char16_t* tabela;
-        const char16_t* tipo;
-    } const especies[] = {
-        {u"COMPONENTES", u"COMPONENTE", u"Componente"},
-        {u"JOGOS DE REPARO", u"JOGOREPARO", u"Jogo de Reparo"},
-        {u"PEÇAS", u"PECA", u"Peça"},
-    };
-    const QString tipo = cboTipo->Text().trimmed().toUpper();
-    QString sql;
-    for (const auto& especie : especies) {
-        if (tipo != QString::fromUtf16(especie.escolha) && tipo != u"TODOS OS TIPOS"_s) {
-            continue;
-        }
-        QString selecao = modelo;
-        selecao.replace(u"?????"_s, QString::fromUtf16(especie.tabela));
-        selecao.replace(u"!!!!!"_s, QString::fromUtf16(especie.tipo));
-        sql = sql.isEmpty() ? selecao : sql + u"UNION ALL "_s + selecao;
-    }
-
-    dtcPesquisa1->SetRecordSource(sql + u"ORDER BY "_s + ordem);
+        cliente.juncao + onde;
+    dtcPesquisa1->SetRecordSource(Carimbar(modelo, cboTipo->Text().trimmed().toUpper()) +
+                                  u"ORDER BY "_s + ordem);
     dtcPesquisa1->Refresh();
 }
 
