@@ -1,14 +1,14 @@
 #pragma once
 
+#include "platform/dao/dao.h"
+
 #include <QString>
 
 #include <memory>
 
-#include "platform/dao/dao.h"
-
 // Database access on behalf of several screens.
 
-// Opens gCaminho + "Tarvo.mdb" in a new workspace. Errors reach the caller.
+// Opens gCaminho + "Tarvo.mdb" in a new workspace. Throws what Workspace::OpenDatabase does.
 void AbrirBancoDados(std::unique_ptr<dao::Workspace>& workspace, const QString& nomeWorkspace,
                      std::unique_ptr<dao::Database>& banco, bool somenteLeitura);
 
@@ -21,16 +21,18 @@ void FecharBancoDados(std::unique_ptr<dao::Workspace>& workspace,
 QString SenhaBancoDados();
 
 // Takes or releases the update lock. True: taken or released. False: another computer has it, or
-// it cannot be taken here.
+// it cannot be taken here. Throws only when the catalogue cannot be opened for it.
 bool BloquearBancoDados(bool bloquear);
 
-// Both arguments are SQL expressions; an empty one leaves its column as it is.
+// Writes the two columns of UMREGISTRO. Both arguments are SQL expressions; an empty one leaves its
+// column as it is. Lets events through. Throws the engine's errors.
 void GravarUltimaVerificacao(const QString& dataHora, const QString& flagErro);
 
 // Makes `codigo` the customer or competitor in force (-5: none). An error is shown and passed over.
 void GravarClienteConcorrente(qint32 codigo);
 
-// Whether a result row ("COM", "JRE", "PCA", "VEI", "FPC") leads to any part.
+// Whether a result row ("COM", "JRE", "PCA", "VEI", "FPC") leads to any part. These three throw the
+// engine's errors; another kind is Erro 3129.
 bool CodigoEmUso(const QString& tipo, qint32 codigo);
 bool PossuiFiguraDetalhada(qint32 codigoPeca);
 bool PossuiListaComponentes(qint32 codigoPeca);
