@@ -20,8 +20,6 @@ QString DescriptionOf(Erro::Code code) {
             return u"Erro interno"_s;
         case Erro::FileNotFound:
             return u"Arquivo não encontrado"_s;
-        case Erro::FileAlreadyExists:
-            return u"Arquivo já existe"_s;
         case Erro::DiskFull:
             return u"Disco cheio"_s;
         case Erro::PermissionDenied:

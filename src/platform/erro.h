@@ -18,7 +18,6 @@ public:
         TypeMismatch = 13,
         InternalError = 51,
         FileNotFound = 53,
-        FileAlreadyExists = 58,
         DiskFull = 61,
         PermissionDenied = 70,
         PathFileAccess = 75,

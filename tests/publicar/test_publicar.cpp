@@ -227,6 +227,26 @@ private Q_SLOTS:
         QCOMPARE(sys::ReadText(In(u"site/Versao.txt"_s)), u"3\r\n"_s);
     }
 
+    void FullDiskOfTheSite() {
+        const QStringList alone = {u"--user"_s, u"--map-root-user"_s, u"--mount"_s};
+        if (QProcess::execute(u"unshare"_s, QStringList(alone) << u"true"_s) != 0) {
+            QSKIP("no disk of one's own to be had here");
+        }
+        Write(In(u"nova/figura.png"_s), QByteArray(300'000, 'f'));
+        QDir().mkpath(In(u"pequeno"_s));
+        const QString command =
+            u"mount -t tmpfs -o size=128k tmpfs '%1' && '%2' '%3' --release 2 --catalogue '%4' "
+            "--site '%1'; echo; ls -a '%1'"_s.arg(In(u"pequeno"_s),
+                                                  QStringLiteral(TARVO_PUBLICAR), order_.folder,
+                                                  order_.catalogue);
+        QProcess process;
+        process.setProcessChannelMode(QProcess::MergedChannels);
+        process.start(u"unshare"_s, QStringList(alone) << u"sh"_s << u"-c"_s << command);
+        QVERIFY(process.waitForFinished());
+        const QString output = QString::fromUtf8(process.readAll());
+        QVERIFY2(output.endsWith(u"tarvo-publicar: Disco cheio\n\n.\n..\n"_s), qPrintable(output));
+    }
+
     void WrongUse() {
         QCOMPARE(Run({}).code, 2);
         QCOMPARE(Run({u"--release"_s, u"32768"_s}).code, 2);

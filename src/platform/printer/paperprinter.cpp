@@ -3,6 +3,7 @@
 #include "platform/erro.h"
 #include "platform/forms/application.h"
 #include "platform/forms/font.h"
+#include "platform/system/output.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QDir>
@@ -55,16 +56,11 @@ Erro FileError(const QFileDevice& file) {
         return Erro(code,
                     Erro(code).Description() + u"\n"_s + QDir::toNativeSeparators(file.fileName()));
     };
-    switch (file.error()) {
-        case QFileDevice::ResourceError:
-            return named(Erro::DiskFull);
-        case QFileDevice::PermissionsError:
-            return named(Erro::PermissionDenied);
-        default:
-            break;
+    if (file.error() == QFileDevice::PermissionsError) {
+        return named(Erro::PermissionDenied);
     }
     const bool folder = QFileInfo(QFileInfo(file.fileName()).absolutePath()).isDir();
-    return named(folder ? Erro::PathFileAccess : Erro::PathNotFound);
+    return named(folder ? sys::WriteFailure(file) : Erro::PathNotFound);
 }
 
 // A device or a pipe is written to as it stands: to put a new file in its place would destroy it.
@@ -146,17 +142,11 @@ void PaperPrinter::OpenFile() {
 void PaperPrinter::CommitFile() {
     pdf_.reset();
     const auto file = std::move(file_);
-    if (auto* save = qobject_cast<QSaveFile*>(file.get())) {
-        if (save->commit()) {
-            return;
-        }
-    } else {
-        file->close();
-        if (file->error() == QFileDevice::NoError) {
-            return;
-        }
+    auto* save = qobject_cast<QSaveFile*>(file.get());
+    // Flushed here, since the commit would forget why it failed.
+    if (!file->flush() || (save && !save->commit())) {
+        throw FileError(*file);
     }
-    throw FileError(*file);
 }
 
 void PaperPrinter::Begin() {

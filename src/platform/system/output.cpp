@@ -1,6 +1,5 @@
 #include "platform/system/output.h"
 
-#include "platform/erro.h"
 #include "platform/system/paths.h"
 
 #include <QFileInfo>
@@ -26,8 +25,7 @@ void FlushNative(const QString& native) {
     if (QFileInfo(file).isDir()) {
         return;
     }
-    if (!file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly) ||
-        _commit(file.handle()) != 0) {
+    if (!file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly) || _commit(file.handle()) != 0) {
         throw Erro(Erro::PathFileAccess);
     }
 }
@@ -51,32 +49,34 @@ void FlushNative(const QString& native) {
 
 }  // namespace
 
+Erro::Code sys::WriteFailure(const QFileDevice& file) {
+    if (file.error() == QFileDevice::ResourceError) {
+        return Erro::DiskFull;
+    }
+    // Of a write that was cut short the toolkit does not hand the reason on. What did not fit was
+    // less than its buffer or a block.
+    constexpr qint64 Little = 64 * 1024;
+    const QStorageInfo disk(QFileInfo(file.fileName()).path());
+    return disk.isValid() && disk.bytesAvailable() < Little ? Erro::DiskFull : Erro::PathFileAccess;
+}
+
 sys::Output::Output(const QString& path) : file_(ToNative(path)) {
     if (!file_.open(QIODevice::WriteOnly)) {
-        Fail();
+        throw Erro(WriteFailure(file_));
     }
 }
 
 void sys::Output::Write(const char* bytes, qsizetype size) {
     if (file_.write(bytes, size) != size) {
-        Fail();
+        throw Erro(WriteFailure(file_));
     }
 }
 
 void sys::Output::Close() {
-    const bool written = file_.flush();
-    if (!written) {
-        Fail();
+    if (!file_.flush()) {
+        throw Erro(WriteFailure(file_));
     }
     file_.close();
-}
-
-void sys::Output::Fail() const {
-    // The toolkit does not hand the reason on; what did not fit was less than its buffer or a block.
-    constexpr qint64 Little = 64 * 1024;
-    const QStorageInfo disk(QFileInfo(file_).path());
-    throw Erro(disk.isValid() && disk.bytesAvailable() < Little ? Erro::DiskFull
-                                                                : Erro::PathFileAccess);
 }
 
 void sys::Flush(const QString& path) {
@@ -104,8 +104,8 @@ void sys::Replace(const QString& from, const QString& to) {
     std::filesystem::rename(QFileInfo(source).filesystemFilePath(),
                             QFileInfo(target).filesystemFilePath(), error);
     if (error) {
-        const bool refused = error == std::errc::permission_denied ||
-                             error == std::errc::operation_not_permitted;
+        const bool refused =
+            error == std::errc::permission_denied || error == std::errc::operation_not_permitted;
         throw Erro(refused ? Erro::PermissionDenied : Erro::PathFileAccess);
     }
 }

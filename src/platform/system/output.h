@@ -1,10 +1,16 @@
 #pragma once
 
+#include "platform/erro.h"
+
 #include <QFile>
 #include <QString>
 
 // Files that are made and put in place. Path texts as in paths.h.
 namespace sys {
+
+// Why this file could not be written: Erro::DiskFull or, for every other reason, PathFileAccess. To
+// be asked at once, while what has been written still takes its room.
+Erro::Code WriteFailure(const QFileDevice& file);
 
 // A file that is written from its beginning; what it held is gone at once.
 class Output {
@@ -16,7 +22,6 @@ public:
     void Close();
 
 private:
-    [[noreturn]] void Fail() const;
     QFile file_;
 };
 

@@ -1,6 +1,7 @@
 #include "platform/system/paths.h"
 
 #include "platform/erro.h"
+#include "platform/system/output.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -150,10 +151,9 @@ void sys::WriteWhole(const QString& path, const QByteArray& bytes, Access access
         !file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner)) {
         throw Erro(Erro::PathFileAccess);
     }
-    file.write(bytes);
-    if (!file.commit()) {
-        throw Erro(file.error() == QFileDevice::ResourceError ? Erro::DiskFull
-                                                              : Erro::PathFileAccess);
+    // Flushed here, since the commit would forget why it failed.
+    if (file.write(bytes) != bytes.size() || !file.flush() || !file.commit()) {
+        throw Erro(WriteFailure(file));
     }
 }
 
@@ -181,20 +181,6 @@ void sys::MakeDirectory(const QString& path) {
     }
     const bool parentMissing = !QFileInfo::exists(QFileInfo(QDir::cleanPath(native)).path());
     throw Erro(parentMissing ? Erro::PathNotFound : Erro::PathFileAccess);
-}
-
-void sys::Rename(const QString& from, const QString& to) {
-    const QString source = ToNative(from);
-    const QString target = ToNative(to);
-    if (!QFileInfo::exists(source)) {
-        throw Erro(Erro::FileNotFound);
-    }
-    if (QFileInfo::exists(target)) {
-        throw Erro(Erro::FileAlreadyExists);
-    }
-    if (!QFile::rename(source, target)) {
-        throw Erro(Erro::PathFileAccess);
-    }
 }
 
 QString sys::ProgramFolder() {

@@ -15,14 +15,14 @@ QString ToNative(const QString& path);
 // A file that could be opened for reading. Does not open it, so it may ask about a catalogue that
 // this process has open.
 bool CanRead(const QString& path);
-bool Exists(const QString& path);           // anything of that name
-// Whether `path` lies in `folder` when links are followed. What is not there yet lies where it would
-// be made.
+bool Exists(const QString& path);  // anything of that name
+// Whether `path` lies in `folder` when links are followed. What is not there yet lies where it
+// would be made.
 bool IsInside(const QString& folder, const QString& path);
 QByteArray ReadBytes(const QString& path);  // Erro 53, 75
 // UTF-8 where the bytes are valid UTF-8, otherwise Windows-1252.
 QString DecodeText(const QByteArray& bytes);
-QString ReadText(const QString& path);                // Erro 53, 75
+QString ReadText(const QString& path);  // Erro 53, 75
 
 // Whose file a new one is: its owner's alone, or as the platform gives it.
 enum class Access { Shared, OwnerOnly };
@@ -31,9 +31,8 @@ enum class Access { Shared, OwnerOnly };
 // reached the disk when this returns. Erro 61, 75, 76; the old file is then as it was.
 void WriteWhole(const QString& path, const QByteArray& bytes, Access access = Access::Shared);
 
-void Delete(const QString& path);                     // read-only files too; Erro 53, 70, 75
-void MakeDirectory(const QString& path);              // one level; Erro 75, 76
-void Rename(const QString& from, const QString& to);  // replaces nothing; Erro 53, 58, 75
+void Delete(const QString& path);         // read-only files too; Erro 53, 70, 75
+void MakeDirectory(const QString& path);  // one level; Erro 75, 76
 
 QString ProgramFolder();   // as the platform gives it, without a final separator
 QString MachineFolder();   // machine-wide settings; empty if there is none

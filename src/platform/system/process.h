@@ -12,14 +12,14 @@ using ProcessId = qint64;
 
 inline constexpr int StillActive = 259;
 
-// What becomes of the text behind the program: pieces as the platform splits them, or one piece with
-// every blank in it.
+// What becomes of the text behind the program: pieces as the platform splits them, or one piece
+// with every blank in it.
 enum class Rest { Pieces, Whole };
 
 // Starts a command line: the program first, in double quotes if its path has blanks. The program's
-// path may be a path text of the system. `windowStyle` 1: normal with focus, 0: hidden. Returns the process's identifier. Erro 53
-// when there is no such program, 70 when it may not be started, 5 for an empty text or a file that
-// is no program.
+// path may be a path text of the system. `windowStyle` 1: normal with focus, 0: hidden. Returns the
+// process's identifier. Erro 53 when there is no such program, 70 when it may not be started, 5 for
+// an empty text or a file that is no program.
 ProcessId Start(const QString& commandLine, int windowStyle, Rest rest = Rest::Pieces);
 
 // StillActive while the process of this identifier runs, its exit code afterwards (0 when it was
