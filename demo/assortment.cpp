@@ -3,7 +3,6 @@
 #include "streams.h"
 
 #include <algorithm>
-#include <cmath>
 #include <numeric>
 
 using namespace Qt::StringLiterals;

@@ -62,15 +62,6 @@ Pattern::Pattern(QStringView source) {
     literals_.append(source.toString());
 }
 
-qsizetype Pattern::AxisNamed(QStringView name) const {
-    for (qsizetype i = 0; i < axes_.size(); ++i) {
-        if (axes_[i].name == name) {
-            return i;
-        }
-    }
-    return -1;
-}
-
 quint64 Pattern::Combinations() const {
     quint64 count = 1;
     for (const Axis& axis : axes_) {

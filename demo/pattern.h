@@ -22,7 +22,6 @@ public:
     explicit Pattern(QStringView source);
 
     const QList<Axis>& Axes() const { return axes_; }
-    qsizetype AxisNamed(QStringView name) const;  // -1 when there is none
     quint64 Combinations() const;
 
     QString Text(const Choices& choices) const;

@@ -3,7 +3,6 @@
 #include "render/parameters.h"
 
 #include <QImage>
-#include <QSize>
 #include <QString>
 
 #include <functional>

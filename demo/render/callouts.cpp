@@ -3,7 +3,6 @@
 #include "vec.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <limits>
 

@@ -67,7 +67,6 @@ struct Profile {
         const int i = column - firstColumn;
         return i < 0 || i >= static_cast<int>(high.size()) ? Low : high[static_cast<size_t>(i)];
     }
-    int LastColumn() const { return firstColumn + static_cast<int>(low.size()) - 1; }
 };
 
 struct Row {

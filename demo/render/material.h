@@ -30,7 +30,6 @@ enum class Material : uint8_t {
     RedPlastic,
     BluePlastic,
     YellowPlastic,
-    Amber,  // clear hose and sight glass
     Paper,
     Friction,
     Label,

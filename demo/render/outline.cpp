@@ -1,7 +1,6 @@
 #include "outline.h"
 
 #include <algorithm>
-#include <iterator>
 #include <span>
 
 namespace render {

@@ -73,9 +73,6 @@ Paleta Ler() {
         .itemMesmo = folha.Cor(u"item-mesmo"_s),
         .itemJogo = folha.Cor(u"item-jogo"_s),
         .letra = folha.Texto(u"letra"_s),
-        .corpoTitulo = folha.Pixels(u"corpo-titulo"_s),
-        .corpoSecao = folha.Pixels(u"corpo-secao"_s),
-        .corpoGaveta = folha.Pixels(u"corpo-gaveta"_s),
         .corpoTexto = folha.Pixels(u"corpo-texto"_s),
         .corpoRotulo = folha.Pixels(u"corpo-rotulo"_s),
     };

@@ -30,10 +30,8 @@ struct Paleta {
     QColor itemMesmo;  // the same item elsewhere
     QColor itemJogo;   // in the same repair kit
 
-    QString letra;    // the family
-    int corpoTitulo;  // pixels
-    int corpoSecao;
-    int corpoGaveta;
+    QString letra;  // the family
+    // Design pixels.
     int corpoTexto;
     int corpoRotulo;
 

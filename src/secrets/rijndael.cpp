@@ -90,7 +90,6 @@ void CRijndael::gkey(qint32 nb, qint32 nk, std::span<const quint8> key) {
         throw Erro(Erro::InvalidArgument);
     }
     nb_ = nb;
-    nk_ = nk;
     nr_ = 6 + std::max(nb, nk);
 
     const std::array<qint32, 3> offsets = nb < 8 ? std::array{1, 2, 3} : std::array{1, 3, 4};

@@ -56,7 +56,6 @@ private:
     quint32 Unmix(quint32 word) const;
 
     qint32 nb_ = 0;
-    qint32 nk_ = 0;
     qint32 nr_ = 0;
     ByteTable exponent_ = {};  // powers of 3
     ByteTable logarithm_ = {};

@@ -65,10 +65,6 @@ void ComboList::AddItem(const QString& text, qint32 itemData) {
     setCurrentIndex(selected);
 }
 
-void ComboList::Clear() {
-    clear();
-}
-
 void ComboList::SetListIndex(int index) {
     if (index < -1 || index >= count()) {
         throw Erro(Erro::SubscriptOutOfRange);

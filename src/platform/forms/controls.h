@@ -118,11 +118,10 @@ public:
 
     Picture(const QString& name, const QString& accessibleName, QWidget* parent,
             Mode mode = Mode::Fit);
-    // A null one empties it. `dense`, if there is one, shows the same with more pixels; it is painted
-    // where the screen has more than the picture.
+    // A null one empties it. `dense`, if there is one, shows the same with more pixels; it is
+    // painted where the screen has more than the picture.
     void SetPixmap(const QPixmap& pixmap, const QPixmap& dense = {});
     const QPixmap& Pixmap() const { return pixmap_; }
-    bool IsEmpty() const { return pixmap_.isNull(); }
 
     // Where the picture stands within the control.
     QRectF PictureRect() const;
@@ -168,7 +167,6 @@ class TextBox : public QLineEdit {
 
 public:
     TextBox(const QString& name, const QString& accessibleName, QWidget* parent);
-    QString Tag;
 
 Q_SIGNALS:
     void Change();    // the text is another one, typed or set
@@ -193,10 +191,8 @@ class ComboList : public QComboBox {
 
 public:
     ComboList(const QString& name, const QString& accessibleName, QWidget* parent);
-    QString Tag;
 
     void AddItem(const QString& text, qint32 itemData = 0);
-    void Clear();
     int ListCount() const { return count(); }
     int ListIndex() const { return currentIndex(); }  // -1: none
     void SetListIndex(int index);                     // Erro 9 outside -1 and the rows
@@ -226,13 +222,10 @@ class ScrollBar : public QScrollBar {
 
 public:
     ScrollBar(const QString& name, Qt::Orientation orientation, QWidget* parent);
-    QString Tag;
 
     void SetMin(int value) { setMinimum(value); }
     void SetMax(int value) { setMaximum(value); }
     void SetLargeChange(int value) { setPageStep(value); }
-    int Min() const { return minimum(); }
-    int Max() const { return maximum(); }
     int Value() const { return value(); }
     void SetValue(int value) { setValue(value); }  // kept within Min and Max
 

@@ -25,7 +25,6 @@ public:
     ~DataSource() override;
 
     void SetDatabaseName(const QString& path);  // in the system's form
-    QString DatabaseName() const { return databaseName_; }
 
     // Sets the text without running it. A source that was never run opens by itself when the screen
     // that it stands on first shows.

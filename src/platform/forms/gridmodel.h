@@ -4,7 +4,6 @@
 
 #include <QAbstractTableModel>
 #include <QPointer>
-#include <QStringList>
 
 #include <vector>
 

@@ -3,7 +3,6 @@
 #include "platform/forms/font.h"
 
 #include <QApplication>
-#include <QHash>
 #include <QPalette>
 
 using namespace Qt::StringLiterals;
