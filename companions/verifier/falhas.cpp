@@ -5,7 +5,6 @@
 #include <QRegularExpression>
 
 #include <algorithm>
-#include <array>
 #include <iterator>
 
 using namespace Qt::StringLiterals;
@@ -45,16 +44,16 @@ constexpr auto Desconhecida = u"A conversa com o servidor de atualizações \"%1
 
 template <std::size_t N>
 QString Procurar(const Frase (&frases)[N], int numero) {
-    const auto* frase =
-        std::find_if(std::begin(frases), std::end(frases),
-                     [numero](const Frase& f) { return f.numero == numero; });
+    const auto* frase = std::find_if(std::begin(frases), std::end(frases),
+                                     [numero](const Frase& f) { return f.numero == numero; });
     return frase == std::end(frases) ? QString() : QString::fromUtf16(frase->texto);
 }
 
 }  // namespace
 
 QString FalhaEmPalavras(const Erro& erro, const QString& servidor) {
-    // Stage, code of the last call; inner number and inner text where an answer or a trap was there.
+    // Stage, code of the last call; inner number and inner text where an answer or a trap was
+    // there.
     static const QRegularExpression composto(u"^[A-Za-z ]\\w*:(\\d+)(?:;(-?\\d+);(.*))?$"_s,
                                              QRegularExpression::DotMatchesEverythingOption);
     const auto partes = composto.match(erro.Description());

@@ -11,7 +11,6 @@
 #include <QTimer>
 
 #include <chrono>
-#include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <thread>
@@ -19,9 +18,9 @@
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
-// Asks the update server for the newest version on behalf of the catalogue, which starts this program
-// and reads its answer out of a file once it has ended. Whatever happens, it ends: with an answer,
-// with a failure for an answer, or, where not even a file can be written, with nothing.
+// Asks the update server for the newest version on behalf of the catalogue, which starts this
+// program and reads its answer out of a file once it has ended. Whatever happens, it ends: with an
+// answer, with a failure for an answer, or, where not even a file can be written, with nothing.
 
 namespace {
 
@@ -29,7 +28,8 @@ const QString Programa = u"VerifAtualizCatalogoTarvo.exe"_s;
 const QString Uso =
     u"Uso: VerifAtualizCatalogoTarvo.exe [--limit SEGUNDOS] 0|ARQUIVO\n"
     u"     VerifAtualizCatalogoTarvo.exe [--limit SEGUNDOS] 1|ARQUIVO\n"
-    u"Pergunta ao servidor de atualizações qual é a versão mais nova do catálogo e grava a resposta "
+    u"Pergunta ao servidor de atualizações qual é a versão mais nova do catálogo e grava a "
+    u"resposta "
     u"em ARQUIVO.\n"
     u"\n"
     u"  0                 a pedido do usuário: um proxy pode fazê-lo perguntar usuário e senha\n"

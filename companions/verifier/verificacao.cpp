@@ -30,8 +30,8 @@ Registro LerRegistro() {
     AbrirBancoDados(gWS, u"gWS"_s, gDB, false);
     Registro registro;
     {
-        const auto linha = gDB->OpenRecordset(
-            u"SELECT Versao, UrlAtualizacao FROM UMREGISTRO"_s, dao::dbOpenForwardOnly);
+        const auto linha = gDB->OpenRecordset(u"SELECT Versao, UrlAtualizacao FROM UMREGISTRO"_s,
+                                              dao::dbOpenForwardOnly);
         registro.versao = convert::ToInt16(linha->Fields(u"Versao"_s).Value());
         registro.endereco = convert::ToTextOrEmpty(linha->Fields(u"UrlAtualizacao"_s).Value());
     }
@@ -66,9 +66,10 @@ qint16 LerVersao(const QString& texto, const QString& servidor) {
     bool numero = false;
     const int versao = texto.trimmed().toInt(&numero);
     if (!numero || versao < 0 || !std::in_range<qint16>(versao)) {
-        throw Erro(Erro::TypeMismatch,
-                   u"O servidor de atualizações \"%1\" não informou uma versão, e sim \"%2\"."_s.arg(
-                       servidor, texto.simplified().left(40)));
+        throw Erro(
+            Erro::TypeMismatch,
+            u"O servidor de atualizações \"%1\" não informou uma versão, e sim \"%2\"."_s.arg(
+                servidor, texto.simplified().left(40)));
     }
     return qint16(versao);
 }

@@ -15,9 +15,9 @@ struct Pedido {
 // blanks hands it over in pieces. Nothing when it is no such request.
 std::optional<Pedido> LerPedido(const QStringList& argumentos);
 
-// Asks the catalogue for its version and the server for the newest one. The text of the answer: "1",
-// the local version, "|", the server's; or "0" and what went wrong, in words for the user. Expects
-// gCaminho. Never throws.
+// Asks the catalogue for its version and the server for the newest one. The text of the answer:
+// "1", the local version, "|", the server's; or "0" and what went wrong, in words for the user.
+// Expects gCaminho. Never throws.
 QString Verificar(bool podePerguntar);
 
 // The answer that nothing came of it, and why.

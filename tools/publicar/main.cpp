@@ -6,7 +6,6 @@
 #include <QCoreApplication>
 #include <QDir>
 
-#include <algorithm>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -78,20 +77,17 @@ int Run(const publicar::Order& order) {
     QList<verificar::Finding> findings;
     const std::vector<publicar::File> files = publicar::ReadFolder(order, findings);
     findings += publicar::Check(order, files);
-    sys::Print(stdout, u"Versão %1: %2 arquivos em %3\n"_s.arg(order.release)
-                               .arg(files.size())
-                               .arg(order.folder) +
-                           verificar::Report(order.catalogue, findings));
-    const bool faulty =
-        std::any_of(findings.begin(), findings.end(), [](const verificar::Finding& finding) {
-            return finding.weight == verificar::Weight::Fault;
-        });
-    if (faulty) {
+    sys::Print(
+        stdout,
+        u"Versão %1: %2 arquivos em %3\n"_s.arg(order.release).arg(files.size()).arg(order.folder) +
+            verificar::Report(order.catalogue, findings));
+    if (verificar::HasFault(findings)) {
         return Faulty;
     }
     if (!order.site.isEmpty()) {
         publicar::Publish(order, files);
-        sys::Print(stdout, u"Versão %1 publicada em \"%2\".\n"_s.arg(order.release).arg(order.site));
+        sys::Print(stdout,
+                   u"Versão %1 publicada em \"%2\".\n"_s.arg(order.release).arg(order.site));
     }
     return Done;
 }

@@ -56,11 +56,13 @@ void CheckSizes(const Order& order, const std::vector<File>& files, QList<Findin
 }
 
 void CheckRepeated(const Order& order, const std::vector<File>& files, QList<Finding>& findings) {
-    Cases scripts(Weight::Fault, u"Script com o nome de um arquivo de outra versão: quem atualiza "
-                                 "as duas de uma vez o recebe só uma vez"_s,
+    Cases scripts(Weight::Fault,
+                  u"Script com o nome de um arquivo de outra versão: quem atualiza "
+                  "as duas de uma vez o recebe só uma vez"_s,
                   order.examples);
-    Cases others(Weight::Hint, u"Nome que outra versão já tem: também ela passa a trazer este "
-                               "conteúdo"_s,
+    Cases others(Weight::Hint,
+                 u"Nome que outra versão já tem: também ela passa a trazer este "
+                 "conteúdo"_s,
                  order.examples);
     const QHash<QString, int> before = NamesBefore(order);
     for (const File& file : files) {
@@ -96,8 +98,9 @@ void CheckPrograms(const Order& order, const std::vector<File>& files, QList<Fin
 
 void CheckNames(const Order& order, const std::vector<File>& files, QList<Finding>& findings) {
     Cases refused(Weight::Fault, u"Nome que o instalador recusa"_s, order.examples);
-    Cases unlisted(Weight::Fault, u"Nome que não cabe numa lista (ponto e vírgula ou espaço na "
-                                  "ponta)"_s,
+    Cases unlisted(Weight::Fault,
+                   u"Nome que não cabe numa lista (ponto e vírgula ou espaço na "
+                   "ponta)"_s,
                    order.examples);
     Cases alike(Weight::Fault, u"Nomes que só diferem em maiúsculas e minúsculas"_s,
                 order.examples);

@@ -8,7 +8,6 @@
 #include "session/modulo.h"
 
 #include <QDir>
-#include <QFileInfo>
 #include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;

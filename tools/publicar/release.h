@@ -12,11 +12,11 @@ namespace publicar {
 using verificar::Finding;
 
 struct Order {
-    QString folder;     // what the new version brings, laid out as in the data folder
-    QString catalogue;  // data folder to try the scripts on, of which a copy is made
-    QString site;       // the server's base folder; empty: check only
-    QString keep;       // where the tried catalogue goes, for the next version; empty: nowhere
-    int release = 0;    // the new version
+    QString folder;        // what the new version brings, laid out as in the data folder
+    QString catalogue;     // data folder to try the scripts on, of which a copy is made
+    QString site;          // the server's base folder; empty: check only
+    QString keep;          // where the tried catalogue goes, for the next version; empty: nowhere
+    int release = 0;       // the new version
     QStringList programs;  // names of the files that are started after the update
     int examples = 20;     // of each finding
     bool replace = false;  // publish a version again

@@ -63,7 +63,8 @@ Digest DigestOf(dao::Connection& connection, const QString& table) {
         for (int column = 0; column < rows.ColumnCount(); ++column) {
             const dao::Cell cell = rows.Read(column);
             bytes += char('0' + int(cell.type));
-            bytes += QByteArray::number(cell.integer) + '/' + QByteArray::number(cell.real, 'g', 17);
+            bytes +=
+                QByteArray::number(cell.integer) + '/' + QByteArray::number(cell.real, 'g', 17);
             bytes += '/' + QByteArray::number(cell.utf8.size()) + '/';
             bytes += cell.utf8;
         }
@@ -154,8 +155,9 @@ public:
             }
         }
         const Content after = ContentOf(connection);
-        Cases twice(Weight::Hint, u"Tabela que muda quando os scripts correm de novo, como depois "
-                                  "de uma queda de luz"_s,
+        Cases twice(Weight::Hint,
+                    u"Tabela que muda quando os scripts correm de novo, como depois "
+                    "de uma queda de luz"_s,
                     order_.examples);
         for (const QString& table : QStringList(before.keys() + after.keys())) {
             if (before.value(table) != after.value(table) && !seen_.contains(table)) {

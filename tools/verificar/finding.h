@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <algorithm>
+
 namespace verificar {
 
 enum class Weight {
@@ -17,6 +19,11 @@ struct Finding {
     qint64 count;
     QStringList examples;  // the first ones
 };
+
+inline bool HasFault(const QList<Finding>& findings) {
+    return std::any_of(findings.begin(), findings.end(),
+                       [](const Finding& finding) { return finding.weight == Weight::Fault; });
+}
 
 // Collects one finding: counts every case and keeps the first as examples.
 class Cases {

@@ -6,7 +6,6 @@
 #include <QCoreApplication>
 #include <QDir>
 
-#include <algorithm>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -62,11 +61,7 @@ int main(int argc, char** argv) {
     try {
         const auto findings = verificar::Check(*order);
         sys::Print(stdout, verificar::Report(order->folder, findings));
-        const bool sound =
-            std::none_of(findings.begin(), findings.end(), [](const verificar::Finding& finding) {
-                return finding.weight == verificar::Weight::Fault;
-            });
-        return sound ? Sound : Faulty;
+        return verificar::HasFault(findings) ? Faulty : Sound;
     } catch (const Erro& erro) {
         sys::Print(stderr, u"tarvo-verificar: %1\n"_s.arg(erro.Description()));
         return NotChecked;
