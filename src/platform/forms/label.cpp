@@ -37,21 +37,22 @@ void Label::SetWordWrap(bool wrap) {
 
 QString Label::Elided() const {
     const QFontMetrics metrics = fontMetrics();
+    const QSize room = contentsRect().size();
     if (!wrap_) {
-        return metrics.elidedText(text_, Qt::ElideRight, width());
+        return metrics.elidedText(text_, Qt::ElideRight, room.width());
     }
     QString text = text_;
     text.replace(u'\n', QChar::LineSeparator);
     QTextLayout layout(text, font());
     QStringList lines;
-    const int room = std::max(height() / metrics.lineSpacing(), 1);
+    const int most = std::max(room.height() / metrics.lineSpacing(), 1);
     layout.beginLayout();
     for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-        line.setLineWidth(width());
-        if (lines.size() == room - 1) {
+        line.setLineWidth(room.width());
+        if (lines.size() == most - 1) {
             lines +=
                 metrics.elidedText(text.mid(line.textStart()).replace(QChar::LineSeparator, u' '),
-                                   Qt::ElideRight, width());
+                                   Qt::ElideRight, room.width());
             break;
         }
         lines += text.mid(line.textStart(), line.textLength()).remove(QChar::LineSeparator);
@@ -63,7 +64,7 @@ QString Label::Elided() const {
 void Label::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setPen(foreColor_.isValid() ? foreColor_ : palette().color(QPalette::WindowText));
-    painter.drawText(rect(), int(alignment_) | Qt::TextDontClip, Elided());
+    painter.drawText(contentsRect(), int(alignment_) | Qt::TextDontClip, Elided());
 }
 
 bool Label::event(QEvent* event) {
