@@ -6,6 +6,23 @@
 #include <QToolTip>
 
 namespace forms {
+namespace {
+
+constexpr QChar Ellipsis(0x2026);
+
+// A title joins its two pieces by a run of blanks, and the number behind it is what is looked for:
+// the piece in front of the run is cut.
+QString ElidedLine(const QString& text, const QFontMetrics& metrics, int room) {
+    const qsizetype gap = text.indexOf(QStringLiteral("        "));
+    const QString number = gap < 0 ? QString() : text.mid(gap);
+    const int roomInFront = room - metrics.horizontalAdvance(number);
+    if (number.isEmpty() || roomInFront < room / 3) {
+        return metrics.elidedText(text, Qt::ElideRight, room);
+    }
+    return metrics.elidedText(text.left(gap), Qt::ElideRight, roomInFront) + number;
+}
+
+}  // namespace
 
 Label::Label(const QString& name, QWidget* parent) : Zone(name, parent) {}
 
@@ -39,7 +56,7 @@ QString Label::Elided() const {
     const QFontMetrics metrics = fontMetrics();
     const QSize room = contentsRect().size();
     if (!wrap_) {
-        return metrics.elidedText(text_, Qt::ElideRight, room.width());
+        return ElidedLine(text_, metrics, room.width());
     }
     QString text = text_;
     text.replace(u'\n', QChar::LineSeparator);
@@ -71,7 +88,7 @@ bool Label::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip || !toolTip().isEmpty()) {
         return Zone::event(event);
     }
-    const bool cut = Elided().endsWith(QChar(0x2026)) && !text_.endsWith(QChar(0x2026));
+    const bool cut = Elided().contains(Ellipsis) && !text_.contains(Ellipsis);
     const auto* help = static_cast<QHelpEvent*>(event);
     QToolTip::showText(help->globalPos(), cut ? text_.toHtmlEscaped() : QString(), this);
     return true;
