@@ -25,6 +25,7 @@ namespace demo {
 namespace {
 
 constexpr QSize PageSize(800, 573);
+constexpr int Density = 2;  // of a page's pixels: on large screens its words stay sharp
 constexpr int Pages = 5;
 
 // Of a screen's head: the mark and the name.
@@ -72,7 +73,9 @@ void PaintFigure(QPainter& painter, const QRect& place, const QString& slug) {
     }
     const render::ExplodedDrawing drawing =
         render::Explode(render::ItemsOf(slug, {}, items), place.size());
-    painter.drawImage(place.topLeft(), drawing.image);
+    const QImage dense = drawing.dense.scaled(place.size() * Density, Qt::IgnoreAspectRatio,
+                                              Qt::SmoothTransformation);
+    painter.drawImage(QRectF(place), dense);
     const Paleta& paleta = Paleta::Atual();
     QFont font(paleta.letra);
     font.setPixelSize(paleta.corpoRotulo);
@@ -95,10 +98,11 @@ QImage PageOf(int number) {
     const QByteArray sheets =
         ReadAll(u":/artwork/estilo.css"_s) + ReadAll(u":/demo/tour/tour.css"_s);
     QSvgRenderer drawing(forms::ResolveStyles(svg, QString::fromUtf8(sheets)));
-    QImage page(PageSize, QImage::Format_RGB32);
+    QImage page(PageSize * Density, QImage::Format_RGB32);
     page.fill(Qt::white);
     QPainter painter(&page);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+    painter.scale(Density, Density);
     drawing.render(&painter, QRectF(QPointF(), QSizeF(PageSize)));
     forms::Artwork::Load(u"resultado"_s)->Paint(painter, Mark, Mark, forms::Artwork::State::Rest);
 
@@ -108,8 +112,8 @@ QImage PageOf(int number) {
         if (match.captured(2) == "figura"_L1) {
             PaintFigure(painter, rect, match.captured(3));
         } else {
-            painter.drawImage(rect.topLeft(),
-                              render::Photo(SceneOf(match.captured(3)), rect.size()));
+            painter.drawImage(
+                QRectF(rect), render::Photo(SceneOf(match.captured(3)), rect.size() * Density));
         }
     }
     return page;

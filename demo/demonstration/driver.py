@@ -88,8 +88,8 @@ class Node:
         return self.accessible.get_role_name()
 
     @property
-    def description(self):
-        return self.accessible.get_description()
+    def ticked(self):
+        return self.accessible.get_state_set().contains(Atspi.StateType.CHECKED)
 
     @property
     def text(self):

@@ -182,9 +182,9 @@ def print_options(tour):
     """The print dialog from the list, with the figure ticked besides."""
     tour.click(*PRINT_LIST)
     window = wait("the print dialog", lambda: print_window(tour))
-    boxes = [window.find("push button", name) for name in ("Figura detalhada", "Lista de componentes")]
+    boxes = [window.find("check box", name) for name in ("Figura detalhada", "Lista de componentes")]
     tour.click_on(boxes[0])
-    wait("both boxes ticked", lambda: all(box.description == "Marcada" for box in boxes))
+    wait("both boxes ticked", lambda: all(box.ticked for box in boxes))
 
 
 def printer_dialog(tour):
@@ -335,12 +335,12 @@ def open_settings(tour, check, user):
     """Opens the dialog and waits until it shows this check and this user."""
     tour.click(*SETTINGS)
     wait(f"the settings with {check!r} and {user!r}",
-         lambda: (tour.find("push button", CHECK_ROW).description,
+         lambda: (tour.find("check box", CHECK_ROW).ticked,
                   tour.find("text", PROXY_USER).text) == (check, user))
 
 
 def fill_settings(tour, user, password):
-    tour.click_on(tour.find("push button", CHECK_ROW))
+    tour.click_on(tour.find("check box", CHECK_ROW))
     for role, box, text in (("text", PROXY_USER, user), ("password text", PROXY_PASSWORD, password)):
         tour.click_on(tour.find(role, box))
         tour.press("ctrl+a")
@@ -349,27 +349,27 @@ def fill_settings(tour, user, password):
 
 def close_settings(tour, button):
     tour.click_on(tour.find("push button", button))
-    wait("the settings closed", lambda: not tour.find("push button", CHECK_ROW))
+    wait("the settings closed", lambda: not tour.find("check box", CHECK_ROW))
 
 
 def settings(tour):
     """The settings as they are at first: the automatic check, no proxy."""
     tour.click(*BACKGROUND)
-    open_settings(tour, "Ligado", "")
+    open_settings(tour, True, "")
 
 
 def settings_cancelled(tour):
     """Changed and cancelled: the next time they are as before."""
     fill_settings(tour, "outro", "outra")
     close_settings(tour, "Cancelar")
-    open_settings(tour, "Ligado", "")
+    open_settings(tour, True, "")
 
 
 def settings_changed(tour):
     """Changed and confirmed; opened again, they are the new ones."""
     fill_settings(tour, "oficina", "chave inglesa")
     close_settings(tour, "OK")
-    open_settings(tour, "Desligado", "oficina")
+    open_settings(tour, False, "oficina")
 
 
 def settings_after_restart(tour):
@@ -381,13 +381,13 @@ def settings_after_restart(tour):
     wait("the splash", tour.windows)
     tour.click(*BACKGROUND)
     tour.await_node("push button", EXIT)
-    open_settings(tour, "Desligado", "oficina")
+    open_settings(tour, False, "oficina")
 
 
 def settings_left_by_key(tour):
     """Escape leaves them."""
     tour.press("Escape")
-    wait("the settings closed", lambda: not tour.find("push button", CHECK_ROW))
+    wait("the settings closed", lambda: not tour.find("check box", CHECK_ROW))
 
 
 def tour_page(number):

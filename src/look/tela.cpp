@@ -18,6 +18,7 @@ forms::ClickZone* Tela::CriarBotao(const Botao& botao, QWidget* pai,
                                    const std::shared_ptr<forms::Artwork>& desenho) {
     acesas_.append({botao.palavra, new forms::LitPicture(NomeDaAcesa(botao.zona), desenho, pai)});
     auto* zona = new forms::ClickZone(botao.zona, botao.descricao, pai);
+    zona->setFocusPolicy(Qt::TabFocus);
     connect(zona, &forms::ClickZone::MouseMove, this,
             [this, palavra = botao.palavra] { MostrarSelecionada(palavra); });
     return zona;
@@ -32,6 +33,7 @@ forms::LitPicture& Tela::AcesaDe(const forms::ClickZone& zona) {
 
 void Tela::CriarBotaoMinimizar() {
     auto* zona = new forms::ClickZone(u"imgMinimizar"_s, u"Minimizar a janela"_s, Picture());
+    zona->setFocusPolicy(Qt::TabFocus);
     connect(zona, &forms::ClickZone::Click, this, [this] { Minimize(); });
 }
 
@@ -39,6 +41,18 @@ void Tela::AoClicar(const QString& zona, std::function<void()> acao) {
     auto* controle = Picture()->findChild<forms::ClickZone*>(zona);
     Q_ASSERT(controle);
     connect(controle, &forms::ClickZone::Click, this, std::move(acao));
+}
+
+void Tela::OrdenarTabulacao(std::initializer_list<const char16_t*> nomes) {
+    QWidget* anterior = nullptr;
+    for (const char16_t* nome : nomes) {
+        auto* controle = Picture()->findChild<QWidget*>(QString::fromUtf16(nome));
+        Q_ASSERT(controle);
+        if (anterior) {
+            setTabOrder(anterior, controle);
+        }
+        anterior = controle;
+    }
 }
 
 void Tela::Posicionar(std::span<const Lugar> lugares) {

@@ -50,6 +50,10 @@ protected:
 
     void AoClicar(const QString& zona, std::function<void()> acao);
 
+    // The order in which the Tab key goes through these controls, found by their names. Without it
+    // it is the order of making them.
+    void OrdenarTabulacao(std::initializer_list<const char16_t*> nomes);
+
     // Places every control of the table, found by its name.
     void Posicionar(std::span<const Lugar> lugares);
 

@@ -21,6 +21,7 @@ namespace {
 // Design pixels.
 constexpr int Margem = 9;
 constexpr int LadoDoSinal = 16;
+constexpr int EntreTituloETexto = 4;
 constexpr int Canto = 5;
 constexpr int AlturaDaPonta = 13;
 constexpr int LarguraDaPonta = 14;
@@ -136,7 +137,7 @@ protected:
             pintor.setFont(fonte);
             pintor.drawText(QRect(x, canto.y(), corpo_.width(), altura),
                             Qt::AlignLeft | Qt::AlignVCenter, dica_.title_);
-            canto.ry() += altura + 4;
+            canto.ry() += altura + EntreTituloETexto;
         }
         pintor.setFont(forms::Font(forms::CurrentTheme().textPixels, false));
         pintor.drawText(QRect(canto, corpo_.size()), Qt::AlignLeft | Qt::AlignTop, Linhas());
@@ -178,11 +179,14 @@ private:
     QSize TamanhoDoCorpo() const {
         const QFontMetrics texto(forms::Font(forms::CurrentTheme().textPixels, false));
         const QFontMetrics titulo(forms::Font(forms::CurrentTheme().textPixels, true));
-        QSize tamanho = texto.size(0, Linhas());
+        // A blank is a text too, but a title needs no empty line under it.
+        const bool somenteTitulo = !dica_.title_.isEmpty() && Linhas().trimmed().isEmpty();
+        QSize tamanho = somenteTitulo ? QSize() : texto.size(0, Linhas());
         if (!dica_.title_.isEmpty()) {
             const int sinal = dica_.icon_ == SemSinal ? 0 : LadoDoSinal + 6;
-            tamanho = QSize(std::max(tamanho.width(), titulo.size(0, dica_.title_).width() + sinal),
-                            tamanho.height() + AlturaDoTitulo() + 4);
+            const int largura = titulo.size(0, dica_.title_).width() + sinal;
+            const int abaixo = somenteTitulo ? 0 : tamanho.height() + EntreTituloETexto;
+            tamanho = QSize(std::max(tamanho.width(), largura), AlturaDoTitulo() + abaixo);
         }
         return tamanho + QSize(2 * Margem, 2 * Margem);
     }

@@ -31,6 +31,10 @@ const Lugar Lugares[] = {
     {u"imgMinimizar", {784, 2, 13, 10}},
 };
 
+// The end of the title's label lies under the list of kits.
+constexpr int SobALista = 58 + 494 - 526 + 6;
+constexpr int RecuoDoTexto = 6;  // of a cell's text in its column
+
 }  // namespace
 
 void frmListaPecas::PosicionarControles() {
@@ -50,6 +54,7 @@ void frmListaPecas::CriarControles() {
     CriarBotaoMinimizar();
 
     lblInf = new forms::Label(u"lblInf"_s, Picture());
+    lblInf->setContentsMargins(0, 0, SobALista, 0);
     cboMostraNaListaPecas = new forms::ComboList(
         u"cboMostraNaListaPecas"_s, u"Componentes de qual jogo de reparo"_s, Picture());
     cboNumeroClienteConcorrenteComponente =
@@ -90,6 +95,7 @@ void frmListaPecas::CriarPainelJogos() {
     QFont rotulo = lblNumeroClienteConcorrente->font();
     rotulo.setPixelSize(Paleta::Atual().corpoRotulo);
     lblNumeroClienteConcorrente->setFont(rotulo);
+    lblNumeroClienteConcorrente->setContentsMargins(RecuoDoTexto, 0, 0, 0);
     dtcJogosReparoComponente = new forms::DataSource(u"dtcJogosReparoComponente"_s, this);
     grdJogosReparoComponente = new forms::BoundGrid(
         u"grdJogosReparoComponente"_s, u"Jogos de reparo do componente"_s, pctJogosReparo);

@@ -95,16 +95,6 @@ frmResultadoPesquisa::frmResultadoPesquisa()
 }
 
 void frmResultadoPesquisa::CriarControles() {
-    const Botao botoes[] = {
-        {u"PESQUISA"_s, u"imgPesquisaFundo"_s, u"Voltar à pesquisa"_s},
-        {u"LISTACOMPONENTES"_s, u"imgListaComponentesFundo"_s, u"Lista de componentes"_s},
-        {u"FIGURADETALHADA"_s, u"imgFiguraDetalhadaFundo"_s, u"Figura detalhada"_s},
-    };
-    for (const Botao& botao : botoes) {
-        CriarBotao(botao, Picture(), Background());
-    }
-    CriarBotaoMinimizar();
-
     lblInf = new forms::Label(u"lblInf"_s, Picture());
     cboNumeroClienteConcorrentePeca =
         new forms::ComboList(u"cboNumeroClienteConcorrentePeca"_s, u"Cliente"_s, Picture());
@@ -123,6 +113,17 @@ void frmResultadoPesquisa::CriarControles() {
     grdVeiculosPeca->AddColumn(u"Veiculo"_s, 237.014);
     grdVeiculosPeca->AddColumn(u"Fabricante"_s, 133.002);
     grdVeiculosPeca->SetDataSource(dtcVeiculosPeca);
+
+    // Last, so that the Tab key comes to them behind what they act on.
+    const Botao botoes[] = {
+        {u"PESQUISA"_s, u"imgPesquisaFundo"_s, u"Voltar à pesquisa"_s},
+        {u"LISTACOMPONENTES"_s, u"imgListaComponentesFundo"_s, u"Lista de componentes"_s},
+        {u"FIGURADETALHADA"_s, u"imgFiguraDetalhadaFundo"_s, u"Figura detalhada"_s},
+    };
+    for (const Botao& botao : botoes) {
+        CriarBotao(botao, Picture(), Background());
+    }
+    CriarBotaoMinimizar();
 }
 
 void frmResultadoPesquisa::LigarEventos() {

@@ -75,7 +75,9 @@ frmImpressao::Opcao frmImpressao::CriarOpcao(const QString& marcador, const QStr
                                              const QString& descricao, bool (*possui)(qint32),
                                              const QString& recusa) {
     auto* marca = new forms::LitPicture(zona + u"Selecionada"_s, Background(), Picture());
-    return {marcador, new forms::ClickZone(zona, descricao, Picture()), marca, possui, recusa};
+    auto* caixa = new forms::ClickZone(zona, descricao, Picture());
+    caixa->setFocusPolicy(Qt::TabFocus);
+    return {marcador, caixa, marca, possui, recusa};
 }
 
 void frmImpressao::PosicionarControles() {
@@ -116,7 +118,7 @@ bool frmImpressao::Marcada(const Opcao& opcao) {
 
 void frmImpressao::Marcar(const Opcao& opcao, const QString& estado) {
     opcao.zona->Tag = estado;
-    opcao.zona->setAccessibleDescription(Marcada(opcao) ? u"Marcada"_s : u"Desmarcada"_s);
+    opcao.zona->SetTicked(Marcada(opcao));
     opcao.marca->setVisible(Marcada(opcao));
 }
 

@@ -152,17 +152,3 @@ void frmPesquisa::CriarPainelFiguras() {
         lblDescricaoFigura[n]->SetWordWrap(true);
     }
 }
-
-void frmPesquisa::OrdenarTabulacao() {
-    // The number box comes before the selector that stands above it.
-    const QList<QList<QWidget*>> ordens = {
-        {txtNumeroTarvo, txtDescricao, txtNumeroClienteConcorrente, cboNumeroClienteConcorrente,
-         cboTipo, grdPesquisa1},
-        {txtVeiculo, cboFabricante, grdPesquisa2},
-    };
-    for (const QList<QWidget*>& ordem : ordens) {
-        for (qsizetype i = 1; i < ordem.size(); ++i) {
-            setTabOrder(ordem.at(i - 1), ordem.at(i));
-        }
-    }
-}

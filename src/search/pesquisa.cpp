@@ -43,7 +43,14 @@ frmPesquisa::frmPesquisa() : Tela(u"frmPesquisa"_s, Kind::Screen, QSize(800, 600
                     u"pctResultadoPesquisaFundo("_s + indice + u')', u"Abrir a linha escolhida"_s},
                    pctTelaPesquisa[i], pctTelaPesquisa[i]->Drawing());
     }
-    OrdenarTabulacao();
+    // The number box comes before the selector that stands above it.
+    OrdenarTabulacao({u"txtNumeroTarvo", u"txtDescricao", u"txtNumeroClienteConcorrente",
+                      u"cboNumeroClienteConcorrente", u"cboTipo", u"grdPesquisa1",
+                      u"pctResultadoPesquisaFundo(0)"});
+    OrdenarTabulacao(
+        {u"txtVeiculo", u"cboFabricante", u"grdPesquisa2", u"pctResultadoPesquisaFundo(1)"});
+    OrdenarTabulacao(
+        {u"pctPesquisaFiguras", u"sclPesquisaFiguras", u"pctResultadoPesquisaFundo(2)"});
     LigarEventos();
     LigarLuz();
 }

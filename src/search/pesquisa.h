@@ -53,7 +53,6 @@ private:
     void CriarPainelVeiculos();
     void CriarPainelFiguras();
     void PosicionarControles();
-    void OrdenarTabulacao();
     void LigarEventos();
     void LigarLuz();
 

@@ -51,12 +51,14 @@ frmConfiguracoes::frmConfiguracoes()
       img_VerificarAuto(new forms::Panel(u"img_VerificarAuto"_s, QString(), Picture())),
       txtUsuario(NovoCampo(u"txtUsuario"_s, u"Usuário do proxy"_s, Picture())),
       txtSenha(NovoCampo(u"txtSenha"_s, u"Senha do proxy"_s, Picture())) {
-    imgVerificarAuto = new forms::ClickZone(u"imgVerificarAuto"_s,
-                                            u"Verificar atualizações automaticamente"_s, Picture());
+    imgVerificarAuto = new forms::ClickZone(
+        u"imgVerificarAuto"_s, u"Verificar atualizações automaticamente"_s, Picture());
+    imgVerificarAuto->setFocusPolicy(Qt::TabFocus);
     txtSenha->setEchoMode(QLineEdit::Password);
     CriarBotao({u"OK"_s, u"imgOk"_s, u"OK"_s}, Picture(), Background());
     CriarBotao({u"CANCELAR"_s, u"imgCancelar"_s, u"Cancelar"_s}, Picture(), Background());
     new forms::Panel(u"pctFocus"_s, QString(), Picture());
+    OrdenarTabulacao({u"imgVerificarAuto", u"txtUsuario", u"txtSenha", u"imgOk", u"imgCancelar"});
     LigarEventos();
 }
 
@@ -101,7 +103,7 @@ void frmConfiguracoes::Activate() {
 
 void frmConfiguracoes::MarcarVerificacao(bool ligada) {
     imgVerificarAuto->Tag = ligada ? u"1"_s : u"0"_s;
-    imgVerificarAuto->setAccessibleDescription(ligada ? u"Ligado"_s : u"Desligado"_s);
+    imgVerificarAuto->SetTicked(ligada);
     imgXVerificarAuto->setVisible(ligada);
     img_VerificarAuto->setVisible(!ligada);
 }

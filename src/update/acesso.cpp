@@ -18,7 +18,7 @@ namespace {
 
 // Design pixels.
 constexpr int LarguraTexto = 320;
-constexpr int LarguraBotao = 84;
+constexpr int LarguraBotao = 96;
 
 PedidoDeAcesso& Substituto() {
     static PedidoDeAcesso pedido;

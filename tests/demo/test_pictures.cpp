@@ -99,9 +99,11 @@ private Q_SLOTS:
         QFETCH(QString, page);
         QFETCH(QList<QRect>, buttons);
         const QImage picture(folder_.filePath(u"Figuras/"_s + page));
-        QCOMPARE(picture.size(), QSize(800, 573));
+        constexpr int Density = 2;
+        QCOMPARE(picture.size(), QSize(800, 573) * Density);
         const auto isPlain = [&picture](const QRect& rect) {
-            const QImage part = picture.copy(rect);
+            const QImage part =
+                picture.copy(QRect(rect.topLeft() * Density, rect.size() * Density));
             QImage plain(part.size(), part.format());
             plain.fill(part.pixelColor(0, 0));
             return part == plain;

@@ -103,6 +103,13 @@ void ComboList::paintEvent(QPaintEvent*) {
     option.currentText =
         fontMetrics().elidedText(currentText(), Qt::ElideRight, width() - ArrowBreadth - 8);
     painter.drawControl(QStyle::CE_ComboBoxLabel, option);
+    if (currentText().isEmpty()) {
+        // An empty row says nothing of what there is to choose.
+        painter.setPen(CurrentTheme().disabledText);
+        painter.drawText(rect().adjusted(6, 0, -ArrowBreadth - 2, 0), Qt::AlignVCenter,
+                         fontMetrics().elidedText(accessibleName(), Qt::ElideRight,
+                                                  width() - ArrowBreadth - 8));
+    }
     PaintArrow(
         painter, rect(),
         palette().color(isEnabled() ? QPalette::Normal : QPalette::Disabled, QPalette::ButtonText));

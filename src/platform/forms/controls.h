@@ -9,6 +9,8 @@
 #include <QScrollBar>
 #include <QWidget>
 
+#include <optional>
+
 // The controls of the painted screens. All sizes are design pixels. Each takes its object name (the
 // name in the system's texts, array elements as "imgFigura(0)") at construction. A control keeps
 // its mouse events to itself: what it does not announce, nobody below it hears.
@@ -44,24 +46,36 @@ private:
     bool pressedBefore_ = false;
 };
 
-// An invisible rectangle over a painted button: receives clicks and mouse moves, shows nothing. Its
-// accessible name is what assistive technology reads; it is a push button there and can be pressed,
-// which is the button's going down and a click. The keyboard does not reach it.
+// An invisible rectangle over a painted button: receives clicks and mouse moves, shows nothing but a
+// ring while it has the keyboard. Its accessible name is what assistive technology reads; it is a
+// push button there and can be pressed, which is the button's going down and a click.
+//
+// The keyboard reaches it where its focus policy says so; then Space and Enter press it. A click
+// never takes the keyboard away from where the user types.
 class ClickZone : public Zone {
     Q_OBJECT
 
 public:
     ClickZone(const QString& name, const QString& accessibleName, QWidget* parent);
+    // Makes it a tick box for assistive technology, in this state; to turn it when the button goes
+    // down is the screen's business. Enter is left to the screen.
+    void SetTicked(bool ticked);
+    std::optional<bool> Ticked() const { return ticked_; }  // none: a push button
     // For a button that no background has painted: the zone shows `part` of the drawing at rest,
     // wherever it stands.
     void SetDrawing(std::shared_ptr<Artwork> artwork, const QRect& part);
 
+    // Presses it.
+    void Press();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     std::shared_ptr<Artwork> artwork_;
     QRect part_;
+    std::optional<bool> ticked_;
 };
 
 // The lit picture of a button: its own rectangle cut out of the lit drawing of `artwork`. Hidden at
@@ -136,7 +150,8 @@ private:
     QPixmap scaled_;
 };
 
-// Plain text. What does not fit is elided and stands in the tool tip as a whole.
+// Plain text within its contents margins. What does not fit is elided and stands in the tool tip as
+// a whole.
 class Label : public Zone {
     Q_OBJECT
 

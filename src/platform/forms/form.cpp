@@ -38,6 +38,13 @@ QList<Form*>& ActivationOrder() {
 
 Form* active = nullptr;
 
+// Whether another control lies over its middle.
+bool IsCovered(const QWidget& control) {
+    const QWidget* window = control.window();
+    const QWidget* top = window->childAt(control.mapTo(window, control.rect().center()));
+    return top && top != &control && !control.isAncestorOf(top);
+}
+
 Qt::WindowFlags FlagsOf(Form::Kind kind) {
     if (kind == Form::Kind::Dialog) {
         return Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
@@ -319,7 +326,18 @@ bool Form::focusNextPrevChild(bool next) {
         picture_->setFocus();
         return true;
     }
-    return QWidget::focusNextPrevChild(next);
+    // A button under an open panel is passed over: nobody would see its ring.
+    const QWidget* first = nullptr;
+    while (QWidget::focusNextPrevChild(next)) {
+        const QWidget* reached = focusWidget();
+        if (!IsCovered(*reached) || reached == first) {
+            return true;
+        }
+        if (!first) {
+            first = reached;
+        }
+    }
+    return false;
 }
 
 bool IsBlocked(const QWidget& window) {

@@ -6,6 +6,23 @@
 #include <QToolTip>
 
 namespace forms {
+namespace {
+
+constexpr QChar Ellipsis(0x2026);
+
+// A title joins its two pieces by a run of blanks, and the number behind it is what is looked for:
+// the piece in front of the run is cut.
+QString ElidedLine(const QString& text, const QFontMetrics& metrics, int room) {
+    const qsizetype gap = text.indexOf(QStringLiteral("        "));
+    const QString number = gap < 0 ? QString() : text.mid(gap);
+    const int roomInFront = room - metrics.horizontalAdvance(number);
+    if (number.isEmpty() || roomInFront < room / 3) {
+        return metrics.elidedText(text, Qt::ElideRight, room);
+    }
+    return metrics.elidedText(text.left(gap), Qt::ElideRight, roomInFront) + number;
+}
+
+}  // namespace
 
 Label::Label(const QString& name, QWidget* parent) : Zone(name, parent) {}
 
@@ -37,21 +54,22 @@ void Label::SetWordWrap(bool wrap) {
 
 QString Label::Elided() const {
     const QFontMetrics metrics = fontMetrics();
+    const QSize room = contentsRect().size();
     if (!wrap_) {
-        return metrics.elidedText(text_, Qt::ElideRight, width());
+        return ElidedLine(text_, metrics, room.width());
     }
     QString text = text_;
     text.replace(u'\n', QChar::LineSeparator);
     QTextLayout layout(text, font());
     QStringList lines;
-    const int room = std::max(height() / metrics.lineSpacing(), 1);
+    const int most = std::max(room.height() / metrics.lineSpacing(), 1);
     layout.beginLayout();
     for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-        line.setLineWidth(width());
-        if (lines.size() == room - 1) {
+        line.setLineWidth(room.width());
+        if (lines.size() == most - 1) {
             lines +=
                 metrics.elidedText(text.mid(line.textStart()).replace(QChar::LineSeparator, u' '),
-                                   Qt::ElideRight, width());
+                                   Qt::ElideRight, room.width());
             break;
         }
         lines += text.mid(line.textStart(), line.textLength()).remove(QChar::LineSeparator);
@@ -63,14 +81,14 @@ QString Label::Elided() const {
 void Label::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setPen(foreColor_.isValid() ? foreColor_ : palette().color(QPalette::WindowText));
-    painter.drawText(rect(), int(alignment_) | Qt::TextDontClip, Elided());
+    painter.drawText(contentsRect(), int(alignment_) | Qt::TextDontClip, Elided());
 }
 
 bool Label::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip || !toolTip().isEmpty()) {
         return Zone::event(event);
     }
-    const bool cut = Elided().endsWith(QChar(0x2026)) && !text_.endsWith(QChar(0x2026));
+    const bool cut = Elided().contains(Ellipsis) && !text_.contains(Ellipsis);
     const auto* help = static_cast<QHelpEvent*>(event);
     QToolTip::showText(help->globalPos(), cut ? text_.toHtmlEscaped() : QString(), this);
     return true;

@@ -25,6 +25,7 @@ namespace {
 
 // Design pixels.
 constexpr int IconPixels = 40;
+constexpr int NarrowestText = 220;  // room for the title in the caption
 constexpr int WidestText = 440;
 constexpr int HighestText = 320;
 constexpr int ButtonWidth = 84;
@@ -99,7 +100,7 @@ private:
         label->setTextFormat(Qt::PlainText);
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
         label->setText(text);
-        label->setMinimumHeight(IconPixels);
+        label->setMinimumSize(NarrowestText, IconPixels);
         const QSize natural = label->sizeHint();
         if (natural.width() <= WidestText && natural.height() <= HighestText) {
             return label;

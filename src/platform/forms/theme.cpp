@@ -35,14 +35,17 @@ QPalette PaletteOf(const Theme& theme) {
 QString SheetOf(const Theme& theme) {
     QString sheet =
         uR"(
-forms--TextBox {
+QLineEdit {
     background: @base; color: @text; border: 1px solid @border; border-radius: 0; padding: 0 3px;
     selection-background-color: @selection; selection-color: @selectionText;
+    lineedit-password-character: 42;
 }
-QLineEdit { lineedit-password-character: 42; }
-forms--TextBox:focus { border-bottom: 2px solid @focus; padding-top: 1px; }
+QLineEdit:focus { border-bottom: 2px solid @focus; padding-top: 1px; }
 forms--HelpWindow QTreeWidget { padding: 8px 6px; }
+QDialog QLineEdit, forms--HelpWindow QLineEdit { min-height: 19px; }
+QAbstractSpinBox QLineEdit, QAbstractSpinBox QLineEdit:focus { border: none; padding: 0; }
 forms--BoundGrid { background: @base; border: 1px solid @border; border-top-color: @rowLine; }
+forms--BoundGrid:focus { border-color: @focus; }
 forms--ComboList {
     background: @base; color: @text; border: 1px solid @border; border-radius: 0;
     padding: 0 0 0 5px; combobox-popup: 0;
@@ -71,6 +74,7 @@ QPushButton {
 }
 QPushButton:focus { background: @primary; color: @primaryText; }
 QPushButton:hover, QPushButton:pressed { background: @lit; border-color: @lit; color: @text; }
+QDialogButtonBox { dialogbuttonbox-buttons-have-icons: 0; }
 QToolTip { background: @tip; color: @text; border: 1px solid @border; padding: 2px 4px; }
 )"_s;
     // Longer names first: one name may begin with another.

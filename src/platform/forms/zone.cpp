@@ -1,8 +1,10 @@
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
+#include "platform/forms/theme.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
@@ -17,6 +19,17 @@ public:
     explicit AccessibleButton(ClickZone* zone)
         : QAccessibleWidget(zone, QAccessible::Button), zone_(zone) {}
 
+    QAccessible::Role role() const override {
+        return zone_->Ticked() ? QAccessible::CheckBox : QAccessible::Button;
+    }
+
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.checkable = zone_->Ticked().has_value();
+        state.checked = zone_->Ticked().value_or(false);
+        return state;
+    }
+
     QStringList actionNames() const override { return {pressAction()}; }
 
     void doAction(const QString& action) override {
@@ -25,18 +38,11 @@ public:
             !IsBlocked(*zone_->window())) {
             // Queued: what a click does may take long or open a box, and the caller waits.
             QMetaObject::invokeMethod(
-                zone_, [zone = QPointer(zone_)] { Press(zone); }, Qt::QueuedConnection);
+                zone_, [zone = zone_] { zone->Press(); }, Qt::QueuedConnection);
         }
     }
 
 private:
-    static void Press(const QPointer<ClickZone>& zone) {
-        Q_EMIT zone->MouseDown();
-        if (zone) {
-            Q_EMIT zone->Click();
-        }
-    }
-
     ClickZone* zone_;
 };
 
@@ -64,6 +70,16 @@ QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
         return new QAccessibleWidget(picture, QAccessible::Graphic);
     }
     return nullptr;
+}
+
+// Two lines, one dark and one light: seen on light buttons and on dark ones.
+void PaintFocusRing(QPainter& painter, const QRectF& box) {
+    constexpr qreal Corner = 3;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(CurrentTheme().focus, 2));
+    painter.drawRoundedRect(box.adjusted(1, 1, -1, -1), Corner, Corner);
+    painter.setPen(CurrentTheme().base);
+    painter.drawRoundedRect(box.adjusted(2.5, 2.5, -2.5, -2.5), Corner - 1, Corner - 1);
 }
 
 }  // namespace
@@ -129,10 +145,47 @@ void ClickZone::SetDrawing(std::shared_ptr<Artwork> artwork, const QRect& part) 
     update();
 }
 
+void ClickZone::SetTicked(bool ticked) {
+    if (ticked_ == ticked) {
+        return;
+    }
+    ticked_ = ticked;
+    QAccessible::State changed;
+    changed.checked = true;
+    QAccessibleStateChangeEvent event(this, changed);
+    QAccessible::updateAccessibility(&event);
+}
+
+void ClickZone::Press() {
+    const QPointer<ClickZone> self(this);
+    Q_EMIT MouseDown();
+    if (self) {
+        Q_EMIT Click();
+    }
+}
+
+void ClickZone::keyPressEvent(QKeyEvent* event) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (event->isAutoRepeat() || !(event->key() == Qt::Key_Space || (enter && !ticked_))) {
+        Zone::keyPressEvent(event);
+        return;
+    }
+    Press();
+}
+
 void ClickZone::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
     if (artwork_) {
-        QPainter painter(this);
         artwork_->Paint(painter, rect(), part_, Artwork::State::Rest);
+    }
+    if (!hasFocus()) {
+        return;
+    }
+    if (ticked_) {
+        // As under a text box: a ring would run through the painted box.
+        painter.fillRect(QRect(0, height() - 2, width(), 2), CurrentTheme().focus);
+    } else {
+        PaintFocusRing(painter, rect());
     }
 }
 

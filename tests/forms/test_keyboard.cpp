@@ -1,0 +1,106 @@
+#include "platform/forms/controls.h"
+#include "platform/forms/form.h"
+#include "support/testmain.h"
+
+#include <QAccessible>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using forms::ClickZone;
+using forms::Form;
+
+// A painted button under the keyboard.
+class TestKeyboard : public QObject {
+    Q_OBJECT
+
+    Form* screen_ = nullptr;
+
+    ClickZone* Zone(const QString& name, const QRect& place) {
+        auto* zone = new ClickZone(name, name, screen_->Picture());
+        zone->setGeometry(place);
+        zone->setFocusPolicy(Qt::TabFocus);
+        return zone;
+    }
+
+    void Open() {
+        screen_->Show();
+        QVERIFY(QTest::qWaitForWindowActive(screen_));
+    }
+
+private Q_SLOTS:
+    void init() { screen_ = new Form(u"screen"_s, Form::Kind::Screen, QSize(800, 600), {}); }
+    void cleanup() { screen_->Unload(); }
+
+    void KeysPressAZone_data() {
+        QTest::addColumn<bool>("tickBox");
+        QTest::addColumn<int>("key");
+        QTest::addColumn<QStringList>("heard");
+        const QStringList pressed{u"down"_s, u"click"_s};
+        QTest::newRow("button, space") << false << int(Qt::Key_Space) << pressed;
+        QTest::newRow("button, enter") << false << int(Qt::Key_Return) << pressed;
+        QTest::newRow("button, enter of the number pad") << false << int(Qt::Key_Enter) << pressed;
+        QTest::newRow("button, another") << false << int(Qt::Key_Escape) << QStringList{u"key"_s};
+        QTest::newRow("tick box, space") << true << int(Qt::Key_Space) << pressed;
+        QTest::newRow("tick box, enter") << true << int(Qt::Key_Return) << QStringList{u"key"_s};
+    }
+    void KeysPressAZone() {
+        QFETCH(bool, tickBox);
+        QFETCH(int, key);
+        QFETCH(QStringList, heard);
+        ClickZone* zone = Zone(u"imgOk"_s, {0, 0, 40, 20});
+        if (tickBox) {
+            zone->SetTicked(true);
+        }
+        QStringList events;
+        connect(zone, &ClickZone::MouseDown, [&] { events += u"down"_s; });
+        connect(zone, &ClickZone::Click, [&] { events += u"click"_s; });
+        connect(screen_, &Form::KeyDown, [&] { events += u"key"_s; });
+        Open();
+        zone->setFocus();
+        QTest::keyClick(zone, Qt::Key(key));
+        QCOMPARE(events, heard);
+    }
+
+    void TickBoxTellsItsState() {
+        ClickZone* zone = Zone(u"imgVerificarAuto"_s, {0, 0, 40, 20});
+        const QAccessibleInterface* box = QAccessible::queryAccessibleInterface(zone);
+        for (const bool ticked : {true, false}) {
+            zone->SetTicked(ticked);
+            QCOMPARE(box->role(), QAccessible::CheckBox);
+            QVERIFY(box->state().checkable);
+            QCOMPARE(bool(box->state().checked), ticked);
+        }
+    }
+
+    void AClickLeavesTheKeyboard() {
+        ClickZone* zone = Zone(u"imgAbrir"_s, {0, 0, 40, 20});
+        forms::TextBox box(u"txtNumeroTarvo"_s, u"Nº Tarvo"_s, screen_->Picture());
+        box.setGeometry(0, 100, 100, 21);
+        Open();
+        box.setFocus();
+        QTest::mouseClick(zone, Qt::LeftButton);
+        QVERIFY(box.hasFocus());
+    }
+
+    // What an open panel covers is not reached, in either direction.
+    void TabPassesOverWhatIsCovered() {
+        ClickZone* above = Zone(u"above"_s, {10, 10, 40, 20});
+        Zone(u"covered"_s, {10, 110, 40, 20});
+        ClickZone* below = Zone(u"below"_s, {10, 310, 40, 20});
+        auto* panel = new forms::Panel(u"panel"_s, {}, screen_->Picture());
+        panel->setGeometry(0, 100, 800, 162);
+        Open();
+        const auto after = [](Qt::Key key) {
+            QTest::keyClick(QApplication::focusWidget(), key);
+            return QApplication::focusWidget();
+        };
+        QCOMPARE(after(Qt::Key_Tab), above);
+        QCOMPARE(after(Qt::Key_Tab), below);
+        QCOMPARE(after(Qt::Key_Backtab), above);
+        panel->hide();
+        QCOMPARE(after(Qt::Key_Tab)->objectName(), u"covered"_s);
+    }
+};
+
+TARVO_TEST(TestKeyboard);
+#include "test_keyboard.moc"
