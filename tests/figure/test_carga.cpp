@@ -110,7 +110,7 @@ private Q_SLOTS:
         const QImage imagem = tela->grab().toImage();
         const QPoint canto = tela->Picture()->mapTo(tela, QPoint());
         QCOMPARE(imagem.pixelColor(canto + QPoint(660, 580)), QColor(Qt::yellow));
-        for (const QPoint botao : {QPoint(240, 560), QPoint(348, 560), QPoint(493, 560)}) {
+        for (const QPoint botao : {QPoint(240, 548), QPoint(348, 560), QPoint(493, 560)}) {
             QCOMPARE(imagem.pixelColor(canto + botao), Paleta::Atual().petroleoVivo);
         }
     }

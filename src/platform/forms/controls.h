@@ -65,7 +65,7 @@ public:
     // wherever it stands.
     void SetDrawing(std::shared_ptr<Artwork> artwork, const QRect& part);
 
-    // Presses it.
+    // The button goes down and is clicked.
     void Press();
 
 protected:

@@ -40,6 +40,7 @@ QLineEdit {
     selection-background-color: @selection; selection-color: @selectionText;
     lineedit-password-character: 42;
 }
+QLineEdit:disabled { background: @window; color: @disabledText; }
 QLineEdit:focus { border-bottom: 2px solid @focus; padding-top: 1px; }
 forms--HelpWindow QTreeWidget { padding: 8px 6px; }
 QDialog QLineEdit, forms--HelpWindow QLineEdit { min-height: 19px; }
@@ -84,6 +85,7 @@ QToolTip { background: @tip; color: @text; border: 1px solid @border; padding: 2
         {u"@scrollHandle"_s, theme.scrollHandle.name()},
         {u"@scrollPixels"_s, QString::number(theme.scrollPixels)},
         {u"@rowPixels"_s, QString::number(theme.rowPixels)},
+        {u"@disabledText"_s, theme.disabledText.name()},
         {u"@rowLine"_s, theme.rowLine.name()},
         {u"@primaryText"_s, theme.primaryText.name()},
         {u"@primary"_s, theme.primary.name()},
