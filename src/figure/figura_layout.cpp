@@ -38,10 +38,7 @@ void frmFiguraDetalhada::CriarControles() {
         {u"LISTACOMPONENTES"_s, u"imgListaComponentesFundo"_s, u"Lista de componentes"_s},
         {u"IMPRIMIR"_s, u"imgImprimir"_s, u"Imprimir"_s},
     };
-    for (const Botao& botao : botoes) {
-        CriarBotao(botao, Picture(), Background());
-    }
-    CriarBotaoMinimizar();
+    CriarBotoes(botoes);
 
     const auto rotulo = [this](const QString& nome, int corpo, bool negrito) {
         auto* label = new forms::Label(nome, Picture());

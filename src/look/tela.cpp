@@ -31,6 +31,13 @@ forms::LitPicture& Tela::AcesaDe(const forms::ClickZone& zona) {
     return *acesa;
 }
 
+void Tela::CriarBotoes(std::span<const Botao> botoes) {
+    for (const Botao& botao : botoes) {
+        CriarBotao(botao, Picture(), Background());
+    }
+    CriarBotaoMinimizar();
+}
+
 void Tela::CriarBotaoMinimizar() {
     auto* zona = new forms::ClickZone(u"imgMinimizar"_s, u"Minimizar a janela"_s, Picture());
     zona->setFocusPolicy(Qt::TabFocus);

@@ -36,7 +36,8 @@ protected:
     // pass its word.
     forms::ClickZone* CriarBotao(const Botao& botao, QWidget* pai,
                                  const std::shared_ptr<forms::Artwork>& desenho);
-    void CriarBotaoMinimizar();
+    // The buttons that the screen's own drawing has, and the one that minimises the window.
+    void CriarBotoes(std::span<const Botao> botoes);
 
     // Moves over this control put the light out.
     template <typename Controle>
@@ -60,6 +61,8 @@ protected:
     QWidget* ImagemSelecionada(const QString& palavra) const override;
 
 private:
+    void CriarBotaoMinimizar();
+
     QList<std::pair<QString, QWidget*>> acesas_;
 };
 

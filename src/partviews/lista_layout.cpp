@@ -48,10 +48,7 @@ void frmListaPecas::CriarControles() {
         {u"FIGURADETALHADA"_s, u"imgFiguraDetalhadaFundo"_s, u"Figura detalhada"_s},
         {u"IMPRIMIR"_s, u"imgImprimir"_s, u"Imprimir"_s},
     };
-    for (const Botao& botao : botoes) {
-        CriarBotao(botao, Picture(), Background());
-    }
-    CriarBotaoMinimizar();
+    CriarBotoes(botoes);
 
     lblInf = new forms::Label(u"lblInf"_s, Picture());
     lblInf->setContentsMargins(0, 0, SobALista, 0);

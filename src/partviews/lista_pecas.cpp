@@ -72,7 +72,8 @@ void frmListaPecas::LigarEventos() {
 }
 
 // Entering a box sorts by its column and keeps the cursor on its item; each change of its text goes
-// to the first row at or behind it, or to the last row.
+// to the first row at or behind it, or to the last row. A fifth digit of an item is an error that
+// ends the program: stored items have four places.
 void frmListaPecas::LigarCaixa(const Caixa& caixa) {
     connect(caixa.caixa, &forms::TextBox::GotFocus, this, [this, caixa] {
         if (!ListaVazia()) {

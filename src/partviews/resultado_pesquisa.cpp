@@ -120,10 +120,7 @@ void frmResultadoPesquisa::CriarControles() {
         {u"LISTACOMPONENTES"_s, u"imgListaComponentesFundo"_s, u"Lista de componentes"_s},
         {u"FIGURADETALHADA"_s, u"imgFiguraDetalhadaFundo"_s, u"Figura detalhada"_s},
     };
-    for (const Botao& botao : botoes) {
-        CriarBotao(botao, Picture(), Background());
-    }
-    CriarBotaoMinimizar();
+    CriarBotoes(botoes);
 }
 
 void frmResultadoPesquisa::LigarEventos() {

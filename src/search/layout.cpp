@@ -82,10 +82,7 @@ void frmPesquisa::CriarFundo() {
         {u"CONFIGURACOES"_s, u"imgConfiguracoes"_s, u"Configurações"_s},
         {u"VERIFICAR"_s, u"pctVerificarAtualizacoes"_s, u"Verificar atualizações"_s},
     };
-    for (const Botao& botao : botoes) {
-        CriarBotao(botao, Picture(), Background());
-    }
-    CriarBotaoMinimizar();
+    CriarBotoes(botoes);
     lblEmissao = new forms::Label(u"lblEmissao"_s, Picture());
     QPalette sobrePetroleo = lblEmissao->palette();
     sobrePetroleo.setColor(QPalette::WindowText, Paleta::Atual().gelo);

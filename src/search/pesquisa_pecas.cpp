@@ -1,6 +1,7 @@
 // The part search: five inputs become one SQL text, stamped out once per row kind.
 
 #include "search/consulta.h"
+#include "search/especies.h"
 #include "search/pesquisa.h"
 #include "session/modulo.h"
 
@@ -39,22 +40,10 @@ ParteDoCliente LerCliente(qint32 cliente, const QString& numero) {
     return parte;
 }
 
-struct Especie {
-    const char16_t* escolha;
-    const char16_t* tabela;
-    const char16_t* tipo;
-};
-
-constexpr Especie Especies[] = {
-    {u"COMPONENTES", u"COMPONENTE", u"Componente"},
-    {u"JOGOS DE REPARO", u"JOGOREPARO", u"Jogo de Reparo"},
-    {u"PEÇAS", u"PECA", u"Peça"},
-};
-
 // The template, once for each row kind that `escolha` stands for.
 QString Carimbar(const QString& modelo, const QString& escolha) {
     QString sql;
-    for (const Especie& especie : Especies) {
+    for (const especies::Especie& especie : especies::Todas) {
         if (escolha != QString::fromUtf16(especie.escolha) && escolha != u"TODOS OS TIPOS"_s) {
             continue;
         }

@@ -4,6 +4,7 @@
 #include "platform/convert.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msgbox.h"
+#include "search/especies.h"
 #include "search/pesquisa.h"
 #include "session/banco.h"
 #include "session/global.h"
@@ -16,18 +17,6 @@ namespace {
 
 constexpr int LarguraCodigo = 6;
 const QString SeparadorTitulo(15, u' ');
-
-struct Especie {
-    const char16_t* tipo;
-    const char16_t* codigo;
-    const char16_t* prefixo;
-};
-
-constexpr Especie Especies[] = {
-    {u"COMPONENTE", u"COM", u"Componente: "},
-    {u"JOGO DE REPARO", u"JRE", u"Jogo de Reparo: "},
-    {u"PEÇA", u"PCA", u"Peça: "},
-};
 
 QString Campo(dao::Recordset* linhas, const QString& nome) {
     return convert::ToTextOrEmpty(linhas->Fields(nome).Value());
@@ -63,10 +52,11 @@ std::optional<frmPesquisa::Referencia> frmPesquisa::ReferenciaDaPeca() const {
     Referencia referencia;
     const QString tipo = Campo(linhas, u"Tipo"_s).trimmed().toUpper();
     QString prefixo;
-    for (const Especie& especie : Especies) {
-        if (tipo == QString::fromUtf16(especie.tipo)) {
+    for (const especies::Especie& especie : especies::Todas) {
+        const QString nome = QString::fromUtf16(especie.tipo);
+        if (tipo == nome.toUpper()) {
             referencia.tipo = QString::fromUtf16(especie.codigo);
-            prefixo = QString::fromUtf16(especie.prefixo);
+            prefixo = nome + u": "_s;
         }
     }
     referencia.PorCodigo(Campo(linhas, u"Codigo"_s));

@@ -163,6 +163,12 @@ private Q_SLOTS:
         window.show();
         press();
         QCOMPARE(clicks, 1);
+        QDialog box;
+        box.setModal(true);
+        box.show();
+        press();
+        QCOMPARE(clicks, 1);  // behind it
+        box.close();
 
         Label label(u"lblEmissao"_s, &window);
         label.SetText(u"Emissão: 01/2024"_s);

@@ -219,10 +219,6 @@ QString Statement::ColumnName(int column) const {
     return QString::fromUtf8(sqlite3_column_name(Live(), column));
 }
 
-bool Statement::IsNull(int column) const {
-    return sqlite3_column_type(Live(), column) == SQLITE_NULL;
-}
-
 qint64 Statement::Int64(int column) const {
     return sqlite3_column_int64(Live(), column);
 }

@@ -44,7 +44,6 @@ public:
     int ColumnCount() const;
     QString ColumnName(int column) const;
     QVariant Column(int column) const;
-    bool IsNull(int column) const;
     qint64 Int64(int column) const;
     // For reading many rows: all about a value in one call.
     Cell Read(int column) const;
