@@ -1,19 +1,15 @@
-#include "platform/erro.h"
 #include "platform/forms/application.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
 #include "platform/forms/msgbox.h"
-#include "support/testmain.h"
+#include "support/test.h"
 #include "support/windows.h"
 
 #include <QPointer>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QTest>
 #include <QTimer>
 
-using namespace Qt::StringLiterals;
-using namespace testing_support;
 using forms::Form;
 
 namespace {
@@ -67,17 +63,13 @@ private Q_SLOTS:
 
     void Activation_data() {
         using Steps = std::function<void(Screen & a, Screen & b)>;
-        QTest::addColumn<Steps>("steps");
-        QTest::addColumn<QStringList>("expected");
-        const auto row = [](const char* name, Steps steps, const QStringList& expected) {
-            QTest::newRow(name) << steps << expected;
-        };
+        const Table<Steps, QStringList> row("steps", "expected");
         row("next screen, own visibility off",
             [](Screen& a, Screen& b) {
                 b.Show();
                 a.SetVisible(false);
             },
-            {u"b load"_s, u"b activate"_s});
+            {"b load", "b activate"});
         row("there and back",
             [](Screen& a, Screen& b) {
                 b.Show();
@@ -85,33 +77,33 @@ private Q_SLOTS:
                 a.SetVisible(true);
                 b.Unload();
             },
-            {u"b load"_s, u"b activate"_s, u"a activate"_s, u"b unloading"_s});
+            {"b load", "b activate", "a activate", "b unloading"});
         row("hidden first, then the next",
             [](Screen& a, Screen& b) {
                 a.SetVisible(false);
                 b.Show();
             },
-            {u"b load"_s, u"b activate"_s});
+            {"b load", "b activate"});
         row("the one in front goes",
             [](Screen&, Screen& b) {
                 b.Show();
                 b.Unload();
             },
-            {u"b load"_s, u"b activate"_s, u"b unloading"_s, u"a activate"_s});
+            {"b load", "b activate", "b unloading", "a activate"});
         row("the one in front hides and comes back",
             [](Screen&, Screen& b) {
                 b.Show();
                 b.SetVisible(false);
                 b.SetVisible(true);
             },
-            {u"b load"_s, u"b activate"_s, u"a activate"_s, u"b activate"_s});
+            {"b load", "b activate", "a activate", "b activate"});
         row("shown again while in front", [](Screen& a, Screen&) { a.Show(); }, {});
         row("visible already",
             [](Screen& a, Screen& b) {
                 b.Show();
                 a.SetVisible(true);
             },
-            {u"b load"_s, u"b activate"_s});
+            {"b load", "b activate"});
         row("minimised and back",
             [](Screen& a, Screen&) {
                 a.Minimize();
@@ -135,7 +127,7 @@ private Q_SLOTS:
                 Settle();
                 LeaveOverTo(a);
             },
-            {u"b load"_s, u"b activate"_s, u"a activate"_s});
+            {"b load", "b activate", "a activate"});
         row("message box",
             [](Screen&, Screen&) {
                 QTimer::singleShot(
@@ -150,13 +142,13 @@ private Q_SLOTS:
                 b.onLoad = [&b] { b.Unload(); };
                 b.Show();
             },
-            {u"b load"_s, u"b unloading"_s});
+            {"b load", "b unloading"});
         row("next screen from the unload",
             [](Screen& a, Screen& b) {
                 a.onUnloading = [&b] { b.Show(); };
                 a.Unload();
             },
-            {u"a unloading"_s, u"b load"_s, u"b activate"_s});
+            {"a unloading", "b load", "b activate"});
     }
 
     void Activation() {
@@ -167,7 +159,7 @@ private Q_SLOTS:
         const QPointer<Screen> b(new Screen(u"b"_s));
         a->Show();
         Settle();
-        QCOMPARE(history, (QStringList{u"a load"_s, u"a activate"_s}));
+        QCOMPARE(history, List("a load", "a activate"));
         history.clear();
         steps(*a, *b);
         Settle();
@@ -190,9 +182,8 @@ private Q_SLOTS:
             QVERIFY(!Form::Find(u"dialog"_s));
         });
         dialog->ShowModal();
-        QCOMPARE(history,
-                 (QStringList{u"screen load"_s, u"screen activate"_s, u"dialog load"_s,
-                              u"dialog activate"_s, u"dialog unloading"_s, u"screen activate"_s}));
+        QCOMPARE(history, List("screen load", "screen activate", "dialog load", "dialog activate",
+                               "dialog unloading", "screen activate"));
         Settle();
         QVERIFY(watch.isNull());
     }
@@ -232,11 +223,10 @@ private Q_SLOTS:
         ClickAt(*screen, {300, 300});
         ClickAt(*screen, {150, 15});  // a label keeps the mouse to itself
         DoubleClickAt(*screen, {20, 110});
-        QCOMPARE(heard, (QStringList{u"zone"_s, u"zone"_s, u"zone"_s, u"form"_s, u"picture"_s,
-                                     u"picture double"_s}));
+        QCOMPARE(heard, List("zone", "zone", "zone", "form", "picture", "picture double"));
 
         heard.clear();
-        auto& zone = Find<forms::ClickZone>(*screen, u"imgSair"_s);
+        auto& zone = Find<forms::ClickZone>(*screen, "imgSair");
         QTest::mousePress(&zone, Qt::LeftButton);
         QTest::mouseRelease(&zone, Qt::LeftButton, {}, {-5, -5});
         QTest::mouseClick(&zone, Qt::RightButton);
@@ -275,7 +265,7 @@ private Q_SLOTS:
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_F5);
         QCOMPARE(keys, 1);
 
-        auto& box = Find<forms::TextBox>(*screen, u"txtA"_s);
+        auto& box = Find<forms::TextBox>(*screen, "txtA");
         box.setFocus();
         QCOMPARE(entered, 1);
         QWidget other;
