@@ -66,7 +66,6 @@ private Q_SLOTS:
             row("seal byte " + QByteArray::number(i), Flipped(whole_, i), right, 3049);
         }
     }
-
     void TellsWhyAFileDoesNotOpen() {
         QFETCH(QByteArray, content);
         QFETCH(QString, password);
@@ -153,7 +152,6 @@ private Q_SLOTS:
         row("INSERT INTO PECA (Codigo, Numero) VALUES (999)", 3346);
         row("SELECT * FROM PECA", 3065);
     }
-
     void NumbersWhatTheEngineRefuses() {
         QFETCH(QString, sql);
         QFETCH(int, number);

@@ -174,7 +174,6 @@ private Q_SLOTS:
         row("last", Use([](Recordset& r) { r.MoveLast(); }), 3021);
         row("position", Use([](Recordset& r) { r.SetAbsolutePosition(0); }), 3021);
     }
-
     void RefusesWhatCannotBe() {
         QFETCH(std::function<void(Recordset&)>, use);
         QFETCH(int, number);

@@ -48,7 +48,6 @@ private Q_SLOTS:
         row("no item", "ItemComponente = NULL", 94);
         row("far left", "LLeft = 2147483647", 6);
     }
-
     void rowsThatDoNotFitAreErrors() {
         QFETCH(QString, mudanca);
         mao_->catalogo.Executar({u"UPDATE FIGURADETALHADA SET "_s + mudanca +
@@ -70,7 +69,6 @@ private Q_SLOTS:
         row("very wide", "larga.png", QSize(20000, 300), QSize(734, 300));
         row("other case", "FIGURA.JPG", QSize(90, 70), QSize(90, 70));
     }
-
     void picturesOfAnyKind() {
         QFETCH(QString, nome);
         QFETCH(QSize, tamanho);

@@ -34,7 +34,6 @@ private Q_SLOTS:
             QPointF(473, 222.5));
         row("no component", 6, "77:15", "NÃO APLICAVEL||", QPointF(124.5, 422.5));
     }
-
     void theMouseLightsANumberAndItsRelatives() {
         QFETCH(int, indice);
         QFETCH(QString, rotulos);
@@ -100,7 +99,6 @@ private Q_SLOTS:
         row("behind", "12 ", 1.5);
         row("both", "  1  ", 6.0);
     }
-
     void blanksMoveTheMarker() {
         QFETCH(QString, item);
         mao_->catalogo.Executar({u"UPDATE FIGURADETALHADA SET ItemComponente = '"_s + item +

@@ -20,7 +20,6 @@ private Q_SLOTS:
         row("kit", "Jogos de Reparo", "A340", "100:9 12a:9", "100:15 12a:15", "||");
         row("part", "Peças", "12002", {}, {}, "||");
     }
-
     void whatWasSearchedForBlinks() {
         QFETCH(QString, tipo);
         QFETCH(QString, numero);
@@ -49,7 +48,6 @@ private Q_SLOTS:
         row("one caption within another", "A3402", "11", 0, "11:12 1:12", "Anel de vedação|A3400|");
         row("seen by the template alone", "A3402", "10", 0, "0:12", "||");
     }
-
     void whatTheListShowsBlinks() {
         QFETCH(QString, peca);
         QFETCH(QString, item);
@@ -74,7 +72,6 @@ private Q_SLOTS:
         row("component", "Componentes", "K560", u"64 Componente"_s + nao);
         row("kit", "Jogos de Reparo", "1200", u"64 Jogo de Reparo"_s + nao);
     }
-
     void whatHasNoNumberIsSaid() {
         QFETCH(QString, tipo);
         QFETCH(QString, numero);
@@ -166,7 +163,6 @@ private Q_SLOTS:
         row("list to parts", true, Lista, "imgResultadoPesquisaFundo", {Busca, Resultado});
         row("list to search", true, Lista, "imgPesquisaFundo", {Busca});
     }
-
     void theWaysBack() {
         QFETCH(bool, pelaLista);
         QFETCH(QString, tela);

@@ -53,7 +53,6 @@ private Q_SLOTS:
         row("rule left open", ".a {y:1", "<r/>", "");
         row("drawing left open", "", "<r>", "");
     }
-
     void StylesBecomeAttributes() {
         QFETCH(const QString, sheet);
         QFETCH(const QString, element);
@@ -80,7 +79,6 @@ private Q_SLOTS:
             }
         }
     }
-
     void PartsFitTheWholeWithoutASeam() {
         QFETCH(const qreal, ratio);
         QFETCH(const QPoint, corner);

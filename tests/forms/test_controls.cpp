@@ -81,7 +81,6 @@ private Q_SLOTS:
         row("long", u"ã'"_s.repeated(5000), u"ã'"_s.repeated(5000));
         row("too long", QString(40000, u'x'), QString(32767, u'x'));
     }
-
     void TextBoxTakesAnyText() {
         QFETCH(const QString, pasted);
         QFETCH(const QString, text);
@@ -185,7 +184,6 @@ private Q_SLOTS:
         row("question, escape", question, int(Qt::Key_Escape), vbNo);
         row("the other button", question + vbDefaultButton2, int(Qt::Key_S), vbYes);
     }
-
     void BoxAnswers() {
         QFETCH(const int, flags);
         QFETCH(const int, key);

@@ -17,7 +17,6 @@ private Q_SLOTS:
         row("other size", "c.png", "c@3x.png", QSize(119, 60), false);
         row("other picture's", "d.png", "b@3x.png", QSize(120, 60), false);
     }
-
     void companionOfThreeTimesTheSize() {
         QFETCH(QString, picture);
         QFETCH(QString, companion);

@@ -116,7 +116,6 @@ private Q_SLOTS:
         row("atualizando-barra", QSize(216, 9), QList<QRect>{});
         row("icone", QSize(256, 256), QList<QRect>{});
     }
-
     void Acesos() {
         QFETCH(QSize, tamanho);
         QFETCH(QList<QRect>, recortes);

@@ -45,7 +45,6 @@ private Q_SLOTS:
         row("acento", p.acento, p.petroleoVivo, 3.0);
         row("acentoTraco", p.acentoTraco, p.papel, 3.0);
     }
-
     void Contrastes() {
         QFETCH(QColor, frente);
         QFETCH(QColor, fundo);

@@ -72,7 +72,6 @@ private Q_SLOTS:
         row("three", 3);
         row("four", 4);
     }
-
     void fewPictures() {
         QFETCH(int, total);
         Abrir(total);
@@ -88,7 +87,6 @@ private Q_SLOTS:
         row("five", 5);
         row("five thousand", 5000);
     }
-
     void theStripEndsWithTheLastPicture() {
         QFETCH(int, total);
         Abrir(total);

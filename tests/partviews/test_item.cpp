@@ -18,7 +18,6 @@ private Q_SLOTS:
         row("accented letter", "12Á", "  12á");
         row("largest", "9999z", "9999z");
     }
-
     void storedForm() {
         QFETCH(QString, digitado);
         QTEST(FormatarItem(digitado), "guardado");
@@ -30,7 +29,6 @@ private Q_SLOTS:
         row("with letter", "12345b");
         row("huge", QString(400, u'9'));
     }
-
     void fiveDigitsAreRefused() {
         QFETCH(QString, digitado);
         QCOMPARE(ErrorOf([&] { FormatarItem(digitado); }), int(Erro::InvalidArgument));
@@ -52,7 +50,6 @@ private Q_SLOTS:
         row("not closed", "C:1", 5);
         row("closed before it opens", ":CC:1", 5);
     }
-
     void selectionFieldsThatCannotBeRead() {
         QFETCH(QString, selecao);
         QTEST(ErrorOf([&] { LerCampoDeSelecao(selecao, u'C'); }), "erro");

@@ -39,7 +39,6 @@ private Q_SLOTS:
         row("quote", "txtDescricaoComponente", "v'", "   2");
         row("number", "txtNumeroTarvo", "0-1K", "   1");
     }
-
     void seeks() {
         QFETCH(QString, caixa);
         QFETCH(QString, texto);

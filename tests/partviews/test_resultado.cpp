@@ -30,7 +30,6 @@ private Q_SLOTS:
         row("kit", "Jogos de Reparo", "A340",
             u"Jogo de Reparo: Anel de vedação"_s + vao + u"Nº Tarvo: A3401"_s, {"12002"});
     }
-
     void everyKindLeadsToItsParts() {
         QFETCH(QString, tipo);
         QFETCH(QString, numero);
@@ -66,7 +65,6 @@ private Q_SLOTS:
             "64 Nenhuma Peça faz referência ao item selecionado.");
         row("no row", "Peças", "ZZZ", "16 Nenhum item selecionado.");
     }
-
     void rowsThatLeadNowhereStay() {
         QFETCH(QString, tipo);
         QFETCH(QString, numero);

@@ -172,11 +172,12 @@ private Q_SLOTS:
         const QString folha = dialogo_->catalogo.Pasta() + u"/folha"_s;
         OutputOf("pdftoppm", {"-r", QString::number(pontos), "-png", "-f", "1", "-l", "1",
                               "-singlefile", arquivo_, folha});
-        const QImage papel(folha + u".png"_s);
+        const QImage papel = QImage(folha + u".png"_s).convertToFormat(QImage::Format_RGB32);
         QRect vermelho;
         for (int y = 0; y < papel.height(); ++y) {
+            const auto* linha = reinterpret_cast<const QRgb*>(papel.constScanLine(y));
             for (int x = 0; x < papel.width(); ++x) {
-                if (papel.pixelColor(x, y).green() < 60 && papel.pixelColor(x, y).red() > 200) {
+                if (qGreen(linha[x]) < 60 && qRed(linha[x]) > 200) {
                     vermelho |= QRect(x, y, 1, 1);
                 }
             }

@@ -126,7 +126,6 @@ private Q_SLOTS:
             "NumeroClienteConcorrente) VALUES (7, '12002', 'A71')\r\n",
             {});
     }
-
     void Scripts() {
         QFETCH(QByteArray, script);
         QFETCH(QStringList, said);

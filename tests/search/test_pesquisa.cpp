@@ -81,7 +81,6 @@ private Q_SLOTS:
             "BY 1",
             {"K5601"});
     }
-
     void buildsThePartSearch() {
         QFETCH(QString, cliente);
         QFETCH(QString, tipo);

@@ -63,7 +63,6 @@ private Q_SLOTS:
         row("two fields", u"0|"_s + ana, false, "ana", "", "1||");
         row("one field", "0", false, "", "", "1||");
     }
-
     void LeituraERemendo() {
         QFETCH(QString, antes);
         QFETCH(QString, senha);

@@ -72,7 +72,6 @@ private Q_SLOTS:
                 QByteArray::fromHex("00112233445566778899aabbccddeeff"), QByteArray::fromHex(text));
         }
     }
-
     void KnownAnswers() {
         QFETCH(QByteArray, key);
         QFETCH(QByteArray, clear);

@@ -28,7 +28,6 @@ private Q_SLOTS:
         row("accents, other scripts, blanks", u"  ação ΩЖ €|\u0001 "_s, 64);
         row("pair and half a pair", u"\U0001F511"_s + QChar(0xD800), 64);
     }
-
     void VaiEVolta() {
         QFETCH(QString, texto);
         QFETCH(int, tamanho);

@@ -89,7 +89,6 @@ private Q_SLOTS:
         row("FPC none", "FPC", 1, false);
         row("PCA any", "PCA", 777, true);
     }
-
     void TellsWhatIsInUse() {
         QFETCH(QString, tipo);
         QFETCH(int, codigo);

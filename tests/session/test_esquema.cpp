@@ -74,7 +74,6 @@ private Q_SLOTS:
         row("picture in use",
             "SELECT CodigoFotoPecaPesquisa FROM PECA WHERE CodigoFotoPecaPesquisa = 1");
     }
-
     void AnswersFromIndexes() {
         QFETCH(QString, sql);
         dao::Connection& connection = *gDB->GetConnection();
@@ -130,7 +129,6 @@ private Q_SLOTS:
         row("settings", "UMREGISTRO", "1, Null, Null, 0, 'u', 5, 4", "Versao", "5");
         row("lock", "CONTROLETRAN", "3", "a", "0");
     }
-
     void KeepsSingleRows() {
         QFETCH(QString, table);
         QFETCH(QString, values);

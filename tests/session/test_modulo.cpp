@@ -22,6 +22,7 @@ private Q_SLOTS:
         const Table<QString, QString> row("texto", "numero");
         row("zero and hyphen", "01-234", "1234");
         row("digit before letter", "1k 24", "K24");
+        row("digit and letter alone", "1k", "K");
         row("one digit", "7", "7");
         row("one zero", "0", {});
         row("letter first", "A1", "A1");

@@ -33,7 +33,7 @@ int ErrorOf(Work&& work) {
     return 0;
 }
 
-// Files of the platform's form of path, with the folders that they need. What cannot be written
+// Paths are in the platform's form, and folders that are missing are made. What cannot be written
 // ends the test program.
 void Write(const QString& path, const QByteArray& content = "x");
 void WritePicture(const QString& path, QSize size, const QColor& colour = Qt::gray,
@@ -54,6 +54,7 @@ template <typename... Texts>
 QStringList List(const Texts&... texts) {
     return AnyTexts{AnyText(texts)...};
 }
+
 // What a program prints; one that fails ends the test program.
 QString OutputOf(const AnyText& program, const AnyTexts& arguments);
 

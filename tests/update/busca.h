@@ -12,17 +12,7 @@ struct Credentials {
     bool dialogs = true;
 };
 
-inline QString Fetch(const AnyText& path, const Credentials& with = {}) {
-    return HttpExecutar(u"D"_s, with.dialogs, path, true, {}, {}, {}, with.user, with.password);
-}
-inline QByteArray FetchBytes(const AnyText& path, const Credentials& with = {},
-                             const QString& file = {}) {
-    const QString fetched =
-        HttpExecutar(u"D"_s, with.dialogs, path, false, file, {}, {}, with.user, with.password);
-    return file.isEmpty() || fetched == file ? sys::ReadBytes(fetched) : "not where it was wanted";
-}
-
-// Description of the Erro that `work` throws, its number in front; empty for none.
+// Number and description of the Erro that `work` throws; empty for none.
 template <typename Work>
 QString Failure(Work&& work) {
     try {
@@ -31,6 +21,28 @@ QString Failure(Work&& work) {
         return QString::number(erro.Number()) + u' ' + erro.Description();
     }
     return {};
+}
+
+// The text that came, or the failure.
+inline QString Fetch(const AnyText& path, const Credentials& with = {}) {
+    QString text;
+    const QString failure = Failure([&] {
+        text = HttpExecutar(u"D"_s, with.dialogs, path, true, {}, {}, {}, with.user, with.password);
+    });
+    return failure.isEmpty() ? text : failure;
+}
+// The same for a file, a new one where none is given.
+inline QByteArray FetchBytes(const AnyText& path, const Credentials& with = {},
+                             const QString& file = {}) {
+    QString fetched;
+    const QString failure = Failure([&] {
+        fetched =
+            HttpExecutar(u"D"_s, with.dialogs, path, false, file, {}, {}, with.user, with.password);
+    });
+    if (!failure.isEmpty()) {
+        return failure.toUtf8();
+    }
+    return file.isEmpty() || fetched == file ? sys::ReadBytes(fetched) : "not where it was wanted";
 }
 
 // Answers the log-in dialog with "user/password", the last answer again and again, and keeps how

@@ -137,7 +137,6 @@ private Q_SLOTS:
              "1 FIGURADETALHADA: número fora da figura: CodigoFigura 7, marca 3: 200, 10 (figura "
              "de 200 por 100)"});
     }
-
     void OneFault() {
         QFETCH(QString, comandos);
         QFETCH(QStringList, achados);
