@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Makes the two catalogues, measures every search and the part views on them, figure and printing on
-# catalogues of their own, and writes their sections of docs/benchmarks.md.
+# Makes the two catalogues, measures every search and the part views on them, figure, printing and
+# updates on catalogues of their own, and writes docs/benchmarks.md's sections.
 #
 #   bench/run.sh [build folder]     build/release by default; it must be built
 #
@@ -45,5 +45,10 @@ for scale in 1 1.8; do
 done
 BENCH_REPETITIONS=9 "$bin/tarvo-bench-printing" \
     --benchmark_out="$data/printing.json" --benchmark_out_format=json
+# In memory: on a disk every commit waits for it, and the rest hardly counts.
+memory=$(mktemp -d -p /dev/shm)
+trap 'rm -rf "$memory"' EXIT
+"$bin/tarvo-bench-update" "$memory" \
+    --benchmark_out="$data/update.json" --benchmark_out_format=json
 python3 bench/table.py "$data" docs/benchmarks.md
 echo "docs/benchmarks.md written"

@@ -209,6 +209,40 @@ def figure(folder):
     return "".join(lines)
 
 
+UPDATE_INTRO = """## Updates
+
+Made by the same command, or alone by
+
+    QT_QPA_PLATFORM=offscreen build/release/bin/tarvo-bench-update /dev/shm/bench
+
+beside the bare tools, both sides taking turns in the same run; load average {load:.1f} at the start.
+The folder lies in memory: on a disk every commit waits for it and the rest hardly counts, so this is
+the harder case.
+
+| What | Ours | Beside it | Ratio | To reach |
+|---|--:|--:|--:|--:|
+"""
+MOST_OF_C_API = 1.2
+LEAST_OF_CURL = 0.8
+
+
+def update(folder):
+    results = json.loads((folder / "update.json").read_text())
+    script, download = results["benchmarks"]
+    times, share = script["times_c_api"], download["of_curl"]
+
+    def ratio(value, missed):
+        return f"**{value:.2f}**" if missed else f"{value:.2f}"
+
+    return UPDATE_INTRO.format(load=load(results["context"])) + (
+        f"| Script of {script['lines']:,.0f} lines of data, each committed by itself "
+        f"| {script['real_time']:.1f} s | C API: {script['c_api_s']:.1f} s "
+        f"| {ratio(times, times > MOST_OF_C_API)} | at most {MOST_OF_C_API} |\n"
+        f"| Download of 200 MB, the best of 5 | {download['MB_per_s']:.0f} MB/s "
+        f"| curl: {download['curl_MB_per_s']:.0f} MB/s "
+        f"| {ratio(share, share < LEAST_OF_CURL)} | at least {LEAST_OF_CURL} |\n")
+
+
 def put(text, name, section):
     """The document with what stands between the section's marks replaced."""
     begin, end = f"<!-- {name}: begin -->\n", f"<!-- {name}: end -->\n"
@@ -224,6 +258,7 @@ SECTIONS = {
     "printing": (lambda folder: section(folder / "printing.json", PRINTING_INTRO, PRINTING_GOALS,
                                         "stall_ms"), "printing.json"),
     "figure": (figure, "figure-1.8.json"),
+    "update": (update, "update.json"),
 }
 
 

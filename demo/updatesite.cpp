@@ -133,11 +133,14 @@ private:
             }
             const QTemporaryDir drawn;
             Figure figure = plan.Draw(drawn.path()).front();
-            const QString name = u"v%1-"_s.arg(release) + figure.file;
-            if (!QFile::copy(drawn.filePath(figure.file), In(release, u"Figuras/"_s + name))) {
-                throw Erro(Erro::PathFileAccess);
+            // The figure and its companion for dense screens.
+            const QString mark = u"v%1-"_s.arg(release);
+            for (const QString& file : QDir(drawn.path()).entryList(QDir::Files)) {
+                if (!QFile::copy(drawn.filePath(file), In(release, u"Figuras/"_s + mark + file))) {
+                    throw Erro(Erro::PathFileAccess);
+                }
             }
-            figure.file = name;
+            figure.file.prepend(mark);
             return figure;
         }
         return std::nullopt;

@@ -84,10 +84,6 @@ class Node:
         return self.accessible.get_name()
 
     @property
-    def description(self):
-        return self.accessible.get_description()
-
-    @property
     def role(self):
         return self.accessible.get_role_name()
 
@@ -170,8 +166,11 @@ class Catalogue:
         return self._bare
 
     def wait_for_process(self, other_than=None):
-        new = wait("start of the program", lambda: [p for p in self.running() if p != other_than])
-        self.pid = new[0]
+        """Until the program has announced itself: what starts a process is for a moment two of it."""
+        def started():
+            return next((pid for pid in self.running()
+                         if pid != other_than and self._application(pid)), None)
+        self.pid = wait("start of the program", started)
         return self
 
     def running(self):
@@ -192,16 +191,24 @@ class Catalogue:
         folder = f"/proc/{self.pid}/fd"
         return any(os.path.realpath(os.path.join(folder, fd)) == wanted for fd in os.listdir(folder))
 
-    def windows(self):
+    @staticmethod
+    def _application(pid):
+        """The root of the process in the accessible tree, once it has one."""
         desktop = Atspi.get_desktop(0)
         for index in range(desktop.get_child_count()):
             application = desktop.get_child_at_index(index)
-            if application is not None and application.get_process_id() == self.pid:
-                # Without our own event loop a cache would never hear of a change.
-                application.set_cache_mask(Atspi.Cache.NONE)
-                application.clear_cache()
-                return [window for window in Node(application).children() if window.showing]
-        return []
+            if application is not None and application.get_process_id() == pid:
+                return application
+        return None
+
+    def windows(self):
+        application = self._application(self.pid)
+        if application is None:
+            return []
+        # Without our own event loop a cache would never hear of a change.
+        application.set_cache_mask(Atspi.Cache.NONE)
+        application.clear_cache()
+        return [window for window in Node(application).children() if window.showing]
 
     def window(self, title):
         return next((window for window in self.windows() if window.name == title), None)

@@ -9,7 +9,6 @@ import os
 import subprocess
 
 from driver import NotReached, output_of, wait
-from site_of_updates import PART_DESCRIPTION, PART_NUMBER
 
 CATALOGUE = "Tarvo.mdb"
 EXIT = "Sair do catálogo"
@@ -216,10 +215,10 @@ def back_to_the_part(tour):
     first_rows(tour, FOUND_PARTS_GRID, lambda t: "relé" in t.cell(0, 1), "the part again")
 
 
-def number(tour):
-    """The number on the figure of the first item that is a ring."""
+def number(tour, component="Anel"):
+    """The number on the figure of the first item whose component has this word."""
     return next((node for window in tour.windows() for node in window.walk()
-                 if node.name.startswith("Item ") and "Anel" in node.name and node.showing), None)
+                 if node.name.startswith("Item ") and component in node.name and node.showing), None)
 
 
 def item_and_component(node):
@@ -460,12 +459,24 @@ def new_part_found(tour):
     tour.await_node("push button", EXIT)
     tour.click(*OPEN_PARTS)
     tour.await_node("text", NUMBER_BOX)
-    tour.type(PART_NUMBER.lower())
-    first_rows(tour, PARTS_GRID, lambda t: t.cell(0, 1) == PART_DESCRIPTION, "the new part")
+    part, description = tour.site.new_part()
+    tour.type(part.lower())
+    first_rows(tour, PARTS_GRID, lambda t: t.cell(0, 1) == description, "the new part")
+
+
+def figure_of_the_new_part(tour):
+    """The figure that came with it."""
+    tour.click(*FIRST_FOUND_ROW, times=2)
+    tour.await_node("table", FOUND_PARTS_GRID)
+    tour.click(*FIRST_FOUND_PART, times=2)
+    wait("its numbers", lambda: number(tour, ""))
+    tour.move(*BESIDE_FIGURE)
 
 
 def credits_at_the_end(tour):
-    """The credits; the catalogue is closed by then."""
+    """Left from the search screen; the credits, with the catalogue closed by then."""
+    tour.click(*TO_SEARCH)
+    tour.await_node("push button", EXIT)
     tour.click(*LEAVE)
     wait("the credits in the place of the search screen",
          lambda: tour.windows() and not tour.find("push button", EXIT))
@@ -513,5 +524,6 @@ STATIONS = [
     update_under_way,
     update_done,
     new_part_found,
+    figure_of_the_new_part,
     credits_at_the_end,
 ]

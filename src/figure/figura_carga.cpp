@@ -136,6 +136,9 @@ void frmFiguraDetalhada::CriarPicture(const QString& arquivo) {
         figura = {};
     }
     imgFigura[1]->SetPixmap(figura, densa);
+    // Then nothing below it is painted when a number on it blinks.
+    imgFigura[1]->setAttribute(Qt::WA_OpaquePaintEvent,
+                               !figura.hasAlphaChannel() && !densa.hasAlphaChannel());
     imgFigura[1]->setGeometry(QRect(canto, figura.size()));
     // From below: picture, marker, buttons and labels, numbers.
     shpSelecaoItem[1]->lower();

@@ -38,6 +38,14 @@ ItemFigura::ItemFigura(qint16 indice, QWidget* pai)
 
 void ItemFigura::SetCaption(const QString& caption) {
     caption_ = caption;
+    texto_ = QStaticText(caption);
+    texto_.setTextFormat(Qt::PlainText);
+    Preparar();
+}
+
+void ItemFigura::Preparar() {
+    letra_ = LetraPara(caption_, negrito_);
+    texto_.prepare(QTransform(), letra_);
     update();
 }
 
@@ -51,15 +59,16 @@ void ItemFigura::SetForeColor(Cor cor) {
 void ItemFigura::SetNegrito(bool negrito) {
     if (negrito != negrito_) {
         negrito_ = negrito;
-        update();
+        Preparar();
     }
 }
 
 void ItemFigura::paintEvent(QPaintEvent*) {
     QPainter pintor(this);
-    pintor.setFont(LetraPara(caption_, negrito_));
+    pintor.setFont(letra_);
     pintor.setPen(CorDe(cor_));
-    pintor.drawText(rect(), Qt::AlignCenter | Qt::TextSingleLine | Qt::TextDontClip, caption_);
+    const QSizeF sobra = QSizeF(size()) - texto_.size();
+    pintor.drawStaticText(QPointF(sobra.width() / 2, sobra.height() / 2), texto_);
 }
 
 MarcadorItem::MarcadorItem(const QString& nome, QWidget* pai) : QWidget(pai) {

@@ -3,6 +3,7 @@
 #include "platform/forms/controls.h"
 
 #include <QColor>
+#include <QStaticText>
 
 // The colours of the numbers and of the labels under the picture.
 enum class Cor : qint16 {
@@ -34,7 +35,11 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void Preparar();
+
     QString caption_;
+    QFont letra_;        // not the widget's own: that is dear to change
+    QStaticText texto_;  // laid out once: it is painted ten times a second while it blinks
     Cor cor_ = Cor::Preto;
     bool negrito_ = false;
 };

@@ -30,6 +30,8 @@ private Q_SLOTS:
                 }
             }
         }
+        // Each of the two with its companion for dense screens.
+        QCOMPARE(QDir(site + u"/Figuras"_s).entryList({u"*@3x.png"_s}).size(), 2);
         QCOMPARE(kinds, (QSet<QString>{u"2Atualizacao"_s, u"2Figuras"_s, u"2FotoPeca"_s,
                                        u"3Atualizacao"_s, u"3Figuras"_s, u"3FotoPeca"_s}));
         QVERIFY(scripts.endsWith("R:\r\n"_L1));

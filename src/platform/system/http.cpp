@@ -1,11 +1,10 @@
 #include "platform/system/http.h"
 
 #include "platform/secret.h"
+#include "platform/system/http_address.h"
+#include "platform/system/sockets.h"
 
 #include <QCoreApplication>
-#include <QEventLoop>
-#include <QSocketNotifier>
-#include <QTimer>
 #include <QUrl>
 
 #include <algorithm>
@@ -72,55 +71,29 @@ int CodeOf(CURLcode result) {
     }
 }
 
-bool IsHex(char c) {
-    return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'f');
-}
-
-// A percent sign is kept where it begins an escape: base addresses come escaped, file names do not.
-QByteArray Escape(const QString& path) {
-    const QByteArray bytes = path.toUtf8();
-    QByteArray escaped;
-    for (qsizetype i = 0; i < bytes.size(); ++i) {
-        const char c = bytes.at(i);
-        const bool isEscape =
-            c == '%' && i + 2 < bytes.size() && IsHex(bytes.at(i + 1)) && IsHex(bytes.at(i + 2));
-        escaped += isEscape ? QByteArray(1, c)
-                            : QByteArray(1, c).toPercentEncoding("/?=&:@!$'()*+,;");
-    }
-    return escaped;
-}
-
-// Waits until a socket is ready, a slice at most, and lets the program's events through meanwhile as
-// soon as they come: a screen reader asks thousands of little questions, each after the answer to
-// the last.
-void WaitForSockets(CURLM* multi, bool events) {
-#ifndef Q_OS_WIN
+// A slice at most. With events the program goes on living meanwhile.
+void Wait(CURLM* multi, bool events) {
+#ifndef Q_OS_WIN  // whose fd_set holds no range of numbers
     if (events && QCoreApplication::instance()) {
-        fd_set reading;
-        fd_set writing;
-        fd_set failing;
-        FD_ZERO(&reading);
-        FD_ZERO(&writing);
-        FD_ZERO(&failing);
+        fd_set readable;
+        fd_set writable;
+        fd_set failed;
+        FD_ZERO(&readable);
+        FD_ZERO(&writable);
+        FD_ZERO(&failed);
         int last = -1;
-        curl_multi_fdset(multi, &reading, &writing, &failing, &last);
-        QEventLoop loop;
-        std::vector<std::unique_ptr<QSocketNotifier>> notifiers;
-        const auto watch = [&](int socket, QSocketNotifier::Type type) {
-            notifiers.push_back(std::make_unique<QSocketNotifier>(socket, type));
-            QObject::connect(notifiers.back().get(), &QSocketNotifier::activated, &loop,
-                             &QEventLoop::quit);
-        };
+        curl_multi_fdset(multi, &readable, &writable, &failed, &last);
+        std::vector<int> reading;
+        std::vector<int> writing;
         for (int socket = 0; socket <= last; ++socket) {
-            if (FD_ISSET(socket, &reading)) {
-                watch(socket, QSocketNotifier::Read);
+            if (FD_ISSET(socket, &readable)) {
+                reading.push_back(socket);
             }
-            if (FD_ISSET(socket, &writing)) {
-                watch(socket, QSocketNotifier::Write);
+            if (FD_ISSET(socket, &writable)) {
+                writing.push_back(socket);
             }
         }
-        QTimer::singleShot(Slice, Qt::PreciseTimer, &loop, &QEventLoop::quit);
-        loop.exec();
+        WaitForSockets(reading, writing, Slice);
         return;
     }
 #endif
@@ -365,7 +338,7 @@ void Request::Private::WaitFor(Ready ready) {
             return;
         }
         const Clock::time_point begin = Clock::now();
-        WaitForSockets(session.multi.get(), session.idle != nullptr);
+        Wait(session.multi.get(), session.idle != nullptr);
         if (session.idle) {
             session.idle();
         }
@@ -413,7 +386,7 @@ size_t Request::Private::OnBody(char* data, size_t size, size_t count, void* sel
 
 Request::Request(Connection& connection, const QByteArray& verb, const QString& path)
     : d_(new Private(*connection.session_.d_)) {
-    d_->url = connection.IsOpen() ? UrlOf(connection.host_, Escape(path)) : nullptr;
+    d_->url = connection.IsOpen() ? UrlOf(connection.host_, EscapePath(path)) : nullptr;
     if (d_->url) {
         d_->easy.reset(curl_easy_init());
     }
@@ -485,18 +458,7 @@ qsizetype Request::Read(char* buffer, qsizetype capacity) {
 }
 
 QString Request::ProxyName() const {
-    for (const char* variable : {"http_proxy", "all_proxy", "ALL_PROXY"}) {
-        QString address = qEnvironmentVariable(variable);
-        if (address.isEmpty()) {
-            continue;
-        }
-        if (!address.contains("://"_L1)) {
-            address.prepend("http://"_L1);
-        }
-        const QUrl url(address);
-        return url.port() < 0 ? url.host() : url.host() + u':' + QString::number(url.port());
-    }
-    return {};
+    return ProxyOfTheSystem();
 }
 
 QString Request::ProxyRealm() const {
