@@ -100,7 +100,7 @@ QStringList MemoryDatabase::RunNative(const QByteArray& sql, bool names) const {
             QStringList row;
             for (int i = 0; i < columns; ++i) {
                 const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, i));
-                row.append(text ? QString::fromUtf8(text) : QStringLiteral("-"));
+                row.append(text ? QString::fromUtf8(text) : u"-"_s);
             }
             rows.append(row.join(u'|'));
         }
@@ -117,7 +117,7 @@ dao::dialect::Translation MemoryDatabase::Translate(const QString& text) const {
     return WriteStatement(Parser::ParseStatement(text.toUtf8()), Schema());
 }
 
-QStringList MemoryDatabase::Run(const QString& text, bool names) const {
+QStringList MemoryDatabase::Run(const AnyText& text, bool names) const {
     const dao::dialect::Translation translation = Translate(text);
     QStringList rows;
     RunNative("SAVEPOINT whole");
@@ -145,18 +145,16 @@ dao::dialect::Schema MemoryDatabase::Schema() const {
         }
         dao::dialect::TableInfo info;
         info.name = found.front().section(u'|', 0, 0);
-        info.isView = found.front().section(u'|', 1, 1) == QLatin1String("view");
+        info.isView = found.front().section(u'|', 1, 1) == "view"_L1;
         info.definition = found.front().section(u'|', 2);
         for (const QString& row : RunNative(
                  "SELECT name, type, \"notnull\", pk FROM pragma_table_info(" + quoted + ")")) {
             const QStringList parts = row.split(u'|');
-            info.columns.append(
-                {parts[0], parts[1], parts[2] != QLatin1String("0"), parts[3].toInt()});
+            info.columns.append({parts[0], parts[1], parts[2] != "0"_L1, parts[3].toInt()});
         }
         info.indexes = RunNative(
             "SELECT sql FROM sqlite_schema WHERE type IN ('index', 'trigger') AND sql IS NOT NULL "
-            "AND"
-            " tbl_name = " +
+            "AND tbl_name = " +
             quoted + " COLLATE NOCASE ORDER BY name");
         return info;
     };

@@ -1,10 +1,7 @@
 #pragma once
 
 #include "platform/dao/dialect.h"
-
-#include <QByteArray>
-#include <QString>
-#include <QStringList>
+#include "support/test.h"
 
 struct sqlite3;
 
@@ -28,7 +25,7 @@ public:
     dao::dialect::Translation Translate(const QString& text) const;
 
     // A text of the dialect; the rows of all its statements. A failure undoes all of them.
-    QStringList Run(const QString& text, bool names = false) const;
+    QStringList Run(const AnyText& text, bool names = false) const;
 
     void MakeCatalogue() const;
 

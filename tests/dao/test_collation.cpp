@@ -1,14 +1,12 @@
 #include "platform/dao/collation.h"
 #include "platform/dao/errors.h"
 #include "platform/dao/pattern.h"
-#include "support/testmain.h"
+#include "support/test.h"
 
 #include <QRandomGenerator>
-#include <QTest>
 
 #include <algorithm>
 
-using namespace Qt::StringLiterals;
 namespace collation = dao::collation;
 
 namespace {
@@ -51,16 +49,14 @@ private Q_SLOTS:
     }
 
     void EqualityIgnoresCaseAndMindsAccents_data() {
-        QTest::addColumn<QString>("a");
-        QTest::addColumn<QString>("b");
-        QTest::addColumn<bool>("equal");
-        QTest::newRow("ascii") << u"Anel de Vedação 12A"_s << u"ANEL DE VEDAÇÃO 12a"_s << true;
-        QTest::newRow("extended") << u"ŸŻŐ"_s << u"ÿżő"_s << true;
-        QTest::newRow("cyrillic") << u"Ж"_s << u"ж"_s << true;
-        QTest::newRow("accent") << u"avo"_s << u"avó"_s << false;
-        QTest::newRow("other accent") << u"avô"_s << u"avó"_s << false;
-        QTest::newRow("cedilla") << u"peca"_s << u"peça"_s << false;
-        QTest::newRow("trailing blank") << u"a"_s << u"a "_s << false;
+        const Table<QString, QString, bool> row("a", "b", "equal");
+        row("ascii", "Anel de Vedação 12A", "ANEL DE VEDAÇÃO 12a", true);
+        row("extended", "ŸŻŐ", "ÿżő", true);
+        row("cyrillic", "Ж", "ж", true);
+        row("accent", "avo", "avó", false);
+        row("other accent", "avô", "avó", false);
+        row("cedilla", "peca", "peça", false);
+        row("trailing blank", "a", "a ", false);
     }
     void EqualityIgnoresCaseAndMindsAccents() {
         QFETCH(QString, a);
@@ -103,26 +99,22 @@ private Q_SLOTS:
     }
 
     void Matches_data() {
-        QTest::addColumn<QString>("pattern");
-        QTest::addColumn<QStringList>("yes");
-        QTest::addColumn<QStringList>("no");
-        const auto row = [](const char* name, const QString& pattern, const QStringList& yes,
-                            const QStringList& no) { QTest::newRow(name) << pattern << yes << no; };
-        row("prefix", u"emb*"_s, {u"EMBOLO"_s, u"emb"_s}, {u"Êmbolo"_s, u"em"_s, u"xemb"_s});
-        row("accented prefix", u"ÊMB*"_s, {u"Êmbolo"_s, u"êmbolo"_s}, {u"Embolo"_s});
-        row("inside", u"*água*"_s, {u"Pino d´Água"_s, u"ÁGUA"_s}, {u"agua"_s, u""_s});
-        row("several runs", u"*a*b*c"_s, {u"xaybzc"_s, u"abcabc"_s}, {u"abcx"_s, u"acb"_s});
-        row("one", u"?a?"_s, {u"pás"_s.replace(u'á', u'a'), u"ça1"_s}, {u"a"_s, u"paás"_s});
-        row("one of two units", u"a?b"_s, {u"a\U0001F600b"_s}, {u"ab"_s});
-        row("digit", u"##-?"_s, {u"12-A"_s}, {u"1²-A"_s, u"1a-b"_s, u"12-"_s});
-        row("list", u"[abc]x"_s, {u"Bx"_s}, {u"dx"_s, u"x"_s, u"áx"_s});
-        row("range", u"[a-c]"_s, {u"B"_s, u"á"_s}, {u"d"_s, u"-"_s});
-        row("list not", u"[!0-9]*"_s, {u"A1"_s, u"-"_s}, {u"1A"_s, u""_s});
-        row("hyphen itself", u"[-a][a-]"_s, {u"--"_s, u"a-"_s}, {u"b-"_s});
-        row("wildcards themselves", u"[*][?][#][[]]"_s, {u"*?#[]"_s}, {u"ab1[]"_s});
-        row("exclamation alone", u"[!]"_s, {u"!"_s}, {u"a"_s});
-        row("empty list", u"a[]b"_s, {u"ab"_s}, {u"axb"_s});
-        row("line ends", u"a*b"_s, {u"a\r\nb"_s}, {});
+        const Table<QString, QStringList, QStringList> row("pattern", "yes", "no");
+        row("prefix", "emb*", {"EMBOLO", "emb"}, {"Êmbolo", "em", "xemb"});
+        row("accented prefix", "ÊMB*", {"Êmbolo", "êmbolo"}, {"Embolo"});
+        row("inside", "*água*", {"Pino d´Água", "ÁGUA"}, {"agua", ""});
+        row("several runs", "*a*b*c", {"xaybzc", "abcabc"}, {"abcx", "acb"});
+        row("one", "?a?", {u"pás"_s.replace(u'á', u'a'), "ça1"}, {"a", "paás"});
+        row("one of two units", "a?b", {"a\U0001F600b"}, {"ab"});
+        row("digit", "##-?", {"12-A"}, {"1²-A", "1a-b", "12-"});
+        row("list", "[abc]x", {"Bx"}, {"dx", "x", "áx"});
+        row("range", "[a-c]", {"B", "á"}, {"d", "-"});
+        row("list not", "[!0-9]*", {"A1", "-"}, {"1A", ""});
+        row("hyphen itself", "[-a][a-]", {"--", "a-"}, {"b-"});
+        row("wildcards themselves", "[*][?][#][[]]", {"*?#[]"}, {"ab1[]"});
+        row("exclamation alone", "[!]", {"!"}, {"a"});
+        row("empty list", "a[]b", {"ab"}, {"axb"});
+        row("line ends", "a*b", {"a\r\nb"}, {});
     }
     void Matches() {
         QFETCH(QString, pattern);
@@ -136,10 +128,10 @@ private Q_SLOTS:
     }
 
     void RefusesBadPatterns_data() {
-        QTest::addColumn<QString>("pattern");
-        QTest::newRow("open") << u"abc[de"_s;
-        QTest::newRow("open at the end") << u"*["_s;
-        QTest::newRow("backwards") << u"[z-a]"_s;
+        const Table<QString> row("pattern");
+        row("open", "abc[de");
+        row("open at the end", "*[");
+        row("backwards", "[z-a]");
     }
     void RefusesBadPatterns() {
         QFETCH(QString, pattern);

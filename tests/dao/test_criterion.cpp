@@ -1,10 +1,7 @@
 #include "platform/dao/dialect.h"
 #include "platform/dao/errors.h"
-#include "support/testmain.h"
+#include "support/test.h"
 
-#include <QTest>
-
-using namespace Qt::StringLiterals;
 using dao::Failure;
 using dao::dialect::Criterion;
 
@@ -24,36 +21,29 @@ class TestCriterion : public QObject {
 
 private Q_SLOTS:
     void Decides_data() {
-        QTest::addColumn<QStringList>("met");
-        QTest::addColumn<QStringList>("notMet");
-        const auto row = [](const char* name, const QStringList& met, const QStringList& notMet) {
-            QTest::newRow(name) << met << notMet;
-        };
+        const Table<QStringList, QStringList> row("met", "notMet");
         row("texts",
-            {u"ItemComponente = '  12'"_s, u"itemcomponente >= '  12'"_s,
-             u"ItemComponente >= '   7'"_s, u"ItemComponente < '  12a'"_s,
-             u"Descricao = 'ÔNIBUS d´Água'"_s, u"Descricao <> \"Onibus d´água\""_s,
-             u"[ItemComponente] <= ' 100'"_s},
-            {u"ItemComponente = '12'"_s, u"ItemComponente > '  12'"_s, u"Descricao >= 'P'"_s,
-             u"Descricao = 'Onibus d´água'"_s});
+            {"ItemComponente = '  12'", "itemcomponente >= '  12'", "ItemComponente >= '   7'",
+             "ItemComponente < '  12a'", "Descricao = 'ÔNIBUS d´Água'",
+             "Descricao <> \"Onibus d´água\"", "[ItemComponente] <= ' 100'"},
+            {"ItemComponente = '12'", "ItemComponente > '  12'", "Descricao >= 'P'",
+             "Descricao = 'Onibus d´água'"});
         row("numbers",
-            {u"Quantidade = 2.5"_s, u"Quantidade * 2 = 5"_s, u"Quantidade > -1"_s,
-             u"Quantidade = '2.5'"_s, u"Quantidade + 1 = 7 / 2"_s, u"Quantidade Mod 2 = 0"_s},
-            {u"Quantidade = 2"_s, u"Quantidade <> 2.5"_s, u"Quantidade = 1 / 0"_s});
+            {"Quantidade = 2.5", "Quantidade * 2 = 5", "Quantidade > -1", "Quantidade = '2.5'",
+             "Quantidade + 1 = 7 / 2", "Quantidade Mod 2 = 0"},
+            {"Quantidade = 2", "Quantidade <> 2.5", "Quantidade = 1 / 0"});
         row("null is not met",
-            {u"Kit Is Null"_s, u"IsNull(Kit)"_s, u"Not (Kit Is Not Null)"_s,
-             u"Kit = 1 Or Quantidade > 2"_s, u"Nz(Kit, 'x') = 'X'"_s, u"Kit & 'a' = 'A'"_s},
-            {u"Kit = 1"_s, u"Kit <> 1"_s, u"Not (Kit = 1)"_s, u"Kit In (1, 2)"_s,
-             u"Kit Not In (1)"_s, u"Kit Like '*'"_s, u"Kit = Null"_s, u"Kit Between 1 And 2"_s,
-             u"Kit = 1 And Quantidade > 2"_s});
+            {"Kit Is Null", "IsNull(Kit)", "Not (Kit Is Not Null)", "Kit = 1 Or Quantidade > 2",
+             "Nz(Kit, 'x') = 'X'", "Kit & 'a' = 'A'"},
+            {"Kit = 1", "Kit <> 1", "Not (Kit = 1)", "Kit In (1, 2)", "Kit Not In (1)",
+             "Kit Like '*'", "Kit = Null", "Kit Between 1 And 2", "Kit = 1 And Quantidade > 2"});
         row("predicates",
-            {u"Descricao Like 'ôni*'"_s, u"Descricao Not Like '*x*'"_s,
-             u"ItemComponente In ('a', '  12')"_s, u"Quantidade Between 2 And 3"_s,
-             u"Quantidade Not Between 3 And 4"_s, u"Left(Descricao, 3) = 'ÔNI'"_s,
-             u"IIF(Quantidade > 2, 'a', 'b') = 'A'"_s, u"True Xor False"_s,
-             u"#1/1/2024# = DateSerial(2024, 1, 1)"_s},
-            {u"Descricao Like 'oni*'"_s, u"ItemComponente Not In ('  12')"_s, u"False"_s,
-             u"Quantidade > 3 Eqv Quantidade > 2"_s});
+            {"Descricao Like 'ôni*'", "Descricao Not Like '*x*'", "ItemComponente In ('a', '  12')",
+             "Quantidade Between 2 And 3", "Quantidade Not Between 3 And 4",
+             "Left(Descricao, 3) = 'ÔNI'", "IIF(Quantidade > 2, 'a', 'b') = 'A'", "True Xor False",
+             "#1/1/2024# = DateSerial(2024, 1, 1)"},
+            {"Descricao Like 'oni*'", "ItemComponente Not In ('  12')", "False",
+             "Quantidade > 3 Eqv Quantidade > 2"});
     }
     void Decides() {
         QFETCH(QStringList, met);
@@ -64,20 +54,16 @@ private Q_SLOTS:
     }
 
     void Refuses_data() {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<int>("number");
-        QTest::newRow("unknown column") << u"Foo = 1"_s << static_cast<int>(Failure::UnknownColumn);
-        QTest::newRow("nothing") << u""_s << static_cast<int>(Failure::SyntaxError);
-        QTest::newRow("rest") << u"Kit = 1 1"_s << static_cast<int>(Failure::SyntaxError);
-        QTest::newRow("open text") << u"Kit = 'a"_s << static_cast<int>(Failure::SyntaxError);
-        QTest::newRow("pattern") << u"Descricao Like '[a'"_s
-                                 << static_cast<int>(Failure::BadPattern);
-        QTest::newRow("function") << u"Foo(1) = 1"_s << static_cast<int>(Failure::UnknownFunction);
-        QTest::newRow("subquery") << u"Kit In (SELECT 1)"_s
-                                  << static_cast<int>(Failure::NotSupported);
-        QTest::newRow("aggregate") << u"Max(Kit) = 1"_s << static_cast<int>(Failure::NotSupported);
-        QTest::newRow("text as a number")
-            << u"Descricao > 5"_s << static_cast<int>(Erro::TypeMismatch);
+        const Table<QString, int> row("text", "number");
+        row("unknown column", "Foo = 1", static_cast<int>(Failure::UnknownColumn));
+        row("nothing", "", static_cast<int>(Failure::SyntaxError));
+        row("rest", "Kit = 1 1", static_cast<int>(Failure::SyntaxError));
+        row("open text", "Kit = 'a", static_cast<int>(Failure::SyntaxError));
+        row("pattern", "Descricao Like '[a'", static_cast<int>(Failure::BadPattern));
+        row("function", "Foo(1) = 1", static_cast<int>(Failure::UnknownFunction));
+        row("subquery", "Kit In (SELECT 1)", static_cast<int>(Failure::NotSupported));
+        row("aggregate", "Max(Kit) = 1", static_cast<int>(Failure::NotSupported));
+        row("text as a number", "Descricao > 5", static_cast<int>(Erro::TypeMismatch));
     }
     void Refuses() {
         QFETCH(QString, text);

@@ -1,15 +1,13 @@
 #include "memorydatabase.h"
 #include "platform/dao/collation.h"
 #include "platform/dao/plan.h"
-#include "support/testmain.h"
+#include "support/test.h"
 
 #include <QRandomGenerator>
-#include <QTest>
 
 #include <algorithm>
 #include <sqlite3.h>
 
-using namespace Qt::StringLiterals;
 namespace dialect = dao::dialect;
 
 namespace {
@@ -39,7 +37,7 @@ void Fill(const MemoryDatabase& db) {
         db.RunNative("DELETE FROM " + table);
         for (int i = 0; i < RowsPerTable; ++i) {
             const QString number =
-                Any(QStringList{u"A"_s, u"1"_s, u"12"_s}) + QString::number(g_random.bounded(90));
+                Any(List("A", "1", "12")) + QString::number(g_random.bounded(90));
             const QString name = Any(words) + u' ' + QString::number(g_random.bounded(9));
             const bool none = g_random.bounded(15) == 0;
             db.RunNative("INSERT INTO " + table + " (Codigo" + table + ", NumeroTarvo" + table +
@@ -61,16 +59,15 @@ QString RandomSearch(const QString& order) {
     QStringList where;
     if (customer > 0 && g_random.bounded(2) == 0) {
         where += u"REFERENCIACRUZADA1.NumeroClienteConcorrente "_s +
-                 Any(QStringList{u"LIKE 'X1*'"_s, u"LIKE 'x*'"_s, u"= 'x12'"_s, u"LIKE '*'"_s});
+                 Any(List("LIKE 'X1*'", "LIKE 'x*'", "= 'x12'", "LIKE '*'"));
     }
     if (g_random.bounded(2) == 0) {
-        where += u"?????.NumeroTarvo????? LIKE '"_s +
-                 Any(QStringList{u"1"_s, u"12"_s, u"a5"_s, u""_s, u"12A"_s}) + u"*'"_s;
+        where +=
+            u"?????.NumeroTarvo????? LIKE '"_s + Any(List("1", "12", "a5", "", "12A")) + u"*'"_s;
     }
     if (g_random.bounded(2) == 0) {
         where += u"?????.Descricao????? LIKE '"_s +
-                 Any(QStringList{u"e"_s, u"Ê"_s, u"*o 3"_s, u"pe?a"_s, u"[ep]*1"_s, u"zz"_s}) +
-                 u"*'"_s;
+                 Any(List("e", "Ê", "*o 3", "pe?a", "[ep]*1", "zz")) + u"*'"_s;
     }
     const QString join = customer == 0 ? QString()
                                        : u"LEFT JOIN REFERENCIACRUZADA1 ON ?????.NumeroTarvo????? "
@@ -78,12 +75,9 @@ QString RandomSearch(const QString& order) {
     const QString column = customer == 1 ? u"REFERENCIACRUZADA1.NumeroClienteConcorrente"_s
                                          : u"'' AS NumeroClienteConcorrente"_s;
     const QString arm =
-        u"SELECT ?????.NumeroTarvo????? As NumeroTarvo,?????.Descricao????? AS "
-        "Descricao,"_s +
-        column +
-        u",'!!!!!' AS Tipo,Codigo????? AS Codigo FROM "
-        "????? "_s +
-        join + (where.isEmpty() ? QString() : u"WHERE "_s + where.join(u" AND "_s) + u' ');
+        u"SELECT ?????.NumeroTarvo????? As NumeroTarvo,?????.Descricao????? AS Descricao,"_s +
+        column + u",'!!!!!' AS Tipo,Codigo????? AS Codigo FROM ????? "_s + join +
+        (where.isEmpty() ? QString() : u"WHERE "_s + where.join(u" AND "_s) + u' ');
     QStringList arms;
     const int kinds = g_random.bounded(4);
     const QList<QStringList> all = {{u"COMPONENTE"_s, u"Componente"_s},
@@ -124,10 +118,10 @@ private Q_SLOTS:
 
     // Whatever way the plan goes, and wherever the reader looks up, the rows are those of the text.
     void GivesTheRowsOfTheText_data() {
-        QTest::addColumn<QString>("order");
+        const Table<QString> row("order");
         for (const QString& order :
              {u"1"_s, u"2"_s, u"3"_s, u"4,1"_s, u"1,2"_s, u"4,3"_s, u"2,5"_s}) {
-            QTest::newRow(qPrintable(order)) << order;
+            row(qPrintable(order), order);
         }
     }
     void GivesTheRowsOfTheText() {
@@ -154,26 +148,25 @@ private Q_SLOTS:
 
     // Nothing is sorted where the rows may be many.
     void WalksAnIndexInItsOrder_data() {
-        QTest::addColumn<QString>("where");
-        QTest::addColumn<QString>("order");
+        const Table<QString, QString> row("where", "order");
         const QString inside = u"WHERE PECA.DescricaoPECA LIKE '*x*' "_s;
-        QTest::newRow("number") << inside << u"1"_s;
-        QTest::newRow("description") << inside << u"2"_s;
-        QTest::newRow("kind") << inside << u"4,1"_s;
-        QTest::newRow("customer's number") << inside << u"3"_s;
-        QTest::newRow("other beginning") << u"WHERE PECA.DescricaoPECA LIKE 'e*' "_s << u"1"_s;
-        QTest::newRow("customer's beginning")
-            << u"WHERE REFERENCIACRUZADA1.NumeroClienteConcorrente LIKE 'X*' "_s << u"3"_s;
-        QTest::newRow("customer's beginning, by number")
-            << u"WHERE REFERENCIACRUZADA1.NumeroClienteConcorrente LIKE 'X*' "_s << u"1"_s;
+        row("number", inside, "1");
+        row("description", inside, "2");
+        row("kind", inside, "4,1");
+        row("customer's number", inside, "3");
+        row("other beginning", "WHERE PECA.DescricaoPECA LIKE 'e*' ", "1");
+        row("customer's beginning", "WHERE REFERENCIACRUZADA1.NumeroClienteConcorrente LIKE 'X*' ",
+            "3");
+        row("customer's beginning, by number",
+            "WHERE REFERENCIACRUZADA1.NumeroClienteConcorrente LIKE 'X*' ", "1");
     }
     void WalksAnIndexInItsOrder() {
         QFETCH(QString, where);
         QFETCH(QString, order);
         const QString text =
-            u"SELECT PECA.NumeroTarvoPECA As NumeroTarvo,PECA.DescricaoPECA AS Descricao,"
-            "REFERENCIACRUZADA1.NumeroClienteConcorrente,'Peça' AS Tipo,CodigoPECA AS Codigo FROM "
-            "PECA LEFT JOIN REFERENCIACRUZADA1 ON PECA.NumeroTarvoPECA = "
+            u"SELECT PECA.NumeroTarvoPECA As NumeroTarvo,PECA.DescricaoPECA AS "
+            "Descricao,REFERENCIACRUZADA1.NumeroClienteConcorrente,'Peça' AS Tipo,CodigoPECA AS "
+            "Codigo FROM PECA LEFT JOIN REFERENCIACRUZADA1 ON PECA.NumeroTarvoPECA = "
             "REFERENCIACRUZADA1.NumeroTarvo "_s +
             where + u"ORDER BY "_s + order;
         const auto many = [](const QByteArray&) { return qint64(dialect::CountLimit + 1); };
@@ -192,8 +185,8 @@ private Q_SLOTS:
 
     void SortsTheFewRowsOfABeginning() {
         const QString text =
-            u"SELECT NumeroTarvoPeca AS n, DescricaoPeca AS d FROM PECA WHERE "
-            "DescricaoPeca LIKE 'eix*' ORDER BY 1"_s;
+            u"SELECT NumeroTarvoPeca AS n, DescricaoPeca AS d FROM PECA WHERE DescricaoPeca LIKE "
+            "'eix*' ORDER BY 1"_s;
         const auto plan = dialect::PlanQuery(text, db_->Schema(), Counter());
         const QString steps =
             db_->RunNative("EXPLAIN QUERY PLAN " + plan.statements.first()).join(u'\n');
@@ -202,7 +195,7 @@ private Q_SLOTS:
     }
 
     void LeavesOtherShapesAlone_data() {
-        QTest::addColumn<QString>("text");
+        const Table<QString> row("text");
         for (const QString& text :
              {u"SELECT Count(*) AS n FROM PECA ORDER BY 1"_s,
               u"SELECT DISTINCT NumeroTarvoPeca FROM PECA ORDER BY 1"_s,
@@ -214,7 +207,7 @@ private Q_SLOTS:
               u"SELECT NumeroTarvoPeca FROM PECA"_s,
               u"SELECT NumeroTarvo FROM REFERENCIACRUZADA1 ORDER BY 1"_s,
               u"UPDATE PECA SET CodigoFigura = 1"_s}) {
-            QTest::newRow(qPrintable(text)) << text;
+            row(qPrintable(text), text);
         }
     }
     void LeavesOtherShapesAlone() {

@@ -3,15 +3,13 @@
 #include "platform/dao/rowreader.h"
 #include "platform/dao/sqlite.h"
 #include "support/database.h"
-#include "support/testmain.h"
+#include "support/test.h"
 
 #include <QSignalSpy>
-#include <QTest>
 
 #include <functional>
 
 using namespace dao;
-using namespace testing_support;
 
 namespace {
 
@@ -26,9 +24,8 @@ UPDATE ITEM SET Nome = replace(hex(zeroblob(500)), '0', 'é') WHERE Codigo = 7;
 UPDATE ITEM SET Nome = '' WHERE Codigo = 8;
 )";
 
-const QString AllItems =
-    QStringLiteral("SELECT Codigo, Nome AS Descricao, Valor FROM ITEM ORDER BY Codigo");
-const QString NoItem = QStringLiteral("SELECT Codigo FROM ITEM WHERE Codigo = -5");
+const QString AllItems = u"SELECT Codigo, Nome AS Descricao, Valor FROM ITEM ORDER BY Codigo"_s;
+const QString NoItem = u"SELECT Codigo FROM ITEM WHERE Codigo = -5"_s;
 
 }  // namespace
 
@@ -39,7 +36,7 @@ private:
     TestDatabase file_{Definition};
     TestDatabase::Session session_ = file_.Open();
 
-    std::unique_ptr<Recordset> Open(const QString& sql, RecordsetType type = dbOpenSnapshot) {
+    std::unique_ptr<Recordset> Open(const AnyText& sql, RecordsetType type = dbOpenSnapshot) {
         return session_.database->OpenRecordset(sql, type);
     }
 
@@ -79,11 +76,11 @@ private Q_SLOTS:
         QVERIFY(rows->Fields(1).Value().isValid());
         rows->MoveLast();
         QCOMPARE(rows->Text(2, 2), QString());
-        QCOMPARE(rows->Text(1, 2), QStringLiteral("1"));
+        QCOMPARE(rows->Text(1, 2), u"1"_s);
         QCOMPARE(rows->Text(6, 1), QString(1000, QChar(u'é')));
         QCOMPARE(rows->Text(7, 1), QString());
         for (qint64 row = 8; row < Rows; ++row) {
-            QCOMPARE(rows->Text(row, 1), QStringLiteral("Peça %1").arg(row + 1));
+            QCOMPARE(rows->Text(row, 1), u"Peça %1"_s.arg(row + 1));
         }
         QCOMPARE(ErrorOf([&] { rows->Text(Rows, 0); }), 9);
         QCOMPARE(ErrorOf([&] { rows->Text(0, 3); }), 9);
@@ -92,15 +89,14 @@ private Q_SLOTS:
     void NamesFields() {
         const auto rows = Open(AllItems);
         QCOMPARE(rows->FieldCount(), 3);
-        QCOMPARE(rows->FieldIndex(QStringLiteral("Descricao")), 1);
-        QCOMPARE(rows->Fields(QStringLiteral("DESCRICAO")).Value().toString(),
-                 QStringLiteral("Peça 1"));
+        QCOMPARE(rows->FieldIndex(u"Descricao"_s), 1);
+        QCOMPARE(rows->Fields(u"DESCRICAO"_s).Value().toString(), u"Peça 1"_s);
         // Reads at the time of the call, not of its making.
-        const Field code = rows->Fields(QStringLiteral("codigo"));
+        const Field code = rows->Fields(u"codigo"_s);
         rows->MoveNext();
         QCOMPARE(code.Value().toLongLong(), 2);
-        QCOMPARE(ErrorOf([&] { rows->Fields(QStringLiteral("Nome")); }), 3265);
-        QCOMPARE(Open(NoItem)->FieldIndex(QStringLiteral("Codigo")), 0);
+        QCOMPARE(ErrorOf([&] { rows->Fields(u"Nome"_s); }), 3265);
+        QCOMPARE(Open(NoItem)->FieldIndex(u"Codigo"_s), 0);
     }
 
     void ForwardOnlyKeepsOneRow() {
@@ -117,18 +113,18 @@ private Q_SLOTS:
 
     void FindsTheFirstMatch() {
         const auto rows = Open(AllItems);
-        rows->FindFirst(QStringLiteral("Codigo = 40"));
+        rows->FindFirst(u"Codigo = 40"_s);
         QVERIFY(!rows->NoMatch());
         QCOMPARE(rows->AbsolutePosition(), 39);
         QCOMPARE(rows->RecordCount(), 40);  // read on no further than the match
-        rows->FindFirst(QStringLiteral("Descricao = 'Peça 3'"));
+        rows->FindFirst(u"Descricao = 'Peça 3'"_s);
         QCOMPARE(rows->AbsolutePosition(), 2);
-        rows->FindFirst(QStringLiteral("Codigo = -5"));
+        rows->FindFirst(u"Codigo = -5"_s);
         QVERIFY(rows->NoMatch());
         QCOMPARE(rows->AbsolutePosition(), 2);
         QVERIFY(rows->IsComplete());
         const auto none = Open(NoItem);
-        none->FindFirst(QStringLiteral("Codigo = 1"));
+        none->FindFirst(u"Codigo = 1"_s);
         QVERIFY(none->NoMatch());
     }
 
@@ -165,16 +161,14 @@ private Q_SLOTS:
     }
 
     void RefusesWhatCannotBe_data() {
-        QTest::addColumn<std::function<void(Recordset&)>>("use");
-        QTest::addColumn<int>("number");
+        const Table<std::function<void(Recordset&)>, int> row("use", "number");
         using Use = std::function<void(Recordset&)>;
-        QTest::newRow("value") << Use([](Recordset& r) { r.Fields(0).Value(); }) << 3021;
-        QTest::newRow("bookmark") << Use([](Recordset& r) { r.CurrentBookmark(); }) << 3021;
-        QTest::newRow("next") << Use([](Recordset& r) { r.MoveNext(); }) << 3021;
-        QTest::newRow("last") << Use([](Recordset& r) { r.MoveLast(); }) << 3021;
-        QTest::newRow("position") << Use([](Recordset& r) { r.SetAbsolutePosition(0); }) << 3021;
+        row("value", Use([](Recordset& r) { r.Fields(0).Value(); }), 3021);
+        row("bookmark", Use([](Recordset& r) { r.CurrentBookmark(); }), 3021);
+        row("next", Use([](Recordset& r) { r.MoveNext(); }), 3021);
+        row("last", Use([](Recordset& r) { r.MoveLast(); }), 3021);
+        row("position", Use([](Recordset& r) { r.SetAbsolutePosition(0); }), 3021);
     }
-
     void RefusesWhatCannotBe() {
         QFETCH(std::function<void(Recordset&)>, use);
         QFETCH(int, number);
@@ -191,7 +185,7 @@ private Q_SLOTS:
         const auto rows = other.database->OpenRecordset(AllItems);
         rows->ReadUpTo(10);
         other.database->Close();
-        QCOMPARE(rows->Text(9, 1), QStringLiteral("Peça 10"));  // a grid may still paint it
+        QCOMPARE(rows->Text(9, 1), u"Peça 10"_s);  // a grid may still paint it
         QVERIFY(rows->ReadFor(std::chrono::microseconds(100)));
         QCOMPARE(ErrorOf([&] { rows->MoveLast(); }), 3420);
         QCOMPARE(ErrorOf([&] { other.database->OpenRecordset(AllItems); }), 3420);
@@ -207,7 +201,7 @@ private Q_SLOTS:
         const auto connection = session_.database->GetConnection();
         RowReader reader(connection, query, store);
         reader.Read(1);
-        QCOMPARE(reader.Columns(), QStringList{QStringLiteral("Codigo")});
+        QCOMPARE(reader.Columns(), List("Codigo"));
         // The lock is held from one statement to the next.
         auto other = file_.Open();
         Connection& writer = *other.database->GetConnection();
@@ -222,7 +216,7 @@ private Q_SLOTS:
         for (qint64 row = 0; row < store.Rows(); ++row) {
             codes.append(store.Text(row, 0));
         }
-        QCOMPARE(codes.join(u' '), QStringLiteral("1 3 6 7"));
+        QCOMPARE(codes.join(u' '), u"1 3 6 7"_s);
     }
 
     // A long way without a result must not keep the window from its events.
@@ -239,5 +233,4 @@ private Q_SLOTS:
 };
 
 TARVO_TEST(TestRecordset);
-
 #include "test_recordset.moc"

@@ -1,33 +1,16 @@
 #include "demo/options.h"
-#include "platform/dao/sqlite.h"
-#include "platform/erro.h"
-#include "session/banco.h"
+#include "orders.h"
+#include "platform/system/paths.h"
 #include "session/global.h"
-#include "support/testmain.h"
+#include "support/catalogo.h"
+#include "support/test.h"
 
-#include <QDir>
-#include <QFile>
-#include <QImage>
 #include <QRegularExpression>
-#include <QTemporaryDir>
-#include <QTest>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
-demo::Order SmallOrder(const QString& folder, quint64 seed = 1) {
-    demo::Order order;
-    order.folder = folder;
-    order.seed = seed;
-    order.sizes = {30, 60, 8, 24, 100};
-    order.pictures = demo::Pictures::None;
-    return order;
-}
-
-QByteArray Contents(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+demo::Order SmallOrder(const QString& folder) {
+    return OrderOf(folder, {30, 60, 8, 24, 100});
 }
 
 QString FailureOf(const demo::Order& order) {
@@ -56,7 +39,7 @@ private Q_SLOTS:
             QVERIFY2(names.contains(name), qPrintable(name));
         }
         QVERIFY(QDir(data).entryList({u"tarvo-demo-*"_s}, QDir::AllEntries).isEmpty());
-        const QByteArray help = Contents(data.filePath(u"Ajuda_Catalogo_TARVO-LINDEN.hlp"_s));
+        const QByteArray help = sys::ReadBytes(data.filePath(u"Ajuda_Catalogo_TARVO-LINDEN.hlp"_s));
         // The help and its pictures, each of which lies where the page looks for it.
         static const QRegularExpression picture(u"<img src=\"([^\"]+)\""_s);
         int pictures = 0;
@@ -69,69 +52,61 @@ private Q_SLOTS:
         QCOMPARE(QDir(data.filePath(u"Ajuda"_s)).entryList(QDir::Files).size(), pictures);
 
         gCaminho = data.path() + u'\\';
-        std::unique_ptr<dao::Workspace> workspace;
-        std::unique_ptr<dao::Database> database;
-        AbrirBancoDados(workspace, u"gWS"_s, database, false);
-        const auto parts = database->OpenRecordset(u"SELECT Count(*) AS n FROM PECA"_s);
-        QCOMPARE(parts->Fields(u"n"_s).Value().toInt(), 30);
+        const OutroComputador opened;
+        QCOMPARE(opened.banco->OpenRecordset(u"SELECT * FROM PECA"_s)->ReadUpTo(99), 30);
     }
 
     void KeepsWhatIsThere() {
         const QTemporaryDir folder;
         demo::MakeDataFolder(SmallOrder(folder.path()));
-        const QByteArray before = Contents(folder.filePath(u"Tarvo.mdb"_s));
-        QVERIFY(FailureOf(SmallOrder(folder.path(), 2)).contains(u"--overwrite"_s));
-        QCOMPARE(Contents(folder.filePath(u"Tarvo.mdb"_s)), before);
+        const QByteArray before = sys::ReadBytes(folder.filePath(u"Tarvo.mdb"_s));
+        QVERIFY(FailureOf(SmallOrder(folder.path())).contains(u"--overwrite"_s));
+        QCOMPARE(sys::ReadBytes(folder.filePath(u"Tarvo.mdb"_s)), before);
     }
 
     // The journal of an old, interrupted write must not be applied to the new file.
     void ReplacesOnDemand() {
         const QTemporaryDir folder;
         demo::MakeDataFolder(SmallOrder(folder.path()));
-        const QByteArray before = Contents(folder.filePath(u"Tarvo.mdb"_s));
-        QFile journal(folder.filePath(u"Tarvo.mdb-journal"_s));
-        QVERIFY(journal.open(QIODevice::WriteOnly));
-        journal.write("resto");
-        journal.close();
-        demo::Order order = SmallOrder(folder.path(), 2);
+        const QByteArray before = sys::ReadBytes(folder.filePath(u"Tarvo.mdb"_s));
+        const QString journal = folder.filePath(u"Tarvo.mdb-journal"_s);
+        Write(journal, "resto");
+        demo::Order order = SmallOrder(folder.path());
+        order.seed = 2;
         order.overwrite = true;
         demo::MakeDataFolder(order);
-        QVERIFY(Contents(folder.filePath(u"Tarvo.mdb"_s)) != before);
-        QVERIFY(!journal.exists());
+        QVERIFY(sys::ReadBytes(folder.filePath(u"Tarvo.mdb"_s)) != before);
+        QVERIFY(!QFile::exists(journal));
     }
 
     void TellsWhatItCannotWrite() {
         const QTemporaryDir folder;
-        QFile file(folder.filePath(u"arquivo"_s));
-        QVERIFY(file.open(QIODevice::WriteOnly));
+        Write(folder.filePath(u"arquivo"_s));
         const QString text = FailureOf(SmallOrder(folder.filePath(u"arquivo/dados"_s)));
         QVERIFY2(text.startsWith(u"Não foi possível criar a pasta"_s), qPrintable(text));
     }
 
     void Options_data() {
-        QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<QString>("complaint");
-        const auto row = [](const char* arguments, const QString& complaint = {}) {
-            const QString text = QString::fromUtf8(arguments);
-            QTest::newRow(arguments) << text.split(u' ', Qt::SkipEmptyParts) << complaint;
+        const Table<QStringList, QString> table("arguments", "complaint");
+        const auto row = [&table](const char* arguments, const AnyText& complaint = {}) {
+            table(arguments, QString::fromUtf8(arguments).split(u' ', Qt::SkipEmptyParts),
+                  complaint);
         };
         row("dados");
         row("dados --pictures small");
         row("--seed 18446744073709551615 dados --overwrite");
         row("dados --components 999999 --kits 0 --vehicles 0");
         row("dados --parts 10 --components 10 --kits 0");
-        row("", u"Informe a pasta de dados."_s);
-        row("a b", u"Informe uma só pasta."_s);
-        row("a --peças 1", u"Opção desconhecida: --peças."_s);
-        row("a --pictures b", u"A opção --pictures precisa de all, small ou none."_s);
-        row("a --seed",
-            u"A opção --seed precisa de um número inteiro de 0 a"
-            " 18446744073709551615."_s);
-        row("a --parts -1", u"A opção --parts precisa de um número inteiro de 1 a 999999."_s);
+        row("", "Informe a pasta de dados.");
+        row("a b", "Informe uma só pasta.");
+        row("a --peças 1", "Opção desconhecida: --peças.");
+        row("a --pictures b", "A opção --pictures precisa de all, small ou none.");
+        row("a --seed", "A opção --seed precisa de um número inteiro de 0 a 18446744073709551615.");
+        row("a --parts -1", "A opção --parts precisa de um número inteiro de 1 a 999999.");
         row("a --components 1000000",
-            u"A opção --components precisa de um número inteiro de 1 a 999999."_s);
+            "A opção --components precisa de um número inteiro de 1 a 999999.");
         row("a --parts 10 --components 10 --kits 0 --crossrefs 541",
-            u"Com essas quantidades cabem no máximo 540 referências cruzadas."_s);
+            "Com essas quantidades cabem no máximo 540 referências cruzadas.");
     }
     void Options() {
         QFETCH(QStringList, arguments);
@@ -144,22 +119,18 @@ private Q_SLOTS:
 
     // The smallest and the fullest that the options allow.
     void ExtremesAreMade_data() {
-        QTest::addColumn<demo::Sizes>("sizes");
-        QTest::newRow("one of each") << demo::Sizes{1, 1, 1, 1, 1};
-        QTest::newRow("no kits, no vehicles") << demo::Sizes{1, 1, 0, 0, 54};
-        QTest::newRow("every slot taken") << demo::Sizes{20, 30, 10, 5, 1620};
-        QTest::newRow("more kits than parts") << demo::Sizes{5, 50, 200, 40, 10};
+        const Table<demo::Sizes> row("sizes");
+        row("one of each", demo::Sizes{1, 1, 1, 1, 1});
+        row("no kits, no vehicles", demo::Sizes{1, 1, 0, 0, 54});
+        row("every slot taken", demo::Sizes{20, 30, 10, 5, 1620});
+        row("more kits than parts", demo::Sizes{5, 50, 200, 40, 10});
     }
     void ExtremesAreMade() {
         QFETCH(demo::Sizes, sizes);
         const QTemporaryDir folder;
-        demo::Order order = SmallOrder(folder.path());
-        order.sizes = sizes;
-        demo::MakeDataFolder(order);
-        dao::Connection connection(folder.filePath(u"Tarvo.mdb"_s), SenhaBancoDados().toUtf8(),
-                                   dao::Connection::Mode::ReadOnly);
-        const QVariant references = connection.Value("SELECT count(*) FROM REFERENCIACRUZADA");
-        QCOMPARE(references.toUInt(), sizes.crossReferences);
+        demo::MakeDataFolder(OrderOf(folder.path(), sizes));
+        QCOMPARE(quint32(Count(*Open(folder.path()), "SELECT * FROM REFERENCIACRUZADA")),
+                 sizes.crossReferences);
     }
 };
 

@@ -1,15 +1,5 @@
-#include "demo/folder.h"
-#include "platform/dao/sqlite.h"
-#include "session/banco.h"
-#include "support/testmain.h"
-
-#include <QImage>
-#include <QTemporaryDir>
-#include <QTest>
-
-#include <memory>
-
-using namespace Qt::StringLiterals;
+#include "orders.h"
+#include "support/test.h"
 
 namespace {
 
@@ -29,26 +19,17 @@ class DemoPictures : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() {
-        demo::Order order;
-        order.folder = folder_.path();
-        order.sizes = {60, 300, 40, 24, 100};
-        order.pictures = demo::Pictures::Small;
-        demo::MakeDataFolder(order);
-        connection_ = std::make_shared<dao::Connection>(folder_.filePath(u"Tarvo.mdb"_s),
-                                                        SenhaBancoDados().toUtf8(),
-                                                        dao::Connection::Mode::ReadOnly);
-    }
+    void initTestCase() { connection_ = Open(Pictured().folder); }
 
     // Every photograph that the catalogue names is there, can be read, and shows something.
     void PhotosAreThere() {
         dao::Statement names(*connection_,
-                             "SELECT ArquivoFotoPeca FROM PECA WHERE ArquivoFotoPeca IS NOT NULL"
-                             " UNION SELECT ArquivoFotoPecaPesquisa FROM FOTOPECAPESQUISA");
+                             "SELECT ArquivoFotoPeca FROM PECA WHERE ArquivoFotoPeca IS NOT NULL "
+                             "UNION SELECT ArquivoFotoPecaPesquisa FROM FOTOPECAPESQUISA");
         int count = 0;
         while (names.Step()) {
             const QString name = names.Column(0).toString();
-            const QImage photo(folder_.filePath(u"FotoPeca/"_s + name));
+            const QImage photo(Path(u"FotoPeca/"_s + name));
             QVERIFY2(photo.width() >= 90, qPrintable(name));
             QVERIFY2(Darkest(photo) < qGray(photo.pixel(0, 0)) - 60, qPrintable(name));
             ++count;
@@ -63,12 +44,12 @@ private Q_SLOTS:
         int count = 0;
         while (figures.Step()) {
             const QString name = figures.Column(1).toString();
-            const QImage picture(folder_.filePath(u"Figuras/"_s + name));
+            const QImage picture(Path(u"Figuras/"_s + name));
             QCOMPARE(picture.size(), QSize(582, 343));
             const int numbers = Count("SELECT 1 FROM FIGURADETALHADA WHERE CodigoFigura = "_L1 +
                                       figures.Column(0).toString() +
-                                      " AND CodigoFiguraDetalhada BETWEEN 1 AND 32767"
-                                      " AND LLeft BETWEEN 0 AND 549 AND TTop BETWEEN 0 AND 330"_L1);
+                                      " AND CodigoFiguraDetalhada BETWEEN 1 AND 32767 AND LLeft "
+                                      "BETWEEN 0 AND 549 AND TTop BETWEEN 0 AND 330"_L1);
             QVERIFY2(numbers >= 8 && numbers <= 60, qPrintable(name));
             QCOMPARE(numbers, Count("SELECT 1 FROM FIGURADETALHADA WHERE CodigoFigura = "_L1 +
                                     figures.Column(0).toString()));
@@ -79,26 +60,22 @@ private Q_SLOTS:
 
     // The tour's buttons stand over its pages, at other places on each: nothing may lie under them.
     void TourLeavesRoomForItsButtons_data() {
-        QTest::addColumn<QString>("page");
-        QTest::addColumn<QList<QRect>>("buttons");
+        const Table<QString, QList<QRect>> row("page", "buttons");
         constexpr QSize Back(30, 37);
         constexpr QSize Forward(41, 39);
         constexpr QSize Close(34, 35);
         using Rects = QList<QRect>;
         const auto at = [](int x, int y, QSize size) { return QRect(QPoint(x, y), size); };
-        QTest::newRow("1") << u"CK01.bmp"_s << Rects{at(81, 518, Forward), at(15, 518, Close)};
-        QTest::newRow("2") << u"CK02.bmp"_s
-                           << Rects{at(667, 525, Back), at(714, 525, Forward), at(428, 525, Close)};
-        QTest::newRow("3") << u"CK03.bmp"_s
-                           << Rects{at(225, 529, Back), at(272, 529, Forward), at(15, 529, Close)};
-        QTest::newRow("4") << u"CK04.bmp"_s
-                           << Rects{at(465, 516, Back), at(512, 516, Forward), at(15, 516, Close)};
-        QTest::newRow("5") << u"CK05.bmp"_s << Rects{at(522, 524, Back), at(15, 524, Close)};
+        row("1", "CK01.bmp", Rects{at(81, 518, Forward), at(15, 518, Close)});
+        row("2", "CK02.bmp", Rects{at(667, 525, Back), at(714, 525, Forward), at(428, 525, Close)});
+        row("3", "CK03.bmp", Rects{at(225, 529, Back), at(272, 529, Forward), at(15, 529, Close)});
+        row("4", "CK04.bmp", Rects{at(465, 516, Back), at(512, 516, Forward), at(15, 516, Close)});
+        row("5", "CK05.bmp", Rects{at(522, 524, Back), at(15, 524, Close)});
     }
     void TourLeavesRoomForItsButtons() {
         QFETCH(QString, page);
         QFETCH(QList<QRect>, buttons);
-        const QImage picture(folder_.filePath(u"Figuras/"_s + page));
+        const QImage picture(Path(u"Figuras/"_s + page));
         constexpr int Density = 2;
         QCOMPARE(picture.size(), QSize(800, 573) * Density);
         const auto isPlain = [&picture](const QRect& rect) {
@@ -116,26 +93,23 @@ private Q_SLOTS:
 
     // What a figure screen has to cope with is in every catalogue.
     void EveryKindOfNumberIsThere_data() {
-        QTest::addColumn<QString>("rows");
-        const auto row = [](const char* name, const char* sql) {
-            QTest::newRow(name) << QString::fromLatin1(sql);
-        };
+        const Table<QString> row("rows");
         row("figure of several parts",
-            "SELECT CodigoFigura FROM PECA GROUP BY CodigoFigura HAVING count(*) > 1"
-            " AND CodigoFigura IS NOT NULL");
+            "SELECT CodigoFigura FROM PECA GROUP BY CodigoFigura HAVING count(*) > 1 AND "
+            "CodigoFigura IS NOT NULL");
         row("part with a list and no figure",
-            "SELECT 1 FROM PECA INNER JOIN PECA_COMPONENTE USING (CodigoPeca)"
-            " WHERE CodigoFigura IS NULL");
+            "SELECT 1 FROM PECA INNER JOIN PECA_COMPONENTE USING (CodigoPeca) WHERE CodigoFigura "
+            "IS NULL");
         row("item at two places",
-            "SELECT 1 FROM FIGURADETALHADA GROUP BY CodigoFigura, ItemComponente"
-            " HAVING count(*) > 1");
+            "SELECT 1 FROM FIGURADETALHADA GROUP BY CodigoFigura, ItemComponente HAVING count(*) > "
+            "1");
         row("item without a number",
-            "SELECT 1 FROM PECA_COMPONENTE INNER JOIN PECA USING (CodigoPeca) WHERE CodigoFigura IS"
-            " NOT NULL AND (CodigoFigura, ItemComponente) NOT IN"
-            " (SELECT CodigoFigura, ItemComponente FROM FIGURADETALHADA)");
+            "SELECT 1 FROM PECA_COMPONENTE INNER JOIN PECA USING (CodigoPeca) WHERE CodigoFigura "
+            "IS NOT NULL AND (CodigoFigura, ItemComponente) NOT IN (SELECT CodigoFigura, "
+            "ItemComponente FROM FIGURADETALHADA)");
         row("number without an item",
-            "SELECT 1 FROM FIGURADETALHADA1 WHERE (CodigoPeca, ItemComponente) NOT IN"
-            " (SELECT CodigoPeca, ItemComponente FROM PECA_COMPONENTE)");
+            "SELECT 1 FROM FIGURADETALHADA1 WHERE (CodigoPeca, ItemComponente) NOT IN (SELECT "
+            "CodigoPeca, ItemComponente FROM PECA_COMPONENTE)");
     }
     void EveryKindOfNumberIsThere() {
         QFETCH(QString, rows);
@@ -143,11 +117,10 @@ private Q_SLOTS:
     }
 
 private:
-    int Count(const QString& rows) {
-        return connection_->Value("SELECT count(*) FROM (" + rows.toUtf8() + ")").toInt();
-    }
+    int Count(const QString& rows) { return ::Count(*connection_, rows.toUtf8()); }
 
-    QTemporaryDir folder_;
+    static QString Path(const QString& name) { return Pictured().folder + u'/' + name; }
+
     std::shared_ptr<dao::Connection> connection_;
 };
 

@@ -1,37 +1,16 @@
 #include "demo/updatesite.h"
-#include "platform/dao/sqlite.h"
-#include "platform/erro.h"
+#include "orders.h"
 #include "platform/system/paths.h"
-#include "session/banco.h"
-#include "support/testmain.h"
-
-#include <QDir>
-#include <QFileInfo>
-#include <QTemporaryDir>
-#include <QTest>
-
-using namespace Qt::StringLiterals;
+#include "support/test.h"
 
 // What is published has been tried out by the publisher's checks, which throw.
 class DemoUpdateSite : public QObject {
     Q_OBJECT
 
-private:
-    static QVariant Value(const QString& folder, const QByteArray& sql) {
-        return std::make_shared<dao::Connection>(folder + u"/Tarvo.mdb"_s,
-                                                 SenhaBancoDados().toUtf8(),
-                                                 dao::Connection::Mode::ReadWrite)
-            ->Value(sql);
-    }
-
 private Q_SLOTS:
     void HasTwoVersionsOfOneCatalogue() {
         const QTemporaryDir root;
-        demo::Order order;
-        order.folder = root.filePath(u"dados"_s);
-        order.sizes = {60, 200, 20, 30, 200};
-        order.pictures = demo::Pictures::Small;
-        demo::MakeDataFolder(order);
+        const demo::Order& order = Pictured();
         const QString site = root.filePath(u"site/tarvo"_s);
         demo::MakeUpdateSite(order, site);
 
@@ -57,10 +36,11 @@ private Q_SLOTS:
                                        u"3Atualizacao"_s, u"3Figuras"_s, u"3FotoPeca"_s}));
         QVERIFY(scripts.endsWith("R:\r\n"_L1));
         QVERIFY(scripts.contains("INSERT INTO PECA "_L1));
-        QCOMPARE(Value(order.folder, "SELECT Versao FROM UMREGISTRO").toInt(), 1);
-        QCOMPARE(Value(order.folder, "SELECT Count(*) FROM PECA").toInt(), 60);
+        const auto catalogue = Open(order.folder);
+        QCOMPARE(catalogue->Value("SELECT Versao FROM UMREGISTRO").toInt(), 1);
+        QCOMPARE(catalogue->Value("SELECT Count(*) FROM PECA").toInt(), 60);
 
-        Value(order.folder, "UPDATE UMREGISTRO SET Versao = 3");
+        catalogue->Run("UPDATE UMREGISTRO SET Versao = 3");
         QVERIFY_THROWS_EXCEPTION(Erro, demo::MakeUpdateSite(order, site));
     }
 };

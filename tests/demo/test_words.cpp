@@ -3,13 +3,11 @@
 #include "demo/pattern.h"
 #include "demo/vocabulary.h"
 #include "session/modulo.h"
-#include "support/testmain.h"
+#include "support/test.h"
 
 #include <QRegularExpression>
 #include <QSet>
-#include <QTest>
 
-using namespace Qt::StringLiterals;
 using namespace demo;
 
 namespace {
@@ -28,16 +26,12 @@ class Words : public QObject {
 
 private Q_SLOTS:
     void Patterns_data() {
-        QTest::addColumn<QString>("source");
-        QTest::addColumn<QStringList>("texts");
-        QTest::newRow("no place") << u"Êmbolo"_s << QStringList{u"Êmbolo"_s};
-        QTest::newRow("named, empty value")
-            << u"Válvula{tipo:| dupla}"_s << QStringList{u"Válvula"_s, u"Válvula dupla"_s};
-        QTest::newRow("range with decimals")
-            << u"Anel {9..10/0,5} mm"_s
-            << QStringList{u"Anel 9 mm"_s, u"Anel 9,5 mm"_s, u"Anel 10 mm"_s};
-        QTest::newRow("two places, first fastest")
-            << u"{a|b}-{1|2}"_s << QStringList{u"a-1"_s, u"b-1"_s, u"a-2"_s, u"b-2"_s};
+        const Table<QString, QStringList> row("source", "texts");
+        row("no place", "Êmbolo", {"Êmbolo"});
+        row("named, empty value", "Válvula{tipo:| dupla}", {"Válvula", "Válvula dupla"});
+        row("range with decimals", "Anel {9..10/0,5} mm",
+            {"Anel 9 mm", "Anel 9,5 mm", "Anel 10 mm"});
+        row("two places, first fastest", "{a|b}-{1|2}", {"a-1", "b-1", "a-2", "b-2"});
     }
     void Patterns() {
         QFETCH(QString, source);
@@ -136,16 +130,15 @@ private Q_SLOTS:
     }
 
     void SharesAddUp_data() {
-        QTest::addColumn<quint32>("total");
-        QTest::addColumn<std::vector<double>>("weights");
-        QTest::addColumn<std::vector<quint32>>("shares");
+        const Table<quint32, std::vector<double>, std::vector<quint32>> row("total", "weights",
+                                                                            "shares");
         using Weights = std::vector<double>;
         using Shares = std::vector<quint32>;
-        QTest::newRow("even") << 6U << Weights{1, 1, 1} << Shares{2, 2, 2};
-        QTest::newRow("largest fraction first") << 5U << Weights{3, 1, 1} << Shares{3, 1, 1};
-        QTest::newRow("nothing for nothing") << 4U << Weights{0, 1} << Shares{0, 4};
-        QTest::newRow("no weights") << 4U << Weights{0, 0} << Shares{0, 0};
-        QTest::newRow("fewer than takers") << 1U << Weights{1, 1} << Shares{1, 0};
+        row("even", 6U, Weights{1, 1, 1}, Shares{2, 2, 2});
+        row("largest fraction first", 5U, Weights{3, 1, 1}, Shares{3, 1, 1});
+        row("nothing for nothing", 4U, Weights{0, 1}, Shares{0, 4});
+        row("no weights", 4U, Weights{0, 0}, Shares{0, 0});
+        row("fewer than takers", 1U, Weights{1, 1}, Shares{1, 0});
     }
     void SharesAddUp() {
         QFETCH(quint32, total);

@@ -1,10 +1,5 @@
 #include "figura.h"
-#include "support/database.h"
-#include "support/testmain.h"
-
-using namespace Qt::StringLiterals;
-using figura::Mao;
-using figura::Tela;
+#include "support/test.h"
 
 namespace {
 
@@ -30,62 +25,52 @@ private Q_SLOTS:
     void cleanup() { mao_.reset(); }
 
     void theMouseLightsANumberAndItsRelatives_data() {
-        QTest::addColumn<int>("indice");
-        QTest::addColumn<QString>("acesos");
-        QTest::addColumn<QString>("rotulos");
-        QTest::addColumn<QPointF>("marcador");
-        QTest::newRow("alone") << 1 << u"1:15"_s << u"Corpo da válvula|K5600|"_s
-                               << QPointF(76, 122.5);
-        QTest::newRow("two places")
-            << 2 << u"2:12 2:15"_s << u"Válvula relé|12000|"_s << QPointF(176, 172.5);
-        QTest::newRow("two kits") << 4 << u"100:9 12a:15"_s
-                                  << u"Anel de vedação|A3400|Válvula relé, Anel de vedação"_s
-                                  << QPointF(274.5, 222.5);
-        QTest::newRow("one kit") << 5 << u"100:15 12a:9"_s
-                                 << u"Anel de vedação|A3400|Anel de vedação"_s
-                                 << QPointF(473, 222.5);
-        QTest::newRow("no component")
-            << 6 << u"77:15"_s << u"NÃO APLICAVEL||"_s << QPointF(124.5, 422.5);
+        const Table<int, QString, QString, QPointF> row("indice", "acesos", "rotulos", "marcador");
+        row("alone", 1, "1:15", "Corpo da válvula|K5600|", QPointF(76, 122.5));
+        row("two places", 2, "2:12 2:15", "Válvula relé|12000|", QPointF(176, 172.5));
+        row("two kits", 4, "100:9 12a:15", "Anel de vedação|A3400|Válvula relé, Anel de vedação",
+            QPointF(274.5, 222.5));
+        row("one kit", 5, "100:15 12a:9", "Anel de vedação|A3400|Anel de vedação",
+            QPointF(473, 222.5));
+        row("no component", 6, "77:15", "NÃO APLICAVEL||", QPointF(124.5, 422.5));
     }
-
     void theMouseLightsANumberAndItsRelatives() {
         QFETCH(int, indice);
         QFETCH(QString, rotulos);
         mao_->AbrirFigura();
-        Mao::Passar(indice == 4 ? 5 : 4);  // straight from a number with kits to this one
-        Mao::Passar(indice);
-        QTEST(Mao::Acesos(), "acesos");
-        QCOMPARE(Mao::Rotulos(), rotulos);
-        QTEST(Mao::Marcador()->Lugar().topLeft(), "marcador");
-        QVERIFY(Mao::Marcador()->isVisible());
+        Passar(indice == 4 ? 5 : 4);  // straight from a number with kits to this one
+        Passar(indice);
+        QTEST(Acesos(), "acesos");
+        QCOMPARE(Rotulos(), rotulos);
+        QTEST(Marcador()->Lugar().topLeft(), "marcador");
+        QVERIFY(Marcador()->isVisible());
 
-        Mao::PassarSobre({729, 460});  // a button
-        QCOMPARE(Mao::Rotulos(), rotulos);
-        Mao::PassarSobreFundo();
-        QCOMPARE(Mao::Acesos(), QString());
-        QCOMPARE(Mao::Rotulos(), u"||"_s);
-        QVERIFY(!Mao::Marcador()->isVisible());
+        PassarSobre({729, 460});  // a button
+        QCOMPARE(Rotulos(), rotulos);
+        PassarSobreFundo();
+        QCOMPARE(Acesos(), QString());
+        QCOMPARE(Rotulos(), u"||"_s);
+        QVERIFY(!Marcador()->isVisible());
     }
 
     void theDrawingCountsAsBackground() {
         mao_->AbrirFigura();
-        Mao::Passar(1);
-        Mao::PassarSobre({300, 400});
-        QCOMPARE(Mao::Acesos(), QString());
+        Passar(1);
+        PassarSobre({300, 400});
+        QCOMPARE(Acesos(), QString());
     }
 
     void theNumberStandsWhiteOnItsMarkerOnThePicture() {
         mao_->AbrirFigura();
-        Mao::Passar(4);
-        const QImage tela = forms::Form::Find(Tela)->grab().toImage();
-        const QPoint canto = forms::Form::Find(Tela)
+        Passar(4);
+        const QImage tela = forms::Form::Find(Figura)->grab().toImage();
+        const QPoint canto = forms::Form::Find(Figura)
                                  ->findChild<forms::Picture*>(u"imgFigura(1)"_s)
-                                 ->mapTo(forms::Form::Find(Tela), QPoint());
+                                 ->mapTo(forms::Form::Find(Figura), QPoint());
         QCOMPARE(tela.pixelColor(canto + QPoint(1, 1)), QColor(Qt::yellow));
         int brancos = 0;
         int fundo = 0;
-        const QRect marca =
-            Mao::Marcador()->Lugar().toAlignedRect().translated(canto - QPoint(66, 127));
+        const QRect marca = Marcador()->Lugar().toAlignedRect().translated(canto - QPoint(66, 127));
         for (int x = marca.left(); x <= marca.right(); ++x) {
             for (int y = marca.top(); y <= marca.bottom(); ++y) {
                 brancos += tela.pixelColor(x, y) == QColor(Qt::white);
@@ -99,30 +84,28 @@ private Q_SLOTS:
     void crossingEveryNumberLeavesNoGhost() {
         mao_->AbrirFigura();
         for (int volta = 0; volta < 3; ++volta) {
-            for (int i = 1; i <= Mao::Itens().size(); ++i) {
-                Mao::Passar(i);
+            for (int i = 1; i <= Itens().size(); ++i) {
+                Passar(i);
             }
         }
-        QCOMPARE(Mao::Acesos(), u"77:15"_s);
-        Mao::PassarSobreFundo();
-        QCOMPARE(Mao::Acesos(), QString());
+        QCOMPARE(Acesos(), u"77:15"_s);
+        PassarSobreFundo();
+        QCOMPARE(Acesos(), QString());
     }
 
     void blanksMoveTheMarker_data() {
-        QTest::addColumn<QString>("item");
-        QTest::addColumn<double>("deslocado");
-        QTest::newRow("none") << u"12"_s << 0.0;
-        QTest::newRow("behind") << u"12 "_s << 1.5;
-        QTest::newRow("both") << u"  1  "_s << 6.0;
+        const Table<QString, double> row("item", "deslocado");
+        row("none", "12", 0.0);
+        row("behind", "12 ", 1.5);
+        row("both", "  1  ", 6.0);
     }
-
     void blanksMoveTheMarker() {
         QFETCH(QString, item);
         mao_->catalogo.Executar({u"UPDATE FIGURADETALHADA SET ItemComponente = '"_s + item +
                                  u"' WHERE CodigoFigura = 1 AND CodigoFiguraDetalhada = 1"_s});
         mao_->AbrirFigura();
-        Mao::Passar(1);
-        QTEST(Mao::Marcador()->Lugar().center().x() - (66 + 16.5), "deslocado");
+        Passar(1);
+        QTEST(Marcador()->Lugar().center().x() - (66 + 16.5), "deslocado");
     }
 
     void aTagBeyondEightBitsIsAnError() {
@@ -131,66 +114,66 @@ private Q_SLOTS:
         while (jogos.size() < 253) {
             jogos += u".12,"_s;
         }
-        Mao::Item(1)->Tag = jogos.left(252);
-        Mao::Passar(1);
-        QCOMPARE(Mao::Acesos(), u"1:15"_s);
-        Mao::Item(2)->Tag = jogos;
-        QCOMPARE(testing_support::ErrorOf([] { Q_EMIT Mao::Item(2)->MouseMove(); }), 6);
+        Item(1)->Tag = jogos.left(252);
+        Passar(1);
+        QCOMPARE(Acesos(), u"1:15"_s);
+        Item(2)->Tag = jogos;
+        QCOMPARE(ErrorOf([] { Q_EMIT Item(2)->MouseMove(); }), 6);
     }
 
     void aClickOpensTheListAtTheItem() {
         mao_->AbrirFigura();
-        Mao::Passar(5);
-        Mao::ClicarItem(5);
-        QVERIFY(forms::Form::Find(figura::Lista)->isVisible());
-        QVERIFY(!forms::Form::Find(Tela)->isVisible());
-        QCOMPARE(Mao::ItemDaLista(), u" 100"_s);
+        Passar(5);
+        ClicarItem(5);
+        QVERIFY(Visivel(Lista));
+        QVERIFY(!Visivel(Figura));
+        QCOMPARE(ItemAtualDaLista(), u" 100"_s);
 
-        Mao::Clicar(figura::Lista, u"imgFiguraDetalhadaFundo"_s);
-        Mao::ClicarItem(2);  // where the mouse rested all the while
-        QCOMPARE(Mao::ItemDaLista(), u"   2"_s);
+        Clicar(Lista, "imgFiguraDetalhadaFundo");
+        ClicarItem(2);  // where the mouse rested all the while
+        QCOMPARE(ItemAtualDaLista(), u"   2"_s);
     }
 
     void anItemWithoutComponentStays() {
         mao_->AbrirFigura();
-        Mao::Passar(6);
-        Mao::ClicarItem(6);
-        QCOMPARE(mao_->Caixas(), QStringList{u"64 Esse Item não se aplica a essa Peça."_s});
-        QCOMPARE(Mao::Acesos(), u"77:15"_s);
-        QVERIFY(!forms::Form::Find(figura::Lista));
+        Passar(6);
+        ClicarItem(6);
+        QCOMPARE(mao_->Caixas(), List("64 Esse Item não se aplica a essa Peça."));
+        QCOMPARE(Acesos(), u"77:15"_s);
+        QVERIFY(!forms::Form::Find(Lista));
     }
 
     void anApostropheInAnItemIsText() {
         mao_->catalogo.Executar(
-            {u"UPDATE FIGURADETALHADA SET ItemComponente = '1''' "
-             "WHERE CodigoFigura = 1 AND CodigoFiguraDetalhada = 1"_s});
+            {"UPDATE FIGURADETALHADA SET ItemComponente = '1''' WHERE CodigoFigura = 1 AND "
+             "CodigoFiguraDetalhada = 1"});
         mao_->AbrirFigura();
-        Mao::Passar(1);
-        QCOMPARE(Mao::Rotulos(), u"NÃO APLICAVEL||"_s);
+        Passar(1);
+        QCOMPARE(Rotulos(), u"NÃO APLICAVEL||"_s);
     }
 
     void blinkingEndsAtTheFirstTouch() {
-        mao_->AbrirFiguraDoItem(u"12002"_s, u"   2"_s);
-        QCOMPARE(Mao::Acesos(), u"2:0 2:0"_s);
-        QTRY_COMPARE(Mao::Acesos(), u"2:15 2:15"_s);
-        QTRY_COMPARE(Mao::Acesos(), u"2:12 2:12"_s);
-        QTRY_COMPARE(Mao::Acesos(), u"2:15 2:15"_s);
-        Mao::PassarSobreFundo();
-        QVERIFY(Mao::Relogio()->isActive());
-        Mao::Passar(1);
-        QVERIFY(!Mao::Relogio()->isActive());
-        QCOMPARE(Mao::Acesos(), u"1:15"_s);
+        mao_->AbrirFiguraDoItem("   2");
+        QCOMPARE(Acesos(), u"2:0 2:0"_s);
+        QTRY_COMPARE(Acesos(), u"2:15 2:15"_s);
+        QTRY_COMPARE(Acesos(), u"2:12 2:12"_s);
+        QTRY_COMPARE(Acesos(), u"2:15 2:15"_s);
+        PassarSobreFundo();
+        QVERIFY(Piscando());
+        Passar(1);
+        QVERIFY(!Piscando());
+        QCOMPARE(Acesos(), u"1:15"_s);
     }
 
     void blinkingPaintsNothingElse() {
-        mao_->AbrirFiguraDoItem(u"12002"_s, u"   2"_s);
-        QTRY_COMPARE(Mao::Acesos(), u"2:15 2:15"_s);
-        testing_support::Settle();
+        mao_->AbrirFiguraDoItem("   2");
+        QTRY_COMPARE(Acesos(), u"2:15 2:15"_s);
+        Settle();
         Pinturas pisca;
         Pinturas resto;
-        Mao::Item(2)->installEventFilter(&pisca);
+        Item(2)->installEventFilter(&pisca);
         for (const QString& nome : {u"lblItem(1)"_s, u"lblItem(4)"_s, u"lblInf"_s}) {
-            Mao::Achar(Tela, nome)->installEventFilter(&resto);
+            Achar(Figura, nome)->installEventFilter(&resto);
         }
         QTRY_VERIFY(pisca.quantas >= 4);
         QCOMPARE(resto.quantas, 0);
@@ -198,5 +181,4 @@ private Q_SLOTS:
 };
 
 TARVO_TEST(TestItens);
-
 #include "test_itens.moc"

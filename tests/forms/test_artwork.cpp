@@ -1,27 +1,11 @@
 #include "platform/forms/artwork.h"
 #include "platform/forms/artworkstyle.h"
 #include "platform/forms/scale.h"
-#include "support/database.h"
-#include "support/testmain.h"
+#include "support/test.h"
 
-#include <QImage>
 #include <QPainter>
-#include <QTemporaryDir>
-#include <QTest>
 
-using namespace Qt::StringLiterals;
-using namespace testing_support;
 using forms::Artwork;
-
-namespace {
-
-void Write(const QString& path, const QByteArray& content) {
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(content);
-}
-
-}  // namespace
 
 class TestArtwork : public QObject {
     Q_OBJECT
@@ -32,9 +16,9 @@ private:
 private Q_SLOTS:
     void initTestCase() {
         Write(folder_.filePath(u"botao.svg"_s),
-              "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 80 60'>"
-              "<rect class='fundo' width='80' height='60'/>"
-              "<rect class='botao' x='10.3' y='20.7' width='30' height='15' rx='4'/></svg>");
+              "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 80 60'><rect class='fundo' "
+              "width='80' height='60'/><rect class='botao' x='10.3' y='20.7' width='30' "
+              "height='15' rx='4'/></svg>");
         ;
         Write(folder_.filePath(u"estilo.css"_s), ".fundo { fill: #d0e0f0 }");
         Write(folder_.filePath(u"repouso.css"_s), ".botao { fill: #204060 }");
@@ -45,39 +29,30 @@ private Q_SLOTS:
     void cleanupTestCase() { Artwork::SetFolder(u":/artwork"_s); }
 
     void StylesBecomeAttributes_data() {
-        QTest::addColumn<QString>("sheet");
-        QTest::addColumn<QString>("element");
-        QTest::addColumn<QString>("resolved");  // empty: refused
-        const auto row = [](const char* name, const char16_t* sheet, const char16_t* element,
-                            const char16_t* resolved) {
-            QTest::newRow(name) << QString::fromUtf16(sheet) << QString::fromUtf16(element)
-                                << QString::fromUtf16(resolved);
-        };
-        row("class", u".a { fill: red }", u"<r class='a' x='1'/>", u"<r x=\"1\" fill=\"red\"/>");
-        row("sheet wins over attribute", u".a{fill:red}", u"<r class='a' fill='blue'/>",
-            u"<r fill=\"red\"/>");
-        row("style wins over sheet", u".a{fill:red}", u"<r class='a' style='fill:blue;'/>",
-            u"<r fill=\"blue\"/>");
-        row("later rule", u".b{fill:red} .a{fill:blue}", u"<r class='a b'/>",
-            u"<r fill=\"blue\"/>");
-        row("element, classes, list", u"t{x:1} r.a.b, .c {y:2}", u"<r class='b a'/>",
-            u"<r y=\"2\"/>");
-        row("not all classes", u".a.b{y:2}", u"<r class='a'/>", u"<r/>");
-        row("variable", u":root{--k: var(--m); --m: #123} .a{fill:var( --k )}", u"<r class='a'/>",
-            u"<r fill=\"#123\"/>");
-        row("later variable", u":root{--k:1} .a{y:var(--k)} :root{--k:2}", u"<r class='a'/>",
-            u"<r y=\"2\"/>");
-        row("left out", u".a{display:none}", u"<g><r class='a'><q/></r><q/></g>", u"<g><q/></g>");
-        row("comment", u"/* .a{y:1} */ .a{y:2}", u"<r class='a'><!-- x --></r>", u"<r y=\"2\"/>");
-        row("text and prefix", u"", u"<t xlink:href='#a'>P &amp; ção</t>",
-            u"<t xlink:href=\"#a\">P &amp; ção</t>");
-        row("unknown variable", u".a{y:var(--k)}", u"<r class='a'/>", u"");
-        row("circle", u":root{--k:var(--k)} .a{y:var(--k)}", u"<r class='a'/>", u"");
-        row("selector out of reach", u".a > .b {y:1}", u"<r/>", u"");
-        row("rule left open", u".a {y:1", u"<r/>", u"");
-        row("drawing left open", u"", u"<r>", u"");
+        // What is refused resolves to nothing.
+        const Table<QString, QString, QString> row("sheet", "element", "resolved");
+        row("class", ".a { fill: red }", "<r class='a' x='1'/>", "<r x=\"1\" fill=\"red\"/>");
+        row("sheet wins over attribute", ".a{fill:red}", "<r class='a' fill='blue'/>",
+            "<r fill=\"red\"/>");
+        row("style wins over sheet", ".a{fill:red}", "<r class='a' style='fill:blue;'/>",
+            "<r fill=\"blue\"/>");
+        row("later rule", ".b{fill:red} .a{fill:blue}", "<r class='a b'/>", "<r fill=\"blue\"/>");
+        row("element, classes, list", "t{x:1} r.a.b, .c {y:2}", "<r class='b a'/>", "<r y=\"2\"/>");
+        row("not all classes", ".a.b{y:2}", "<r class='a'/>", "<r/>");
+        row("variable", ":root{--k: var(--m); --m: #123} .a{fill:var( --k )}", "<r class='a'/>",
+            "<r fill=\"#123\"/>");
+        row("later variable", ":root{--k:1} .a{y:var(--k)} :root{--k:2}", "<r class='a'/>",
+            "<r y=\"2\"/>");
+        row("left out", ".a{display:none}", "<g><r class='a'><q/></r><q/></g>", "<g><q/></g>");
+        row("comment", "/* .a{y:1} */ .a{y:2}", "<r class='a'><!-- x --></r>", "<r y=\"2\"/>");
+        row("text and prefix", "", "<t xlink:href='#a'>P &amp; ção</t>",
+            "<t xlink:href=\"#a\">P &amp; ção</t>");
+        row("unknown variable", ".a{y:var(--k)}", "<r class='a'/>", "");
+        row("circle", ":root{--k:var(--k)} .a{y:var(--k)}", "<r class='a'/>", "");
+        row("selector out of reach", ".a > .b {y:1}", "<r/>", "");
+        row("rule left open", ".a {y:1", "<r/>", "");
+        row("drawing left open", "", "<r>", "");
     }
-
     void StylesBecomeAttributes() {
         QFETCH(const QString, sheet);
         QFETCH(const QString, element);
@@ -96,15 +71,14 @@ private Q_SLOTS:
     // At any enlargement and wherever the picture begins, a part of the drawing painted over the
     // whole one changes nothing: no pixel is shifted, no edge shines through.
     void PartsFitTheWholeWithoutASeam_data() {
-        QTest::addColumn<qreal>("ratio");
-        QTest::addColumn<QPoint>("corner");
+        const Table<qreal, QPoint> row("ratio", "corner");
         for (const qreal ratio : {0.853, 1.0, 1.28, 1.5, 1.707, 1.8, 3.6}) {
             for (const QPoint corner : {QPoint(0, 0), QPoint(133, 0), QPoint(7, 5)}) {
-                QTest::addRow("%g at %d,%d", ratio, corner.x(), corner.y()) << ratio << corner;
+                row(QByteArray::number(ratio) + " at " + QByteArray::number(corner.x()), ratio,
+                    corner);
             }
         }
     }
-
     void PartsFitTheWholeWithoutASeam() {
         QFETCH(const qreal, ratio);
         QFETCH(const QPoint, corner);

@@ -1,18 +1,14 @@
-#include "platform/erro.h"
 #include "platform/forms/boundgrid.h"
 #include "platform/forms/form.h"
 #include "support/database.h"
-#include "support/testmain.h"
+#include "support/test.h"
 #include "support/windows.h"
 
 #include <QAbstractItemModelTester>
 #include <QAccessible>
 #include <QHeaderView>
 #include <QScrollBar>
-#include <QTest>
 
-using namespace Qt::StringLiterals;
-using namespace testing_support;
 using dao::Bookmark;
 using forms::BoundGrid;
 using forms::DataSource;

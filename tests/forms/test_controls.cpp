@@ -1,8 +1,6 @@
-#include "platform/erro.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/msgbox.h"
-#include "support/database.h"
-#include "support/testmain.h"
+#include "support/test.h"
 #include "support/windows.h"
 
 #include <QAbstractItemView>
@@ -10,12 +8,9 @@
 #include <QClipboard>
 #include <QDialog>
 #include <QMenu>
-#include <QTest>
 #include <QTimer>
 
-using namespace Qt::StringLiterals;
 using namespace forms;
-using namespace testing_support;
 
 class TestControls : public QObject {
     Q_OBJECT
@@ -70,23 +65,18 @@ private Q_SLOTS:
     }
 
     void TextBoxTakesAnyText_data() {
-        QTest::addColumn<QString>("pasted");
-        QTest::addColumn<QString>("text");
-        const auto row = [](const char* name, const QString& pasted, const QString& text) {
-            QTest::newRow(name) << pasted << text;
-        };
-        row("plain", u"Válvula 4 vias"_s, u"Válvula 4 vias"_s);
-        row("copied cell", u"81.50410\r\n"_s, u"81.50410"_s);
-        row("lines", u"a\r\nb\nc\td"_s, u"a b c d"_s);
-        row("control", u"a\u0000b\u0007c\u009fd"_s, u"abcd"_s);
-        row("separators", u"a\u2028b\u2029"_s, u"a b"_s);
-        row("emoji", u"🔧 peça 👩‍🔧"_s, u"🔧 peça 👩‍🔧"_s);
-        row("right to left", u"\u05d0\u05d1 123 \u0645"_s, u"\u05d0\u05d1 123 \u0645"_s);
-        row("only control", u"\u0001\n"_s, QString());
+        const Table<QString, QString> row("pasted", "text");
+        row("plain", "Válvula 4 vias", "Válvula 4 vias");
+        row("copied cell", "81.50410\r\n", "81.50410");
+        row("lines", "a\r\nb\nc\td", "a b c d");
+        row("control", u"a\u0000b\u0007c\u009fd"_s, "abcd");
+        row("separators", "a\u2028b\u2029", "a b");
+        row("emoji", "🔧 peça 👩‍🔧", "🔧 peça 👩‍🔧");
+        row("right to left", "\u05d0\u05d1 123 \u0645", "\u05d0\u05d1 123 \u0645");
+        row("only control", u"\u0001\n"_s, {});
         row("long", u"ã'"_s.repeated(5000), u"ã'"_s.repeated(5000));
         row("too long", QString(40000, u'x'), QString(32767, u'x'));
     }
-
     void TextBoxTakesAnyText() {
         QFETCH(const QString, pasted);
         QFETCH(const QString, text);
@@ -123,8 +113,8 @@ private Q_SLOTS:
             texts += action->text().section(u'\t', 0, 0).remove(u'&');
         }
         texts.removeAll(QString());
-        QCOMPARE(texts, (QStringList{u"Desfazer"_s, u"Refazer"_s, u"Recortar"_s, u"Copiar"_s,
-                                     u"Colar"_s, u"Excluir"_s, u"Selecionar tudo"_s}));
+        QCOMPARE(texts, List("Desfazer", "Refazer", "Recortar", "Copiar", "Colar", "Excluir",
+                             "Selecionar tudo"));
     }
 
     void ScrollBarWaitsForTheEndOfADrag() {
@@ -187,19 +177,15 @@ private Q_SLOTS:
     }
 
     void BoxAnswers_data() {
-        QTest::addColumn<int>("flags");
-        QTest::addColumn<int>("key");
-        QTest::addColumn<int>("answer");
+        const Table<int, int, int> row("flags", "key", "answer");
         const int question = vbYesNo + vbQuestion;
-        QTest::newRow("ok") << vbInformation << int(Qt::Key_Return) << vbOK;
-        QTest::newRow("ok, escape") << vbCritical << int(Qt::Key_Escape) << vbOK;
-        QTest::newRow("yes by default") << question << int(Qt::Key_Return) << vbYes;
-        QTest::newRow("no by default")
-            << question + vbDefaultButton2 << int(Qt::Key_Return) << vbNo;
-        QTest::newRow("question, escape") << question << int(Qt::Key_Escape) << vbNo;
-        QTest::newRow("the other button") << question + vbDefaultButton2 << int(Qt::Key_S) << vbYes;
+        row("ok", vbInformation, int(Qt::Key_Return), vbOK);
+        row("ok, escape", vbCritical, int(Qt::Key_Escape), vbOK);
+        row("yes by default", question, int(Qt::Key_Return), vbYes);
+        row("no by default", question + vbDefaultButton2, int(Qt::Key_Return), vbNo);
+        row("question, escape", question, int(Qt::Key_Escape), vbNo);
+        row("the other button", question + vbDefaultButton2, int(Qt::Key_S), vbYes);
     }
-
     void BoxAnswers() {
         QFETCH(const int, flags);
         QFETCH(const int, key);

@@ -1,8 +1,7 @@
 #include "platform/forms/helpwindow.h"
 #include "platform/printer/paperprinter.h"
 #include "platform/printer/printdialog.h"
-#include "support/database.h"
-#include "support/testmain.h"
+#include "support/test.h"
 #include "support/windows.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -11,31 +10,19 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPrinter>
-#include <QProcess>
 #include <QRegularExpression>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QTreeWidget>
 
-using namespace Qt::StringLiterals;
-using namespace testing_support;
 using forms::HelpWindow;
 
 namespace {
 
 constexpr char Html[] =
-    "<h1>Ajuda</h1><p>Peças e <a href='#sair'>sair</a>"
-    "<a href='http://exemplo.invalid/'>fora</a> <img src='Figuras/FOTO.png'></p>"
-    "<h3>Sem nível dois</h3><p>PEÇA</p><h2>Sair</h2><p><a name='sair'></a>peca</p><h3>Fim</h3>";
-
-QString OutputOf(const QString& program, const QStringList& arguments) {
-    QProcess process;
-    process.start(program, arguments);
-    return process.waitForFinished() ? QString::fromUtf8(process.readAllStandardOutput())
-                                     : QString();
-}
+    "<h1>Ajuda</h1><p>Peças e <a href='#sair'>sair</a><a href='http://exemplo.invalid/'>fora</a> "
+    "<img src='Figuras/FOTO.png'></p><h3>Sem nível dois</h3><p>PEÇA</p><h2>Sair</h2><p><a "
+    "name='sair'></a>peca</p><h3>Fim</h3>";
 
 QWidget* Window() {
     for (QWidget* widget : QApplication::topLevelWidgets()) {
@@ -63,14 +50,8 @@ class TestHelpWindow : public QObject {
 private Q_SLOTS:
     void ShowsThePageItsContentsAndWhatIsSearched() {
         QTemporaryDir folder;
-        QVERIFY(QDir(folder.path()).mkdir(u"figuras"_s));
-        QImage picture(30, 20, QImage::Format_RGB32);
-        picture.fill(Qt::red);
-        QVERIFY(picture.save(folder.filePath(u"figuras/foto.png"_s)));
-        QFile file(folder.filePath(u"Ajuda.hlp"_s));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(Html);
-        file.close();
+        WritePicture(folder.filePath(u"figuras/foto.png"_s), {30, 20});
+        Write(folder.filePath(u"Ajuda.hlp"_s), Html);
         const QString path = folder.path() + u"\\Ajuda.hlp"_s;
 
         QCOMPARE(ErrorOf([&] { HelpWindow::Open(folder.path() + u"\\Outra.hlp"_s, {}); }), 53);
@@ -82,18 +63,17 @@ private Q_SLOTS:
 
         auto* contents = window->findChild<QTreeWidget*>();
         QCOMPARE(Tree(contents->invisibleRootItem()),
-                 (QStringList{u"Ajuda"_s, u"-Sem nível dois"_s, u"-Sair"_s, u"--Fim"_s}));
+                 List("Ajuda", "-Sem nível dois", "-Sair", "--Fim"));
 
         auto* page = window->findChild<QTextBrowser*>();
         const auto picture_of = [&](const char* name) {
             return page->loadResource(QTextDocument::ImageResource, QUrl(QLatin1String(name)));
         };
         QCOMPARE(picture_of("Figuras/FOTO.png").value<QImage>().size(), QSize(30, 20));
-        QVERIFY(!picture_of("../fora.png").isValid());
-        QVERIFY(!picture_of("/fora.png").isValid());
-        QVERIFY(!picture_of("file:///fora.png").isValid());
-        QVERIFY(!picture_of("//host/fora.png").isValid());
-        QVERIFY(!picture_of("http://host/fora.png").isValid());
+        for (const char* outside : {"../fora.png", "/fora.png", "file:///fora.png",
+                                    "//host/fora.png", "http://host/fora.png"}) {
+            QVERIFY2(!picture_of(outside).isValid(), outside);
+        }
 
         auto* find = window->findChild<QLineEdit*>();
         auto* count = window->findChild<QLabel*>();
@@ -124,14 +104,10 @@ private Q_SLOTS:
     // paper; the page goes on over several sheets.
     void PrintsThePage() {
         QTemporaryDir folder;
-        QImage picture(300, 200, QImage::Format_RGB32);
-        picture.fill(Qt::red);
-        QVERIFY(picture.save(folder.filePath(u"foto-2x.png"_s)));
-        QFile file(folder.filePath(u"Ajuda.hlp"_s));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("<h1>Primeira</h1><p><img src='foto-2x.png'></p>" +
-                   QByteArray("<p>linha</p>").repeated(60) + "<p>última</p>");
-        file.close();
+        WritePicture(folder.filePath(u"foto-2x.png"_s), {300, 200});
+        Write(folder.filePath(u"Ajuda.hlp"_s), "<h1>Primeira</h1><p><img src='foto-2x.png'></p>" +
+                                                   QByteArray("<p>linha</p>").repeated(60) +
+                                                   "<p>última</p>");
         HelpWindow::Open(folder.path() + u"\\Ajuda.hlp"_s, u"Ajuda"_s);
         const QPointer<QWidget> window = Window();
         auto* page = window->findChild<QTextBrowser*>();
@@ -153,13 +129,13 @@ private Q_SLOTS:
         QTest::keyClick(window, Qt::Key_P, Qt::ControlModifier);  // cancelled: no box, no harm
         printer::SetPrintDialogHandler({});
 
-        const QStringList pages = OutputOf(u"pdftotext"_s, {u"-layout"_s, paper, u"-"_s})
-                                      .split(u'\f', Qt::SkipEmptyParts);
+        const QStringList pages =
+            OutputOf("pdftotext", {"-layout", paper, "-"}).split(u'\f', Qt::SkipEmptyParts);
         QCOMPARE(pages.size(), 2);
         QVERIFY(pages.first().contains(u"Primeira"_s) && pages.first().contains(u"1/2"_s));
         QVERIFY(pages.last().contains(u"última"_s) && pages.last().contains(u"2/2"_s));
         QCOMPARE(pages.join(QString()).count(u"linha"_s), 60);
-        const QString pictures = OutputOf(u"pdfimages"_s, {u"-list"_s, paper});
+        const QString pictures = OutputOf("pdfimages", {"-list", paper});
         QVERIFY2(pictures.contains(QRegularExpression(u" 300 +200 "_s)), qPrintable(pictures));
         window->close();
         Settle();

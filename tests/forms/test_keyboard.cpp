@@ -1,11 +1,9 @@
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
-#include "support/testmain.h"
+#include "support/test.h"
 
 #include <QAccessible>
-#include <QTest>
 
-using namespace Qt::StringLiterals;
 using forms::ClickZone;
 using forms::Form;
 
@@ -32,16 +30,14 @@ private Q_SLOTS:
     void cleanup() { screen_->Unload(); }
 
     void KeysPressAZone_data() {
-        QTest::addColumn<bool>("tickBox");
-        QTest::addColumn<int>("key");
-        QTest::addColumn<QStringList>("heard");
-        const QStringList pressed{u"down"_s, u"click"_s};
-        QTest::newRow("button, space") << false << int(Qt::Key_Space) << pressed;
-        QTest::newRow("button, enter") << false << int(Qt::Key_Return) << pressed;
-        QTest::newRow("button, enter of the number pad") << false << int(Qt::Key_Enter) << pressed;
-        QTest::newRow("button, another") << false << int(Qt::Key_Escape) << QStringList{u"key"_s};
-        QTest::newRow("tick box, space") << true << int(Qt::Key_Space) << pressed;
-        QTest::newRow("tick box, enter") << true << int(Qt::Key_Return) << QStringList{u"key"_s};
+        const Table<bool, int, QStringList> row("tickBox", "key", "heard");
+        const QStringList pressed = List("down", "click");
+        row("button, space", false, Qt::Key_Space, pressed);
+        row("button, enter", false, Qt::Key_Return, pressed);
+        row("button, enter of the number pad", false, Qt::Key_Enter, pressed);
+        row("button, another", false, Qt::Key_Escape, {"key"});
+        row("tick box, space", true, Qt::Key_Space, pressed);
+        row("tick box, enter", true, Qt::Key_Return, {"key"});
     }
     void KeysPressAZone() {
         QFETCH(bool, tickBox);

@@ -1,48 +1,30 @@
 #include "platform/forms/controls.h"
 #include "platform/forms/densepicture.h"
 #include "platform/forms/picturefile.h"
-#include "support/testmain.h"
-
-#include <QTemporaryDir>
-#include <QTest>
-
-using namespace Qt::StringLiterals;
+#include "support/test.h"
 
 class TestPicture : public QObject {
     Q_OBJECT
 
     QTemporaryDir folder_;
 
-    QString Save(const QString& name, QSize size, Qt::GlobalColor colour) {
-        QImage picture(size, QImage::Format_RGB32);
-        picture.fill(colour);
-        const QString path = folder_.filePath(name);
-        return picture.save(path) ? path : QString();
-    }
-
 private Q_SLOTS:
     void companionOfThreeTimesTheSize_data() {
-        // Names of its own for each: two files of one size, written in one tick of the file system's
-        // clock, are one to the cache of pictures.
-        QTest::addColumn<QString>("picture");
-        QTest::addColumn<QString>("companion");
-        QTest::addColumn<QSize>("size");
-        QTest::addColumn<bool>("taken");
-        QTest::newRow("fits") << u"a.png"_s << u"a@3x.png"_s << QSize(120, 60) << true;
-        QTest::newRow("other size") << u"c.png"_s << u"c@3x.png"_s << QSize(119, 60) << false;
-        QTest::newRow("other picture's") << u"d.png"_s << u"b@3x.png"_s << QSize(120, 60) << false;
+        // Names of its own for each: two files of one size, written in one tick of the file
+        // system's clock, are one to the cache of pictures.
+        const Table<QString, QString, QSize, bool> row("picture", "companion", "size", "taken");
+        row("fits", "a.png", "a@3x.png", QSize(120, 60), true);
+        row("other size", "c.png", "c@3x.png", QSize(119, 60), false);
+        row("other picture's", "d.png", "b@3x.png", QSize(120, 60), false);
     }
-
     void companionOfThreeTimesTheSize() {
         QFETCH(QString, picture);
         QFETCH(QString, companion);
         QFETCH(QSize, size);
         QFETCH(bool, taken);
-        const QString path = Save(picture, {40, 20}, Qt::red);
-        const QString dense = Save(companion, size, Qt::blue);
-        QVERIFY(!path.isEmpty() && !dense.isEmpty());
-        QCOMPARE(!forms::LoadDensePicture(path, {40, 20}).isNull(), taken);
-        QVERIFY(QFile::remove(dense));
+        WritePicture(folder_.filePath(picture), {40, 20}, Qt::red);
+        WritePicture(folder_.filePath(companion), size, Qt::blue);
+        QCOMPARE(!forms::LoadDensePicture(folder_.filePath(picture), {40, 20}).isNull(), taken);
     }
 
     void namesWithoutAnEndingHaveNone() {
@@ -72,5 +54,4 @@ private Q_SLOTS:
 };
 
 TARVO_TEST(TestPicture);
-
 #include "test_picture.moc"

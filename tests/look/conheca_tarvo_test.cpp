@@ -2,17 +2,8 @@
 
 #include "platform/forms/application.h"
 #include "session/global.h"
-#include "support/testmain.h"
+#include "support/test.h"
 #include "support/windows.h"
-
-#include <QDir>
-#include <QTemporaryDir>
-#include <QTest>
-
-using namespace Qt::StringLiterals;
-using testing_support::ClickAt;
-using testing_support::Find;
-using testing_support::MoveTo;
 
 namespace {
 
@@ -73,11 +64,8 @@ private Q_SLOTS:
     void init() {
         pasta_ = std::make_unique<QTemporaryDir>();
         gCaminho = pasta_->path() + u'\\';
-        QDir(pasta_->path()).mkdir(u"Figuras"_s);
         for (int i = 1; i <= TotalPaginas; ++i) {
-            QImage imagem(800, 573, QImage::Format_RGB32);
-            imagem.fill(Tom(i));
-            QVERIFY(imagem.save(Pagina(i)));
+            WritePicture(Pagina(i), {800, 573}, Tom(i));
         }
     }
 
@@ -85,7 +73,7 @@ private Q_SLOTS:
         if (forms::Form::Find(frmConhecaTarvo::Nome)) {
             tela_->Unload();
         }
-        testing_support::Settle();
+        Settle();
     }
 
     void ForwardAndBack() {
@@ -117,8 +105,8 @@ private Q_SLOTS:
     void LightTravelsWithTheButtons() {
         Abrir();
         MoveTo(*tela_, Meio(u"imgAvancar"_s));
-        QCOMPARE(Acesas(), QStringList{u"imgAvancarSelecionada"_s});
-        const QImage acesa = Find<QWidget>(*tela_, u"imgAvancarSelecionada"_s).grab().toImage();
+        QCOMPARE(Acesas(), List("imgAvancarSelecionada"));
+        const QImage acesa = Find<QWidget>(*tela_, "imgAvancarSelecionada").grab().toImage();
 
         ClickAt(*tela_, Meio(u"imgAvancar"_s));
         QCOMPARE(Acesas(), QStringList());  // the button has gone from under the mouse
@@ -129,20 +117,18 @@ private Q_SLOTS:
             QCOMPARE(Acesas(), QStringList());
             const QImage apagado = tela_->grab().toImage();
             MoveTo(*tela_, Meio(nome));
-            QCOMPARE(Acesas(), QStringList{nome + u"Selecionada"_s});
+            QCOMPARE(Acesas(), List(nome + u"Selecionada"_s));
             QCOMPARE(Find<QWidget>(*tela_, nome + u"Selecionada"_s).pos(),
                      Find<QWidget>(*tela_, nome).pos() + desvio);
             QVERIFY(tela_->grab().toImage().pixel(Meio(nome) - QPoint(0, 12)) !=
                     apagado.pixel(Meio(nome) - QPoint(0, 12)));
         }
-        QCOMPARE(Find<QWidget>(*tela_, u"imgAvancarSelecionada"_s).grab().toImage(), acesa);
+        QCOMPARE(Find<QWidget>(*tela_, "imgAvancarSelecionada").grab().toImage(), acesa);
     }
 
     void APageThatCannotBeShownIsWhite() {
         QVERIFY(QFile::remove(Pagina(2)));
-        QFile estragada(Pagina(3));
-        QVERIFY(estragada.open(QIODevice::WriteOnly) && estragada.write("BM nothing") > 0);
-        estragada.close();
+        Write(Pagina(3), "BM nothing");
         Abrir();
         for (int i = 2; i <= 3; ++i) {
             ClickAt(*tela_, Meio(u"imgAvancar"_s));

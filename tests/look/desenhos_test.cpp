@@ -1,13 +1,10 @@
 #include "platform/forms/artwork.h"
-#include "support/testmain.h"
+#include "support/test.h"
 
-#include <QDir>
 #include <QPainter>
 #include <QRegularExpression>
 #include <QSet>
-#include <QTest>
 
-using namespace Qt::StringLiterals;
 using forms::Artwork;
 
 namespace {
@@ -80,52 +77,45 @@ private Q_SLOTS:
     }
 
     void Acesos_data() {
-        QTest::addColumn<QSize>("tamanho");
-        QTest::addColumn<QList<QRect>>("recortes");
-        QTest::newRow("pesquisa") << QSize(800, 600)
-                                  << QList<QRect>{{476, 137, 301, 47}, {619, 292, 157, 47},
-                                                  {619, 442, 157, 48}, {14, 398, 73, 36},
-                                                  {14, 455, 67, 33},   {15, 507, 59, 34},
-                                                  {674, 9, 100, 16},   {508, 8, 141, 18}};
-        QTest::newRow("pesquisa-pecas") << QSize(800, 162) << QList<QRect>{{744, 105, 51, 53}};
-        QTest::newRow("pesquisa-veiculos") << QSize(800, 162) << QList<QRect>{{744, 104, 51, 53}};
-        QTest::newRow("pesquisa-figuras") << QSize(648, 162) << QList<QRect>{{592, 106, 51, 53}};
-        QTest::newRow("resultado")
-            << QSize(800, 600)
-            << QList<QRect>{{227, 543, 65, 30}, {335, 542, 108, 34}, {480, 542, 92, 32}};
-        QTest::newRow("lista") << QSize(800, 600)
-                               << QList<QRect>{{228, 542, 65, 32},
-                                               {332, 542, 111, 34},
-                                               {480, 542, 92, 33},
-                                               {671, 427, 76, 27}};
-        QTest::newRow("lista-jogos") << QSize(584, 124) << QList<QRect>{};
-        QTest::newRow("figura") << QSize(800, 600)
-                                << QList<QRect>{{228, 542, 65, 31},
-                                                {332, 542, 111, 34},
-                                                {479, 542, 108, 34},
-                                                {687, 446, 76, 28}};
-        QTest::newRow("conheca") << QSize(800, 573)
-                                 << QList<QRect>{
-                                        {81, 517, 43, 39}, {325, 426, 38, 38}, {11, 517, 43, 36}};
-        QTest::newRow("configuracoes")
-            << QSize(434, 234)
-            << QList<QRect>{{31, 67, 20, 20}, {258, 181, 49, 29}, {327, 181, 87, 29}};
-        QTest::newRow("impressao") << QSize(435, 195)
-                                   << QList<QRect>{{52, 71, 20, 20},
-                                                   {52, 101, 20, 20},
-                                                   {262, 143, 49, 29},
-                                                   {329, 143, 87, 29}};
-        QTest::newRow("moldura") << QSize(139, 108) << QList<QRect>{};
-        QTest::newRow("apresentacao") << QSize(800, 600) << QList<QRect>{};
-        QTest::newRow("creditos") << QSize(800, 600) << QList<QRect>{};
-        QTest::newRow("atualizando") << QSize(434, 299) << QList<QRect>{};
-        QTest::newRow("atualizando-passo") << QSize(15, 19) << QList<QRect>{};
-        QTest::newRow("atualizando-concluido") << QSize(23, 18) << QList<QRect>{};
-        QTest::newRow("atualizando-borda") << QSize(228, 17) << QList<QRect>{};
-        QTest::newRow("atualizando-barra") << QSize(216, 9) << QList<QRect>{};
-        QTest::newRow("icone") << QSize(256, 256) << QList<QRect>{};
+        const Table<QSize, QList<QRect>> row("tamanho", "recortes");
+        row("pesquisa", QSize(800, 600),
+            QList<QRect>{{476, 137, 301, 47},
+                         {619, 292, 157, 47},
+                         {619, 442, 157, 48},
+                         {14, 398, 73, 36},
+                         {14, 455, 67, 33},
+                         {15, 507, 59, 34},
+                         {674, 9, 100, 16},
+                         {508, 8, 141, 18}});
+        row("pesquisa-pecas", QSize(800, 162), QList<QRect>{{744, 105, 51, 53}});
+        row("pesquisa-veiculos", QSize(800, 162), QList<QRect>{{744, 104, 51, 53}});
+        row("pesquisa-figuras", QSize(648, 162), QList<QRect>{{592, 106, 51, 53}});
+        row("resultado", QSize(800, 600),
+            QList<QRect>{{227, 543, 65, 30}, {335, 542, 108, 34}, {480, 542, 92, 32}});
+        row("lista", QSize(800, 600),
+            QList<QRect>{
+                {228, 542, 65, 32}, {332, 542, 111, 34}, {480, 542, 92, 33}, {671, 427, 76, 27}});
+        row("lista-jogos", QSize(584, 124), QList<QRect>{});
+        row("figura", QSize(800, 600),
+            QList<QRect>{
+                {228, 542, 65, 31}, {332, 542, 111, 34}, {479, 542, 108, 34}, {687, 446, 76, 28}});
+        row("conheca", QSize(800, 573),
+            QList<QRect>{{81, 517, 43, 39}, {325, 426, 38, 38}, {11, 517, 43, 36}});
+        row("configuracoes", QSize(434, 234),
+            QList<QRect>{{31, 67, 20, 20}, {258, 181, 49, 29}, {327, 181, 87, 29}});
+        row("impressao", QSize(435, 195),
+            QList<QRect>{
+                {52, 71, 20, 20}, {52, 101, 20, 20}, {262, 143, 49, 29}, {329, 143, 87, 29}});
+        row("moldura", QSize(139, 108), QList<QRect>{});
+        row("apresentacao", QSize(800, 600), QList<QRect>{});
+        row("creditos", QSize(800, 600), QList<QRect>{});
+        row("atualizando", QSize(434, 299), QList<QRect>{});
+        row("atualizando-passo", QSize(15, 19), QList<QRect>{});
+        row("atualizando-concluido", QSize(23, 18), QList<QRect>{});
+        row("atualizando-borda", QSize(228, 17), QList<QRect>{});
+        row("atualizando-barra", QSize(216, 9), QList<QRect>{});
+        row("icone", QSize(256, 256), QList<QRect>{});
     }
-
     void Acesos() {
         QFETCH(QSize, tamanho);
         QFETCH(QList<QRect>, recortes);

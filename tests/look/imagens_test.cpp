@@ -1,8 +1,6 @@
 #include "look/imagens.h"
 
-#include "support/testmain.h"
-
-#include <QTest>
+#include "support/test.h"
 
 namespace {
 
@@ -26,13 +24,13 @@ class Tela : public ImagensSelecionadas {
 public:
     QStringList diario;
     mutable QStringList perguntas;
-    Imagem ok{QStringLiteral("OK"), diario};
-    Imagem sair{QStringLiteral("SAIR"), diario};
+    Imagem ok{u"OK"_s, diario};
+    Imagem sair{u"SAIR"_s, diario};
 
 protected:
     QWidget* ImagemSelecionada(const QString& palavra) const override {
         perguntas += palavra;
-        return const_cast<Imagem*>(palavra == QLatin1String("OK") ? &ok : &sair);
+        return const_cast<Imagem*>(palavra == "OK"_L1 ? &ok : &sair);
     }
 };
 
@@ -51,8 +49,8 @@ private Q_SLOTS:
             QCOMPARE(tela.ImagemAtual(), QLatin1String(palavra));
         }
         QCOMPARE(tela.diario.join(u' '),
-                 QLatin1String("FORM OK +OK OK SAIR +SAIR -OK FORM -SAIR FORM ok +SAIR"));
-        QVERIFY(!tela.perguntas.contains(QLatin1String("FORM")));
+                 "FORM OK +OK OK SAIR +SAIR -OK FORM -SAIR FORM ok +SAIR"_L1);
+        QVERIFY(!tela.perguntas.contains("FORM"_L1));
     }
 };
 

@@ -1,8 +1,6 @@
 #include "look/paleta.h"
 
-#include "support/testmain.h"
-
-#include <QTest>
+#include "support/test.h"
 
 #include <algorithm>
 #include <cmath>
@@ -30,14 +28,12 @@ class PaletaTest : public QObject {
 
 private Q_SLOTS:
     void Contrastes_data() {
-        QTest::addColumn<QColor>("frente");
-        QTest::addColumn<QColor>("fundo");
-        QTest::addColumn<double>("minimo");
+        const Table<QColor, QColor, double> row("frente", "fundo", "minimo");
         const Paleta& p = Paleta::Atual();
-        const auto texto = [](const char* nome, const QColor& frente,
-                              std::initializer_list<QColor> fundos) {
+        const auto texto = [&row](const char* nome, const QColor& frente,
+                                  std::initializer_list<QColor> fundos) {
             for (const QColor& fundo : fundos) {
-                QTest::addRow("%s %s", nome, qPrintable(fundo.name())) << frente << fundo << 4.5;
+                row(QByteArray(nome) + ' ' + fundo.name().toLatin1(), frente, fundo, 4.5);
             }
         };
         texto("tinta", p.tinta,
@@ -45,11 +41,10 @@ private Q_SLOTS:
         texto("tintaSuave", p.tintaSuave, {p.papel, p.branco, p.gaveta});
         texto("gelo", p.gelo, {p.petroleo, p.petroleoFundo, p.petroleoVivo, p.alerta});
         texto("nevoa", p.nevoa, {p.petroleo, p.petroleoFundo, p.petroleoVivo});
-        QTest::newRow("contorno") << p.contorno << p.branco << 3.0;
-        QTest::newRow("acento") << p.acento << p.petroleoVivo << 3.0;
-        QTest::newRow("acentoTraco") << p.acentoTraco << p.papel << 3.0;
+        row("contorno", p.contorno, p.branco, 3.0);
+        row("acento", p.acento, p.petroleoVivo, 3.0);
+        row("acentoTraco", p.acentoTraco, p.papel, 3.0);
     }
-
     void Contrastes() {
         QFETCH(QColor, frente);
         QFETCH(QColor, fundo);

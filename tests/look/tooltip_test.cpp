@@ -1,13 +1,11 @@
 #include "look/tooltip.h"
-#include "support/testmain.h"
+
+#include "support/test.h"
 
 #include <QCursor>
 #include <QLabel>
-#include <QTest>
 
 #include <chrono>
-
-using namespace Qt::StringLiterals;
 
 class TooltipTest : public QObject {
     Q_OBJECT
@@ -35,9 +33,9 @@ private Q_SLOTS:
         };
         cToolTip dica;
         QCOMPARE(dica.Style(), -1);
-        for (const Caso& caso : {Caso{0, 0, true}, Caso{1, 1, true}, Caso{64, 2, true},
-                                 Caso{65, 3, true}, Caso{2, 0, false}, Caso{-1, 0, false},
-                                 Caso{65, 4, false}, Caso{65, -1, false}}) {
+        for (const Caso& caso :
+             {Caso{0, 0, true}, Caso{1, 1, true}, Caso{64, 2, true}, Caso{65, 3, true},
+              Caso{2, 0, false}, Caso{-1, 0, false}, Caso{65, 4, false}, Caso{65, -1, false}}) {
             QVERIFY(Criar(dica, 65, 1, u"a"_s, u"b"_s));
             QCOMPARE(Criar(dica, caso.estilo, caso.sinal, u"a"_s, u"b"_s) != nullptr, caso.criada);
             QCOMPARE(dica.Style(), caso.criada ? caso.estilo : -1);

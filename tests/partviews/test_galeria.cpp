@@ -1,13 +1,5 @@
-#include "janela.h"
-#include "support/testmain.h"
-
-using namespace Qt::StringLiterals;
-
-namespace {
-
-const QString Busca = u"frmPesquisa"_s;
-
-}  // namespace
+#include "support/janela.h"
+#include "support/test.h"
 
 class TestGaleria : public QObject {
     Q_OBJECT
@@ -16,29 +8,24 @@ class TestGaleria : public QObject {
 
     // Opens the gallery with `total` pictures called "F 001" and on.
     void Abrir(int total) {
-        QStringList comandos = {u"DELETE FROM FOTOPECAPESQUISA"_s};
+        QStringList linhas;
         for (int i = 1; i <= total; ++i) {
-            comandos +=
-                u"INSERT INTO FOTOPECAPESQUISA (CodigoFotoPecaPesquisa, "
-                "DescricaoFotoPecaPesquisa, ArquivoFotoPecaPesquisa) "
-                "VALUES (%1, 'F %2', NULL)"_s.arg(i)
-                    .arg(QString::number(i).rightJustified(total > 999 ? 4 : 3, u'0'));
+            linhas += u"%1, 'F %2', NULL"_s.arg(i).arg(i, total > 999 ? 4 : 3, 10, QChar(u'0'));
         }
-        janela_->catalogo.Executar(comandos);
+        janela_->catalogo.Executar(List("DELETE FROM FOTOPECAPESQUISA") +
+                                   Inserir("FOTOPECAPESQUISA", linhas));
         janela_->Abrir();
-        Janela::Clicar(Busca, u"imgPesquisa3"_s);
+        Clicar(Busca, "imgPesquisa3");
     }
 
-    QString Tag() { return Janela::Achar<forms::Panel>(Busca, u"imgFiguraSelecionada"_s)->Tag; }
+    QString Tag() { return Achar<forms::Panel>(Busca, "imgFiguraSelecionada")->Tag; }
     QString Legenda(int i) {
-        return Janela::Achar<forms::Label>(Busca, u"lblDescricaoFigura(%1)"_s.arg(i))->Text();
+        return Achar<forms::Label>(Busca, u"lblDescricaoFigura(%1)"_s.arg(i))->Text();
     }
-    forms::ScrollBar* Barra() {
-        return Janela::Achar<forms::ScrollBar>(Busca, u"sclPesquisaFiguras"_s);
-    }
+    forms::ScrollBar* Barra() { return Achar<forms::ScrollBar>(Busca, "sclPesquisaFiguras"); }
     void Teclar(Qt::Key tecla, int vezes = 1) {
         for (int i = 0; i < vezes; ++i) {
-            QTest::keyClick(Janela::Achar(Busca, u"pctPesquisaFiguras"_s), tecla);
+            QTest::keyClick(Achar(Busca, "pctPesquisaFiguras"), tecla);
         }
     }
 
@@ -63,14 +50,14 @@ private Q_SLOTS:
         Teclar(Qt::Key_Left, 4);
         QCOMPARE(Tag(), u"0"_s);
         QCOMPARE(Legenda(0), u"F 002"_s);
-        QCOMPARE(Janela::Achar(Busca, u"imgFiguraSelecionada"_s)->x(), 0);
+        QCOMPARE(Achar(Busca, "imgFiguraSelecionada")->x(), 0);
     }
 
     void aSelectionOffTheStripComesBackAtTheEndOfTheKey() {
         Abrir(20);
         Barra()->SetValue(10);
         QCOMPARE(Tag(), QString());
-        QVERIFY(!Janela::Achar(Busca, u"imgFiguraSelecionada"_s)->isVisible());
+        QVERIFY(!Achar(Busca, "imgFiguraSelecionada")->isVisible());
         Teclar(Qt::Key_Left);
         QCOMPARE(Tag(), u"3"_s);
         Barra()->SetValue(1);
@@ -79,13 +66,12 @@ private Q_SLOTS:
     }
 
     void fewPictures_data() {
-        QTest::addColumn<int>("total");
-        QTest::newRow("none") << 0;
-        QTest::newRow("one") << 1;
-        QTest::newRow("three") << 3;
-        QTest::newRow("four") << 4;
+        const Table<int> row("total");
+        row("none", 0);
+        row("one", 1);
+        row("three", 3);
+        row("four", 4);
     }
-
     void fewPictures() {
         QFETCH(int, total);
         Abrir(total);
@@ -97,11 +83,10 @@ private Q_SLOTS:
     }
 
     void theStripEndsWithTheLastPicture_data() {
-        QTest::addColumn<int>("total");
-        QTest::newRow("five") << 5;
-        QTest::newRow("five thousand") << 5000;
+        const Table<int> row("total");
+        row("five", 5);
+        row("five thousand", 5000);
     }
-
     void theStripEndsWithTheLastPicture() {
         QFETCH(int, total);
         Abrir(total);
@@ -115,20 +100,12 @@ private Q_SLOTS:
     }
 
     void aPictureThatIsNoneEmptiesItsOwnThumbnail() {
-        QDir(janela_->catalogo.Pasta()).mkdir(u"FotoPeca"_s);
         const QString pasta = janela_->catalogo.Pasta() + u"/FotoPeca/"_s;
-        QImage foto(300, 200, QImage::Format_RGB32);
-        foto.fill(Qt::gray);
-        QVERIFY(foto.save(pasta + u"cilindros.png"_s));
-        QFile texto(pasta + u"molas.png"_s);
-        QVERIFY(texto.open(QIODevice::WriteOnly));
-        texto.write("not a picture");
-        texto.close();
+        WritePicture(pasta + u"cilindros.png"_s, {300, 200});
+        Write(pasta + u"molas.png"_s, "not a picture");
         janela_->Abrir();
         const auto vazia = [](int i) {
-            return Janela::Achar<forms::Picture>(Busca, u"imgFigura(%1)"_s.arg(i))
-                ->Pixmap()
-                .isNull();
+            return Achar<forms::Picture>(Busca, u"imgFigura(%1)"_s.arg(i))->Pixmap().isNull();
         };
         QVERIFY(!vazia(0));
         QVERIFY(vazia(1));
@@ -138,5 +115,4 @@ private Q_SLOTS:
 };
 
 TARVO_TEST(TestGaleria);
-
 #include "test_galeria.moc"

@@ -1,32 +1,13 @@
-#include "janela.h"
-#include "support/testmain.h"
-
-using namespace Qt::StringLiterals;
-
-namespace {
-
-const QString Busca = u"frmPesquisa"_s;
-const QString Resultado = u"frmResultadoPesquisa"_s;
-const QString Lista = u"frmListaPecas"_s;
-
-}  // namespace
+#include "support/janela.h"
+#include "support/test.h"
 
 class TestResultado : public QObject {
     Q_OBJECT
 
     std::unique_ptr<Janela> janela_;
 
-    // Finds one row in the part search, by kind and number, and opens it.
-    void AbrirDaBusca(const QString& tipo, const QString& numero) {
-        auto* combo = Janela::Achar<forms::ComboList>(Busca, u"cboTipo"_s);
-        combo->SetListIndex(combo->findText(tipo));
-        Janela::Achar<QLineEdit>(Busca, u"txtNumeroTarvo"_s)->setText(numero);
-        Janela::Clicar(Busca, u"imgPesquisa1"_s);
-        Janela::Clicar(Busca, u"pctResultadoPesquisaFundo(0)"_s);
-    }
-
-    QStringList Pecas(const QString& campo = u"NumeroTarvoPeca"_s) {
-        return Janela::Coluna(Resultado, u"dtcResultadoPesquisaPeca"_s, campo);
+    QStringList Pecas(const AnyText& campo = u"NumeroTarvoPeca"_s) {
+        return Coluna(Resultado, "dtcResultadoPesquisaPeca", campo);
     }
 
 private Q_SLOTS:
@@ -37,120 +18,103 @@ private Q_SLOTS:
     void cleanup() { janela_.reset(); }
 
     void everyKindLeadsToItsParts_data() {
-        QTest::addColumn<QString>("tipo");
-        QTest::addColumn<QString>("numero");
-        QTest::addColumn<QString>("titulo");
-        QTest::addColumn<QStringList>("pecas");
+        const Table<QString, QString, QString, QStringList> row("tipo", "numero", "titulo",
+                                                                "pecas");
         const QString vao(15, u' ');
-        QTest::newRow("part") << u"Peças"_s << u"12002"_s
-                              << u"Peça: Válvula relé"_s + vao + u"Nº Tarvo: 12002"_s
-                              << QStringList{u"12002"_s};
-        QTest::newRow("component at two items of one part")
-            << u"Componentes"_s << u"A340"_s
-            << u"Componente: Anel de vedação"_s + vao + u"Nº Tarvo: A3400"_s
-            << QStringList{u"12002"_s};
-        QTest::newRow("component of two parts")
-            << u"Componentes"_s << u"K560"_s
-            << u"Componente: Corpo da válvula"_s + vao + u"Nº Tarvo: K5600"_s
-            << QStringList{u"12002"_s, u"A3402"_s};
-        QTest::newRow("kit") << u"Jogos de Reparo"_s << u"A340"_s
-                             << u"Jogo de Reparo: Anel de vedação"_s + vao + u"Nº Tarvo: A3401"_s
-                             << QStringList{u"12002"_s};
+        row("part", "Peças", "12002", u"Peça: Válvula relé"_s + vao + u"Nº Tarvo: 12002"_s,
+            {"12002"});
+        row("component at two items of one part", "Componentes", "A340",
+            u"Componente: Anel de vedação"_s + vao + u"Nº Tarvo: A3400"_s, {"12002"});
+        row("component of two parts", "Componentes", "K560",
+            u"Componente: Corpo da válvula"_s + vao + u"Nº Tarvo: K5600"_s, {"12002", "A3402"});
+        row("kit", "Jogos de Reparo", "A340",
+            u"Jogo de Reparo: Anel de vedação"_s + vao + u"Nº Tarvo: A3401"_s, {"12002"});
     }
-
     void everyKindLeadsToItsParts() {
         QFETCH(QString, tipo);
         QFETCH(QString, numero);
-        AbrirDaBusca(tipo, numero);
+        Janela::AbrirDaBusca(tipo, numero);
         QVERIFY(!gFrmPesquisa->isVisible());
-        QTEST(Janela::Achar<forms::Label>(Resultado, u"lblInf"_s)->Text(), "titulo");
+        QTEST(Rotulo(Resultado, "lblInf"), "titulo");
         QTEST(Pecas(), "pecas");
         QCOMPARE(ParametroFormulario, QString());
-        Janela::Clicar(Resultado, u"imgPesquisaFundo"_s);
+        Clicar(Resultado, "imgPesquisaFundo");
         QVERIFY(gFrmPesquisa->isVisible());
         QVERIFY(!forms::Form::Find(Resultado));
-        QCOMPARE(Janela::Achar<QLineEdit>(Busca, u"txtNumeroTarvo"_s)->text(), numero);
+        QCOMPARE(Achar<QLineEdit>(Busca, "txtNumeroTarvo")->text(), numero);
     }
 
     void vehiclesAndPicturesLeadToTheirParts() {
-        Janela::Achar<QLineEdit>(Busca, u"txtVeiculo"_s)->setText(u"bravil"_s);
-        Janela::Clicar(Busca, u"imgPesquisa2"_s);
-        Janela::Clicar(Busca, u"pctResultadoPesquisaFundo(1)"_s);
-        QCOMPARE(Pecas(), QStringList{u"12002"_s});
-        QCOMPARE(Janela::Coluna(Resultado, u"dtcVeiculosPeca"_s, u"Veiculo"_s),
-                 QStringList{u"Bravil 1620"_s});
-        Janela::Clicar(Resultado, u"imgPesquisaFundo"_s);
+        Digitar(Busca, "txtVeiculo", "bravil");
+        Clicar(Busca, "imgPesquisa2");
+        Clicar(Busca, "pctResultadoPesquisaFundo(1)");
+        QCOMPARE(Pecas(), List("12002"));
+        QCOMPARE(Coluna(Resultado, "dtcVeiculosPeca", "Veiculo"), List("Bravil 1620"));
+        Clicar(Resultado, "imgPesquisaFundo");
 
-        Janela::Clicar(Busca, u"imgPesquisa3"_s);
-        Janela::Clicar(Busca, u"imgFigura(2)"_s);
-        Janela::Clicar(Busca, u"pctResultadoPesquisaFundo(2)"_s);
-        QCOMPARE(Pecas(), (QStringList{u"12002"_s, u"A3402"_s}));
-        QCOMPARE(Janela::Achar<forms::Label>(Resultado, u"lblInf"_s)->Text(),
-                 u"Figura: Válvulas"_s);
+        Clicar(Busca, "imgPesquisa3");
+        Clicar(Busca, "imgFigura(2)");
+        Clicar(Busca, "pctResultadoPesquisaFundo(2)");
+        QCOMPARE(Pecas(), List("12002", "A3402"));
+        QCOMPARE(Rotulo(Resultado, "lblInf"), u"Figura: Válvulas"_s);
     }
 
     void rowsThatLeadNowhereStay_data() {
-        QTest::addColumn<QString>("tipo");
-        QTest::addColumn<QString>("numero");
-        QTest::addColumn<QString>("caixa");
-        QTest::newRow("unused kit") << u"Jogos de Reparo"_s << u"K560"_s
-                                    << u"64 Nenhuma Peça faz referência ao item selecionado."_s;
-        QTest::newRow("no row") << u"Peças"_s << u"ZZZ"_s << u"16 Nenhum item selecionado."_s;
+        const Table<QString, QString, QString> row("tipo", "numero", "caixa");
+        row("unused kit", "Jogos de Reparo", "K560",
+            "64 Nenhuma Peça faz referência ao item selecionado.");
+        row("no row", "Peças", "ZZZ", "16 Nenhum item selecionado.");
     }
-
     void rowsThatLeadNowhereStay() {
         QFETCH(QString, tipo);
         QFETCH(QString, numero);
         QFETCH(QString, caixa);
-        AbrirDaBusca(tipo, numero);
-        QCOMPARE(janela_->Caixas(), QStringList{caixa});
+        Janela::AbrirDaBusca(tipo, numero);
+        QCOMPARE(janela_->Caixas(), List(caixa));
         QVERIFY(gFrmPesquisa->isVisible());
         QVERIFY(!forms::Form::Find(Resultado));
     }
 
     void aRowDeletedMeanwhileOpensAnEmptyList() {
-        Janela::Achar<QLineEdit>(Busca, u"txtNumeroTarvo"_s)->setText(u"12002"_s);
-        janela_->catalogo.Executar({u"DELETE FROM PECA WHERE CodigoPeca = 1"_s});
-        Janela::Clicar(Busca, u"imgPesquisa1"_s);
-        Janela::Clicar(Busca, u"pctResultadoPesquisaFundo(0)"_s);
+        Digitar(Busca, "txtNumeroTarvo", "12002");
+        janela_->catalogo.Executar({"DELETE FROM PECA WHERE CodigoPeca = 1"});
+        Clicar(Busca, "imgPesquisa1");
+        Clicar(Busca, "pctResultadoPesquisaFundo(0)");
         QCOMPARE(Pecas(), QStringList());
-        Janela::Clicar(Resultado, u"imgListaComponentesFundo"_s);
-        Janela::Clicar(Resultado, u"imgFiguraDetalhadaFundo"_s);
+        Clicar(Resultado, "imgListaComponentesFundo");
+        Clicar(Resultado, "imgFiguraDetalhadaFundo");
         QCOMPARE(janela_->Caixas(),
-                 (QStringList{u"16 Nenhuma Peça encontrada."_s, u"16 Nenhuma Peça encontrada."_s}));
+                 List("16 Nenhuma Peça encontrada.", "16 Nenhuma Peça encontrada."));
     }
 
     void customerIsInForceHereAndGivenBack() {
-        AbrirDaBusca(u"Peças"_s, u"12002"_s);
-        auto* combo =
-            Janela::Achar<forms::ComboList>(Resultado, u"cboNumeroClienteConcorrentePeca"_s);
+        Janela::AbrirDaBusca("Peças", "12002");
+        auto* combo = Achar<forms::ComboList>(Resultado, "cboNumeroClienteConcorrentePeca");
         QCOMPARE(combo->SelectedItemData(), SemCliente);
-        QCOMPARE(Pecas(u"NumeroClienteConcorrente"_s), QStringList{QString()});
+        QCOMPARE(Pecas("NumeroClienteConcorrente"), List(QString()));
         combo->SetListIndex(1);
-        QCOMPARE(Pecas(u"NumeroClienteConcorrente"_s), (QStringList{u"A71"_s, u"A72"_s}));
+        QCOMPARE(Pecas("NumeroClienteConcorrente"), List("A71", "A72"));
 
-        Janela::Clicar(Resultado, u"imgListaComponentesFundo"_s);
-        QCOMPARE(Janela::Achar<forms::ComboList>(Lista, u"cboNumeroClienteConcorrenteComponente"_s)
+        Clicar(Resultado, "imgListaComponentesFundo");
+        QCOMPARE(Achar<forms::ComboList>(Lista, "cboNumeroClienteConcorrenteComponente")
                      ->SelectedItemData(),
                  7);
-        QVERIFY(!forms::Form::Find(Resultado)->isVisible());
-        Janela::Clicar(Lista, u"imgResultadoPesquisaFundo"_s);
-        QVERIFY(forms::Form::Find(Resultado)->isVisible());
-        QCOMPARE(Pecas(u"NumeroClienteConcorrente"_s).size(), 2);
+        QVERIFY(!Visivel(Resultado));
+        Clicar(Lista, "imgResultadoPesquisaFundo");
+        QVERIFY(Visivel(Resultado));
+        QCOMPARE(Pecas("NumeroClienteConcorrente").size(), 2);
     }
 
     void aSingleVisibleRowBringsTheOthersBack() {
-        AbrirDaBusca(u"Componentes"_s, u"K560"_s);
-        auto* grade = Janela::Achar<forms::BoundGrid>(Resultado, u"grdResultadoPesquisaPeca"_s);
-        const auto veiculos = [] {
-            return Janela::Coluna(Resultado, u"dtcVeiculosPeca"_s, u"Veiculo"_s);
-        };
+        Janela::AbrirDaBusca("Componentes", "K560");
+        auto* grade = Achar<forms::BoundGrid>(Resultado, "grdResultadoPesquisaPeca");
+        const auto veiculos = [] { return Coluna(Resultado, "dtcVeiculosPeca", "Veiculo"); };
         const QStringList dosPrimeiros = veiculos();
         QVERIFY(!dosPrimeiros.isEmpty());
         const QSize inteira = grade->size();
         grade->resize(inteira.width(), 20);
         QCOMPARE(grade->VisibleRows(), 1);
-        dao::Recordset* pecas = Janela::Linhas(Resultado, u"dtcResultadoPesquisaPeca"_s);
+        dao::Recordset* pecas = Linhas(Resultado, "dtcResultadoPesquisaPeca");
         pecas->MoveNext();
         QCOMPARE(veiculos(), dosPrimeiros);  // the row change ends with the rows in view
         QCOMPARE(grade->currentIndex().row(), 1);
@@ -162,29 +126,25 @@ private Q_SLOTS:
     }
 
     void partsWithoutListOrFigureSaySo() {
-        AbrirDaBusca(u"Peças"_s, u"K5602"_s);
-        Janela::Clicar(Resultado, u"imgListaComponentesFundo"_s);
-        Janela::Clicar(Resultado, u"imgFiguraDetalhadaFundo"_s);
-        QCOMPARE(janela_->Caixas(), (QStringList{u"64 Essa Peça não possui Lista de Componentes."_s,
-                                                 u"64 Essa Peça não possui Figura Detalhada."_s}));
-        QCOMPARE(Janela::Coluna(Resultado, u"dtcVeiculosPeca"_s, u"Veiculo"_s), QStringList());
+        Janela::AbrirDaBusca("Peças", "K5602");
+        Clicar(Resultado, "imgListaComponentesFundo");
+        Clicar(Resultado, "imgFiguraDetalhadaFundo");
+        QCOMPARE(janela_->Caixas(), List("64 Essa Peça não possui Lista de Componentes.",
+                                         "64 Essa Peça não possui Figura Detalhada."));
+        QCOMPARE(Coluna(Resultado, "dtcVeiculosPeca", "Veiculo"), QStringList());
     }
 
     void photoStaysWhenTheNextOneIsMissing() {
-        QDir(janela_->catalogo.Pasta()).mkdir(u"FotoPeca"_s);
-        QImage foto(4000, 3000, QImage::Format_RGB32);
-        foto.fill(Qt::darkCyan);
-        QVERIFY(foto.save(janela_->catalogo.Pasta() + u"/FotoPeca/PECA1.PNG"_s, "PNG"));
-        AbrirDaBusca(u"Componentes"_s, u"K560"_s);
-        auto* figura = Janela::Achar<forms::Picture>(Resultado, u"imgFotoPeca"_s);
+        WritePicture(janela_->catalogo.Pasta() + u"/FotoPeca/PECA1.PNG"_s, {4000, 3000});
+        Janela::AbrirDaBusca("Componentes", "K560");
+        auto* figura = Achar<forms::Picture>(Resultado, "imgFotoPeca");
         const qint64 primeira = figura->Pixmap().cacheKey();
         QVERIFY(!figura->Pixmap().isNull());
         QVERIFY(figura->Pixmap().width() <= 250 * 4);
-        Janela::Linhas(Resultado, u"dtcResultadoPesquisaPeca"_s)->MoveNext();
+        Linhas(Resultado, "dtcResultadoPesquisaPeca")->MoveNext();
         QCOMPARE(figura->Pixmap().cacheKey(), primeira);
     }
 };
 
 TARVO_TEST(TestResultado);
-
 #include "test_resultado.moc"

@@ -1,7 +1,5 @@
-#include "janela.h"
-#include "support/testmain.h"
-
-using namespace Qt::StringLiterals;
+#include "support/janela.h"
+#include "support/test.h"
 
 // The whole way from the search to a component by keyboard alone.
 class TestTeclado : public QObject {
@@ -11,15 +9,15 @@ class TestTeclado : public QObject {
 
     // The Tab key until the control of this name has the keyboard; false when it goes round
     // without coming to it.
-    static bool IrAte(const QString& tela, const QString& nome) {
-        QWidget* alvo = Janela::Achar<QWidget>(tela, nome);
+    static bool IrAte(const AnyText& tela, const AnyText& nome) {
+        QWidget* alvo = Achar(tela, nome);
         for (int vez = 0; vez < 20 && !alvo->hasFocus(); ++vez) {
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         }
         return alvo->hasFocus();
     }
 
-    static bool Apertar(const QString& tela, const QString& nome) {
+    static bool Apertar(const AnyText& tela, const AnyText& nome) {
         if (!IrAte(tela, nome)) {
             return false;
         }
@@ -32,23 +30,20 @@ private Q_SLOTS:
     void cleanup() { janela_.reset(); }
 
     void fromTheSearchToAComponentAndBack() {
-        const QString busca = u"frmPesquisa"_s;
-        const QString resultado = u"frmResultadoPesquisa"_s;
-        const QString lista = u"frmListaPecas"_s;
-        janela_->Abrir();
-        QVERIFY(Apertar(busca, u"imgPesquisa1"_s));
-        QTRY_VERIFY(Janela::Achar<QWidget>(busca, u"txtNumeroTarvo"_s)->hasFocus());
+        Janela::Abrir();
+        QVERIFY(Apertar(Busca, "imgPesquisa1"));
+        QTRY_VERIFY(Achar(Busca, "txtNumeroTarvo")->hasFocus());
         QTest::keyClicks(QApplication::focusWidget(), u"12002"_s);
-        QVERIFY(Apertar(busca, u"pctResultadoPesquisaFundo(0)"_s));
+        QVERIFY(Apertar(Busca, "pctResultadoPesquisaFundo(0)"));
 
-        QVERIFY(Apertar(resultado, u"imgListaComponentesFundo"_s));
-        QVERIFY(IrAte(lista, u"grdListaPecas"_s));
+        QVERIFY(Apertar(Resultado, "imgListaComponentesFundo"));
+        QVERIFY(IrAte(Lista, "grdListaPecas"));
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Home, Qt::ControlModifier);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
-        QCOMPARE(Janela::Linhas(lista, u"dtcListaPecas"_s)->AbsolutePosition(), 1);
-        QVERIFY(Apertar(lista, u"imgResultadoPesquisaFundo"_s));
-        QVERIFY(Apertar(resultado, u"imgPesquisaFundo"_s));
-        QVERIFY(Janela::Achar<QWidget>(busca, u"txtNumeroTarvo"_s)->isVisible());
+        QCOMPARE(Linhas(Lista, "dtcListaPecas")->AbsolutePosition(), 1);
+        QVERIFY(Apertar(Lista, "imgResultadoPesquisaFundo"));
+        QVERIFY(Apertar(Resultado, "imgPesquisaFundo"));
+        QVERIFY(Achar(Busca, "txtNumeroTarvo")->isVisible());
     }
 };
 

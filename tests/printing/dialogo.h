@@ -5,12 +5,10 @@
 #include "printing/impressao.h"
 #include "session/global.h"
 #include "support/catalogo.h"
+#include "support/test.h"
 #include "support/windows.h"
 
-#include <QDir>
-#include <QImage>
 #include <QPointer>
-#include <QTest>
 
 // The dialog over a small catalogue, with a hand for its controls. The printer that is chosen in it
 // comes from `escolher`.
@@ -21,9 +19,8 @@ public:
             flags = f;
             return escolher();
         });
-        catalogo.Executar(LinhasDePesquisa());
-        catalogo.Executar(LinhasDePecas());
-        TextoEmissao = QStringLiteral("05-MAR-2026");
+        catalogo.Executar(LinhasDePesquisa() + LinhasDePecas());
+        TextoEmissao = u"05-MAR-2026"_s;
         gCodigoPeca = 1;
     }
     ~Dialogo() {
@@ -31,7 +28,7 @@ public:
         Fechar();
     }
 
-    void Abrir(const QString& parametro) {
+    void Abrir(const AnyText& parametro) {
         Fechar();
         ParametroFormulario = parametro;
         forms::SetMousePointer(forms::vbHourglass);
@@ -41,66 +38,51 @@ public:
         if (form) {
             form->Unload();
         }
-        testing_support::Settle();
+        Settle();
     }
     // Gives part 1 a figure in a file of this name, with numbers at their places (screen pixels).
-    void DarFigura(const QString& arquivo, const QList<std::pair<QString, QPoint>>& numeros) {
-        QStringList linhas = {
-            QStringLiteral("UPDATE PECA SET CodigoFigura = 1 WHERE CodigoPeca = 1"),
-            QStringLiteral("INSERT INTO FIGURA (CodigoFigura, ArquivoFigura) VALUES (1, '%1')")
-                .arg(arquivo)};
+    void DarFigura(const AnyText& arquivo, const QList<std::pair<QString, QPoint>>& numeros) {
+        QStringList linhas;
         for (const auto& [item, lugar] : numeros) {
-            linhas += QStringLiteral(
-                          "INSERT INTO FIGURADETALHADA (CodigoFigura, CodigoFiguraDetalhada, "
-                          "ItemComponente, LLeft, TTop) VALUES (1, %1, '%2', %3, %4)")
-                          .arg(linhas.size())
+            linhas += u"1, %1, '%2', %3, %4"_s.arg(linhas.size() + 1)
                           .arg(item)
                           .arg(lugar.x())
                           .arg(lugar.y());
         }
-        catalogo.Executar(linhas);
+        catalogo.Executar(List("UPDATE PECA SET CodigoFigura = 1 WHERE CodigoPeca = 1") +
+                          Inserir("FIGURA", {u"1, '%1'"_s.arg(arquivo)}) +
+                          Inserir("FIGURADETALHADA", linhas));
     }
-    void GuardarFigura(const QString& arquivo, const QImage& imagem) const {
-        const QDir pasta(catalogo.Pasta());
-        pasta.mkpath(QStringLiteral("Figuras"));
-        QVERIFY(imagem.save(pasta.filePath(QStringLiteral("Figuras/") + arquivo)));
+    QString ArquivoDaFigura(const AnyText& nome) const {
+        return catalogo.Pasta() + u"/Figuras/"_s + nome;
     }
 
     // Opens it with these ticks and presses OK.
-    void Imprimir(const QString& parametro) {
+    void Imprimir(const AnyText& parametro) {
         Abrir(parametro);
-        Clicar(QStringLiteral("imgOk"));
+        Clicar("imgOk");
     }
-    void Clicar(const QString& nome) const {
-        QTest::mouseClick(&testing_support::Find<QWidget>(*form, nome), Qt::LeftButton);
+    void Clicar(const AnyText& nome) const {
+        QTest::mouseClick(&Find<QWidget>(*form, nome), Qt::LeftButton);
     }
     bool Aberto() const { return form && form->IsLoaded(); }
 
     // Both ticks, as "01"; what is seen and what is kept must agree.
     QString Marcas() const {
         QString marcas;
-        for (const QString& nome :
-             {QStringLiteral("imgFiguraDetalhada"), QStringLiteral("imgListaComponentes")}) {
-            const auto& zona = testing_support::Find<forms::ClickZone>(*form, nome);
-            const bool visivel =
-                testing_support::Find<QWidget>(*form, nome + QStringLiteral("Selecionada"))
-                    .isVisible();
-            marcas += visivel == (zona.Tag != QStringLiteral("0")) ? zona.Tag : QStringLiteral("?");
+        for (const QString& nome : {u"imgFiguraDetalhada"_s, u"imgListaComponentes"_s}) {
+            const auto& zona = Find<forms::ClickZone>(*form, nome);
+            const bool visivel = Find<QWidget>(*form, nome + u"Selecionada"_s).isVisible();
+            marcas += visivel == (zona.Tag != u"0"_s) ? zona.Tag : u"?"_s;
         }
         return marcas;
     }
 
     // Flags and text of each message box, in order.
-    QStringList Caixas() const {
-        QStringList textos;
-        for (const auto& caixa : caixas.Boxes()) {
-            textos += QString::number(caixa.flags) + u' ' + caixa.text;
-        }
-        return textos;
-    }
+    QStringList Caixas() const { return caixas.FlagsAndTexts(); }
 
     CatalogoDeTeste catalogo;
-    testing_support::BoxAnswers caixas;
+    BoxAnswers caixas;
     QPointer<frmImpressao> form;
     int flags = 0;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/printer/printer.h"
+#include "support/test.h"
 
 #include <QList>
 #include <QMap>
@@ -40,8 +41,7 @@ public:
     std::function<void(const QString&)> aoEscolherLetra = [](const QString&) {};
 
     void SetOrientation(int orientation) override {
-        folha_.passos += orientation == printer::vbPRORLandscape ? QStringLiteral("paisagem")
-                                                                 : QStringLiteral("retrato");
+        folha_.passos += orientation == printer::vbPRORLandscape ? u"paisagem"_s : u"retrato"_s;
     }
     float TwipsPerPixelX() const override { return 1440.0F / static_cast<float>(pontos_); }
     void SetFontName(const QString& name) override {
@@ -53,8 +53,8 @@ private:
     void Begin() override { aoComecar(); }
     void DrawText(QPointF topLeft, const QString& text) override {
         const QString letra = QString::number(TextFont().points) +
-                              (TextFont().bold ? QStringLiteral("b") : QString()) +
-                              (TextFont().italic ? QStringLiteral("i") : QString());
+                              (TextFont().bold ? u"b"_s : QString()) +
+                              (TextFont().italic ? u"i"_s : QString());
         folha_.textos.append({Page(), topLeft, text, letra});
     }
     double TextWidth(const QString& text) const override {
@@ -72,7 +72,7 @@ private:
     void NextPage() override { aoVirar(); }
     void End() override {
         aoTerminar();
-        folha_.passos += QStringLiteral("fim");
+        folha_.passos += u"fim"_s;
     }
 
     Folha& folha_;

@@ -1,11 +1,8 @@
 #include "dialogo.h"
 #include "gravador.h"
-#include "platform/erro.h"
-#include "support/testmain.h"
+#include "support/test.h"
 
 #include <QTimer>
-
-using namespace Qt::StringLiterals;
 
 // The dialog and the job, on a device that records.
 class TestImpressao : public QObject {
@@ -33,12 +30,11 @@ private Q_SLOTS:
     void cleanup() { dialogo_.reset(); }
 
     void firstTicks_data() {
-        QTest::addColumn<QString>("parametro");
-        QTest::addColumn<QString>("marcas");
-        QTest::newRow("figure") << u"FD:1LC:0"_s << u"10"_s;
-        QTest::newRow("list") << u"FD:0LC:1"_s << u"01"_s;
-        QTest::newRow("markers count, not places") << u"LC:1 FD:0"_s << u"01"_s;
-        QTest::newRow("nothing") << QString() << u"00"_s;
+        const Table<QString, QString> row("parametro", "marcas");
+        row("figure", "FD:1LC:0", "10");
+        row("list", "FD:0LC:1", "01");
+        row("markers count, not places", "LC:1 FD:0", "01");
+        row("nothing", {}, "00");
     }
     void firstTicks() {
         QFETCH(QString, parametro);
@@ -50,51 +46,44 @@ private Q_SLOTS:
 
     // The mouse going down asks the data each time a box is to be ticked.
     void ticks() {
-        dialogo_->Abrir(u"FD:0LC:1"_s);
-        auto& lista = testing_support::Find<QWidget>(*dialogo_->form, u"imgListaComponentes"_s);
+        dialogo_->Abrir("FD:0LC:1");
+        auto& lista = Find<QWidget>(*dialogo_->form, "imgListaComponentes");
         QTest::mousePress(&lista, Qt::LeftButton);
         QCOMPARE(dialogo_->Marcas(), u"00"_s);
         QTest::mouseRelease(&lista, Qt::LeftButton);
         QCOMPARE(dialogo_->Marcas(), u"00"_s);
-        dialogo_->Clicar(u"imgListaComponentes"_s);
-        dialogo_->Clicar(u"imgFiguraDetalhada"_s);
+        dialogo_->Clicar("imgListaComponentes");
+        dialogo_->Clicar("imgFiguraDetalhada");
         QCOMPARE(dialogo_->Marcas(), u"01"_s);
-        dialogo_->catalogo.Executar({u"UPDATE PECA SET CodigoFigura = 1 WHERE CodigoPeca = 1"_s,
-                                     u"DELETE FROM PECA_COMPONENTE"_s});
-        dialogo_->Clicar(u"imgFiguraDetalhada"_s);
-        dialogo_->Clicar(u"imgListaComponentes"_s);
-        dialogo_->Clicar(u"imgListaComponentes"_s);
+        dialogo_->catalogo.Executar({"UPDATE PECA SET CodigoFigura = 1 WHERE CodigoPeca = 1",
+                                     "DELETE FROM PECA_COMPONENTE"});
+        dialogo_->Clicar("imgFiguraDetalhada");
+        dialogo_->Clicar("imgListaComponentes");
+        dialogo_->Clicar("imgListaComponentes");
         QCOMPARE(dialogo_->Marcas(), u"10"_s);
-        QCOMPARE(dialogo_->Caixas(),
-                 (QStringList{u"64 Essa Peça não possui Figura Detalhada."_s,
-                              u"64 Essa Peça não possui Lista de Componentes."_s}));
+        QCOMPARE(dialogo_->Caixas(), List("64 Essa Peça não possui Figura Detalhada.",
+                                          "64 Essa Peça não possui Lista de Componentes."));
     }
 
     void job() {
-        dialogo_->Imprimir(u"FD:0LC:1"_s);
+        dialogo_->Imprimir("FD:0LC:1");
         QCOMPARE(dialogo_->flags, 0x14000C);
-        QCOMPARE(folha_.passos,
-                 (QStringList{u"paisagem"_s, dialogo_->form->font().family(), u"fim"_s}));
+        QCOMPARE(folha_.passos, List("paisagem", dialogo_->form->font().family(), "fim"));
         QVERIFY(!dialogo_->Aberto());
         QCOMPARE(forms::MousePointer(), forms::vbDefault);
         QCOMPARE(dialogo_->Caixas(), QStringList());
     }
 
     void failures_data() {
-        QTest::addColumn<QString>("parametro");
-        QTest::addColumn<QString>("onde");
-        QTest::addColumn<QStringList>("caixas");
-        QTest::addColumn<bool>("aberto");
+        const Table<QString, QString, QStringList, bool> row("parametro", "onde", "caixas",
+                                                             "aberto");
         const QString impressora = u"16 Erro nº: 482\nErro de impressora"_s;
-        QTest::newRow("nothing ticked")
-            << u"FD:0LC:0"_s << QString()
-            << QStringList{u"16 Nenhuma opção de impressão selecionada."_s} << true;
-        QTest::newRow("cancelled") << u"FD:1LC:1"_s << u"dialogo"_s << QStringList() << true;
-        QTest::newRow("font refused") << u"FD:0LC:1"_s << u"letra"_s << QStringList() << false;
-        QTest::newRow("no printer: each section, and the job goes on")
-            << u"FD:1LC:1"_s << u"comeco"_s << QStringList{impressora, impressora} << false;
-        QTest::newRow("not taken at the end")
-            << u"FD:0LC:1"_s << u"fim"_s << QStringList{impressora} << true;
+        row("nothing ticked", "FD:0LC:0", {}, {"16 Nenhuma opção de impressão selecionada."}, true);
+        row("cancelled", "FD:1LC:1", "dialogo", {}, true);
+        row("font refused", "FD:0LC:1", "letra", {}, false);
+        row("no printer: each section, and the job goes on", "FD:1LC:1", "comeco",
+            {impressora, impressora}, false);
+        row("not taken at the end", "FD:0LC:1", "fim", {impressora}, true);
     }
     void failures() {
         QFETCH(QString, parametro);
@@ -110,7 +99,7 @@ private Q_SLOTS:
                 gravador.aoTerminar = falhar;
             }
         };
-        dialogo_->DarFigura(u"f.png"_s, {{u"   1"_s, {1, 1}}});
+        dialogo_->DarFigura("f.png", {{u"   1"_s, {1, 1}}});
         dialogo_->Imprimir(parametro);
         QTEST(dialogo_->Caixas(), "caixas");
         QTEST(dialogo_->Aberto(), "aberto");
@@ -118,7 +107,7 @@ private Q_SLOTS:
         if (onde == u"fim") {  // a second press starts over
             preparar_ = [](Gravador&) {};
             folha_ = {};
-            dialogo_->Clicar(u"imgOk"_s);
+            dialogo_->Clicar("imgOk");
             QCOMPARE(folha_.textos.value(3).texto, u"Página: 1"_s);
         }
         QCOMPARE(folha_.passos.contains(u"fim"_s),
@@ -130,9 +119,9 @@ private Q_SLOTS:
         preparar_ = [this](Gravador& gravador) {
             gravador.aoComecar = [this] {
                 QTimer::singleShot(0, dialogo_->form, [this] {
-                    dialogo_->Clicar(u"imgOk"_s);
-                    dialogo_->Clicar(u"imgCancelar"_s);
-                    dialogo_->Clicar(u"imgListaComponentes"_s);
+                    dialogo_->Clicar("imgOk");
+                    dialogo_->Clicar("imgCancelar");
+                    dialogo_->Clicar("imgListaComponentes");
                     dialogo_->form->close();
                     QCOMPARE(dialogo_->Aberto(), true);
                     QCOMPARE(dialogo_->Marcas(), u"01"_s);
@@ -141,23 +130,22 @@ private Q_SLOTS:
             };
             gravador.alturas[10] = 2000;  // every row takes a page
         };
-        dialogo_->Imprimir(u"FD:0LC:1"_s);
+        dialogo_->Imprimir("FD:0LC:1");
         QVERIFY(folha_.passos.contains(u"eventos"_s));
         QCOMPARE(folha_.passos.count(u"fim"_s), 1);
         QVERIFY(!dialogo_->Aberto());
     }
 
     void leaving_data() {
-        QTest::addColumn<std::function<void()>>("sair");
-        QTest::newRow("button") << std::function<void()>(
-            [this] { dialogo_->Clicar(u"imgCancelar"_s); });
-        QTest::newRow("key") << std::function<void()>(
-            [this] { QTest::keyClick(dialogo_->form, Qt::Key_Escape); });
-        QTest::newRow("window") << std::function<void()>([this] { dialogo_->form->close(); });
+        const Table<std::function<void()>> row("sair");
+        row("button", std::function<void()>([this] { dialogo_->Clicar("imgCancelar"); }));
+        row("key",
+            std::function<void()>([this] { QTest::keyClick(dialogo_->form, Qt::Key_Escape); }));
+        row("window", std::function<void()>([this] { dialogo_->form->close(); }));
     }
     void leaving() {
         QFETCH(std::function<void()>, sair);
-        dialogo_->Abrir(u"FD:0LC:1"_s);
+        dialogo_->Abrir("FD:0LC:1");
         sair();
         QVERIFY(!dialogo_->Aberto());
         QVERIFY(folha_.passos.isEmpty());
@@ -165,5 +153,4 @@ private Q_SLOTS:
 };
 
 TARVO_TEST(TestImpressao);
-
 #include "test_impressao.moc"

@@ -1,9 +1,7 @@
 #include "dialogo.h"
 #include "gravador.h"
 #include "platform/forms/font.h"
-#include "support/testmain.h"
-
-using namespace Qt::StringLiterals;
+#include "support/test.h"
 
 // The pages on a device that records, at one pixel a page unit unless a case says otherwise.
 class TestPaginas : public QObject {
@@ -16,23 +14,21 @@ class TestPaginas : public QObject {
 
     // So many items of part 1, and so many kits on the first of them.
     void DarLista(int itens, int jogos) {
-        QStringList linhas = {u"DELETE FROM PECA_COMPONENTE"_s,
-                              u"DELETE FROM PECA_COMPONENTE_JOGOREPARO"_s,
-                              u"DELETE FROM JOGOREPARO"_s};
+        QStringList linhas;
+        QStringList todos;
+        QStringList doPrimeiro;
         for (int i = 1; i <= itens; ++i) {
-            linhas +=
-                u"INSERT INTO PECA_COMPONENTE (CodigoPeca, ItemComponente, CodigoComponente, "
-                "QuantidadeComponente) VALUES (1, '%1', 1, 1)"_s.arg(i, 4);
+            linhas += u"1, '%1', 1, 1"_s.arg(i, 4);
         }
         for (int i = 1; i <= jogos; ++i) {
-            linhas +=
-                u"INSERT INTO JOGOREPARO (CodigoJogoReparo, DescricaoJogoReparo, "
-                "NumeroTarvoJogoReparo) VALUES (%1, 'Jogo', 'K%1')"_s.arg(i);
-            linhas +=
-                u"INSERT INTO PECA_COMPONENTE_JOGOREPARO (CodigoPeca, ItemComponente, "
-                "CodigoJogoReparo) VALUES (1, '   1', %1)"_s.arg(i);
+            todos += u"%1, 'K%1', 'Jogo'"_s.arg(i);
+            doPrimeiro += u"1, '   1', %1"_s.arg(i);
         }
-        dialogo_->catalogo.Executar(linhas);
+        dialogo_->catalogo.Executar(
+            List("DELETE FROM PECA_COMPONENTE", "DELETE FROM PECA_COMPONENTE_JOGOREPARO",
+                 "DELETE FROM JOGOREPARO") +
+            Inserir("PECA_COMPONENTE", linhas) + Inserir("JOGOREPARO", todos) +
+            Inserir("PECA_COMPONENTE_JOGOREPARO", doPrimeiro));
     }
 
     // What stands on each page: H head, L and J the titles of list and kits, then how many rows.
@@ -90,28 +86,20 @@ private Q_SLOTS:
     // With a head of 95 + 2 lines, titles of 100 + 1 and rows of 20 + 1, a line of 121 puts the
     // cursor on 2400 itself after 12 rows, and one of 135 on 2300 after 10.
     void breaks_data() {
-        QTest::addColumn<int>("itens");
-        QTest::addColumn<int>("jogos");
-        QTest::addColumn<double>("linha");
-        QTest::addColumn<double>("linhaDoTitulo");
-        QTest::addColumn<QStringList>("paginas");
-        const auto caso = [](const char* nome, int itens, int jogos, double linha,
-                             double linhaDoTitulo, const char* paginas) {
-            QTest::newRow(nome) << itens << jogos << linha << linhaDoTitulo
-                                << QString::fromLatin1(paginas).split(u' ', Qt::SkipEmptyParts);
-        };
-        caso("nothing to print", 0, 0, 50, 60, "");
-        caso("list alone", 3, 0, 50, 60, "HL3");
-        caso("up to the limit", 12, 0, 121, 60, "HL12");
-        caso("at the limit", 13, 0, 121, 60, "HL13");
-        caso("two past it", 14, 0, 121, 60, "HL13 HL1");
-        caso("one unit past it", 13, 0, 121, 61, "HL12 HL1");
-        caso("a hair past it", 13, 0, 121, 60.001, "HL12 HL1");
-        caso("kits at 2300", 10, 2, 135, 60, "HL10J1 HJ1");
-        caso("kits at 2301", 10, 2, 135, 61, "HL10 HJ2");
-        caso("kits in the middle", 3, 2, 50, 60, "HL3J2");
-        caso("kits over several pages", 1, 70, 50, 60, "HL1J25 HJ28 HJ17");
-        caso("both over several pages", 60, 30, 50, 60, "HL28 HL28 HL4J22 HJ8");
+        const Table<int, int, double, double, QString> row("itens", "jogos", "linha",
+                                                           "linhaDoTitulo", "paginas");
+        row("nothing to print", 0, 0, 50, 60, {});
+        row("list alone", 3, 0, 50, 60, "HL3");
+        row("up to the limit", 12, 0, 121, 60, "HL12");
+        row("at the limit", 13, 0, 121, 60, "HL13");
+        row("two past it", 14, 0, 121, 60, "HL13 HL1");
+        row("one unit past it", 13, 0, 121, 61, "HL12 HL1");
+        row("a hair past it", 13, 0, 121, 60.001, "HL12 HL1");
+        row("kits at 2300", 10, 2, 135, 60, "HL10J1 HJ1");
+        row("kits at 2301", 10, 2, 135, 61, "HL10 HJ2");
+        row("kits in the middle", 3, 2, 50, 60, "HL3J2");
+        row("kits over several pages", 1, 70, 50, 60, "HL1J25 HJ28 HJ17");
+        row("both over several pages", 60, 30, 50, 60, "HL28 HL28 HL4J22 HJ8");
     }
     void breaks() {
         QFETCH(int, itens);
@@ -123,61 +111,39 @@ private Q_SLOTS:
             gravador.alturas[12] = linhaDoTitulo;
         };
         DarLista(itens, jogos);
-        dialogo_->Imprimir(u"FD:0LC:1"_s);
-        QTEST(Paginas(), "paginas");
+        dialogo_->Imprimir("FD:0LC:1");
+        QTEST(Paginas().join(u' '), "paginas");
         QVERIFY(!dialogo_->Aberto());
     }
 
     // Places, fonts, order of items (as text), Nulls, and the kits of an item in its last column.
     void everythingOnAPage() {
-        dialogo_->catalogo.Executar({
-            u"INSERT INTO JOGOREPARO (CodigoJogoReparo) VALUES (30)"_s,
-            u"INSERT INTO PECA_COMPONENTE_JOGOREPARO (CodigoPeca, ItemComponente, "
-            "CodigoJogoReparo) VALUES (1, '  12a', 30)"_s,
-            u"UPDATE PECA_COMPONENTE SET ItemComponente = '10' WHERE CodigoPeca = 1 "
-            "AND ItemComponente = '   1'"_s,
-            u"UPDATE COMPONENTE SET DescricaoComponente = NULL WHERE CodigoComponente = 1"_s,
-            u"UPDATE PECA_COMPONENTE SET QuantidadeComponente = 1.5 WHERE CodigoPeca = 1 "
-            "AND ItemComponente = '  12a'"_s,
-        });
-        dialogo_->Imprimir(u"FD:0LC:1"_s);
-        QCOMPARE(Textos(1), (QStringList{
-                                u"200,150 Catálogo TARVO-LINDEN     2.0     05-MAR-2026 12"_s,
-                                u"200,210 Lista de Componentes 10"_s,
-                                u"200,260 Peça: Válvula relé               Nº Tarvo: 12002 10"_s,
-                                u"200,310 Página: 1 7"_s,
-                                u"200,445 Item 10bi"_s,
-                                u"400,445 Qtd. 10bi"_s,
-                                u"600,445 Descrição do Componente 10bi"_s,
-                                u"1600,445 Nº Tarvo 10bi"_s,
-                                u"2200,445 Jogo(s) de Reparo 10bi"_s,
-                                u"200,515    2 10"_s,
-                                u"400,515 4 10"_s,
-                                u"1600,515 12000 10"_s,
-                                u"200,585   12a 10"_s,
-                                u"400,585 1.5 10"_s,
-                                u"600,585 Anel de vedação 10"_s,
-                                u"1600,585 A3400 10"_s,
-                                u"2200,585 1, 2, 30 10"_s,
-                                u"200,655  100 10"_s,
-                                u"600,655 Anel de vedação 10"_s,
-                                u"1600,655 A3400 10"_s,
-                                u"2200,655 2 10"_s,
-                                u"200,725 10 10"_s,
-                                u"400,725 1 10"_s,
-                                u"600,725 Corpo da válvula 10"_s,
-                                u"1600,725 K5600 10"_s,
-                                u"200,875 Código 10bi"_s,
-                                u"500,875 Descrição do Jogo de Reparo 10bi"_s,
-                                u"1600,875 Nº Tarvo 10bi"_s,
-                                u"200,945 1 10"_s,
-                                u"500,945 Válvula relé 10"_s,
-                                u"1600,945 12001 10"_s,
-                                u"200,1015 2 10"_s,
-                                u"500,1015 Anel de vedação 10"_s,
-                                u"1600,1015 A3401 10"_s,
-                                u"200,1085 30 10"_s,
-                            }));
+        dialogo_->catalogo.Executar(
+            {"INSERT INTO JOGOREPARO (CodigoJogoReparo) VALUES (30)",
+             "INSERT INTO PECA_COMPONENTE_JOGOREPARO (CodigoPeca, ItemComponente, "
+             "CodigoJogoReparo) VALUES (1, '  12a', 30)",
+             "UPDATE PECA_COMPONENTE SET ItemComponente = '10' WHERE CodigoPeca = 1 AND "
+             "ItemComponente = '   1'",
+             "UPDATE COMPONENTE SET DescricaoComponente = NULL WHERE CodigoComponente = 1",
+             "UPDATE PECA_COMPONENTE SET QuantidadeComponente = 1.5 WHERE CodigoPeca = 1 AND "
+             "ItemComponente = '  12a'"});
+        dialogo_->Imprimir("FD:0LC:1");
+        QCOMPARE(
+            Textos(1),
+            List("200,150 Catálogo TARVO-LINDEN     2.0     05-MAR-2026 12",
+                 "200,210 Lista de Componentes 10",
+                 "200,260 Peça: Válvula relé               Nº Tarvo: 12002 10",
+                 "200,310 Página: 1 7", "200,445 Item 10bi", "400,445 Qtd. 10bi",
+                 "600,445 Descrição do Componente 10bi", "1600,445 Nº Tarvo 10bi",
+                 "2200,445 Jogo(s) de Reparo 10bi", "200,515    2 10", "400,515 4 10",
+                 "1600,515 12000 10", "200,585   12a 10", "400,585 1.5 10",
+                 "600,585 Anel de vedação 10", "1600,585 A3400 10", "2200,585 1, 2, 30 10",
+                 "200,655  100 10", "600,655 Anel de vedação 10", "1600,655 A3400 10",
+                 "2200,655 2 10", "200,725 10 10", "400,725 1 10", "600,725 Corpo da válvula 10",
+                 "1600,725 K5600 10", "200,875 Código 10bi",
+                 "500,875 Descrição do Jogo de Reparo 10bi", "1600,875 Nº Tarvo 10bi",
+                 "200,945 1 10", "500,945 Válvula relé 10", "1600,945 12001 10", "200,1015 2 10",
+                 "500,1015 Anel de vedação 10", "1600,1015 A3401 10", "200,1085 30 10"));
     }
 
     // The part is asked for once a job; the pages count through it.
@@ -185,17 +151,17 @@ private Q_SLOTS:
         preparar_ = [this](Gravador& gravador) {
             gravador.alturas[10] = 1000;
             gravador.aoVirar = [this] {
-                dialogo_->catalogo.Executar({u"UPDATE PECA SET DescricaoPeca = 'Outra'"_s});
+                dialogo_->catalogo.Executar({"UPDATE PECA SET DescricaoPeca = 'Outra'"});
             };
         };
-        dialogo_->Imprimir(u"FD:0LC:1"_s);
+        dialogo_->Imprimir("FD:0LC:1");
         QCOMPARE(Textos(3).mid(2, 2),
-                 (QStringList{u"200,1210 Peça: Válvula relé               Nº Tarvo: 12002 10"_s,
-                              u"200,2210 Página: 3 7"_s}));
-        dialogo_->catalogo.Executar({u"DELETE FROM PECA"_s});
+                 List("200,1210 Peça: Válvula relé               Nº Tarvo: 12002 10",
+                      "200,2210 Página: 3 7"));
+        dialogo_->catalogo.Executar({"DELETE FROM PECA"});
         folha_ = {};
         TextoEmissao.clear();
-        dialogo_->Imprimir(u"FD:0LC:1"_s);
+        dialogo_->Imprimir("FD:0LC:1");
         QCOMPARE(Textos(1).first(), u"200,150 Catálogo TARVO-LINDEN     2.0      12"_s);
         QCOMPARE(Textos(1).at(2), u"200,1210 Peça: 10"_s);
     }
@@ -203,12 +169,11 @@ private Q_SLOTS:
     // The head ends at 345 units and the picture's corner is at 645; the numbers stand on it as
     // they do on the screen, centred in boxes of 33 by their width there.
     void figure_data() {
-        QTest::addColumn<int>("pontos");
-        QTest::addColumn<int>("s");
-        QTest::newRow("300") << 300 << 3;
-        QTest::newRow("360") << 360 << 4;
-        QTest::newRow("600") << 600 << 7;
-        QTest::newRow("1200") << 1200 << 13;
+        const Table<int, int> row("pontos", "s");
+        row("300", 300, 3);
+        row("360", 360, 4);
+        row("600", 600, 7);
+        row("1200", 1200, 13);
     }
     void figure() {
         QFETCH(int, s);
@@ -221,9 +186,9 @@ private Q_SLOTS:
         };
         const QList<std::pair<QString, QPoint>> numeros = {
             {u"1"_s, {0, 0}}, {u"12"_s, {100, 40}}, {u"12"_s, {549, 330}}, {u"   7"_s, {9, 300}}};
-        dialogo_->DarFigura(u"f.png"_s, numeros);
-        dialogo_->GuardarFigura(u"F.PNG"_s, QImage(582, 343, QImage::Format_RGB32));
-        dialogo_->Imprimir(u"FD:1LC:1"_s);
+        dialogo_->DarFigura("f.png", numeros);
+        WritePicture(dialogo_->ArquivoDaFigura("F.PNG"), {582, 343});
+        dialogo_->Imprimir("FD:1LC:1");
         QCOMPARE(dialogo_->Caixas(), QStringList());
         QCOMPARE(folha_.textos.at(4 + numeros.size()).pagina, 2);
         QCOMPARE(folha_.figuras.size(), 1);
@@ -248,19 +213,16 @@ private Q_SLOTS:
     }
 
     void figureFailures_data() {
-        QTest::addColumn<int>("pontos");
-        QTest::addColumn<QString>("sql");
-        QTest::addColumn<QString>("caixa");
-        QTest::newRow("too fine a printer") << 2400 << QString() << u"16 Erro nº: 6\nEstouro"_s;
-        QTest::newRow("picture missing") << 360 << u"UPDATE FIGURA SET ArquivoFigura = 'x.png'"_s
-                                         << u"16 Erro nº: 53\nArquivo não encontrado"_s;
-        QTest::newRow("no name") << 360 << u"UPDATE FIGURA SET ArquivoFigura = NULL"_s
-                                 << u"16 Erro nº: 53\nArquivo não encontrado"_s;
-        QTest::newRow("no place") << 360 << u"UPDATE FIGURADETALHADA SET TTop = NULL"_s
-                                  << u"16 Erro nº: 94\nUso de Nulo inválido"_s;
-        QTest::newRow("far away") << 360 << u"UPDATE FIGURADETALHADA SET LLeft = 9000"_s
-                                  << u"16 Erro nº: 6\nEstouro"_s;
-        QTest::newRow("no numbers") << 360 << u"DELETE FROM FIGURADETALHADA"_s << QString();
+        const Table<int, QString, QString> row("pontos", "sql", "caixa");
+        row("too fine a printer", 2400, {}, "16 Erro nº: 6\nEstouro");
+        row("picture missing", 360, "UPDATE FIGURA SET ArquivoFigura = 'x.png'",
+            "16 Erro nº: 53\nArquivo não encontrado");
+        row("no name", 360, "UPDATE FIGURA SET ArquivoFigura = NULL",
+            "16 Erro nº: 53\nArquivo não encontrado");
+        row("no place", 360, "UPDATE FIGURADETALHADA SET TTop = NULL",
+            "16 Erro nº: 94\nUso de Nulo inválido");
+        row("far away", 360, "UPDATE FIGURADETALHADA SET LLeft = 9000", "16 Erro nº: 6\nEstouro");
+        row("no numbers", 360, "DELETE FROM FIGURADETALHADA", {});
     }
     // The head stands by then, and the rest of the job is printed.
     void figureFailures() {
@@ -269,18 +231,17 @@ private Q_SLOTS:
         QFETCH(QString, caixa);
         pontos_ = pontos;
         preparar_ = [pontos](Gravador& gravador) { gravador.alturas[10] = pontos / 7.2; };
-        dialogo_->DarFigura(u"f.png"_s, {{u"1"_s, {5, 5}}});
-        dialogo_->GuardarFigura(u"f.png"_s, QImage(582, 343, QImage::Format_RGB32));
+        dialogo_->DarFigura("f.png", {{u"1"_s, {5, 5}}});
+        WritePicture(dialogo_->ArquivoDaFigura("f.png"), {582, 343});
         if (!sql.isEmpty()) {
             dialogo_->catalogo.Executar({sql});
         }
-        dialogo_->Imprimir(u"FD:1LC:1"_s);
-        QCOMPARE(dialogo_->Caixas(), caixa.isEmpty() ? QStringList() : QStringList{caixa});
+        dialogo_->Imprimir("FD:1LC:1");
+        QCOMPARE(dialogo_->Caixas(), caixa.isEmpty() ? QStringList() : List(caixa));
         QCOMPARE(folha_.textos.last().pagina, caixa.isEmpty() ? 1 : 2);
         QCOMPARE(folha_.passos.last(), u"fim"_s);
     }
 };
 
 TARVO_TEST(TestPaginas);
-
 #include "test_paginas.moc"

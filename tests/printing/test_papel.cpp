@@ -1,25 +1,14 @@
 #include "dialogo.h"
 #include "platform/forms/font.h"
 #include "platform/printer/paperprinter.h"
-#include "support/testmain.h"
+#include "support/test.h"
 
+#include <QBuffer>
 #include <QPainter>
 #include <QPrinter>
-#include <QProcess>
 #include <QRegularExpression>
 
-using namespace Qt::StringLiterals;
-
 namespace {
-
-QString Ferramenta(const QString& programa, const QStringList& argumentos) {
-    QProcess processo;
-    processo.start(programa, argumentos);
-    if (!processo.waitForFinished() || processo.exitCode() != 0) {
-        qFatal("%s: %s", qPrintable(programa), processo.readAllStandardError().constData());
-    }
-    return QString::fromUtf8(processo.readAllStandardOutput());
-}
 
 struct Palavra {
     int pagina;
@@ -36,8 +25,7 @@ QList<Palavra> Palavras(const QString& arquivo) {
         u"<page |<word xMin=\"([\\d.]+)\" yMin=\"([\\d.]+)\"[^>]*>([^<]*)<"_s);
     QList<Palavra> palavras;
     int pagina = 0;
-    for (auto i = linha.globalMatch(Ferramenta(u"pdftotext"_s, {u"-bbox"_s, arquivo, u"-"_s}));
-         i.hasNext();) {
+    for (auto i = linha.globalMatch(OutputOf("pdftotext", {"-bbox", arquivo, "-"})); i.hasNext();) {
         const auto achado = i.next();
         if (achado.capturedLength(3) == 0) {
             ++pagina;
@@ -60,8 +48,6 @@ class TestPapel : public QObject {
     QString arquivo_;
     std::unique_ptr<Dialogo> dialogo_;
 
-    QString NovoArquivo() const { return dialogo_->catalogo.Pasta() + u"/saída.pdf"_s; }
-
 private Q_SLOTS:
     void init() {
         pontos_ = 600;
@@ -72,31 +58,30 @@ private Q_SLOTS:
             qt->setPageSize(QPageSize(QPageSize::A4));
             return std::make_unique<printer::PaperPrinter>(std::move(qt));
         });
-        arquivo_ = NovoArquivo();
+        arquivo_ = dialogo_->catalogo.Pasta() + u"/saída.pdf"_s;
     }
     void cleanup() { dialogo_.reset(); }
 
     void list_data() {
-        QTest::addColumn<int>("pontos");
-        QTest::newRow("300") << 300;
-        QTest::newRow("600") << 600;
+        const Table<int> row("pontos");
+        row("300", 300);
+        row("600", 600);
     }
     void list() {
         QFETCH(int, pontos);
         pontos_ = pontos;
-        QStringList linhas = {u"DELETE FROM PECA_COMPONENTE WHERE CodigoPeca = 1"_s};
+        QStringList linhas;
         for (int i = 1; i <= 60; ++i) {
-            linhas +=
-                u"INSERT INTO PECA_COMPONENTE (CodigoPeca, ItemComponente, CodigoComponente, "
-                "QuantidadeComponente) VALUES (1, '%1', 2, 100)"_s.arg(i, 4);
+            linhas += u"1, '%1', 2, 100"_s.arg(i, 4);
         }
-        dialogo_->catalogo.Executar(linhas);
-        dialogo_->Imprimir(u"FD:0LC:1"_s);
+        dialogo_->catalogo.Executar(List("DELETE FROM PECA_COMPONENTE WHERE CodigoPeca = 1") +
+                                    Inserir("PECA_COMPONENTE", linhas));
+        dialogo_->Imprimir("FD:0LC:1");
         QCOMPARE(dialogo_->Caixas(), QStringList());
 
         const QList<Palavra> palavras = Palavras(arquivo_);
         QCOMPARE(palavras.last().pagina, 3);
-        QVERIFY(Ferramenta(u"pdfinfo"_s, {arquivo_}).contains(u"842 x 595 pts (A4)"_s));
+        QVERIFY(OutputOf("pdfinfo", {arquivo_}).contains(u"842 x 595 pts (A4)"_s));
         const double pixel = 360.0 / pontos;
         // The substitute's lines are 1.117 of its size high.
         const auto achar = [&](int pagina, const QString& texto) {
@@ -140,8 +125,8 @@ private Q_SLOTS:
 
     // Bold and italic titles, everything embedded; the text comes out with its accents.
     void fonts() {
-        dialogo_->Imprimir(u"FD:0LC:1"_s);
-        const QStringList letras = Ferramenta(u"pdffonts"_s, {arquivo_}).split(u'\n').mid(2);
+        dialogo_->Imprimir("FD:0LC:1");
+        const QStringList letras = OutputOf("pdffonts", {arquivo_}).split(u'\n').mid(2);
         QStringList nomes;
         for (const QString& letra : letras) {
             const QStringList colunas = letra.simplified().split(u' ');
@@ -152,10 +137,8 @@ private Q_SLOTS:
             }
         }
         nomes.sort();
-        QCOMPARE(nomes, (QStringList{u"LiberationSans yes yes"_s,
-                                     u"LiberationSans-BoldItalic yes yes"_s}));
-        const QString texto =
-            Ferramenta(u"pdftotext"_s, {u"-layout"_s, arquivo_, u"-"_s}).simplified();
+        QCOMPARE(nomes, List("LiberationSans yes yes", "LiberationSans-BoldItalic yes yes"));
+        const QString texto = OutputOf("pdftotext", {"-layout", arquivo_, "-"}).simplified();
         for (const QString& linha :
              {u"Descrição do Componente"_s, u"Código"_s, u"Anel de vedação"_s,
               u"Peça: Válvula relé Nº Tarvo: 12002"_s}) {
@@ -166,10 +149,9 @@ private Q_SLOTS:
     // The picture is printed in whole printer pixels, and a number beside its mark on the picture
     // stays beside it.
     void figure_data() {
-        QTest::addColumn<int>("pontos");
-        QTest::addColumn<int>("s");
-        QTest::newRow("300") << 300 << 3;
-        QTest::newRow("600") << 600 << 7;
+        const Table<int, int> row("pontos", "s");
+        row("300", 300, 3);
+        row("600", 600, 7);
     }
     void figure() {
         QFETCH(int, pontos);
@@ -180,19 +162,22 @@ private Q_SLOTS:
         const QPoint marca(400, 200);
         QPainter(&imagem).fillRect(QRect(marca, QSize(10, 10)), Qt::red);
         QPainter(&imagem).fillRect(QRect(0, 0, 582, 4), Qt::red);
-        dialogo_->GuardarFigura(u"f.png"_s, imagem);
-        dialogo_->DarFigura(u"f.png"_s, {{u"12a"_s, marca}});
-        dialogo_->Imprimir(u"FD:1LC:1"_s);
+        QBuffer png;
+        QVERIFY(imagem.save(&png, "PNG"));
+        Write(dialogo_->ArquivoDaFigura("f.png"), png.data());
+        dialogo_->DarFigura("f.png", {{u"12a"_s, marca}});
+        dialogo_->Imprimir("FD:1LC:1");
         QCOMPARE(dialogo_->Caixas(), QStringList());
 
         const QString folha = dialogo_->catalogo.Pasta() + u"/folha"_s;
-        Ferramenta(u"pdftoppm"_s, {u"-r"_s, QString::number(pontos), u"-png"_s, u"-f"_s, u"1"_s,
-                                   u"-l"_s, u"1"_s, u"-singlefile"_s, arquivo_, folha});
-        const QImage papel(folha + u".png"_s);
+        OutputOf("pdftoppm", {"-r", QString::number(pontos), "-png", "-f", "1", "-l", "1",
+                              "-singlefile", arquivo_, folha});
+        const QImage papel = QImage(folha + u".png"_s).convertToFormat(QImage::Format_RGB32);
         QRect vermelho;
         for (int y = 0; y < papel.height(); ++y) {
+            const auto* linha = reinterpret_cast<const QRgb*>(papel.constScanLine(y));
             for (int x = 0; x < papel.width(); ++x) {
-                if (papel.pixelColor(x, y).green() < 60 && papel.pixelColor(x, y).red() > 200) {
+                if (qGreen(linha[x]) < 60 && qRed(linha[x]) > 200) {
                     vermelho |= QRect(x, y, 1, 1);
                 }
             }
@@ -219,15 +204,11 @@ private Q_SLOTS:
 
     // What was in the file before stays when the document cannot be written.
     void unwritable_data() {
-        QTest::addColumn<QString>("arquivo");
-        QTest::addColumn<QString>("caixa");
-        QTest::addColumn<bool>("aberto");
-        QTest::newRow("no folder")
-            << u"/não há/saída.pdf"_s << u"76\nCaminho não encontrado"_s << false;
-        QTest::newRow("a folder") << u"/"_s << u"75\nErro de acesso ao caminho/arquivo"_s << false;
-        QTest::newRow("full disk") << u"full"_s << u"61\nDisco cheio"_s << true;
-        QTest::newRow("neither printer nor file")
-            << QString() << u"482\nErro de impressora"_s << false;
+        const Table<QString, QString, bool> row("arquivo", "caixa", "aberto");
+        row("no folder", "/não há/saída.pdf", "76\nCaminho não encontrado", false);
+        row("a folder", "/", "75\nErro de acesso ao caminho/arquivo", false);
+        row("full disk", "full", "61\nDisco cheio", true);
+        row("neither printer nor file", {}, "482\nErro de impressora", false);
     }
     void unwritable() {
         QFETCH(QString, arquivo);
@@ -235,7 +216,7 @@ private Q_SLOTS:
         arquivo_ = arquivo == u"full"  ? u"/dev/full"_s
                    : arquivo.isEmpty() ? QString()
                                        : dialogo_->catalogo.Pasta() + arquivo;
-        dialogo_->Imprimir(u"FD:0LC:1"_s);
+        dialogo_->Imprimir("FD:0LC:1");
         QCOMPARE(dialogo_->Caixas().size(), 1);
         QVERIFY2(dialogo_->Caixas().first().startsWith(u"16 Erro nº: "_s + caixa),
                  qPrintable(dialogo_->Caixas().first()));
@@ -244,5 +225,4 @@ private Q_SLOTS:
 };
 
 TARVO_TEST(TestPapel);
-
 #include "test_papel.moc"

@@ -1,24 +1,14 @@
-#include "platform/erro.h"
 #include "platform/system/paths.h"
 #include "publicar/publish.h"
 #include "support/catalogo.h"
-#include "support/testmain.h"
+#include "support/test.h"
 
-#include <QDir>
 #include <QProcess>
-#include <QTemporaryDir>
-#include <QTest>
 
-using namespace Qt::StringLiterals;
 using publicar::Finding;
 using verificar::Weight;
 
 namespace {
-
-void Write(const QString& path, const QByteArray& content) {
-    QDir().mkpath(QFileInfo(path).path());
-    sys::WriteWhole(path, content);
-}
 
 // As a user would sum a report up: "!" a fault, "?" a hint, its cases behind it.
 QStringList Lines(const QList<Finding>& findings) {
@@ -41,7 +31,7 @@ private:
     std::unique_ptr<QTemporaryDir> root_;
     publicar::Order order_;
 
-    QString In(const QString& name) const { return root_->filePath(name); }
+    QString In(const AnyText& name) const { return root_->filePath(name); }
 
     QStringList Check() const {
         QList<Finding> findings;
@@ -53,11 +43,11 @@ private:
         int code;
         QString output;
     };
-    Outcome Run(const QStringList& options) const {
+    Outcome Run(const AnyTexts& options) const {
         QProcess process;
         process.setProcessChannelMode(QProcess::MergedChannels);
         process.start(QStringLiteral(TARVO_PUBLICAR),
-                      QStringList{order_.folder, u"--catalogue"_s, order_.catalogue} + options);
+                      List(order_.folder, "--catalogue", order_.catalogue) + options);
         if (!process.waitForFinished(60000)) {
             qFatal("tarvo-publicar did not end");
         }
@@ -70,25 +60,20 @@ private Q_SLOTS:
         {
             CatalogoDeTeste catalogue;
             catalogue.Executar(LinhasDePesquisa());
-            QDir().mkpath(In(u"dados"_s));
-            QVERIFY(QFile::copy(catalogue.Pasta() + u"/Tarvo.mdb"_s, In(u"dados/Tarvo.mdb"_s)));
+            QDir().mkpath(In("dados"));
+            QVERIFY(QFile::copy(catalogue.Pasta() + u"/Tarvo.mdb"_s, In("dados/Tarvo.mdb")));
         }
         order_ = {};
-        order_.folder = In(u"nova"_s);
-        order_.catalogue = In(u"dados"_s);
-        order_.site = In(u"site"_s);
+        order_.folder = In("nova");
+        order_.catalogue = In("dados");
+        order_.site = In("site");
         order_.release = 2;
-        QDir().mkpath(order_.folder);
-        QDir().mkpath(order_.site);
+        QVERIFY(QDir().mkpath(order_.folder) && QDir().mkpath(order_.site));
     }
 
     // Each script alone, and the beginning of each line that is to be said about it.
     void Scripts_data() {
-        QTest::addColumn<QByteArray>("script");
-        QTest::addColumn<QStringList>("said");
-        const auto row = [](const char* name, const QByteArray& script, const QStringList& said) {
-            QTest::newRow(name) << script << said;
-        };
+        const Table<QByteArray, QStringList> row("script", "said");
         row("good",
             "B:UPDATE PECA SET DescricaoPeca = '1?' WHERE CodigoPeca = 2?\r\n"
             "Rel\xc3\xa9<<;>>1\r\nAnel<<;>>2\r\n\r\nR:\r\n",
@@ -97,79 +82,80 @@ private Q_SLOTS:
             "E:UPDATE PECA SET DescricaoPeca = 'a' WHERE CodigoPeca = 1\r\n"
             "E:UPDATE PESSA SET DescricaoPeca = 'a'\r\n"
             "E:INSERT INTO PECA (CodigoPeca) VALUES (1)\r\n",
-            {u"!Comando que falha (no cliente, em silêncio): a.sdb, linha 2: erro 3078"_s,
-             u"!Comando que falha (no cliente, em silêncio): a.sdb, linha 3: erro 3022"_s});
+            {"!Comando que falha (no cliente, em silêncio): a.sdb, linha 2: erro 3078",
+             "!Comando que falha (no cliente, em silêncio): a.sdb, linha 3: erro 3022"});
         row("changes nothing", "E:DELETE FROM PECA WHERE CodigoPeca = 99\r\n",
-            {u"?Comando que não muda nada: a.sdb, linha 1: DELETE"_s});
+            {"?Comando que não muda nada: a.sdb, linha 1: DELETE"});
         row("no template", "1<<;>>2\r\n",
-            {u"!Linha de dados sem um modelo \"B:\" antes dela: a.sdb, linha 1"_s});
+            {"!Linha de dados sem um modelo \"B:\" antes dela: a.sdb, linha 1"});
         row("too few values",
             "B:UPDATE PECA SET DescricaoPeca = '1?' WHERE CodigoPeca = 2?\r\nx\r\n",
-            {u"!Linha com menos valores do que o modelo pede: a.sdb, linha 2: 1 em vez de 2"_s,
-             u"!Comando que falha (no cliente, em silêncio): a.sdb, linha 2"_s});
+            {"!Linha com menos valores do que o modelo pede: a.sdb, linha 2: 1 em vez de 2",
+             "!Comando que falha (no cliente, em silêncio): a.sdb, linha 2"});
         row("too many values",
             "B:UPDATE PECA SET DescricaoPeca = '1?' WHERE CodigoPeca = 1\r\nx<<;>>y\r\n",
-            {u"?Linha com mais valores do que o modelo pede: a.sdb, linha 2: 2 em vez de 1"_s});
+            {"?Linha com mais valores do que o modelo pede: a.sdb, linha 2: 2 em vez de 1"});
         row("line feeds alone",
             "E:UPDATE PECA SET DescricaoPeca = 'a'\nE:UPDATE PECA SET DescricaoPeca = 'b'\n",
-            {u"!Fim de linha que não é CR LF: o instalador lê as linhas como uma só: a.sdb"_s,
-             u"!Comando que falha (no cliente, em silêncio): a.sdb, linha 1"_s});
-        row("encoding mark", "\xef\xbb\xbf" "E:UPDATE PECA SET DescricaoPeca = 'a'\r\n", {});
+            {"!Fim de linha que não é CR LF: o instalador lê as linhas como uma só: a.sdb",
+             "!Comando que falha (no cliente, em silêncio): a.sdb, linha 1"});
+        row("encoding mark",
+            "\xef\xbb\xbf"
+            "E:UPDATE PECA SET DescricaoPeca = 'a'\r\n",
+            {});
         row("looks like a command", "B:\r\n e:UPDATE PECA SET DescricaoPeca = 'a'\r\n",
-            {u"!Linha de dados sem um modelo"_s,
-             u"?Linha de dados que parece um comando: a.sdb, linha 2"_s});
+            {"!Linha de dados sem um modelo",
+             "?Linha de dados que parece um comando: a.sdb, linha 2"});
         row("other encoding", "E:UPDATE PECA SET DescricaoPeca = 'v\xe1lvula'\r\n",
-            {u"?Script que não está em UTF-8"_s});
+            {"?Script que não está em UTF-8"});
         row("starts a program", "S:instalar.exe /s\r\n",
-            {u"?Programa que o script inicia (aqui não foi iniciado): a.sdb, linha 1: instalar"_s});
+            {"?Programa que o script inicia (aqui não foi iniciado): a.sdb, linha 1: instalar"});
         row("adds again",
             "E:INSERT INTO PECA (CodigoPeca, NumeroTarvoPeca) SELECT Max(CodigoPeca) + 1, 'N' FROM "
             "PECA\r\n",
-            {u"?Tabela que muda quando os scripts correm de novo, como depois de uma queda de luz: "
-             "PECA: de 4 para 5 linhas; a.sdb, linha 1"_s});
-        row("counts on", "E:UPDATE COMPONENTE SET DescricaoComponente = DescricaoComponente & '!' "
-                         "WHERE CodigoComponente = 1\r\n",
-            {u"?Tabela que muda quando os scripts correm de novo, como depois de uma queda de luz: "
-             "COMPONENTE: de 3 para 3 linhas; a.sdb, linha 1"_s});
+            {"?Tabela que muda quando os scripts correm de novo, como depois de uma queda de luz: "
+             "PECA: de 4 para 5 linhas; a.sdb, linha 1"});
+        row("counts on",
+            "E:UPDATE COMPONENTE SET DescricaoComponente = DescricaoComponente & '!' "
+            "WHERE CodigoComponente = 1\r\n",
+            {"?Tabela que muda quando os scripts correm de novo, como depois de uma queda de luz: "
+             "COMPONENTE: de 3 para 3 linhas; a.sdb, linha 1"});
         row("takes out and puts in again",
             "E:DELETE FROM REFERENCIACRUZADA WHERE NumeroTarvo = '12002'\r\n"
             "E:INSERT INTO REFERENCIACRUZADA (CodigoClienteConcorrente, NumeroTarvo, "
             "NumeroClienteConcorrente) VALUES (7, '12002', 'A71')\r\n",
             {});
     }
-
     void Scripts() {
         QFETCH(QByteArray, script);
         QFETCH(QStringList, said);
-        Write(In(u"nova/a.sdb"_s), script);
-        const QByteArray before = sys::ReadBytes(In(u"dados/Tarvo.mdb"_s));
+        Write(In("nova/a.sdb"), script);
+        const QByteArray before = sys::ReadBytes(In("dados/Tarvo.mdb"));
         const QStringList got = Check();
         QVERIFY2(got.size() == said.size(), qPrintable(got.join(u'\n')));
         for (qsizetype i = 0; i < said.size(); ++i) {
             QVERIFY2(got.at(i).startsWith(said.at(i)), qPrintable(got.join(u'\n')));
         }
-        QCOMPARE(sys::ReadBytes(In(u"dados/Tarvo.mdb"_s)), before);
+        QCOMPARE(sys::ReadBytes(In("dados/Tarvo.mdb")), before);
     }
 
     void TemplateGoesOnInTheNextScript() {
-        Write(In(u"nova/1.sdb"_s), "B:UPDATE PECA SET DescricaoPeca = '1?' WHERE CodigoPeca = 1");
-        Write(In(u"nova/2.sdb"_s), "Nova\r\n");
+        Write(In("nova/1.sdb"), "B:UPDATE PECA SET DescricaoPeca = '1?' WHERE CodigoPeca = 1");
+        Write(In("nova/2.sdb"), "Nova\r\n");
         QCOMPARE(Check(), QStringList());
     }
 
     void Names() {
-        Write(In(u"nova/FotoPeca/boa.png"_s), "x");
-        Write(In(u"nova/Tarvo.mdb"_s), "x");
-        Write(In(u"nova/a;b.png"_s), "x");
-        Write(In(u"nova/.oculto"_s), "x");
+        Write(In("nova/FotoPeca/boa.png"));
+        Write(In("nova/Tarvo.mdb"));
+        Write(In("nova/a;b.png"));
+        Write(In("nova/.oculto"));
         // One name here, a way out there; two names here, one file there.
-        for (const QString& name : {u"nova/x\\..\\..\\fora.png"_s, u"nova/FotoPeca/BOA.PNG"_s}) {
-            QFile odd(In(name));
-            QVERIFY(odd.open(QIODevice::WriteOnly));
-        }
-        Write(In(u"fora.txt"_s), "x");
-        QVERIFY(QFile::link(In(u"fora.txt"_s), In(u"nova/atalho.txt"_s)));
-        QVERIFY(QFile::link(In(u"dados"_s), In(u"nova/pasta"_s)));
+        Write(In("nova/x\\..\\..\\fora.png"));
+        Write(In("nova/FotoPeca/BOA.PNG"));
+        Write(In("fora.txt"));
+        QVERIFY(QFile::link(In("fora.txt"), In("nova/atalho.txt")));
+        QVERIFY(QFile::link(In("dados"), In("nova/pasta")));
         const QStringList got = Check();
         const QStringList wanted = {
             u"!Atalho que leva para fora da pasta: atalho.txt"_s,
@@ -187,9 +173,9 @@ private Q_SLOTS:
     }
 
     void NamesOfEarlierVersions() {
-        Write(In(u"site/ListVersao1.txt"_s), "SDB;Dados.sdb;9\r\nARQ;FotoPeca\\a.png;9\r\n");
-        Write(In(u"nova/dados.sdb"_s), "R:\r\n");
-        Write(In(u"nova/FotoPeca/A.png"_s), "x");
+        Write(In("site/ListVersao1.txt"), "SDB;Dados.sdb;9\r\nARQ;FotoPeca\\a.png;9\r\n");
+        Write(In("nova/dados.sdb"), "R:\r\n");
+        Write(In("nova/FotoPeca/A.png"));
         const QStringList got = Check();
         QCOMPARE(got.size(), 2);
         QVERIFY(got.at(0).startsWith("!Script com o nome"_L1));
@@ -199,32 +185,32 @@ private Q_SLOTS:
     }
 
     void PublishesOnlyWhatIsSound() {
-        Write(In(u"nova/a.sdb"_s), "E:UPDATE NADA SET x = 1\r\n");
-        Write(In(u"nova/FotoPeca/n.png"_s), "figura");
-        QCOMPARE(Run({u"--release"_s, u"2"_s, u"--site"_s, order_.site}).code, 1);
+        Write(In("nova/a.sdb"), "E:UPDATE NADA SET x = 1\r\n");
+        Write(In("nova/FotoPeca/n.png"), "figura");
+        QCOMPARE(Run({"--release", "2", "--site", order_.site}).code, 1);
         QCOMPARE(QDir(order_.site).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
                  QStringList());
 
-        Write(In(u"nova/a.sdb"_s), "E:UPDATE PECA SET DescricaoPeca = 'Nova' WHERE CodigoPeca = 1");
-        const Outcome good = Run({u"--release"_s, u"2"_s, u"--site"_s, order_.site, u"--program"_s,
-                                  u"FotoPeca/n.png"_s, u"--keep"_s, In(u"dados2"_s)});
+        Write(In("nova/a.sdb"), "E:UPDATE PECA SET DescricaoPeca = 'Nova' WHERE CodigoPeca = 1");
+        const Outcome good = Run({"--release", "2", "--site", order_.site, "--program",
+                                  "FotoPeca/n.png", "--keep", In("dados2")});
         QVERIFY2(good.code == 0, qPrintable(good.output));
-        QCOMPARE(sys::ReadText(In(u"site/ListVersao2.txt"_s)),
+        QCOMPARE(sys::ReadText(In("site/ListVersao2.txt")),
                  u"EXE;FotoPeca\\n.png;6\r\nSDB;a.sdb;61\r\n"_s);
-        QCOMPARE(sys::ReadText(In(u"site/FotoPeca/n.png"_s)), u"figura"_s);
-        QCOMPARE(sys::ReadText(In(u"site/Versao.txt"_s)), u"2\r\n"_s);
+        QCOMPARE(sys::ReadText(In("site/FotoPeca/n.png")), u"figura"_s);
+        QCOMPARE(sys::ReadText(In("site/Versao.txt")), u"2\r\n"_s);
 
         // The same version again, and one with a gap before it; from the kept catalogue it goes on.
-        QCOMPARE(Run({u"--release"_s, u"2"_s, u"--site"_s, order_.site}).code, 1);
-        QCOMPARE(Run({u"--release"_s, u"4"_s, u"--site"_s, order_.site}).code, 1);
-        Write(In(u"nova/a.sdb"_s), "E:UPDATE PECA SET DescricaoPeca = 'Outra' "
-                                   "WHERE DescricaoPeca = 'Nova'");
-        QVERIFY(QFile::rename(In(u"nova/a.sdb"_s), In(u"nova/b.sdb"_s)));
-        order_.catalogue = In(u"dados2"_s);
-        const Outcome next = Run({u"--release"_s, u"3"_s, u"--site"_s, order_.site});
+        QCOMPARE(Run({"--release", "2", "--site", order_.site}).code, 1);
+        QCOMPARE(Run({"--release", "4", "--site", order_.site}).code, 1);
+        Write(In("nova/a.sdb"),
+              "E:UPDATE PECA SET DescricaoPeca = 'Outra' WHERE DescricaoPeca = 'Nova'");
+        QVERIFY(QFile::rename(In("nova/a.sdb"), In("nova/b.sdb")));
+        order_.catalogue = In("dados2");
+        const Outcome next = Run({"--release", "3", "--site", order_.site});
         QVERIFY2(next.code == 0 && !next.output.contains(u"não é o da versão"_s),
                  qPrintable(next.output));
-        QCOMPARE(sys::ReadText(In(u"site/Versao.txt"_s)), u"3\r\n"_s);
+        QCOMPARE(sys::ReadText(In("site/Versao.txt")), u"3\r\n"_s);
     }
 
     void FullDiskOfTheSite() {
@@ -249,12 +235,13 @@ private Q_SLOTS:
 
     void WrongUse() {
         QCOMPARE(Run({}).code, 2);
-        QCOMPARE(Run({u"--release"_s, u"32768"_s}).code, 2);
-        QCOMPARE(Run({u"--release"_s, u"2"_s, u"sobra"_s}).code, 2);
-        order_.catalogue = In(u"nada"_s);
-        QVERIFY(Run({u"--release"_s, u"2"_s}).output.contains(u"Não há catálogo"_s));
+        QCOMPARE(Run({"--release", "32768"}).code, 2);
+        QCOMPARE(Run({"--release", "2", "sobra"}).code, 2);
+        order_.catalogue = In("nada");
+        QVERIFY(Run({"--release", "2"}).output.contains(u"Não há catálogo"_s));
     }
 };
 
+TARVO_FULL_KEYS;
 TARVO_TEST(TestPublicar);
 #include "test_publicar.moc"

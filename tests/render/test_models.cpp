@@ -1,16 +1,13 @@
 #include "render/components.h"
 #include "render/families.h"
 #include "render/outline.h"
-#include "support/testmain.h"
-
-#include <QTest>
+#include "support/test.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <unordered_map>
 
-using namespace Qt::StringLiterals;
 using namespace render;
 
 namespace {
@@ -113,9 +110,9 @@ private Q_SLOTS:
     }
 
     void OddParametersGiveAFinitePart_data() {
-        QTest::addColumn<QString>("value");
+        const Table<QString> row("value");
         for (const char* value : {"0", "0,0001", "30", "1000", "99999", "M0x0", "", "x"}) {
-            QTest::newRow(value) << QString::fromLatin1(value);
+            row(value, QString::fromLatin1(value));
         }
     }
     void OddParametersGiveAFinitePart() {
@@ -134,17 +131,13 @@ private Q_SLOTS:
     }
 
     void LargerNumbersMakeLargerParts_data() {
-        QTest::addColumn<QString>("family");
-        QTest::addColumn<QString>("axis");
-        QTest::addColumn<QString>("less");
-        QTest::addColumn<QString>("more");
-        QTest::newRow("chamber") << u"camara-simples"_s << u"tipo"_s << u"9"_s << u"36"_s;
-        QTest::newRow("stroke") << u"cilindro-porta"_s << u"curso"_s << u"100"_s << u"250"_s;
-        QTest::newRow("bore") << u"compressor-mono"_s << u"diâmetro"_s << u"75"_s << u"100"_s;
-        QTest::newRow("litres") << u"reservatorio-ar"_s << u"volume"_s << u"5"_s << u"60"_s;
-        QTest::newRow("thread") << u"niple"_s << u"rosca"_s << u"M12x1,5"_s << u"M22x1,5"_s;
-        QTest::newRow("pipe") << u"valvula-retencao"_s << u"rosca"_s << u"1/4 NPTF"_s
-                              << u"3/8 NPTF"_s;
+        const Table<QString, QString, QString, QString> row("family", "axis", "less", "more");
+        row("chamber", "camara-simples", "tipo", "9", "36");
+        row("stroke", "cilindro-porta", "curso", "100", "250");
+        row("bore", "compressor-mono", "diâmetro", "75", "100");
+        row("litres", "reservatorio-ar", "volume", "5", "60");
+        row("thread", "niple", "rosca", "M12x1,5", "M22x1,5");
+        row("pipe", "valvula-retencao", "rosca", "1/4 NPTF", "3/8 NPTF");
     }
     void LargerNumbersMakeLargerParts() {
         QFETCH(QString, family);
@@ -155,12 +148,11 @@ private Q_SLOTS:
     }
 
     void ThreadsAreRead_data() {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<float>("diameter");
-        QTest::newRow("metric") << u"M16x1,5"_s << 16.0f;
-        QTest::newRow("after words") << u", M22x1,5"_s << 22.0f;
-        QTest::newRow("pipe") << u"3/8 NPTF"_s << 17.1f;
-        QTest::newRow("none") << QString() << 5.0f;
+        const Table<QString, float> row("text", "diameter");
+        row("metric", "M16x1,5", 16.0f);
+        row("after words", ", M22x1,5", 22.0f);
+        row("pipe", "3/8 NPTF", 17.1f);
+        row("none", {}, 5.0f);
     }
     void ThreadsAreRead() {
         QFETCH(QString, text);
@@ -214,5 +206,4 @@ private Q_SLOTS:
 };
 
 TARVO_TEST(TestModels);
-
 #include "test_models.moc"

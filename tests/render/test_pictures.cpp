@@ -2,13 +2,10 @@
 #include "render/families.h"
 #include "render/photo.h"
 #include "render/raster.h"
-#include "support/testmain.h"
-
-#include <QTest>
+#include "support/test.h"
 
 #include <set>
 
-using namespace Qt::StringLiterals;
 using namespace render;
 
 namespace {
@@ -74,13 +71,11 @@ private Q_SLOTS:
     }
 
     void ColoursShow_data() {
-        QTest::addColumn<QString>("family");
-        QTest::addColumn<QString>("colour");
-        QTest::addColumn<int>("hue");
-        QTest::newRow("red") << u"mao-de-amigo-emergencia"_s << QString() << 0;
-        QTest::newRow("yellow") << u"mao-de-amigo-servico"_s << QString() << 45;
-        QTest::newRow("blue hose") << u"mangueira-espiral"_s << u"azul"_s << 215;
-        QTest::newRow("yellow hose") << u"mangueira-espiral"_s << u"amarela"_s << 45;
+        const Table<QString, QString, int> row("family", "colour", "hue");
+        row("red", "mao-de-amigo-emergencia", {}, 0);
+        row("yellow", "mao-de-amigo-servico", {}, 45);
+        row("blue hose", "mangueira-espiral", "azul", 215);
+        row("yellow hose", "mangueira-espiral", "amarela", 45);
     }
     void ColoursShow() {
         QFETCH(QString, family);
@@ -129,11 +124,10 @@ private Q_SLOTS:
     }
 
     void ExplodedItemsStandApart_data() {
-        QTest::addColumn<QString>("family");
-        QTest::addColumn<int>("count");
-        QTest::newRow("few") << u"valvula-descarga-rapida"_s << 8;
-        QTest::newRow("relay") << u"valvula-rele"_s << 24;
-        QTest::newRow("many") << u"compressor-mono"_s << 60;
+        const Table<QString, int> row("family", "count");
+        row("few", "valvula-descarga-rapida", 8);
+        row("relay", "valvula-rele", 24);
+        row("many", "compressor-mono", 60);
     }
     void ExplodedItemsStandApart() {
         QFETCH(QString, family);
@@ -190,5 +184,4 @@ private Q_SLOTS:
 };
 
 TARVO_TEST(TestPictures);
-
 #include "test_pictures.moc"

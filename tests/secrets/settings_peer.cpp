@@ -1,10 +1,3 @@
-#include <QCoreApplication>
-#include <QFile>
-#include <QRandomGenerator>
-#include <QTextStream>
-
-#include <cstdio>
-
 #include "platform/erro.h"
 #include "platform/secret.h"
 #include "platform/system/paths.h"
@@ -12,6 +5,14 @@
 #include "session/banco.h"
 #include "session/configuracao.h"
 #include "session/global.h"
+#include "support/quickkeys.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QRandomGenerator>
+#include <QTextStream>
+
+#include <cstdio>
 
 // What a test of the settings cannot do in its own process:
 //   write USER PASSWORD TIMES   writes the credentials so many times
@@ -39,7 +40,8 @@ struct Wanted {
 
 // A piece from the middle: the first bytes of memory that was given back are overwritten by chance.
 Wanted Want(const QString& name, const QString& text) {
-    const QStringView piece = QStringView(text).sliced(text.size() / 3, qMin<qsizetype>(text.size() / 2, 20));
+    const QStringView piece =
+        QStringView(text).sliced(text.size() / 3, qMin<qsizetype>(text.size() / 2, 20));
     Wanted wanted{name, piece.toUtf8(),
                   QByteArray(reinterpret_cast<const char*>(piece.utf16()), piece.size() * 2)};
     Mask(wanted.utf8);
@@ -128,6 +130,7 @@ void Remains(const QString& folder) {
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments().mid(1);
+    testing_support::UseQuickKeys();
     const QString command = arguments.value(0);
     try {
         if (command == "write"_L1) {

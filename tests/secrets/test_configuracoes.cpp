@@ -6,19 +6,11 @@
 #include "session/configuracao.h"
 #include "session/global.h"
 #include "session/modulo.h"
-#include "support/testmain.h"
+#include "support/test.h"
 #include "support/windows.h"
+#include "usuario.h"
 
-#include <QDir>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QTimer>
-
-using namespace Qt::StringLiterals;
-using testing_support::ClickAt;
-using testing_support::Find;
-using testing_support::MoveTo;
-using testing_support::Settle;
 
 namespace {
 
@@ -32,9 +24,7 @@ constexpr QPoint Caixa(41, 77);
 class TestConfiguracoes : public QObject {
     Q_OBJECT
 
-private:
-    std::unique_ptr<QTemporaryDir> pasta_;
-    QByteArray pastaAnterior_;
+    std::unique_ptr<PastaDoUsuario> pasta_;
 
     struct Guardado {
         bool ligada;
@@ -63,16 +53,14 @@ private:
 
 private Q_SLOTS:
     void init() {
-        pasta_ = std::make_unique<QTemporaryDir>();
-        pastaAnterior_ = qgetenv("XDG_DATA_HOME");
-        qputenv("XDG_DATA_HOME", pasta_->path().toUtf8());
+        pasta_ = std::make_unique<PastaDoUsuario>();
         VerificacaoAutomatica = true;
         GravarConfiguracao(u"1"_s, u"ana"_s, u" chave"_s, true);
     }
 
     void cleanup() {
         Settle();
-        qputenv("XDG_DATA_HOME", pastaAnterior_);
+        pasta_.reset();
     }
 
     void MostraOQueEstaGuardado() {
@@ -81,19 +69,19 @@ private Q_SLOTS:
             forms::SetMousePointer(forms::vbHourglass);
             frmConfiguracoes& tela = Mostrar();
             QCOMPARE(forms::MousePointer(), forms::vbDefault);
-            QCOMPARE(Find<QWidget>(tela, u"imgXVerificarAuto"_s).isVisible(), ligada);
-            QCOMPARE(Find<QWidget>(tela, u"img_VerificarAuto"_s).isVisible(), !ligada);
-            QCOMPARE(Find<forms::TextBox>(tela, u"txtUsuario"_s).text(), u"ana"_s);
-            QCOMPARE(Find<forms::TextBox>(tela, u"txtSenha"_s).text(), u" chave"_s);
-            QCOMPARE(Find<forms::TextBox>(tela, u"txtSenha"_s).displayText(), u"******"_s);
+            QCOMPARE(Find<QWidget>(tela, "imgXVerificarAuto").isVisible(), ligada);
+            QCOMPARE(Find<QWidget>(tela, "img_VerificarAuto").isVisible(), !ligada);
+            QCOMPARE(Find<forms::TextBox>(tela, "txtUsuario").text(), u"ana"_s);
+            QCOMPARE(Find<forms::TextBox>(tela, "txtSenha").text(), u" chave"_s);
+            QCOMPARE(Find<forms::TextBox>(tela, "txtSenha").displayText(), u"******"_s);
             tela.Unload();
         }
     }
 
     void OkGuardaNaHora() {
         frmConfiguracoes& tela = Mostrar();
-        auto& usuario = Find<forms::TextBox>(tela, u"txtUsuario"_s);
-        auto& senha = Find<forms::TextBox>(tela, u"txtSenha"_s);
+        auto& usuario = Find<forms::TextBox>(tela, "txtUsuario");
+        auto& senha = Find<forms::TextBox>(tela, "txtSenha");
         ClickAt(tela, Caixa);
         usuario.setFocus();
         usuario.selectAll();
@@ -111,16 +99,16 @@ private Q_SLOTS:
     }
 
     void CancelarNaoGuardaNada() {
-        const QString arquivo = pasta_->filePath(u"Ordavia/CatalogoTarvoConfig.txt"_s);
+        const QString arquivo = pasta_->Configuracao();
         const QByteArray antes = sys::ReadBytes(arquivo);
         for (int saida = 0; saida < 3; ++saida) {
             frmConfiguracoes& tela = Mostrar();
             ClickAt(tela, Linha);
-            Find<forms::TextBox>(tela, u"txtUsuario"_s).setText(u"eva"_s);
+            Find<forms::TextBox>(tela, "txtUsuario").setText(u"eva"_s);
             if (saida == 0) {
                 ClickAt(tela, Cancelar);
             } else if (saida == 1) {
-                QTest::keyClick(&Find<forms::TextBox>(tela, u"txtUsuario"_s), Qt::Key_Escape);
+                QTest::keyClick(&Find<forms::TextBox>(tela, "txtUsuario"), Qt::Key_Escape);
             } else {
                 tela.close();
             }
@@ -133,7 +121,7 @@ private Q_SLOTS:
     // Going down is what ticks, and a fast second press is one more.
     void MarcaAoApertar() {
         frmConfiguracoes& tela = Mostrar();
-        auto& linha = Find<forms::ClickZone>(tela, u"imgVerificarAuto"_s);
+        auto& linha = Find<forms::ClickZone>(tela, "imgVerificarAuto");
         QTest::mousePress(&linha, Qt::LeftButton);
         QCOMPARE(linha.Tag, u"0"_s);
         QTest::mouseRelease(&linha, Qt::LeftButton);
@@ -141,7 +129,7 @@ private Q_SLOTS:
         QTest::mouseDClick(&linha, Qt::LeftButton);
         QTest::mouseRelease(&linha, Qt::LeftButton);  // is not in it
         QCOMPARE(linha.Tag, u"1"_s);
-        QVERIFY(Find<QWidget>(tela, u"imgXVerificarAuto"_s).isVisible());
+        QVERIFY(Find<QWidget>(tela, "imgXVerificarAuto").isVisible());
         tela.Unload();
     }
 
@@ -160,9 +148,9 @@ private Q_SLOTS:
     }
 
     void SemArquivoNadaAbre() {
-        QDir(pasta_->filePath(u"Ordavia"_s)).removeRecursively();
-        sys::WriteWhole(pasta_->filePath(u"Ordavia"_s), "x");
-        const testing_support::BoxAnswers caixas;
+        QDir(pasta_->Caminho(u"Ordavia"_s)).removeRecursively();
+        sys::WriteWhole(pasta_->Caminho(u"Ordavia"_s), "x");
+        const BoxAnswers caixas;
         frmConfiguracoes::Abrir();
         QCOMPARE(caixas.Boxes().size(), 1);
         QCOMPARE(caixas.Boxes().first().text.section(u'\n', 0, 0), u"Erro nº: 53"_s);

@@ -1,34 +1,19 @@
 #include "secrets/segredo.h"
 #include "session/banco.h"
-#include "session/esquema.h"
-#include "support/testmain.h"
+#include "support/catalogo.h"
+#include "support/test.h"
+#include "usuario.h"
 
 #include <QCoreApplication>
 #include <QDirIterator>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTest>
-
-#include "peer.h"
-
-using namespace Qt::StringLiterals;
+#include <QStringEncoder>
 
 namespace {
 
-QByteArray Utf16(const QString& text, bool bigEndian) {
-    QByteArray bytes;
-    for (const QChar c : text) {
-        const char high = char(c.unicode() >> 8);
-        const char low = char(c.unicode() & 0xFF);
-        bytes += bigEndian ? high : low;
-        bytes += bigEndian ? low : high;
-    }
-    return bytes;
-}
-
 // The files in which the text stands as a whole, in any of its forms.
-QStringList FilesWith(const QString& text, QDirIterator& files) {
-    const QByteArray forms[] = {text.toUtf8(), Utf16(text, false), Utf16(text, true)};
+QStringList FilesWith(const QString& text, QDirIterator files) {
+    const QByteArray forms[] = {text.toUtf8(), QStringEncoder(QStringEncoder::Utf16LE)(text),
+                                QStringEncoder(QStringEncoder::Utf16BE)(text)};
     QStringList found;
     while (files.hasNext()) {
         QFile file(files.next());
@@ -45,17 +30,18 @@ QStringList FilesWith(const QString& text, QDirIterator& files) {
     return found;
 }
 
+// The tests themselves are made of the same libraries.
 QStringList ProgramsWith(const QString& text) {
-    QDirIterator files(QCoreApplication::applicationDirPath(), QDir::Files);
-    return FilesWith(text, files);
+    return FilesWith(text, {QCoreApplication::applicationDirPath(),
+                            {u"CatalogoTarvo"_s, u"*.exe"_s, u"tarvo-*"_s, u"settings_peer"_s},
+                            QDir::Files});
 }
 
 QStringList SourcesWith(const QString& text) {
     QStringList found;
     for (const QString& folder : {u"src"_s, u"companions"_s, u"demo"_s, u"tests"_s, u"docs"_s}) {
-        QDirIterator files(QStringLiteral(TARVO_SOURCES "/") + folder, QDir::Files,
-                           QDirIterator::Subdirectories);
-        found += FilesWith(text, files);
+        found += FilesWith(text, {QStringLiteral(TARVO_SOURCES "/") + folder, QDir::Files,
+                                  QDirIterator::Subdirectories});
     }
     return found;
 }
@@ -69,7 +55,7 @@ class TestPassword : public QObject {
 private Q_SLOTS:
     void NotInAnyProgramNorSource() {
         // What must be found, so that the search is one.
-        QVERIFY(ProgramsWith(u"SELECT CodigoFigura FROM PECA"_s).size() > 1);
+        QVERIFY(ProgramsWith(u"SELECT CodigoFigura FROM PECA"_s).contains(u"settings_peer"_s));
         QVERIFY(SourcesWith(u"SenhaBancoDados"_s).size() > 1);
         for (const QString& secret : {SenhaBancoDados(), FraseCifra()}) {
             QCOMPARE(ProgramsWith(secret), QStringList());
@@ -81,15 +67,14 @@ private Q_SLOTS:
 #if !defined(Q_OS_LINUX) || defined(__SANITIZE_ADDRESS__)
         QSKIP("reads the memory through /proc, without a sanitizer's shadow of it");
 #endif
-        const QTemporaryDir folder;
-        CriarCatalogo(folder.filePath(u"Tarvo.mdb"_s), SenhaBancoDados());
+        const CatalogoDeTeste catalogue;
         const QStringList lines =
-            RunPeer({u"remains"_s, folder.path()}).split(u'\n', Qt::SkipEmptyParts);
+            OutputOf(Vizinho, {"remains", catalogue.Pasta()}).split(u'\n', Qt::SkipEmptyParts);
         QCOMPARE(lines.size(), 5);
         QCOMPARE(lines.at(0), u"same 1"_s);
         QVERIFY2(lines.at(1).startsWith("planted "_L1) && lines.at(1) != "planted 0"_L1,
                  qPrintable(lines.at(1)));
-        QCOMPARE(lines.mid(2), (QStringList{u"proxy 0"_s, u"password 0"_s, u"phrase 0"_s}));
+        QCOMPARE(lines.mid(2), List("proxy 0", "password 0", "phrase 0"));
     }
 };
 

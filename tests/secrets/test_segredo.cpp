@@ -1,12 +1,6 @@
 #include "secrets/segredo.h"
 #include "session/banco.h"
-#include "support/database.h"
-#include "support/testmain.h"
-
-#include <QTest>
-
-using namespace Qt::StringLiterals;
-using testing_support::ErrorOf;
+#include "support/test.h"
 
 class TestSegredo : public QObject {
     Q_OBJECT
@@ -25,17 +19,15 @@ private Q_SLOTS:
     }
 
     void VaiEVolta_data() {
-        QTest::addColumn<QString>("texto");
-        QTest::addColumn<int>("tamanho");
-        QTest::newRow("empty") << QString() << 0;
-        QTest::newRow("one") << u"a"_s << 64;
-        QTest::newRow("whole block") << QString(14, u'a') << 64;
-        QTest::newRow("one more") << QString(15, u'a') << 128;
-        QTest::newRow("two blocks") << QString(30, u'b') << 128;
-        QTest::newRow("accents, other scripts, blanks") << u"  ação ΩЖ €|\u0001 "_s << 64;
-        QTest::newRow("pair and half a pair") << u"\U0001F511"_s + QChar(0xD800) << 64;
+        const Table<QString, int> row("texto", "tamanho");
+        row("empty", {}, 0);
+        row("one", "a", 64);
+        row("whole block", QString(14, u'a'), 64);
+        row("one more", QString(15, u'a'), 128);
+        row("two blocks", QString(30, u'b'), 128);
+        row("accents, other scripts, blanks", u"  ação ΩЖ €|\u0001 "_s, 64);
+        row("pair and half a pair", u"\U0001F511"_s + QChar(0xD800), 64);
     }
-
     void VaiEVolta() {
         QFETCH(QString, texto);
         QFETCH(int, tamanho);

@@ -3,6 +3,7 @@
 #include "platform/erro.h"
 #include "session/banco.h"
 #include "session/global.h"
+#include "support/quickkeys.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -31,6 +32,7 @@ QString Do(const QString& command, const QString& rest, QTextStream& out) {
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     gCaminho = application.arguments().at(1) + u'\\';
+    testing_support::UseQuickKeys();
     QTextStream in(stdin);
     QTextStream out(stdout);
     QString line = QStringLiteral("open");

@@ -1,19 +1,12 @@
 #include "platform/dao/sqlite.h"
-#include "platform/erro.h"
 #include "session/banco.h"
-#include "session/esquema.h"
 #include "session/global.h"
-#include "support/database.h"
-#include "support/testmain.h"
+#include "support/catalogo.h"
+#include "support/test.h"
 #include "support/windows.h"
 
-#include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
-#include <QTemporaryDir>
-#include <QTest>
-
-using testing_support::ErrorOf;
 
 namespace {
 
@@ -30,18 +23,18 @@ public:
 
     const QString& Opened() const { return opened_; }
 
-    void Tell(const QString& line) { process_.write(line.toUtf8() + '\n'); }
+    void Tell(const AnyText& line) { process_.write(line.toUtf8() + '\n'); }
 
     QString Answer() {
         while (!process_.canReadLine()) {
             if (!process_.waitForReadyRead(20000)) {
-                return QStringLiteral("no answer");
+                return u"no answer"_s;
             }
         }
         return QString::fromUtf8(process_.readLine()).trimmed();
     }
 
-    QString Ask(const QString& line) {
+    QString Ask(const AnyText& line) {
         Tell(line);
         return Answer();
     }
@@ -57,56 +50,45 @@ private:
     QString opened_;
 };
 
-QVariant Value(const QString& sql) {
-    return gDB->OpenRecordset(sql)->Fields(0).Value();
-}
-
-const QString Vehicles = QStringLiteral("SELECT Count(*) FROM VEICULO");
-const QString Spread = QStringLiteral(
-    "SELECT Max(CodigoClienteConcorrente) - Min(CodigoClienteConcorrente) FROM VEICULO");
+const QString Vehicles = u"SELECT Count(*) FROM VEICULO"_s;
+const QString Spread =
+    u"SELECT Max(CodigoClienteConcorrente) - Min(CodigoClienteConcorrente) FROM VEICULO"_s;
 const QString Advance =
-    QStringLiteral("UPDATE VEICULO SET CodigoClienteConcorrente = CodigoClienteConcorrente + 1");
+    u"UPDATE VEICULO SET CodigoClienteConcorrente = CodigoClienteConcorrente + 1"_s;
 
 }  // namespace
 
 class TestBanco : public QObject {
     Q_OBJECT
 
-private:
-    QTemporaryDir folder_;
+    std::unique_ptr<CatalogoDeTeste> catalogue_;
 
 private Q_SLOTS:
     void initTestCase() {
-        gCaminho = folder_.path() + u'\\';
-        CriarCatalogo(gCaminho + QLatin1String("Tarvo.mdb"), SenhaBancoDados());
-        AbrirBancoDados(gWS, QStringLiteral("gWS"), gDB, false);
+        catalogue_ = std::make_unique<CatalogoDeTeste>();
         gDB->GetConnection()->Run(
-            "WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 2000)"
-            "INSERT INTO VEICULO SELECT i, 'Caminhão ' || i, 0 FROM n;"
-            "INSERT INTO PECA VALUES (1, 'A1', 'Válvula', NULL, 30, 40);"
-            "INSERT INTO PECA VALUES (2, 'A2', 'Cilindro', NULL, 31, NULL);"
-            "INSERT INTO PECA_COMPONENTE VALUES (1, '   1', 10, 2);"
-            "INSERT INTO PECA_COMPONENTE_JOGOREPARO VALUES (1, '   1', 20);"
-            "INSERT INTO VEICULO_PECA VALUES (5, 1);");
+            "WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 2000) "
+            "INSERT INTO VEICULO SELECT i, 'Caminhão ' || i, 0 FROM n");
+        catalogue_->Executar(Inserir("PECA", {"1, 'A1', 'Válvula', NULL, 30, 40",
+                                              "2, 'A2', 'Cilindro', NULL, 31, NULL"}) +
+                             Inserir("PECA_COMPONENTE", {"1, '   1', 10, 2"}) +
+                             Inserir("PECA_COMPONENTE_JOGOREPARO", {"1, '   1', 20"}) +
+                             Inserir("VEICULO_PECA", {"5, 1"}));
     }
-
-    void cleanupTestCase() { FecharBancoDados(gWS, gDB); }
+    void cleanupTestCase() { catalogue_.reset(); }
 
     void TellsWhatIsInUse_data() {
-        QTest::addColumn<QString>("tipo");
-        QTest::addColumn<int>("codigo");
-        QTest::addColumn<bool>("emUso");
-        QTest::newRow("COM") << QStringLiteral("COM") << 10 << true;
-        QTest::newRow("COM none") << QStringLiteral("COM") << 1 << false;
-        QTest::newRow("JRE") << QStringLiteral("JRE") << 20 << true;
-        QTest::newRow("JRE none") << QStringLiteral("JRE") << 1 << false;
-        QTest::newRow("VEI") << QStringLiteral("VEI") << 5 << true;
-        QTest::newRow("VEI none") << QStringLiteral("VEI") << 1 << false;
-        QTest::newRow("FPC") << QStringLiteral("FPC") << 31 << true;
-        QTest::newRow("FPC none") << QStringLiteral("FPC") << 1 << false;
-        QTest::newRow("PCA any") << QStringLiteral("PCA") << 777 << true;
+        const Table<QString, int, bool> row("tipo", "codigo", "emUso");
+        row("COM", "COM", 10, true);
+        row("COM none", "COM", 1, false);
+        row("JRE", "JRE", 20, true);
+        row("JRE none", "JRE", 1, false);
+        row("VEI", "VEI", 5, true);
+        row("VEI none", "VEI", 1, false);
+        row("FPC", "FPC", 31, true);
+        row("FPC none", "FPC", 1, false);
+        row("PCA any", "PCA", 777, true);
     }
-
     void TellsWhatIsInUse() {
         QFETCH(QString, tipo);
         QFETCH(int, codigo);
@@ -120,128 +102,121 @@ private Q_SLOTS:
         QVERIFY(!PossuiFiguraDetalhada(3));  // no such part
         QVERIFY(PossuiListaComponentes(1));
         QVERIFY(!PossuiListaComponentes(2));
-        QCOMPARE(ErrorOf([] { CodigoEmUso(QStringLiteral("XXX"), 1); }), 3129);
+        QCOMPARE(ErrorOf([] { CodigoEmUso(u"XXX"_s, 1); }), 3129);
     }
 
     void WritesTheLastCheckForAllToSee() {
         // A result of which the grid has read no more than it shows.
-        const auto pending = gDB->OpenRecordset(QStringLiteral("SELECT * FROM VEICULO"));
+        const auto pending = gDB->OpenRecordset(u"SELECT * FROM VEICULO"_s);
         pending->ReadUpTo(10);
-        GravarUltimaVerificacao(QStringLiteral("DateSerial(2024,2,29)+TimeSerial(12,0,0)"),
-                                QStringLiteral("1"));
-        QCOMPARE(Value(QStringLiteral("SELECT DataUltimaVerificacao FROM UMREGISTRO")).toDouble(),
-                 45351.5);
+        GravarUltimaVerificacao(u"DateSerial(2024,2,29)+TimeSerial(12,0,0)"_s, u"1"_s);
+        QCOMPARE(Valor("SELECT DataUltimaVerificacao FROM UMREGISTRO").toDouble(), 45351.5);
         pending->MoveLast();
         QCOMPARE(pending->RecordCount(), 2000);
-        GravarUltimaVerificacao(QString(), QStringLiteral("0"));
-        QCOMPARE(Value(QStringLiteral("SELECT FlagErroUltimaVerificacao FROM UMREGISTRO")), 0);
-        QCOMPARE(Value(QStringLiteral("SELECT DataUltimaVerificacao FROM UMREGISTRO")).toDouble(),
-                 45351.5);
-        gCaminho = QStringLiteral("\\nada\\");
+        GravarUltimaVerificacao(QString(), u"0"_s);
+        QCOMPARE(Valor("SELECT FlagErroUltimaVerificacao FROM UMREGISTRO"), u"0"_s);
+        QCOMPARE(Valor("SELECT DataUltimaVerificacao FROM UMREGISTRO").toDouble(), 45351.5);
+        gCaminho = u"\\nada\\"_s;
         GravarUltimaVerificacao(QString(), QString());  // opens nothing
-        QCOMPARE(ErrorOf([] { GravarUltimaVerificacao(QString(), QStringLiteral("1")); }), 3044);
-        gCaminho = folder_.path() + u'\\';
+        QCOMPARE(ErrorOf([] { GravarUltimaVerificacao(QString(), u"1"_s); }), 3044);
+        gCaminho = catalogue_->Pasta() + u'\\';
     }
 
     void GoesOnWhenTheSelectionCannotBeWritten() {
         GravarClienteConcorrente(17);
-        QCOMPARE(
-            Value(QStringLiteral("SELECT CodigoClienteConcorrente FROM CODIGOCLIENTECONCORRENTE")),
-            17);
-        testing_support::BoxAnswers boxes;
+        QCOMPARE(Valor("SELECT CodigoClienteConcorrente FROM CODIGOCLIENTECONCORRENTE"), u"17"_s);
+        BoxAnswers boxes;
         FecharBancoDados(gWS, gDB);
-        AbrirBancoDados(gWS, QStringLiteral("gWS"), gDB, true);
+        AbrirBancoDados(gWS, u"gWS"_s, gDB, true);
         GravarClienteConcorrente(18);
-        AbrirBancoDados(gWS, QStringLiteral("gWS"), gDB, false);
-        QCOMPARE(boxes.Boxes().size(), 1);
-        QVERIFY(boxes.Boxes().first().text.startsWith(QStringLiteral("Erro nº: 3027\n")));
+        AbrirBancoDados(gWS, u"gWS"_s, gDB, false);
+        QCOMPARE(boxes.Texts().size(), 1);
+        QVERIFY(boxes.Texts().first().startsWith(u"Erro nº: 3027\n"_s));
     }
 
     void LocksOutOneComputerAtATime() {
-        Peer peer(folder_.path());
-        QCOMPARE(peer.Opened(), QStringLiteral("0"));
-        QCOMPARE(peer.Ask(QStringLiteral("lock True")), QStringLiteral("1"));
+        Peer peer(catalogue_->Pasta());
+        QCOMPARE(peer.Opened(), u"0"_s);
+        QCOMPARE(peer.Ask("lock True"), u"1"_s);
         QVERIFY(!BloquearBancoDados(true));
         // Everything else goes on meanwhile, on both sides.
-        GravarUltimaVerificacao(QString(), QStringLiteral("1"));
-        testing_support::BoxAnswers boxes;
+        GravarUltimaVerificacao(QString(), u"1"_s);
+        BoxAnswers boxes;
         GravarClienteConcorrente(17);
         QVERIFY(boxes.Boxes().isEmpty());
-        QCOMPARE(peer.Ask(QLatin1String("run ") + Advance), QStringLiteral("0"));
-        QCOMPARE(peer.Ask(QStringLiteral("lock False")), QStringLiteral("1"));
+        QCOMPARE(peer.Ask("run "_L1 + Advance), u"0"_s);
+        QCOMPARE(peer.Ask("lock False"), u"1"_s);
 
         QVERIFY(BloquearBancoDados(true));
-        QCOMPARE(peer.Ask(QStringLiteral("lock True")), QStringLiteral("0"));
+        QCOMPARE(peer.Ask("lock True"), u"0"_s);
         QVERIFY(BloquearBancoDados(false));
 
-        QCOMPARE(peer.Ask(QStringLiteral("lock True")), QStringLiteral("1"));
+        QCOMPARE(peer.Ask("lock True"), u"1"_s);
         peer.Kill();
         QVERIFY(BloquearBancoDados(true));
         QVERIFY(BloquearBancoDados(false));
-        QCOMPARE(Value(QStringLiteral("SELECT Count(*) FROM CONTROLETRAN")), 1);
+        QCOMPARE(Valor("SELECT Count(*) FROM CONTROLETRAN"), u"1"_s);
     }
 
     void ReadsAndWritesOnTwoComputersAtOnce() {
         constexpr int Times = 30;
         const QString count =
-            QStringLiteral("SELECT CodigoClienteConcorrente FROM VEICULO WHERE CodigoVeiculo = 9");
-        const int before = Value(count).toInt();
-        Peer peer(folder_.path());
+            u"SELECT CodigoClienteConcorrente FROM VEICULO WHERE CodigoVeiculo = 9"_s;
+        const int before = Valor(count).toInt();
+        Peer peer(catalogue_->Pasta());
         for (int i = 0; i < Times; ++i) {
-            peer.Tell(QLatin1String("run ") + Advance);
-            const auto pending = gDB->OpenRecordset(QStringLiteral("SELECT * FROM VEICULO"));
+            peer.Tell("run "_L1 + Advance);
+            const auto pending = gDB->OpenRecordset(u"SELECT * FROM VEICULO"_s);
             pending->ReadUpTo(5);
             gDB->Execute(Advance, dao::dbFailOnError);
-            QCOMPARE(Value(Spread), 0);
+            QCOMPARE(Valor(Spread), u"0"_s);
         }
         for (int i = 0; i < Times; ++i) {
-            QCOMPARE(peer.Answer(), QStringLiteral("0"));
+            QCOMPARE(peer.Answer(), u"0"_s);
         }
-        QCOMPARE(Value(count).toInt(), before + 2 * Times);
+        QCOMPARE(Valor(count).toInt(), before + 2 * Times);
     }
 
     void StaysSoundWhenAWriterDies() {
         for (int round = 0; round < 8; ++round) {
-            Peer peer(folder_.path());
-            peer.Tell(QLatin1String("loop ") + Advance);
-            QCOMPARE(peer.Answer(), QStringLiteral("0"));
+            Peer peer(catalogue_->Pasta());
+            peer.Tell("loop "_L1 + Advance);
+            QCOMPARE(peer.Answer(), u"0"_s);
             QTest::qSleep(3 + 5 * round);
             peer.Kill();
-            QCOMPARE(Value(Spread), 0);
-            QCOMPARE(Value(Vehicles), 2000);
+            QCOMPARE(Valor(Spread), u"0"_s);
+            QCOMPARE(Valor(Vehicles), u"2000"_s);
         }
         dao::Connection& connection = *gDB->GetConnection();
-        QCOMPARE(connection.Value("PRAGMA integrity_check"), QVariant(QStringLiteral("ok")));
+        QCOMPARE(connection.Value("PRAGMA integrity_check"), QVariant(u"ok"_s));
         QVERIFY(!connection.Value("PRAGMA cipher_integrity_check").isValid());
     }
 
     void TellsAFolderThatCannotBeWritten() {
         FecharBancoDados(gWS, gDB);
         using F = QFileDevice;
-        QFile::setPermissions(folder_.filePath(QStringLiteral("Tarvo.mdb")),
+        QFile::setPermissions(catalogue_->Pasta() + u"/Tarvo.mdb"_s,
                               F::ReadOwner | F::ReadGroup | F::ReadOther);
-        QFile::setPermissions(folder_.path(), F::ReadOwner | F::ExeOwner | F::ReadGroup |
-                                                  F::ExeGroup | F::ReadOther | F::ExeOther);
+        QFile::setPermissions(catalogue_->Pasta(), F::ReadOwner | F::ExeOwner | F::ReadGroup |
+                                                       F::ExeGroup | F::ReadOther | F::ExeOther);
         // Permissions bind nobody who is root, so the other computer is somebody else.
-        const QString other = QStandardPaths::findExecutable(QStringLiteral("setpriv"));
-        QFile probe(folder_.filePath(QStringLiteral("nova")));
+        const QString other = QStandardPaths::findExecutable(u"setpriv"_s);
+        QFile probe(catalogue_->Pasta() + u"/nova"_s);
         QStringList through;
         if (probe.open(QIODevice::WriteOnly)) {
             if (other.isEmpty()) {
                 QSKIP("this user may write everywhere, and there is no setpriv to become another");
             }
-            through = {other, QStringLiteral("--reuid=65534"), QStringLiteral("--regid=65534"),
-                       QStringLiteral("--clear-groups")};
+            through = {other, u"--reuid=65534"_s, u"--regid=65534"_s, u"--clear-groups"_s};
         }
-        Peer peer(folder_.path(), through);
-        QCOMPARE(peer.Opened(), QStringLiteral("0"));
-        QCOMPARE(peer.Ask(QLatin1String("value ") + Vehicles), QStringLiteral("2000"));
-        QCOMPARE(peer.Ask(QLatin1String("run ") + Advance), QStringLiteral("erro 3027"));
-        QCOMPARE(peer.Ask(QStringLiteral("lock True")), QStringLiteral("0"));
-        QFile::setPermissions(folder_.path(), F::ReadOwner | F::WriteOwner | F::ExeOwner);
+        Peer peer(catalogue_->Pasta(), through);
+        QCOMPARE(peer.Opened(), u"0"_s);
+        QCOMPARE(peer.Ask("value "_L1 + Vehicles), u"2000"_s);
+        QCOMPARE(peer.Ask("run "_L1 + Advance), u"erro 3027"_s);
+        QCOMPARE(peer.Ask("lock True"), u"0"_s);
+        QFile::setPermissions(catalogue_->Pasta(), F::ReadOwner | F::WriteOwner | F::ExeOwner);
     }
 };
 
 TARVO_TEST(TestBanco);
-
 #include "test_banco.moc"

@@ -1,13 +1,9 @@
-#include "platform/erro.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msgbox.h"
 #include "session/modulo.h"
-#include "support/testmain.h"
+#include "support/test.h"
 
-#include <QTest>
 #include <QTimer>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -83,8 +79,7 @@ private Q_SLOTS:
         forms::SetMousePointer(11);
         MostrarErro(-3, u"Cem %1 por cento"_s);
         forms::SetMsgBoxHandler({});
-        QCOMPARE(vistos, (QStringList{u"Erro nº: -3\nCem %1 por cento"_s, u"16"_s,
-                                      u"Catálogo TARVO-LINDEN"_s, u"0"_s}));
+        QCOMPARE(vistos, List("Erro nº: -3\nCem %1 por cento", "16", "Catálogo TARVO-LINDEN", "0"));
     }
 };
 

@@ -1,19 +1,12 @@
-#include "platform/erro.h"
 #include "platform/system/clock.h"
 #include "platform/system/process.h"
 #include "session/global.h"
 #include "session/modulo.h"
-#include "support/testmain.h"
+#include "support/test.h"
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QTimer>
 
 #include <set>
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -26,19 +19,19 @@ class TestModulo : public QObject {
 
 private Q_SLOTS:
     void NormalizarNumero_data() {
-        QTest::addColumn<QString>("texto");
-        QTest::addColumn<QString>("numero");
-        QTest::newRow("zero and hyphen") << u"01-234"_s << u"1234"_s;
-        QTest::newRow("digit before letter") << u"1k 24"_s << u"K24"_s;
-        QTest::newRow("one digit") << u"7"_s << u"7"_s;
-        QTest::newRow("one zero") << u"0"_s << QString();
-        QTest::newRow("letter first") << u"A1"_s << u"A1"_s;
-        QTest::newRow("two digits") << u"12K"_s << u"12K"_s;
-        QTest::newRow("zeros uncover a digit") << u"007K0"_s << u"K0"_s;
-        QTest::newRow("only one digit goes") << u"1K2L"_s << u"K2L"_s;
-        QTest::newRow("zero after the digit's letter") << u"0A0"_s << u"A0"_s;
-        QTest::newRow("accents and signs") << u"çá-é*?#'\t\n🙂"_s << QString();
-        QTest::newRow("look-alikes") << u"ßſıK９²"_s << u"K"_s;
+        const Table<QString, QString> row("texto", "numero");
+        row("zero and hyphen", "01-234", "1234");
+        row("digit before letter", "1k 24", "K24");
+        row("digit and letter alone", "1k", "K");
+        row("one digit", "7", "7");
+        row("one zero", "0", {});
+        row("letter first", "A1", "A1");
+        row("two digits", "12K", "12K");
+        row("zeros uncover a digit", "007K0", "K0");
+        row("only one digit goes", "1K2L", "K2L");
+        row("zero after the digit's letter", "0A0", "A0");
+        row("accents and signs", "çá-é*?#'\t\n🙂", {});
+        row("look-alikes", "ßſıK９²", "K");
     }
     void NormalizarNumero() {
         QFETCH(QString, texto);
@@ -46,19 +39,15 @@ private Q_SLOTS:
     }
 
     void Datas_data() {
-        QTest::addColumn<double>("data");
-        QTest::addColumn<QString>("escrita");
-        QTest::addColumn<QString>("sql");
-        QTest::newRow("day") << CincoDeMarco << u"05-MAR-2010 00:00:00"_s
-                             << u"DateSerial(2010,3,5)+TimeSerial(0,0,0)"_s;
-        QTest::newRow("one second") << CincoDeMarco + 1.0 / 86400 << u"05-MAR-2010 00:00:01"_s
-                                    << u"DateSerial(2010,3,5)+TimeSerial(0,0,1)"_s;
-        QTest::newRow("evening") << 45657 + 86399.0 / 86400 << u"31-DEZ-2024 23:59:59"_s
-                                 << u"DateSerial(2024,12,31)+TimeSerial(23,59,59)"_s;
-        QTest::newRow("none is now")
-            << 1.0 << u"31-DEZ-1899 00:00:00"_s << u"DateSerial(2024,2,9)+TimeSerial(7,8,9)"_s;
-        QTest::newRow("just past none") << 1.0 + 1.0 / 86400 << u"31-DEZ-1899 00:00:01"_s
-                                        << u"DateSerial(1899,12,31)+TimeSerial(0,0,1)"_s;
+        const Table<double, QString, QString> row("data", "escrita", "sql");
+        row("day", CincoDeMarco, "05-MAR-2010 00:00:00", "DateSerial(2010,3,5)+TimeSerial(0,0,0)");
+        row("one second", CincoDeMarco + 1.0 / 86400, "05-MAR-2010 00:00:01",
+            "DateSerial(2010,3,5)+TimeSerial(0,0,1)");
+        row("evening", 45657 + 86399.0 / 86400, "31-DEZ-2024 23:59:59",
+            "DateSerial(2024,12,31)+TimeSerial(23,59,59)");
+        row("none is now", 1.0, "31-DEZ-1899 00:00:00", "DateSerial(2024,2,9)+TimeSerial(7,8,9)");
+        row("just past none", 1.0 + 1.0 / 86400, "31-DEZ-1899 00:00:01",
+            "DateSerial(1899,12,31)+TimeSerial(0,0,1)");
     }
     void Datas() {
         QFETCH(double, data);
@@ -86,16 +75,14 @@ private Q_SLOTS:
         QVERIFY(!DiretorioExiste(base + u"Figuras\\2024\\motor.bmp"_s));
         CriarDiretorios(base, u"FIGURAS\\2024\\Novas"_s, false);
         QCOMPARE(QDir(pasta.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
-                 QStringList{u"Figuras"_s});
+                 List("Figuras"));
         QVERIFY(DiretorioExiste(base + u"Figuras\\2024\\novas"_s));
         CriarDiretorios(base, u"sozinho.txt"_s, true);
 
         const QString arquivo = base + u"leitura.txt"_s;
         ExcluirArquivo(arquivo);
-        QFile escrita(pasta.filePath(u"leitura.txt"_s));
-        QVERIFY(escrita.open(QIODevice::WriteOnly));
-        escrita.close();
-        QVERIFY(escrita.setPermissions(QFileDevice::ReadOwner));
+        Write(pasta.filePath(u"leitura.txt"_s));
+        QVERIFY(QFile::setPermissions(pasta.filePath(u"leitura.txt"_s), QFileDevice::ReadOwner));
         QVERIFY(ArquivoExiste(arquivo));
         ExcluirArquivo(arquivo);
         QVERIFY(!ArquivoExiste(arquivo));
@@ -115,8 +102,7 @@ private Q_SLOTS:
                 livres.insert(gCaminho + nome);
                 continue;
             }
-            QFile tomado(pasta.filePath(nome));
-            QVERIFY(tomado.open(QIODevice::WriteOnly));
+            Write(pasta.filePath(nome));
         }
         std::set<QString> vindos;
         for (int i = 0; i < 8; ++i) {

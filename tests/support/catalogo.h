@@ -1,9 +1,7 @@
 #pragma once
 
-#include <QStringList>
-#include <QTemporaryDir>
-
-#include <memory>
+#include "platform/dao/dao.h"
+#include "support/test.h"
 
 // A data folder with an empty catalogue, opened as the session's own (gCaminho, gWS, gDB) for the
 // life of the object.
@@ -13,12 +11,27 @@ public:
     ~CatalogoDeTeste();
 
     // Statements of the dialect, each of which must succeed.
-    void Executar(const QStringList& comandos);
+    void Executar(const AnyTexts& comandos) const;
     QString Pasta() const { return pasta_.path(); }
+    QStringList Temporarios() const { return QDir(Pasta()).entryList({u"*.tmp"_s}); }
 
 private:
     QTemporaryDir pasta_;
 };
+
+// Another computer that has the same catalogue open.
+struct OutroComputador {
+    OutroComputador();
+
+    std::unique_ptr<dao::Workspace> sessao;
+    std::unique_ptr<dao::Database> banco;
+};
+
+// The first value of a query on the session's database; Null is an empty text.
+QString Valor(const AnyText& sql);
+
+// Statements that put rows into a table; the values are those of all its columns.
+QStringList Inserir(const AnyText& tabela, const AnyTexts& linhas);
 
 // Parts, components and kits with the same shape: three of each kind, with numbers that begin with
 // 1, A and K, a vehicle maker (code 7) and a competitor (code 9) with numbers of their own.

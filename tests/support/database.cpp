@@ -8,10 +8,21 @@ TestDatabase::TestDatabase(const QByteArray& definition) {
 
 TestDatabase::Session TestDatabase::Open(bool readOnly) const {
     Session session;
-    session.workspace = dao::DBEngine::Instance().CreateWorkspace(
-        QStringLiteral("teste"), QStringLiteral("admin"), QString(), dao::dbUseJet);
+    session.workspace =
+        dao::DBEngine::Instance().CreateWorkspace(u"teste"_s, u"admin"_s, QString(), dao::dbUseJet);
     session.database = session.workspace->OpenDatabase(Path(), false, readOnly, Connect());
     return session;
+}
+
+void ReadRows(dao::Database& database, const AnyText& sql, QStringList& rows) {
+    const auto result = database.OpenRecordset(sql, dao::dbOpenForwardOnly);
+    for (; !result->Eof(); result->MoveNext()) {
+        QStringList cells;
+        for (int i = 0; i < result->FieldCount(); ++i) {
+            cells.append(result->Fields(i).Value().toString());
+        }
+        rows.append(cells.join(u'|'));
+    }
 }
 
 }  // namespace testing_support

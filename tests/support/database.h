@@ -1,13 +1,7 @@
 #pragma once
 
 #include "platform/dao/dao.h"
-#include "platform/erro.h"
-
-#include <QByteArray>
-#include <QString>
-#include <QTemporaryDir>
-
-#include <memory>
+#include "support/test.h"
 
 namespace testing_support {
 
@@ -17,13 +11,18 @@ public:
     explicit TestDatabase(const QByteArray& definition);
 
     QString Folder() const { return folder_.path(); }
-    QString Path() const { return folder_.filePath(QStringLiteral("Tarvo.mdb")); }
-    static QString Connect() { return QStringLiteral(";pwd=segredo"); }
+    QString Path() const { return folder_.filePath(u"Tarvo.mdb"_s); }
+    static QString Connect() { return u";pwd=segredo"_s; }
 
     // Another opening of the same file, in a workspace of its own.
     struct Session {
         std::unique_ptr<dao::Workspace> workspace;
         std::unique_ptr<dao::Database> database;
+
+        void Execute(const AnyText& sql) const { database->Execute(sql, dao::dbFailOnError); }
+        QString Value(const AnyText& sql) const {  // the first one; Null is an empty text
+            return database->OpenRecordset(sql)->Fields(0).Value().toString();
+        }
     };
     Session Open(bool readOnly = false) const;
 
@@ -31,15 +30,7 @@ private:
     QTemporaryDir folder_;
 };
 
-// Number of the Erro that `work` throws, 0 for none.
-template <typename Work>
-int ErrorOf(Work&& work) {
-    try {
-        work();
-    } catch (const Erro& erro) {
-        return erro.Number();
-    }
-    return 0;
-}
+// Appends the rows of a query to `rows` as they are read, cells with | between them.
+void ReadRows(dao::Database& database, const AnyText& sql, QStringList& rows);
 
 }  // namespace testing_support

@@ -2,13 +2,15 @@
 """A web server that can do everything wrong. It also stands in for a proxy: the host of a request
 does not matter to it.
 
-    server.py FOLDER LOG    serves the files of FOLDER, and each name of BEHAVIOURS in its own way
+    server.py FOLDER LOG [CERTIFICATE KEY]    serves the files of FOLDER, and each name of BEHAVIOURS
+                                              in its own way; with a certificate over TLS
 
 Prints its port, writes each request's head to LOG, ends with its standard input.
 """
 
 import os
 import socket
+import ssl
 import struct
 import sys
 import threading
@@ -92,9 +94,12 @@ BEHAVIOURS = {
 
 
 class Server:
-    def __init__(self, folder, log):
+    def __init__(self, folder, log, *certified):
         self.folder = folder
         self.log = log
+        self.tls = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER) if certified else None
+        if certified:
+            self.tls.load_cert_chain(*certified)
         self.lock = threading.Lock()
 
     def run(self):
@@ -104,8 +109,10 @@ class Server:
             threading.Thread(target=self.serve, args=[listener.accept()[0]], daemon=True).start()
 
     def serve(self, connection):
-        with connection:
-            try:
+        try:
+            if self.tls:
+                connection = self.tls.wrap_socket(connection, server_side=True)
+            with connection:
                 head = b""
                 while not head.endswith(b"\r\n\r\n"):
                     piece = connection.recv(65536)
@@ -115,8 +122,8 @@ class Server:
                 with self.lock, open(self.log, "ab") as log:
                     log.write(head)
                 self.handle(connection, head)
-            except OSError:
-                pass  # the other side has had enough
+        except OSError:
+            pass  # the other side has had enough
 
     def handle(self, connection, head):
         path = urllib.parse.unquote(urllib.parse.urlsplit(head.split()[1].decode()).path)[1:]

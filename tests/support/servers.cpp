@@ -1,16 +1,11 @@
 #include "support/servers.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QThread>
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
-
-using namespace Qt::StringLiterals;
 
 namespace testing_support {
 namespace {
@@ -27,10 +22,18 @@ constexpr int Patience = 20000;  // milliseconds
 
 }  // namespace
 
-WrongServer::WrongServer() {
+WrongServer::WrongServer(const AnyText& certified) {
     QDir().mkpath(Folder());
+    QStringList arguments = {QStringLiteral(TARVO_SERVER), Folder(), folder_.filePath("log"_L1)};
+    if (!certified.isEmpty()) {
+        arguments << folder_.filePath(u"certificate"_s) << folder_.filePath(u"key"_s);
+        OutputOf("openssl",
+                 {"req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1",
+                  "-nodes", "-batch", "-out", arguments.at(3), "-keyout", arguments.at(4),
+                  "-addext", u"subjectAltName="_s + certified});
+    }
     process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process_.start(u"python3"_s, {QStringLiteral(TARVO_SERVER), Folder(), folder_.filePath("log"_L1)});
+    process_.start(u"python3"_s, arguments);
     while (!process_.canReadLine()) {
         if (!process_.waitForReadyRead(Patience)) {
             qFatal("the server did not start");
@@ -44,12 +47,8 @@ WrongServer::~WrongServer() {
     process_.waitForFinished(Patience);
 }
 
-void WrongServer::Put(const QString& name, const QByteArray& content) const {
-    QFile file(Folder() + u'/' + name);
-    QDir().mkpath(QFileInfo(file).path());
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size()) {
-        qFatal("cannot write %s", qPrintable(file.fileName()));
-    }
+void WrongServer::Put(const AnyText& name, const QByteArray& content) const {
+    Write(Folder() + u'/' + name, content);
 }
 
 void WrongServer::Clear() const {
@@ -71,14 +70,14 @@ QStringList WrongServer::Requests() const {
     return requests;
 }
 
-ProxySetting::ProxySetting(int port) {
+ProxySetting::ProxySetting(int port, const QByteArray& scheme) {
     for (const char* name : {"no_proxy", "NO_PROXY", "all_proxy", "ALL_PROXY"}) {
         qunsetenv(name);
     }
     if (port == 0) {
         qunsetenv("http_proxy");
     } else {
-        qputenv("http_proxy", "http://127.0.0.1:" + QByteArray::number(port));
+        qputenv("http_proxy", scheme + "://127.0.0.1:" + QByteArray::number(port));
     }
 }
 

@@ -1,22 +1,23 @@
 #pragma once
 
-#include <QProcess>
-#include <QStringList>
-#include <QTemporaryDir>
+#include "support/test.h"
 
-// Servers on the loopback for the time of a test. Each is reached as the system's proxy: the program
-// speaks to port 80 only, which a test cannot have.
+#include <QProcess>
+
+// Servers on the loopback for the time of a test. Each is reached as the system's proxy: the
+// program speaks to port 80 only, which a test cannot have.
 namespace testing_support {
 
 // server.py, with the files of a folder and all its ways of doing wrong.
 class WrongServer {
 public:
-    WrongServer();
+    // With the name that a certificate of its own gives it ("IP:127.0.0.1"), it speaks TLS.
+    explicit WrongServer(const AnyText& certified = {});
     ~WrongServer();
 
-    QString Folder() const { return folder_.filePath(QStringLiteral("www")); }
-    // Writes a file below Folder(), with the folders that it needs.
-    void Put(const QString& name, const QByteArray& content) const;
+    QString Folder() const { return folder_.filePath(u"www"_s); }
+    // Writes a file below Folder().
+    void Put(const AnyText& name, const QByteArray& content) const;
     // Takes files and noted requests away again.
     void Clear() const;
     int Port() const { return port_; }
@@ -32,7 +33,7 @@ private:
 // The environment's proxy, for the life of the object; port 0 for none.
 class ProxySetting {
 public:
-    explicit ProxySetting(int port);
+    explicit ProxySetting(int port, const QByteArray& scheme = "http");
     ~ProxySetting();
 };
 

@@ -2,8 +2,6 @@
 
 #include "platform/forms/msgbox.h"
 
-#include <QTest>
-
 namespace testing_support {
 namespace {
 
@@ -33,7 +31,23 @@ BoxAnswers::~BoxAnswers() {
     forms::SetMsgBoxHandler({});
 }
 
-forms::Form* WaitForForm(const QString& name, int milliseconds) {
+QStringList BoxAnswers::Texts() const {
+    QStringList texts;
+    for (const Shown& box : shown_) {
+        texts += box.text;
+    }
+    return texts;
+}
+
+QStringList BoxAnswers::FlagsAndTexts() const {
+    QStringList lines;
+    for (const Shown& box : shown_) {
+        lines += QString::number(box.flags) + u' ' + box.text;
+    }
+    return lines;
+}
+
+forms::Form* WaitForForm(const AnyText& name, int milliseconds) {
     const auto is = [&] {
         const forms::Form* active = forms::Form::Active();
         return active && active->Name() == name;

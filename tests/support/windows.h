@@ -1,10 +1,7 @@
 #pragma once
 
 #include "platform/forms/form.h"
-
-#include <QList>
-#include <QPoint>
-#include <QStringList>
+#include "support/test.h"
 
 // Driving the program's windows in a test.
 namespace testing_support {
@@ -22,6 +19,8 @@ public:
         QString title;
     };
     const QList<Shown>& Boxes() const { return shown_; }
+    QStringList Texts() const;
+    QStringList FlagsAndTexts() const;  // "16 Erro nº: 5"
 
 private:
     QList<int> answers_;
@@ -29,7 +28,7 @@ private:
 };
 
 // Waits until the screen of this name is loaded and active; null after `milliseconds`.
-forms::Form* WaitForForm(const QString& name, int milliseconds = 5000);
+forms::Form* WaitForForm(const AnyText& name, int milliseconds = 5000);
 
 // The mouse at a place of the screen's picture, in design pixels, wherever a control stands there.
 void ClickAt(forms::Form& form, QPoint place);
@@ -38,7 +37,7 @@ void MoveTo(forms::Form& form, QPoint place);
 
 // The control of this object name; the test program ends if there is none.
 template <typename Control>
-Control& Find(forms::Form& form, const QString& name) {
+Control& Find(forms::Form& form, const AnyText& name) {
     auto* control = form.findChild<Control*>(name);
     if (!control) {
         qFatal("%s has no %s", qPrintable(form.Name()), qPrintable(name));

@@ -1,29 +1,22 @@
-#include "platform/erro.h"
 #include "platform/system/process.h"
-#include "support/testmain.h"
+#include "support/test.h"
 
-#include <QFile>
 #include <QProcess>
-#include <QTemporaryDir>
-#include <QTest>
 
 #include <signal.h>
 #include <unistd.h>
-
-using namespace Qt::StringLiterals;
 
 class TestProcess : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
     void ExitCodes_data() {
-        QTest::addColumn<QString>("commandLine");
-        QTest::addColumn<int>("exitCode");
-        QTest::newRow("quoted") << u"\"/bin/sh\" -c \"exit 7\""_s << 7;
-        QTest::newRow("path text") << u"\\bin\\sh -c \"exit 3\""_s << 3;
-        QTest::newRow("name alone") << u"  sh -c \"exit 0\""_s << 0;
-        QTest::newRow("no arguments") << u"false"_s << 1;
-        QTest::newRow("killed") << u"sh -c \"kill -9 $$\""_s << 137;
+        const Table<QString, int> row("commandLine", "exitCode");
+        row("quoted", "\"/bin/sh\" -c \"exit 7\"", 7);
+        row("path text", "\\bin\\sh -c \"exit 3\"", 3);
+        row("name alone", "  sh -c \"exit 0\"", 0);
+        row("no arguments", "false", 1);
+        row("killed", "sh -c \"kill -9 $$\"", 137);
     }
     void ExitCodes() {
         QFETCH(QString, commandLine);
@@ -37,11 +30,8 @@ private Q_SLOTS:
     void BlanksInProgramAndArguments() {
         const QTemporaryDir folder;
         const QString program = folder.filePath(u"com espaço.sh"_s);
-        QFile script(program);
-        QVERIFY(script.open(QIODevice::WriteOnly));
-        script.write("#!/bin/sh\n[ \"$1\" = '1|/a  b/c.tmp' ] && exit 100\nexit $#\n");
-        script.close();
-        script.setPermissions(script.permissions() | QFileDevice::ExeOwner);
+        Write(program, "#!/bin/sh\n[ \"$1\" = '1|/a  b/c.tmp' ] && exit 100\nexit $#\n");
+        QFile::setPermissions(program, QFile::permissions(program) | QFileDevice::ExeOwner);
         const auto process = sys::Start(u"\"%1\" 1|/a b/c.tmp \"d e\""_s.arg(program), 1);
         sys::WaitForEnd(process);
         QCOMPARE(sys::ExitCode(process), 3);
@@ -52,24 +42,17 @@ private Q_SLOTS:
     }
 
     void StartErrors_data() {
-        QTest::addColumn<QString>("commandLine");
-        QTest::addColumn<int>("number");
-        QTest::newRow("empty") << u" "_s << 5;
-        QTest::newRow("empty quotes") << u"\"\" 12"_s << 5;
-        QTest::newRow("missing path") << u"\"/nao/existe.exe\" 1"_s << 53;
-        QTest::newRow("missing name") << u"nao-existe-aqui"_s << 53;
-        QTest::newRow("folder") << u"/etc"_s << 70;
-        QTest::newRow("no program") << u"/etc/passwd"_s << 70;
+        const Table<QString, int> row("commandLine", "number");
+        row("empty", " ", 5);
+        row("empty quotes", "\"\" 12", 5);
+        row("missing path", "\"/nao/existe.exe\" 1", 53);
+        row("missing name", "nao-existe-aqui", 53);
+        row("folder", "/etc", 70);
+        row("no program", "/etc/passwd", 70);
     }
     void StartErrors() {
         QFETCH(QString, commandLine);
-        int number = 0;
-        try {
-            sys::Start(commandLine, 1);
-        } catch (const Erro& erro) {
-            number = erro.Number();
-        }
-        QTEST(number, "number");
+        QTEST(ErrorOf([&] { sys::Start(commandLine, 1); }), "number");
     }
 
     void RunningChild() {

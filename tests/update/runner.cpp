@@ -9,6 +9,7 @@
 #include "platform/forms/msgbox.h"
 #include "session/banco.h"
 #include "session/global.h"
+#include "support/quickkeys.h"
 #include "update/atualizando.h"
 
 #include <QTextStream>
@@ -16,8 +17,7 @@
 namespace {
 
 QString Value(const char* sql) {
-    return convert::ToTextOrEmpty(
-        gDB->OpenRecordset(QLatin1String(sql))->Fields(0).Value());
+    return convert::ToTextOrEmpty(gDB->OpenRecordset(QLatin1String(sql))->Fields(0).Value());
 }
 
 void Run(const QStringList& arguments, QTextStream& out) {
@@ -40,12 +40,12 @@ void Run(const QStringList& arguments, QTextStream& out) {
 
 int main(int argc, char** argv) {
     forms::Application application(argc, argv);
+    testing_support::UseQuickKeys();
     QTextStream out(stdout);
     try {
         Run(application.arguments(), out);
-        return 0;
     } catch (const Erro& erro) {
         out << "untrapped " << erro.Number() << ' ' << erro.Description() << '\n';
-        return 1;
     }
+    return 0;
 }

@@ -1,9 +1,6 @@
-#include "support/testmain.h"
+#include "support/test.h"
 #include "update/comando.h"
 
-#include <QTest>
-
-using namespace Qt::StringLiterals;
 using Tipo = ComandoAtualizacao::Tipo;
 
 Q_DECLARE_METATYPE(ComandoAtualizacao::Tipo)
@@ -13,48 +10,31 @@ class TestComando : public QObject {
 
 private Q_SLOTS:
     void Lines_data() {
-        QTest::addColumn<QStringList>("before");
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<Tipo>("kind");
-        QTest::addColumn<QString>("text");
+        const Table<QStringList, QString, Tipo, QString> row("before", "line", "kind", "text");
 
         const QStringList none;
-        QTest::newRow("empty") << none << u""_s << Tipo::Nada << u""_s;
-        QTest::newRow("blanks") << QStringList{u"B:x"_s} << u"  \t"_s << Tipo::Nada << u""_s;
-        QTest::newRow("statement") << none << u"E: DELETE"_s << Tipo::Sql << u" DELETE"_s;
-        QTest::newRow("statement without text") << none << u"E:"_s << Tipo::Nada << u""_s;
-        QTest::newRow("program") << none << u"S:\"a b\" c"_s << Tipo::Programa << u"\"a b\" c"_s;
-        QTest::newRow("restart") << none << u"R:agora"_s << Tipo::Reinicio << u""_s;
-        QTest::newRow("data without template") << none << u"1<<;>>2"_s << Tipo::Nada << u""_s;
-        QTest::newRow("data after an empty template")
-            << QStringList{u"B:a 1?"_s, u"B:"_s} << u"1"_s << Tipo::Nada << u""_s;
-        QTest::newRow("template alone") << none << u"B:a 1?"_s << Tipo::Nada << u""_s;
-        QTest::newRow("the last template") << QStringList{u"B:a 1?"_s, u"B:b 1?"_s} << u"x"_s
-                                           << Tipo::Sql << u"b x"_s;
-        QTest::newRow("values") << QStringList{u"B:(1?,'2?',3?)"_s} << u"7<<;>>relé<<;>>Null"_s
-                                << Tipo::Sql << u"(7,'relé',Null)"_s;
-        QTest::newRow("empty values") << QStringList{u"B:(1?,'2?')"_s} << u"<<;>>"_s << Tipo::Sql
-                                      << u"(,'')"_s;
-        QTest::newRow("lower case is data") << QStringList{u"B:[1?]"_s} << u"e:DELETE"_s
-                                            << Tipo::Sql << u"[e:DELETE]"_s;
-        QTest::newRow("blank in front is data") << QStringList{u"B:[1?]"_s} << u" E:DELETE"_s
-                                                << Tipo::Sql << u"[ E:DELETE]"_s;
-        QTest::newRow("eleven values") << QStringList{u"B:11? 1? 10?"_s}
-                                       << QString(u"a"_s + u"<<;>>b"_s.repeated(9) + u"<<;>>k"_s)
-                                       << Tipo::Sql << u"k a b"_s;
-        QTest::newRow("twelfth place, two values")
-            << QStringList{u"B:12? 2? 1?"_s} << u"a<<;>>b"_s << Tipo::Sql << u"1b 2? a"_s;
-        QTest::newRow("place twice") << QStringList{u"B:1? 1?"_s} << u"a"_s << Tipo::Sql
-                                     << u"a 1?"_s;
-        QTest::newRow("value with a place") << QStringList{u"B:3? 2? 1?"_s}
-                                            << u"a<<;>>b<<;>>[2?]"_s << Tipo::Sql
-                                            << u"[b] 2? a"_s;
-        QTest::newRow("too few values") << QStringList{u"B:1? 2?"_s} << u"a"_s << Tipo::Sql
-                                        << u"a 2?"_s;
-        QTest::newRow("too many values") << QStringList{u"B:1?"_s} << u"a<<;>>b<<;>>c"_s
-                                         << Tipo::Sql << u"a"_s;
-        QTest::newRow("line ends") << QStringList{u"B:a<<vbCrLf>>1?"_s} << u"x<<vbCrLf>>y"_s
-                                   << Tipo::Sql << u"a\r\nx\r\ny"_s;
+        row("empty", none, "", Tipo::Nada, "");
+        row("blanks", {"B:x"}, "  \t", Tipo::Nada, "");
+        row("statement", none, "E: DELETE", Tipo::Sql, " DELETE");
+        row("statement without text", none, "E:", Tipo::Nada, "");
+        row("program", none, "S:\"a b\" c", Tipo::Programa, "\"a b\" c");
+        row("restart", none, "R:agora", Tipo::Reinicio, "");
+        row("data without template", none, "1<<;>>2", Tipo::Nada, "");
+        row("data after an empty template", {"B:a 1?", "B:"}, "1", Tipo::Nada, "");
+        row("template alone", none, "B:a 1?", Tipo::Nada, "");
+        row("the last template", {"B:a 1?", "B:b 1?"}, "x", Tipo::Sql, "b x");
+        row("values", {"B:(1?,'2?',3?)"}, "7<<;>>relé<<;>>Null", Tipo::Sql, "(7,'relé',Null)");
+        row("empty values", {"B:(1?,'2?')"}, "<<;>>", Tipo::Sql, "(,'')");
+        row("lower case is data", {"B:[1?]"}, "e:DELETE", Tipo::Sql, "[e:DELETE]");
+        row("blank in front is data", {"B:[1?]"}, " E:DELETE", Tipo::Sql, "[ E:DELETE]");
+        row("eleven values", {"B:11? 1? 10?"},
+            QString(u"a"_s + u"<<;>>b"_s.repeated(9) + u"<<;>>k"_s), Tipo::Sql, "k a b");
+        row("twelfth place, two values", {"B:12? 2? 1?"}, "a<<;>>b", Tipo::Sql, "1b 2? a");
+        row("place twice", {"B:1? 1?"}, "a", Tipo::Sql, "a 1?");
+        row("value with a place", {"B:3? 2? 1?"}, "a<<;>>b<<;>>[2?]", Tipo::Sql, "[b] 2? a");
+        row("too few values", {"B:1? 2?"}, "a", Tipo::Sql, "a 2?");
+        row("too many values", {"B:1?"}, "a<<;>>b<<;>>c", Tipo::Sql, "a");
+        row("line ends", {"B:a<<vbCrLf>>1?"}, "x<<vbCrLf>>y", Tipo::Sql, "a\r\nx\r\ny");
     }
     void Lines() {
         QFETCH(QStringList, before);

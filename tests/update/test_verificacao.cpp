@@ -1,6 +1,4 @@
 #include "look/tooltip.h"
-#include "platform/convert.h"
-#include "platform/erro.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/msgbox.h"
 #include "platform/system/clock.h"
@@ -11,39 +9,27 @@
 #include "session/global.h"
 #include "support/catalogo.h"
 #include "support/servers.h"
-#include "support/testmain.h"
+#include "support/test.h"
 #include "support/windows.h"
 #include "update/atualizando.h"
 
 #include <QDialog>
-#include <QDir>
-#include <QFile>
-#include <QSignalSpy>
-#include <QTest>
 #include <QTimer>
-
-#include <memory>
-
-using namespace Qt::StringLiterals;
-using testing_support::BoxAnswers;
-using testing_support::Find;
-using testing_support::ProxySetting;
-using testing_support::Settle;
-using testing_support::WrongServer;
 
 namespace {
 
 const QString Question = u"Existem Novas Atualizações. Deseja Instalar agora?"_s;
 const QString Nothing = u"Não existem Novas Atualizações."_s;
-const QString Failed = u"Erro ao tentar Verificar Atualizações\n\n"
-                       "Observação: Requer acesso à Internet\n\n"_s;
+const QString Failed =
+    u"Erro ao tentar Verificar Atualizações\n\n"
+    "Observação: Requer acesso à Internet\n\n"_s;
 constexpr int Yes = 6;
 
 // Plays the verifying process: leaves these results, one for each start, and ends at once. A null
 // result leaves no file.
 class Verifier {
 public:
-    explicit Verifier(QStringList results) : results_(std::move(results)) {
+    explicit Verifier(const AnyTexts& results) : results_(results) {
         sys::SetStartHandler([this](const QString& commandLine, int) -> sys::ProcessId {
             started += commandLine;
             if (running) {
@@ -51,10 +37,7 @@ public:
             }
             const QString result = results_.value(started.size() - 1);
             if (!result.isNull()) {
-                QFile file(QString(commandLine.section(u'|', 1)).replace(u'\\', u'/'));
-                if (!file.open(QIODevice::WriteOnly) || file.write(result.toUtf8()) < 0) {
-                    qFatal("cannot write %s", qPrintable(file.fileName()));
-                }
+                Write(QString(commandLine.section(u'|', 1)).replace(u'\\', u'/'), result.toUtf8());
             }
             return 0;
         });
@@ -75,83 +58,58 @@ class TestVerificacao : public QObject {
 
     std::unique_ptr<CatalogoDeTeste> catalogo_;
 
-    static QTimer& Timer(const char16_t* name) {
-        return Find<QTimer>(*gFrmPesquisa, QString::fromUtf16(name));
-    }
+    static QTimer& Timer(const AnyText& name) { return Find<QTimer>(*gFrmPesquisa, name); }
     static void SlowTick() {
-        QMetaObject::invokeMethod(&Timer(u"tmrVerificarAtualizacoes"), "timeout");
+        QMetaObject::invokeMethod(&Timer("tmrVerificarAtualizacoes"), "timeout");
     }
-    static bool Watching() { return Timer(u"tmrVerificaProcessoVerificacao").isActive(); }
-    static QString Value(const QString& column) {
-        return convert::ToTextOrEmpty(
-            gDB->OpenRecordset(u"SELECT %1 FROM UMREGISTRO"_s.arg(column))->Fields(0).Value());
-    }
-    static void ShowSearch() {
-        gFrmPesquisa = new frmPesquisa;
-        gFrmPesquisa->Show();
-        Timer(u"tmrVerificaProcessoVerificacao").setInterval(5);
-    }
-    static void UnloadSearch() {
-        gFrmPesquisa->Tag = frmPesquisa::Recarregando;
-        gFrmPesquisa->Unload();
-        Settle();
-    }
-    static QStringList Texts(const BoxAnswers& boxes) {
-        QStringList texts;
-        for (const auto& box : boxes.Boxes()) {
-            texts += box.text;
-        }
-        return texts;
+    static bool Watching() { return Timer("tmrVerificaProcessoVerificacao").isActive(); }
+    static QString Setting(const AnyText& column) {
+        return Valor(u"SELECT %1 FROM UMREGISTRO"_s.arg(column));
     }
     // Waits for the end of a check; the screen may be another one then.
     static bool CheckEnds() {
         return QTest::qWaitFor([] { return gFrmPesquisa && !Watching(); }, 20000);
-    }
-    QStringList Temporary() const {
-        return QDir(catalogo_->Pasta()).entryList({u"*.tmp"_s});
     }
 
 private Q_SLOTS:
     void init() {
         catalogo_ = std::make_unique<CatalogoDeTeste>();
         catalogo_->Executar(
-            {u"UPDATE UMREGISTRO SET Versao = 1, FlagErroUltimaVerificacao = 7, "
-             "DataUltimaVerificacao = Null"_s});
-        ShowSearch();
+            {"UPDATE UMREGISTRO SET Versao = 1, FlagErroUltimaVerificacao = 7, "
+             "DataUltimaVerificacao = Null"});
+        gFrmPesquisa = new frmPesquisa;
+        gFrmPesquisa->Show();
+        Timer("tmrVerificaProcessoVerificacao").setInterval(5);
     }
     void cleanup() {
         sys::SetClock({});
         sys::SetStartHandler({});
-        UnloadSearch();
+        gFrmPesquisa->Tag = frmPesquisa::Recarregando;
+        gFrmPesquisa->Unload();
+        Settle();
         catalogo_.reset();
     }
 
     void Answers_data() {
-        QTest::addColumn<bool>("automatic");
-        QTest::addColumn<QString>("result");
-        QTest::addColumn<QStringList>("boxes");
-        QTest::addColumn<QString>("flag");
-        const QString none;
-        const QStringList silence;
+        const Table<bool, QString, QStringList, QString> row("automatic", "result", "boxes",
+                                                             "flag");
         const auto error = [](const QString& number, const QString& text) {
-            return QStringList{u"Erro nº: "_s + number + u'\n' + Failed + text};
+            return List(u"Erro nº: "_s + number + u'\n' + Failed + text);
         };
         const QStringList subscript = error(u"9"_s, u"Subscrito fora do intervalo"_s);
-        QTest::newRow("equal") << false << u"15|5"_s << QStringList{Nothing} << u"0"_s;
-        QTest::newRow("older, more fields") << false << u"x5|-3|9"_s << QStringList{Nothing} << u"0"_s;
-        QTest::newRow("equal, by itself") << true << u"15|5"_s << silence << u"0"_s;
-        QTest::newRow("refused") << false << u"15|6"_s << QStringList{Question} << u"0"_s;
-        QTest::newRow("refused, by itself") << true << u"15|6"_s << QStringList{Question} << u"0"_s;
-        QTest::newRow("failed") << false << u"0Sem servidor"_s << error(u"-2"_s, u"Sem servidor"_s)
-                                << u"1"_s;
-        QTest::newRow("failed, by itself") << true << u"0Sem servidor"_s << silence << u"1"_s;
-        QTest::newRow("no file") << false << none << subscript << u"1"_s;
-        QTest::newRow("empty file") << false << u""_s << subscript << u"1"_s;
-        QTest::newRow("no versions") << false << u"1"_s << subscript << u"1"_s;
-        QTest::newRow("one version") << false << u"15"_s << subscript << u"1"_s;
-        QTest::newRow("no number") << false << u"15|seis"_s << error(u"13"_s, u"Tipos incompatíveis"_s)
-                                   << u"1"_s;
-        QTest::newRow("too large") << false << u"15|32768"_s << error(u"6"_s, u"Estouro"_s) << u"1"_s;
+        row("equal", false, "15|5", {Nothing}, "0");
+        row("older, more fields", false, "x5|-3|9", {Nothing}, "0");
+        row("equal, by itself", true, "15|5", {}, "0");
+        row("refused", false, "15|6", {Question}, "0");
+        row("refused, by itself", true, "15|6", {Question}, "0");
+        row("failed", false, "0Sem servidor", error(u"-2"_s, u"Sem servidor"_s), "1");
+        row("failed, by itself", true, "0Sem servidor", {}, "1");
+        row("no file", false, {}, subscript, "1");
+        row("empty file", false, "", subscript, "1");
+        row("no versions", false, "1", subscript, "1");
+        row("one version", false, "15", subscript, "1");
+        row("no number", false, "15|seis", error(u"13"_s, u"Tipos incompatíveis"_s), "1");
+        row("too large", false, "15|32768", error(u"6"_s, u"Estouro"_s), "1");
     }
     void Answers() {
         QFETCH(bool, automatic);
@@ -160,36 +118,34 @@ private Q_SLOTS:
         BoxAnswers boxes;
         gFrmPesquisa->IniciarVerificacao(automatic);
         QVERIFY(CheckEnds());
-        QTEST(Texts(boxes), "boxes");
-        QTEST(Value(u"FlagErroUltimaVerificacao"_s), "flag");
-        QVERIFY(!Value(u"DataUltimaVerificacao"_s).isEmpty());
-        QCOMPARE(Temporary(), QStringList());
+        QTEST(boxes.Texts(), "boxes");
+        QTEST(Setting("FlagErroUltimaVerificacao"), "flag");
+        QVERIFY(!Setting("DataUltimaVerificacao").isEmpty());
+        QCOMPARE(catalogo_->Temporarios(), QStringList());
         const QString command = verifier.started.value(0);
         QVERIFY2(command.startsWith(u'"'), qPrintable(command));
         QVERIFY(command.contains(u"VerifAtualizCatalogoTarvo.exe\" %1|"_s.arg(automatic ? 1 : 0) +
                                  gCaminho));
-        if (!Texts(boxes).isEmpty() && Texts(boxes).first() == Question) {
+        if (!boxes.Texts().isEmpty() && boxes.Texts().first() == Question) {
             QCOMPARE(boxes.Boxes().first().flags, 292);
         }
     }
 
     // By itself too: the failure comes before anybody knows that it was automatic.
     void VerifierCannotBeStarted() {
-        sys::SetStartHandler([](const QString&, int) -> sys::ProcessId {
-            throw Erro(Erro::FileNotFound);
-        });
+        sys::SetStartHandler(
+            [](const QString&, int) -> sys::ProcessId { throw Erro(Erro::FileNotFound); });
         BoxAnswers boxes;
         gFrmPesquisa->IniciarVerificacao(true);
         QVERIFY(CheckEnds());
-        QCOMPARE(Texts(boxes),
-                 QStringList{u"Erro nº: -1\n"_s + Failed + u"53 Arquivo não encontrado"_s});
+        QCOMPARE(boxes.Texts(), List(u"Erro nº: -1\n"_s + Failed + u"53 Arquivo não encontrado"_s));
     }
 
     void OneCheckAtATime() {
-        Verifier verifier({u"11|1"_s});
+        Verifier verifier({"11|1"});
         verifier.running = true;
-        testing_support::ClickAt(*gFrmPesquisa, {578, 17});
-        testing_support::ClickAt(*gFrmPesquisa, {578, 17});
+        ClickAt(*gFrmPesquisa, {578, 17});
+        ClickAt(*gFrmPesquisa, {578, 17});
         SlowTick();
         QTest::qWait(50);
         QVERIFY(Watching());
@@ -197,30 +153,29 @@ private Q_SLOTS:
     }
 
     void SlowTimer_data() {
-        QTest::addColumn<bool>("automatic");
-        QTest::addColumn<int>("secondsSince");  // the last check; -1: never
-        QTest::addColumn<bool>("starts");
-        QTest::newRow("never checked") << true << -1 << true;
-        QTest::newRow("a moment too early") << true << 599 << false;
-        QTest::newRow("ten minutes") << true << 600 << true;
-        QTest::newRow("switched off") << false << -1 << false;
+        // Since the last check; -1 for never.
+        const Table<bool, int, bool> row("automatic", "secondsSince", "starts");
+        row("never checked", true, -1, true);
+        row("a moment too early", true, 599, false);
+        row("ten minutes", true, 600, true);
+        row("switched off", false, -1, false);
     }
     void SlowTimer() {
         QFETCH(bool, automatic);
         QFETCH(int, secondsSince);
-        QCOMPARE(Timer(u"tmrVerificarAtualizacoes").interval(), 65535);
-        QVERIFY(Timer(u"tmrVerificarAtualizacoes").isActive());
+        QCOMPARE(Timer("tmrVerificarAtualizacoes").interval(), 65535);
+        QVERIFY(Timer("tmrVerificarAtualizacoes").isActive());
         if (secondsSince >= 0) {
             catalogo_->Executar(
-                {u"UPDATE UMREGISTRO SET DataUltimaVerificacao = DateSerial(2026,3,5)+"
-                 "TimeSerial(23,55,0)"_s});
+                {"UPDATE UMREGISTRO SET DataUltimaVerificacao = "
+                 "DateSerial(2026,3,5)+TimeSerial(23,55,0)"});
         }
         gFrmPesquisa->CarregarDadosVerificacao(true);
         sys::SetClock([=] {
             return QDateTime(QDate(2026, 3, 5), QTime(23, 55, 0), Qt::UTC).addSecs(secondsSince);
         });
         VerificacaoAutomatica = automatic;
-        Verifier verifier({u"11|1"_s});
+        Verifier verifier({"11|1"});
         verifier.running = true;
         SlowTick();
         QTEST(verifier.started.size() == 1, "starts");
@@ -231,8 +186,8 @@ private Q_SLOTS:
 
     void StatusAgainOnEveryThirdTick() {
         VerificacaoAutomatica = false;
-        catalogo_->Executar({u"UPDATE UMREGISTRO SET DataEmissao = DateSerial(2027,1,2)"_s});
-        const auto& label = Find<forms::Label>(*gFrmPesquisa, u"lblEmissao"_s);
+        catalogo_->Executar({"UPDATE UMREGISTRO SET DataEmissao = DateSerial(2027,1,2)"});
+        const auto& label = Find<forms::Label>(*gFrmPesquisa, "lblEmissao");
         SlowTick();
         SlowTick();
         QCOMPARE(label.Text(), u"05-MAR-2026 - teste"_s);
@@ -274,32 +229,29 @@ private Q_SLOTS:
     }
 
     void LockOfAnotherComputer() {
-        std::unique_ptr<dao::Workspace> other;
-        std::unique_ptr<dao::Database> same;
-        AbrirBancoDados(other, u"outro"_s, same, false);
-        other->BeginTrans();
-        same->Execute(u"UPDATE CONTROLETRAN SET a = a"_s);
-        const Verifier verifier({u"11|2"_s});
+        const OutroComputador other;
+        other.sessao->BeginTrans();
+        other.banco->Execute(u"UPDATE CONTROLETRAN SET a = a"_s);
+        const Verifier verifier({"11|2"});
         BoxAnswers boxes({Yes});
         gFrmPesquisa->IniciarVerificacao(true);
         QVERIFY(CheckEnds());
-        QCOMPARE(Texts(boxes),
-                 (QStringList{Question, u"Não foi possível Bloquear o Banco de Dados. (Outro "
-                                        "Computador, de sua rede, já está Atualizando o "
-                                        "Catálogo)."_s}));
-        QCOMPARE(Value(u"FlagErroUltimaVerificacao"_s), u"0"_s);
+        QCOMPARE(boxes.Texts(), List(Question,
+                                     "Não foi possível Bloquear o Banco de Dados. (Outro "
+                                     "Computador, de sua rede, já está Atualizando o Catálogo)."));
+        QCOMPARE(Setting("FlagErroUltimaVerificacao"), u"0"_s);
         QCOMPARE(verifier.started.size(), 1);
     }
 
     void AnotherComputerWasFaster() {
-        const Verifier verifier({u"11|2"_s, u"12|2"_s});
+        const Verifier verifier({"11|2", "12|2"});
         BoxAnswers boxes({Yes});
         gFrmPesquisa->IniciarVerificacao(true);
         QVERIFY(QTest::qWaitFor([&] { return boxes.Boxes().size() == 2; }, 20000));
         QVERIFY(CheckEnds());
-        QCOMPARE(Texts(boxes), (QStringList{Question, Nothing}));
+        QCOMPARE(boxes.Texts(), List(Question, Nothing));
         QVERIFY(verifier.started.value(1).contains("\" 0|"_L1));
-        QCOMPARE(Temporary(), QStringList());
+        QCOMPARE(catalogo_->Temporarios(), QStringList());
         QVERIFY(BloquearBancoDados(true));  // nobody holds it any more
         BloquearBancoDados(false);
     }
@@ -307,22 +259,22 @@ private Q_SLOTS:
     void Installs() {
         WrongServer server;
         const ProxySetting proxy(server.Port());
-        server.Put(u"ListVersao2.txt"_s, "SDB;dois.txt;1\r\n");
-        server.Put(u"dois.txt"_s, "E:UPDATE UMREGISTRO SET ComplementoDataEmissao = ' (2)'");
-        catalogo_->Executar({u"UPDATE UMREGISTRO SET UrlAtualizacao = 'atualiza.exemplo'"_s});
+        server.Put("ListVersao2.txt", "SDB;dois.txt;1\r\n");
+        server.Put("dois.txt", "E:UPDATE UMREGISTRO SET ComplementoDataEmissao = ' (2)'");
+        catalogo_->Executar({"UPDATE UMREGISTRO SET UrlAtualizacao = 'atualiza.exemplo'"});
         (new frmConfiguracoes)->Show();
         const frmPesquisa* before = gFrmPesquisa;
-        const Verifier verifier({u"11|2"_s, u"11|2"_s});
+        const Verifier verifier({"11|2", "11|2"});
         BoxAnswers boxes({Yes});
         gFrmPesquisa->IniciarVerificacao(false);
         QVERIFY(QTest::qWaitFor([&] { return gFrmPesquisa != before; }, 20000));
         Settle();
-        QCOMPARE(Texts(boxes), (QStringList{Question, u"Atualização concluída com sucesso."_s}));
+        QCOMPARE(boxes.Texts(), List(Question, "Atualização concluída com sucesso."));
         QCOMPARE(verifier.started.size(), 2);
         QCOMPARE(forms::Form::Loaded(), QList<forms::Form*>{gFrmPesquisa});
-        QCOMPARE(Find<forms::Label>(*gFrmPesquisa, u"lblEmissao"_s).Text(), u"05-MAR-2026 (2)"_s);
-        QCOMPARE(Value(u"Versao"_s), u"2"_s);
-        QCOMPARE(Temporary(), QStringList());
+        QCOMPARE(Find<forms::Label>(*gFrmPesquisa, "lblEmissao").Text(), u"05-MAR-2026 (2)"_s);
+        QCOMPARE(Setting("Versao"), u"2"_s);
+        QCOMPARE(catalogo_->Temporarios(), QStringList());
         QVERIFY(BloquearBancoDados(true));
         BloquearBancoDados(false);
     }
@@ -331,28 +283,27 @@ private Q_SLOTS:
     void InstallationFails() {
         WrongServer server;
         const ProxySetting proxy(server.Port());
-        catalogo_->Executar({u"UPDATE UMREGISTRO SET UrlAtualizacao = 'atualiza.exemplo'"_s});
+        catalogo_->Executar({"UPDATE UMREGISTRO SET UrlAtualizacao = 'atualiza.exemplo'"});
         const frmPesquisa* before = gFrmPesquisa;
-        const Verifier verifier({u"11|2"_s, u"11|2"_s});
+        const Verifier verifier({"11|2", "11|2"});
         BoxAnswers boxes({Yes});
         gFrmPesquisa->IniciarVerificacao(false);
         QVERIFY(QTest::qWaitFor([&] { return gFrmPesquisa != before; }, 20000));
-        QCOMPARE(Texts(boxes),
-                 (QStringList{Question, u"Erro nº: -104\nHttpQueryInfo:0;-103;Status=404"_s}));
-        QCOMPARE(Value(u"Versao"_s), u"1"_s);
+        QCOMPARE(boxes.Texts(), List(Question, "Erro nº: -104\nHttpQueryInfo:0;-103;Status=404"));
+        QCOMPARE(Setting("Versao"), u"1"_s);
     }
 
     void TipOncePerRefresh() {
-        auto& button = Find<forms::ClickZone>(*gFrmPesquisa, u"pctVerificarAtualizacoes"_s);
+        auto& button = Find<forms::ClickZone>(*gFrmPesquisa, "pctVerificarAtualizacoes");
         QCOMPARE(button.Tag, u" "_s);
         catalogo_->Executar(
-            {u"UPDATE UMREGISTRO SET DataUltimaVerificacao = DateSerial(2026,3,5)+"
-             "TimeSerial(7,8,9), FlagErroUltimaVerificacao = 1"_s});
+            {"UPDATE UMREGISTRO SET DataUltimaVerificacao = "
+             "DateSerial(2026,3,5)+TimeSerial(7,8,9), FlagErroUltimaVerificacao = 1"});
         gFrmPesquisa->CarregarDadosVerificacao(false);
         QCOMPARE(button.Tag, u"ERRO na Última Verificação: 05-MAR-2026 07:08:09"_s);
-        testing_support::MoveTo(*gFrmPesquisa, {578, 17});
+        MoveTo(*gFrmPesquisa, {578, 17});
         QCOMPARE(button.Tag, QString());
-        QVERIFY(Find<forms::LitPicture>(*gFrmPesquisa, u"pctVerificarAtualizacoesSelecionada"_s)
+        QVERIFY(Find<forms::LitPicture>(*gFrmPesquisa, "pctVerificarAtualizacoesSelecionada")
                     .isVisible());
         const QWidgetList windows = QApplication::topLevelWidgets();
         const auto tip = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {

@@ -1,47 +1,20 @@
 #include "platform/dao/sqlite.h"
-#include "platform/erro.h"
 #include "session/global.h"
 #include "support/catalogo.h"
-#include "support/database.h"
-#include "support/testmain.h"
+#include "support/test.h"
 #include "verificar/check.h"
 #include "verificar/report.h"
 
-#include <QDir>
-#include <QImage>
-#include <QTest>
-
-using namespace Qt::StringLiterals;
 using verificar::Finding;
 using verificar::Weight;
-
-namespace {
-
-// A figure of 200 by 100 with a number of each kind of item.
-QStringList Figura() {
-    return {
-        u"INSERT INTO FIGURA VALUES (7, 'valvula.png')"_s,
-        u"UPDATE PECA SET CodigoFigura = 7 WHERE CodigoPeca = 1"_s,
-        u"INSERT INTO FIGURADETALHADA VALUES (7, 1, '   1', -16, -6)"_s,
-        u"INSERT INTO FIGURADETALHADA VALUES (7, 2, '  12a', 183, 93)"_s,
-    };
-}
-
-}  // namespace
 
 class TestVerificar : public QObject {
     Q_OBJECT
 
     std::unique_ptr<CatalogoDeTeste> catalogo_;
 
-    void Imagem(const QString& nome, QSize tamanho) {
-        QImage imagem(tamanho, QImage::Format_RGB32);
-        imagem.fill(Qt::white);
-        QVERIFY(imagem.save(catalogo_->Pasta() + u'/' + nome));
-    }
-
     // The engine's own statements: what they do is what a careless maker of catalogues may do.
-    void Estragar(const QString& comandos) { gDB->GetConnection()->Run(comandos.toUtf8()); }
+    void Estragar(const AnyText& comandos) { gDB->GetConnection()->Run(comandos.toUtf8()); }
 
     QList<Finding> Achados(Weight peso) const {
         QList<Finding> achados;
@@ -66,17 +39,19 @@ class TestVerificar : public QObject {
 private Q_SLOTS:
     void init() {
         catalogo_ = std::make_unique<CatalogoDeTeste>();
-        catalogo_->Executar(LinhasDePesquisa() + LinhasDePecas() + Figura());
-        QDir pasta(catalogo_->Pasta());
-        pasta.mkdir(u"FotoPeca"_s);
-        pasta.mkdir(u"Figuras"_s);
+        // A figure of 200 by 100 with a number of each kind of item.
+        catalogo_->Executar(
+            LinhasDePesquisa() + LinhasDePecas() + Inserir("FIGURA", {"7, 'valvula.png'"}) +
+            List("UPDATE PECA SET CodigoFigura = 7 WHERE CodigoPeca = 1") +
+            Inserir("FIGURADETALHADA", {"7, 1, '   1', -16, -6", "7, 2, '  12a', 183, 93"}));
+        const QDir pasta(catalogo_->Pasta());
         for (const QString& nome :
              {u"PECA1.PNG"_s, u"valvulas.png"_s, u"cilindros.png"_s, u"molas.png"_s}) {
-            Imagem(u"FotoPeca/"_s + nome, {4, 4});
+            WritePicture(pasta.filePath(u"FotoPeca/"_s + nome), {4, 4});
         }
-        Imagem(u"Figuras/valvula.png"_s, {200, 100});
+        WritePicture(pasta.filePath(u"Figuras/valvula.png"_s), {200, 100});
         for (int i = 1; i <= 5; ++i) {
-            Imagem(u"Figuras/ck0%1.bmp"_s.arg(i), {8, 8});
+            WritePicture(pasta.filePath(u"Figuras/ck0%1.bmp"_s.arg(i)), {8, 8});
         }
     }
 
@@ -94,79 +69,74 @@ private Q_SLOTS:
     }
 
     void OneFault_data() {
-        QTest::addColumn<QString>("comandos");
-        QTest::addColumn<QStringList>("achados");  // the beginning of each, and what follows "…"
-        const auto linha = [](const char* nome, const char16_t* comandos,
-                              const QStringList& achados) {
-            QTest::newRow(nome) << QString::fromUtf16(comandos) << achados;
-        };
-        linha("numbers",
-              u"UPDATE PECA SET NumeroTarvoPeca = '0' || NumeroTarvoPeca WHERE CodigoPeca = 3;"
-              "UPDATE COMPONENTE SET NumeroTarvoComponente = '1' || NumeroTarvoComponente WHERE "
-              "CodigoComponente = 3; UPDATE REFERENCIACRUZADA SET NumeroClienteConcorrente = 'b-9' "
-              "WHERE NumeroClienteConcorrente = 'B9'",
-              {u"1 PECA.NumeroTarvoPeca fora…: CodigoPeca 3: \"0K5602\""_s,
-               u"1 COMPONENTE.NumeroTarvoComponente fora…: CodigoComponente 3: \"1K5600\""_s,
-               u"1 REFERENCIACRUZADA.NumeroClienteConcorrente fora…: cliente 7, Nº Tarvo A3400: "
-               "\"b-9\""_s});
-        linha("descriptions",
-              u"UPDATE PECA SET DescricaoPeca = 'Mola d''água'; UPDATE VEICULO SET "
-              "DescricaoVeiculo = ' Cavalo' WHERE CodigoVeiculo = 2",
-              {u"3 PECA.DescricaoPeca que a pesquisa…: CodigoPeca 1: \"Mola d'água\" | CodigoPeca "
-               "2: \"Mola d'água\""_s,
-               u"1 VEICULO.DescricaoVeiculo que a…: CodigoVeiculo 2: \" Cavalo\""_s});
-        linha("items",
-              u"INSERT INTO PECA_COMPONENTE VALUES (2, '3', 1, 1), (2, '  12A', 1, 1), "
-              "(2, '   a', 1, 1), (2, '  07', 1, 1), (2, '9999z', 1, 1)",
-              {u"4 PECA_COMPONENTE.ItemComponente mal…: CodigoPeca 2: \"   a\" | CodigoPeca 2: "
-               "\"  07\""_s});
-        linha("codes",
-              u"UPDATE PECA SET CodigoPeca = 1000000 WHERE CodigoPeca = 3; "
-              "INSERT INTO FIGURADETALHADA VALUES (7, 32768, '   2', 0, 0); "
-              "INSERT INTO CLIENTECONCORRENTE VALUES (32768, 'Norral', 'I'), (147483648, 'Z', 'C')",
-              {u"1 PECA.CodigoPeca fora da faixa de 1 a 999999: 1000000"_s,
-               u"1 FIGURADETALHADA.CodigoFiguraDetalhada fora da faixa…: 32768"_s,
-               u"1 CLIENTECONCORRENTE.CodigoClienteConcorrente fora da faixa de 1 a "
-               "147483647: 147483648"_s,
-               u"1 CLIENTECONCORRENTE.CodigoClienteConcorrente fora da faixa de 1 a 32767 dos "
-               "fabricantes de veículos: 32768"_s});
-        linha("links",
-              u"DELETE FROM COMPONENTE WHERE CodigoComponente = 3; UPDATE PECA SET CodigoFigura = "
-              "8 WHERE CodigoPeca = 2; INSERT INTO PECA_COMPONENTE_JOGOREPARO VALUES (1, '   7', "
-              "1); UPDATE VEICULO SET CodigoClienteConcorrente = 9 WHERE CodigoVeiculo = 2; "
-              "INSERT INTO REFERENCIACRUZADA VALUES (7, 'XYZ', '1')",
-              {u"1 PECA.CodigoFigura sem linha em FIGURA: CodigoPeca 2 → 8"_s,
-               u"2 PECA_COMPONENTE.CodigoComponente sem linha em COMPONENTE: CodigoPeca 1, item   "
-               " 1 → 3 | CodigoPeca 2, item    1 → 3"_s,
-               u"1 PECA_COMPONENTE_JOGOREPARO sem a linha do item…: CodigoPeca 1, item    7"_s,
-               u"1 VEICULO.CodigoClienteConcorrente de quem não…: CodigoVeiculo 2 → 9"_s,
-               u"1 REFERENCIACRUZADA.NumeroTarvo que nenhuma…: cliente 7: XYZ"_s});
-        linha("single rows",
-              u"DROP INDEX UMREGISTRO_UMA; INSERT INTO UMREGISTRO VALUES ('ontem', NULL, NULL, 0, "
-              "'u', 40000, 0); UPDATE CODIGOCLIENTECONCORRENTE SET CodigoClienteConcorrente = 3",
-              {u"1 Falta o índice…: UMREGISTRO único (constante)"_s,
-               u"1 UMREGISTRO precisa ter exatamente uma linha: 2 linhas"_s,
-               u"1 CODIGOCLIENTECONCORRENTE que não é -5 nem um cliente: 3"_s,
-               u"1 UMREGISTRO.DataEmissao não é uma data: \"ontem\""_s,
-               u"1 UMREGISTRO.Versao não cabe em 16 bits: \"40000\""_s});
-        linha("structure",
-              u"DROP VIEW FIGURADETALHADA1; ALTER TABLE PECA DROP COLUMN ArquivoFotoPeca; "
-              "DROP INDEX VEICULO_PECA_VEICULO; INSERT INTO VEICULO_PECA VALUES (1, 1)",
-              {u"1 Falta a tabela: FIGURADETALHADA1"_s, u"1 Falta a coluna: PECA ArquivoFotoPeca"_s,
-               u"1 Falta o índice…: VEICULO_PECA único (CodigoVeiculo, CodigoPeca)"_s,
-               u"1 VEICULO_PECA: linhas iguais em CodigoVeiculo, CodigoPeca: 1, 1"_s});
-        linha("a collation of somebody else's",
-              u"DROP INDEX VEICULO_DESCRICAO; CREATE INDEX VEICULO_DESCRICAO ON VEICULO "
-              "(DescricaoVeiculo COLLATE NOCASE, CodigoClienteConcorrente)",
-              {u"1 Falta o índice…: VEICULO (DescricaoVeiculo TARVO, CodigoClienteConcorrente)"_s});
-        linha("figure",
-              u"INSERT INTO FIGURADETALHADA VALUES (7, 3, '   2', 200, 10), (7, 4, ' 100', NULL, "
-              "10)",
-              {u"1 FIGURADETALHADA.LLeft ou TTop não é um número: CodigoFigura 7, marca 4"_s,
-               u"1 FIGURADETALHADA: número fora da figura: CodigoFigura 7, marca 3: 200, 10 "
-               "(figura de 200 por 100)"_s});
+        // Of each finding the beginning and what follows "…".
+        const Table<QString, QStringList> row("comandos", "achados");
+        row("numbers",
+            "UPDATE PECA SET NumeroTarvoPeca = '0' || NumeroTarvoPeca WHERE CodigoPeca = 3;"
+            "UPDATE COMPONENTE SET NumeroTarvoComponente = '1' || NumeroTarvoComponente WHERE "
+            "CodigoComponente = 3; UPDATE REFERENCIACRUZADA SET NumeroClienteConcorrente = 'b-9' "
+            "WHERE NumeroClienteConcorrente = 'B9'",
+            {"1 PECA.NumeroTarvoPeca fora…: CodigoPeca 3: \"0K5602\"",
+             "1 COMPONENTE.NumeroTarvoComponente fora…: CodigoComponente 3: \"1K5600\"",
+             "1 REFERENCIACRUZADA.NumeroClienteConcorrente fora…: cliente 7, Nº Tarvo A3400: "
+             "\"b-9\""});
+        row("descriptions",
+            "UPDATE PECA SET DescricaoPeca = 'Mola d''água'; UPDATE VEICULO SET "
+            "DescricaoVeiculo = ' Cavalo' WHERE CodigoVeiculo = 2",
+            {"3 PECA.DescricaoPeca que a pesquisa…: CodigoPeca 1: \"Mola d'água\" | CodigoPeca "
+             "2: \"Mola d'água\"",
+             "1 VEICULO.DescricaoVeiculo que a…: CodigoVeiculo 2: \" Cavalo\""});
+        row("items",
+            "INSERT INTO PECA_COMPONENTE VALUES (2, '3', 1, 1), (2, '  12A', 1, 1), "
+            "(2, '   a', 1, 1), (2, '  07', 1, 1), (2, '9999z', 1, 1)",
+            {"4 PECA_COMPONENTE.ItemComponente mal…: CodigoPeca 2: \"   a\" | CodigoPeca 2: "
+             "\"  07\""});
+        row("codes",
+            "UPDATE PECA SET CodigoPeca = 1000000 WHERE CodigoPeca = 3; "
+            "INSERT INTO FIGURADETALHADA VALUES (7, 32768, '   2', 0, 0); "
+            "INSERT INTO CLIENTECONCORRENTE VALUES (32768, 'Norral', 'I'), (147483648, 'Z', 'C')",
+            {"1 PECA.CodigoPeca fora da faixa de 1 a 999999: 1000000",
+             "1 FIGURADETALHADA.CodigoFiguraDetalhada fora da faixa…: 32768",
+             "1 CLIENTECONCORRENTE.CodigoClienteConcorrente fora da faixa de 1 a 147483647: "
+             "147483648",
+             "1 CLIENTECONCORRENTE.CodigoClienteConcorrente fora da faixa de 1 a 32767 dos "
+             "fabricantes de veículos: 32768"});
+        row("links",
+            "DELETE FROM COMPONENTE WHERE CodigoComponente = 3; UPDATE PECA SET CodigoFigura = "
+            "8 WHERE CodigoPeca = 2; INSERT INTO PECA_COMPONENTE_JOGOREPARO VALUES (1, '   7', "
+            "1); UPDATE VEICULO SET CodigoClienteConcorrente = 9 WHERE CodigoVeiculo = 2; "
+            "INSERT INTO REFERENCIACRUZADA VALUES (7, 'XYZ', '1')",
+            {"1 PECA.CodigoFigura sem linha em FIGURA: CodigoPeca 2 → 8",
+             "2 PECA_COMPONENTE.CodigoComponente sem linha em COMPONENTE: CodigoPeca 1, item    1 "
+             "→ 3 | CodigoPeca 2, item    1 → 3",
+             "1 PECA_COMPONENTE_JOGOREPARO sem a linha do item…: CodigoPeca 1, item    7",
+             "1 VEICULO.CodigoClienteConcorrente de quem não…: CodigoVeiculo 2 → 9",
+             "1 REFERENCIACRUZADA.NumeroTarvo que nenhuma…: cliente 7: XYZ"});
+        row("single rows",
+            "DROP INDEX UMREGISTRO_UMA; INSERT INTO UMREGISTRO VALUES ('ontem', NULL, NULL, 0, "
+            "'u', 40000, 0); UPDATE CODIGOCLIENTECONCORRENTE SET CodigoClienteConcorrente = 3",
+            {"1 Falta o índice…: UMREGISTRO único (constante)",
+             "1 UMREGISTRO precisa ter exatamente uma linha: 2 linhas",
+             "1 CODIGOCLIENTECONCORRENTE que não é -5 nem um cliente: 3",
+             "1 UMREGISTRO.DataEmissao não é uma data: \"ontem\"",
+             "1 UMREGISTRO.Versao não cabe em 16 bits: \"40000\""});
+        row("structure",
+            "DROP VIEW FIGURADETALHADA1; ALTER TABLE PECA DROP COLUMN ArquivoFotoPeca; "
+            "DROP INDEX VEICULO_PECA_VEICULO; INSERT INTO VEICULO_PECA VALUES (1, 1)",
+            {"1 Falta a tabela: FIGURADETALHADA1", "1 Falta a coluna: PECA ArquivoFotoPeca",
+             "1 Falta o índice…: VEICULO_PECA único (CodigoVeiculo, CodigoPeca)",
+             "1 VEICULO_PECA: linhas iguais em CodigoVeiculo, CodigoPeca: 1, 1"});
+        row("a collation of somebody else's",
+            "DROP INDEX VEICULO_DESCRICAO; CREATE INDEX VEICULO_DESCRICAO ON VEICULO "
+            "(DescricaoVeiculo COLLATE NOCASE, CodigoClienteConcorrente)",
+            {"1 Falta o índice…: VEICULO (DescricaoVeiculo TARVO, CodigoClienteConcorrente)"});
+        row("figure",
+            "INSERT INTO FIGURADETALHADA VALUES (7, 3, '   2', 200, 10), (7, 4, ' 100', NULL, "
+            "10)",
+            {"1 FIGURADETALHADA.LLeft ou TTop não é um número: CodigoFigura 7, marca 4",
+             "1 FIGURADETALHADA: número fora da figura: CodigoFigura 7, marca 3: 200, 10 (figura "
+             "de 200 por 100)"});
     }
-
     void OneFault() {
         QFETCH(QString, comandos);
         QFETCH(QStringList, achados);
@@ -186,15 +156,11 @@ private Q_SLOTS:
     void Pictures() {
         const QDir pasta(catalogo_->Pasta());
         QVERIFY(QFile::remove(pasta.filePath(u"FotoPeca/molas.png"_s)));
-        QFile figura(pasta.filePath(u"Figuras/valvula.png"_s));
-        QVERIFY(figura.open(QIODevice::WriteOnly) && figura.write("no picture") > 0);
-        figura.close();
+        Write(pasta.filePath(u"Figuras/valvula.png"_s), "no picture");
         QVERIFY(QFile::remove(pasta.filePath(u"Figuras/ck03.bmp"_s)));
-        QCOMPARE(
-            Textos(Achados(Weight::Fault)),
-            (QStringList{u"1 FOTOPECAPESQUISA.ArquivoFotoPecaPesquisa: o arquivo não existe: "
-                         "molas.png"_s,
-                         u"1 FIGURA.ArquivoFigura: o arquivo não é uma imagem: valvula.png"_s}));
+        QCOMPARE(Textos(Achados(Weight::Fault)),
+                 List("1 FOTOPECAPESQUISA.ArquivoFotoPecaPesquisa: o arquivo não existe: molas.png",
+                      "1 FIGURA.ArquivoFigura: o arquivo não é uma imagem: valvula.png"));
         QVERIFY(
             Textos(Achados(Weight::Hint)).join(u'\n').contains(u"800 por 573): Figuras/CK03"_s));
     }
@@ -214,16 +180,14 @@ private Q_SLOTS:
         gDB->Execute(u"UPDATE CONTROLETRAN SET a = a"_s);  // makes the companion file
         QCOMPARE(Textos(Achados(Weight::Fault)), QStringList());
         gDB->GetConnection()->Run(
-            "DROP TABLE companion.CONTROLETRAN; CREATE TABLE "
-            "companion.CONTROLETRAN (a)");
+            "DROP TABLE companion.CONTROLETRAN; CREATE TABLE companion.CONTROLETRAN (a)");
         QCOMPARE(Textos(Achados(Weight::Fault)),
-                 QStringList{u"1 CONTROLETRAN, em Tarvo.ldb, precisa ter exatamente uma linha: 0 "
-                             "linhas"_s});
+                 List("1 CONTROLETRAN, em Tarvo.ldb, precisa ter exatamente uma linha: 0 linhas"));
     }
 
     void WithoutACatalogue() {
         const QTemporaryDir vazia;
-        QCOMPARE(testing_support::ErrorOf([&] {
+        QCOMPARE(ErrorOf([&] {
                      verificar::Check({vazia.path(), 1, false});
                  }),
                  int(Erro::FileNotFound));

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "support/test.h"
+
+// The data folder of a user of its own, for the life of the object.
+class PastaDoUsuario {
+public:
+    PastaDoUsuario() : anterior_(qgetenv("XDG_DATA_HOME")) {
+        qputenv("XDG_DATA_HOME", pasta_.path().toUtf8());
+    }
+    ~PastaDoUsuario() { qputenv("XDG_DATA_HOME", anterior_); }
+
+    QString Caminho(const AnyText& nome) const { return pasta_.filePath(nome); }
+    QString Configuracao() const { return Caminho("Ordavia/CatalogoTarvoConfig.txt"); }
+
+private:
+    QTemporaryDir pasta_;
+    QByteArray anterior_;
+};
+
+// See settings_peer.cpp for what it can be told.
+inline const QString Vizinho = QStringLiteral(TARVO_SETTINGS_PEER);

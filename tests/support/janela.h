@@ -1,0 +1,114 @@
+#pragma once
+
+#include "platform/forms/boundgrid.h"
+#include "platform/forms/controls.h"
+#include "platform/forms/form.h"
+#include "search/pesquisa.h"
+#include "session/global.h"
+#include "support/catalogo.h"
+#include "support/windows.h"
+
+#include <QApplication>
+
+// The search screen over a small catalogue, and a hand for its controls and for those of the
+// screens that open from it, each named by its screen and its own name.
+
+inline const QString Busca = u"frmPesquisa"_s;
+inline const QString Resultado = u"frmResultadoPesquisa"_s;
+inline const QString Lista = u"frmListaPecas"_s;
+
+template <typename Controle = QWidget>
+Controle* Achar(const AnyText& tela, const AnyText& nome) {
+    forms::Form* form = forms::Form::Find(tela);
+    if (!form) {
+        qFatal("screen %s is not loaded", qPrintable(tela));
+    }
+    return &Find<Controle>(*form, nome);
+}
+
+inline bool Visivel(const AnyText& tela) {
+    const forms::Form* form = forms::Form::Find(tela);
+    return form && form->isVisible();
+}
+
+inline void Clicar(const AnyText& tela, const AnyText& nome) {
+    QTest::mouseClick(Achar(tela, nome), Qt::LeftButton);
+}
+
+inline void Digitar(const AnyText& tela, const AnyText& caixa, const AnyText& texto) {
+    Achar<QLineEdit>(tela, caixa)->setText(texto);
+}
+
+inline void Escolher(const AnyText& tela, const AnyText& combo, const AnyText& linha) {
+    auto* lista = Achar<forms::ComboList>(tela, combo);
+    lista->SetListIndex(lista->findText(linha));
+}
+inline void Escolher(const AnyText& tela, const AnyText& combo, int linha) {
+    Achar<forms::ComboList>(tela, combo)->SetListIndex(linha);
+}
+
+inline QString Rotulo(const AnyText& tela, const AnyText& nome) {
+    return Achar<forms::Label>(tela, nome)->Text();
+}
+
+inline dao::Recordset* Linhas(const AnyText& tela, const AnyText& fonte) {
+    return Achar<forms::DataSource>(tela, fonte)->GetRecordset();
+}
+
+// A column of all rows, those included that have not been read yet.
+inline QStringList Coluna(const AnyText& tela, const AnyText& fonte, const AnyText& campo) {
+    dao::Recordset* linhas = Linhas(tela, fonte);
+    linhas->ReadUpTo(std::numeric_limits<qint64>::max());
+    QStringList valores;
+    for (qint64 i = 0; i < linhas->RecordCount(); ++i) {
+        valores += linhas->Text(i, linhas->FieldIndex(campo));
+    }
+    return valores;
+}
+
+inline QString ItemAtualDaLista() {
+    return Linhas(Lista, "dtcListaPecas")->Fields(u"ItemComponente"_s).Value().toString();
+}
+
+inline QStringList TelasCarregadas() {
+    QStringList nomes;
+    for (const forms::Form* tela : forms::Form::Loaded()) {
+        nomes += tela->Name();
+    }
+    return nomes;
+}
+
+class Janela {
+public:
+    Janela() { catalogo.Executar(LinhasDePesquisa() + LinhasDePecas()); }
+
+    ~Janela() {
+        for (forms::Form* form : forms::Form::Loaded()) {
+            form->Tag = frmPesquisa::Recarregando;
+            form->Unload();
+        }
+        Settle();
+    }
+
+    static void Abrir() {
+        gFrmPesquisa = new frmPesquisa;
+        gFrmPesquisa->Show();
+        QVERIFY(QTest::qWaitForWindowExposed(gFrmPesquisa));
+    }
+
+    // Finds one row in the part search, by kind and number, and opens it.
+    static void AbrirDaBusca(const AnyText& tipo, const AnyText& numero) {
+        Escolher(Busca, "cboTipo", tipo);
+        Digitar(Busca, "txtNumeroTarvo", numero);
+        Clicar(Busca, "imgPesquisa1");
+        Clicar(Busca, "pctResultadoPesquisaFundo(0)");
+    }
+
+    // Flags and text of each message box, in order.
+    QStringList Caixas() const { return respostas_.FlagsAndTexts(); }
+
+    CatalogoDeTeste catalogo;
+
+private:
+    BoxAnswers respostas_;
+};

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "platform/system/paths.h"
+#include "support/test.h"
+#include "update/acesso.h"
+#include "update/internet.h"
+
+// A request of the update's way to its server, in the few words that most tests need.
+struct Credentials {
+    AnyText user;
+    AnyText password;
+    bool dialogs = true;
+};
+
+// Number and description of the Erro that `work` throws; empty for none.
+template <typename Work>
+QString Failure(Work&& work) {
+    try {
+        work();
+    } catch (const Erro& erro) {
+        return QString::number(erro.Number()) + u' ' + erro.Description();
+    }
+    return {};
+}
+
+// The text that came, or the failure.
+inline QString Fetch(const AnyText& path, const Credentials& with = {}) {
+    QString text;
+    const QString failure = Failure([&] {
+        text = HttpExecutar(u"D"_s, with.dialogs, path, true, {}, {}, {}, with.user, with.password);
+    });
+    return failure.isEmpty() ? text : failure;
+}
+// The same for a file, a new one where none is given.
+inline QByteArray FetchBytes(const AnyText& path, const Credentials& with = {},
+                             const QString& file = {}) {
+    QString fetched;
+    const QString failure = Failure([&] {
+        fetched =
+            HttpExecutar(u"D"_s, with.dialogs, path, false, file, {}, {}, with.user, with.password);
+    });
+    if (!failure.isEmpty()) {
+        return failure.toUtf8();
+    }
+    return file.isEmpty() || fetched == file ? sys::ReadBytes(fetched) : "not where it was wanted";
+}
+
+// Answers the log-in dialog with "user/password", the last answer again and again, and keeps how
+// often it came. Without answers it is cancelled.
+class Logins {
+public:
+    explicit Logins(const AnyTexts& answers) : answers_(answers) {
+        SetPedidoDeAcesso([this](AcessoAoProxy& acesso) {
+            asked.append(acesso);
+            if (answers_.isEmpty()) {
+                return false;
+            }
+            const QString answer = answers_.size() > 1 ? answers_.takeFirst() : answers_.first();
+            acesso.usuario = answer.section(u'/', 0, 0);
+            acesso.senha = answer.section(u'/', 1);
+            return true;
+        });
+    }
+    ~Logins() { SetPedidoDeAcesso({}); }
+
+    QList<AcessoAoProxy> asked;
+
+private:
+    QStringList answers_;
+};
