@@ -112,8 +112,8 @@ QImage PageOf(int number) {
         if (match.captured(2) == "figura"_L1) {
             PaintFigure(painter, rect, match.captured(3));
         } else {
-            painter.drawImage(
-                QRectF(rect), render::Photo(SceneOf(match.captured(3)), rect.size() * Density));
+            painter.drawImage(QRectF(rect),
+                              render::Photo(SceneOf(match.captured(3)), rect.size() * Density));
         }
     }
     return page;

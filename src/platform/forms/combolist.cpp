@@ -106,9 +106,9 @@ void ComboList::paintEvent(QPaintEvent*) {
     if (currentText().isEmpty()) {
         // An empty row says nothing of what there is to choose.
         painter.setPen(CurrentTheme().disabledText);
-        painter.drawText(rect().adjusted(6, 0, -ArrowBreadth - 2, 0), Qt::AlignVCenter,
-                         fontMetrics().elidedText(accessibleName(), Qt::ElideRight,
-                                                  width() - ArrowBreadth - 8));
+        painter.drawText(
+            rect().adjusted(6, 0, -ArrowBreadth - 2, 0), Qt::AlignVCenter,
+            fontMetrics().elidedText(accessibleName(), Qt::ElideRight, width() - ArrowBreadth - 8));
     }
     PaintArrow(
         painter, rect(),

@@ -46,8 +46,8 @@ private:
     bool pressedBefore_ = false;
 };
 
-// An invisible rectangle over a painted button: receives clicks and mouse moves, shows nothing but a
-// ring while it has the keyboard. Its accessible name is what assistive technology reads; it is a
+// An invisible rectangle over a painted button: receives clicks and mouse moves, shows nothing but
+// a ring while it has the keyboard. Its accessible name is what assistive technology reads; it is a
 // push button there and can be pressed, which is the button's going down and a click.
 //
 // The keyboard reaches it where its focus policy says so; then Space and Enter press it. A click
