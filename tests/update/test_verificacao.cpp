@@ -84,8 +84,10 @@ private Q_SLOTS:
     void cleanup() {
         sys::SetClock({});
         sys::SetStartHandler({});
-        gFrmPesquisa->Tag = frmPesquisa::Recarregando;
-        gFrmPesquisa->Unload();
+        if (gFrmPesquisa) {
+            gFrmPesquisa->Tag = frmPesquisa::Recarregando;
+            gFrmPesquisa->Unload();
+        }
         Settle();
         catalogo_.reset();
     }
@@ -196,7 +198,7 @@ private Q_SLOTS:
     }
 
     void AnswerWaitsForAnOpenBox() {
-        const Verifier verifier({u"11|1"_s});
+        const Verifier verifier({"11|1"});
         BoxAnswers boxes;
         QDialog box;
         box.setModal(true);
@@ -204,15 +206,15 @@ private Q_SLOTS:
         gFrmPesquisa->IniciarVerificacao(false);
         QTest::qWait(50);
         QVERIFY(Watching());
-        QCOMPARE(Texts(boxes), QStringList());
+        QCOMPARE(boxes.Texts(), QStringList());
         box.close();
         QVERIFY(CheckEnds());
-        QCOMPARE(Texts(boxes), QStringList{Nothing});
+        QCOMPARE(boxes.Texts(), List(Nothing));
     }
 
     // The end of a check lets events through, and the user may leave in one of them.
     void ScreenGoesWhileACheckEnds() {
-        const Verifier verifier({u"11|1"_s});
+        const Verifier verifier({"11|1"});
         forms::SetMsgBoxHandler([](const QString&, int, const QString&) {
             const auto leave = [] {
                 gFrmPesquisa->Tag = frmPesquisa::Recarregando;
@@ -224,8 +226,7 @@ private Q_SLOTS:
         gFrmPesquisa->IniciarVerificacao(false);
         QTRY_VERIFY(!gFrmPesquisa);
         forms::SetMsgBoxHandler({});
-        QCOMPARE(Value(u"FlagErroUltimaVerificacao"_s), u"0"_s);
-        ShowSearch();
+        QCOMPARE(Setting("FlagErroUltimaVerificacao"), u"0"_s);
     }
 
     void LockOfAnotherComputer() {
