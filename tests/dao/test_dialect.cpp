@@ -76,6 +76,9 @@ private Q_SLOTS:
         row("order of computed texts",
             "SELECT DescricaoPeca & '' AS d FROM PECA WHERE CodigoPeca <> 5 ORDER BY 1",
             {"Árvore de comando", "ARVORE LISA", "Êmbolo", "embolo 1/2\""});
+        row("order by a computed text",
+            "SELECT CodigoPeca FROM PECA WHERE CodigoPeca <> 5 ORDER BY DescricaoPeca & '' DESC",
+            {"4", "3", "2", "1"});
         row("distinct of computed texts",
             "SELECT DISTINCT TipoClienteConcorrente & '' FROM CLIENTECONCORRENTE ORDER BY 1",
             {"C", "I"});
