@@ -1,6 +1,7 @@
 #include "platform/forms/controls.h"
 
 #include <QPainter>
+#include <QtMath>
 
 namespace forms {
 
@@ -29,17 +30,21 @@ void Picture::paintEvent(QPaintEvent*) {
     if (pixmap_.isNull()) {
         return;
     }
-    // Scaled once to device pixels: a scaling while painting makes small pictures coarse.
+    // Scaled once to whole device pixels, and placed on them: a scaling while painting makes small
+    // pictures coarse, and is dear where numbers blink on the picture.
     const QRectF place = PictureRect();
-    const QSize device = (place.size() * devicePixelRatioF()).toSize().expandedTo({1, 1});
+    const qreal ratio = devicePixelRatioF();
+    const QSizeF exact = place.size() * ratio;
+    const QSize device(qCeil(exact.width()), qCeil(exact.height()));
     if (scaled_.size() != device) {
         const bool isFiner = device.width() > pixmap_.width() && !dense_.isNull();
         scaled_ = (isFiner ? dense_ : pixmap_)
                       .scaled(device, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        scaled_.setDevicePixelRatio(1);  // whatever the file's name made of it
     }
     QPainter painter(this);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(place, scaled_, QRectF(scaled_.rect()));
+    painter.scale(1 / ratio, 1 / ratio);
+    painter.drawPixmap(place.topLeft() * ratio, scaled_);
 }
 
 }  // namespace forms
