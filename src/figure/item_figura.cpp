@@ -45,7 +45,7 @@ void ItemFigura::SetCaption(const QString& caption) {
 
 void ItemFigura::Preparar() {
     letra_ = LetraPara(caption_, negrito_);
-    texto_.prepare(QTransform(), letra_);
+    canto_.reset();
     update();
 }
 
@@ -67,8 +67,11 @@ void ItemFigura::paintEvent(QPaintEvent*) {
     QPainter pintor(this);
     pintor.setFont(letra_);
     pintor.setPen(CorDe(cor_));
-    const QSizeF sobra = QSizeF(size()) - texto_.size();
-    pintor.drawStaticText(QPointF(sobra.width() / 2, sobra.height() / 2), texto_);
+    if (!canto_) {
+        const QFontMetricsF medida(letra_);
+        canto_ = QPointF(width() - medida.horizontalAdvance(caption_), height() - medida.height()) / 2;
+    }
+    pintor.drawStaticText(*canto_, texto_);
 }
 
 MarcadorItem::MarcadorItem(const QString& nome, QWidget* pai) : QWidget(pai) {

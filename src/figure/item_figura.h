@@ -3,7 +3,10 @@
 #include "platform/forms/controls.h"
 
 #include <QColor>
+#include <QPointF>
 #include <QStaticText>
+
+#include <optional>
 
 // The colours of the numbers and of the labels under the picture.
 enum class Cor : qint16 {
@@ -39,7 +42,9 @@ private:
 
     QString caption_;
     QFont letra_;        // not the widget's own: that is dear to change
-    QStaticText texto_;  // laid out once: it is painted ten times a second while it blinks
+    // Laid out when it is first painted, and once: while it blinks it is painted ten times a second.
+    QStaticText texto_;
+    std::optional<QPointF> canto_;  // of the text in the box
     Cor cor_ = Cor::Preto;
     bool negrito_ = false;
 };
