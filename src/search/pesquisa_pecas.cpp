@@ -1,8 +1,8 @@
 // The part search: five inputs become one SQL text, stamped out once per row kind.
 
 #include "search/consulta.h"
-#include "search/especies.h"
 #include "search/pesquisa.h"
+#include "search/tiposdelinha.h"
 #include "session/modulo.h"
 
 using namespace Qt::StringLiterals;
@@ -43,13 +43,13 @@ ParteDoCliente LerCliente(qint32 cliente, const QString& numero) {
 // The template, once for each row kind that `escolha` stands for.
 QString Carimbar(const QString& modelo, const QString& escolha) {
     QString sql;
-    for (const especies::Especie& especie : especies::Todas) {
-        if (escolha != QString::fromUtf16(especie.escolha) && escolha != u"TODOS OS TIPOS"_s) {
+    for (const TipoDeLinha& cada : TiposDeLinha) {
+        if (escolha != QString::fromUtf16(cada.escolha) && escolha != u"TODOS OS TIPOS"_s) {
             continue;
         }
         QString selecao = modelo;
-        selecao.replace(u"?????"_s, QString::fromUtf16(especie.tabela));
-        selecao.replace(u"!!!!!"_s, QString::fromUtf16(especie.tipo));
+        selecao.replace(u"?????"_s, QString::fromUtf16(cada.tabela));
+        selecao.replace(u"!!!!!"_s, QString::fromUtf16(cada.nome));
         sql = sql.isEmpty() ? selecao : sql + u"UNION ALL "_s + selecao;
     }
     return sql;

@@ -4,8 +4,8 @@
 #include "platform/convert.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msgbox.h"
-#include "search/especies.h"
 #include "search/pesquisa.h"
+#include "search/tiposdelinha.h"
 #include "session/banco.h"
 #include "session/global.h"
 
@@ -52,10 +52,10 @@ std::optional<frmPesquisa::Referencia> frmPesquisa::ReferenciaDaPeca() const {
     Referencia referencia;
     const QString tipo = Campo(linhas, u"Tipo"_s).trimmed().toUpper();
     QString prefixo;
-    for (const especies::Especie& especie : especies::Todas) {
-        const QString nome = QString::fromUtf16(especie.tipo);
+    for (const TipoDeLinha& cada : TiposDeLinha) {
+        const QString nome = QString::fromUtf16(cada.nome);
         if (tipo == nome.toUpper()) {
-            referencia.tipo = QString::fromUtf16(especie.codigo);
+            referencia.tipo = QString::fromUtf16(cada.codigo);
             prefixo = nome + u": "_s;
         }
     }
