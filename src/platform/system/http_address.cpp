@@ -20,8 +20,8 @@ QByteArray EscapePath(const QString& path) {
         const char c = bytes.at(i);
         const bool isEscape =
             c == '%' && i + 2 < bytes.size() && IsHex(bytes.at(i + 1)) && IsHex(bytes.at(i + 2));
-        escaped += isEscape ? QByteArray(1, c)
-                            : QByteArray(1, c).toPercentEncoding("/?=&:@!$'()*+,;");
+        escaped +=
+            isEscape ? QByteArray(1, c) : QByteArray(1, c).toPercentEncoding("/?=&:@!$'()*+,;");
     }
     return escaped;
 }
