@@ -1,7 +1,7 @@
 #include "platform/dao/dao.h"
-#include "platform/dao/dialect.h"
 #include "platform/dao/rowreader.h"
 #include "platform/dao/sqlite.h"
+#include "platform/sql/dialect.h"
 #include "support/database.h"
 #include "support/test.h"
 
@@ -192,7 +192,7 @@ private Q_SLOTS:
     }
 
     void JoinsStatementsAndDropsFlaggedRows() {
-        dialect::Translation query;
+        sql::Translation query;
         query.statements = {"SELECT Codigo, Codigo % 2 FROM ITEM WHERE Codigo <= 4 ORDER BY 1",
                             "SELECT Codigo, NULL FROM ITEM WHERE Codigo = 5",
                             "SELECT Codigo, 1 FROM ITEM WHERE Codigo IN (6, 7) ORDER BY 1"};
@@ -221,7 +221,7 @@ private Q_SLOTS:
 
     // A long way without a result must not keep the window from its events.
     void GivesBackTheThreadBetweenFlaggedRows() {
-        dialect::Translation query;
+        sql::Translation query;
         query.statements = {"SELECT a.Codigo, 0 FROM ITEM a, ITEM b"};
         query.flagColumn = true;
         RowStore store;

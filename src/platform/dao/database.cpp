@@ -91,8 +91,8 @@ std::unique_ptr<Recordset> Database::OpenRecordset(const QString& sql, Recordset
 }
 
 void Database::Execute(const QString& sql, int options) {
-    using Kind = dialect::Translation::Kind;
-    const dialect::Translation translation = Prepare(*connection_, sql);
+    using Kind = sql::Translation::Kind;
+    const sql::Translation translation = Prepare(*connection_, sql);
     if (translation.kind == Kind::Query) {
         Throw(Failure::NotAnAction);
     }

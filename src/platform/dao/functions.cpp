@@ -1,11 +1,11 @@
 #include "platform/dao/functions.h"
 
 #include "platform/convert.h"
-#include "platform/dao/collation.h"
 #include "platform/dao/errors.h"
-#include "platform/dao/functiontable.h"
-#include "platform/dao/pattern.h"
 #include "platform/dao/sqlite.h"
+#include "platform/sql/collation.h"
+#include "platform/sql/functiontable.h"
+#include "platform/sql/likepattern.h"
 
 #include <QString>
 
@@ -19,7 +19,7 @@ namespace dao {
 
 namespace {
 
-using dialect::Function;
+using sql::Function;
 
 QString TextOf(sqlite3_value* value) {
     const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
@@ -75,7 +75,7 @@ void CallFunction(sqlite3_context* context, int count, sqlite3_value** values) {
             arguments.append(VariantOf(values[i]));
         }
         const auto* function = static_cast<const Function*>(sqlite3_user_data(context));
-        SetResult(context, dialect::Evaluate(*function, arguments));
+        SetResult(context, sql::Evaluate(*function, arguments));
     });
 }
 
@@ -91,7 +91,7 @@ void CallOperation(sqlite3_context* context, int, sqlite3_value** values) {
 void CallConcat(sqlite3_context* context, int count, sqlite3_value** values) {
     if (sqlite3_value_type(values[0]) != SQLITE_TEXT ||
         sqlite3_value_type(values[1]) != SQLITE_TEXT) {
-        CallOperation<dialect::Concat>(context, count, values);
+        CallOperation<sql::Concat>(context, count, values);
         return;
     }
     std::string joined;
@@ -103,7 +103,7 @@ void CallConcat(sqlite3_context* context, int count, sqlite3_value** values) {
 }
 
 void DeletePattern(void* pattern) {
-    delete static_cast<Pattern*>(pattern);
+    delete static_cast<sql::Pattern*>(pattern);
 }
 
 // The pattern is made ready once for a statement.
@@ -114,10 +114,10 @@ void CallLike(sqlite3_context* context, int, sqlite3_value** values) {
         return;
     }
     Guarded(context, [&] {
-        const auto* pattern = static_cast<const Pattern*>(sqlite3_get_auxdata(context, 1));
-        std::unique_ptr<Pattern> made;
+        const auto* pattern = static_cast<const sql::Pattern*>(sqlite3_get_auxdata(context, 1));
+        std::unique_ptr<sql::Pattern> made;
         if (!pattern) {
-            made = std::make_unique<Pattern>(TextOf(values[1]));
+            made = std::make_unique<sql::Pattern>(TextOf(values[1]));
             pattern = made.get();
         }
         bool matches = false;
@@ -182,8 +182,8 @@ void CallPulse(sqlite3_context* context, int, sqlite3_value**) {
 }
 
 int CompareCallback(void*, int aLength, const void* a, int bLength, const void* b) {
-    return collation::CompareUtf8(static_cast<const char*>(a), aLength, static_cast<const char*>(b),
-                                  bLength);
+    return sql::collation::CompareUtf8(static_cast<const char*>(a), aLength,
+                                       static_cast<const char*>(b), bLength);
 }
 
 void Check(int code) {
@@ -209,11 +209,11 @@ void RegisterTable(sqlite3* handle, std::span<const Function> table) {
 }  // namespace
 
 void RegisterFunctions(sqlite3* handle) {
-    Check(sqlite3_create_collation_v2(handle, collation::Name, SQLITE_UTF8, nullptr,
+    Check(sqlite3_create_collation_v2(handle, sql::collation::Name, SQLITE_UTF8, nullptr,
                                       CompareCallback, nullptr));
-    RegisterTable(handle, dialect::TextFunctions());
-    RegisterTable(handle, dialect::NumberFunctions());
-    RegisterTable(handle, dialect::DateFunctions());
+    RegisterTable(handle, sql::TextFunctions());
+    RegisterTable(handle, sql::NumberFunctions());
+    RegisterTable(handle, sql::DateFunctions());
 
     struct Plain {
         const char* name;
@@ -222,10 +222,10 @@ void RegisterFunctions(sqlite3* handle) {
     constexpr Plain Operations[] = {
         {"dao_like", CallLike},
         {"dao_concat", CallConcat},
-        {"dao_add", CallOperation<dialect::Add>},
-        {"dao_idiv", CallOperation<dialect::IntDivide>},
-        {"dao_mod", CallOperation<dialect::Modulo>},
-        {"dao_pow", CallOperation<dialect::Power>},
+        {"dao_add", CallOperation<sql::Add>},
+        {"dao_idiv", CallOperation<sql::IntDivide>},
+        {"dao_mod", CallOperation<sql::Modulo>},
+        {"dao_pow", CallOperation<sql::Power>},
     };
     for (const Plain& operation : Operations) {
         Check(sqlite3_create_function_v2(handle, operation.name, 2, Flags | SQLITE_DETERMINISTIC,

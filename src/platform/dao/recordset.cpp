@@ -1,9 +1,9 @@
 #include "platform/dao/dao.h"
-#include "platform/dao/dialect.h"
 #include "platform/dao/errors.h"
 #include "platform/dao/rowreader.h"
 #include "platform/dao/rowstore.h"
 #include "platform/dao/schema.h"
+#include "platform/sql/dialect.h"
 
 #include <chrono>
 #include <limits>
@@ -25,8 +25,7 @@ quint64 NextIdentity() {
 }  // namespace
 
 struct Recordset::Private {
-    Private(std::shared_ptr<Connection> owner, const dialect::Translation& query,
-            RecordsetType kind)
+    Private(std::shared_ptr<Connection> owner, const sql::Translation& query, RecordsetType kind)
         : connection(std::move(owner)), reader(connection, query, store), type(kind) {}
 
     std::shared_ptr<Connection> connection;
@@ -92,8 +91,8 @@ QVariant Field::Value() const {
 
 Recordset::Recordset(std::shared_ptr<Connection> connection, const QString& sql,
                      RecordsetType type) {
-    const dialect::Translation query = Prepare(*connection, sql);
-    if (query.kind != dialect::Translation::Kind::Query) {
+    const sql::Translation query = Prepare(*connection, sql);
+    if (query.kind != sql::Translation::Kind::Query) {
         Throw(Failure::InvalidOperation);
     }
     d_ = std::make_unique<Private>(std::move(connection), query, type);
@@ -188,7 +187,7 @@ Bookmark Recordset::CurrentBookmark() const {
 
 void Recordset::FindFirst(const QString& criteria) {
     d_->Movable();
-    const dialect::Criterion criterion(criteria, d_->reader.Columns());
+    const sql::Criterion criterion(criteria, d_->reader.Columns());
     qint64 row = 0;
     const auto value = [this, &row](int column) { return d_->store.Value(row, column); };
     while (d_->Have(row + 1) && !criterion.Matches(value)) {

@@ -6,7 +6,7 @@
 
 namespace dao {
 
-RowReader::RowReader(std::shared_ptr<Connection> connection, const dialect::Translation& query,
+RowReader::RowReader(std::shared_ptr<Connection> connection, const sql::Translation& query,
                      RowStore& store)
     : connection_(std::move(connection)), store_(store), flagColumn_(query.flagColumn) {
     // All are prepared now, so that an error in the last one comes up before the first row.

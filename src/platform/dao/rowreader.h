@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/dao/dialect.h"
 #include "platform/dao/rowstore.h"
 #include "platform/dao/sqlite.h"
 #include "platform/erro.h"
+#include "platform/sql/dialect.h"
 
 #include <QStringList>
 
@@ -19,7 +19,7 @@ class RowReader {
 public:
     using Clock = Connection::Clock;
 
-    RowReader(std::shared_ptr<Connection> connection, const dialect::Translation& query,
+    RowReader(std::shared_ptr<Connection> connection, const sql::Translation& query,
               RowStore& store);
     ~RowReader();
     RowReader(const RowReader&) = delete;

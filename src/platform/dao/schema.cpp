@@ -1,8 +1,8 @@
 #include "platform/dao/schema.h"
 
 #include "platform/dao/errors.h"
-#include "platform/dao/plan.h"
 #include "platform/dao/savepoint.h"
+#include "platform/sql/plan.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -26,7 +26,7 @@ struct TableCache {
 
     Clock::time_point until;
     qint64 version = -1;
-    QHash<QString, dialect::TableInfo> tables;
+    QHash<QString, sql::TableInfo> tables;
 };
 
 namespace {
@@ -62,8 +62,8 @@ bool CompanionIsWhole(Connection& connection) {
            connection.Value("SELECT count(*) FROM companion.CONTROLETRAN").toLongLong() == 1;
 }
 
-std::optional<dialect::TableInfo> ReadTable(Connection& connection, const QByteArray& schema,
-                                            const QString& name) {
+std::optional<sql::TableInfo> ReadTable(Connection& connection, const QByteArray& schema,
+                                        const QString& name) {
     Statement find(connection, "SELECT name, type, sql FROM " + schema +
                                    ".sqlite_schema WHERE name = ?1 COLLATE NOCASE"
                                    " AND type IN ('table', 'view')");
@@ -71,7 +71,7 @@ std::optional<dialect::TableInfo> ReadTable(Connection& connection, const QByteA
     if (!find.Step()) {
         return std::nullopt;
     }
-    dialect::TableInfo table;
+    sql::TableInfo table;
     table.name = find.Column(0).toString();
     table.isView = find.Column(1).toString() == QLatin1String("view");
     table.definition = find.Column(2).toString();
@@ -96,7 +96,7 @@ std::optional<dialect::TableInfo> ReadTable(Connection& connection, const QByteA
     return table;
 }
 
-QHash<QString, dialect::TableInfo>& KnownTables(Connection& connection) {
+QHash<QString, sql::TableInfo>& KnownTables(Connection& connection) {
     if (connection.Tables() == nullptr) {
         connection.Tables() = std::make_shared<TableCache>();
     }
@@ -113,7 +113,7 @@ QHash<QString, dialect::TableInfo>& KnownTables(Connection& connection) {
 }
 
 // Within a transaction nothing is remembered: what it changes may be rolled back.
-std::optional<dialect::TableInfo> FindTable(Connection& connection, const QString& name) {
+std::optional<sql::TableInfo> FindTable(Connection& connection, const QString& name) {
     if (connection.InTransaction()) {
         return ReadTable(connection, "main", name);
     }
@@ -156,11 +156,11 @@ void ForgetTables(const Connection& connection) {
     }
 }
 
-dialect::Translation Prepare(Connection& connection, const QString& sql) {
+sql::Translation Prepare(Connection& connection, const QString& sql) {
     if (!connection.IsOpen()) {
         Throw(Failure::ObjectInvalid);
     }
-    dialect::Schema schema;
+    sql::Schema schema;
     schema.table = [&connection](const QString& name) {
         auto table = FindTable(connection, name);
         if (!table && HasCompanion(connection)) {
@@ -171,7 +171,7 @@ dialect::Translation Prepare(Connection& connection, const QString& sql) {
     const auto count = [&connection](const QByteArray& query) {
         return connection.Value(query).toLongLong();
     };
-    dialect::Translation translation = dialect::PlanQuery(sql, schema, count);
+    sql::Translation translation = sql::PlanQuery(sql, schema, count);
     const bool apart = std::any_of(
         CompanionTables.begin(), CompanionTables.end(), [&translation](const char* name) {
             return translation.tables.contains(QLatin1String(name), Qt::CaseInsensitive);

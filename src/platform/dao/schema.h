@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/dao/dialect.h"
 #include "platform/dao/sqlite.h"
+#include "platform/sql/dialect.h"
 
 #include <QString>
 
@@ -9,7 +9,7 @@ namespace dao {
 
 // Translates a text of the dialect for a connection, and attaches the companion file when the text
 // names a table that is kept there.
-dialect::Translation Prepare(Connection& connection, const QString& sql);
+sql::Translation Prepare(Connection& connection, const QString& sql);
 
 // A definition of this catalogue has changed: what its connections remember of its tables is void.
 void ForgetTables(const Connection& connection);

@@ -1,0 +1,261 @@
+#include "platform/convert.h"
+#include "platform/sql/functiontable.h"
+#include "platform/sql/serialdate.h"
+#include "platform/system/clock.h"
+
+#include <array>
+#include <cmath>
+
+namespace sql {
+
+namespace {
+
+using Arguments = QList<QVariant>;
+using serialdate::Moment;
+
+Moment MomentAt(const Arguments& a, qsizetype i) {
+    return serialdate::Split(ToSerial(a.at(i)));
+}
+
+QVariant Now(const Arguments&) {
+    return sys::Now();
+}
+
+QVariant Date(const Arguments&) {
+    return std::floor(sys::Now());
+}
+
+QVariant Time(const Arguments&) {
+    const double now = sys::Now();
+    return now - std::floor(now);
+}
+
+QVariant DateSerial(const Arguments& a) {
+    return serialdate::FromDate(convert::ToInt64(a.at(0)), convert::ToInt64(a.at(1)),
+                                convert::ToInt64(a.at(2)));
+}
+
+QVariant TimeSerial(const Arguments& a) {
+    constexpr qint64 Limit = 1000000;
+    std::array<qint64, 3> part{};
+    for (qsizetype i = 0; i < 3; ++i) {
+        part[static_cast<std::size_t>(i)] = convert::ToInt64(a.at(i));
+        if (std::abs(convert::ToInt64(a.at(i))) > Limit) {
+            throw Erro(Erro::Overflow);
+        }
+    }
+    return serialdate::FromTime(part[0], part[1], part[2]);
+}
+
+QVariant CDate(const Arguments& a) {
+    return ToSerial(a.at(0));
+}
+
+QVariant DateValue(const Arguments& a) {
+    return std::trunc(ToSerial(a.at(0)));
+}
+
+QVariant TimeValue(const Arguments& a) {
+    const double serial = ToSerial(a.at(0));
+    return std::abs(serial - std::trunc(serial));
+}
+
+QVariant IsDate(const Arguments& a) {
+    const bool text = IsText(a.at(0));
+    return text && serialdate::Parse(a.at(0).toString(), serialdate::Order::DayFirst) ? -1 : 0;
+}
+
+// Sunday is 1, unless another first day of the week is named by its own number.
+int WeekdayOf(const QDate& date, qint64 first) {
+    return static_cast<int>((date.dayOfWeek() % 7 - (first - 1) + 7) % 7) + 1;
+}
+
+qint64 FirstDayAt(const Arguments& a, qsizetype i) {
+    const qint64 first = a.size() > i ? convert::ToInt64(a.at(i)) : 1;
+    if (first < 0 || first > 7) {
+        throw Erro(Erro::InvalidArgument);
+    }
+    return first == 0 ? 1 : first;
+}
+
+QVariant Weekday(const Arguments& a) {
+    return WeekdayOf(MomentAt(a, 0).date, FirstDayAt(a, 1));
+}
+
+enum class Part { Year, Quarter, Month, DayOfYear, Day, Weekday, Week, Hour, Minute, Second };
+
+Part PartAt(const Arguments& a, qsizetype i) {
+    struct Entry {
+        const char* code;
+        Part part;
+    };
+    constexpr Entry Codes[] = {
+        {"yyyy", Part::Year}, {"q", Part::Quarter}, {"m", Part::Month}, {"y", Part::DayOfYear},
+        {"d", Part::Day},     {"w", Part::Weekday}, {"ww", Part::Week}, {"h", Part::Hour},
+        {"n", Part::Minute},  {"s", Part::Second},
+    };
+    const QString code = convert::ToText(a.at(i)).toLower();
+    for (const Entry& entry : Codes) {
+        if (code == QLatin1String(entry.code)) {
+            return entry.part;
+        }
+    }
+    throw Erro(Erro::InvalidArgument);
+}
+
+int Get(const Moment& moment, Part part, qint64 first = 1) {
+    const QDate& date = moment.date;
+    switch (part) {
+        case Part::Year:
+            return date.year();
+        case Part::Quarter:
+            return (date.month() + 2) / 3;
+        case Part::Month:
+            return date.month();
+        case Part::DayOfYear:
+            return date.dayOfYear();
+        case Part::Day:
+            return date.day();
+        case Part::Weekday:
+            return WeekdayOf(date, first);
+        case Part::Week:  // the week of 1 January is the first
+            return (date.dayOfYear() + WeekdayOf(QDate(date.year(), 1, 1), first) - 2) / 7 + 1;
+        case Part::Hour:
+            return moment.hour;
+        case Part::Minute:
+            return moment.minute;
+        case Part::Second:
+            return moment.second;
+    }
+    return 0;
+}
+
+template <Part Which>
+QVariant PartOf(const Arguments& a) {
+    return Get(MomentAt(a, 0), Which);
+}
+
+QVariant DatePart(const Arguments& a) {
+    return Get(MomentAt(a, 1), PartAt(a, 0), FirstDayAt(a, 2));
+}
+
+double AddMonths(double serial, qint64 months) {
+    if (std::abs(months) > 200000) {
+        throw Erro(Erro::InvalidArgument);
+    }
+    Moment moment = serialdate::Split(serial);
+    moment.date = moment.date.addMonths(static_cast<int>(months));  // the last day at most
+    return serialdate::FromDate(moment.date.year(), moment.date.month(), moment.date.day()) +
+           (serial - std::trunc(serial));
+}
+
+QVariant DateAdd(const Arguments& a) {
+    const qint64 count = convert::ToInt64(a.at(1));
+    const double serial = ToSerial(a.at(2));
+    const auto number = static_cast<double>(count);
+    switch (PartAt(a, 0)) {
+        case Part::Year:
+            return AddMonths(serial, count * 12);
+        case Part::Quarter:
+            return AddMonths(serial, count * 3);
+        case Part::Month:
+            return AddMonths(serial, count);
+        case Part::DayOfYear:
+        case Part::Day:
+        case Part::Weekday:
+            return serial + number;
+        case Part::Week:
+            return serial + number * 7;
+        case Part::Hour:
+            return serial + number / 24;
+        case Part::Minute:
+            return serial + number / 1440;
+        case Part::Second:
+            return serial + number / 86400;
+    }
+    return {};
+}
+
+// Boundaries crossed, not time gone by: from 31 December to 1 January is one year.
+QVariant DateDiff(const Arguments& a) {
+    const Moment from = MomentAt(a, 1);
+    const Moment to = MomentAt(a, 2);
+    const qint64 days = from.date.daysTo(to.date);
+    const qint64 months =
+        (to.date.year() - from.date.year()) * 12 + to.date.month() - from.date.month();
+    const auto quarterOf = [](const Moment& moment) {
+        return moment.date.year() * 4 + Get(moment, Part::Quarter);
+    };
+    const qint64 hours = days * 24 + to.hour - from.hour;
+    const qint64 minutes = hours * 60 + to.minute - from.minute;
+    switch (PartAt(a, 0)) {
+        case Part::Year:
+            return to.date.year() - from.date.year();
+        case Part::Quarter:
+            return quarterOf(to) - quarterOf(from);
+        case Part::Month:
+            return static_cast<qlonglong>(months);
+        case Part::DayOfYear:
+        case Part::Day:
+            return static_cast<qlonglong>(days);
+        case Part::Weekday:  // whole weeks
+            return static_cast<qlonglong>(days / 7);
+        case Part::Week: {  // first days of a week
+            const qint64 first = FirstDayAt(a, 3);
+            return static_cast<qlonglong>(
+                (days + WeekdayOf(from.date, first) - WeekdayOf(to.date, first)) / 7);
+        }
+        case Part::Hour:
+            return static_cast<qlonglong>(hours);
+        case Part::Minute:
+            return static_cast<qlonglong>(minutes);
+        case Part::Second:
+            return static_cast<qlonglong>(minutes * 60 + to.second - from.second);
+    }
+    return {};
+}
+
+constexpr auto Evaluated = Function::Form::Evaluated;
+
+const Function Table[] = {
+    {"NOW", 0, 0, Type::Number, Evaluated, Now, false},
+    {"DATE", 0, 0, Type::Number, Evaluated, Date, false},
+    {"TIME", 0, 0, Type::Number, Evaluated, Time, false},
+    {"DATESERIAL", 3, 3, Type::Number, Evaluated, DateSerial},
+    {"TIMESERIAL", 3, 3, Type::Number, Evaluated, TimeSerial},
+    {"DATEVALUE", 1, 1, Type::Number, Evaluated, DateValue},
+    {"TIMEVALUE", 1, 1, Type::Number, Evaluated, TimeValue},
+    {"CDATE", 1, 1, Type::Number, Evaluated, CDate},
+    {"CVDATE", 1, 1, Type::Number, Evaluated, CDate},
+    {"ISDATE", 1, 1, Type::Number, Evaluated, IsDate},
+    {"YEAR", 1, 1, Type::Number, Evaluated, PartOf<Part::Year>},
+    {"MONTH", 1, 1, Type::Number, Evaluated, PartOf<Part::Month>},
+    {"DAY", 1, 1, Type::Number, Evaluated, PartOf<Part::Day>},
+    {"HOUR", 1, 1, Type::Number, Evaluated, PartOf<Part::Hour>},
+    {"MINUTE", 1, 1, Type::Number, Evaluated, PartOf<Part::Minute>},
+    {"SECOND", 1, 1, Type::Number, Evaluated, PartOf<Part::Second>},
+    {"WEEKDAY", 1, 2, Type::Number, Evaluated, Weekday},
+    {"DATEADD", 3, 3, Type::Number, Evaluated, DateAdd},
+    {"DATEDIFF", 3, 4, Type::Number, Evaluated, DateDiff},
+    {"DATEPART", 2, 3, Type::Number, Evaluated, DatePart},
+};
+
+}  // namespace
+
+std::span<const Function> DateFunctions() {
+    return Table;
+}
+
+double ToSerial(const QVariant& value) {
+    if (value.typeId() != QMetaType::QString) {
+        return convert::ToDouble(value);
+    }
+    const std::optional<double> serial =
+        serialdate::Parse(value.toString(), serialdate::Order::DayFirst);
+    if (!serial) {
+        throw Erro(Erro::TypeMismatch);
+    }
+    return *serial;
+}
+
+}  // namespace sql

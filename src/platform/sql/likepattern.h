@@ -1,0 +1,62 @@
+#pragma once
+
+#include "platform/sql/letters.h"
+
+#include <QStringView>
+
+#include <array>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace sql {
+
+// What of a pattern, as UTF-8, is literal: its beginning, up to the first wildcard.
+std::string_view LiteralBeginning(std::string_view pattern);
+
+// Whether all texts that fit lie within a range of the order, so that an index can find them. A
+// number below zero begins with a minus sign and sorts the other way round.
+bool BoundsARange(std::string_view pattern);
+
+// A LIKE pattern made ready: * any run, ? one character, # one digit, [list] and [!list] with
+// ranges; in a list the other wildcards stand for themselves. Case never counts, accents do.
+// Matching takes at most length of text times length of pattern steps.
+class Pattern {
+public:
+    // Throws Erro 3093 for a bracket left open and for a range that runs backwards.
+    explicit Pattern(QStringView pattern);
+
+    bool Matches(QStringView text) const { return Match(letters::Utf16Cursor(text)); }
+    bool MatchesUtf8(std::string_view text) const { return Match(letters::Utf8Cursor(text)); }
+
+private:
+    enum class Kind { Character, AnyRun, AnyOne, Digit, List, ListNot };
+    static constexpr auto None = static_cast<std::size_t>(-1);
+    struct Element {
+        Kind kind;
+        letters::Weight weight = 0;
+        std::vector<std::pair<letters::Weight, letters::Weight>> ranges = {};
+        std::size_t literal = None;  // in literals_, of the first character behind a run
+        bool Takes(letters::Weight character) const;
+    };
+
+    // The characters that stand behind a run, up to the next wildcard, for a scan over bytes. Bit i
+    // of a byte's places: a character of the weight at place i can begin with it.
+    struct Literal {
+        static constexpr std::size_t Longest = 8;
+        std::size_t length = 0;  // in characters; no match has fewer bytes
+        std::array<unsigned char, 256> places{};
+    };
+
+    void AppendList(QStringView list);
+    void FindLiterals();
+    bool SkipTo(const Element& element, letters::Utf8Cursor& text) const;
+    static bool SkipTo(const Element& element, letters::Utf16Cursor& text);
+    template <typename Cursor>
+    bool Match(Cursor text) const;
+
+    std::vector<Element> elements_;
+    std::vector<Literal> literals_;
+};
+
+}  // namespace sql

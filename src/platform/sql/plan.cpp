@@ -1,0 +1,352 @@
+#include "platform/sql/plan.h"
+
+#include "platform/sql/collation.h"
+#include "platform/sql/parser.h"
+#include "platform/sql/searchshape.h"
+#include "platform/sql/writer.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace sql {
+
+namespace {
+
+// From where the rows of an arm come.
+enum class Drive {
+    Order,        // the table, in the order wanted or in any; conditions on the way
+    Range,        // few rows of the table, found by one condition, then sorted
+    Joined,       // the joined table, in its order; conditions on the way
+    JoinedRange,  // few rows of the joined table, then sorted
+    Lonely,       // rows of the table without a partner
+};
+
+struct Step {
+    const Arm* arm;
+    Drive drive;
+    const Term* range;    // condition that finds the rows, or null
+    bool paired = false;  // only rows with a partner
+};
+
+class Planner {
+public:
+    Planner(const Schema& schema, const Count& count) : schema_(schema), count_(count) {}
+
+    // False when the query has not the shape.
+    bool Plan(const Query& query);
+    Translation Take() { return std::move(translation_); }
+
+private:
+    using Ordinals = std::vector<std::size_t>;
+
+    bool PlanArms(std::vector<const Arm*> arms, Ordinals order);
+    bool PlanConstant(const std::vector<const Arm*>& arms, const Ordinals& order);
+    bool PlanByJoined(const std::vector<const Arm*>& arms, const Ordinals& order);
+    Step StepByTable(const Arm& arm, const Expr* key);
+    Step StepByJoined(const Arm& arm);
+    Step StepLonely(const Arm& arm);
+    const Term* Few(const Arm& arm, bool joined, const Expr* except);
+    bool IsFew(const Arm& arm, const Term& term);
+
+    void Write(const std::vector<Step>& steps, const Ordinals& order);
+    void WriteStep(Writer& writer, const Step& step, std::size_t key);
+    void WriteFrom(Writer& writer, const Step& step);
+    void WriteConditions(Writer& writer, const Step& step);
+    void WriteStrict(Writer& writer, const Step& step);
+    bool HasStrict(const Step& step) const;
+
+    const Schema& schema_;
+    const Count& count_;
+    std::vector<Arm> arms_;
+    Translation translation_;
+};
+
+bool Planner::Plan(const Query& query) {
+    for (std::size_t i = 0; i < query.arms.size(); ++i) {
+        const Query::Arm& part = query.arms[i];
+        if (!part.select || (i > 0 && !part.all)) {
+            return false;
+        }
+        std::optional<Arm> arm = TakeApart(*part.select, schema_);
+        if (!arm || arm->select->items.size() != query.arms[0].select->items.size()) {
+            return false;
+        }
+        arms_.push_back(std::move(*arm));
+    }
+    Ordinals order;
+    for (const OrderTerm& term : query.order) {
+        const std::size_t ordinal = ToQString(term.expr->text).toUInt();
+        if (term.descending || term.expr->kind != Expr::Kind::Number || ordinal < 1 ||
+            ordinal > query.arms[0].select->items.size()) {
+            return false;
+        }
+        order.push_back(ordinal);
+    }
+    std::vector<const Arm*> arms;
+    for (const Arm& arm : arms_) {
+        arms.push_back(&arm);
+    }
+    // A flag in every statement, so that they are alike; where nothing is tested on the way it
+    // is 1.
+    translation_.flagColumn = true;
+    return !order.empty() && PlanArms(arms, order);
+}
+
+bool Planner::PlanArms(std::vector<const Arm*> arms, Ordinals order) {
+    const auto all = [&](auto test) {
+        return std::all_of(arms.begin(), arms.end(),
+                           [&](const Arm* arm) { return test(*arm, arm->Item(order.front())); });
+    };
+    if (!order.empty()) {
+        if (all([](const Arm&, const Expr& key) { return key.kind == Expr::Kind::Text; })) {
+            return PlanConstant(arms, order);
+        }
+        if (!all([](const Arm&, const Expr& key) { return key.kind == Expr::Kind::Column; })) {
+            return false;
+        }
+        if (all([](const Arm& arm, const Expr& key) { return arm.IsJoined(key); })) {
+            return order.size() == 1 && PlanByJoined(arms, order);
+        }
+        if (!all([](const Arm& arm, const Expr& key) {
+                return !arm.IsJoined(key) && arm.IsIndexed(key);
+            })) {
+            return false;
+        }
+        for (const std::size_t ordinal : order) {
+            for (const Arm* arm : arms) {
+                const Expr& key = arm->Item(ordinal);
+                if (key.kind == Expr::Kind::Column && arm->IsJoined(key)) {
+                    return false;
+                }
+            }
+        }
+    }
+    std::vector<Step> steps;
+    for (const Arm* arm : arms) {
+        steps.push_back(StepByTable(*arm, order.empty() ? nullptr : &arm->Item(order.front())));
+    }
+    Write(steps, order);
+    return true;
+}
+
+// Arms told apart by a constant follow each other; each value's arms are merged.
+bool Planner::PlanConstant(const std::vector<const Arm*>& arms, const Ordinals& order) {
+    const auto value = [&](const Arm* arm) { return ToQString(arm->Item(order.front()).text); };
+    std::vector<const Arm*> sorted = arms;
+    std::stable_sort(sorted.begin(), sorted.end(), [&](const Arm* a, const Arm* b) {
+        return collation::Compare(value(a), value(b)) < 0;
+    });
+    const Ordinals rest(order.begin() + 1, order.end());
+    for (auto begin = sorted.begin(); begin != sorted.end();) {
+        const auto end = std::find_if(begin, sorted.end(), [&](const Arm* arm) {
+            return collation::Compare(value(arm), value(*begin)) != 0;
+        });
+        if (!PlanArms({begin, end}, rest)) {
+            return false;
+        }
+        begin = end;
+    }
+    return true;
+}
+
+// By a column that the join leaves Null: rows without a partner come first, then the others from
+// the joined table's index, which has them in order.
+bool Planner::PlanByJoined(const std::vector<const Arm*>& arms, const Ordinals& order) {
+    std::vector<Step> lonely;
+    std::vector<Step> paired;
+    for (const Arm* arm : arms) {
+        if (!NeedsPartner(*arm)) {
+            lonely.push_back(StepLonely(*arm));
+        }
+        paired.push_back(StepByJoined(*arm));
+    }
+    if (!lonely.empty()) {
+        Write(lonely, {});
+    }
+    Write(paired, order);
+    return true;
+}
+
+bool Planner::IsFew(const Arm& arm, const Term& term) {
+    Writer writer(schema_);
+    writer.Raw("SELECT count(*) FROM (SELECT 1 FROM ");
+    writer.WriteSource(term.joined ? *arm.joined : *arm.table);
+    writer.Raw(" WHERE ");
+    writer.Range(*term.expr);
+    writer.Raw(" LIMIT " + std::to_string(CountLimit + 1) + ")");
+    return count_(writer.Take()) <= CountLimit;
+}
+
+// A condition, on another column than the one that gives the order, that finds few rows.
+const Term* Planner::Few(const Arm& arm, bool joined, const Expr* except) {
+    for (const Term& term : arm.terms) {
+        const bool other = !except || !EqualWords(term.column->name, except->name);
+        if (term.range && term.joined == joined && other && IsFew(arm, term)) {
+            return &term;
+        }
+    }
+    return nullptr;
+}
+
+const Term* RangeOn(const Arm& arm, bool joined, const Expr* column) {
+    for (const Term& term : arm.terms) {
+        if (term.range && term.joined == joined &&
+            (!column || EqualWords(term.column->name, column->name))) {
+            return &term;
+        }
+    }
+    return nullptr;
+}
+
+Step Planner::StepByTable(const Arm& arm, const Expr* key) {
+    if (const Term* few = Few(arm, false, key)) {
+        return {&arm, Drive::Range, few};
+    }
+    if (const Term* few = Few(arm, true, nullptr)) {
+        return {&arm, Drive::JoinedRange, few};
+    }
+    return {&arm, Drive::Order, RangeOn(arm, false, key)};
+}
+
+Step Planner::StepByJoined(const Arm& arm) {
+    if (const Term* few = Few(arm, false, nullptr)) {
+        return {&arm, Drive::Range, few, true};
+    }
+    return {&arm, Drive::Joined, RangeOn(arm, true, nullptr), true};
+}
+
+Step Planner::StepLonely(const Arm& arm) {
+    const Term* few = Few(arm, false, nullptr);
+    return {&arm, Drive::Lonely, few ? few : RangeOn(arm, false, nullptr)};
+}
+
+void Planner::Write(const std::vector<Step>& steps, const Ordinals& order) {
+    Writer writer(schema_);
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        writer.Raw(i ? " UNION ALL " : "");
+        WriteStep(writer, steps[i], order.empty() ? 0 : order.front());
+    }
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        writer.Raw((i ? ", " : " ORDER BY ") + std::to_string(order[i]));
+    }
+    translation_.statements.append(writer.Take());
+    for (const QString& table : writer.Tables()) {
+        if (!translation_.tables.contains(table)) {
+            translation_.tables.append(table);
+        }
+    }
+}
+
+void Planner::WriteStep(Writer& writer, const Step& step, std::size_t key) {
+    writer.Raw("SELECT ");
+    const Select& select = *step.arm->select;
+    const bool sorted = step.drive == Drive::Range || step.drive == Drive::JoinedRange;
+    for (std::size_t i = 0; i < select.items.size(); ++i) {
+        const SelectItem& item = select.items[i];
+        const bool column = item.expr->kind == Expr::Kind::Column;
+        if (column && step.drive == Drive::Lonely && step.arm->IsJoined(*item.expr)) {
+            writer.Raw("NULL AS ");
+            writer.Name(item.alias.empty() ? item.expr->name : item.alias);
+        } else {
+            // The sign keeps the engine from walking the whole index instead of sorting few rows.
+            writer.Raw(sorted && i + 1 == key ? "+" : "");
+            writer.WriteItem(item, i, Writer::Names::Fixed);
+        }
+        writer.Raw(", ");
+    }
+    if (HasStrict(step)) {
+        writer.Raw("(");
+        WriteStrict(writer, step);
+        writer.Raw(")");
+    } else {
+        writer.Raw("1");
+    }
+    writer.Raw(" AS dao_flag");
+    WriteFrom(writer, step);
+    WriteConditions(writer, step);
+}
+
+void Planner::WriteFrom(Writer& writer, const Step& step) {
+    const Arm& arm = *step.arm;
+    writer.Raw(" FROM ");
+    if (!arm.joined || step.drive == Drive::Lonely) {
+        writer.WriteSource(*arm.table);
+        return;
+    }
+    // Left joins where a row without a partner must come by, so that it can carry the pulse. The
+    // other join keeps the engine from turning the tables round.
+    const bool fromJoined = step.drive == Drive::Joined || step.drive == Drive::JoinedRange;
+    const bool few = step.drive == Drive::Range || step.drive == Drive::JoinedRange;
+    const bool outer = !(few && (step.paired || NeedsPartner(*step.arm)));
+    writer.WriteSource(fromJoined ? *arm.joined : *arm.table);
+    writer.Raw(outer ? " LEFT JOIN " : " CROSS JOIN ");
+    writer.WriteSource(fromJoined ? *arm.table : *arm.joined);
+    writer.Raw(" ON ");
+    writer.Value(*arm.tableColumn);
+    writer.Raw(" = ");
+    writer.Value(*arm.joinedColumn);
+}
+
+bool Planner::HasStrict(const Step& step) const {
+    return !step.arm->terms.empty() || step.paired || step.drive == Drive::Lonely;
+}
+
+void Planner::WriteConditions(Writer& writer, const Step& step) {
+    std::string_view separator = " WHERE ";
+    if (step.range) {
+        writer.Raw(separator);
+        writer.Raw("(");
+        writer.Range(*step.range->expr);
+        writer.Raw(")");
+        separator = " AND ";
+    }
+    if (!HasStrict(step)) {
+        return;
+    }
+    writer.Raw(separator);
+    writer.Raw("(");
+    WriteStrict(writer, step);
+    const bool few = step.drive == Drive::Range || step.drive == Drive::JoinedRange;
+    writer.Raw(few ? ")" : " OR dao_pulse())");
+}
+
+// Everything that makes a row one of the result, in a form that no index serves.
+void Planner::WriteStrict(Writer& writer, const Step& step) {
+    const Arm& arm = *step.arm;
+    std::string_view separator;
+    if (step.drive == Drive::Lonely) {
+        writer.Raw("NOT EXISTS (SELECT 1 FROM ");
+        writer.WriteSource(*arm.joined);
+        writer.Raw(" WHERE ");
+        writer.Value(*arm.joinedColumn);
+        writer.Raw(" = ");
+        writer.Value(*arm.tableColumn);
+        writer.Raw(")");
+        separator = " AND ";
+    }
+    if (step.paired) {
+        writer.Value(step.drive == Drive::Joined ? *arm.tableColumn : *arm.joinedColumn);
+        writer.Raw(" IS NOT NULL");
+        separator = " AND ";
+    }
+    for (const Term& term : arm.terms) {
+        writer.Raw(separator);
+        writer.Test(*term.expr);
+        separator = " AND ";
+    }
+}
+
+}  // namespace
+
+Translation PlanQuery(const QString& text, const Schema& schema, const Count& count) {
+    const Statement statement = Parser::ParseStatement(text.toUtf8());
+    if (const auto* query = std::get_if<QueryPtr>(&statement.body)) {
+        Planner planner(schema, count);
+        if (planner.Plan(**query)) {
+            return planner.Take();
+        }
+    }
+    return WriteStatement(statement, schema);
+}
+
+}  // namespace sql

@@ -1,0 +1,148 @@
+#include "platform/sql/serialdate.h"
+
+#include "platform/erro.h"
+#include "platform/system/clock.h"
+
+#include <QStringList>
+
+#include <cmath>
+
+namespace sql::serialdate {
+
+namespace {
+
+constexpr qint64 SecondsPerDay = 86400;
+
+bool InRange(const QDate& date) {
+    return date.isValid() && date.year() >= 100 && date.year() <= 9999;
+}
+
+double SerialOf(const QDate& date) {
+    return sys::ToSerial(QDateTime(date, QTime(0, 0), Qt::UTC));
+}
+
+int FullYear(int year, qsizetype digits) {
+    return digits > 2 ? year : year + (year < 30 ? 2000 : 1900);
+}
+
+std::optional<QDate> ParseDay(QStringView text, Order order) {
+    QString plain = text.toString();
+    plain.replace(u'-', u'/').replace(u'.', u'/');
+    const QStringList parts = plain.split(u'/');
+    if (parts.size() != 3) {
+        return {};
+    }
+    int number[3];
+    for (int i = 0; i < 3; ++i) {
+        bool ok = false;
+        number[i] = parts.at(i).toInt(&ok);
+        if (!ok || number[i] < 0) {
+            return {};
+        }
+    }
+    QDate date;
+    if (parts.at(0).size() == 4) {
+        date = QDate(number[0], number[1], number[2]);
+    } else {
+        const int year = FullYear(number[2], parts.at(2).size());
+        const QDate monthFirst(year, number[0], number[1]);
+        const QDate dayFirst(year, number[1], number[0]);
+        const bool wantsMonth = order == Order::MonthFirst;
+        date = wantsMonth ? monthFirst : dayFirst;
+        if (!date.isValid()) {
+            date = wantsMonth ? dayFirst : monthFirst;
+        }
+    }
+    return InRange(date) ? std::optional(date) : std::nullopt;
+}
+
+std::optional<double> ParseTime(QStringView text) {
+    QString plain = text.trimmed().toString().toUpper();
+    const bool afternoon = plain.endsWith(QLatin1String("PM"));
+    const bool morning = plain.endsWith(QLatin1String("AM"));
+    if (afternoon || morning) {
+        plain.chop(2);
+    }
+    const QStringList parts = plain.trimmed().split(u':');
+    if (parts.size() < 2 || parts.size() > 3) {
+        return {};
+    }
+    int number[3] = {0, 0, 0};
+    constexpr int Limit[3] = {23, 59, 59};
+    for (qsizetype i = 0; i < parts.size(); ++i) {
+        bool ok = false;
+        number[i] = parts.at(i).toInt(&ok);
+        if (!ok || number[i] < 0 || number[i] > Limit[i]) {
+            return {};
+        }
+    }
+    if (afternoon || morning) {
+        if (number[0] < 1 || number[0] > 12) {
+            return {};
+        }
+        number[0] = number[0] % 12 + (afternoon ? 12 : 0);
+    }
+    return FromTime(number[0], number[1], number[2]);
+}
+
+}  // namespace
+
+Moment Split(double serial) {
+    // Wide of the years that count, but within what the toolkit's calendar holds.
+    if (!(serial > -700000 && serial < 3000000)) {
+        throw Erro(Erro::Overflow);
+    }
+    const QDateTime moment = sys::FromSerial(serial);
+    if (!InRange(moment.date())) {
+        throw Erro(Erro::Overflow);
+    }
+    const QTime time = moment.time();
+    return {moment.date(), time.hour(), time.minute(), time.second()};
+}
+
+double FromDate(qint64 year, qint64 month, qint64 day) {
+    constexpr qint64 Limit = 1000000;
+    if (std::abs(year) > Limit || std::abs(month) > Limit || std::abs(day) > 10 * Limit) {
+        throw Erro(Erro::InvalidArgument);
+    }
+    if (year >= 0 && year < 100) {
+        year = FullYear(static_cast<int>(year), 2);
+    }
+    const qint64 months = year * 12 + month - 1;
+    const qint64 fullYear = months >= 0 ? months / 12 : -1;
+    if (fullYear < 1 || fullYear > 99999) {
+        throw Erro(Erro::InvalidArgument);
+    }
+    const QDate date =
+        QDate(static_cast<int>(fullYear), static_cast<int>(months % 12) + 1, 1).addDays(day - 1);
+    if (!InRange(date)) {
+        throw Erro(Erro::InvalidArgument);
+    }
+    return SerialOf(date);
+}
+
+double FromTime(qint64 hour, qint64 minute, qint64 second) {
+    return static_cast<double>(hour * 3600 + minute * 60 + second) /
+           static_cast<double>(SecondsPerDay);
+}
+
+std::optional<double> Parse(QStringView text, Order order) {
+    text = text.trimmed();
+    qsizetype blank = 0;
+    while (blank < text.size() && text.at(blank) != u' ' && text.at(blank) != u'T') {
+        ++blank;
+    }
+    const std::optional<QDate> date = ParseDay(text.first(blank), order);
+    if (!date) {
+        return ParseTime(text);
+    }
+    const std::optional<double> time =
+        blank == text.size() ? 0.0 : ParseTime(text.sliced(blank + 1));
+    if (!time) {
+        return {};
+    }
+    const double days = SerialOf(*date);
+    return days < 0 ? days - *time : days + *time;
+}
+
+}  // namespace sql::serialdate

@@ -1,0 +1,218 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+// The syntax tree of a text of the dialect. Names point into Statement::source.
+namespace sql {
+
+struct Query;
+struct Expr;
+using ExprPtr = std::unique_ptr<Expr>;
+using QueryPtr = std::unique_ptr<Query>;
+
+enum class Op {
+    Imp,
+    Eqv,
+    Xor,
+    Or,
+    And,
+    Not,
+    Equal,
+    NotEqual,
+    Less,
+    LessEqual,
+    Greater,
+    GreaterEqual,
+    Concat,
+    Add,
+    Subtract,
+    Mod,
+    IntDivide,
+    Multiply,
+    Divide,
+    Negate,
+    Power,
+};
+
+struct Expr {
+    enum class Kind {
+        Null,
+        Number,    // text: as the engine writes it; True is -1, a date its serial number
+        Text,      // text: without quotes
+        Column,    // qualifier (or empty), name
+        Star,      // qualifier (or empty)
+        Unary,     // op, args: operand
+        Binary,    // op, args: left, right
+        Like,      // args: text, pattern
+        In,        // args: value, list...; or value, and query
+        Between,   // args: value, low, high
+        IsNull,    // args: operand
+        Call,      // text: upper-case name
+        Subquery,  // query
+        Exists,    // query
+    };
+    Kind kind = Kind::Null;
+    Op op = Op::Not;
+    bool negated = false;  // NOT LIKE, NOT IN, NOT BETWEEN, IS NOT NULL
+    int depth = 1;
+    std::string text;
+    std::string_view qualifier;
+    std::string_view name;
+    std::vector<ExprPtr> args;
+    QueryPtr query;
+};
+
+struct Source {
+    enum class Kind { Table, Derived, Join };
+    enum class Join { Inner, Left, Right };
+    Kind kind = Kind::Table;
+    Join join = Join::Inner;
+    std::string_view name;
+    std::string_view alias;
+    QueryPtr query;
+    std::unique_ptr<Source> left;
+    std::unique_ptr<Source> right;
+    ExprPtr on;
+
+    // Under which name the columns are reached.
+    std::string_view Alias() const { return alias.empty() ? name : alias; }
+};
+using SourcePtr = std::unique_ptr<Source>;
+
+struct SelectItem {
+    ExprPtr expr;
+    std::string_view alias;
+};
+
+struct Select {
+    bool distinct = false;
+    bool distinctRow = false;
+    std::string top;  // a number, or empty
+    bool topPercent = false;
+    std::vector<SelectItem> items;
+    std::string_view into;
+    std::vector<SourcePtr> from;
+    ExprPtr where;
+    std::vector<ExprPtr> groupBy;
+    ExprPtr having;
+};
+
+struct OrderTerm {
+    ExprPtr expr;
+    bool descending = false;
+};
+
+// One select, or several joined by UNION.
+struct Query {
+    struct Arm {
+        std::unique_ptr<Select> select;  // or
+        QueryPtr nested;                 // a query in brackets
+        bool all = false;                // joined to the arms before it by UNION ALL
+    };
+    std::vector<Arm> arms;
+    std::vector<OrderTerm> order;
+};
+
+struct Insert {
+    std::string_view table;
+    std::vector<std::string_view> columns;
+    std::vector<ExprPtr> values;  // or
+    QueryPtr query;
+};
+
+struct Assignment {
+    std::string_view qualifier;
+    std::string_view column;
+    ExprPtr value;
+};
+
+struct Update {
+    SourcePtr target;
+    std::vector<Assignment> assignments;
+    ExprPtr where;
+};
+
+struct Delete {
+    std::string_view table;  // of "DELETE table.* FROM ...", or empty
+    SourcePtr from;
+    ExprPtr where;
+};
+
+struct ColumnType {
+    std::string name;                // upper case, as written
+    std::vector<std::string> sizes;  // numbers in brackets behind it
+};
+
+struct ConstraintDefinition {
+    enum class Kind { PrimaryKey, Unique, ForeignKey, NotNull, Check };
+    Kind kind = Kind::PrimaryKey;
+    std::string_view name;  // or empty
+    std::vector<std::string_view> columns;
+    std::string_view foreignTable;
+    std::vector<std::string_view> foreignColumns;
+    bool cascadeUpdate = false;
+    bool cascadeDelete = false;
+    ExprPtr check;
+};
+
+struct ColumnDefinition {
+    std::string_view name;
+    ColumnType type;
+    bool notNull = false;
+    ExprPtr defaultValue;
+    std::vector<ConstraintDefinition> constraints;
+};
+
+struct CreateTable {
+    std::string_view table;
+    std::vector<ColumnDefinition> columns;
+    std::vector<ConstraintDefinition> constraints;
+};
+
+struct AlterTable {
+    enum class Action { AddColumn, AlterColumn, DropColumn, AddConstraint, DropConstraint };
+    Action action = Action::AddColumn;
+    std::string_view table;
+    ColumnDefinition column;
+    ConstraintDefinition constraint;
+    std::string_view dropped;  // column or constraint
+};
+
+struct CreateIndex {
+    enum class Option { None, Primary, DisallowNull, IgnoreNull };
+    bool unique = false;
+    std::string_view index;
+    std::string_view table;
+    std::vector<std::pair<std::string_view, bool>> columns;  // name, descending
+    Option option = Option::None;
+};
+
+struct DropIndex {
+    std::string_view index;
+    std::string_view table;
+};
+
+struct DropTable {
+    std::string_view table;  // or view
+};
+
+struct CreateView {
+    std::string_view view;
+    std::vector<std::string_view> columns;
+    QueryPtr query;
+};
+
+struct Statement {
+    QByteArray source;
+    std::variant<QueryPtr, Insert, Update, Delete, CreateTable, AlterTable, CreateIndex, DropIndex,
+                 DropTable, CreateView>
+        body;
+};
+
+}  // namespace sql

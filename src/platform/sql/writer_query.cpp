@@ -1,0 +1,284 @@
+#include "platform/sql/errors.h"
+#include "platform/sql/writer.h"
+
+#include <algorithm>
+
+namespace sql {
+
+namespace {
+
+bool IsWholeNumber(std::string_view text) {
+    return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+bool HasRightJoin(const Source& source) {
+    return source.kind == Source::Kind::Join &&
+           (source.join == Source::Join::Right || HasRightJoin(*source.left) ||
+            HasRightJoin(*source.right));
+}
+
+void CollectTables(const Source& source, std::vector<const Source*>& tables) {
+    if (source.kind != Source::Kind::Join) {
+        tables.push_back(&source);
+        return;
+    }
+    CollectTables(*source.left, tables);
+    CollectTables(*source.right, tables);
+}
+
+}  // namespace
+
+void Writer::NoteTable(std::string_view name) {
+    const QString upper = ToQString(name).toUpper();
+    if (!tables_.contains(upper)) {
+        tables_.append(upper);
+    }
+}
+
+void Writer::WriteQuery(const Query& query, Names names) {
+    if (query.arms.size() == 1) {
+        const Query::Arm& arm = query.arms.front();
+        if (arm.select) {
+            WriteSelect(*arm.select, query.order, names);
+        } else if (query.order.empty()) {
+            WriteQuery(*arm.nested, names);
+        } else {
+            Raw("SELECT * FROM (");
+            WriteQuery(*arm.nested, names);
+            Raw(")");
+            WriteOrder(query.order);
+        }
+        return;
+    }
+    for (std::size_t i = 0; i < query.arms.size(); ++i) {
+        const Query::Arm& arm = query.arms[i];
+        if (i > 0) {
+            Raw(arm.all ? " UNION ALL " : " UNION ");
+        }
+        // The engine takes neither brackets nor a limit in an arm.
+        const bool wrapped = arm.nested || !arm.select->top.empty();
+        Raw(wrapped ? "SELECT * FROM (" : "");
+        if (arm.nested) {
+            WriteQuery(*arm.nested, names);
+        } else {
+            WriteSelect(*arm.select, {}, i == 0 ? names : Names::AsTheyCome);
+        }
+        Raw(wrapped ? ")" : "");
+    }
+    WriteOrder(query.order);
+}
+
+void Writer::WriteSelect(const Select& select, const std::vector<OrderTerm>& order, Names names) {
+    if (!select.into.empty()) {
+        Throw(Failure::SyntaxError, QStringLiteral("INTO"));
+    }
+    Raw(select.distinct ? "SELECT DISTINCT " : "SELECT ");
+    for (std::size_t i = 0; i < select.items.size(); ++i) {
+        Raw(i ? ", " : "");
+        WriteItem(select.items[i], i, names);
+    }
+    Body(select);
+    WriteOrder(order);
+    if (!select.top.empty()) {
+        TopLimit(select, order);
+    }
+}
+
+void Writer::WriteItem(const SelectItem& item, std::size_t place, Names names) {
+    CollatedValue(*item.expr);
+    const bool column = item.expr->kind == Expr::Kind::Column;
+    if (!item.alias.empty()) {
+        Raw(" AS ");
+        Name(item.alias);
+    } else if (column && names == Names::Fixed) {
+        Raw(" AS ");
+        Name(item.expr->name);
+    } else if (!column && item.expr->kind != Expr::Kind::Star) {
+        Raw(" AS ");
+        Name("Expr" + std::to_string(1000 + place));
+    }
+}
+
+void Writer::Body(const Select& select) {
+    WriteFrom(select.from);
+    WriteWhere(select.where);
+    if (select.distinctRow && !select.distinct && select.groupBy.empty()) {
+        DistinctRowGroups(select);
+    }
+    for (std::size_t i = 0; i < select.groupBy.size(); ++i) {
+        Raw(i ? ", " : " GROUP BY ");
+        CollatedValue(*select.groupBy[i]);
+    }
+    if (select.having) {
+        Raw(" HAVING ");
+        Condition(*select.having, true);
+    }
+}
+
+void Writer::WriteFrom(const std::vector<SourcePtr>& sources) {
+    for (std::size_t i = 0; i < sources.size(); ++i) {
+        Raw(i ? ", " : " FROM ");
+        // Behind a comma a right join would take in the tables before it.
+        const bool bracketed = i > 0 && HasRightJoin(*sources[i]);
+        Raw(bracketed ? "(" : "");
+        WriteSource(*sources[i]);
+        Raw(bracketed ? ")" : "");
+    }
+}
+
+void Writer::WriteSource(const Source& source) {
+    if (source.kind == Source::Kind::Join) {
+        WriteSource(*source.left);
+        Raw(source.join == Source::Join::Left    ? " LEFT JOIN "
+            : source.join == Source::Join::Right ? " RIGHT JOIN "
+                                                 : " INNER JOIN ");
+        // Brackets on the left say nothing, and the engine would make a subquery of them.
+        const bool bracketed = source.right->kind == Source::Kind::Join;
+        Raw(bracketed ? "(" : "");
+        WriteSource(*source.right);
+        Raw(bracketed ? ")" : "");
+        Raw(" ON ");
+        Condition(*source.on, true);
+        return;
+    }
+    if (source.kind == Source::Kind::Derived) {
+        Raw("(");
+        WriteQuery(*source.query, Names::Fixed);
+        Raw(")");
+    } else {
+        NoteTable(source.name);
+        Name(source.name);
+    }
+    if (!source.alias.empty()) {
+        Raw(" AS ");
+        Name(source.alias);
+    }
+}
+
+void Writer::WriteWhere(const ExprPtr& where) {
+    if (where) {
+        Raw(" WHERE ");
+        Condition(*where, true);
+    }
+}
+
+void Writer::WriteOrder(const std::vector<OrderTerm>& order) {
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        Raw(i ? ", " : " ORDER BY ");
+        CollatedValue(*order[i].expr);
+        Raw(order[i].descending ? " DESC" : "");
+    }
+}
+
+// What a term of ORDER BY stands for: an ordinal or an alias is an item.
+const Expr& Writer::OrderKey(const Select& select, const OrderTerm& term) const {
+    const Expr& expr = *term.expr;
+    if (expr.kind == Expr::Kind::Number && IsWholeNumber(expr.text)) {
+        const std::size_t place = ToQString(expr.text).toUInt();
+        const bool starBefore =
+            std::any_of(select.items.begin(), select.items.end(),
+                        [](const SelectItem& item) { return item.expr->kind == Expr::Kind::Star; });
+        if (place < 1 || place > select.items.size() || starBefore) {
+            Throw(Failure::NotSupported, QStringLiteral("TOP, ORDER BY ") + ToQString(expr.text));
+        }
+        return *select.items[place - 1].expr;
+    }
+    for (const SelectItem& item : select.items) {
+        if (expr.kind == Expr::Kind::Column && expr.qualifier.empty() &&
+            EqualWords(item.alias, expr.name)) {
+            return *item.expr;
+        }
+    }
+    return expr;
+}
+
+// Rows that the order cannot tell from the last one are kept, so the limit is the number of rows
+// whose rank is within it.
+void Writer::TopLimit(const Select& select, const std::vector<OrderTerm>& order) {
+    if (!IsWholeNumber(select.top)) {
+        Throw(Failure::SyntaxError, QStringLiteral("TOP ") + ToQString(select.top));
+    }
+    if (order.empty() && !select.topPercent) {
+        Raw(" LIMIT ");
+        Raw(select.top);
+        return;
+    }
+    Raw(" LIMIT (SELECT count(*) FROM (SELECT ");
+    Raw(order.empty() ? "row_number() OVER (" : "rank() OVER (ORDER BY ");
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        Raw(i ? ", " : "");
+        Name("k" + std::to_string(i));
+        Raw(order[i].descending ? " DESC" : "");
+    }
+    Raw(") AS place, count(*) OVER () AS total FROM (SELECT ");
+    Raw(select.distinct ? "DISTINCT " : "");
+    bool any = false;
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        Raw(any ? ", " : "");
+        any = true;
+        CollatedValue(OrderKey(select, order[i]));
+        Raw(" AS ");
+        Name("k" + std::to_string(i));
+    }
+    if (!any || select.distinct) {
+        for (std::size_t i = 0; i < select.items.size(); ++i) {
+            Raw(any ? ", " : "");
+            any = true;
+            WriteItem(select.items[i], i, Names::AsTheyCome);
+        }
+    }
+    Body(select);
+    Raw(")) WHERE place ");
+    if (select.topPercent) {
+        // Rounded up: 10 percent of 15 rows are 2 rows.
+        Raw("< total * ");
+        Raw(select.top);
+        Raw(" / 100.0 + 1)");
+    } else {
+        Raw("<= ");
+        Raw(select.top);
+        Raw(")");
+    }
+}
+
+// One row for each combination of rows of those tables from which something is selected.
+void Writer::DistinctRowGroups(const Select& select) {
+    std::vector<const Source*> tables;
+    for (const SourcePtr& source : select.from) {
+        CollectTables(*source, tables);
+    }
+    std::vector<bool> used(tables.size(), false);
+    for (const SelectItem& item : select.items) {
+        const Expr& expr = *item.expr;
+        const bool star = expr.kind == Expr::Kind::Star;
+        const bool anyTable = star && expr.qualifier.empty();
+        if (!anyTable && tables.size() > 1 &&
+            (expr.qualifier.empty() || !(star || expr.kind == Expr::Kind::Column))) {
+            Throw(Failure::NotSupported, QStringLiteral("DISTINCTROW"));
+        }
+        for (std::size_t i = 0; i < tables.size(); ++i) {
+            used[i] = used[i] || anyTable || tables.size() == 1 ||
+                      EqualWords(tables[i]->Alias(), expr.qualifier);
+        }
+    }
+    if (std::find(used.begin(), used.end(), false) == used.end()) {
+        return;
+    }
+    std::string_view separator = " GROUP BY ";
+    for (std::size_t i = 0; i < tables.size(); ++i) {
+        if (!used[i]) {
+            continue;
+        }
+        const std::optional<TableInfo> info =
+            schema_.table ? schema_.table(ToQString(tables[i]->name)) : std::nullopt;
+        if (tables[i]->kind != Source::Kind::Table || (info && info->isView)) {
+            Throw(Failure::NotSupported, QStringLiteral("DISTINCTROW"));
+        }
+        Raw(separator);
+        Name(tables[i]->Alias());
+        Raw(".rowid");
+        separator = ", ";
+    }
+}
+
+}  // namespace sql

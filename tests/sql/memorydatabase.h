@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/sql/dialect.h"
+#include "support/test.h"
+
+struct sqlite3;
+
+// A database in memory with the dialect's collation and functions, and the small catalogue that
+// the tests of the dialect ask.
+class MemoryDatabase {
+public:
+    MemoryDatabase();
+    ~MemoryDatabase();
+    MemoryDatabase(const MemoryDatabase&) = delete;
+    MemoryDatabase& operator=(const MemoryDatabase&) = delete;
+
+    sqlite3* Handle() const { return handle_; }
+    sql::Schema Schema() const;
+
+    // The engine's own SQL. Rows come as texts, columns with | between them, Null as a hyphen. A
+    // failure is thrown as Erro -1 with the engine's message.
+    QStringList RunNative(const QByteArray& sql, bool names = false) const;
+
+    // A text of the dialect without a plan.
+    sql::Translation Translate(const QString& text) const;
+
+    // A text of the dialect; the rows of all its statements. A failure undoes all of them.
+    QStringList Run(const AnyText& text, bool names = false) const;
+
+    void MakeCatalogue() const;
+
+private:
+    sqlite3* handle_ = nullptr;
+};

@@ -1,0 +1,155 @@
+#include "platform/sql/collation.h"
+#include "platform/sql/errors.h"
+#include "platform/sql/likepattern.h"
+#include "support/test.h"
+
+#include <QRandomGenerator>
+
+#include <algorithm>
+
+namespace collation = sql::collation;
+
+namespace {
+
+int Sign(int value) {
+    return (value > 0) - (value < 0);
+}
+
+int CompareBytes(const QByteArray& a, const QByteArray& b) {
+    return Sign(collation::CompareUtf8(a.constData(), a.size(), b.constData(), b.size()));
+}
+
+}  // namespace
+
+class TestCollation : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void SortsAsADictionaryDoes() {
+        const QStringList sorted = {
+            u""_s,           u"\t"_s,     u" "_s,     u"   7"_s,    u"  12"_s,    u"  12a"_s,
+            u" 100"_s,       u"!"_s,      u"-1"_s,    u"1"_s,       u"10"_s,      u"1A"_s,
+            u"2"_s,          u"a"_s,      u"A b"_s,   u"abacate"_s, u"abóbora"_s, u"Açaí"_s,
+            u"acalanto"_s,   u"ação"_s,   u"aço"_s,   u"cafe"_s,    u"café"_s,    u"cafés"_s,
+            u"coco"_s,       u"cocó"_s,   u"côco"_s,  u"cocos"_s,   u"Ênfase"_s,  u"Łódź"_s,
+            u"Müller"_s,     u"mulo"_s,   u"ñandu"_s, u"naõ"_s,     u"Peça"_s,    u"pecado"_s,
+            u"São"_s,        u"straße"_s, u"über"_s,  u"zíper"_s,   u"яблоко"_s,  u"\U0001F600"_s,
+            u"\U0010FFFF"_s,
+        };
+        for (qsizetype i = 0; i < sorted.size(); ++i) {
+            for (qsizetype j = 0; j < sorted.size(); ++j) {
+                const QString& a = sorted.at(i);
+                const QString& b = sorted.at(j);
+                const int expected = Sign(static_cast<int>(i - j));
+                QVERIFY2(Sign(collation::Compare(a, b)) == expected, qPrintable(a + u" : "_s + b));
+                QVERIFY2(CompareBytes(a.toUtf8(), b.toUtf8()) == expected,
+                         qPrintable(a + u" : "_s + b));
+            }
+        }
+    }
+
+    void EqualityIgnoresCaseAndMindsAccents_data() {
+        const Table<QString, QString, bool> row("a", "b", "equal");
+        row("ascii", "Anel de Vedação 12A", "ANEL DE VEDAÇÃO 12a", true);
+        row("extended", "ŸŻŐ", "ÿżő", true);
+        row("cyrillic", "Ж", "ж", true);
+        row("accent", "avo", "avó", false);
+        row("other accent", "avô", "avó", false);
+        row("cedilla", "peca", "peça", false);
+        row("trailing blank", "a", "a ", false);
+    }
+    void EqualityIgnoresCaseAndMindsAccents() {
+        QFETCH(QString, a);
+        QFETCH(QString, b);
+        QFETCH(bool, equal);
+        QCOMPARE(collation::Compare(a, b) == 0, equal);
+        QCOMPARE(CompareBytes(a.toUtf8(), b.toUtf8()) == 0, equal);
+        QCOMPARE(collation::Like(a, b), equal);
+    }
+
+    // Sorting breaks, and an index is lost, when the order of any three contents contradicts
+    // itself.
+    void IsAnOrderOnAnyBytes() {
+        QRandomGenerator random(7);
+        constexpr char Bytes[] =
+            "aA\xC3\xA1\xC3\x81 1-\xFF\xC3\xF4\x8F\xBF\xBF\xED\xA0\x80"
+            "eE\xC0\x00";
+        const QByteArray pool(Bytes, sizeof(Bytes) - 1);
+        QList<QByteArray> texts;
+        for (int i = 0; i < 150; ++i) {
+            QByteArray text;
+            for (int n = random.bounded(12); n > 0; --n) {
+                text += pool.at(random.bounded(static_cast<int>(pool.size())));
+            }
+            texts.append(text);
+        }
+        for (const QByteArray& a : texts) {
+            QCOMPARE(CompareBytes(a, a), 0);
+            for (const QByteArray& b : texts) {
+                const int ab = CompareBytes(a, b);
+                QCOMPARE(CompareBytes(b, a), -ab);
+                for (const QByteArray& c : texts) {
+                    if (ab <= 0 && CompareBytes(b, c) <= 0) {
+                        QVERIFY(CompareBytes(a, c) <= 0);
+                    }
+                    QVERIFY(ab != 0 || CompareBytes(a, c) == CompareBytes(b, c));
+                }
+            }
+        }
+    }
+
+    void Matches_data() {
+        const Table<QString, QStringList, QStringList> row("pattern", "yes", "no");
+        row("prefix", "emb*", {"EMBOLO", "emb"}, {"Êmbolo", "em", "xemb"});
+        row("accented prefix", "ÊMB*", {"Êmbolo", "êmbolo"}, {"Embolo"});
+        row("inside", "*água*", {"Pino d´Água", "ÁGUA"}, {"agua", ""});
+        row("several runs", "*a*b*c", {"xaybzc", "abcabc"}, {"abcx", "acb"});
+        row("one", "?a?", {u"pás"_s.replace(u'á', u'a'), "ça1"}, {"a", "paás"});
+        row("one of two units", "a?b", {"a\U0001F600b"}, {"ab"});
+        row("digit", "##-?", {"12-A"}, {"1²-A", "1a-b", "12-"});
+        row("list", "[abc]x", {"Bx"}, {"dx", "x", "áx"});
+        row("range", "[a-c]", {"B", "á"}, {"d", "-"});
+        row("list not", "[!0-9]*", {"A1", "-"}, {"1A", ""});
+        row("hyphen itself", "[-a][a-]", {"--", "a-"}, {"b-"});
+        row("wildcards themselves", "[*][?][#][[]]", {"*?#[]"}, {"ab1[]"});
+        row("exclamation alone", "[!]", {"!"}, {"a"});
+        row("empty list", "a[]b", {"ab"}, {"axb"});
+        row("line ends", "a*b", {"a\r\nb"}, {});
+    }
+    void Matches() {
+        QFETCH(QString, pattern);
+        QFETCH(QStringList, yes);
+        QFETCH(QStringList, no);
+        const sql::Pattern ready(pattern);
+        for (const QString& text : yes + no) {
+            QVERIFY2(collation::Like(text, pattern) == yes.contains(text), qPrintable(text));
+            QVERIFY2(ready.MatchesUtf8(text.toStdString()) == yes.contains(text), qPrintable(text));
+        }
+    }
+
+    void RefusesBadPatterns_data() {
+        const Table<QString> row("pattern");
+        row("open", "abc[de");
+        row("open at the end", "*[");
+        row("backwards", "[z-a]");
+    }
+    void RefusesBadPatterns() {
+        QFETCH(QString, pattern);
+        try {
+            collation::Like(u"abc", pattern);
+            QFAIL("accepted");
+        } catch (const Erro& erro) {
+            QCOMPARE(erro.Number(), static_cast<int>(sql::Failure::BadPattern));
+        }
+    }
+
+    // Would take longer than the test may run if runs were tried in all their combinations.
+    void ManyRunsDoNotExplode() {
+        const QString text = QString(20000, u'a') + u'b';
+        QVERIFY(!collation::Like(text, u"*a*a*a*a*a*a*a*a*a*a*a*a*a*c"));
+        QVERIFY(collation::Like(text, u"*a*a*a*a*a*a*a*a*a*a*a*a*a*b"));
+    }
+};
+
+TARVO_TEST(TestCollation);
+#include "test_collation.moc"

@@ -1,0 +1,254 @@
+#include "memorydatabase.h"
+#include "platform/sql/collation.h"
+#include "platform/sql/plan.h"
+#include "support/test.h"
+
+#include <QRandomGenerator>
+
+#include <algorithm>
+#include <sqlite3.h>
+
+namespace {
+
+constexpr int RowsPerTable = 120;
+
+// Stands for the reader's clock: lets a row through always, never, or now and then.
+enum class Pulse { Never, Sometimes, Always };
+Pulse g_pulse = Pulse::Never;
+QRandomGenerator g_random(11);
+
+void FakePulse(sqlite3_context* context, int, sqlite3_value**) {
+    const bool fires =
+        g_pulse == Pulse::Always || (g_pulse == Pulse::Sometimes && g_random.bounded(5) == 0);
+    sqlite3_result_int(context, fires ? 1 : 0);
+}
+
+template <typename List>
+auto Any(const List& list) {
+    return list.at(g_random.bounded(static_cast<int>(list.size())));
+}
+
+void Fill(const MemoryDatabase& db) {
+    const QStringList words = {u"Eixo"_s, u"êixo"_s, u"EIXO"_s, u"Pino"_s, u"Peça"_s, u"peca"_s};
+    const QList<QByteArray> tables = {"COMPONENTE", "JOGOREPARO", "PECA"};
+    for (const QByteArray& table : tables) {
+        db.RunNative("DELETE FROM " + table);
+        for (int i = 0; i < RowsPerTable; ++i) {
+            const QString number =
+                Any(List("A", "1", "12")) + QString::number(g_random.bounded(90));
+            const QString name = Any(words) + u' ' + QString::number(g_random.bounded(9));
+            const bool none = g_random.bounded(15) == 0;
+            db.RunNative("INSERT INTO " + table + " (Codigo" + table + ", NumeroTarvo" + table +
+                         ", Descricao" + table + ") VALUES (" + QByteArray::number(i + 1) + ", '" +
+                         number.toUtf8() + "', " +
+                         (none ? QByteArray("NULL") : "'" + name.toUtf8() + "'") + ")");
+            for (int n = g_random.bounded(3) - 1; n > 0; --n) {
+                db.RunNative("INSERT OR IGNORE INTO REFERENCIACRUZADA VALUES (" +
+                             QByteArray::number(1 + g_random.bounded(2)) + ", '" + number.toUtf8() +
+                             "', 'X" + QByteArray::number(g_random.bounded(40)) + "')");
+            }
+        }
+    }
+}
+
+// A search as the screen builds it, of any combination of inputs.
+QString RandomSearch(const QString& order) {
+    const int customer = g_random.bounded(3);  // none, shown, selected but not shown
+    QStringList where;
+    if (customer > 0 && g_random.bounded(2) == 0) {
+        where += u"REFERENCIACRUZADA1.NumeroClienteConcorrente "_s +
+                 Any(List("LIKE 'X1*'", "LIKE 'x*'", "= 'x12'", "LIKE '*'"));
+    }
+    if (g_random.bounded(2) == 0) {
+        where +=
+            u"?????.NumeroTarvo????? LIKE '"_s + Any(List("1", "12", "a5", "", "12A")) + u"*'"_s;
+    }
+    if (g_random.bounded(2) == 0) {
+        where += u"?????.Descricao????? LIKE '"_s +
+                 Any(List("e", "Ê", "*o 3", "pe?a", "[ep]*1", "zz")) + u"*'"_s;
+    }
+    const QString join = customer == 0 ? QString()
+                                       : u"LEFT JOIN REFERENCIACRUZADA1 ON ?????.NumeroTarvo????? "
+                                         "= REFERENCIACRUZADA1.NumeroTarvo "_s;
+    const QString column = customer == 1 ? u"REFERENCIACRUZADA1.NumeroClienteConcorrente"_s
+                                         : u"'' AS NumeroClienteConcorrente"_s;
+    const QString arm =
+        u"SELECT ?????.NumeroTarvo????? As NumeroTarvo,?????.Descricao????? AS Descricao,"_s +
+        column + u",'!!!!!' AS Tipo,Codigo????? AS Codigo FROM ????? "_s + join +
+        (where.isEmpty() ? QString() : u"WHERE "_s + where.join(u" AND "_s) + u' ');
+    QStringList arms;
+    const int kinds = g_random.bounded(4);
+    const QList<QStringList> all = {{u"COMPONENTE"_s, u"Componente"_s},
+                                    {u"JOGOREPARO"_s, u"Jogo de Reparo"_s},
+                                    {u"PECA"_s, u"Peça"_s}};
+    for (int i = 0; i < 3; ++i) {
+        if (kinds == 3 || kinds == i) {
+            arms += QString(arm).replace(u"?????"_s, all[i][0]).replace(u"!!!!!"_s, all[i][1]);
+        }
+    }
+    return arms.join(u"UNION ALL "_s) + u"ORDER BY "_s + order;
+}
+
+bool SameKey(const QString& a, const QString& b, const QString& order) {
+    for (const QString& ordinal : order.split(u',')) {
+        const int column = ordinal.toInt() - 1;
+        if (sql::collation::Compare(a.section(u'|', column, column),
+                                    b.section(u'|', column, column)) != 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
+}  // namespace
+
+class TestPlan : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() {
+        db_ = std::make_unique<MemoryDatabase>();
+        db_->MakeCatalogue();
+        sqlite3_create_function_v2(db_->Handle(), "dao_pulse", 0, SQLITE_UTF8, nullptr, FakePulse,
+                                   nullptr, nullptr, nullptr);
+        Fill(*db_);
+    }
+
+    // Whatever way the plan goes, and wherever the reader looks up, the rows are those of the text.
+    void GivesTheRowsOfTheText_data() {
+        const Table<QString> row("order");
+        for (const QString& order :
+             {u"1"_s, u"2"_s, u"3"_s, u"4,1"_s, u"1,2"_s, u"4,3"_s, u"2,5"_s}) {
+            row(qPrintable(order), order);
+        }
+    }
+    void GivesTheRowsOfTheText() {
+        QFETCH(QString, order);
+        for (int round = 0; round < 50; ++round) {
+            const QString text = RandomSearch(order);
+            const QStringList plain = db_->Run(text, true);
+            for (const Pulse pulse : {Pulse::Never, Pulse::Sometimes, Pulse::Always}) {
+                g_pulse = pulse;
+                const QStringList planned = RunPlan(text);
+                QVERIFY2(planned.size() == plain.size(), qPrintable(text));
+                QCOMPARE(planned.first(), plain.first());
+                for (qsizetype i = 1; i < plain.size(); ++i) {
+                    QVERIFY2(SameKey(planned.at(i), plain.at(i), order), qPrintable(text));
+                }
+                QStringList a = planned;
+                QStringList b = plain;
+                std::sort(a.begin(), a.end());
+                std::sort(b.begin(), b.end());
+                QVERIFY2(a == b, qPrintable(text));
+            }
+        }
+    }
+
+    // Nothing is sorted where the rows may be many.
+    void WalksAnIndexInItsOrder_data() {
+        const Table<QString, QString> row("where", "order");
+        const QString inside = u"WHERE PECA.DescricaoPECA LIKE '*x*' "_s;
+        row("number", inside, "1");
+        row("description", inside, "2");
+        row("kind", inside, "4,1");
+        row("customer's number", inside, "3");
+        row("other beginning", "WHERE PECA.DescricaoPECA LIKE 'e*' ", "1");
+        row("customer's beginning", "WHERE REFERENCIACRUZADA1.NumeroClienteConcorrente LIKE 'X*' ",
+            "3");
+        row("customer's beginning, by number",
+            "WHERE REFERENCIACRUZADA1.NumeroClienteConcorrente LIKE 'X*' ", "1");
+    }
+    void WalksAnIndexInItsOrder() {
+        QFETCH(QString, where);
+        QFETCH(QString, order);
+        const QString text =
+            u"SELECT PECA.NumeroTarvoPECA As NumeroTarvo,PECA.DescricaoPECA AS "
+            "Descricao,REFERENCIACRUZADA1.NumeroClienteConcorrente,'Peça' AS Tipo,CodigoPECA AS "
+            "Codigo FROM PECA LEFT JOIN REFERENCIACRUZADA1 ON PECA.NumeroTarvoPECA = "
+            "REFERENCIACRUZADA1.NumeroTarvo "_s +
+            where + u"ORDER BY "_s + order;
+        const auto many = [](const QByteArray&) { return qint64(sql::CountLimit + 1); };
+        const auto plan = sql::PlanQuery(text, db_->Schema(), many);
+        g_pulse = Pulse::Always;
+        qsizetype passed = 0;
+        for (const QByteArray& statement : plan.statements) {
+            const QString steps = db_->RunNative("EXPLAIN QUERY PLAN " + statement).join(u'\n');
+            QVERIFY2(!steps.contains(u"TEMP B-TREE"_s), qPrintable(steps));
+            passed += db_->RunNative(statement).size();
+        }
+        // Every row on the way gives the reader a chance, the ones that do not match as well.
+        const bool ranged = where.contains(u"LIKE 'e"_s) || where.contains(u"LIKE 'X"_s);
+        QVERIFY2(ranged || passed >= RowsPerTable, qPrintable(QString::number(passed)));
+    }
+
+    void SortsTheFewRowsOfABeginning() {
+        const QString text =
+            u"SELECT NumeroTarvoPeca AS n, DescricaoPeca AS d FROM PECA WHERE DescricaoPeca LIKE "
+            "'eix*' ORDER BY 1"_s;
+        const auto plan = sql::PlanQuery(text, db_->Schema(), Counter());
+        const QString steps =
+            db_->RunNative("EXPLAIN QUERY PLAN " + plan.statements.first()).join(u'\n');
+        QVERIFY2(steps.contains(u"PECA_DESCRICAO (DescricaoPeca>? AND DescricaoPeca<?)"_s),
+                 qPrintable(steps));
+    }
+
+    void LeavesOtherShapesAlone_data() {
+        const Table<QString> row("text");
+        for (const QString& text :
+             {u"SELECT Count(*) AS n FROM PECA ORDER BY 1"_s,
+              u"SELECT DISTINCT NumeroTarvoPeca FROM PECA ORDER BY 1"_s,
+              u"SELECT NumeroTarvoPeca FROM PECA ORDER BY 1 DESC"_s,
+              u"SELECT NumeroTarvoPeca FROM PECA WHERE CodigoPeca > 3 ORDER BY 1"_s,
+              u"SELECT NumeroTarvoPeca FROM PECA WHERE NumeroTarvoPeca LIKE '1*' OR CodigoPeca = 3 "
+              "ORDER BY 1"_s,
+              u"SELECT ArquivoFotoPeca FROM PECA ORDER BY 1"_s,
+              u"SELECT NumeroTarvoPeca FROM PECA"_s,
+              u"SELECT NumeroTarvo FROM REFERENCIACRUZADA1 ORDER BY 1"_s,
+              u"UPDATE PECA SET CodigoFigura = 1"_s}) {
+            row(qPrintable(text), text);
+        }
+    }
+    void LeavesOtherShapesAlone() {
+        QFETCH(QString, text);
+        const auto plan = sql::PlanQuery(text, db_->Schema(), Counter());
+        QVERIFY(!plan.flagColumn);
+        QCOMPARE(plan.statements, db_->Translate(text).statements);
+    }
+
+private:
+    sql::Count Counter() const {
+        return [this](const QByteArray& sql) {
+            return qint64(db_->RunNative(sql).first().toLongLong());
+        };
+    }
+
+    // The names, then the rows that are some, without the flag. Counts are right or far too high,
+    // so that both ways of finding rows are gone.
+    QStringList RunPlan(const QString& text) const {
+        const auto count = [this](const QByteArray& sql) {
+            return g_random.bounded(2) == 0 ? qint64(sql::CountLimit + 1) : Counter()(sql);
+        };
+        const auto plan = sql::PlanQuery(text, db_->Schema(), count);
+        QStringList rows;
+        for (const QByteArray& statement : plan.statements) {
+            const QStringList part = db_->RunNative(statement, true);
+            if (rows.isEmpty()) {
+                rows.append(plan.flagColumn ? part.first().section(u'|', 0, -2) : part.first());
+            }
+            for (const QString& row : part.mid(1)) {
+                const QString flag = row.section(u'|', -1);
+                if (!plan.flagColumn) {
+                    rows.append(row);
+                } else if (flag != u"0"_s && flag != u"-"_s) {
+                    rows.append(row.section(u'|', 0, -2));
+                }
+            }
+        }
+        return rows;
+    }
+
+    std::unique_ptr<MemoryDatabase> db_;
+};
+
+TARVO_TEST(TestPlan);
+#include "test_plan.moc"
