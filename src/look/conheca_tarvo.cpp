@@ -153,7 +153,6 @@ void frmConhecaTarvo::Folhear(int passo) {
 }
 
 void frmConhecaTarvo::Fechar() {
-    forms::SetMousePointer(forms::vbHourglass);
+    const forms::Busy ocupado;
     Unload();
-    forms::SetMousePointer(forms::vbDefault);
 }

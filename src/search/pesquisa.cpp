@@ -101,15 +101,12 @@ void frmPesquisa::Unloading() {
     if (Tag == Recarregando) {
         return;
     }
-    forms::SetMousePointer(forms::vbHourglass);
+    const forms::Busy ocupado;
     FecharBancoDados(gWS, gDB);
-    forms::SetMousePointer(forms::vbDefault);
     if (ReiniciarPrograma) {
         SairPeloLancador();
     }
-    forms::SetMousePointer(forms::vbHourglass);
     (new frmCreditos)->Show();
-    forms::SetMousePointer(forms::vbDefault);
 }
 
 void frmPesquisa::LigarEventos() {
@@ -121,7 +118,7 @@ void frmPesquisa::LigarEventos() {
     AoClicar(u"imgPesquisa3"_s, [this] { MostrarPainel(2, pctPesquisaFiguras); });
     AoClicar(u"imgAjuda"_s, [this] { AbrirAjuda(); });
     AoClicar(u"imgConhecaTarvo"_s, [] {
-        forms::SetMousePointer(forms::vbHourglass);  // the tour restores it
+        const forms::Busy ocupado;
         (new frmConhecaTarvo)->ShowModal();
     });
     AoClicar(u"imgConfiguracoes"_s, [] { frmConfiguracoes::Abrir(); });
@@ -181,13 +178,11 @@ void frmPesquisa::EsconderPaineis() {
 }
 
 void frmPesquisa::AbrirAjuda() {
-    forms::SetMousePointer(forms::vbHourglass);
+    const forms::Busy ocupado;
     try {
         forms::HelpWindow::Open(gCaminho + u"Ajuda_Catalogo_TARVO-LINDEN.hlp"_s,
                                 u"Ajuda do Catálogo TARVO-LINDEN"_s);
     } catch (const Erro& erro) {
         MostrarErro(erro.Number(), erro.Description());
-        return;
     }
-    forms::SetMousePointer(forms::vbDefault);
 }

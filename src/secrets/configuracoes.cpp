@@ -36,7 +36,7 @@ forms::TextBox* NovoCampo(const QString& nome, const QString& descricao, QWidget
 }  // namespace
 
 void frmConfiguracoes::Abrir() {
-    forms::SetMousePointer(forms::vbHourglass);
+    const forms::Busy ocupado;
     try {
         UnicaInstancia<frmConfiguracoes>().ShowModal();
     } catch (const Erro& erro) {
@@ -51,8 +51,8 @@ frmConfiguracoes::frmConfiguracoes()
       img_VerificarAuto(new forms::Panel(u"img_VerificarAuto"_s, QString(), Picture())),
       txtUsuario(NovoCampo(u"txtUsuario"_s, u"Usuário do proxy"_s, Picture())),
       txtSenha(NovoCampo(u"txtSenha"_s, u"Senha do proxy"_s, Picture())) {
-    imgVerificarAuto = new forms::ClickZone(
-        u"imgVerificarAuto"_s, u"Verificar atualizações automaticamente"_s, Picture());
+    imgVerificarAuto = new forms::ClickZone(u"imgVerificarAuto"_s,
+                                            u"Verificar atualizações automaticamente"_s, Picture());
     imgVerificarAuto->setFocusPolicy(Qt::TabFocus);
     txtSenha->setEchoMode(QLineEdit::Password);
     CriarBotao({u"OK"_s, u"imgOk"_s, u"OK"_s}, Picture(), Background());
@@ -113,16 +113,14 @@ void frmConfiguracoes::AparaUsuario() {
 }
 
 void frmConfiguracoes::Confirmar() {
-    forms::SetMousePointer(forms::vbHourglass);
+    const forms::Busy ocupado;
     AparaUsuario();
     GravarConfiguracao(imgVerificarAuto->Tag, txtUsuario->text(), txtSenha->text(), true);
     VerificacaoAutomatica = imgVerificarAuto->Tag == u"1"_s;
     Unload();
-    forms::SetMousePointer(forms::vbDefault);
 }
 
 void frmConfiguracoes::Cancelar() {
-    forms::SetMousePointer(forms::vbHourglass);
+    const forms::Busy ocupado;
     Unload();
-    forms::SetMousePointer(forms::vbDefault);
 }

@@ -288,7 +288,6 @@ void frmAtualizando::ExcluirTemporarios() {
 void frmAtualizando::Fechar() {
     secret::Wipe(usuario_);
     secret::Wipe(senha_);
-    forms::SetMousePointer(forms::vbHourglass);
+    const forms::Busy ocupado;
     Unload();
-    forms::SetMousePointer(forms::vbDefault);
 }

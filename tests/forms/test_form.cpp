@@ -269,6 +269,37 @@ private Q_SLOTS:
         QVERIFY(area->horizontalScrollBar()->maximum() >= 160);
     }
 
+    // An error, an inner piece of work, a box and a modal screen come between begin and end.
+    void HourglassStandsAsLongAsTheWork() {
+        const auto work = [](const std::function<void()>& inner) {
+            const forms::Busy busy;
+            inner();
+            return forms::MousePointer();
+        };
+        QCOMPARE(work([&] { work([] {}); }), forms::vbHourglass);
+        QCOMPARE(forms::MousePointer(), forms::vbDefault);
+        QCOMPARE(ErrorOf([&] { work([] { throw Erro(Erro::InvalidArgument); }); }), 5);
+        QCOMPARE(forms::MousePointer(), forms::vbDefault);
+
+        int behind = -1;
+        QTimer::singleShot(50, [&] {
+            behind = forms::MousePointer();
+            QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
+        });
+        QCOMPARE(work([] { forms::MsgBox(u"Pronto."_s, forms::vbInformation, {}); }),
+                 forms::vbHourglass);
+        QCOMPARE(behind, forms::vbDefault);
+
+        auto* dialog = new Screen(u"dialog"_s, Form::Kind::Dialog);
+        dialog->onActivate = [] { forms::SetMousePointer(forms::vbDefault); };
+        QTimer::singleShot(50, [&] {
+            behind = forms::MousePointer();
+            dialog->Unload();
+        });
+        QCOMPARE(work([&] { dialog->ShowModal(); }), forms::vbDefault);
+        QCOMPARE(behind, forms::vbDefault);
+    }
+
     void UntrappedErrorEndsTheProgramInOrder() {
         auto* application = qobject_cast<forms::Application*>(qApp);
         BoxAnswers boxes;

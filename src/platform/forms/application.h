@@ -57,4 +57,26 @@ inline constexpr int vbHourglass = 11;
 void SetMousePointer(int pointer);
 int MousePointer();
 
+// The pointer is another one while this lives; at its end, an error's included, it is what it was.
+class PointerGuard {
+public:
+    explicit PointerGuard(int pointer) : before_(MousePointer()) { SetMousePointer(pointer); }
+    ~PointerGuard() { SetMousePointer(before_); }
+    Q_DISABLE_COPY_MOVE(PointerGuard)
+
+private:
+    int before_;
+};
+
+// The hourglass. Whoever opens a modal screen under it need not end it first: the screen's first
+// activation puts the normal pointer back, and the end after its unload finds nothing to change.
+struct Busy : PointerGuard {
+    Busy() : PointerGuard(vbHourglass) {}
+};
+
+// The normal pointer amid busy work, for as long as the program waits for the user.
+struct AwaitingUser : PointerGuard {
+    AwaitingUser() : PointerGuard(vbDefault) {}
+};
+
 }  // namespace forms

@@ -254,13 +254,11 @@ void HelpWindow::Print() {
                     printer::cdlPDUseDevModeCopies);
     try {
         const auto paper = dialog.ShowPrinter();
-        SetMousePointer(vbHourglass);
+        const Busy busy;
         paper->SetOrientation(printer::vbPRORPortrait);
         page_->PrintOn(*paper);
         paper->EndDoc();
-        SetMousePointer(vbDefault);
     } catch (const Erro& erro) {
-        SetMousePointer(vbDefault);
         if (erro.Number() != Erro::Cancelled) {
             MsgBox(ErrorText(QString::number(erro.Number()), erro.Description()), vbCritical,
                    ProgramTitle());

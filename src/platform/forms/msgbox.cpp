@@ -164,10 +164,8 @@ int MsgBox(const QString& text, int flags, const QString& title) {
     Box box(text, flags, title);
     box.adjustSize();
     PlaceOverActiveForm(box);
-    const int pointer = MousePointer();
-    SetMousePointer(vbDefault);  // the program waits for the user now
+    const AwaitingUser waiting;
     box.exec();
-    SetMousePointer(pointer);
     return box.Answer();
 }
 

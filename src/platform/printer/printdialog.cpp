@@ -43,7 +43,7 @@ std::unique_ptr<Printer> AskUser(int flags) {
     dialog.adjustSize();
     forms::PlaceOverActiveForm(dialog);
     dialog.move(dialog.x(), dialog.y() - dialog.height() / 2);  // its options fold out below
-    forms::SetMousePointer(forms::vbDefault);
+    const forms::AwaitingUser waiting;
     if (dialog.exec() != QDialog::Accepted) {
         return nullptr;
     }
