@@ -125,9 +125,10 @@ QByteArray sys::ReadBytes(const QString& path) {
 }
 
 QString sys::DecodeText(const QByteArray& bytes) {
-    if (bytes.isValidUtf8()) {
-        return QString::fromUtf8(bytes);
-    }
+    return bytes.isValidUtf8() ? QString::fromUtf8(bytes) : DecodeWindows1252(bytes);
+}
+
+QString sys::DecodeWindows1252(const QByteArray& bytes) {
     QString text = QString::fromLatin1(bytes);
     for (QChar& character : text) {
         if (character >= u'\x80' && character <= u'\x9f') {

@@ -22,6 +22,7 @@ bool IsInside(const QString& folder, const QString& path);
 QByteArray ReadBytes(const QString& path);  // Erro 53, 75
 // UTF-8 where the bytes are valid UTF-8, otherwise Windows-1252.
 QString DecodeText(const QByteArray& bytes);
+QString DecodeWindows1252(const QByteArray& bytes);
 QString ReadText(const QString& path);  // Erro 53, 75
 
 // Whose file a new one is: its owner's alone, or as the platform gives it.

@@ -1,0 +1,157 @@
+#include "platform/system/csv_reader.h"
+#include "platform/system/csv_writer.h"
+#include "platform/system/paths.h"
+#include "support/test.h"
+
+class TestCsv : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir folder_;
+    QString path_ = folder_.filePath(u"linhas.csv"_s);
+
+    // Each row as "line: cell|cell", with "!" in front when it is malformed.
+    QStringList Rows(const QByteArray& content) {
+        Write(path_, content);
+        sys::CsvReader reader(path_);
+        QStringList rows;
+        for (QStringList cells; reader.Next(cells);) {
+            rows += (reader.Malformed() ? u"!"_s : QString()) + QString::number(reader.Line()) +
+                    u": "_s + cells.join(u'|');
+        }
+        return rows;
+    }
+
+private Q_SLOTS:
+    void Reads_data() {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QStringList>("rows");
+        const auto row = [](const char* name, const QByteArray& content, const QStringList& rows) {
+            QTest::newRow(name) << content << rows;
+        };
+        row("semicolons", "a;b\n1;2,5\n", List("1: a|b", "2: 1|2,5"));
+        row("commas, the semicolon is text", "a,b,c\n1,x;y,\"2,5\"\n",
+            List("1: a|b|c", "2: 1|x;y|2,5"));
+        row("tabs", "a\tb\n1;2\t3", List("1: a|b", "2: 1;2|3"));
+        row("quoted separators of a heading do not count", "\"a,b,c\";d\n1;2\n",
+            List("1: a,b,c|d", "2: 1|2"));
+        row("one column", "a\n1,5\n", List("1: a", "2: 1,5"));
+        row("a line that tells the separator", "sep=|\r\na|b;c\r\n", List("2: a|b;c"));
+        row("mark",
+            "\xEF\xBB\xBFPe\xC3\xA7"
+            "a;b\n",
+            List("1: Peça|b"));
+        row("Windows-1252",
+            "Pe\xE7"
+            "a;\x80;\x93\n",
+            List("1: Peça|€|“"));
+        row("cut within a character",
+            "Pe\xE7"
+            "a;\xC3",
+            List("1: Peça|Ã"));
+        row("line ends", "a;b\r\nc;d\re;f\n\n ; \ng;h",
+            List("1: a|b", "2: c|d", "3: e|f", "6: g|h"));
+        row("quoted line ends are counted", "a;b\n\"x\r\ny\nz\rw\";\"\"\n1;2\n",
+            List("1: a|b", "2: x\r\ny\nz\rw|", "6: 1|2"));
+        row("quotes", "a;\"b \"\"c\"\"\"\n1/2\" x 3;\" d \"",
+            List("1: a|b \"c\"", "2: 1/2\" x 3| d "));
+        row("text behind a closing quote", "a;b\n\"1/2\" x;2\n3;4\n",
+            List("1: a|b", "!2: 1/2 x|2", "3: 3|4"));
+        row("nothing", "", {});
+    }
+    void Reads() {
+        QFETCH(QByteArray, content);
+        QFETCH(QStringList, rows);
+        QCOMPARE(Rows(content), rows);
+    }
+
+    // Cells, marks and line ends that fall on the border between two blocks.
+    void ReadsAcrossBlocks() {
+        QByteArray content;
+        QStringList rows;
+        for (int i = 1; content.size() < 600 * 1024; ++i) {
+            const QByteArray number = QByteArray::number(i);
+            content += number + ";\"ação \"\"" + number + "\"\"\"\r\n";
+            rows += u"%1: %1|ação \"%1\""_s.arg(i);
+        }
+        QCOMPARE(Rows(content), rows);
+    }
+
+    void Refuses_data() {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("why");
+        QTest::newRow("an open quote")
+            << QByteArray("a;b\n1;2\n\"3;4\n5;6\n") << u"linha 3: as aspas"_s;
+        QTest::newRow("a very long one") << QByteArray("a\n\"") + QByteArray(5 << 20, 'x') + "\"\n"
+                                         << u"linha 2: as aspas"_s;
+        QTest::newRow("UTF-16") << QByteArray(
+                                       "\xFF\xFE"
+                                       "a\0;\0",
+                                       6)
+                                << u"UTF-16"_s;
+        QTest::newRow("no text") << QByteArray("a;b\0c", 5) << u"não é um texto"_s;
+    }
+    void Refuses() {
+        QFETCH(QByteArray, content);
+        QFETCH(QString, why);
+        try {
+            Rows(content);
+            QFAIL("accepted");
+        } catch (const Erro& erro) {
+            QCOMPARE(erro.Number(), int(Erro::InvalidArgument));
+            QVERIFY2(erro.Description().contains(why), qPrintable(erro.Description()));
+        }
+        QCOMPARE(ErrorOf([&] { sys::CsvReader(folder_.filePath(u"nada.csv"_s)); }),
+                 int(Erro::FileNotFound));
+    }
+
+    void Cells_data() {
+        const Table<QString, QString> row("text", "cell");
+        row("plain", "Válvula 24 V", "Válvula 24 V");
+        row("formula", "=1+1", "'=1+1");
+        row("call", "@SOMA(A1)", "'@SOMA(A1)");
+        row("sum that looks like a number", "-1+2", "'-1+2");
+        row("plus", "+a", "'+a");
+        row("tab in front", "\t=1", "'\t=1");
+        row("negative number", "-12,5", "-12,5");
+        row("two commas", "-1,2,3", "'-1,2,3");
+        row("sign alone", "-", "'-");
+        row("apostrophe", "'x", "''x");
+        row("separator and quotes", "a;\"b\"", "\"a;\"\"b\"\"\"");
+        row("line end", "a\nb", "\"a\nb\"");
+        row("blank in front", "  12a", "\"  12a\"");
+        row("blank behind", "a ", "\"a \"");
+        row("empty", "", "");
+    }
+    void Cells() {
+        QFETCH(QString, text);
+        QFETCH(QString, cell);
+        QCOMPARE(QString::fromUtf8(sys::CsvCell(text)), cell);
+        QCOMPARE(sys::FromHarmless(sys::Harmless(text)), text);
+    }
+
+    void Numbers() {
+        QCOMPARE(sys::CsvNumber(2), u"2"_s);
+        QCOMPARE(sys::CsvNumber(-0.1), u"-0,1"_s);
+        QCOMPARE(sys::CsvNumber(1e21), u"1000000000000000000000"_s);
+        QCOMPARE(sys::CsvNumber(20.100000381469727), u"20,100000381469727"_s);
+    }
+
+    void WritesWhatItReads() {
+        sys::CsvWriter writer(path_);
+        QStringList expected;
+        for (int i = 1; i <= 20000; ++i) {
+            writer.Row({QString::number(i), u"=ação; \"%1\""_s.arg(i)});
+            expected += u"%1: %1|'=ação; \"%1\""_s.arg(i);
+        }
+        writer.Close();
+        const QByteArray bytes = sys::ReadBytes(path_);
+        QVERIFY(
+            bytes.startsWith("\xEF\xBB\xBF"
+                             "1;\"'=a\xC3\xA7\xC3\xA3o; \"\"1\"\"\"\r\n2;"));
+        QVERIFY(bytes.endsWith("\r\n"));
+        QCOMPARE(Rows(bytes), expected);
+    }
+};
+
+TARVO_TEST(TestCsv);
+#include "test_csv.moc"
