@@ -10,7 +10,7 @@ import shutil
 import subprocess
 import tempfile
 
-SERVER = os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "update-server")
+SERVER = os.path.join(os.path.dirname(os.path.abspath(__file__)), "update-server")
 VERSION = "Versao.txt"
 DOWNLOAD_SECONDS = 6  # long enough to be seen
 

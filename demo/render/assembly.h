@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../vocabulary.h"
+#include "componentkind.h"
 #include "material.h"
 #include "mesh.h"
 
@@ -10,8 +10,6 @@
 #include <vector>
 
 namespace render {
-
-using demo::ComponentKind;
 
 struct Piece {
     Mesh mesh;

@@ -1,9 +1,9 @@
 #include "exploded.h"
 
 #include "components.h"
-#include "families.h"
-#include "layout.h"
+#include "composition.h"
 #include "linework.h"
+#include "models.h"
 #include "raster.h"
 
 #include <QPainter>
