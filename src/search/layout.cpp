@@ -102,6 +102,7 @@ void frmPesquisa::CriarPainelPecas() {
     cboTipo = new forms::ComboList(u"cboTipo"_s, u"Tipo"_s, painel);
 
     dtcPesquisa1 = new forms::DataSource(u"dtcPesquisa1"_s, this);
+    dtcPesquisa1->SetAccents(dao::Accents::AsTyped);
     grdPesquisa1 = new forms::BoundGrid(u"grdPesquisa1"_s, u"Resultado da pesquisa"_s, painel);
     grdPesquisa1->AddColumn(u"NumeroTarvo"_s, 123);
     grdPesquisa1->AddColumn(u"Descricao"_s, 273);
@@ -117,6 +118,7 @@ void frmPesquisa::CriarPainelVeiculos() {
     cboFabricante = new forms::ComboList(u"cboFabricante"_s, u"Fabricante"_s, painel);
 
     dtcPesquisa2 = new forms::DataSource(u"dtcPesquisa2"_s, this);
+    dtcPesquisa2->SetAccents(dao::Accents::AsTyped);
     grdPesquisa2 = new forms::BoundGrid(u"grdPesquisa2"_s, u"Veículos encontrados"_s, painel);
     grdPesquisa2->AddColumn(u"Veiculo"_s, 437);
     grdPesquisa2->AddColumn(u"Fabricante"_s, 250);

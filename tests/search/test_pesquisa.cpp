@@ -115,6 +115,18 @@ private Q_SLOTS:
                                             "12002", "A3402", "K5602"));
     }
 
+    // A letter without accent stands for all its forms, one with an accent for itself.
+    void accentsNeedNotBeTyped() {
+        Digitar(Busca, "txtDescricao", "*valvula rele");
+        QCOMPARE(Pecas("Descricao"), List("Válvula relé", "Válvula relé", "Válvula relé"));
+        Digitar(Busca, "txtDescricao", "valvulà");
+        QCOMPARE(Pecas("Descricao"), List());
+        gDB->Execute(u"UPDATE VEICULO SET DescricaoVeiculo = 'Ônibus' WHERE DescricaoVeiculo = "
+                     "'Cavalo 2040'"_s);
+        Digitar(Busca, "txtVeiculo", "onibus");
+        QCOMPARE(Veiculos("Veiculo"), List("Ônibus"));
+    }
+
     void choosingAMakerPutsItInForceBeforeTheSearch() {
         Escolher(Busca, "cboNumeroClienteConcorrente", "Nº Bravil");
         QCOMPARE(ClienteEmVigor(), u"7"_s);

@@ -112,13 +112,13 @@ QStringList MemoryDatabase::RunNative(const QByteArray& sql, bool names) const {
     return rows;
 }
 
-sql::Translation MemoryDatabase::Translate(const QString& text) const {
+sql::Translation MemoryDatabase::Translate(const QString& text, sql::Accents accents) const {
     using namespace sql;
-    return WriteStatement(Parser::ParseStatement(text.toUtf8()), Schema());
+    return WriteStatement(Parser::ParseStatement(text.toUtf8()), Schema(), accents);
 }
 
-QStringList MemoryDatabase::Run(const AnyText& text, bool names) const {
-    const sql::Translation translation = Translate(text);
+QStringList MemoryDatabase::Run(const AnyText& text, bool names, sql::Accents accents) const {
+    const sql::Translation translation = Translate(text, accents);
     QStringList rows;
     RunNative("SAVEPOINT whole");
     try {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/sql/dialect.h"
+#include "platform/sql/likepattern.h"
 #include "support/test.h"
 
 struct sqlite3;
@@ -22,10 +23,12 @@ public:
     QStringList RunNative(const QByteArray& sql, bool names = false) const;
 
     // A text of the dialect without a plan.
-    sql::Translation Translate(const QString& text) const;
+    sql::Translation Translate(const QString& text,
+                               sql::Accents accents = sql::Accents::Minded) const;
 
     // A text of the dialect; the rows of all its statements. A failure undoes all of them.
-    QStringList Run(const AnyText& text, bool names = false) const;
+    QStringList Run(const AnyText& text, bool names = false,
+                    sql::Accents accents = sql::Accents::Minded) const;
 
     void MakeCatalogue() const;
 

@@ -127,6 +127,30 @@ private Q_SLOTS:
         }
     }
 
+    void TakesAccentsAsTyped_data() {
+        const Table<QString, QStringList, QStringList> row("pattern", "yes", "no");
+        row("beginning", "valv*", {"Válvula", "VALVULA", "vâlv"}, {"val", "xvalv"});
+        row("inside", "*rele*", {"o Relé", "RELÊ", "Rele 5"}, {"rel", "réi"});
+        row("accent minds itself", "*relé", {"RELÉ", "rÉLÉ"}, {"rele", "relê"});
+        row("whole", "orgao", {"Órgão", "orgao"}, {"Órgão 2", "orga"});
+        row("list", "[ac]*", {"á", "Ç", "c"}, {"b"});
+        row("list with an accent", "[á]", {"Á"}, {"a", "à"});
+        row("range", "[a-c]o", {"ço", "ão"}, {"do"});
+        row("list not", "[!a]", {"b", "é"}, {"a", "ã"});
+        row("ordinals and raised digits", "1o m2", {"1º m²", "1o m2"}, {"1a m2"});
+        row("other alphabets and signs", "*д-", {"Д-"}, {"Д+"});
+    }
+    void TakesAccentsAsTyped() {
+        QFETCH(QString, pattern);
+        QFETCH(QStringList, yes);
+        QFETCH(QStringList, no);
+        const sql::Pattern ready(pattern, sql::Accents::AsTyped);
+        for (const QString& text : yes + no) {
+            QVERIFY2(ready.Matches(text) == yes.contains(text), qPrintable(text));
+            QVERIFY2(ready.MatchesUtf8(text.toStdString()) == yes.contains(text), qPrintable(text));
+        }
+    }
+
     void RefusesBadPatterns_data() {
         const Table<QString> row("pattern");
         row("open", "abc[de");
@@ -141,6 +165,14 @@ private Q_SLOTS:
         } catch (const Erro& erro) {
             QCOMPARE(erro.Number(), static_cast<int>(sql::Failure::BadPattern));
         }
+    }
+
+    void RefusesWhatWouldTakeTooLong() {
+        const std::string text(10'000'000, 'a');
+        const QString beginning(5000, u'a');
+        QCOMPARE(ErrorOf([&] { sql::Pattern(u'*' + beginning + u'b').MatchesUtf8(text); }),
+                 static_cast<int>(sql::Failure::BadPattern));
+        QVERIFY(sql::Pattern(u"*a*b*"_s).MatchesUtf8(text + 'b'));
     }
 
     // Would take longer than the test may run if runs were tried in all their combinations.

@@ -126,7 +126,8 @@ private Q_SLOTS:
         QFETCH(QString, order);
         for (int round = 0; round < 50; ++round) {
             const QString text = RandomSearch(order);
-            const QStringList plain = db_->Run(text, true);
+            accents_ = round % 2 ? sql::Accents::AsTyped : sql::Accents::Minded;
+            const QStringList plain = db_->Run(text, true, accents_);
             for (const Pulse pulse : {Pulse::Never, Pulse::Sometimes, Pulse::Always}) {
                 g_pulse = pulse;
                 const QStringList planned = RunPlan(text);
@@ -192,6 +193,33 @@ private Q_SLOTS:
                  qPrintable(steps));
     }
 
+    // The range that the index is asked for holds all that the pattern can match.
+    void FindsEveryAccentOfABeginning_data() {
+        const Table<QString> row("pattern");
+        row("none typed", "peca*");
+        row("typed", "êix*");
+        row("whole", "peca 3");
+    }
+    void FindsEveryAccentOfABeginning() {
+        QFETCH(QString, pattern);
+        const QString text =
+            u"SELECT DescricaoPeca AS d, CodigoPeca AS c FROM PECA WHERE DescricaoPeca LIKE '%1' "
+            "ORDER BY 1"_s.arg(pattern);
+        const sql::Pattern typed(pattern, sql::Accents::AsTyped);
+        QStringList expected;
+        for (const QString& row : db_->RunNative("SELECT DescricaoPeca, CodigoPeca FROM PECA")) {
+            if (typed.Matches(row.section(u'|', 0, 0))) {
+                expected.append(row);
+            }
+        }
+        accents_ = sql::Accents::AsTyped;
+        QStringList rows = RunPlan(text).mid(1);
+        rows.sort();
+        expected.sort();
+        QVERIFY(!rows.isEmpty());
+        QCOMPARE(rows, expected);
+    }
+
     void LeavesOtherShapesAlone_data() {
         const Table<QString> row("text");
         for (const QString& text :
@@ -228,7 +256,7 @@ private:
         const auto count = [this](const QByteArray& sql) {
             return g_random.bounded(2) == 0 ? qint64(sql::CountLimit + 1) : Counter()(sql);
         };
-        const auto plan = sql::PlanQuery(text, db_->Schema(), count);
+        const auto plan = sql::PlanQuery(text, db_->Schema(), count, accents_);
         QStringList rows;
         for (const QByteArray& statement : plan.statements) {
             const QStringList part = db_->RunNative(statement, true);
@@ -248,6 +276,7 @@ private:
     }
 
     std::unique_ptr<MemoryDatabase> db_;
+    sql::Accents accents_ = sql::Accents::Minded;
 };
 
 TARVO_TEST(TestPlan);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/sql/likepattern.h"
+
 #include <QObject>
 #include <QString>
 #include <QVariant>
@@ -27,6 +29,8 @@ enum RecordsetType : int {
     dbOpenSnapshot = 4,     // lazily filled, searched and counted
     dbOpenForwardOnly = 8,  // read once from top to bottom; only MoveNext moves
 };
+
+using sql::Accents;
 
 // Identifies a row of one recordset; rows of two recordsets never compare equal.
 struct Bookmark {
@@ -109,9 +113,11 @@ Q_SIGNALS:
 
 private:
     friend std::unique_ptr<Recordset> OpenRecordset(const std::shared_ptr<Connection>& connection,
-                                                    const QString& sql, RecordsetType type);
+                                                    const QString& sql, RecordsetType type,
+                                                    Accents accents);
     friend class Field;
-    Recordset(std::shared_ptr<Connection> connection, const QString& sql, RecordsetType type);
+    Recordset(std::shared_ptr<Connection> connection, const QString& sql, RecordsetType type,
+              Accents accents);
     void MoveTo(qint64 row);
     void Announce();
 
@@ -122,7 +128,8 @@ private:
 
 // For a data source, which has a connection and no database object of its own.
 std::unique_ptr<Recordset> OpenRecordset(const std::shared_ptr<Connection>& connection,
-                                         const QString& sql, RecordsetType type);
+                                         const QString& sql, RecordsetType type,
+                                         Accents accents = Accents::Minded);
 
 class Database {
 public:

@@ -82,8 +82,8 @@ Database::~Database() {
 }
 
 std::unique_ptr<Recordset> OpenRecordset(const std::shared_ptr<Connection>& connection,
-                                         const QString& sql, RecordsetType type) {
-    return std::unique_ptr<Recordset>(new Recordset(connection, sql, type));
+                                         const QString& sql, RecordsetType type, Accents accents) {
+    return std::unique_ptr<Recordset>(new Recordset(connection, sql, type, accents));
 }
 
 std::unique_ptr<Recordset> Database::OpenRecordset(const QString& sql, RecordsetType type) {

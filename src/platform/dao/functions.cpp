@@ -107,6 +107,7 @@ void DeletePattern(void* pattern) {
 }
 
 // The pattern is made ready once for a statement.
+template <sql::Accents Accents>
 void CallLike(sqlite3_context* context, int, sqlite3_value** values) {
     if (sqlite3_value_type(values[0]) == SQLITE_NULL ||
         sqlite3_value_type(values[1]) == SQLITE_NULL) {
@@ -117,7 +118,7 @@ void CallLike(sqlite3_context* context, int, sqlite3_value** values) {
         const auto* pattern = static_cast<const sql::Pattern*>(sqlite3_get_auxdata(context, 1));
         std::unique_ptr<sql::Pattern> made;
         if (!pattern) {
-            made = std::make_unique<sql::Pattern>(TextOf(values[1]));
+            made = std::make_unique<sql::Pattern>(TextOf(values[1]), Accents);
             pattern = made.get();
         }
         bool matches = false;
@@ -220,7 +221,8 @@ void RegisterFunctions(sqlite3* handle) {
         void (*call)(sqlite3_context*, int, sqlite3_value**);
     };
     constexpr Plain Operations[] = {
-        {"dao_like", CallLike},
+        {"dao_like", CallLike<sql::Accents::Minded>},
+        {"dao_liketyped", CallLike<sql::Accents::AsTyped>},
         {"dao_concat", CallConcat},
         {"dao_add", CallOperation<sql::Add>},
         {"dao_idiv", CallOperation<sql::IntDivide>},

@@ -89,9 +89,9 @@ QVariant Field::Value() const {
     return d.store.Value(d.current - d.base, column_);
 }
 
-Recordset::Recordset(std::shared_ptr<Connection> connection, const QString& sql,
-                     RecordsetType type) {
-    const sql::Translation query = Prepare(*connection, sql);
+Recordset::Recordset(std::shared_ptr<Connection> connection, const QString& sql, RecordsetType type,
+                     Accents accents) {
+    const sql::Translation query = Prepare(*connection, sql, accents);
     if (query.kind != sql::Translation::Kind::Query) {
         Throw(Failure::InvalidOperation);
     }

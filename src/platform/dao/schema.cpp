@@ -156,7 +156,7 @@ void ForgetTables(const Connection& connection) {
     }
 }
 
-sql::Translation Prepare(Connection& connection, const QString& sql) {
+sql::Translation Prepare(Connection& connection, const QString& sql, sql::Accents accents) {
     if (!connection.IsOpen()) {
         Throw(Failure::ObjectInvalid);
     }
@@ -171,7 +171,7 @@ sql::Translation Prepare(Connection& connection, const QString& sql) {
     const auto count = [&connection](const QByteArray& query) {
         return connection.Value(query).toLongLong();
     };
-    sql::Translation translation = sql::PlanQuery(sql, schema, count);
+    sql::Translation translation = sql::PlanQuery(sql, schema, count, accents);
     const bool apart = std::any_of(
         CompanionTables.begin(), CompanionTables.end(), [&translation](const char* name) {
             return translation.tables.contains(QLatin1String(name), Qt::CaseInsensitive);

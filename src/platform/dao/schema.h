@@ -2,6 +2,7 @@
 
 #include "platform/dao/sqlite.h"
 #include "platform/sql/dialect.h"
+#include "platform/sql/likepattern.h"
 
 #include <QString>
 
@@ -9,7 +10,8 @@ namespace dao {
 
 // Translates a text of the dialect for a connection, and attaches the companion file when the text
 // names a table that is kept there.
-sql::Translation Prepare(Connection& connection, const QString& sql);
+sql::Translation Prepare(Connection& connection, const QString& sql,
+                         sql::Accents accents = sql::Accents::Minded);
 
 // A definition of this catalogue has changed: what its connections remember of its tables is void.
 void ForgetTables(const Connection& connection);

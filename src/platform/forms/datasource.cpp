@@ -40,7 +40,7 @@ void DataSource::Refresh() {
     if (!connection) {
         dao::Throw(dao::Failure::FileNotFound, databaseName_);
     }
-    auto fresh = dao::OpenRecordset(connection, recordSource_, dao::dbOpenDynaset);
+    auto fresh = dao::OpenRecordset(connection, recordSource_, dao::dbOpenDynaset, accents_);
     fresh->ReadUpTo(firstRows_, FirstSlice);
     std::swap(recordset_, fresh);
     if (fresh) {

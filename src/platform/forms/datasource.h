@@ -31,6 +31,9 @@ public:
     void SetRecordSource(const QString& sql);
     QString RecordSource() const { return recordSource_; }
 
+    // How LIKE in the text takes accents: what a person types is more forgiving.
+    void SetAccents(dao::Accents accents) { accents_ = accents; }
+
     // Throws the engine's errors; 3024 when the session has no database open on the path. After an
     // error the source still has the result that it had.
     void Refresh();
@@ -53,6 +56,7 @@ protected:
 private:
     QString databaseName_;
     QString recordSource_;
+    dao::Accents accents_ = dao::Accents::Minded;
     std::unique_ptr<dao::Recordset> recordset_;
     QBasicTimer idle_;
     bool yields_ = false;

@@ -7,6 +7,7 @@
 namespace sql {
 
 using letters::Weight;
+using namespace Qt::StringLiterals;
 
 std::string_view LiteralBeginning(std::string_view pattern) {
     return pattern.substr(0, std::min(pattern.find_first_of("*?#["), pattern.size()));
@@ -16,7 +17,7 @@ bool BoundsARange(std::string_view pattern) {
     return !LiteralBeginning(pattern).empty() && pattern.front() != '-';
 }
 
-Pattern::Pattern(QStringView pattern) {
+Pattern::Pattern(QStringView pattern, Accents accents) : accents_(accents) {
     elements_.reserve(static_cast<std::size_t>(pattern.size()));
     for (qsizetype at = 0; at < pattern.size(); ++at) {
         const QChar c = pattern.at(at);
@@ -37,8 +38,8 @@ Pattern::Pattern(QStringView pattern) {
             at = close;
         } else {
             const bool pair = c.isHighSurrogate() && at + 1 < pattern.size();
-            elements_.push_back(
-                {Kind::Character, letters::Utf16Cursor(pattern.sliced(at, pair ? 2 : 1)).Next()});
+            const Weight weight = letters::Utf16Cursor(pattern.sliced(at, pair ? 2 : 1)).Next();
+            elements_.push_back({Kind::Character, weight, Span(weight)});
             at += pair ? 1 : 0;
         }
     }
@@ -56,7 +57,7 @@ void Pattern::FindLiterals() {
         while (literal.length < Literal::Longest && i + literal.length < elements_.size() &&
                elements_[i + literal.length].kind == Kind::Character) {
             for (std::size_t byte = 0; byte < 0x80; ++byte) {
-                if (letters::Table[byte] == elements_[i + literal.length].weight) {
+                if (elements_[i + literal.length].IsCharacter(letters::Table[byte])) {
                     literal.places[byte] |= static_cast<unsigned char>(1U << literal.length);
                 }
             }
@@ -65,6 +66,15 @@ void Pattern::FindLiterals() {
         elements_[i].literal = literals_.size();
         literals_.push_back(literal);
     }
+}
+
+void Pattern::RefuseLength() const {
+    Throw(Failure::BadPattern, u"padrão longo demais para um texto tão longo"_s);
+}
+
+// Accents are the low part of a weight; a letter without one has zero there.
+Weight Pattern::Span(Weight character) const {
+    return accents_ == Accents::AsTyped && (character & 0xFF) == 0 ? 0xFF : 0;
 }
 
 void Pattern::AppendList(QStringView list) {
@@ -89,7 +99,7 @@ void Pattern::AppendList(QStringView list) {
         if (last < first) {
             Throw(Failure::BadPattern, list.toString());
         }
-        element.ranges.emplace_back(first, last);
+        element.ranges.emplace_back(first, last + Span(last));
         i += range ? 2 : 0;
     }
     elements_.push_back(std::move(element));
@@ -98,7 +108,7 @@ void Pattern::AppendList(QStringView list) {
 bool Pattern::Element::Takes(Weight character) const {
     switch (kind) {
         case Kind::Character:
-            return character == weight;
+            return IsCharacter(character);
         case Kind::AnyOne:
             return true;
         case Kind::Digit:
@@ -134,7 +144,7 @@ bool Pattern::SkipTo(const Element& element, letters::Utf8Cursor& text) const {
         const bool second = last == 0 || (literal.places[text.Byte(1)] & 2) != 0;
         if (second && (literal.places[text.Byte(0)] & 1) != 0) {
             letters::Utf8Cursor next = text;
-            if (next.Next() == element.weight) {
+            if (element.IsCharacter(next.Next())) {
                 return true;
             }
         }
@@ -149,7 +159,7 @@ bool Pattern::SkipTo(const Element& element, letters::Utf16Cursor& text) {
     }
     while (!text.AtEnd()) {
         const letters::Utf16Cursor here = text;
-        if (text.Next() == element.weight) {
+        if (element.IsCharacter(text.Next())) {
             text = here;
             return true;
         }

@@ -11,6 +11,13 @@
 
 namespace sql {
 
+// How a pattern takes the accents of a text.
+enum class Accents {
+    Minded,   // equal, as everywhere in the dialect
+    AsTyped,  // for what people type: a letter without accent stands for all its accented forms,
+              // one with an accent for itself alone
+};
+
 // What of a pattern, as UTF-8, is literal: its beginning, up to the first wildcard.
 std::string_view LiteralBeginning(std::string_view pattern);
 
@@ -19,24 +26,35 @@ std::string_view LiteralBeginning(std::string_view pattern);
 bool BoundsARange(std::string_view pattern);
 
 // A LIKE pattern made ready: * any run, ? one character, # one digit, [list] and [!list] with
-// ranges; in a list the other wildcards stand for themselves. Case never counts, accents do.
-// Matching takes at most length of text times length of pattern steps.
+// ranges; in a list the other wildcards stand for themselves. Case never counts; how accents do,
+// `accents` says. Matching takes at most length of text times length of pattern steps.
 class Pattern {
 public:
     // Throws Erro 3093 for a bracket left open and for a range that runs backwards.
-    explicit Pattern(QStringView pattern);
+    explicit Pattern(QStringView pattern, Accents accents = Accents::Minded);
 
-    bool Matches(QStringView text) const { return Match(letters::Utf16Cursor(text)); }
-    bool MatchesUtf8(std::string_view text) const { return Match(letters::Utf8Cursor(text)); }
+    // Both throw Erro 3093 where text and pattern are so long that nobody would wait for the
+    // answer.
+    bool Matches(QStringView text) const {
+        CheckLength(static_cast<std::size_t>(text.size()));
+        return Match(letters::Utf16Cursor(text));
+    }
+    bool MatchesUtf8(std::string_view text) const {
+        CheckLength(text.size());
+        return Match(letters::Utf8Cursor(text));
+    }
 
 private:
     enum class Kind { Character, AnyRun, AnyOne, Digit, List, ListNot };
     static constexpr auto None = static_cast<std::size_t>(-1);
+    static constexpr std::size_t MostSteps = 200'000'000;  // well under a second
     struct Element {
         Kind kind;
         letters::Weight weight = 0;
+        letters::Weight span = 0;  // a character may weigh that much more: any accent
         std::vector<std::pair<letters::Weight, letters::Weight>> ranges = {};
         std::size_t literal = None;  // in literals_, of the first character behind a run
+        bool IsCharacter(letters::Weight character) const { return character - weight <= span; }
         bool Takes(letters::Weight character) const;
     };
 
@@ -48,13 +66,21 @@ private:
         std::array<unsigned char, 256> places{};
     };
 
+    void CheckLength(std::size_t text) const {
+        if (text > MostSteps / (elements_.size() + 1)) {
+            RefuseLength();
+        }
+    }
+    [[noreturn]] void RefuseLength() const;
     void AppendList(QStringView list);
+    letters::Weight Span(letters::Weight character) const;
     void FindLiterals();
     bool SkipTo(const Element& element, letters::Utf8Cursor& text) const;
     static bool SkipTo(const Element& element, letters::Utf16Cursor& text);
     template <typename Cursor>
     bool Match(Cursor text) const;
 
+    Accents accents_;
     std::vector<Element> elements_;
     std::vector<Literal> literals_;
 };

@@ -30,7 +30,8 @@ struct Step {
 
 class Planner {
 public:
-    Planner(const Schema& schema, const Count& count) : schema_(schema), count_(count) {}
+    Planner(const Schema& schema, const Count& count, Accents accents)
+        : schema_(schema), count_(count), accents_(accents) {}
 
     // False when the query has not the shape.
     bool Plan(const Query& query);
@@ -57,6 +58,7 @@ private:
 
     const Schema& schema_;
     const Count& count_;
+    Accents accents_;
     std::vector<Arm> arms_;
     Translation translation_;
 };
@@ -168,7 +170,7 @@ bool Planner::PlanByJoined(const std::vector<const Arm*>& arms, const Ordinals& 
 }
 
 bool Planner::IsFew(const Arm& arm, const Term& term) {
-    Writer writer(schema_);
+    Writer writer(schema_, accents_);
     writer.Raw("SELECT count(*) FROM (SELECT 1 FROM ");
     writer.WriteSource(term.joined ? *arm.joined : *arm.table);
     writer.Raw(" WHERE ");
@@ -221,7 +223,7 @@ Step Planner::StepLonely(const Arm& arm) {
 }
 
 void Planner::Write(const std::vector<Step>& steps, const Ordinals& order) {
-    Writer writer(schema_);
+    Writer writer(schema_, accents_);
     for (std::size_t i = 0; i < steps.size(); ++i) {
         writer.Raw(i ? " UNION ALL " : "");
         WriteStep(writer, steps[i], order.empty() ? 0 : order.front());
@@ -338,15 +340,16 @@ void Planner::WriteStrict(Writer& writer, const Step& step) {
 
 }  // namespace
 
-Translation PlanQuery(const QString& text, const Schema& schema, const Count& count) {
+Translation PlanQuery(const QString& text, const Schema& schema, const Count& count,
+                      Accents accents) {
     const Statement statement = Parser::ParseStatement(text.toUtf8());
     if (const auto* query = std::get_if<QueryPtr>(&statement.body)) {
-        Planner planner(schema, count);
+        Planner planner(schema, count, accents);
         if (planner.Plan(**query)) {
             return planner.Take();
         }
     }
-    return WriteStatement(statement, schema);
+    return WriteStatement(statement, schema, accents);
 }
 
 }  // namespace sql

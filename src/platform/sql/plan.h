@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/sql/dialect.h"
+#include "platform/sql/likepattern.h"
 
 #include <QByteArray>
 #include <QString>
@@ -25,8 +26,10 @@ inline constexpr int CountLimit = 1000;
 // With Translation::flagColumn the statements call dao_pulse(), which is 1 when the reader's time
 // is up: then a row that is none comes through, and the reader gets to look up.
 //
-// Throws Erro: 3075 syntax, 3129 no statement, 3085 unknown function, 3093 bad pattern, 3000 for
-// what cannot be carried over. Unknown tables and columns are left to the engine.
-Translation PlanQuery(const QString& text, const Schema& schema, const Count& count);
+// `accents` is for LIKE in a query. Throws Erro: 3075 syntax, 3129 no statement, 3085 unknown
+// function, 3093 bad pattern, 3000 for what cannot be carried over. Unknown tables and columns are
+// left to the engine.
+Translation PlanQuery(const QString& text, const Schema& schema, const Count& count,
+                      Accents accents = Accents::Minded);
 
 }  // namespace sql

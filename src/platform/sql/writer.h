@@ -2,6 +2,7 @@
 
 #include "platform/sql/dialect.h"
 #include "platform/sql/functiontable.h"
+#include "platform/sql/likepattern.h"
 #include "platform/sql/token.h"
 #include "platform/sql/tree.h"
 
@@ -23,7 +24,8 @@ Type TypeOf(const Expr& expr);
 // what cannot be written.
 class Writer {
 public:
-    explicit Writer(const Schema& schema) : schema_(schema) {}
+    explicit Writer(const Schema& schema, Accents accents = Accents::Minded)
+        : schema_(schema), accents_(accents) {}
 
     QByteArray Take() { return std::exchange(out_, {}); }
     const QStringList& Tables() const { return tables_; }
@@ -64,6 +66,7 @@ private:
     void Comparison(const Expr& expr, std::string_view sign);
     void Truth(const Expr& expr);
     void Like(const Expr& expr, bool met);
+    void LikeTest(const Expr& expr);
     void LikePrefix(const Expr& column, std::string_view pattern);
     void In(const Expr& expr);
     void Between(const Expr& expr);
@@ -79,12 +82,14 @@ private:
     const Expr& OrderKey(const Select& select, const OrderTerm& term) const;
 
     const Schema& schema_;
+    Accents accents_;
     QByteArray out_;
     QStringList tables_;
 };
 
 // Writes any statement; in writer_change.cpp and writer_definition.cpp.
-Translation WriteStatement(const Statement& statement, const Schema& schema);
+Translation WriteStatement(const Statement& statement, const Schema& schema,
+                           Accents accents = Accents::Minded);
 void WriteDefinition(const Statement& statement, const Schema& schema, Translation& translation);
 
 }  // namespace sql

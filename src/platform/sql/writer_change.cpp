@@ -289,7 +289,7 @@ void ChangeWriter::WriteInto(const Query& query) {
 
 }  // namespace
 
-Translation WriteStatement(const Statement& statement, const Schema& schema) {
+Translation WriteStatement(const Statement& statement, const Schema& schema, Accents accents) {
     Translation translation;
     translation.kind = Translation::Kind::Change;
     ChangeWriter changes(schema, translation);
@@ -299,7 +299,7 @@ Translation WriteStatement(const Statement& statement, const Schema& schema) {
             changes.WriteInto(**query);
             return translation;
         }
-        Writer writer(schema);
+        Writer writer(schema, accents);
         writer.WriteQuery(**query, Writer::Names::Fixed);
         translation.kind = Translation::Kind::Query;
         translation.statements.append(writer.Take());

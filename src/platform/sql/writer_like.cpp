@@ -20,14 +20,20 @@ void Writer::Like(const Expr& expr, bool met) {
             // The range lets the column's index be used, the pattern decides.
             LikePrefix(value, pattern.text);
             Raw(" AND ");
-            FunctionOf("dao_like", expr);
+            LikeTest(expr);
             return;
         }
     }
     Raw(expr.negated ? "NOT " : "");
-    FunctionOf("dao_like", expr);
+    LikeTest(expr);
 }
 
+void Writer::LikeTest(const Expr& expr) {
+    FunctionOf(accents_ == Accents::AsTyped ? "dao_liketyped" : "dao_like", expr);
+}
+
+// The order puts base letters first, accents after them: what begins so in any accents is one
+// range, and the accents typed are its lower end.
 void Writer::LikePrefix(const Expr& column, std::string_view pattern) {
     const std::string begin(LiteralBeginning(pattern));
     Value(column);
@@ -36,7 +42,7 @@ void Writer::LikePrefix(const Expr& column, std::string_view pattern) {
     Raw(collation::Clause);
     Raw(" AND ");
     Value(column);
-    const bool whole = begin.size() == pattern.size();
+    const bool whole = begin.size() == pattern.size() && accents_ == Accents::Minded;
     Raw(whole ? " <= " : " < ");
     Text(whole ? begin : begin + std::string(collation::Last));
     Raw(collation::Clause);
@@ -53,7 +59,7 @@ void Writer::Range(const Expr& term) {
 void Writer::Test(const Expr& term) {
     if (term.kind == Expr::Kind::Like) {
         const Pattern refusesBadOnes(ToQString(term.args[1]->text));
-        FunctionOf("dao_like", term);
+        LikeTest(term);
     } else {
         Logical(term, true);
     }
