@@ -182,7 +182,7 @@ void RegisterAll(Stage& stage) {
 // tarvo-bench-figure [options of the benchmark library]; makes its own catalogue.
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
-    bench::WatchfulApplication application(argc, argv);
+    bench::WatchfulApplication application(argc, argv, TituloCatalogo);
     try {
         Stage stage(application);
         RegisterAll(stage);

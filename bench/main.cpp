@@ -1,6 +1,7 @@
 #include "capi.h"
 #include "platform/erro.h"
 #include "screen.h"
+#include "session/global.h"
 
 #include <cstdio>
 #include <exception>
@@ -29,7 +30,7 @@ void RegisterAll(bench::Screen& screen, bench::BareApi& api) {
 // tarvo-bench <data folder> [options of the benchmark library]
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
-    bench::WatchfulApplication application(argc, argv);
+    bench::WatchfulApplication application(argc, argv, TituloCatalogo);
     if (argc != 2) {
         std::fputs("usage: tarvo-bench <data folder> [--benchmark_...]\n", stderr);
         return 2;

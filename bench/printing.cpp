@@ -109,7 +109,7 @@ Measured Print(const QString& ticks, const QString& file) {
 // tarvo-bench-printing [options of the benchmark library]
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
-    forms::Application application(argc, argv);
+    forms::Application application(argc, argv, TituloCatalogo);
     try {
         const QTemporaryDir folder;
         gCaminho = folder.path() + u'\\';

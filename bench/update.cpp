@@ -30,7 +30,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr int Block = 500;                   // lines between two turns
+constexpr int Block = 500;  // lines between two turns
 constexpr qint64 Megabytes = 200;
 constexpr int Downloads = 5;
 
@@ -69,8 +69,8 @@ public:
     }
 
     void Run(int line) {
-        form_.ExecutarComandoAtualizacao(
-            *database_, u"%1<<;>>K%1<<;>>Anel de vedação %1"_s.arg(line));
+        form_.ExecutarComandoAtualizacao(*database_,
+                                         u"%1<<;>>K%1<<;>>Anel de vedação %1"_s.arg(line));
         bar_->Tag = QString::number(line);
         form_.AtualizarProgressBar(4);
         forms::DoEventsInTime();
@@ -86,14 +86,15 @@ private:
 class BareStatements {
 public:
     explicit BareStatements(const QString& folder)
-        : connection_(NewCatalogue(folder, u"bare"_s) + "/Tarvo.mdb"_L1,
-                      SenhaBancoDados().toUtf8(), dao::Connection::Mode::ReadWrite) {}
+        : connection_(NewCatalogue(folder, u"bare"_s) + "/Tarvo.mdb"_L1, SenhaBancoDados().toUtf8(),
+                      dao::Connection::Mode::ReadWrite) {}
 
     void Run(int line) {
         const QByteArray number = QByteArray::number(line);
-        const QByteArray sql = "INSERT INTO COMPONENTE (CodigoComponente, NumeroTarvoComponente, "
-                               "DescricaoComponente) VALUES (" + number + ", 'K" + number +
-                               "', 'Anel de vedação " + number + "')";
+        const QByteArray sql =
+            "INSERT INTO COMPONENTE (CodigoComponente, NumeroTarvoComponente, "
+            "DescricaoComponente) VALUES (" +
+            number + ", 'K" + number + "', 'Anel de vedação " + number + "')";
         if (sqlite3_exec(connection_.Handle(), sql.constData(), nullptr, nullptr, nullptr) !=
             SQLITE_OK) {
             throw std::runtime_error(sqlite3_errmsg(connection_.Handle()));
@@ -143,8 +144,12 @@ public:
             large.close();
         }
         QFile configuration(folder + "/lighttpd.conf"_L1);
-        Write(configuration, (u"server.document-root = \"%1\"\nserver.bind = \"127.0.0.1\"\n"
-                              "server.port = %2\n"_s.arg(root).arg(Port)).toUtf8(), 1);
+        Write(configuration,
+              (u"server.document-root = \"%1\"\nserver.bind = \"127.0.0.1\"\n"
+               "server.port = %2\n"_s.arg(root)
+                   .arg(Port))
+                  .toUtf8(),
+              1);
         configuration.close();
         process_.start(u"/usr/sbin/lighttpd"_s, {u"-D"_s, u"-f"_s, configuration.fileName()});
         process_.waitForStarted();
@@ -208,7 +213,7 @@ void MeasureDownload(benchmark::State& state, const QString& folder) {
 
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
-    const forms::Application application(argc, argv);
+    const forms::Application application(argc, argv, TituloCatalogo);
     if (argc != 2) {
         std::fputs("usage: tarvo-bench-update <folder> [--benchmark_...]\n", stderr);
         return 2;

@@ -99,8 +99,8 @@ public:
     }
 
     Measured OpenList() {
-        auto& button = Find<forms::ClickZone>(Loaded<frmResultadoPesquisa>(),
-                                              u"imgListaComponentesFundo"_s);
+        auto& button =
+            Find<forms::ClickZone>(Loaded<frmResultadoPesquisa>(), u"imgListaComponentesFundo"_s);
         return Timed({u"grdListaPecas"_s}, [&] { Click(button); });
     }
 
@@ -173,9 +173,8 @@ void RegisterPart(Walk& walk, const QString& items, const QString& number) {
     };
     Register(u"key in the item box, %1 items"_s.arg(items),
              [seek] { return seek(u"txtItem"_s, u"1"_s, u"17"_s); });
-    Register(u"key in the description box, %1 items"_s.arg(items), [seek] {
-        return seek(u"txtDescricaoComponente"_s, u"A"_s, u"V"_s);
-    });
+    Register(u"key in the description box, %1 items"_s.arg(items),
+             [seek] { return seek(u"txtDescricaoComponente"_s, u"A"_s, u"V"_s); });
 }
 
 void RegisterAll(Walk& walk) {
@@ -198,7 +197,7 @@ void RegisterAll(Walk& walk) {
 // catalogue.
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
-    bench::WatchfulApplication application(argc, argv);
+    bench::WatchfulApplication application(argc, argv, TituloCatalogo);
     if (argc != 2) {
         std::fputs("usage: tarvo-bench-views <data folder> [--benchmark_...]\n", stderr);
         return 2;

@@ -1,7 +1,7 @@
+#include "app/apresentacao.h"
 #include "look/tema.h"
 #include "platform/forms/application.h"
 #include "platform/system/usage.h"
-#include "session/apresentacao.h"
 #include "session/global.h"
 
 using namespace Qt::StringLiterals;
@@ -30,7 +30,7 @@ int main(int argc, char** argv) {
     if (sys::AnswerUsage(Argumentos(argc, argv), u"CatalogoTarvo"_s, Uso)) {
         return 0;
     }
-    forms::Application application(argc, argv);
+    forms::Application application(argc, argv, TituloCatalogo);
     AplicarTema();
     // Closed, but still there: a routine that let the failed event through goes on behind it, and
     // has to meet an error, not an empty reference.

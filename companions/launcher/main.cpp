@@ -66,8 +66,8 @@ int main(int argc, char** argv) {
     }
     sys::Print(stderr, *falha + u'\n');
     if (forms::HasScreen()) {
-        const forms::Application aplicacao(argc, argv);
-        forms::MsgBox(*falha, forms::vbCritical, forms::ProgramTitle());
+        const forms::Application aplicacao(argc, argv, TituloCatalogo);
+        forms::MsgBox(*falha, forms::vbCritical, TituloCatalogo);
     }
     return 1;
 }

@@ -3,8 +3,8 @@
 #include "platform/forms/application.h"
 #include "platform/system/process.h"
 #include "platform/system/usage.h"
+#include "session/arquivos.h"
 #include "session/global.h"
-#include "session/modulo.h"
 #include "verificacao.h"
 
 #include <QCoreApplication>
@@ -93,7 +93,7 @@ std::unique_ptr<QCoreApplication> NovaAplicacao(int& argc, char** argv, bool jan
     if (!janelas) {
         return std::make_unique<QCoreApplication>(argc, argv);
     }
-    auto aplicacao = std::make_unique<forms::Application>(argc, argv);
+    auto aplicacao = std::make_unique<forms::Application>(argc, argv, TituloCatalogo);
     AplicarTema();
     return aplicacao;
 }

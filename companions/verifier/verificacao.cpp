@@ -4,10 +4,10 @@
 #include "platform/convert.h"
 #include "platform/secret.h"
 #include "platform/system/paths.h"
+#include "session/arquivos.h"
 #include "session/banco.h"
-#include "session/configuracao.h"
 #include "session/global.h"
-#include "session/modulo.h"
+#include "settings/arquivo.h"
 #include "update/endereco.h"
 #include "update/internet.h"
 

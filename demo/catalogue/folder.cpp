@@ -45,7 +45,7 @@ void MakeCatalogue(const QString& path, const Order& order, const QString& figur
 
 // The page and the pictures that it shows.
 void MakeHelp(const QDir& folder) {
-    const QDir from(u":/demo/ajuda"_s);
+    const QDir from(u":/help/ajuda"_s);
     const QStringList names = from.entryList(QDir::Files);
     for (const QString& name : names) {
         const QString to =

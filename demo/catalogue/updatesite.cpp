@@ -9,7 +9,7 @@
 #include "render/models.h"
 #include "render/photo.h"
 #include "session/banco.h"
-#include "session/modulo.h"
+#include "session/numeros.h"
 #include "verificar/report.h"
 
 #include <QDir>

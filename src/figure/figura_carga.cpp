@@ -1,7 +1,7 @@
 // The picture of the figure and the numbers on it.
 
 #include "figure/figura_detalhada.h"
-#include "partviews/tabelas.h"
+#include "parts/tabelas.h"
 #include "platform/convert.h"
 #include "platform/forms/densepicture.h"
 #include "platform/forms/picturefile.h"

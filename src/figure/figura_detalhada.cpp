@@ -1,13 +1,10 @@
 #include "figure/figura_detalhada.h"
 
-#include "partviews/lista_pecas.h"
-#include "partviews/titulo.h"
-#include "platform/forms/application.h"
+#include "parts/titulo.h"
 #include "platform/forms/msgbox.h"
-#include "printing/impressao.h"
 #include "session/banco.h"
 #include "session/global.h"
-#include "session/modulo.h"
+#include "session/passagens.h"
 
 using namespace Qt::StringLiterals;
 
@@ -33,37 +30,22 @@ void frmFiguraDetalhada::Unloading() {
     mComponentes.reset();
 }
 
-frmListaPecas* frmFiguraDetalhada::MostrarLista() {
-    auto& lista = UnicaInstancia<frmListaPecas>();
-    const forms::StillLoaded esta(this);
-    const forms::StillLoaded aberta(&lista);
-    MostrarFormulario(lista);
-    if (esta) {
-        SetVisible(false);
-    }
-    return aberta ? &lista : nullptr;
-}
-
 void frmFiguraDetalhada::AbrirLista() {
     if (!PossuiListaComponentes(gCodigoPeca)) {
         forms::MsgBox(u"Essa Peça não possui Lista de Componentes."_s, forms::vbInformation,
                       TituloCatalogo);
         return;
     }
-    forms::SetMousePointer(forms::vbHourglass);
     Timer1.stop();
     for (const ItemPiscando& piscando : mItensPiscando) {
         piscando.item->SetNegrito(false);
         piscando.item->SetForeColor(Cor::Preto);
     }
-    MostrarLista();
-    forms::SetMousePointer(forms::vbDefault);
+    ::AbrirLista(*this);
 }
 
-// The dialog puts the pointer back. What blinks goes on behind it and after it.
+// What blinks goes on behind the dialog and after it.
 void frmFiguraDetalhada::Imprimir() {
-    forms::SetMousePointer(forms::vbHourglass);
     mIgnorarAtivacao = true;
-    ParametroFormulario = u"FD:1LC:0"_s;
-    UnicaInstancia<frmImpressao>().ShowModal();
+    AbrirImpressao(u"FD:1LC:0"_s);
 }

@@ -2,16 +2,14 @@
 
 #include "figure/item_figura.h"
 #include "look/tela.h"
-#include "partviews/volta.h"
 #include "platform/dao/dao.h"
+#include "session/passagens.h"
 
 #include <QTimer>
 
 #include <array>
 #include <memory>
 #include <vector>
-
-class frmListaPecas;
 
 // The exploded figure of the part in gCodigoPeca: one picture with a number on it for each row of
 // the figure. The mouse on a number shows its component and lights its relatives, a click goes to
@@ -68,8 +66,6 @@ private:
     void ApagarItens();
     void PintarRotulos(Cor cor);
 
-    // Null when the list was closed while it opened.
-    frmListaPecas* MostrarLista();
     void AbrirLista();
     void Imprimir();
 

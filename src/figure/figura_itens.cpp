@@ -1,22 +1,18 @@
 // The numbers of the figure: those that another screen has chosen, those under the mouse.
 
 #include "figure/figura_detalhada.h"
-#include "partviews/item.h"
-#include "partviews/lista_pecas.h"
+#include "parts/item.h"
 #include "platform/convert.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msgbox.h"
 #include "session/global.h"
+#include "session/passagens.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 const QString NaoSeAplica = u"NA"_s;
-
-QString CriterioDoItem(QString item) {
-    return u"ItemComponente = '"_s + item.replace(u"'"_s, u"''"_s) + u'\'';
-}
 
 QString EntradaDoJogo(const QString& codigo) {
     return u'.' + codigo + u',';
@@ -244,13 +240,9 @@ void frmFiguraDetalhada::AoClicarNoItem() {
                       TituloCatalogo);
         return;
     }
-    forms::SetMousePointer(forms::vbHourglass);
     if (mItemAtual >= 0) {
-        const QString criterio = CriterioDoItem(lblItem[size_t(mItemAtual)]->Caption());
+        const QString item = lblItem[size_t(mItemAtual)]->Caption();
         LimparItemAtual();
-        if (frmListaPecas* lista = MostrarLista()) {
-            lista->IrPara(criterio);
-        }
+        AbrirListaNoItem(*this, item);
     }
-    forms::SetMousePointer(forms::vbDefault);
 }

@@ -1,6 +1,7 @@
 #include "figure/figura_detalhada.h"
 #include "look/paleta.h"
 #include "platform/forms/font.h"
+#include "session/passagens.h"
 
 using namespace Qt::StringLiterals;
 

@@ -3,6 +3,7 @@
 #include "look/paleta.h"
 #include "platform/forms/artwork.h"
 #include "platform/forms/theme.h"
+#include "session/global.h"
 
 #include <QGuiApplication>
 #include <QIcon>
@@ -53,5 +54,5 @@ void AplicarTema() {
     forms::SetTheme(tema);
     QGuiApplication::setWindowIcon(Icone());
     // By this the desktop finds the menu entry that belongs to the windows.
-    QGuiApplication::setDesktopFileName(u"tarvo-catalogo"_s);
+    QGuiApplication::setDesktopFileName(NomeDoPrograma);
 }

@@ -1,7 +1,7 @@
 // The queries of the component list: its rows, its kit filter, and the kits of one item.
 
+#include "parts/tabelas.h"
 #include "partviews/lista_pecas.h"
-#include "partviews/tabelas.h"
 #include "platform/convert.h"
 #include "session/global.h"
 

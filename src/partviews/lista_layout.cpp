@@ -1,8 +1,7 @@
 #include "look/paleta.h"
-#include "partviews/item.h"
+#include "parts/consulta.h"
+#include "parts/item.h"
 #include "partviews/lista_pecas.h"
-#include "search/consulta.h"
-#include "session/modulo.h"
 
 using namespace Qt::StringLiterals;
 

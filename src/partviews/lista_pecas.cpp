@@ -1,17 +1,15 @@
 #include "partviews/lista_pecas.h"
 
-#include "figure/figura_detalhada.h"
-#include "partviews/clientes.h"
+#include "parts/clientes.h"
+#include "parts/item.h"
+#include "parts/titulo.h"
 #include "partviews/grade.h"
-#include "partviews/item.h"
-#include "partviews/titulo.h"
 #include "platform/convert.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msgbox.h"
-#include "printing/impressao.h"
 #include "session/banco.h"
 #include "session/global.h"
-#include "session/modulo.h"
+#include "session/passagens.h"
 
 using namespace Qt::StringLiterals;
 
@@ -64,11 +62,7 @@ void frmListaPecas::LigarEventos() {
     AoClicar(u"imgFiguraDetalhadaFundo"_s, [this] { AbrirFigura(); });
     AoClicar(u"imgResultadoPesquisaFundo"_s, [this] { VoltarAoResultado(*this); });
     AoClicar(u"imgPesquisaFundo"_s, [this] { VoltarAPesquisa(*this); });
-    AoClicar(u"imgImprimir"_s, [] {
-        ParametroFormulario = u"FD:0LC:1"_s;
-        forms::SetMousePointer(forms::vbHourglass);
-        UnicaInstancia<frmImpressao>().ShowModal();
-    });
+    AoClicar(u"imgImprimir"_s, [] { AbrirImpressao(u"FD:0LC:1"_s); });
 }
 
 // Entering a box sorts by its column and keeps the cursor on its item; each change of its text goes
@@ -127,16 +121,7 @@ void frmListaPecas::AbrirFigura() {
                       TituloCatalogo);
         return;
     }
-    forms::SetMousePointer(forms::vbHourglass);
-    if (!ListaVazia()) {
-        ParametroFormulario = SelecaoAtual();
-    }
-    const forms::StillLoaded aberta(this);
-    MostrarFormulario(UnicaInstancia<frmFiguraDetalhada>());
-    if (aberta) {
-        SetVisible(false);
-    }
-    forms::SetMousePointer(forms::vbDefault);
+    ::AbrirFigura(*this, ListaVazia() ? QString() : SelecaoAtual());
 }
 
 // The item under the cursor, and of its kits the one under the panel's cursor.
@@ -150,6 +135,6 @@ QString frmListaPecas::SelecaoAtual() const {
            CampoDeSelecao(u'J', convert::ToText(jogos->Fields(u"CodigoJogoReparo"_s).Value()));
 }
 
-void frmListaPecas::IrPara(const QString& criterio) {
-    dtcListaPecas->GetRecordset()->FindFirst(criterio);
+void frmListaPecas::IrPara(const QString& item) {
+    dtcListaPecas->GetRecordset()->FindFirst(CriterioDoItem(item));
 }

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "look/tela.h"
-#include "partviews/volta.h"
 #include "platform/forms/boundgrid.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/datasource.h"
+#include "session/passagens.h"
 
 #include <array>
 
@@ -19,8 +19,8 @@ public:
 
     frmListaPecas();
 
-    // Moves the cursor to the first row that meets the criterion; without one it stays.
-    void IrPara(const QString& criterio);
+    // Moves the cursor to the first row of an item, as stored; without one it stays.
+    void IrPara(const QString& item);
 
 protected:
     void Load() override;

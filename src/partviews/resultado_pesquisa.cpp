@@ -1,10 +1,8 @@
 #include "partviews/resultado_pesquisa.h"
 
-#include "figure/figura_detalhada.h"
-#include "partviews/clientes.h"
+#include "parts/clientes.h"
+#include "parts/item.h"
 #include "partviews/grade.h"
-#include "partviews/item.h"
-#include "partviews/lista_pecas.h"
 #include "platform/convert.h"
 #include "platform/erro.h"
 #include "platform/forms/application.h"
@@ -12,6 +10,7 @@
 #include "platform/forms/picturefile.h"
 #include "session/banco.h"
 #include "session/global.h"
+#include "session/passagens.h"
 
 using namespace Qt::StringLiterals;
 
@@ -254,27 +253,16 @@ void frmResultadoPesquisa::EntregarPeca() {
     gCodigoClienteConcorrente = cboNumeroClienteConcorrentePeca->SelectedItemData();
 }
 
-void frmResultadoPesquisa::Avancar(Form& proxima) {
-    forms::SetMousePointer(forms::vbHourglass);
-    const forms::StillLoaded aberta(this);
-    proxima.Show();
-    if (aberta) {
-        SetVisible(false);
-    }
-    forms::SetMousePointer(forms::vbDefault);
-}
-
 void frmResultadoPesquisa::AbrirLista() {
     if (PodeAvancar(PossuiListaComponentes, u"Essa Peça não possui Lista de Componentes."_s)) {
         EntregarPeca();
-        Avancar(UnicaInstancia<frmListaPecas>());
+        ::AbrirLista(*this);
     }
 }
 
 void frmResultadoPesquisa::AbrirFigura() {
     if (PodeAvancar(PossuiFiguraDetalhada, u"Essa Peça não possui Figura Detalhada."_s)) {
         EntregarPeca();
-        ParametroFormulario = mSelecao;
-        Avancar(UnicaInstancia<frmFiguraDetalhada>());
+        ::AbrirFigura(*this, mSelecao);
     }
 }

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "look/tela.h"
-#include "partviews/volta.h"
 #include "platform/forms/boundgrid.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/datasource.h"
+#include "session/passagens.h"
 
 // The parts behind the row that was chosen in a search, with the vehicles and the photo of the one
 // under the cursor. Takes its reference from ParametroFormulario at load.
@@ -36,8 +36,6 @@ private:
     bool PodeAvancar(bool (*possui)(qint32), const QString& recusa);
     // Part and customer for the next screen.
     void EntregarPeca();
-    // Shows the next screen and hides this one.
-    void Avancar(Form& proxima);
     void AbrirLista();
     void AbrirFigura();
 

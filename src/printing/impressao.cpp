@@ -6,8 +6,8 @@
 #include "platform/forms/font.h"
 #include "platform/forms/msgbox.h"
 #include "session/banco.h"
+#include "session/erros.h"
 #include "session/global.h"
-#include "session/modulo.h"
 
 #include <QScopedValueRollback>
 

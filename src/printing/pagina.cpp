@@ -1,6 +1,6 @@
 // What all pages share: the head, the lines of a table, the rule for the bottom of the page.
 
-#include "partviews/titulo.h"
+#include "parts/titulo.h"
 #include "platform/forms/application.h"
 #include "printing/impressao.h"
 #include "session/global.h"

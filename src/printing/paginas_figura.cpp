@@ -2,8 +2,8 @@
 #include "platform/forms/densepicture.h"
 #include "platform/forms/picturefile.h"
 #include "printing/impressao.h"
+#include "session/erros.h"
 #include "session/global.h"
-#include "session/modulo.h"
 
 #include <QFontMetricsF>
 

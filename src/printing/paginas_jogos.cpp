@@ -1,8 +1,8 @@
-#include "partviews/tabelas.h"
+#include "parts/tabelas.h"
 #include "platform/erro.h"
 #include "printing/impressao.h"
+#include "session/erros.h"
 #include "session/global.h"
-#include "session/modulo.h"
 
 using namespace Qt::StringLiterals;
 

@@ -3,18 +3,19 @@
 // again under the update lock, since another computer may have updated the shared catalogue
 // meanwhile, and then frmAtualizando does the work.
 
-#include "look/conheca_tarvo.h"
 #include "platform/convert.h"
 #include "platform/erro.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msgbox.h"
 #include "platform/system/clock.h"
-#include "printing/impressao.h"
 #include "search/pesquisa.h"
-#include "secrets/configuracoes.h"
+#include "session/arquivos.h"
 #include "session/banco.h"
+#include "session/datas.h"
+#include "session/erros.h"
+#include "session/formularios.h"
 #include "session/global.h"
-#include "session/modulo.h"
+#include "session/passagens.h"
 #include "update/atualizando.h"
 
 #include <chrono>
@@ -138,7 +139,7 @@ void frmPesquisa::IniciarVerificacao(bool Automatica) {
 void frmPesquisa::AoTiqueDoProcesso() {
     // The answer waits: a box has the user's attention, and a page that is being printed needs its
     // dialog, which an update would take away.
-    if (forms::IsBoxOpen() || frmImpressao::Imprimindo()) {
+    if (forms::IsBoxOpen() || ImpressaoEmAndamento()) {
         return;
     }
     const forms::StillLoaded aberta(this);
@@ -219,9 +220,7 @@ bool frmPesquisa::BloquearParaInstalar() {
 void frmPesquisa::Instalar(const Verificacao& verificacao) {
     const forms::StillLoaded aberta(this);
     forms::SetMousePointer(forms::vbHourglass);
-    Descarregar<frmImpressao>();
-    Descarregar<frmConhecaTarvo>();
-    Descarregar<frmConfiguracoes>();
+    FecharTelasSecundarias();
     forms::DoEvents();
     if (Form* ativa = Form::Active(); ativa && ativa->isMinimized()) {
         ativa->Show();

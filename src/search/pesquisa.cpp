@@ -1,32 +1,12 @@
 #include "search/pesquisa.h"
 
-#include "look/conheca_tarvo.h"
-#include "platform/erro.h"
 #include "platform/forms/application.h"
-#include "platform/forms/helpwindow.h"
-#include "platform/system/process.h"
-#include "secrets/configuracoes.h"
 #include "session/banco.h"
-#include "session/configuracao.h"
-#include "session/creditos.h"
 #include "session/global.h"
-#include "session/modulo.h"
+#include "session/passagens.h"
+#include "settings/arquivo.h"
 
 using namespace Qt::StringLiterals;
-
-const QString frmPesquisa::Recarregando = u"<RECARREGANDO>"_s;
-
-namespace {
-
-// The launcher waits for the end of the process whose identifier it is given, and starts the
-// catalogue again.
-void SairPeloLancador() {
-    sys::Start(
-        u'"' + CaminhoPrograma(true) + u"Tarvo.exe\" "_s + QString::number(sys::OwnProcessId()), 1);
-    sys::ExitNow(0);
-}
-
-}  // namespace
 
 frmPesquisa::frmPesquisa() : Tela(u"frmPesquisa"_s, Kind::Screen, QSize(800, 600), u"pesquisa"_s) {
     setWindowTitle(TituloCatalogo);
@@ -106,7 +86,7 @@ void frmPesquisa::Unloading() {
     if (ReiniciarPrograma) {
         SairPeloLancador();
     }
-    (new frmCreditos)->Show();
+    MostrarCreditos();
 }
 
 void frmPesquisa::LigarEventos() {
@@ -116,12 +96,9 @@ void frmPesquisa::LigarEventos() {
     AoClicar(u"imgPesquisa1"_s, [this] { MostrarPainel(0, txtNumeroTarvo); });
     AoClicar(u"imgPesquisa2"_s, [this] { MostrarPainel(1, txtVeiculo); });
     AoClicar(u"imgPesquisa3"_s, [this] { MostrarPainel(2, pctPesquisaFiguras); });
-    AoClicar(u"imgAjuda"_s, [this] { AbrirAjuda(); });
-    AoClicar(u"imgConhecaTarvo"_s, [] {
-        const forms::Busy ocupado;
-        (new frmConhecaTarvo)->ShowModal();
-    });
-    AoClicar(u"imgConfiguracoes"_s, [] { frmConfiguracoes::Abrir(); });
+    AoClicar(u"imgAjuda"_s, AbrirAjuda);
+    AoClicar(u"imgConhecaTarvo"_s, AbrirTour);
+    AoClicar(u"imgConfiguracoes"_s, AbrirConfiguracoes);
     AoClicar(u"imgSair"_s, [this] { Unload(); });
 
     QWidget* const focos[] = {txtNumeroTarvo, txtVeiculo, pctPesquisaFiguras};
@@ -174,15 +151,5 @@ void frmPesquisa::MostrarPainel(int indice, QWidget* foco) {
 void frmPesquisa::EsconderPaineis() {
     for (const size_t i : {0u, 2u, 1u}) {
         pctTelaPesquisa[i]->hide();
-    }
-}
-
-void frmPesquisa::AbrirAjuda() {
-    const forms::Busy ocupado;
-    try {
-        forms::HelpWindow::Open(gCaminho + u"Ajuda_Catalogo_TARVO-LINDEN.hlp"_s,
-                                u"Ajuda do Catálogo TARVO-LINDEN"_s);
-    } catch (const Erro& erro) {
-        MostrarErro(erro.Number(), erro.Description());
     }
 }

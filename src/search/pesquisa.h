@@ -22,9 +22,6 @@ class frmPesquisa final : public Tela {
     Q_OBJECT
 
 public:
-    // Stands in the Tag of a form that a reload is about to unload.
-    static const QString Recarregando;
-
     frmPesquisa();
     ~frmPesquisa() override;
 
@@ -107,7 +104,6 @@ private:
 
     void MostrarPainel(int indice, QWidget* foco);
     void EsconderPaineis();
-    void AbrirAjuda();
 
     std::array<forms::Panel*, 3> pctTelaPesquisa{};
     forms::TextBox* txtNumeroTarvo = nullptr;

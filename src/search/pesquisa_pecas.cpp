@@ -1,9 +1,9 @@
 // The part search: five inputs become one SQL text, stamped out once per row kind.
 
-#include "search/consulta.h"
+#include "parts/consulta.h"
+#include "parts/tiposdelinha.h"
 #include "search/pesquisa.h"
-#include "search/tiposdelinha.h"
-#include "session/modulo.h"
+#include "session/numeros.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,6 +1,6 @@
 // The vehicle search.
 
-#include "search/consulta.h"
+#include "parts/consulta.h"
 #include "search/pesquisa.h"
 
 using namespace Qt::StringLiterals;

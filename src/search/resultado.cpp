@@ -1,13 +1,12 @@
 // From a row of any of the three searches to the part views.
 
-#include "partviews/resultado_pesquisa.h"
+#include "parts/tiposdelinha.h"
 #include "platform/convert.h"
-#include "platform/forms/application.h"
 #include "platform/forms/msgbox.h"
 #include "search/pesquisa.h"
-#include "search/tiposdelinha.h"
 #include "session/banco.h"
 #include "session/global.h"
+#include "session/passagens.h"
 
 #include <array>
 
@@ -106,12 +105,5 @@ void frmPesquisa::AbrirResultado(int aba) {
                       TituloCatalogo);
         return;
     }
-    ParametroFormulario = referencia->tipo + referencia->codigo + referencia->titulo;
-    forms::SetMousePointer(forms::vbHourglass);
-    const forms::StillLoaded aberta(this);
-    UnicaInstancia<frmResultadoPesquisa>().Show();
-    if (aberta) {
-        SetVisible(false);
-    }
-    forms::SetMousePointer(forms::vbDefault);
+    ::AbrirResultado(*this, referencia->tipo + referencia->codigo + referencia->titulo);
 }

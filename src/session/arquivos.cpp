@@ -1,8 +1,9 @@
+#include "session/arquivos.h"
+
 #include "platform/erro.h"
 #include "platform/system/clock.h"
 #include "platform/system/paths.h"
 #include "session/global.h"
-#include "session/modulo.h"
 
 #include <QRandomGenerator>
 
@@ -18,6 +19,28 @@ QString ComBarraFinal(const QString& pasta, bool barraFinal) {
 
 QString CaminhoPrograma(bool barraFinal) {
     return ComBarraFinal(sys::ProgramFolder(), barraFinal);
+}
+
+QString LocalizarDados() {
+    const QString programa = CaminhoPrograma(true);
+    const QString desvio = programa + u"Caminho.txt"_s;
+    if (!ArquivoExiste(desvio)) {
+        return programa;
+    }
+    // Not trimmed: the file holds the path and nothing else.
+    QString caminho = LerArquivo(desvio);
+    if (!caminho.endsWith(u'\\')) {
+        caminho += u'\\';
+    }
+    return caminho;
+}
+
+bool ArquivoExiste(const QString& caminho) {
+    return sys::CanRead(caminho);
+}
+
+QString LerArquivo(const QString& caminho) {
+    return sys::ReadText(caminho);
 }
 
 void ExcluirArquivo(const QString& caminho) {
@@ -62,7 +85,7 @@ QString SerialVolume(const QString& raiz) {
 
 QString PastaSistema(const QString& nome, bool barraFinal) {
     const QString pasta =
-        nome.trimmed().toUpper() == "SYSTEM"_L1 ? sys::MachineFolder() : QString();
+        nome.trimmed().toUpper() == "SYSTEM"_L1 ? sys::MachineFolder(NomeDoPrograma) : QString();
     return pasta.isEmpty() ? CaminhoPrograma(barraFinal) : ComBarraFinal(pasta, barraFinal);
 }
 

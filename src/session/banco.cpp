@@ -2,8 +2,8 @@
 
 #include "platform/erro.h"
 #include "platform/secret.h"
+#include "session/erros.h"
 #include "session/global.h"
-#include "session/modulo.h"
 
 #include <QCoreApplication>
 

@@ -1,5 +1,6 @@
+#include "session/datas.h"
+
 #include "platform/system/clock.h"
-#include "session/modulo.h"
 
 #include <array>
 

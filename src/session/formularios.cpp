@@ -1,5 +1,6 @@
+#include "session/formularios.h"
+
 #include "platform/convert.h"
-#include "session/modulo.h"
 
 #include <QApplication>
 

@@ -1,9 +1,5 @@
 #include "session/global.h"
 
-#include "platform/forms/application.h"
-
-const QString TituloCatalogo = forms::ProgramTitle();
-
 std::unique_ptr<dao::Workspace> gWS;
 std::unique_ptr<dao::Database> gDB;
 

@@ -10,7 +10,10 @@ class frmPesquisa;
 
 // State of the session that all screens share; each has one meaning for the whole run.
 
-extern const QString TituloCatalogo;  // the title of all screens and boxes
+// The title of all screens and boxes.
+inline const QString TituloCatalogo = QStringLiteral("Catálogo TARVO-LINDEN");
+// Names the machine-wide folder of settings and the menu entry.
+inline const QString NomeDoPrograma = QStringLiteral("tarvo-catalogo");
 // The word on the command line by which the launcher starts the catalogue.
 inline const QString PalavraDeInicio = QStringLiteral("INICIOPAINELVERDE");
 

@@ -1,4 +1,4 @@
-#include "session/modulo.h"
+#include "session/numeros.h"
 
 namespace {
 

@@ -1,5 +1,6 @@
+#include "session/processos.h"
+
 #include "platform/system/process.h"
-#include "session/modulo.h"
 
 #include <QEventLoop>
 #include <QTimer>

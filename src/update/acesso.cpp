@@ -3,6 +3,7 @@
 #include "platform/forms/application.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/owner.h"
+#include "session/global.h"
 
 #include <QDialog>
 #include <QDialogButtonBox>
@@ -28,7 +29,7 @@ PedidoDeAcesso& Substituto() {
 class Dialogo : public QDialog {
 public:
     explicit Dialogo(const AcessoAoProxy& acesso) {
-        setWindowTitle(forms::ProgramTitle());
+        setWindowTitle(TituloCatalogo);
         setObjectName(u"AcessoAoProxy"_s);
         auto* grade = new QGridLayout(this);
         grade->setContentsMargins(18, 16, 18, 14);
@@ -49,9 +50,8 @@ public:
 
 private:
     static QString Explicacao(const AcessoAoProxy& acesso) {
-        QString texto =
-            u"A atualização passa por um servidor proxy que pede usuário e senha."_s + u"\n\n"_s +
-            u"Proxy: "_s + acesso.proxy;
+        QString texto = u"A atualização passa por um servidor proxy que pede usuário e senha."_s +
+                        u"\n\n"_s + u"Proxy: "_s + acesso.proxy;
         if (!acesso.area.isEmpty()) {
             texto += u"\nÁrea: "_s + acesso.area;
         }

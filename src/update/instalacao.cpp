@@ -1,6 +1,7 @@
 // The four steps of an update, in an order that is fixed: all downloads, then all files, then all
-// scripts in the order of the lists, then the new version. So a version is never recorded before the
-// last line of its scripts has run, and until the first file is put in place nothing has changed.
+// scripts in the order of the lists, then the new version. So a version is never recorded before
+// the last line of its scripts has run, and until the first file is put in place nothing has
+// changed.
 
 #include "platform/convert.h"
 #include "platform/dao/errors.h"
@@ -10,10 +11,13 @@
 #include "platform/secret.h"
 #include "platform/system/output.h"
 #include "platform/system/process.h"
+#include "session/arquivos.h"
 #include "session/banco.h"
-#include "session/configuracao.h"
+#include "session/datas.h"
+#include "session/erros.h"
 #include "session/global.h"
-#include "session/modulo.h"
+#include "session/processos.h"
+#include "settings/arquivo.h"
 #include "update/atualizando.h"
 #include "update/comando.h"
 #include "update/endereco.h"
@@ -42,9 +46,8 @@ bool EhFalhaDoMeio(const Erro& erro) {
     using dao::Failure;
     static constexpr std::array falhas = {Failure::DiskFull, Failure::InOut, Failure::ReadOnly,
                                           Failure::Damaged, Failure::Locked};
-    return std::any_of(falhas.begin(), falhas.end(), [&erro](Failure falha) {
-        return erro.Number() == static_cast<int>(falha);
-    });
+    return std::any_of(falhas.begin(), falhas.end(),
+                       [&erro](Failure falha) { return erro.Number() == static_cast<int>(falha); });
 }
 
 bool EhDiscoCheio(const Erro& erro) {
@@ -204,13 +207,14 @@ void frmAtualizando::ExecutarScripts(qint16 VersaoAtual, qint16 VersaoNova) {
         forms::DoEventsInTime();
     }
     workspace->BeginTrans();
-    ExecutarComandoAtualizacao(*banco, u"E:UPDATE UMREGISTRO SET "
-                                       "Versao                    = %1,"
-                                       "VersaoAnterior            = %2,"
-                                       "DataUltimaVerificacao     = %3,"
-                                       "FlagErroUltimaVerificacao = 0"_s
-                                           .arg(QString::number(VersaoNova),
-                                                QString::number(VersaoAtual), DataHoraSql(1.0)));
+    ExecutarComandoAtualizacao(
+        *banco,
+        u"E:UPDATE UMREGISTRO SET "
+        "Versao                    = %1,"
+        "VersaoAnterior            = %2,"
+        "DataUltimaVerificacao     = %3,"
+        "FlagErroUltimaVerificacao = 0"_s.arg(QString::number(VersaoNova),
+                                              QString::number(VersaoAtual), DataHoraSql(1.0)));
     workspace->CommitTrans(dao::dbForceOSFlush);
     AtualizarCache();
     FecharBancoDados(workspace, banco);

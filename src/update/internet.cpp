@@ -4,7 +4,7 @@
 #include "platform/forms/application.h"
 #include "platform/system/http.h"
 #include "platform/system/output.h"
-#include "session/modulo.h"
+#include "session/arquivos.h"
 #include "update/acesso.h"
 #include "update/atualizando.h"
 
@@ -289,9 +289,9 @@ void HttpDesconectar() {
 
 QString HttpExecutar(const QString& Modo, bool ExibirDialogos, const QString& Caminho,
                      bool RetornarTexto, const QString& ArquivoTemporario,
-                     const QString& EnvioCampo, const QString& EnvioArquivo,
-                     const QString& Usuario, const QString& Senha) {
-    const Pedido pedido{Modo,   ExibirDialogos, Caminho, RetornarTexto, ArquivoTemporario,
+                     const QString& EnvioCampo, const QString& EnvioArquivo, const QString& Usuario,
+                     const QString& Senha) {
+    const Pedido pedido{Modo,    ExibirDialogos, Caminho, RetornarTexto, ArquivoTemporario,
                         Usuario, Senha};
     return Requisicao(pedido).Executar(EnvioCampo, EnvioArquivo);
 }

@@ -1,4 +1,4 @@
-#include "session/modulo.h"
+#include "session/passagens.h"
 #include "support/janela.h"
 #include "support/test.h"
 

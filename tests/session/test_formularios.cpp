@@ -1,6 +1,7 @@
 #include "platform/forms/application.h"
 #include "platform/forms/msgbox.h"
-#include "session/modulo.h"
+#include "session/erros.h"
+#include "session/formularios.h"
 #include "support/test.h"
 
 #include <QTimer>

@@ -1,7 +1,10 @@
 #include "platform/system/clock.h"
 #include "platform/system/process.h"
+#include "session/arquivos.h"
+#include "session/datas.h"
 #include "session/global.h"
-#include "session/modulo.h"
+#include "session/numeros.h"
+#include "session/processos.h"
 #include "support/test.h"
 
 #include <QTimer>

@@ -5,6 +5,7 @@
 #include "platform/forms/form.h"
 #include "search/pesquisa.h"
 #include "session/global.h"
+#include "session/passagens.h"
 #include "support/catalogo.h"
 #include "support/windows.h"
 
@@ -84,7 +85,7 @@ public:
 
     ~Janela() {
         for (forms::Form* form : forms::Form::Loaded()) {
-            form->Tag = frmPesquisa::Recarregando;
+            form->Tag = Recarregando;
             form->Unload();
         }
         Settle();

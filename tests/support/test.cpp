@@ -1,6 +1,7 @@
 #include "support/test.h"
 
 #include "platform/forms/application.h"
+#include "session/global.h"
 #include "support/quickkeys.h"
 
 #include <QFileInfo>
@@ -65,7 +66,7 @@ int main(int argc, char** argv) {
     // The user's own settings are none of a test's business.
     const QTemporaryDir home;
     qputenv("XDG_DATA_HOME", QFile::encodeName(home.path()));
-    forms::Application application(argc, argv);
+    forms::Application application(argc, argv, TituloCatalogo);
     if (!fullKeys) {
         UseQuickKeys();
     }

@@ -39,7 +39,7 @@ void Run(const QStringList& arguments, QTextStream& out) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    forms::Application application(argc, argv);
+    forms::Application application(argc, argv, TituloCatalogo);
     testing_support::UseQuickKeys();
     QTextStream out(stdout);
     try {

@@ -4,9 +4,10 @@
 #include "platform/system/clock.h"
 #include "platform/system/process.h"
 #include "search/pesquisa.h"
-#include "secrets/configuracoes.h"
 #include "session/banco.h"
 #include "session/global.h"
+#include "session/passagens.h"
+#include "settings/configuracoes.h"
 #include "support/catalogo.h"
 #include "support/servers.h"
 #include "support/test.h"
@@ -85,7 +86,7 @@ private Q_SLOTS:
         sys::SetClock({});
         sys::SetStartHandler({});
         if (gFrmPesquisa) {
-            gFrmPesquisa->Tag = frmPesquisa::Recarregando;
+            gFrmPesquisa->Tag = Recarregando;
             gFrmPesquisa->Unload();
         }
         Settle();
@@ -217,7 +218,7 @@ private Q_SLOTS:
         const Verifier verifier({"11|1"});
         forms::SetMsgBoxHandler([](const QString&, int, const QString&) {
             const auto leave = [] {
-                gFrmPesquisa->Tag = frmPesquisa::Recarregando;
+                gFrmPesquisa->Tag = Recarregando;
                 gFrmPesquisa->Unload();
             };
             QMetaObject::invokeMethod(gFrmPesquisa, leave, Qt::QueuedConnection);

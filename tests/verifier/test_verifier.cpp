@@ -1,6 +1,6 @@
 #include "platform/system/paths.h"
-#include "session/configuracao.h"
 #include "session/global.h"
+#include "settings/arquivo.h"
 #include "support/catalogo.h"
 #include "support/servers.h"
 #include "support/test.h"

@@ -4,8 +4,8 @@
 #include "platform/system/paths.h"
 #include "publicar/names.h"
 #include "publicar/trial.h"
+#include "session/arquivos.h"
 #include "session/global.h"
-#include "session/modulo.h"
 
 #include <QDir>
 #include <QTemporaryDir>

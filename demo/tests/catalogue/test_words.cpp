@@ -2,7 +2,7 @@
 #include "catalogue/numbers.h"
 #include "catalogue/vocabulary.h"
 #include "catalogue/wording.h"
-#include "session/modulo.h"
+#include "session/numeros.h"
 #include "support/test.h"
 
 #include <QRegularExpression>

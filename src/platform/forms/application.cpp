@@ -15,6 +15,7 @@ namespace forms {
 namespace {
 
 bool scaleIsOurs = false;
+QString programTitle;
 
 // Runs before the base class is constructed, which reads the scale.
 int& WithScale(int& argc, char** argv) {
@@ -25,10 +26,12 @@ int& WithScale(int& argc, char** argv) {
 }  // namespace
 
 QString ProgramTitle() {
-    return u"Catálogo TARVO-LINDEN"_s;
+    return programTitle;
 }
 
-Application::Application(int& argc, char** argv) : QApplication(WithScale(argc, argv), argv) {
+Application::Application(int& argc, char** argv, const QString& title)
+    : QApplication(WithScale(argc, argv), argv) {
+    programTitle = title;
     if (scaleIsOurs) {
         qunsetenv("QT_SCALE_FACTOR");  // it is for this process, not for those that it starts
     }

@@ -6,7 +6,7 @@
 
 namespace forms {
 
-// The title of all screens and boxes.
+// The title of all screens and boxes, as the application object was given it.
 QString ProgramTitle();
 
 // The process's application object. An Erro that no handler trapped ends here: the box is shown,
@@ -17,7 +17,7 @@ class Application : public QApplication {
     Q_OBJECT
 
 public:
-    Application(int& argc, char** argv);
+    Application(int& argc, char** argv, const QString& title);
 
     // What must be put in order before the program ends on an untrapped error. Errors in it are
     // ignored.

@@ -188,9 +188,9 @@ QString sys::ProgramFolder() {
     return QCoreApplication::applicationDirPath();
 }
 
-QString sys::MachineFolder() {
-    const QString folder = HasDrives ? qEnvironmentVariable("ProgramData") + "/TarvoCatalogo"_L1
-                                     : u"/etc/tarvo-catalogo"_s;
+QString sys::MachineFolder(const QString& product) {
+    const QString base = HasDrives ? qEnvironmentVariable("ProgramData") : u"/etc"_s;
+    const QString folder = base + u'/' + product;
     return QFileInfo(folder).isDir() ? folder : QString();
 }
 

@@ -35,8 +35,9 @@ void WriteWhole(const QString& path, const QByteArray& bytes, Access access = Ac
 void Delete(const QString& path);         // read-only files too; Erro 53, 70, 75
 void MakeDirectory(const QString& path);  // one level; Erro 75, 76
 
-QString ProgramFolder();   // as the platform gives it, without a final separator
-QString MachineFolder();   // machine-wide settings; empty if there is none
+QString ProgramFolder();  // as the platform gives it, without a final separator
+// Machine-wide settings of the product by this name; empty if there is no such folder.
+QString MachineFolder(const QString& product);
 QString UserDataFolder();  // per-user local data, made if need be; empty on failure
 
 // Serial number of the volume of a path, 0 when it cannot be had.

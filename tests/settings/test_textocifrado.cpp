@@ -1,0 +1,60 @@
+#include "session/banco.h"
+#include "settings/textocifrado.h"
+#include "support/test.h"
+
+class TestSegredo : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void Frase() {
+        const QString senha = SenhaBancoDados();
+        const QString frase = FraseCifra();
+        QCOMPARE(senha.size(), 13);
+        QCOMPARE(frase.size(), 26);
+        const int deslocamento = frase.at(1).unicode() - 1;
+        for (int i = 1; i <= 13; ++i) {
+            QCOMPARE(frase.at(2 * i - 2), senha.at(i - 1));
+            QCOMPARE(frase.at(2 * i - 1).unicode(), char16_t(i + deslocamento));
+        }
+    }
+
+    void VaiEVolta_data() {
+        const Table<QString, int> row("texto", "tamanho");
+        row("empty", {}, 0);
+        row("one", "a", 64);
+        row("whole block", QString(14, u'a'), 64);
+        row("one more", QString(15, u'a'), 128);
+        row("two blocks", QString(30, u'b'), 128);
+        row("accents, other scripts, blanks", u"  ação ΩЖ €|\u0001 "_s, 64);
+        row("pair and half a pair", u"\U0001F511"_s + QChar(0xD800), 64);
+    }
+    void VaiEVolta() {
+        QFETCH(QString, texto);
+        QFETCH(int, tamanho);
+        const QString guardado = CifrarTexto(texto, true);
+        QCOMPARE(guardado.size(), tamanho);
+        QCOMPARE(guardado, guardado.toUpper());
+        QCOMPARE(CifrarTexto(texto, true), guardado);
+        QCOMPARE(CifrarTexto(guardado, false), texto);
+        QCOMPARE(CifrarTexto(guardado.toLower(), false), texto);
+    }
+
+    void ComprimentoContaNoPrimeiroBloco() {
+        const QString curto = CifrarTexto(QString(14, u'a'), true);
+        const QString longo = CifrarTexto(QString(15, u'a'), true);
+        QVERIFY(curto.first(64) != longo.first(64));
+    }
+
+    void Recusas() {
+        const QString guardado = CifrarTexto(u"segredo"_s, true);
+        QCOMPARE(CifrarTexto(guardado.first(62), false), QString());
+        QCOMPARE(ErrorOf([&] { CifrarTexto(guardado.first(63), false); }), 9);
+        QCOMPARE(ErrorOf([&] { CifrarTexto(guardado + u'0', false); }), 9);
+        for (const QString& outro : {u"+1"_s, u" 1"_s, u"0g"_s, u"à0"_s}) {
+            QCOMPARE(ErrorOf([&] { CifrarTexto(outro + guardado.mid(2), false); }), 13);
+        }
+    }
+};
+
+TARVO_TEST(TestSegredo);
+#include "test_segredo.moc"
