@@ -173,4 +173,4 @@ private Q_SLOTS:
 };
 
 TARVO_TEST(TestConfiguracao);
-#include "test_configuracao.moc"
+#include "test_arquivo.moc"

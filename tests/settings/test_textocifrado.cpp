@@ -57,4 +57,4 @@ private Q_SLOTS:
 };
 
 TARVO_TEST(TestSegredo);
-#include "test_segredo.moc"
+#include "test_textocifrado.moc"
