@@ -1,7 +1,9 @@
 #include "look/imagens.h"
 
+using namespace Qt::StringLiterals;
+
 void ImagensSelecionadas::MostrarSelecionada(const QString& palavra) {
-    static const QString nenhuma = QStringLiteral("FORM");
+    static const QString nenhuma = u"FORM"_s;
     if (palavra == mImagemAtual) {
         return;
     }

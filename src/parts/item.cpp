@@ -4,6 +4,8 @@
 
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int LarguraNumero = 4;
@@ -41,21 +43,21 @@ QString FormatarItem(const QString& texto) {
 }
 
 QString CriterioDoItem(QString item) {
-    return QStringLiteral("ItemComponente = '") + item.replace(u'\'', QLatin1String("''")) + u'\'';
+    return u"ItemComponente = '"_s + item.replace(u'\'', "''"_L1) + u'\'';
 }
 
 QString CampoDeSelecao(QChar letra, const QString& valor) {
-    return letra + QStringLiteral(":") + valor + u':' + letra;
+    return letra + u":"_s + valor + u':' + letra;
 }
 
 std::optional<QString> LerCampoDeSelecao(const QString& selecao, QChar letra) {
-    const QString abre = letra + QStringLiteral(":");
+    const QString abre = letra + u":"_s;
     const quint8 abertura = PosicaoEm(selecao, abre);
     if (abertura == 0) {
         return std::nullopt;
     }
     const qsizetype inicio = abertura - 1 + abre.size();
-    const qsizetype fim = PosicaoEm(selecao, QStringLiteral(":") + letra) - 1;
+    const qsizetype fim = PosicaoEm(selecao, u":"_s + letra) - 1;
     if (fim < inicio) {
         throw Erro(Erro::InvalidArgument);
     }

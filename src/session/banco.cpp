@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <iterator>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // The update lock, while it is held.
@@ -28,14 +30,13 @@ void AtualizarCache() {
 
 void AbrirBancoDados(std::unique_ptr<dao::Workspace>& workspace, const QString& nomeWorkspace,
                      std::unique_ptr<dao::Database>& banco, bool somenteLeitura) {
-    workspace = dao::DBEngine::Instance().CreateWorkspace(nomeWorkspace, QStringLiteral("admin"),
-                                                          QString(), dao::dbUseJet);
+    workspace = dao::DBEngine::Instance().CreateWorkspace(nomeWorkspace, u"admin"_s, QString(),
+                                                          dao::dbUseJet);
     QString senha = SenhaBancoDados();
     const secret::WipeAtEnd semSenha(senha);
-    QString conexao = QLatin1String(";pwd=") + senha;
+    QString conexao = ";pwd="_L1 + senha;
     const secret::WipeAtEnd semConexao(conexao);
-    banco = workspace->OpenDatabase(gCaminho + QLatin1String("Tarvo.mdb"), false, somenteLeitura,
-                                    conexao);
+    banco = workspace->OpenDatabase(gCaminho + "Tarvo.mdb"_L1, false, somenteLeitura, conexao);
 }
 
 void FecharBancoDados(std::unique_ptr<dao::Workspace>& workspace,
@@ -72,10 +73,10 @@ bool BloquearBancoDados(bool bloquear) {
         FecharBancoDados(mWsLockTrans, mDbLockTrans);
         return true;
     }
-    AbrirBancoDados(mWsLockTrans, QStringLiteral("mWsLockTrans"), mDbLockTrans, false);
+    AbrirBancoDados(mWsLockTrans, u"mWsLockTrans"_s, mDbLockTrans, false);
     mWsLockTrans->BeginTrans();
     try {
-        mDbLockTrans->Execute(QStringLiteral("UPDATE CONTROLETRAN SET a = a"),
+        mDbLockTrans->Execute(u"UPDATE CONTROLETRAN SET a = a"_s,
                               dao::dbFailOnError + dao::dbSeeChanges);
         return true;
     } catch (const Erro&) {
@@ -87,19 +88,19 @@ bool BloquearBancoDados(bool bloquear) {
 void GravarUltimaVerificacao(const QString& dataHora, const QString& flagErro) {
     QStringList campos;
     if (!dataHora.isEmpty()) {
-        campos.append(QLatin1String("DataUltimaVerificacao=") + dataHora);
+        campos.append("DataUltimaVerificacao="_L1 + dataHora);
     }
     if (!flagErro.isEmpty()) {
-        campos.append(QLatin1String("FlagErroUltimaVerificacao=") + flagErro);
+        campos.append("FlagErroUltimaVerificacao="_L1 + flagErro);
     }
     if (campos.isEmpty()) {
         return;
     }
     std::unique_ptr<dao::Workspace> workspace;
     std::unique_ptr<dao::Database> banco;
-    AbrirBancoDados(workspace, QStringLiteral("sWsNotReadOnly"), banco, false);
+    AbrirBancoDados(workspace, u"sWsNotReadOnly"_s, banco, false);
     workspace->BeginTrans();
-    banco->Execute(QLatin1String("UPDATE UMREGISTRO SET ") + campos.join(u','), dao::dbFailOnError);
+    banco->Execute("UPDATE UMREGISTRO SET "_L1 + campos.join(u','), dao::dbFailOnError);
     workspace->CommitTrans(dao::dbForceOSFlush);
     AtualizarCache();
     FecharBancoDados(workspace, banco);
@@ -110,9 +111,10 @@ void GravarUltimaVerificacao(const QString& dataHora, const QString& flagErro) {
 
 void GravarClienteConcorrente(qint32 codigo) {
     try {
-        gDB->Execute(QLatin1String("UPDATE CODIGOCLIENTECONCORRENTE SET "
-                                   "CodigoClienteConcorrente = ") +
-                     QString::number(codigo));
+        gDB->Execute(
+            "UPDATE CODIGOCLIENTECONCORRENTE SET "
+            "CodigoClienteConcorrente = "_L1 +
+            QString::number(codigo));
     } catch (const Erro& erro) {
         MostrarErro(erro.Number(), erro.Description());
     }
@@ -124,17 +126,20 @@ bool CodigoEmUso(const QString& tipo, qint32 codigo) {
         QLatin1String sql;
     };
     static constexpr Consulta Consultas[] = {
-        {QLatin1String("COM"), QLatin1String("SELECT CodigoComponente FROM PECA_COMPONENTE "
-                                             "WHERE CodigoComponente = ")},
-        {QLatin1String("JRE"),
-         QLatin1String("SELECT CodigoJogoReparo FROM PECA_COMPONENTE_JOGOREPARO "
-                       "WHERE CodigoJogoReparo = ")},
-        {QLatin1String("VEI"), QLatin1String("SELECT CodigoVeiculo FROM VEICULO_PECA "
-                                             "WHERE CodigoVeiculo = ")},
-        {QLatin1String("FPC"), QLatin1String("SELECT CodigoFotoPecaPesquisa FROM PECA "
-                                             "WHERE CodigoFotoPecaPesquisa = ")},
+        {"COM"_L1,
+         "SELECT CodigoComponente FROM PECA_COMPONENTE "
+         "WHERE CodigoComponente = "_L1},
+        {"JRE"_L1,
+         "SELECT CodigoJogoReparo FROM PECA_COMPONENTE_JOGOREPARO "
+         "WHERE CodigoJogoReparo = "_L1},
+        {"VEI"_L1,
+         "SELECT CodigoVeiculo FROM VEICULO_PECA "
+         "WHERE CodigoVeiculo = "_L1},
+        {"FPC"_L1,
+         "SELECT CodigoFotoPecaPesquisa FROM PECA "
+         "WHERE CodigoFotoPecaPesquisa = "_L1},
     };
-    if (tipo == QLatin1String("PCA")) {
+    if (tipo == "PCA"_L1) {
         return true;
     }
     const auto* consulta = std::find_if(std::begin(Consultas), std::end(Consultas),
@@ -145,15 +150,13 @@ bool CodigoEmUso(const QString& tipo, qint32 codigo) {
 }
 
 bool PossuiFiguraDetalhada(qint32 codigoPeca) {
-    const auto peca =
-        gDB->OpenRecordset(QLatin1String("SELECT CodigoFigura FROM PECA WHERE CodigoPeca = ") +
-                               QString::number(codigoPeca),
-                           dao::dbOpenForwardOnly);
-    return !peca->Eof() && !peca->Fields(QStringLiteral("CodigoFigura")).Value().isNull();
+    const auto peca = gDB->OpenRecordset(
+        "SELECT CodigoFigura FROM PECA WHERE CodigoPeca = "_L1 + QString::number(codigoPeca),
+        dao::dbOpenForwardOnly);
+    return !peca->Eof() && !peca->Fields(u"CodigoFigura"_s).Value().isNull();
 }
 
 bool PossuiListaComponentes(qint32 codigoPeca) {
-    return TemRegistro(
-        QLatin1String("SELECT ItemComponente FROM PECA_COMPONENTE WHERE CodigoPeca = ") +
-        QString::number(codigoPeca));
+    return TemRegistro("SELECT ItemComponente FROM PECA_COMPONENTE WHERE CodigoPeca = "_L1 +
+                       QString::number(codigoPeca));
 }

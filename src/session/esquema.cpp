@@ -6,6 +6,8 @@
 
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Texts of the engine, not of the dialect: collation, views and triggers have no words there.
@@ -155,7 +157,7 @@ void CriarCatalogo(const QString& caminho, const QString& senha) {
     const QByteArray hoje = QByteArray::number(std::floor(sys::Now()), 'f', 0);
     const QByteArray definicao = QByteArray(Tabelas) + Referencias + Figuras +
                                  QByteArray(Registro).replace("%1", hoje) + Guardas;
-    QString conexao = QLatin1String(";pwd=") + senha;
+    QString conexao = ";pwd="_L1 + senha;
     const secret::WipeAtEnd semConexao(conexao);
     dao::DBEngine::Instance().CreateDatabase(caminho, conexao, definicao);
 }

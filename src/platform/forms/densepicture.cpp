@@ -3,6 +3,8 @@
 #include "platform/erro.h"
 #include "platform/forms/picturefile.h"
 
+using namespace Qt::StringLiterals;
+
 QPixmap forms::LoadDensePicture(const QString& path, QSize natural) {
     constexpr int Density = 3;
     const qsizetype ending = path.lastIndexOf(u'.');
@@ -11,7 +13,7 @@ QPixmap forms::LoadDensePicture(const QString& path, QSize natural) {
     }
     try {
         const QPixmap dense =
-            LoadPicture(path.first(ending) + QStringLiteral("@3x") + path.sliced(ending), {}, 1);
+            LoadPicture(path.first(ending) + u"@3x"_s + path.sliced(ending), {}, 1);
         return dense.size() == natural * Density ? dense : QPixmap();
     } catch (const Erro&) {
         return {};

@@ -5,6 +5,8 @@
 #include <QTextLayout>
 #include <QToolTip>
 
+using namespace Qt::StringLiterals;
+
 namespace forms {
 namespace {
 
@@ -13,7 +15,7 @@ constexpr QChar Ellipsis(0x2026);
 // A title joins its two pieces by a run of blanks, and the number behind it is what is looked for:
 // the piece in front of the run is cut.
 QString ElidedLine(const QString& text, const QFontMetrics& metrics, int room) {
-    const qsizetype gap = text.indexOf(QStringLiteral("        "));
+    const qsizetype gap = text.indexOf(u"        "_s);
     const QString number = gap < 0 ? QString() : text.mid(gap);
     const int roomInFront = room - metrics.horizontalAdvance(number);
     if (number.isEmpty() || roomInFront < room / 3) {

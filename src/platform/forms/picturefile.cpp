@@ -8,6 +8,8 @@
 #include <QFileInfo>
 #include <QImageReader>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Kibibytes of decoded pictures: a few screens' worth at the largest scale.
@@ -76,8 +78,7 @@ QPixmap Cached(const QString& path, const QString& variant, Decode decode) {
     if (!info.isFile()) {
         throw Erro(Erro::FileNotFound);
     }
-    const QString key = QStringLiteral("%1|%2|%3|%4")
-                            .arg(file)
+    const QString key = u"%1|%2|%3|%4"_s.arg(file)
                             .arg(info.lastModified().toMSecsSinceEpoch())
                             .arg(info.size())
                             .arg(variant);
@@ -93,14 +94,13 @@ QPixmap Cached(const QString& path, const QString& variant, Decode decode) {
 }  // namespace
 
 QPixmap forms::LoadPicture(const QString& path, QSize target, qreal ratio) {
-    const QString variant =
-        QStringLiteral("%1x%2|%3").arg(target.width()).arg(target.height()).arg(ratio);
+    const QString variant = u"%1x%2|%3"_s.arg(target.width()).arg(target.height()).arg(ratio);
     return Cached(path, variant, [target, ratio](const QString& file) {
         return DecodeFitted(file, target, ratio);
     });
 }
 
 QPixmap forms::LoadNaturalPicture(const QString& path, QSize room) {
-    const QString variant = QStringLiteral("%1x%2").arg(room.width()).arg(room.height());
+    const QString variant = u"%1x%2"_s.arg(room.width()).arg(room.height());
     return Cached(path, variant, [room](const QString& file) { return DecodeCorner(file, room); });
 }
