@@ -23,8 +23,10 @@ QList<QByteArray> Definitions(dao::Connection& connection, const char* kind) {
                                         kind + "' AND tbl_name IN " + Searched);
     while (rows.Step()) {
         // The collation is our own; the nearest that every program has is NOCASE.
-        definitions.append(
-            rows.Read(0).utf8.toByteArray().replace("TARVO,", "NOCASE,").replace("TARVO)", "NOCASE)"));
+        definitions.append(rows.Read(0)
+                               .utf8.toByteArray()
+                               .replace("TARVO,", "NOCASE,")
+                               .replace("TARVO)", "NOCASE)"));
     }
     return definitions;
 }

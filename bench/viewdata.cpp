@@ -61,8 +61,7 @@ void MakePart(int code, const QString& number, int items) {
         const QString stored = Quoted(QString::number(item).rightJustified(4));
         Insert(u"PECA_COMPONENTE"_s, {part, stored, QString::number(100 + 3 * item), u"1"_s});
         if (item % 3 == 0) {
-            Insert(u"PECA_COMPONENTE_JOGOREPARO"_s,
-                   {part, stored, QString::number(1 + item % 9)});
+            Insert(u"PECA_COMPONENTE_JOGOREPARO"_s, {part, stored, QString::number(1 + item % 9)});
         }
     }
 }
@@ -70,9 +69,8 @@ void MakePart(int code, const QString& number, int items) {
 }  // namespace
 
 ViewData PrepareViewData() {
-    const auto there =
-        gDB->OpenRecordset(u"SELECT CodigoPeca FROM PECA WHERE NumeroTarvoPeca = "_s +
-                           Quoted(Made.largePart));
+    const auto there = gDB->OpenRecordset(
+        u"SELECT CodigoPeca FROM PECA WHERE NumeroTarvoPeca = "_s + Quoted(Made.largePart));
     if (!there->Eof()) {
         return Made;
     }

@@ -6,8 +6,8 @@
 namespace bench {
 
 struct ViewData {
-    QString smallPart;   // stored number of a part of 20 items
-    QString largePart;   // of a part of 1,000 items
+    QString smallPart;        // stored number of a part of 20 items
+    QString largePart;        // of a part of 1,000 items
     QString sharedComponent;  // stored number of a component that 40 parts have
 };
 

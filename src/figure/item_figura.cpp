@@ -69,7 +69,8 @@ void ItemFigura::paintEvent(QPaintEvent*) {
     pintor.setPen(CorDe(cor_));
     if (!canto_) {
         const QFontMetricsF medida(letra_);
-        canto_ = QPointF(width() - medida.horizontalAdvance(caption_), height() - medida.height()) / 2;
+        canto_ =
+            QPointF(width() - medida.horizontalAdvance(caption_), height() - medida.height()) / 2;
     }
     pintor.drawStaticText(*canto_, texto_);
 }

@@ -1,13 +1,13 @@
 #pragma once
 
+#include "platform/erro.h"
+
 #include <QString>
 #include <QVariant>
 
 #include <limits>
 #include <type_traits>
 #include <utility>
-
-#include "platform/erro.h"
 
 // Checked conversions between the values of the database, texts and whole numbers of fixed width.
 // A null QVariant is the database's Null. Nothing here wraps around or guesses.

@@ -41,8 +41,7 @@ void PorEmFila(const std::array<forms::Panel*, Passos + 1>& imagens, const Colun
 
 }  // namespace
 
-frmAtualizando::frmAtualizando()
-    : Tela(Nome, Kind::Dialog, QSize(434, 299), u"atualizando"_s) {
+frmAtualizando::frmAtualizando() : Tela(Nome, Kind::Dialog, QSize(434, 299), u"atualizando"_s) {
     setWindowTitle(TituloCatalogo);
     const auto criar = [this](auto& imagens, const QString& nome, const QString& desenho) {
         for (quint8 passo = 1; passo <= Passos; ++passo) {
@@ -96,9 +95,9 @@ void frmAtualizando::CloseRequested() {
     if (cancelada_ || Passo >= PrimeiroPassoQueGrava) {
         return;
     }
-    const int resposta = forms::MsgBox(
-        u"Deseja cancelar a atualização?"_s,
-        forms::vbYesNo | forms::vbQuestion | forms::vbDefaultButton2, TituloCatalogo);
+    const int resposta =
+        forms::MsgBox(u"Deseja cancelar a atualização?"_s,
+                      forms::vbYesNo | forms::vbQuestion | forms::vbDefaultButton2, TituloCatalogo);
     if (resposta == forms::vbYes && Passo < PrimeiroPassoQueGrava) {
         cancelada_ = true;
         HttpInterromper();

@@ -10,8 +10,8 @@
 #include <array>
 #include <vector>
 
-// The modal screen in which an update is carried out, under the update lock: four steps, each with a
-// mark and a bar. Expects the local and the server's version in ParametroFormulario, as "5|7". It
+// The modal screen in which an update is carried out, under the update lock: four steps, each with
+// a mark and a bar. Expects the local and the server's version in ParametroFormulario, as "5|7". It
 // starts by itself and closes by itself; every failure is shown and ends it, and nothing is undone:
 // the next update begins again from the old version. Its sources: atualizando.cpp (the screen),
 // instalacao.cpp (the four steps).

@@ -34,9 +34,8 @@ QString SemFinalVazio(QString pedaco) {
 
 // A name that stays in the folder, whatever lies there: no drive, no step upwards, no root.
 bool FicaNaPasta(const QString& nome, const QStringList& pedacos) {
-    const bool letraProibida = std::any_of(nome.begin(), nome.end(), [](QChar letra) {
-        return letra < u' ' || letra == u':';
-    });
+    const bool letraProibida = std::any_of(
+        nome.begin(), nome.end(), [](QChar letra) { return letra < u' ' || letra == u':'; });
     return !letraProibida && !pedacos.first().isEmpty() &&
            std::none_of(pedacos.begin(), pedacos.end(), [](const QString& pedaco) {
                return !pedaco.isEmpty() && SemFinalVazio(pedaco).isEmpty();
@@ -61,8 +60,7 @@ ArquivoAtualizacao LerLinhaDaLista(const QString& linha) {
     const QStringList campos = linha.split(u';');
     ArquivoAtualizacao arquivo{LerCampo(campos, CampoTipo).left(LetrasDoTipo),
                                LerCampo(campos, CampoNome),
-                               convert::ToInt32(LerCampo(campos, CampoTamanho)),
-                               QString()};
+                               convert::ToInt32(LerCampo(campos, CampoTamanho)), QString()};
     ConferirNome(arquivo.Nome);
     return arquivo;
 }
@@ -70,13 +68,13 @@ ArquivoAtualizacao LerLinhaDaLista(const QString& linha) {
 void ConferirNome(const QString& nome) {
     const QStringList pedacos = QString(nome).replace(u'/', u'\\').split(u'\\');
     if (!FicaNaPasta(nome, pedacos) || !sys::IsInside(gCaminho, gCaminho + nome)) {
-        throw Erro(Erro::PathFileAccess,
-                   u"A lista de atualização nomeia \"%1\", que fica fora da pasta de dados"_s.arg(
-                       nome));
+        throw Erro(
+            Erro::PathFileAccess,
+            u"A lista de atualização nomeia \"%1\", que fica fora da pasta de dados"_s.arg(nome));
     }
     if (PertenceAoCatalogo(pedacos)) {
-        throw Erro(Erro::PathFileAccess,
-                   u"A lista de atualização nomeia \"%1\", que é parte do catálogo aberto"_s.arg(
-                       nome));
+        throw Erro(
+            Erro::PathFileAccess,
+            u"A lista de atualização nomeia \"%1\", que é parte do catálogo aberto"_s.arg(nome));
     }
 }

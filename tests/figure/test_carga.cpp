@@ -32,8 +32,12 @@ private Q_SLOTS:
 
     void laterRowsDoNotChangeThePicture() {
         // A table in the view's place: there a part's rows may differ in their file.
-        mao_->catalogo.Executar({"DROP VIEW FIGURADETALHADA1", "CREATE TABLE FIGURADETALHADA1 (CodigoFiguraDetalhada LONG, CodigoPeca LONG, "
-             "ItemComponente TEXT(5), ArquivoFigura TEXT(50), LLeft LONG, TTop LONG)", "INSERT INTO FIGURADETALHADA1 VALUES (8, 1, '5', 'no.png', 9, 9)", "INSERT INTO FIGURADETALHADA1 VALUES (3, 1, '4', 'fig1.png', 1, 1)"});
+        mao_->catalogo.Executar(
+            {"DROP VIEW FIGURADETALHADA1",
+             "CREATE TABLE FIGURADETALHADA1 (CodigoFiguraDetalhada LONG, CodigoPeca LONG, "
+             "ItemComponente TEXT(5), ArquivoFigura TEXT(50), LLeft LONG, TTop LONG)",
+             "INSERT INTO FIGURADETALHADA1 VALUES (8, 1, '5', 'no.png', 9, 9)",
+             "INSERT INTO FIGURADETALHADA1 VALUES (3, 1, '4', 'fig1.png', 1, 1)"});
         mao_->AbrirFigura();
         QCOMPARE(Itens().size(), 2);
         QCOMPARE(Achar(Figura, "imgFigura(1)")->size(), QSize(500, 340));

@@ -76,7 +76,8 @@ private Q_SLOTS:
         QFETCH(QString, tipo);
         QFETCH(QString, numero);
         QFETCH(QString, caixa);
-        mao_->catalogo.Executar({"DELETE FROM FIGURADETALHADA WHERE CodigoFiguraDetalhada = 1", "DELETE FROM FIGURADETALHADA WHERE CodigoFiguraDetalhada = 4"});
+        mao_->catalogo.Executar({"DELETE FROM FIGURADETALHADA WHERE CodigoFiguraDetalhada = 1",
+                                 "DELETE FROM FIGURADETALHADA WHERE CodigoFiguraDetalhada = 4"});
         if (tipo.isEmpty()) {
             mao_->AbrirFiguraDoItem("   1");
         } else {
@@ -117,7 +118,8 @@ private Q_SLOTS:
     }
 
     void aPartWithoutListKeepsBlinking() {
-        mao_->catalogo.Executar({"UPDATE PECA SET CodigoFigura = 1 WHERE CodigoPeca = 3", "INSERT INTO PECA_COMPONENTE_JOGOREPARO VALUES (3, '   1', 3)"});
+        mao_->catalogo.Executar({"UPDATE PECA SET CodigoFigura = 1 WHERE CodigoPeca = 3",
+                                 "INSERT INTO PECA_COMPONENTE_JOGOREPARO VALUES (3, '   1', 3)"});
         mao_->AbrirResultado("Jogos de Reparo", "K560");
         Clicar(Resultado, "imgFiguraDetalhadaFundo");
         Clicar(Figura, "imgListaComponentesFundo");

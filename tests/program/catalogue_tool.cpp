@@ -1,12 +1,12 @@
-#include <QCoreApplication>
-
-#include <cstdio>
-
 #include "platform/dao/sqlite.h"
 #include "platform/erro.h"
 #include "platform/system/paths.h"
 #include "session/banco.h"
 #include "session/esquema.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
 
 // What the whole-program tests need of a catalogue file and a script cannot do:
 //   make FILE PASSWORD   an empty catalogue with this password
@@ -18,8 +18,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// For writing, so that what a killed program left behind is rolled back first, as by the next program
-// that opens the file.
+// For writing, so that what a killed program left behind is rolled back first, as by the next
+// program that opens the file.
 class Catalogue : public dao::Connection {
 public:
     explicit Catalogue(const QString& path)
@@ -61,8 +61,9 @@ int main(int argc, char** argv) {
             Catalogue(arguments.at(1)).Run(arguments.at(2).toUtf8());
             return 0;
         }
-        std::fputs("catalogue tool: make FILE PASSWORD | check FILE | value FILE SQL | run FILE SQL\n",
-                   stderr);
+        std::fputs(
+            "catalogue tool: make FILE PASSWORD | check FILE | value FILE SQL | run FILE SQL\n",
+            stderr);
     } catch (const Erro& erro) {
         std::fprintf(stderr, "%d: %s\n", erro.Number(), erro.what());
     }

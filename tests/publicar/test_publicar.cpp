@@ -222,9 +222,8 @@ private Q_SLOTS:
         QDir().mkpath(In(u"pequeno"_s));
         const QString command =
             u"mount -t tmpfs -o size=128k tmpfs '%1' && '%2' '%3' --release 2 --catalogue '%4' "
-            "--site '%1'; echo; ls -a '%1'"_s.arg(In(u"pequeno"_s),
-                                                  QStringLiteral(TARVO_PUBLICAR), order_.folder,
-                                                  order_.catalogue);
+            "--site '%1'; echo; ls -a '%1'"_s.arg(In(u"pequeno"_s), QStringLiteral(TARVO_PUBLICAR),
+                                                  order_.folder, order_.catalogue);
         QProcess process;
         process.setProcessChannelMode(QProcess::MergedChannels);
         process.start(u"unshare"_s, QStringList(alone) << u"sh"_s << u"-c"_s << command);

@@ -121,8 +121,9 @@ private Q_SLOTS:
         QCOMPARE(Pecas("Descricao"), List("Válvula relé", "Válvula relé", "Válvula relé"));
         Digitar(Busca, "txtDescricao", "valvulà");
         QCOMPARE(Pecas("Descricao"), List());
-        gDB->Execute(u"UPDATE VEICULO SET DescricaoVeiculo = 'Ônibus' WHERE DescricaoVeiculo = "
-                     "'Cavalo 2040'"_s);
+        gDB->Execute(
+            u"UPDATE VEICULO SET DescricaoVeiculo = 'Ônibus' WHERE DescricaoVeiculo = "
+            "'Cavalo 2040'"_s);
         Digitar(Busca, "txtVeiculo", "onibus");
         QCOMPARE(Veiculos("Veiculo"), List("Ônibus"));
     }

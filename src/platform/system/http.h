@@ -7,9 +7,9 @@
 #include <functional>
 #include <memory>
 
-// Plain HTTP/1.0 on port 80: what an update server needs, and no more. Nothing is cached, a redirect
-// is not followed (its status is the answer), and the proxy is that of the system (http_proxy,
-// no_proxy). libcurl is called in http_transfer.cpp alone.
+// Plain HTTP/1.0 on port 80: what an update server needs, and no more. Nothing is cached, a
+// redirect is not followed (its status is the answer), and the proxy is that of the system
+// (http_proxy, no_proxy). libcurl is called in http_transfer.cpp alone.
 //
 // One thread: a call returns when it has its answer. While it waits for a name, a connection or
 // bytes, the program's events have their turn if the session has an idle function, which is called
