@@ -1,0 +1,45 @@
+#pragma once
+
+#include "importar/import.h"
+#include "platform/dao/sqlite.h"
+#include "session/banco.h"
+#include "support/test.h"
+
+namespace testing_support {
+
+// Rows of a query on a new folder's catalogue, cells with "|" between them, Null as "-".
+inline QStringList RowsIn(const QString& folder, const AnyText& sql) {
+    const auto catalogue = std::make_shared<dao::Connection>(
+        folder + u"/Tarvo.mdb"_s, SenhaBancoDados().toUtf8(), dao::Connection::Mode::ReadOnly);
+    QStringList rows;
+    for (dao::Statement select(*catalogue, sql.toUtf8()); select.Step();) {
+        QStringList cells;
+        for (int i = 0; i < select.ColumnCount(); ++i) {
+            const QVariant value = select.Column(i);
+            cells += value.isNull() ? u"-"_s
+                     : value.typeId() == QMetaType::Double
+                         ? QString::number(value.toDouble(), 'g', 15)
+                         : value.toString();
+        }
+        rows += cells.join(u'|');
+    }
+    return rows;
+}
+
+// Everything in a folder, hidden names too.
+inline QStringList NamesIn(const QString& folder) {
+    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+}
+
+// What an import throws for the user; empty when it does not.
+inline QString ComplaintOf(const importar::Order& order) {
+    tabelas::Progress progress;
+    try {
+        importar::Import(order, progress);
+        return {};
+    } catch (const Erro& erro) {
+        return erro.Description();
+    }
+}
+
+}  // namespace testing_support
