@@ -127,16 +127,20 @@ bool CodigoEmUso(const QString& tipo, qint32 codigo) {
     };
     static constexpr Consulta Consultas[] = {
         {"COM"_L1,
-         "SELECT CodigoComponente FROM PECA_COMPONENTE "
+         "SELECT CodigoComponente "
+         "FROM PECA_COMPONENTE "
          "WHERE CodigoComponente = "_L1},
         {"JRE"_L1,
-         "SELECT CodigoJogoReparo FROM PECA_COMPONENTE_JOGOREPARO "
+         "SELECT CodigoJogoReparo "
+         "FROM PECA_COMPONENTE_JOGOREPARO "
          "WHERE CodigoJogoReparo = "_L1},
         {"VEI"_L1,
-         "SELECT CodigoVeiculo FROM VEICULO_PECA "
+         "SELECT CodigoVeiculo "
+         "FROM VEICULO_PECA "
          "WHERE CodigoVeiculo = "_L1},
         {"FPC"_L1,
-         "SELECT CodigoFotoPecaPesquisa FROM PECA "
+         "SELECT CodigoFotoPecaPesquisa "
+         "FROM PECA "
          "WHERE CodigoFotoPecaPesquisa = "_L1},
     };
     if (tipo == "PCA"_L1) {
@@ -151,12 +155,18 @@ bool CodigoEmUso(const QString& tipo, qint32 codigo) {
 
 bool PossuiFiguraDetalhada(qint32 codigoPeca) {
     const auto peca = gDB->OpenRecordset(
-        "SELECT CodigoFigura FROM PECA WHERE CodigoPeca = "_L1 + QString::number(codigoPeca),
+        "SELECT CodigoFigura "
+        "FROM PECA "
+        "WHERE CodigoPeca = "_L1 +
+            QString::number(codigoPeca),
         dao::dbOpenForwardOnly);
     return !peca->Eof() && !peca->Fields(u"CodigoFigura"_s).Value().isNull();
 }
 
 bool PossuiListaComponentes(qint32 codigoPeca) {
-    return TemRegistro("SELECT ItemComponente FROM PECA_COMPONENTE WHERE CodigoPeca = "_L1 +
-                       QString::number(codigoPeca));
+    return TemRegistro(
+        "SELECT ItemComponente "
+        "FROM PECA_COMPONENTE "
+        "WHERE CodigoPeca = "_L1 +
+        QString::number(codigoPeca));
 }
