@@ -81,7 +81,7 @@ public:
         gCaminho = folder_.path() + u'\\';
         gCodigoPeca = 1;
         CriarCatalogo(gCaminho + u"Tarvo.mdb"_s, SenhaBancoDados());
-        AbrirBancoDados(gWS, u"gWS"_s, gDB, false);
+        AbrirSessao();
         MakeRows();
         QDir(folder_.path()).mkdir(u"Figuras"_s);
         MakePicture(folder_.filePath(u"Figuras/figura.png"_s));

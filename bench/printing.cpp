@@ -114,7 +114,7 @@ int main(int argc, char** argv) {
         const QTemporaryDir folder;
         gCaminho = folder.path() + u'\\';
         CriarCatalogo(gCaminho + u"Tarvo.mdb"_s, SenhaBancoDados());
-        AbrirBancoDados(gWS, u"gWS"_s, gDB, false);
+        AbrirSessao();
         FillCatalogue();
         MakePicture(folder.path());
         gCodigoPeca = 1;

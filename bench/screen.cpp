@@ -61,7 +61,7 @@ Screen::Screen(WatchfulApplication& application, const QString& folder)
     if (!gCaminho.endsWith(u'\\')) {
         gCaminho += u'\\';
     }
-    AbrirBancoDados(gWS, u"gWS"_s, gDB, false);
+    AbrirSessao();
     competitorNumber_ = gDB->GetConnection()->Value(CompetitorNumberSql).toString();
     gFrmPesquisa = new frmPesquisa;
     gFrmPesquisa->Show();

@@ -69,7 +69,7 @@ public:
         if (!gCaminho.endsWith(u'\\')) {
             gCaminho += u'\\';
         }
-        AbrirBancoDados(gWS, u"gWS"_s, gDB, false);
+        AbrirSessao();
         data_ = bench::PrepareViewData();
         gFrmPesquisa = new frmPesquisa;
         gFrmPesquisa->Show();

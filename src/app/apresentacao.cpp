@@ -33,7 +33,7 @@ void frmApresentacao::Load() {
     try {
         gCaminho = LocalizarDados();
         ExigirPalavraDeInicio(linhaDeComando_);
-        AbrirBancoDados(gWS, u"gWS"_s, gDB, false);
+        AbrirSessao();
     } catch (const Erro& erro) {
         MostrarErro(erro.Number(), erro.Description());
         sys::ExitNow(1);

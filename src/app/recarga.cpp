@@ -1,6 +1,7 @@
 #include "platform/forms/application.h"
 #include "platform/forms/form.h"
 #include "platform/forms/msgbox.h"
+#include "session/banco.h"
 #include "session/global.h"
 #include "session/passagens.h"
 
@@ -16,6 +17,7 @@ void RecarregarFormularios(const QString& mensagem) {
             formulario->Tag = Recarregando;
         }
 
+        RenovarSessao();
         AbrirPesquisa();
 
         // An unload activates another form, which lets events through: the next one may be gone.

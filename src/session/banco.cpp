@@ -39,6 +39,15 @@ void AbrirBancoDados(std::unique_ptr<dao::Workspace>& workspace, const QString& 
     banco = workspace->OpenDatabase(gCaminho + "Tarvo.mdb"_L1, false, somenteLeitura, conexao);
 }
 
+void AbrirSessao() {
+    AbrirBancoDados(gWS, u"gWS"_s, gDB, false);
+    RenovarSessao();
+}
+
+void RenovarSessao() {
+    gDB->Shadow({u"CODIGOCLIENTECONCORRENTE"_s, u"REFERENCIACRUZADA1"_s});
+}
+
 void FecharBancoDados(std::unique_ptr<dao::Workspace>& workspace,
                       std::unique_ptr<dao::Database>& banco) {
     // Dropping either one closes it without an error, the workspace with its open transaction.

@@ -12,6 +12,14 @@
 void AbrirBancoDados(std::unique_ptr<dao::Workspace>& workspace, const QString& nomeWorkspace,
                      std::unique_ptr<dao::Database>& banco, bool somenteLeitura);
 
+// Opens gWS and gDB for a run of the program. The customer in force is this run's own: what another
+// computer chooses changes nothing here, and choosing writes nothing into the shared file. Update
+// scripts have a connection of their own and see the file's row. Throws what AbrirBancoDados does.
+void AbrirSessao();
+
+// The same for what an update has changed in the tables behind it.
+void RenovarSessao();
+
 // Closes both and clears the references; ignores errors throughout.
 void FecharBancoDados(std::unique_ptr<dao::Workspace>& workspace,
                       std::unique_ptr<dao::Database>& banco);
@@ -28,7 +36,7 @@ bool BloquearBancoDados(bool bloquear);
 // column as it is. Lets events through. Throws the engine's errors.
 void GravarUltimaVerificacao(const QString& dataHora, const QString& flagErro);
 
-// Makes `codigo` the customer or competitor in force (-5: none). An error is shown and passed over.
+// Makes `codigo` the customer or competitor in force in this run (-5: none). An error is shown and passed over.
 void GravarClienteConcorrente(qint32 codigo);
 
 // Whether a result row ("COM", "JRE", "PCA", "VEI", "FPC") leads to any part. These three throw the

@@ -40,7 +40,7 @@ int main(int argc, char** argv) {
         QString answer = QStringLiteral("0");
         try {
             if (line == QLatin1String("open")) {
-                AbrirBancoDados(gWS, QStringLiteral("gWS"), gDB, false);
+                AbrirSessao();
             } else {
                 answer = Do(line.section(u' ', 0, 0), line.section(u' ', 1), out);
             }

@@ -1,4 +1,5 @@
 #include "platform/dao/sqlite.h"
+#include "platform/system/paths.h"
 #include "session/banco.h"
 #include "session/global.h"
 #include "support/catalogo.h"
@@ -122,16 +123,43 @@ private Q_SLOTS:
         gCaminho = catalogue_->Pasta() + u'\\';
     }
 
-    void GoesOnWhenTheSelectionCannotBeWritten() {
+    void EachProgramHasItsOwnCustomer() {
+        const QString number = u"SELECT NumeroClienteConcorrente FROM REFERENCIACRUZADA1"_s;
+        const QString chosen = u"SELECT CodigoClienteConcorrente FROM CODIGOCLIENTECONCORRENTE"_s;
+        catalogue_->Executar(Inserir("REFERENCIACRUZADA", {"17, 'A1', 'MEU'", "18, 'A1', 'SEU'"}));
+        const QString file = catalogue_->Pasta() + u"/Tarvo.mdb"_s;
+        Peer peer(catalogue_->Pasta());
+        const QByteArray before = sys::ReadBytes(file);
         GravarClienteConcorrente(17);
-        QCOMPARE(Valor("SELECT CodigoClienteConcorrente FROM CODIGOCLIENTECONCORRENTE"), u"17"_s);
+        QCOMPARE(peer.Ask("run UPDATE CODIGOCLIENTECONCORRENTE SET CodigoClienteConcorrente = 18"),
+                 u"0"_s);
+        QCOMPARE(Valor(number), u"MEU"_s);
+        QCOMPARE(peer.Ask("value "_L1 + number), u"SEU"_s);
+        QCOMPARE(sys::ReadBytes(file), before);
+
+        // A script has the file's own row, and a view that it changes is seen after the renewal.
+        OutroComputador script;
+        QCOMPARE(script.banco->OpenRecordset(chosen)->Fields(0).Value(), QVariant(-5));
+        script.banco->GetConnection()->Run(
+            "DROP VIEW REFERENCIACRUZADA1; CREATE VIEW REFERENCIACRUZADA1 AS SELECT NumeroTarvo,"
+            " 'NOVO' AS NumeroClienteConcorrente FROM REFERENCIACRUZADA");
+        RenovarSessao();
+        QCOMPARE(Valor(number), u"NOVO"_s);
+    }
+
+    void ChoosesWhereNobodyMayWrite() {
         BoxAnswers boxes;
         FecharBancoDados(gWS, gDB);
         AbrirBancoDados(gWS, u"gWS"_s, gDB, true);
+        RenovarSessao();
         GravarClienteConcorrente(18);
-        AbrirBancoDados(gWS, u"gWS"_s, gDB, false);
+        QVERIFY(boxes.Boxes().isEmpty());
+        gDB->Close();
+        GravarClienteConcorrente(18);
+        FecharBancoDados(gWS, gDB);
+        AbrirSessao();
         QCOMPARE(boxes.Texts().size(), 1);
-        QVERIFY(boxes.Texts().first().startsWith(u"Erro nº: 3027\n"_s));
+        QVERIFY(boxes.Texts().first().startsWith(u"Erro nº: 3420\n"_s));
     }
 
     void LocksOutOneComputerAtATime() {

@@ -26,7 +26,7 @@ void PorCatalogoVazio() {
 CatalogoDeTeste::CatalogoDeTeste() {
     gCaminho = pasta_.path() + u'\\';
     PorCatalogoVazio();
-    AbrirBancoDados(gWS, u"gWS"_s, gDB, false);
+    AbrirSessao();
     Executar(
         {"UPDATE UMREGISTRO SET DataEmissao = DateSerial(2026,3,5), ComplementoDataEmissao = ' - "
          "teste'"});

@@ -146,6 +146,12 @@ public:
     // not wait for another computer's lock: it fails at once.
     void Execute(const QString& sql, int options = 0);
 
+    // Hides tables and views of the file, for this object alone and until it is closed, behind
+    // temporary ones of the same names: a table with a copy of its rows, a view with its definition
+    // over what is seen then. What the file does not have is passed over. A second call begins
+    // anew.
+    void Shadow(const QStringList& names);
+
     qint64 RecordsAffected() const;
     void Close();
 

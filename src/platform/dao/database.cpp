@@ -118,6 +118,31 @@ void Database::Execute(const QString& sql, int options) {
     }
 }
 
+void Database::Shadow(const QStringList& names) {
+    connection_->FinishReads();  // the engine drops nothing that a statement of its own is reading
+    for (const QString& name : names) {
+        Connection& connection = *connection_;
+        Statement find(connection,
+                       "SELECT name, type, sql FROM main.sqlite_schema"
+                       " WHERE name = ?1 COLLATE NOCASE AND type IN ('table', 'view')");
+        find.Bind(1, name);
+        if (!find.Step()) {
+            continue;
+        }
+        const QByteArray own = '"' + find.Column(0).toString().toUtf8() + '"';
+        const QByteArray kind = find.Column(1).toString().toUtf8().toUpper();
+        // The engine keeps each definition with these two words in front.
+        const QByteArray definition =
+            find.Column(2).toString().toUtf8().sliced(qstrlen("CREATE ") + kind.size());
+        find.Reset();
+        connection.Run("DROP " + kind + " IF EXISTS temp." + own);
+        connection.Run("CREATE TEMP " + kind + definition);
+        if (kind == "TABLE") {
+            connection.Run("INSERT INTO temp." + own + " SELECT * FROM main." + own);
+        }
+    }
+}
+
 qint64 Database::RecordsAffected() const {
     return affected_;
 }
