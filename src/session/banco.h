@@ -36,7 +36,8 @@ bool BloquearBancoDados(bool bloquear);
 // column as it is. Lets events through. Throws the engine's errors.
 void GravarUltimaVerificacao(const QString& dataHora, const QString& flagErro);
 
-// Makes `codigo` the customer or competitor in force in this run (-5: none). An error is shown and passed over.
+// Makes `codigo` the customer or competitor in force in this run (-5: none). An error is shown and
+// passed over.
 void GravarClienteConcorrente(qint32 codigo);
 
 // Whether a result row ("COM", "JRE", "PCA", "VEI", "FPC") leads to any part. These three throw the
