@@ -2,14 +2,17 @@
 
 #include "platform/erro.h"
 #include "platform/forms/application.h"
+#include "platform/forms/msgbox.h"
 #include "platform/system/process.h"
 #include "session/arquivos.h"
 #include "session/banco.h"
 #include "session/erros.h"
 #include "session/global.h"
 #include "session/passagens.h"
+#include "session/travas.h"
 
 #include <QCoreApplication>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -33,6 +36,7 @@ void frmApresentacao::Load() {
     try {
         gCaminho = LocalizarDados();
         ExigirPalavraDeInicio(linhaDeComando_);
+        gFaltaDeTravas = FaltaDeTravas(gCaminho);
         AbrirSessao();
     } catch (const Erro& erro) {
         MostrarErro(erro.Number(), erro.Description());
@@ -59,5 +63,12 @@ void frmApresentacao::IniciarCatalogo() {
     AbrirPesquisa();
     if (aberta) {
         Unload();
+    }
+    if (!gFaltaDeTravas.isEmpty()) {
+        // Behind the first paint of the screen that it stands over.
+        QTimer::singleShot(0, QCoreApplication::instance(), [] {
+            forms::MsgBox(gFaltaDeTravas + u"\n\nO catálogo funciona, mas não se atualiza assim."_s,
+                          forms::vbInformation, TituloCatalogo);
+        });
     }
 }

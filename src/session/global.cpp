@@ -4,6 +4,7 @@ std::unique_ptr<dao::Workspace> gWS;
 std::unique_ptr<dao::Database> gDB;
 
 QString gCaminho;
+QString gFaltaDeTravas;
 QString TextoEmissao;
 bool VerificacaoAutomatica = false;
 frmPesquisa* gFrmPesquisa = nullptr;

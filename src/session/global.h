@@ -17,6 +17,10 @@ inline const QString NomeDoPrograma = QStringLiteral("tarvo-catalogo");
 // The word on the command line by which the launcher starts the catalogue.
 inline const QString PalavraDeInicio = QStringLiteral("INICIOPAINELVERDE");
 
+// Why locks in the data folder keep no other computer out, found out at the start; empty where they
+// do, as far as can be told. The catalogue then updates nothing.
+extern QString gFaltaDeTravas;
+
 // The customer code that stands for none.
 inline constexpr qint32 SemCliente = -5;
 

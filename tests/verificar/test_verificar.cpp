@@ -14,7 +14,9 @@ class TestVerificar : public QObject {
     std::unique_ptr<CatalogoDeTeste> catalogo_;
 
     // The engine's own statements: what they do is what a careless maker of catalogues may do.
-    void Estragar(const AnyText& comandos) { gDB->GetConnection()->Run(comandos.toUtf8()); }
+    static void Estragar(const AnyText& comandos) {
+        OutroComputador().banco->GetConnection()->Run(comandos.toUtf8());
+    }
 
     QList<Finding> Achados(Weight peso) const {
         QList<Finding> achados;

@@ -1,11 +1,13 @@
 #include "platform/erro.h"
 #include "platform/system/usage.h"
 #include "verificar/check.h"
+#include "verificar/network.h"
 #include "verificar/report.h"
 
 #include <QCoreApplication>
 #include <QDir>
 
+#include <functional>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -16,9 +18,12 @@ enum Outcome { Sound = 0, Faulty = 1, NotChecked = 2 };
 
 const QString Use =
     u"Uso: tarvo-verificar <pasta> [opções]\n"
+    "     tarvo-verificar --rede <pasta>\n"
     "\n"
     "Confere uma pasta de dados do Catálogo TARVO-LINDEN: o arquivo Tarvo.mdb, as\n"
-    "figuras e as fotos. Nada é alterado.\n"
+    "figuras e as fotos. Nada é alterado. Com --rede, diz se a pasta pode ser usada por\n"
+    "vários computadores: se as travas de arquivo valem, quanto custa a primeira\n"
+    "pesquisa, se o que se grava chega ao disco.\n"
     "\n"
     "  --examples n   exemplos mostrados de cada caso (padrão: 5)\n"
     "  --full         compara também cada índice com a sua tabela (demora mais)\n"
@@ -26,6 +31,31 @@ const QString Use =
     "  --help         mostra esta ajuda\n"
     "\n"
     "Código de saída: 0 sem erros, 1 com erros, 2 quando não foi possível conferir.\n"_s;
+
+QString AbsoluteFolder(const QString& folder) {
+    return QDir::cleanPath(QDir(folder).absolutePath());
+}
+
+int CheckNetwork(const QString& folder) {
+    const auto network = verificar::CheckNetwork(folder, QCoreApplication::applicationFilePath());
+    sys::Print(stdout, verificar::Report(folder, network));
+    return network.faults.isEmpty() ? Sound : Faulty;
+}
+
+int CheckRows(const verificar::Order& order) {
+    const auto findings = verificar::Check(order);
+    sys::Print(stdout, verificar::Report(order.folder, findings));
+    return verificar::HasFault(findings) ? Faulty : Sound;
+}
+
+int Trapping(const std::function<int()>& check) {
+    try {
+        return check();
+    } catch (const Erro& erro) {
+        sys::Print(stderr, u"tarvo-verificar: %1\n"_s.arg(erro.Description()));
+        return NotChecked;
+    }
+}
 
 std::optional<verificar::Order> ReadOrder(QStringList arguments) {
     verificar::Order order;
@@ -41,7 +71,7 @@ std::optional<verificar::Order> ReadOrder(QStringList arguments) {
     if (arguments.size() != 1 || arguments.first().startsWith(u'-')) {
         return std::nullopt;
     }
-    order.folder = QDir::cleanPath(QDir(arguments.first()).absolutePath());
+    order.folder = AbsoluteFolder(arguments.first());
     return order;
 }
 
@@ -53,17 +83,17 @@ int main(int argc, char** argv) {
     if (sys::AnswerUsage(arguments, u"tarvo-verificar"_s, Use)) {
         return Sound;
     }
+    if (arguments.size() == 2 && arguments.first() == verificar::OtherSide) {
+        verificar::PlayOther(arguments.last());
+        return Sound;
+    }
+    if (arguments.size() == 2 && arguments.first() == "--rede"_L1) {
+        return Trapping([&] { return CheckNetwork(AbsoluteFolder(arguments.last())); });
+    }
     const auto order = ReadOrder(arguments);
     if (!order) {
         sys::Print(stderr, Use);
         return NotChecked;
     }
-    try {
-        const auto findings = verificar::Check(*order);
-        sys::Print(stdout, verificar::Report(order->folder, findings));
-        return verificar::HasFault(findings) ? Faulty : Sound;
-    } catch (const Erro& erro) {
-        sys::Print(stderr, u"tarvo-verificar: %1\n"_s.arg(erro.Description()));
-        return NotChecked;
-    }
+    return Trapping([&] { return CheckRows(*order); });
 }

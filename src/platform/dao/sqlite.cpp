@@ -351,6 +351,14 @@ QVariant Connection::Value(const QByteArray& sql) {
     return statement.Step() ? statement.Column(0) : QVariant();
 }
 
+qint64 Connection::PagesRead() const {
+    int pages = 0;
+    int highest = 0;
+    Check(handle_.get(),
+          sqlite3_db_status(handle_.get(), SQLITE_DBSTATUS_CACHE_MISS, &pages, &highest, 0));
+    return pages;
+}
+
 qint64 Connection::Changes() const {
     return sqlite3_changes64(Handle());
 }

@@ -78,6 +78,7 @@ public:
     void Run(const QByteArray& sql);        // one or several statements without a result
     QVariant Value(const QByteArray& sql);  // first column of the first row
     qint64 Changes() const;
+    qint64 PagesRead() const;  // from the file, since the connection was opened
     void SetBusyTimeout(std::chrono::milliseconds timeout);
     bool InTransaction() const;
     sqlite3* Handle() const {

@@ -1,0 +1,125 @@
+// A file system that shows a folder at another place and is as bad as it is told to be.
+//
+//   frailfs <folder> <mount point> [ignore-locks]
+//
+// With ignore-locks every lock is granted to everybody. A file "lento" in the folder makes each
+// read take as many milliseconds as it says; a file "morto" makes each fail.
+
+#define FUSE_USE_VERSION 31
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <cstring>
+#include <dirent.h>
+#include <fcntl.h>
+#include <fstream>
+#include <fuse.h>
+#include <string>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+std::string folder;
+
+std::string At(const char* path) {
+    return folder + path;
+}
+
+int Answer(long result) {
+    return result < 0 ? -errno : static_cast<int>(result);
+}
+
+int Handle(const fuse_file_info* file) {
+    return static_cast<int>(file->fh);
+}
+
+int Attributes(const char* path, struct stat* found, fuse_file_info*) {
+    return Answer(lstat(At(path).c_str(), found));
+}
+
+int List(const char* path, void* buffer, fuse_fill_dir_t fill, off_t, fuse_file_info*,
+         fuse_readdir_flags) {
+    DIR* names = opendir(At(path).c_str());
+    if (names == nullptr) {
+        return -errno;
+    }
+    while (const dirent* name = readdir(names)) {
+        fill(buffer, name->d_name, nullptr, 0, fuse_fill_dir_flags{});
+    }
+    closedir(names);
+    return 0;
+}
+
+int Open(const char* path, fuse_file_info* file) {
+    const int handle = open(At(path).c_str(), file->flags);
+    file->fh = static_cast<uint64_t>(handle);
+    file->direct_io = 1;  // nothing is answered from memory
+    return handle < 0 ? -errno : 0;
+}
+
+int Create(const char* path, mode_t mode, fuse_file_info* file) {
+    const int handle = open(At(path).c_str(), file->flags | O_CREAT, mode);
+    file->fh = static_cast<uint64_t>(handle);
+    return handle < 0 ? -errno : 0;
+}
+
+int Read(const char*, char* bytes, size_t size, off_t from, fuse_file_info* file) {
+    if (access(At("/morto").c_str(), F_OK) == 0) {
+        return -EIO;
+    }
+    int milliseconds = 0;
+    if (std::ifstream(At("/lento")) >> milliseconds) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+    }
+    return Answer(pread(Handle(file), bytes, size, from));
+}
+
+int Write(const char*, const char* bytes, size_t size, off_t to, fuse_file_info* file) {
+    return Answer(pwrite(Handle(file), bytes, size, to));
+}
+
+fuse_operations Operations(bool ignoreLocks) {
+    fuse_operations all = {};
+    all.getattr = Attributes;
+    all.readdir = List;
+    all.open = Open;
+    all.create = Create;
+    all.read = Read;
+    all.write = Write;
+    all.release = [](const char*, fuse_file_info* file) { return Answer(close(Handle(file))); };
+    all.fsync = [](const char*, int, fuse_file_info* file) { return Answer(fsync(Handle(file))); };
+    all.truncate = [](const char* path, off_t size, fuse_file_info*) {
+        return Answer(truncate(At(path).c_str(), size));
+    };
+    all.unlink = [](const char* path) { return Answer(unlink(At(path).c_str())); };
+    all.mkdir = [](const char* path, mode_t mode) { return Answer(mkdir(At(path).c_str(), mode)); };
+    all.rmdir = [](const char* path) { return Answer(rmdir(At(path).c_str())); };
+    all.rename = [](const char* from, const char* to, unsigned) {
+        return Answer(rename(At(from).c_str(), At(to).c_str()));
+    };
+    all.chmod = [](const char* path, mode_t mode, fuse_file_info*) {
+        return Answer(chmod(At(path).c_str(), mode));
+    };
+    if (ignoreLocks) {
+        all.lock = [](const char*, fuse_file_info*, int, struct flock*) { return 0; };
+    }
+    return all;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    if (count < 3) {
+        std::fputs("frailfs <folder> <mount point> [ignore-locks]\n", stderr);
+        return 2;
+    }
+    folder = arguments[1];
+    const fuse_operations operations =
+        Operations(count > 3 && std::strcmp(arguments[3], "ignore-locks") == 0);
+    char foreground[] = "-f";
+    char* mine[] = {arguments[0], arguments[2], foreground};
+    return fuse_main(3, mine, &operations, nullptr);
+}
