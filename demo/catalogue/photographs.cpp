@@ -6,12 +6,15 @@
 #include "render/photo.h"
 
 #include <QDir>
+#include <QFile>
 #include <QImageWriter>
 #include <QMap>
 #include <QtConcurrentMap>
 
 #include <exception>
+#include <map>
 #include <numeric>
+#include <span>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -48,6 +51,12 @@ std::vector<Sitting> SittingsOf(const Assortment& assortment, int reduction) {
         }
     }
     return {looks.begin(), looks.end()};
+}
+
+void CopyFile(const QString& from, const QString& to) {
+    if (!QFile::copy(from, to)) {
+        throw Erro(Erro::PathFileAccess, u"Não foi possível gravar \"%1\"."_s.arg(to));
+    }
 }
 
 }  // namespace
@@ -93,10 +102,27 @@ void DrawPhotos(const Assortment& assortment, const QString& folder, Pictures pi
     const QDir target(folder);
     const std::vector<Sitting> sittings =
         SittingsOf(assortment, pictures == Pictures::Small ? 4 : 1);
+    const auto assemblyOf = [&sittings](size_t i) {
+        return render::AssemblyFor(sittings[i].family, sittings[i].parameters);
+    };
+    // Not every word of a part's text shows: a good quarter of the looks are one another's copies.
+    std::vector<size_t> looks(sittings.size());
     DrawAll(sittings.size(), [&](size_t i) {
-        const Sitting& sitting = sittings[i];
-        const render::Assembly part = render::AssemblyFor(sitting.family, sitting.parameters);
-        SavePicture(render::Photo(part, sitting.size), target.filePath(sitting.file), Quality);
+        looks[i] = qHashMulti(render::LookOf(assemblyOf(i)), sittings[i].size.width());
+    });
+    std::map<size_t, std::vector<size_t>> alike;
+    for (size_t i = 0; i < looks.size(); ++i) {
+        alike[looks[i]].push_back(i);
+    }
+    const std::vector<std::pair<size_t, std::vector<size_t>>> groups(alike.begin(), alike.end());
+    DrawAll(groups.size(), [&](size_t group) {
+        const std::vector<size_t>& same = groups[group].second;
+        const QString file = target.filePath(sittings[same.front()].file);
+        SavePicture(render::Photo(assemblyOf(same.front()), sittings[same.front()].size), file,
+                    Quality);
+        for (const size_t copy : std::span(same).subspan(1)) {
+            CopyFile(file, target.filePath(sittings[copy].file));
+        }
     });
 }
 

@@ -1,5 +1,7 @@
 #include "assembly.h"
 
+#include <QHashFunctions>
+
 namespace render {
 
 Element& Element::Add(const Element& other, const Placement& at) {
@@ -38,6 +40,26 @@ Box Assembly::Bounds() const {
         }
     }
     return box;
+}
+
+size_t LookOf(const Assembly& assembly) {
+    size_t look = 0;
+    const auto take = [&look](const void* values, size_t bytes) {
+        look = qHashBits(values, bytes, look);
+    };
+    take(&assembly.pose, sizeof assembly.pose);
+    for (const Element& element : assembly.elements) {
+        take(&element.place, sizeof element.place);
+        for (const Piece& piece : element.pieces) {
+            const std::vector<Vertex>& vertices = piece.mesh.vertices;
+            const std::vector<Mesh::Triangle>& triangles = piece.mesh.triangles;
+            take(&piece.material, sizeof piece.material);
+            take(&piece.place, sizeof piece.place);
+            take(vertices.data(), vertices.size() * sizeof vertices[0]);
+            take(triangles.data(), triangles.size() * sizeof triangles[0]);
+        }
+    }
+    return look;
 }
 
 }  // namespace render

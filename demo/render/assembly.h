@@ -44,4 +44,8 @@ struct Assembly {
     Box Bounds() const;  // mm, posed
 };
 
+// The same number for assemblies that look the same to the last point; another one, as good as
+// always, for others.
+size_t LookOf(const Assembly& assembly);
+
 }  // namespace render

@@ -40,6 +40,10 @@ Linework::Linework(const Buffers& buffers, const std::vector<uint16_t>& elements
     for (int y = 0; y + 1 < buffers_.height; ++y) {
         for (int x = 0; x + 1 < buffers_.width; ++x) {
             const size_t at = buffers_.Index(x, y);
+            const auto surface = [&](size_t i) { return buffers_.samples[i].surface; };
+            if ((surface(at) | surface(at + 1) | surface(at + row)) == 0) {
+                continue;
+            }
             Borders(x, y, at, 1, true);
             Borders(x, y, at, row, false);
         }

@@ -10,7 +10,8 @@
 namespace render {
 namespace {
 
-constexpr int Oversampling = 3;
+constexpr int Oversampling = 2;
+constexpr int Middle = Oversampling / 2;  // of a pixel, in samples
 constexpr float Azimuth = 0;  // assemblies turn themselves, the camera stays with the lights
 
 // Tileable noise of unit-sized cells, as three independent values from -1 to 1.
@@ -174,8 +175,8 @@ private:
         for (int y = 0; y < half_.height(); ++y) {
             for (int x = 0; x < half_.width(); ++x) {
                 Cell& cell = cells_[CellIndex(x, y)];
-                const int sx = std::min(x * 2 * Oversampling + 1, buffers_.width - 1);
-                const int sy = std::min(y * 2 * Oversampling + 1, buffers_.height - 1);
+                const int sx = std::min(x * 2 * Oversampling + Middle, buffers_.width - 1);
+                const int sy = std::min(y * 2 * Oversampling + Middle, buffers_.height - 1);
                 const int scatter = (x & 3) + 4 * (y & 3);
                 const size_t i = buffers_.Index(sx, sy);
                 const Sample& sample = buffers_.samples[i];
@@ -281,7 +282,7 @@ private:
         if (plain && first->surface == 0) {
             return Colour(Floor(x, y));
         }
-        const size_t middle = buffers_.Index(x * Oversampling + 1, y * Oversampling + 1);
+        const size_t middle = buffers_.Index(x * Oversampling + Middle, y * Oversampling + Middle);
         if (plain && flat) {
             return Colour(Shade(x, y, buffers_.samples[middle].surface, Normalized(mean),
                                 buffers_.depth[middle]));
@@ -304,8 +305,8 @@ private:
     Vec3 Shade(int x, int y, uint16_t id, Vec3 normal, float depth) const {
         const Shaded& shaded = shaded_[id];
         const Surface& surface = *shaded.surface;
-        const float px = static_cast<float>(x * Oversampling) + 1.5f;
-        const float py = static_cast<float>(y * Oversampling) + 1.5f;
+        const float px = static_cast<float>(x * Oversampling) + Oversampling / 2.0f;
+        const float py = static_cast<float>(y * Oversampling) + Oversampling / 2.0f;
         const float z = camera_.Distance(depth);
         const Visibility::Share share = ShareAt(x, y, id, z, normal);
         const Vec3 at = PointAt(px, py, depth);

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <map>
 #include <mutex>
+#include <optional>
 
 namespace render {
 namespace {
@@ -89,6 +89,12 @@ LightTable::LightTable(float roughness) : table_(static_cast<size_t>(Side) * Sid
     // Phong lobe about the mirrored ray, with the exponent that matches the roughness.
     const float alpha = std::max(roughness * roughness, 0.02f);
     const float exponent = std::clamp(2 / (alpha * alpha) - 2, 1.0f, 900.0f) / 4;
+    // The lobe by its cosine: raising to a power for each pair of directions would cost seconds.
+    constexpr size_t Steps = 8192;
+    std::vector<float> lobe(Steps + 1);
+    for (size_t i = 0; i <= Steps; ++i) {
+        lobe[i] = std::pow(static_cast<float>(i) / Steps, exponent);
+    }
     const Vec3 toViewer = ToWorld({0, 0, 1});
     for (int row = 0; row < Side; ++row) {
         for (int column = 0; column < Side; ++column) {
@@ -113,7 +119,7 @@ LightTable::LightTable(float roughness) : table_(static_cast<size_t>(Side) * Sid
                 if (near <= 0) {
                     continue;
                 }
-                const float weight = std::exp2(exponent * std::log2(near));
+                const float weight = lobe[static_cast<size_t>(std::min(near, 1.0f) * Steps + 0.5f)];
                 total += weight;
                 light.mirrorKey += in.radiance.key * weight;
                 light.mirrorTent += in.radiance.tent * weight;
@@ -148,16 +154,18 @@ Light LightTable::At(float nx, float ny) const {
 }
 
 const LightTable& LightTable::For(float roughness) {
-    static std::map<int, LightTable> tables;
-    static std::mutex mutex;
-    const std::scoped_lock lock(mutex);
-    // A handful of tables serves all materials.
-    const int step = std::clamp(static_cast<int>(roughness * 10 + 0.5f), 1, 9);
-    const auto found = tables.find(step);
-    if (found != tables.end()) {
-        return found->second;
-    }
-    return tables.emplace(step, LightTable(static_cast<float>(step) / 10)).first->second;
+    // A handful of tables serves all materials. Whoever needs one first makes it, while others make
+    // others.
+    struct Entry {
+        std::once_flag once;
+        std::optional<LightTable> table;
+    };
+    static std::array<Entry, 10> entries;
+    const auto step =
+        static_cast<size_t>(std::clamp(static_cast<int>(roughness * 10 + 0.5f), 1, 9));
+    Entry& entry = entries[step];
+    std::call_once(entry.once, [&] { entry.table.emplace(static_cast<float>(step) / 10); });
+    return *entry.table;
 }
 
 int Developed(float linear) {

@@ -46,22 +46,22 @@ Visibility::Visibility(const Assembly& assembly, const Box& bounds, const Placem
     constexpr float Tiny = 0.10f;
     const float texelArea = texel_ * texel_;
     size_t tiny = 0;
-    std::vector<Vec3> points;
     for (const Element& element : assembly.elements) {
         for (const Piece& piece : element.pieces) {
             const Placement place = studio * assembly.pose * element.place * piece.place;
-            points.clear();
+            const auto first = static_cast<uint32_t>(points_.size());
             for (const Vertex& vertex : piece.mesh.vertices) {
-                points.push_back(place.Point(vertex.at) - centre_);
+                points_.push_back(place.Point(vertex.at) - centre_);
             }
             for (const Mesh::Triangle& t : piece.mesh.triangles) {
-                const Vec3 a = points[t[0]];
-                const Vec3 b = points[t[1]];
-                const Vec3 c = points[t[2]];
+                const Face face{first + t[0], first + t[1], first + t[2]};
+                const Vec3 a = points_[face[0]];
+                const Vec3 b = points_[face[1]];
+                const Vec3 c = points_[face[2]];
                 const Vec3 normal = Cross(b - a, c - a);
                 const float area = Dot(normal, normal) / (4 * texelArea * texelArea);
                 if (area >= Small * Small) {
-                    faces_.push_back({a, b, c});
+                    faces_.push_back(face);
                 } else if (area >= Tiny * Tiny || ++tiny % 3 == 0) {
                     dots_.push_back({(a + b + c) * (1.0f / 3), normal});
                 }
@@ -112,10 +112,12 @@ void Visibility::Draw(View& view) const {
             mark(static_cast<int>(at.x), static_cast<int>(at.y), at.z);
         }
     }
+    std::vector<Vec3> places(points_.size());
+    std::transform(points_.begin(), points_.end(), places.begin(), seen);
     for (const Face& face : faces_) {
-        const Vec3 a = seen(face[0]);
-        const Vec3 b = seen(face[1]);
-        const Vec3 c = seen(face[2]);
+        const Vec3 a = places[face[0]];
+        const Vec3 b = places[face[1]];
+        const Vec3 c = places[face[2]];
         const float area = (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
         if (area <= 0) {
             continue;
@@ -128,17 +130,26 @@ void Visibility::Draw(View& view) const {
         const int right = static_cast<int>(std::floor(std::max({a.x, b.x, c.x}) - 0.5f));
         const int low = static_cast<int>(std::ceil(std::min({a.y, b.y, c.y}) - 0.5f));
         const int high = static_cast<int>(std::floor(std::max({a.y, b.y, c.y}) - 0.5f));
+        if (left > right || low > high) {
+            continue;
+        }
+        // What each corner weighs is linear over the face: from step to step it grows by a
+        // constant.
         const float inverse = 1 / area;
+        const float x = static_cast<float>(left) + 0.5f;
+        const float alongA = (b.y - c.y) * inverse;
+        const float alongB = (c.y - a.y) * inverse;
         for (int row = low; row <= high; ++row) {
+            const float y = static_cast<float>(row) + 0.5f;
+            float wa = ((b.x - x) * (c.y - y) - (b.y - y) * (c.x - x)) * inverse;
+            float wb = ((c.x - x) * (a.y - y) - (c.y - y) * (a.x - x)) * inverse;
             for (int column = left; column <= right; ++column) {
-                const float x = static_cast<float>(column) + 0.5f;
-                const float y = static_cast<float>(row) + 0.5f;
-                const float wa = ((b.x - x) * (c.y - y) - (b.y - y) * (c.x - x)) * inverse;
-                const float wb = ((c.x - x) * (a.y - y) - (c.y - y) * (a.x - x)) * inverse;
                 const float wc = 1 - wa - wb;
-                if (wa >= 0 && wb >= 0 && wc >= 0) {
+                if (std::min({wa, wb, wc}) >= 0) {
                     mark(column, row, a.z * wa + b.z * wb + c.z * wc);
                 }
+                wa += alongA;
+                wb += alongB;
             }
         }
     }

@@ -32,7 +32,7 @@ private:
         bool key;
         std::vector<float> height;
     };
-    using Face = std::array<Vec3, 3>;
+    using Face = std::array<uint32_t, 3>;  // of points_
     struct Spot {
         Vec3 at;
         Vec3 normal;
@@ -40,9 +40,10 @@ private:
     void Draw(View& view) const;
 
     Vec3 centre_;
-    float reach_;              // mm, half the side of each picture
-    float texel_;              // mm
-    std::vector<Face> faces_;  // from the centre, mm
+    float reach_;               // mm, half the side of each picture
+    float texel_;               // mm
+    std::vector<Vec3> points_;  // from the centre, mm
+    std::vector<Face> faces_;
     std::vector<Spot> dots_;
     std::vector<View> views_;
 };
