@@ -24,6 +24,10 @@ else()
     )
 endif()
 
+if(NOT MSVC)
+    target_link_options(tarvo_common INTERFACE LINKER:-z,relro LINKER:-z,now)
+endif()
+
 if(TARVO_SANITIZE)
     target_compile_options(tarvo_common INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer -O1)

@@ -11,6 +11,7 @@
 
 #include <QScopedValueRollback>
 
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -29,6 +30,12 @@ const Lugar Lugares[] = {
     {u"lblFonte", {311, 67, 80, 16}},
     {u"imgFigura", {313, 91, 49, 16}},
 };
+
+// Page units from the top of the printable area: what a page needs at least. A list's last row
+// begins at 2400 or a little above, with 20 before it and a line of 10 points; a figure is as high
+// as its frame on the screen, below a head of four lines.
+constexpr int AlturaDaLista = 2480;
+constexpr int AlturaDaFigura = 2090;
 
 // The one character behind a marker of the selection string.
 QString EstadoDe(const QString& marcador) {
@@ -177,6 +184,11 @@ void frmImpressao::Imprimir() {
         mImpressora = cdgImpressoras.ShowPrinter();
         forms::SetMousePointer(forms::vbHourglass);
         PrepararImpressora();
+        if (!AceitarPapel(figura, lista)) {
+            mImpressora.reset();
+            forms::SetMousePointer(forms::vbDefault);
+            return;
+        }
         if (figura) {
             ImprimirFigura();
         }
@@ -193,6 +205,18 @@ void frmImpressao::Imprimir() {
         }
     }
     mImpressora.reset();
+}
+
+bool frmImpressao::AceitarPapel(bool figura, bool lista) const {
+    const int altura = std::max(figura ? AlturaDaFigura : 0, lista ? AlturaDaLista : 0);
+    if (mImpressora->PageHeight() >= altura * mEscala) {
+        return true;
+    }
+    return forms::MsgBox(
+               u"O papel escolhido é pequeno para estas páginas: o que passar da folha não "
+               "será impresso.\nDeseja imprimir assim mesmo?"_s,
+               forms::vbYesNo | forms::vbQuestion | forms::vbDefaultButton2,
+               TituloCatalogo) == forms::vbYes;
 }
 
 void frmImpressao::PrepararImpressora() {

@@ -65,6 +65,8 @@ private:
 
     void Imprimir();
     void PrepararImpressora();
+    // Asks when the paper is too low for the ticked pages; whether to print.
+    bool AceitarPapel(bool figura, bool lista) const;
 
     // What the pages share; distances and limits are page units. All of it throws what the printer
     // and the database throw.

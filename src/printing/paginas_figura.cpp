@@ -1,10 +1,12 @@
 #include "platform/convert.h"
 #include "platform/forms/densepicture.h"
 #include "platform/forms/picturefile.h"
+#include "platform/system/paths.h"
 #include "printing/impressao.h"
 #include "session/erros.h"
 #include "session/global.h"
 
+#include <QDir>
 #include <QFontMetricsF>
 
 using namespace Qt::StringLiterals;
@@ -15,6 +17,16 @@ constexpr int EspacoAntesDaFigura = 300;  // page units
 
 // Screen pixels: half the box that a number has on the screen, in which it stands centred.
 constexpr int MeiaCaixa = 16;
+
+// On the screen a missing picture is an empty frame; here somebody waits for the paper.
+QPixmap FiguraDe(const QString& arquivo) {
+    try {
+        return forms::LoadPicture(arquivo, {}, 1);
+    } catch (const Erro& erro) {
+        throw Erro(erro.Number(),
+                   erro.Description() + u'\n' + QDir::toNativeSeparators(sys::ToNative(arquivo)));
+    }
+}
 
 }  // namespace
 
@@ -52,7 +64,7 @@ void frmImpressao::ImprimirFigura() {
 
         const QString arquivo = gCaminho + u"Figuras\\"_s +
                                 convert::ToTextOrEmpty(linhas->Fields(u"ArquivoFigura"_s).Value());
-        imgFigura->SetPixmap(forms::LoadPicture(arquivo, {}, 1));
+        imgFigura->SetPixmap(FiguraDe(arquivo));
         const QPixmap& figura = imgFigura->Pixmap();
         const QPixmap densa = forms::LoadDensePicture(arquivo, figura.size());
         const qint16 X0 = convert::ToInt16(X * s + OffX);

@@ -35,6 +35,7 @@ public:
         : folha_(folha), pontos_(pontosPorPolegada) {}
 
     QMap<int, double> alturas;
+    double altura = 1e6;  // of the printable area
     std::function<void()> aoComecar = [] {};
     std::function<void()> aoVirar = [] {};
     std::function<void()> aoTerminar = [] {};
@@ -44,6 +45,7 @@ public:
         folha_.passos += orientation == printer::vbPRORLandscape ? u"paisagem"_s : u"retrato"_s;
     }
     float TwipsPerPixelX() const override { return 1440.0F / static_cast<float>(pontos_); }
+    double PageHeight() const override { return altura; }
     void SetFontName(const QString& name) override {
         aoEscolherLetra(name);
         folha_.passos += name;

@@ -1,5 +1,6 @@
 #include "dialogo.h"
 #include "gravador.h"
+#include "platform/forms/msgbox.h"
 #include "support/test.h"
 
 #include <QTimer>
@@ -112,6 +113,37 @@ private Q_SLOTS:
         }
         QCOMPARE(folha_.passos.contains(u"fim"_s),
                  onde != u"comeco" && onde != u"dialogo" && !parametro.contains(u"FD:0LC:0"_s));
+    }
+
+    // What would fall off a sheet is said before anything is printed; the heights are those of the
+    // printable area in page units, of A4, of a figure's page and of A5.
+    void smallPaper_data() {
+        const Table<QString, double, int, bool, bool> row("parametro", "altura", "resposta",
+                                                          "pergunta", "impresso");
+        row("list on A4", "FD:0LC:1", 2875, 0, false, true);
+        row("list on A5, no", "FD:1LC:1", 1997, forms::vbNo, true, false);
+        row("list on A5, yes", "FD:0LC:1", 1997, forms::vbYes, true, true);
+        row("the last row whole", "FD:0LC:1", 2480, 0, false, true);
+        row("the last row cut", "FD:0LC:1", 2479, forms::vbNo, true, false);
+        row("figure where a list would not go", "FD:1LC:0", 2090, 0, false, true);
+        row("figure on A5", "FD:1LC:0", 1997, forms::vbNo, true, false);
+    }
+    void smallPaper() {
+        QFETCH(QString, parametro);
+        QFETCH(double, altura);
+        QFETCH(int, resposta);
+        QFETCH(bool, pergunta);
+        QFETCH(bool, impresso);
+        preparar_ = [altura](Gravador& gravador) { gravador.altura = altura; };
+        dialogo_->DarFigura("f.png", {{u"   1"_s, {1, 1}}});
+        WritePicture(dialogo_->ArquivoDaFigura("f.png"), {582, 343});
+        dialogo_->Abrir(parametro);
+        const BoxAnswers respostas({resposta});
+        dialogo_->Clicar("imgOk");
+        QCOMPARE(respostas.Boxes().size(), pergunta ? 1 : 0);
+        QCOMPARE(folha_.passos.contains(u"fim"_s), impresso);
+        QCOMPARE(dialogo_->Aberto(), !impresso);
+        QCOMPARE(forms::MousePointer(), forms::vbDefault);
     }
 
     // A job lets events through; none of them may start another or take the dialog away.

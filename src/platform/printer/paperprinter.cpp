@@ -3,6 +3,7 @@
 #include "platform/erro.h"
 #include "platform/forms/application.h"
 #include "platform/forms/font.h"
+#include "platform/printer/printqueue.h"
 #include "platform/system/output.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -10,9 +11,12 @@
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QFontMetricsF>
+#include <QPaintEngine>
 #include <QPdfWriter>
+#include <QPrintEngine>
 #include <QPrinter>
 #include <QSaveFile>
+#include <QTemporaryFile>
 #include <QTextDocument>
 
 using namespace Qt::StringLiterals;
@@ -63,15 +67,69 @@ Erro FileError(const QFileDevice& file) {
     return named(folder ? sys::WriteFailure(file) : Erro::PathNotFound);
 }
 
+template <typename File>
+std::unique_ptr<QFileDevice> Opened(std::unique_ptr<File> file) {
+    if (!file->open(QIODevice::WriteOnly)) {
+        throw FileError(*file);
+    }
+    return file;
+}
+
 // A device or a pipe is written to as it stands: to put a new file in its place would destroy it.
 std::unique_ptr<QFileDevice> FileFor(const QString& path) {
     const QFileInfo info(path);
     if (info.exists() && !info.isFile() && !info.isDir()) {
-        return std::make_unique<QFile>(path);
+        return Opened(std::make_unique<QFile>(path));
     }
     auto file = std::make_unique<QSaveFile>(path);
     file->setDirectWriteFallback(true);  // a file of one's own in a folder that is not
+    return Opened(std::move(file));
+}
+
+std::unique_ptr<QFileDevice> TemporaryFile() {
+    auto file = std::make_unique<QTemporaryFile>(QDir::tempPath() + u"/tarvo-XXXXXX.pdf"_s);
+    if (!file->open()) {
+        throw FileError(*file);
+    }
     return file;
+}
+
+// The choices of the dialog, under the print system's names.
+QList<JobOption> OptionsOf(const QPrinter& printer) {
+    QList<JobOption> options;
+    const auto add = [&options](const QByteArray& name, const QByteArray& value) {
+        options.push_back({name, value});
+    };
+    const bool landscape = printer.pageLayout().orientation() == QPageLayout::Landscape;
+    const QPrinter::DuplexMode duplex = printer.duplex();
+    add("media", printer.pageLayout().pageSize().key().toLocal8Bit());
+    if (printer.copyCount() > 1) {
+        add("copies", QByteArray::number(printer.copyCount()));
+        if (printer.collateCopies()) {
+            add("Collate", "True");
+        }
+    }
+    if (duplex == QPrinter::DuplexNone) {
+        add("sides", "one-sided");
+    } else if (duplex == QPrinter::DuplexShortSide ||
+               (duplex == QPrinter::DuplexAuto && landscape)) {
+        add("sides", "two-sided-short-edge");
+    } else {
+        add("sides", "two-sided-long-edge");
+    }
+    if (landscape) {
+        add("landscape", "");
+    }
+    if (printer.colorMode() == QPrinter::GrayScale) {
+        add("print-color-mode", "monochrome");
+    }
+    // What the dialog's further pages have set: names and values by turns.
+    constexpr auto DialogOptions = QPrintEngine::PrintEnginePropertyKey(0xfe00);
+    const QStringList further = printer.printEngine()->property(DialogOptions).toStringList();
+    for (qsizetype i = 0; i + 1 < further.size(); i += 2) {
+        add(further[i].toLocal8Bit(), further[i + 1].toLocal8Bit());
+    }
+    return options;
 }
 
 }  // namespace
@@ -105,6 +163,10 @@ float PaperPrinter::TwipsPerPixelX() const {
     return 1440.0F / static_cast<float>(printer_->resolution());
 }
 
+double PaperPrinter::PageHeight() const {
+    return printer_->pageLayout().paintRectPixels(printer_->resolution()).height();
+}
+
 void PaperPrinter::SetFontName(const QString& name) {
     if (!QFontDatabase::hasFamily(name)) {
         throw Erro(Erro::InvalidArgument);
@@ -126,11 +188,7 @@ QFont PaperPrinter::CurrentFont() const {
     return font;
 }
 
-void PaperPrinter::OpenFile() {
-    auto file = FileFor(printer_->outputFileName());
-    if (!file->open(QIODevice::WriteOnly)) {
-        throw FileError(*file);
-    }
+void PaperPrinter::OpenFile(std::unique_ptr<QFileDevice> file) {
     file_ = std::move(file);
     pdf_ = std::make_unique<QPdfWriter>(file_.get());
     pdf_->setResolution(printer_->resolution());
@@ -139,8 +197,17 @@ void PaperPrinter::OpenFile() {
     pdf_->setCreator(forms::ProgramTitle());
 }
 
+void PaperPrinter::SubmitFile() {
+    const auto file = std::move(file_);
+    if (!file->flush()) {
+        throw FileError(*file);
+    }
+    // A queue may stand in the dialog with a set of options of its own, which follows its name.
+    const QString queue = printer_->printerName().section(u'/', 0, 0);
+    Submit({queue, printer_->docName(), file->fileName(), OptionsOf(*printer_)});
+}
+
 void PaperPrinter::CommitFile() {
-    pdf_.reset();
     const auto file = std::move(file_);
     auto* save = qobject_cast<QSaveFile*>(file.get());
     // Flushed here, since the commit would forget why it failed.
@@ -151,9 +218,11 @@ void PaperPrinter::CommitFile() {
 
 void PaperPrinter::Begin() {
     if (!printer_->outputFileName().isEmpty()) {
-        OpenFile();
+        OpenFile(FileFor(printer_->outputFileName()));
     } else if (!printer_->isValid() || printer_->outputFormat() == QPrinter::PdfFormat) {
         throw Erro(Erro::PrinterError);  // neither a printer nor a file
+    } else if (printer_->paintEngine()->type() == QPaintEngine::Pdf) {
+        OpenFile(TemporaryFile());
     }
     if (!painter_.begin(&Device())) {
         throw Erro(Erro::PrinterError);
@@ -214,12 +283,15 @@ void PaperPrinter::NextPage() {
 }
 
 void PaperPrinter::End() {
-    const bool ended = painter_.end();
-    if (file_) {
-        CommitFile();
+    painter_.end();
+    if (!file_) {
+        return;
     }
-    if (!ended || printer_->printerState() == QPrinter::Error) {
-        throw Erro(Erro::PrinterError);
+    pdf_.reset();
+    if (printer_->outputFileName().isEmpty()) {
+        SubmitFile();
+    } else {
+        CommitFile();
     }
 }
 

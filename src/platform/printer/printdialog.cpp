@@ -6,24 +6,52 @@
 #include "platform/printer/paperprinter.h"
 
 #include <QComboBox>
-#include <QPaintEngine>
+#include <QEvent>
 #include <QPrintDialog>
 #include <QPrinter>
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace printer {
 namespace {
 
-// A page that is handed over as a PDF, to a file or to a print system, has no dots of its own. The
-// toolkit's 1200 for it would be too fine: positions on a page are held in 16 bits.
-constexpr int PdfDotsPerInch = 600;
+// A page is handed over as a PDF, which has no dots of its own. The toolkit's 1200 for it would be
+// too fine: positions on a page are held in 16 bits.
+constexpr int DotsPerInch = 600;
 
 constexpr int LettersOfAName = 28;
 
 PrintDialogHandler& Handler() {
     static PrintDialogHandler handler;
     return handler;
+}
+
+// Keeps a widget hidden whatever else shows it.
+class Hider : public QObject {
+public:
+    explicit Hider(QWidget* widget) : QObject(widget) {
+        widget->hide();
+        widget->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::ShowToParent) {
+            static_cast<QWidget*>(watched)->hide();
+        }
+        return false;
+    }
+};
+
+// The dialog's option alone leaves the choices of the print system, which come to nothing in a
+// file, and the dialog shows them again with each printer that is chosen.
+void HidePageRanges(const QPrintDialog& dialog) {
+    for (const auto name : {"gbPrintRange"_L1, "pageSetLabel"_L1, "pageSetCombo"_L1}) {
+        if (auto* choice = dialog.findChild<QWidget*>(name)) {
+            new Hider(choice);
+        }
+    }
 }
 
 std::unique_ptr<Printer> AskUser(int flags) {
@@ -36,6 +64,9 @@ std::unique_ptr<Printer> AskUser(int flags) {
     dialog.setOption(QAbstractPrintDialog::PrintSelection, !(flags & cdlPDNoSelection));
     dialog.setOption(QAbstractPrintDialog::PrintPageRange, !(flags & cdlPDNoPageNums));
     dialog.setOption(QAbstractPrintDialog::PrintCurrentPage, false);
+    if (flags & cdlPDNoPageNums) {
+        HidePageRanges(dialog);
+    }
     // The printers' names come in when the dialog is shown, and it does not grow for them then.
     for (QComboBox* list : dialog.findChildren<QComboBox*>()) {
         list->setMinimumContentsLength(LettersOfAName);
@@ -47,9 +78,7 @@ std::unique_ptr<Printer> AskUser(int flags) {
     if (dialog.exec() != QDialog::Accepted) {
         return nullptr;
     }
-    if (printer->paintEngine()->type() == QPaintEngine::Pdf) {
-        printer->setResolution(PdfDotsPerInch);
-    }
+    printer->setResolution(DotsPerInch);
     return std::make_unique<PaperPrinter>(std::move(printer));
 }
 

@@ -34,6 +34,8 @@ public:
     void SetScaleMode(int mode);
     // 1440 divided by the dots per inch.
     virtual float TwipsPerPixelX() const = 0;
+    // Of the printable area, pixels; known once the orientation is set.
+    virtual double PageHeight() const = 0;
 
     // For the text that is printed next. A name that the printer does not have is Erro 5, and the
     // font stays as it was.
