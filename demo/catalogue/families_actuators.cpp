@@ -7,11 +7,11 @@ constexpr Family families[] = {
     {u"camara-simples", u"Câmaras de freio simples", u"CF",
      u"Câmara de freio simples tipo {tipo:9|12|14|16|20|24|30|36}, curso "
      u"{curso:45|57|64|76}{variante: mm| mm, longa}",
-     u"câmara de freio simples tipo {tipo}", Bill::Chamber, 42, Any, Finish::Black},
+     u"câmara simples tipo {tipo}", Bill::Chamber, 42, Any, Finish::Black},
     {u"camara-dupla", u"Câmaras de freio duplas", u"CD",
      u"Câmara de freio dupla tipo {tipo:12/16|16/24|20/24|20/30|24/24|24/30|30/30}, curso "
      u"{curso:57|64|76} mm{variante:| s/ forq.|, p/ disco}",
-     u"câmara de freio dupla tipo {tipo}", Bill::SpringChamber, 46, Any, Finish::Black},
+     u"câmara dupla tipo {tipo}", Bill::SpringChamber, 46, Any, Finish::Black},
     {u"cilindro-mestre", u"Cilindros mestres", u"CM",
      u"Cilindro mestre {circuitos:simples|duplo} "
      u"{diâmetro:19,05|20,64|22,2|23,81|25,4|28,57|31,75} mm{variante:| c/ reservatório| c/ sensor "
@@ -25,8 +25,7 @@ constexpr Family families[] = {
      u"Cilindro {posição:mestre|auxiliar} da embreagem "
      u"{diâmetro:15,87|17,46|19,05|20,64|22,2|23,81|25,4|28,57} mm{variante:| c/ interruptor| c/ "
      u"mangueira}",
-     u"cilindro {posição} da embreagem {diâmetro} mm", Bill::HydraulicCylinder, 26, Motor,
-     Finish::Aluminium},
+     u"cil. {posição} embr. {diâmetro} mm", Bill::HydraulicCylinder, 26, Motor, Finish::Aluminium},
     {u"servo-embreagem", u"Servos de embreagem", u"SE",
      u"Servo de embreagem {diâmetro:70|80|85|90|100|102|110} mm{variante:| c/ indicador| c/ "
      u"sensor}{rosca:|, M12x1,5|, M16x1,5}",
@@ -34,7 +33,7 @@ constexpr Family families[] = {
     {u"servofreio", u"Servofreios", u"SF",
      u"Servofreio{tipo:| duplo} {comando:hidropneumático|a vácuo} {diâmetro:6|7|8|9|10} "
      u"pol.{variante:| c/ cilindro mestre}",
-     u"servofreio {comando} {diâmetro} pol.", Bill::Booster, 20, Motor, Finish::Black},
+     u"servo {comando} {diâmetro} pol.", Bill::Booster, 20, Motor, Finish::Black},
     {u"cilindro-freio-motor", u"Cilindros do freio motor", u"CT",
      u"Cilindro do freio motor {diâmetro:30|32|35|40} x {curso:25|35|40|50|65} mm{variante:| c/ "
      u"forquilha| c/ rótula}",
@@ -50,11 +49,11 @@ constexpr Family families[] = {
     {u"cilindro-cambio", u"Cilindros do câmbio", u"CC",
      u"Cilindro {comando:da reduzida|do multiplicador|da tomada de força} "
      u"{diâmetro:40|50|60|70|80} mm{variante:| c/ sensor}",
-     u"cilindro {comando} {diâmetro} mm", Bill::AirCylinder, 16, Motor, Finish::Aluminium},
+     u"cil. {comando} {diâmetro} mm", Bill::AirCylinder, 16, Motor, Finish::Aluminium},
     {u"ajustador-folga", u"Ajustadores de folga", u"AF",
      u"Ajustador {comando:automático|manual}, {estrias:10|24|26|28|37} estrias, "
      u"{comprimento:127|140|152|165} mm{lado:|, dir.|, esq.}",
-     u"ajustador {comando}, {estrias} estrias", Bill::Adjuster, 38, Any, Finish::CastIron},
+     u"ajustador {comando}, {estrias} estr.", Bill::Adjuster, 38, Any, Finish::CastIron},
     {u"pinca-freio", u"Pinças de freio a disco", u"PF",
      u"Pinça de freio a disco {aro:17,5|19,5|22,5} pol. {lado:direita|esquerda}{variante:| c/ "
      u"suporte| c/ sensor}",

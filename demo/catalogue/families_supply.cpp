@@ -15,7 +15,7 @@ constexpr Family families[] = {
     {u"cabecote-compressor", u"Cabeçotes do compressor", u"CG",
      u"Cabeçote do compressor {diâmetro:75|80|85|88|90|92|100} mm{variante:|, a água|, a "
      u"ar}{saídas:| c/ alívio}",
-     u"cabeçote do compressor {diâmetro} mm", Bill::CompressorHead, 22, Motor, Finish::Aluminium},
+     u"cabeçote {diâmetro} mm", Bill::CompressorHead, 22, Motor, Finish::Aluminium},
     {u"secador-ar", u"Secadores de ar", u"SA",
      u"Secador de ar{variante:| c/ regulador| c/ aquecedor}, {pressão:8,1|8,5|9,3|10|12,5} "
      u"bar{tensão:|, 12 V|, 24 V}",

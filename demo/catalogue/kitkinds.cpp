@@ -13,25 +13,25 @@ constexpr Class bearings[] = {Class::Bearing, Class::Seal};
 constexpr Class valves[] = {Class::Valve, Class::Spring};
 
 constexpr KitKind pneumaticKits[] = {
-    {u"Jogo de reparo", repair}, {u"Jogo de vedações", seals},    {u"Jogo de membranas", membranes},
-    {u"Jogo de molas", springs}, {u"Jogo de parafusos", fixings},
+    {u"Jogo de reparo", repair}, {u"Vedações", seals},    {u"Membranas", membranes},
+    {u"Molas", springs},         {u"Parafusos", fixings},
 };
 
 constexpr KitKind hydraulicKits[] = {
     {u"Jogo de reparo", repair},
-    {u"Jogo de gaxetas", seals},
-    {u"Jogo de molas", springs},
+    {u"Gaxetas", seals},
+    {u"Molas", springs},
 };
 
 constexpr KitKind compressorKits[] = {
-    {u"Jogo de juntas", seals},     {u"Jogo de anéis", rings},       {u"Jogo de válvulas", valves},
-    {u"Jogo de mancais", bearings}, {u"Jogo de parafusos", fixings},
+    {u"Juntas", seals},     {u"Anéis", rings},       {u"Válvulas", valves},
+    {u"Mancais", bearings}, {u"Parafusos", fixings},
 };
 
 constexpr KitKind headKits[] = {
-    {u"Jogo de juntas", seals},
-    {u"Jogo de válvulas", valves},
-    {u"Jogo de parafusos", fixings},
+    {u"Juntas", seals},
+    {u"Válvulas", valves},
+    {u"Parafusos", fixings},
 };
 
 }  // namespace

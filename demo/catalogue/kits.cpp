@@ -53,7 +53,7 @@ void KitPlan::DescribeSpare(const std::vector<const Construction*>& repaired) {
             repaired.empty() ? u"conjunto"_s
                              : assortment_.KitNoun(
                                    *repaired[random.Below(static_cast<quint32>(repaired.size()))]);
-        descriptions_[i] = u"Jogo de reparo - "_s + noun + u" (fora de linha)"_s;
+        descriptions_[i] = u"Fora de linha - "_s + noun;
     }
 }
 

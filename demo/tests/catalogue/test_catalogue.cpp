@@ -3,6 +3,7 @@
 #include "verificar/check.h"
 
 #include <QCryptographicHash>
+#include <QFontMetricsF>
 
 namespace {
 
@@ -70,6 +71,26 @@ private Q_SLOTS:
     void CountsAreAsOrdered() {
         QFETCH(QByteArray, rows);
         QTEST(quint32(Count("SELECT * FROM " + rows)), "count");
+    }
+
+    // A text that is wider than its column on paper runs under the number to order by.
+    void DescriptionsFitTheirPrintedColumns_data() {
+        const Table<QByteArray, int> row("texts", "units");  // 1/360 inch
+        row("kits", "SELECT DescricaoJogoReparo FROM JOGOREPARO", 1600 - 500);
+        row("components", "SELECT DescricaoComponente FROM COMPONENTE", 1600 - 600);
+    }
+    void DescriptionsFitTheirPrintedColumns() {
+        QFETCH(QByteArray, texts);
+        QFETCH(int, units);
+        constexpr int Fine = 1000;                         // pixels, so that nothing is rounded
+        constexpr double UnitsPerPixel = 10 * 5.0 / Fine;  // at 10 points of 5 units
+        QFont font(u"Liberation Sans"_s);
+        font.setPixelSize(Fine);
+        const QFontMetricsF metrics(font);
+        for (const QString& text : Texts(*connection_, texts)) {
+            const double width = metrics.horizontalAdvance(text + u' ') * UnitsPerPixel;
+            QVERIFY2(width <= units, qPrintable(u"%1: %2"_s.arg(text).arg(width)));
+        }
     }
 
     // As any catalogue has to pass; pictures are not made here.
