@@ -2,6 +2,7 @@
 #include "parts/consulta.h"
 #include "parts/item.h"
 #include "partviews/lista_pecas.h"
+#include "platform/forms/listexport.h"
 
 using namespace Qt::StringLiterals;
 
@@ -73,12 +74,17 @@ void frmListaPecas::CriarControles() {
 
     dtcListaPecas = new forms::DataSource(u"dtcListaPecas"_s, this);
     grdListaPecas = new forms::BoundGrid(u"grdListaPecas"_s, u"Componentes"_s, Picture());
-    grdListaPecas->AddColumn(u"ItemComponente"_s, 65.008);
-    grdListaPecas->AddColumn(u"QuantidadeComponente"_s, 60.019);
-    grdListaPecas->AddColumn(u"DescricaoComponente"_s, 270.992);
-    grdListaPecas->AddColumn(u"NumeroTarvoComponente"_s, 148.989);
-    grdListaPecas->AddColumn(u"NumeroClienteConcorrente"_s, 141.997);
+    grdListaPecas->AddColumn(u"ItemComponente"_s, u"Item"_s, 65.008);
+    grdListaPecas->AddColumn(u"QuantidadeComponente"_s, u"Quantidade"_s, 60.019);
+    grdListaPecas->AddColumn(u"DescricaoComponente"_s, u"Descrição"_s, 270.992);
+    grdListaPecas->AddColumn(u"NumeroTarvoComponente"_s, u"Nº Tarvo"_s, 148.989);
+    grdListaPecas->AddColumn(u"NumeroClienteConcorrente"_s, u"Nº do cliente"_s, 141.997);
     grdListaPecas->SetDataSource(dtcListaPecas);
+    grdListaPecas->Export().SetNote([this] {
+        return cboMostraNaListaPecas->SelectedItemData() > 0
+                   ? u"Só os componentes de: "_s + cboMostraNaListaPecas->Text()
+                   : QString();
+    });
     CriarPainelJogos();
 }
 
@@ -95,8 +101,8 @@ void frmListaPecas::CriarPainelJogos() {
     dtcJogosReparoComponente = new forms::DataSource(u"dtcJogosReparoComponente"_s, this);
     grdJogosReparoComponente = new forms::BoundGrid(
         u"grdJogosReparoComponente"_s, u"Jogos de reparo do componente"_s, pctJogosReparo);
-    grdJogosReparoComponente->AddColumn(u"DescricaoJogoReparo"_s, 240.983);
-    grdJogosReparoComponente->AddColumn(u"NumeroTarvoJogoReparo"_s, 148.989);
-    grdJogosReparoComponente->AddColumn(u"NumeroClienteConcorrente"_s, 141.997);
+    grdJogosReparoComponente->AddColumn(u"DescricaoJogoReparo"_s, u"Jogo de reparo"_s, 240.983);
+    grdJogosReparoComponente->AddColumn(u"NumeroTarvoJogoReparo"_s, u"Nº Tarvo"_s, 148.989);
+    grdJogosReparoComponente->AddColumn(u"NumeroClienteConcorrente"_s, u"Nº do cliente"_s, 141.997);
     grdJogosReparoComponente->SetDataSource(dtcJogosReparoComponente);
 }

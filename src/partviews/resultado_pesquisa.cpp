@@ -102,15 +102,15 @@ void frmResultadoPesquisa::CriarControles() {
     dtcResultadoPesquisaPeca = new forms::DataSource(u"dtcResultadoPesquisaPeca"_s, this);
     grdResultadoPesquisaPeca =
         new forms::BoundGrid(u"grdResultadoPesquisaPeca"_s, u"Peças"_s, Picture());
-    grdResultadoPesquisaPeca->AddColumn(u"NumeroTarvoPeca"_s, 159.987);
-    grdResultadoPesquisaPeca->AddColumn(u"DescricaoPeca"_s, 355.994);
-    grdResultadoPesquisaPeca->AddColumn(u"NumeroClienteConcorrente"_s, 170.986);
+    grdResultadoPesquisaPeca->AddColumn(u"NumeroTarvoPeca"_s, u"Nº Tarvo"_s, 159.987);
+    grdResultadoPesquisaPeca->AddColumn(u"DescricaoPeca"_s, u"Descrição"_s, 355.994);
+    grdResultadoPesquisaPeca->AddColumn(u"NumeroClienteConcorrente"_s, u"Nº do cliente"_s, 170.986);
     grdResultadoPesquisaPeca->SetDataSource(dtcResultadoPesquisaPeca);
 
     dtcVeiculosPeca = new forms::DataSource(u"dtcVeiculosPeca"_s, this);
     grdVeiculosPeca = new forms::BoundGrid(u"grdVeiculosPeca"_s, u"Veículos da peça"_s, Picture());
-    grdVeiculosPeca->AddColumn(u"Veiculo"_s, 237.014);
-    grdVeiculosPeca->AddColumn(u"Fabricante"_s, 133.002);
+    grdVeiculosPeca->AddColumn(u"Veiculo"_s, u"Veículo"_s, 237.014);
+    grdVeiculosPeca->AddColumn(u"Fabricante"_s, u"Fabricante"_s, 133.002);
     grdVeiculosPeca->SetDataSource(dtcVeiculosPeca);
 
     // Last, so that the Tab key comes to them behind what they act on.

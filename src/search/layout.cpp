@@ -1,4 +1,5 @@
 #include "look/paleta.h"
+#include "platform/forms/listexport.h"
 #include "search/pesquisa.h"
 
 using namespace Qt::StringLiterals;
@@ -64,6 +65,29 @@ QString Elemento(const QString& nome, int indice) {
     return nome + u'(' + QString::number(indice) + u')';
 }
 
+// What was typed or chosen at one place, by the name that the place has for the user.
+struct Entrada {
+    QString nome;
+    QString valor;
+};
+
+// The last line of these lists stands for all.
+Entrada Escolhido(const forms::ComboList& lista) {
+    const bool todos = lista.ListIndex() == lista.ListCount() - 1;
+    return {lista.accessibleName(), todos ? QString() : lista.Text()};
+}
+
+// What shortens the list of a search, for whoever copies or saves it; empty when nothing does.
+QString Filtro(std::initializer_list<Entrada> entradas) {
+    QStringList partes;
+    for (const Entrada& cada : entradas) {
+        if (!cada.valor.trimmed().isEmpty()) {
+            partes += cada.nome + u": "_s + cada.valor.trimmed();
+        }
+    }
+    return partes.isEmpty() ? QString() : u"Só as linhas com "_s + partes.join(u"; "_s);
+}
+
 }  // namespace
 
 void frmPesquisa::PosicionarControles() {
@@ -104,11 +128,18 @@ void frmPesquisa::CriarPainelPecas() {
     dtcPesquisa1 = new forms::DataSource(u"dtcPesquisa1"_s, this);
     dtcPesquisa1->SetAccents(dao::Accents::AsTyped);
     grdPesquisa1 = new forms::BoundGrid(u"grdPesquisa1"_s, u"Resultado da pesquisa"_s, painel);
-    grdPesquisa1->AddColumn(u"NumeroTarvo"_s, 123);
-    grdPesquisa1->AddColumn(u"Descricao"_s, 273);
-    grdPesquisa1->AddColumn(u"NumeroClienteConcorrente"_s, 162);
-    grdPesquisa1->AddColumn(u"Tipo"_s, 129);
+    grdPesquisa1->AddColumn(u"NumeroTarvo"_s, u"Nº Tarvo"_s, 123);
+    grdPesquisa1->AddColumn(u"Descricao"_s, u"Descrição"_s, 273);
+    grdPesquisa1->AddColumn(u"NumeroClienteConcorrente"_s, u"Nº do cliente"_s, 162);
+    grdPesquisa1->AddColumn(u"Tipo"_s, u"Tipo"_s, 129);
     grdPesquisa1->SetDataSource(dtcPesquisa1);
+    grdPesquisa1->Export().SetNote([this] {
+        return Filtro(
+            {{txtNumeroTarvo->accessibleName(), txtNumeroTarvo->text()},
+             {txtDescricao->accessibleName(), txtDescricao->text()},
+             {txtNumeroClienteConcorrente->accessibleName(), txtNumeroClienteConcorrente->text()},
+             Escolhido(*cboTipo)});
+    });
 }
 
 void frmPesquisa::CriarPainelVeiculos() {
@@ -120,9 +151,13 @@ void frmPesquisa::CriarPainelVeiculos() {
     dtcPesquisa2 = new forms::DataSource(u"dtcPesquisa2"_s, this);
     dtcPesquisa2->SetAccents(dao::Accents::AsTyped);
     grdPesquisa2 = new forms::BoundGrid(u"grdPesquisa2"_s, u"Veículos encontrados"_s, painel);
-    grdPesquisa2->AddColumn(u"Veiculo"_s, 437);
-    grdPesquisa2->AddColumn(u"Fabricante"_s, 250);
+    grdPesquisa2->AddColumn(u"Veiculo"_s, u"Veículo"_s, 437);
+    grdPesquisa2->AddColumn(u"Fabricante"_s, u"Fabricante"_s, 250);
     grdPesquisa2->SetDataSource(dtcPesquisa2);
+    grdPesquisa2->Export().SetNote([this] {
+        return Filtro(
+            {{txtVeiculo->accessibleName(), txtVeiculo->text()}, Escolhido(*cboFabricante)});
+    });
 }
 
 void frmPesquisa::CriarPainelFiguras() {

@@ -37,9 +37,9 @@ struct Scene {
     explicit Scene(const QString& path) {
         source.SetDatabaseName(path);
         grid.setGeometry(14, 58, 711, 92);
-        grid.AddColumn(u"Nome"_s, 159.987);
-        grid.AddColumn(u"CODIGO"_s, 355.994, Qt::AlignRight);
-        grid.AddColumn(u"Falta"_s, 170.986);
+        grid.AddColumn(u"Nome"_s, u"Peça"_s, 159.987);
+        grid.AddColumn(u"CODIGO"_s, u"Código"_s, 355.994, Qt::AlignRight);
+        grid.AddColumn(u"Falta"_s, u"Falta"_s, 170.986);
         grid.SetDataSource(&source);
         QObject::connect(&grid, &BoundGrid::RowColChange,
                          [this](const Bookmark& last, int lastColumn) {

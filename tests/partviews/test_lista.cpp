@@ -1,6 +1,9 @@
+#include "platform/forms/listexport.h"
 #include "support/janela.h"
 #include "support/test.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QTimer>
 
 class TestLista : public QObject {
@@ -73,6 +76,16 @@ private Q_SLOTS:
         filtro->SetListIndex(1);  // the kit that one item alone has
         QCOMPARE(Valores("ItemComponente"), List("  12a"));
         QCOMPARE(Coluna(Lista, "dtcJogosReparoComponente", "CodigoJogoReparo").size(), 2);
+        // Whoever takes the list along is told that it is not the whole one.
+        auto& saida = Achar<forms::BoundGrid>(Lista, "grdListaPecas")->Export();
+        saida.CopyList();
+        QVERIFY(QGuiApplication::clipboard()->text().startsWith(
+            u"Só os componentes de: %1\nItem\tQuantidade\tDescrição\tNº Tarvo\t"_s.arg(
+                filtro->Text())));
+        filtro->SetListIndex(2);
+        saida.CopyList();
+        QVERIFY(QGuiApplication::clipboard()->text().startsWith(u"Item\t"_s));
+        filtro->SetListIndex(1);
         janela_->catalogo.Executar({"DELETE FROM PECA_COMPONENTE_JOGOREPARO"});
         filtro->SetListIndex(0);
         QCOMPARE(Valores("ItemComponente"), QStringList());

@@ -1,6 +1,10 @@
+#include "platform/forms/listexport.h"
 #include "session/passagens.h"
 #include "support/janela.h"
 #include "support/test.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
 
 class TestPesquisa : public QObject {
     Q_OBJECT
@@ -113,6 +117,21 @@ private Q_SLOTS:
         QCOMPARE(Pecas("Tipo").first(), u"Componente"_s);
         QCOMPARE(Pecas("NumeroTarvo"), List("12000", "A3400", "K5600", "12001", "A3401", "K5601",
                                             "12002", "A3402", "K5602"));
+    }
+
+    void aCopiedListTellsWhatShortenedIt() {
+        const auto primeira = [](const AnyText& grade) {
+            Achar<forms::BoundGrid>(Busca, grade)->Export().CopyList();
+            return QGuiApplication::clipboard()->text().section(u'\n', 0, 0);
+        };
+        Escolher(Busca, "cboTipo", "Peças");
+        Digitar(Busca, "txtNumeroTarvo", "1200");
+        QCOMPARE(primeira("grdPesquisa1"), u"Só as linhas com Nº Tarvo: 1200; Tipo: Peças"_s);
+        Escolher(Busca, "cboTipo", "TODOS OS TIPOS");
+        Digitar(Busca, "txtNumeroTarvo", "");
+        QCOMPARE(primeira("grdPesquisa1"), u"Nº Tarvo\tDescrição\tNº do cliente\tTipo"_s);
+        Digitar(Busca, "txtVeiculo", "c");
+        QCOMPARE(primeira("grdPesquisa2"), u"Só as linhas com Veículo: c"_s);
     }
 
     // A letter without accent stands for all its forms, one with an accent for itself.

@@ -106,6 +106,8 @@ public:
     bool ReadFor(std::chrono::microseconds budget);
     // Null as the empty text. Throws 9 from RecordCount() on.
     QString Text(qint64 row, int column) const;
+    // The same value in its own type, as Field::Value gives it. Throws 9 likewise.
+    QVariant Value(qint64 row, int column) const;
 
 Q_SIGNALS:
     void CurrentChanged();                     // the current row is another one, or none

@@ -272,4 +272,9 @@ QString Recordset::Text(qint64 row, int column) const {
     return d_->store.Text(d_->Index(row, column), column);
 }
 
+QVariant Recordset::Value(qint64 row, int column) const {
+    d_->Usable();
+    return d_->store.Value(d_->Index(row, column), column);
+}
+
 }  // namespace dao

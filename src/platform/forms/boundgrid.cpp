@@ -2,6 +2,7 @@
 
 #include "platform/forms/griddelegate.h"
 #include "platform/forms/gridmodel.h"
+#include "platform/forms/listexport.h"
 #include "platform/forms/theme.h"
 
 #include <QHeaderView>
@@ -22,6 +23,7 @@ BoundGrid::BoundGrid(const QString& name, const QString& accessibleName, QWidget
     viewport()->setMouseTracking(true);
     setModel(model_);
     setItemDelegate(new GridDelegate(this));
+    export_ = new ListExport(this, model_);
 
     setShowGrid(false);
     setWordWrap(false);
@@ -44,10 +46,11 @@ BoundGrid::BoundGrid(const QString& name, const QString& accessibleName, QWidget
 
 BoundGrid::~BoundGrid() = default;
 
-void BoundGrid::AddColumn(const QString& field, double width, Qt::Alignment alignment) {
+void BoundGrid::AddColumn(const QString& field, const QString& title, double width,
+                          Qt::Alignment alignment) {
     const int left = qRound(columnEdge_);
     columnEdge_ += width;
-    model_->AddColumn(field, alignment);
+    model_->AddColumn(field, title, alignment);
     setColumnWidth(model_->columnCount() - 1, qRound(columnEdge_) - left);
 }
 

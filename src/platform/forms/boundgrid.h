@@ -7,6 +7,7 @@
 namespace forms {
 
 class GridModel;
+class ListExport;
 
 // A read-only grid bound by column name to a data source. No header row, no record selector, fixed
 // column widths, the whole current row highlighted, a line between rows, scroll bars as needed. The
@@ -19,10 +20,16 @@ public:
     ~BoundGrid() override;
     QString Tag;
 
-    // Width in design pixels. Widths are rounded so that the columns' edges, not the columns, are
-    // nearest to where they should be; the last column goes to the grid's edge.
-    void AddColumn(const QString& field, double width, Qt::Alignment alignment = Qt::AlignLeft);
+    // `title` is what assistive technology calls the column, and what it is called where the list
+    // is copied or saved. Width in design pixels. Widths are rounded so that the columns' edges,
+    // not the columns, are nearest to where they should be; the last column goes to the grid's
+    // edge.
+    void AddColumn(const QString& field, const QString& title, double width,
+                   Qt::Alignment alignment = Qt::AlignLeft);
     void SetDataSource(DataSource* source);
+
+    // How its rows leave it, by keys and menu.
+    ListExport& Export() { return *export_; }
 
     int VisibleRows() const;                // rows wholly or partly in view
     dao::Bookmark CurrentBookmark() const;  // equal to none of any recordset without a current row
@@ -58,6 +65,7 @@ private:
 
     DataSource* source_ = nullptr;
     GridModel* model_ = nullptr;
+    ListExport* export_ = nullptr;
     double columnEdge_ = 0;
     dao::Bookmark bookmark_;
     int column_ = -1;

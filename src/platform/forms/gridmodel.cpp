@@ -31,10 +31,10 @@ int RowsOf(const dao::Recordset* recordset) {
 
 }  // namespace
 
-void GridModel::AddColumn(const QString& field, Qt::Alignment alignment) {
+void GridModel::AddColumn(const QString& field, const QString& title, Qt::Alignment alignment) {
     const int at = columnCount();
     beginInsertColumns({}, at, at);
-    columns_.push_back({field, alignment, recordset_ ? recordset_->FieldIndex(field) : -1});
+    columns_.push_back({field, title, alignment, recordset_ ? recordset_->FieldIndex(field) : -1});
     endInsertColumns();
 }
 
@@ -46,6 +46,11 @@ void GridModel::SetRecordset(dao::Recordset* recordset) {
         column.index = recordset ? recordset->FieldIndex(column.field) : -1;
     }
     endResetModel();
+}
+
+QVariant GridModel::Value(qint64 row, int column) const {
+    const int index = columns_.at(static_cast<std::size_t>(column)).index;
+    return index < 0 || !recordset_ ? QVariant() : recordset_->Value(row, index);
 }
 
 void GridModel::Grow(bool all) {
@@ -81,6 +86,17 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
         default:
             return {};
     }
+}
+
+QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (role != Qt::DisplayRole || section < 0) {
+        return {};
+    }
+    if (orientation == Qt::Horizontal) {
+        return section < columnCount() ? columns_[static_cast<std::size_t>(section)].title
+                                       : QString();
+    }
+    return {};
 }
 
 }  // namespace forms

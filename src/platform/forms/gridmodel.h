@@ -18,10 +18,15 @@ class GridModel : public QAbstractTableModel {
 public:
     using QAbstractTableModel::QAbstractTableModel;
 
-    void AddColumn(const QString& field, Qt::Alignment alignment);
+    void AddColumn(const QString& field, const QString& title, Qt::Alignment alignment);
 
     // Takes the place of the former one; the rows that are read already are there at once.
     void SetRecordset(dao::Recordset* recordset);
+
+    // One value as the recordset has it, announced or not. Null beyond its columns; throws what
+    // Recordset::Value does.
+    QVariant Value(qint64 row, int column) const;
+    dao::Recordset* Records() const { return recordset_; }
 
     // Announces what has been read: all of it, or only when it is worth it.
     void Grow(bool all);
@@ -29,10 +34,14 @@ public:
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+    // Of a column its title: nobody sees it, assistive technology reads it.
+    QVariant headerData(int section, Qt::Orientation orientation,
+                        int role = Qt::DisplayRole) const override;
 
 private:
     struct Column {
         QString field;
+        QString title;
         Qt::Alignment alignment;
         int index = -1;  // in the recordset; -1: it has no such field
     };

@@ -1,0 +1,238 @@
+#include "platform/forms/boundgrid.h"
+#include "platform/forms/form.h"
+#include "platform/forms/listexport.h"
+#include "platform/forms/progressbox.h"
+#include "platform/system/paths.h"
+#include "support/database.h"
+#include "support/test.h"
+#include "support/windows.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QPushButton>
+#include <QTimer>
+
+using forms::BoundGrid;
+using forms::DataSource;
+
+namespace {
+
+constexpr int Many = 300000;
+
+constexpr char Definition[] = R"(
+CREATE TABLE ITEM (Item TEXT, Quantidade NUMERIC, Nome TEXT);
+INSERT INTO ITEM VALUES ('   1', 2.5, '=1+1'), ('  12a', -3, 'Anel; "O"'), ('  13', NULL, NULL),
+    ('  14', 1e-7, 'duas
+linhas');
+CREATE TABLE MUITOS (Nome TEXT);
+WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 300000)
+INSERT INTO MUITOS SELECT printf('Peça %06d', i) FROM n;
+)";
+
+const QString Few = u"SELECT Item, Quantidade, Nome FROM ITEM ORDER BY Item"_s;
+const QString All = u"SELECT Nome FROM MUITOS"_s;
+const QString None = u"SELECT Nome FROM MUITOS WHERE Nome = 'x'"_s;
+
+QString Clipboard() {
+    return QGuiApplication::clipboard()->text();
+}
+
+struct Scene {
+    Scene(const QString& database, const QString& sql) {
+        grid.setGeometry(14, 58, 711, 92);
+        grid.AddColumn(u"Item"_s, u"Item"_s, 60);
+        grid.AddColumn(u"Quantidade"_s, u"Quantidade"_s, 60);
+        grid.AddColumn(u"Nome"_s, u"Descrição; nome"_s, 300);
+        source.SetDatabaseName(database);
+        source.SetRecordSource(sql);
+        grid.SetDataSource(&source);
+        form->Show();
+        Settle();
+        grid.setFocus();
+        forms::SetSavePathHandler([this](const QString&) {
+            ++asked;
+            return this->path;
+        });
+    }
+    ~Scene() {
+        forms::SetSavePathHandler({});
+        form->Unload();
+        Settle();
+    }
+
+    QMenu* Menu() const { return grid.findChild<QMenu*>(u"ListMenu"_s); }
+    QStringList Names() const { return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden); }
+
+    QTemporaryDir folder;
+    QString path = folder.filePath(u"lista.csv"_s);
+    int asked = 0;
+    forms::Form* form = new forms::Form(u"frmTeste"_s, forms::Form::Kind::Screen, {800, 600}, {});
+    BoundGrid& grid = *new BoundGrid(u"grdTeste"_s, u"Peças"_s, form->Picture());
+    DataSource& source = *new DataSource(u"dtcTeste"_s, form);
+};
+
+// Presses the button of the progress box, or does something else, when the box has come up.
+void WhenTheBoxIsUp(const std::function<void(forms::ProgressBox&)>& work) {
+    auto* timer = new QTimer(qApp);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, work] {
+        if (auto* box = qobject_cast<forms::ProgressBox*>(QApplication::activeModalWidget())) {
+            timer->deleteLater();
+            work(*box);
+        }
+    });
+    timer->start(1);
+}
+
+void Cancel(forms::ProgressBox& box) {
+    box.findChild<QPushButton*>()->click();
+}
+
+}  // namespace
+
+class TestListExport : public QObject {
+    Q_OBJECT
+
+    TestDatabase file_{Definition};
+    TestDatabase::Session session_ = file_.Open();
+
+private Q_SLOTS:
+    void init() { QGuiApplication::clipboard()->setText(u"antes"_s); }
+
+    void KeysCopyTheRowAndTheList() {
+        Scene scene(file_.Path(), Few);
+        QTest::keyClick(&scene.grid, Qt::Key_Down);
+        QTest::keyClick(&scene.grid, Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(Clipboard(), u"12a\t-3\tAnel; \"O\""_s);
+        QTest::keyClick(&scene.grid, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+        const QString list =
+            u"Item\tQuantidade\tDescrição; nome\n1\t2.5\t=1+1\n12a\t-3\tAnel; \"O\"\n13\t\t\n"
+            "14\t1e-07\tduas linhas\n"_s;
+        QCOMPARE(Clipboard(), list);
+        scene.grid.Export().SetNote([] { return u"só alguns"_s; });
+        scene.grid.Export().CopyList();
+        QCOMPARE(Clipboard(), u"só alguns\n"_s + list);
+        QCOMPARE(scene.grid.currentIndex().row(), 1);
+    }
+
+    void SavesForSpreadsheets() {
+        Scene scene(file_.Path(), Few);
+        scene.grid.Export().SaveList();
+        const QByteArray rows =
+            "Item;Quantidade;\"Descrição; nome\"\r\n1;2,5;'=1+1\r\n12a;-3;\"Anel; "
+            "\"\"O\"\"\"\r\n13;;\r\n"
+            "14;0,0000001;\"duas\nlinhas\"\r\n";
+        QCOMPARE(sys::ReadBytes(scene.path), "\xEF\xBB\xBF" + rows);
+        scene.grid.Export().SetNote([] { return u"Só os do jogo \"X\""_s; });
+        scene.grid.Export().SaveList();
+        QCOMPARE(sys::ReadBytes(scene.path), "\xEF\xBB\xBF\"Só os do jogo \"\"X\"\"\"\r\n" + rows);
+        QCOMPARE(scene.Names(), List("lista.csv"));
+    }
+
+    void MenuByMouseAndByKeys_data() {
+        QTest::addColumn<int>("how");
+        QTest::newRow("mouse") << 0;
+        QTest::newRow("menu key") << 1;
+        QTest::newRow("Shift+F10") << 2;
+    }
+    void MenuByMouseAndByKeys() {
+        QFETCH(int, how);
+        Scene scene(file_.Path(), Few);
+        const QPoint place(100, 27);
+        QWidget* viewport = scene.grid.viewport();
+        if (how == 0) {
+            QTest::mouseClick(viewport, Qt::RightButton, {}, place);
+            QContextMenuEvent event(QContextMenuEvent::Mouse, place, viewport->mapToGlobal(place));
+            QApplication::sendEvent(viewport, &event);
+        } else if (how == 1) {
+            QTest::keyClick(&scene.grid, Qt::Key_Menu);
+        } else {
+            QTest::keyClick(&scene.grid, Qt::Key_F10, Qt::ShiftModifier);
+        }
+        QVERIFY(scene.Menu() && scene.Menu()->isVisible());
+        QCOMPARE(viewport->mapFromGlobal(scene.Menu()->pos()).x(), how == 0 ? 100 : 0);
+        QStringList texts;
+        for (const QAction* action : scene.Menu()->actions()) {
+            QVERIFY(action->isEnabled());
+            texts += action->text().remove(u'&').section(u'\t', 0, 0);
+        }
+        QCOMPARE(texts, List("Copiar linha", "Copiar lista", "Salvar lista…"));
+        for (int i = 0; i < 3; ++i) {
+            scene.Menu()->actions().at(i)->trigger();
+            Settle();
+            QCOMPARE(Clipboard().count(u'\n'), i == 0 ? 0 : 5);
+        }
+        QCOMPARE(scene.asked, 1);
+        QCOMPARE(scene.Names(), List("lista.csv"));
+        scene.Menu()->close();
+    }
+
+    void NothingToTake() {
+        Scene scene(file_.Path(), None);
+        QTest::keyClick(&scene.grid, Qt::Key_C, Qt::ControlModifier);
+        QTest::keyClick(&scene.grid, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+        QTest::keyClick(&scene.grid, Qt::Key_F10, Qt::ShiftModifier);
+        for (const QAction* action : scene.Menu()->actions()) {
+            QVERIFY(!action->isEnabled());
+        }
+        scene.Menu()->close();
+        scene.grid.Export().SaveList();
+        QCOMPARE(Clipboard(), u"antes"_s);
+        QCOMPARE(scene.asked, 0);
+    }
+
+    void ALongListIsWhole() {
+        Scene scene(file_.Path(), All);
+        QVERIFY(!scene.source.GetRecordset()->IsComplete());
+        scene.grid.Export().SaveList();
+        const QByteArray saved = sys::ReadBytes(scene.path);
+        QCOMPARE(saved.count('\n'), Many + 1);
+        QVERIFY(saved.endsWith("\r\n;;Peça 300000\r\n"));
+    }
+
+    void CancellingLeavesEverythingAsItWas() {
+        Scene scene(file_.Path(), All);
+        Write(scene.path, "velha");
+        const int before = forms::ProgressBox::SetDelay(0);
+        WhenTheBoxIsUp(Cancel);
+        scene.grid.Export().SaveList();
+        QCOMPARE(sys::ReadBytes(scene.path), "velha"_ba);
+        WhenTheBoxIsUp([](forms::ProgressBox& box) { box.reject(); });
+        scene.grid.Export().CopyList();
+        QCOMPARE(Clipboard(), u"antes"_s);
+        scene.grid.Export().SaveList();
+        QVERIFY(sys::ReadBytes(scene.path).endsWith(";;Peça 300000\r\n"));
+        QCOMPARE(scene.Names(), List("lista.csv"));
+        forms::ProgressBox::SetDelay(before);
+    }
+
+    // Something that runs meanwhile brings another result, or takes the screen away.
+    void AListThatGivesWay() {
+        Scene scene(file_.Path(), All);
+        BoxAnswers boxes;
+        const int before = forms::ProgressBox::SetDelay(0);
+        WhenTheBoxIsUp([&scene](forms::ProgressBox&) { scene.source.Refresh(); });
+        scene.grid.Export().SaveList();
+        forms::ProgressBox::SetDelay(before);
+        QCOMPARE(boxes.Texts().size(), 1);
+        QVERIFY(boxes.Texts().first().contains(u"A lista mudou"_s));
+        QCOMPARE(scene.Names(), QStringList());
+    }
+
+    void WhatFailsIsTold() {
+        Scene scene(file_.Path(), Few);
+        BoxAnswers boxes;
+        scene.path = scene.folder.filePath(u"nada/lista.csv"_s);
+        scene.grid.Export().SaveList();
+        QCOMPARE(boxes.Boxes().size(), 1);
+        QVERIFY(boxes.Boxes().first().text.startsWith(
+            u"A lista não foi salva em \"%1\"."_s.arg(scene.path)));
+        scene.path.clear();
+        scene.grid.Export().SaveList();
+        QCOMPARE(boxes.Boxes().size(), 1);
+    }
+};
+
+TARVO_TEST(TestListExport);
+#include "test_listexport.moc"
