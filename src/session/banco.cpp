@@ -1,11 +1,14 @@
 #include "session/banco.h"
 
+#include "platform/dao/errors.h"
 #include "platform/erro.h"
 #include "platform/secret.h"
+#include "platform/system/paths.h"
 #include "session/erros.h"
 #include "session/global.h"
 
 #include <QCoreApplication>
+#include <QFile>
 
 #include <algorithm>
 #include <iterator>
@@ -22,6 +25,14 @@ bool TemRegistro(const QString& sql) {
     return !gDB->OpenRecordset(sql, dao::dbOpenForwardOnly)->Eof();
 }
 
+// A catalogue of the engine that this one took the place of.
+bool EhCatalogoAntigo(const QString& caminho) {
+    constexpr char Texto[] = "\0\1\0\0Standard Jet DB";
+    const QByteArrayView marca(Texto, sizeof Texto - 1);
+    QFile arquivo(sys::ToNative(caminho));
+    return arquivo.open(QIODevice::ReadOnly) && arquivo.read(marca.size()) == marca;
+}
+
 void AtualizarCache() {
     dao::DBEngine::Instance().Idle(dao::dbRefreshCache);
 }
@@ -36,7 +47,18 @@ void AbrirBancoDados(std::unique_ptr<dao::Workspace>& workspace, const QString& 
     const secret::WipeAtEnd semSenha(senha);
     QString conexao = ";pwd="_L1 + senha;
     const secret::WipeAtEnd semConexao(conexao);
-    banco = workspace->OpenDatabase(gCaminho + "Tarvo.mdb"_L1, false, somenteLeitura, conexao);
+    const QString caminho = gCaminho + "Tarvo.mdb"_L1;
+    try {
+        banco = workspace->OpenDatabase(caminho, false, somenteLeitura, conexao);
+    } catch (const Erro& erro) {
+        if (erro.Number() == int(dao::Failure::NotACatalogue) && EhCatalogoAntigo(caminho)) {
+            throw Erro(
+                erro.Number(),
+                erro.Description() +
+                    u"\nÉ um catálogo antigo: o tarvo-importar faz dele um catálogo de hoje."_s);
+        }
+        throw;
+    }
 }
 
 void AbrirSessao() {

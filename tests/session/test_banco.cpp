@@ -7,6 +7,7 @@
 #include "support/windows.h"
 
 #include <QProcess>
+#include <QScopedValueRollback>
 #include <QStandardPaths>
 
 namespace {
@@ -77,6 +78,28 @@ private Q_SLOTS:
                              Inserir("VEICULO_PECA", {"5, 1"}));
     }
     void cleanupTestCase() { catalogue_.reset(); }
+
+    void AnOldCatalogueIsToldFromOtherFiles() {
+        const QScopedValueRollback guard(gCaminho);
+        const QTemporaryDir folder;
+        gCaminho = folder.path() + u'\\';
+        const auto complaint = [&](const QByteArray& content) {
+            Write(folder.filePath(u"Tarvo.mdb"_s), content);
+            std::unique_ptr<dao::Workspace> workspace;
+            std::unique_ptr<dao::Database> database;
+            try {
+                AbrirBancoDados(workspace, u"outro"_s, database, true);
+            } catch (const Erro& erro) {
+                return QString::number(erro.Number()) + u' ' + erro.Description();
+            }
+            return QString();
+        };
+        const QByteArray old = QByteArray("\0\1\0\0Standard Jet DB\0", 20) + QByteArray(9000, 'x');
+        QVERIFY(complaint(old).startsWith(u"3343 "_s));
+        QVERIFY(complaint(old).endsWith(
+            u"\nÉ um catálogo antigo: o tarvo-importar faz dele um catálogo de hoje."_s));
+        QVERIFY(!complaint(QByteArray(9000, 'x')).contains(u"tarvo-importar"_s));
+    }
 
     void TellsWhatIsInUse_data() {
         const Table<QString, int, bool> row("tipo", "codigo", "emUso");
