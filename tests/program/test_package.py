@@ -4,11 +4,12 @@ upgraded, removed. The programs of that root run on this machine's libraries."""
 import glob
 import gzip
 import os
+import shutil
 import subprocess
 import tempfile
 
 import runs
-from runs import Catalogue, ProgramTest, wait
+from runs import PATIENCE, Catalogue, ProgramTest, wait
 
 BUILD = os.environ["TARVO_BUILD"]
 NAME = "tarvo-catalogo"
@@ -19,10 +20,47 @@ DATA_FOLDER_QUESTION = "tarvo-catalogo/pasta"
 
 def run(*command, **options):
     """The command's output; its complaint when it fails."""
-    done = subprocess.run(command, text=True, capture_output=True, timeout=300, check=False, **options)
+    done = subprocess.run(command, text=True, capture_output=True, timeout=600, check=False, **options)
     if done.returncode != 0:
         raise AssertionError(f"{command}: {done.stdout}{done.stderr}")
     return done.stdout
+
+
+def plain_suite():
+    """The packages of the distribution's plain suite and their versions, from the machine's own lists;
+    None without a list of it."""
+    codename = run("sh", "-c", ". /etc/os-release && printf %s $VERSION_CODENAME")
+    packages = {}
+    targets = run("apt-get", "indextargets", "--format", "$(CODENAME) $(FILENAME)",
+                  "Created-By: Packages")
+    for line in targets.splitlines():
+        suite, _, index = line.partition(" ")
+        if suite != codename:
+            continue
+        name = ""
+        for field in run("/usr/lib/apt/apt-helper", "cat-file", index).splitlines():
+            key, _, value = field.partition(": ")
+            if key == "Package":
+                name = value
+            elif key == "Version":
+                packages.setdefault(name, value)
+            elif key == "Provides":
+                for provided in value.split(", "):
+                    packages.setdefault(provided.split(" ")[0], "")
+    return packages or None
+
+
+def unmet(depends, packages):
+    """What of a package's dependencies these packages do not satisfy."""
+    def satisfies(alternative):
+        name, _, condition = alternative.strip().partition(" ")
+        if name not in packages or not condition:
+            return name in packages
+        operator, version = condition.strip("()").split(" ")
+        return subprocess.run(["dpkg", "--compare-versions", packages[name], operator, version],
+                              check=False).returncode == 0
+    return [need.strip() for need in depends.split(",")
+            if not any(satisfies(alternative) for alternative in need.split("|"))]
 
 
 class Root:
@@ -100,6 +138,33 @@ class PackageTest(ProgramTest):
                     capture_output=True, timeout=60, check=True, encoding="utf-8").stderr
                 self.assertEqual(complaints, "")
 
+    def test_needs_nothing_outside_the_plain_suite(self):
+        packages = plain_suite()
+        if not packages:
+            self.skipTest("no package list of the plain suite here")
+        self.assertEqual(unmet("libc6 (>= 9), libc6, debconf (>= 0.5) | debconf-9, no-such-library1",
+                               packages),
+                         ["libc6 (>= 9)", "no-such-library1"], "the check itself")
+        depends = run("dpkg-deb", "--field", self.package, "Depends")
+        self.assertIn("libqt6core6", depends)
+        self.assertEqual(unmet(depends, packages), [])
+
+    def test_programs_are_hardened(self):
+        for entry in self.programs():
+            if entry.is_symlink():
+                continue
+            with self.subTest(entry.name):
+                header = run("readelf", "--file-header", "--program-headers", "--dynamic", entry.path)
+                self.assertRegex(header, r"Type: +DYN", "position-independent")
+                self.assertIn("GNU_RELRO", header)
+                self.assertRegex(header, "BIND_NOW|Flags: .*NOW")
+
+    def test_lintian_has_nothing_to_say(self):
+        if not shutil.which("lintian"):
+            self.skipTest("no lintian here")
+        self.assertEqual(run("lintian", "--allow-root", "--fail-on", "error,warning",
+                             "--tag-display-limit", "0", self.package), "")
+
     def test_desktop_files(self):
         share = os.path.join(self.content, "usr/share")
         run("desktop-file-validate", os.path.join(share, "applications/tarvo-catalogo.desktop"))
@@ -124,7 +189,7 @@ class PackageTest(ProgramTest):
         self.assertEqual(root.read(POINTER), data)
 
         with Catalogue(self.screen, root.path(PROGRAMS)) as catalogue:
-            subprocess.run([root.path("usr/bin/tarvo-catalogo")], check=True, timeout=20)
+            subprocess.run([root.path("usr/bin/tarvo-catalogo")], check=True, timeout=PATIENCE)
             catalogue.wait_for_process()
             self.reach_search(catalogue)
             self.assertTrue(catalogue.has_open(os.path.join(data, "Tarvo.mdb")))
