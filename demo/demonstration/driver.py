@@ -19,11 +19,15 @@ LAUNCHER = "Tarvo.exe"
 VERIFIER = "VerifAtualizCatalogoTarvo.exe"
 
 
+# Seconds. Only what never comes is waited for so long, however busy the machine is.
+PATIENCE = 180
+
+
 class NotReached(Exception):
     """What was waited for did not come; the text says what."""
 
 
-def wait(what, condition, seconds=30):
+def wait(what, condition, seconds=PATIENCE):
     """Waits until the condition holds and returns its value. A tree that changes while it is read
     answers with an error, which counts as not yet."""
     end = time.monotonic() + seconds
@@ -156,7 +160,7 @@ class Catalogue:
 
     def start(self):
         """Through the launcher, as users do."""
-        subprocess.run([os.path.join(self.folder, LAUNCHER)], check=True, timeout=20)
+        subprocess.run([os.path.join(self.folder, LAUNCHER)], check=True, timeout=PATIENCE)
         return self.wait_for_process()
 
     def start_bare(self, *arguments):
@@ -293,13 +297,22 @@ class Catalogue:
     def restore(self):
         xdotool("windowactivate", self.window_ids()[0])
 
+    def answer_box(self, ended):
+        """Answers the box that shows, until what ends with it has ended: a window may be told of before
+        it takes keys, and one that comes too early is lost."""
+        def answered():
+            if not ended():
+                self.press("Return")
+            return ended()
+        wait("the end behind the box", answered)
+
     def ended(self):
         return self.pid not in self.running()
 
 
 def output_of(*command):
     return subprocess.run([str(word) for word in command], capture_output=True, text=True,
-                          check=False, timeout=30).stdout
+                          check=False, timeout=PATIENCE).stdout
 
 
 def xdotool(*arguments):
@@ -313,4 +326,4 @@ def xprop(*arguments):
 def photograph(path):
     """The whole display as a picture."""
     time.sleep(0.2)  # what the tree already tells is painted a moment later
-    subprocess.run(["import", "-window", "root", path], check=True, timeout=30)
+    subprocess.run(["import", "-window", "root", path], check=True, timeout=PATIENCE)

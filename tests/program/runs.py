@@ -9,7 +9,7 @@ import unittest
 HERE = os.path.dirname(os.path.abspath(__file__))
 sys.path.insert(0, os.path.join(HERE, "..", "..", "demo", "demonstration"))
 
-from driver import Catalogue, copy_data, stage, wait, xdotool  # noqa: E402
+from driver import PATIENCE, Catalogue, copy_data, stage, wait, xdotool  # noqa: E402
 from screen import Screen  # noqa: E402
 
 # Set by CTest.
@@ -68,8 +68,7 @@ class ProgramTest(unittest.TestCase):
         """The error box with this beginning, and the end of the program once it is answered."""
         text = wait(f"a box with {beginning!r}", catalogue.box)
         self.assertTrue(text.startswith(beginning), text)
-        catalogue.press("Return")
-        wait("the program's end after the box", lambda: process.poll() is not None)
+        catalogue.answer_box(lambda: process.poll() is not None)
         self.assertEqual(process.returncode, 1)
         return text
 

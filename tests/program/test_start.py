@@ -5,7 +5,7 @@ import shutil
 import subprocess
 
 import runs
-from runs import TOOL, WORD, ProgramTest, wait
+from runs import PATIENCE, TOOL, WORD, ProgramTest, wait
 
 NO_WORD = 'Erro nº: -3\nPara acessar o Catálogo TARVO-LINDEN: executar "Tarvo.exe"'
 
@@ -96,7 +96,7 @@ class LauncherTest(ProgramTest):
         with self.catalogue() as catalogue:
             for option, expected in (("--help", "Uso: Tarvo.exe"), ("--version", "Tarvo.exe 1.")):
                 process = self.launch(catalogue, option)
-                self.assertIn(expected, process.communicate(timeout=20)[0])
+                self.assertIn(expected, process.communicate(timeout=PATIENCE)[0])
                 self.assertEqual(process.returncode, 0)
 
     def test_failures(self):
@@ -106,14 +106,14 @@ class LauncherTest(ProgramTest):
                 process = self.launch(catalogue, *arguments)
                 catalogue.pid = process.pid
                 text = wait("the launcher's box", catalogue.box)
-                catalogue.press("Return")
-                self.assertEqual(process.communicate(timeout=20)[1].strip(), text)
+                catalogue.answer_box(lambda: process.poll() is not None)
+                self.assertEqual(process.communicate(timeout=PATIENCE)[1].strip(), text)
                 self.assertEqual(process.returncode, 1)
 
     def test_failure_without_a_display(self):
         with self.catalogue() as catalogue:
             process = self.launch(catalogue, "abc", DISPLAY="")
-            self.assertIn("abc", process.communicate(timeout=20)[1])
+            self.assertIn("abc", process.communicate(timeout=PATIENCE)[1])
             self.assertEqual(process.returncode, 1)
 
     def test_waits_for_the_process_that_it_is_given(self):
@@ -127,7 +127,7 @@ class LauncherTest(ProgramTest):
             self.assertEqual(catalogue.running(), [old.pid])
             old.kill()
             # Not fetched yet by its parent, this test: ended all the same.
-            self.assertEqual(launcher.wait(20), 0)
+            self.assertEqual(launcher.wait(PATIENCE), 0)
             old.wait()
             catalogue.wait_for_process()
             self.reach_search(catalogue)

@@ -29,7 +29,7 @@ public:
 
     QString Answer() {
         while (!process_.canReadLine()) {
-            if (!process_.waitForReadyRead(20000)) {
+            if (!process_.waitForReadyRead(60000)) {
                 return u"no answer"_s;
             }
         }

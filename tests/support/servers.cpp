@@ -18,7 +18,7 @@ sockaddr_in Loopback(int port) {
     return address;
 }
 
-constexpr int Patience = 20000;  // milliseconds
+constexpr int Patience = 60000;  // milliseconds
 
 }  // namespace
 
