@@ -97,10 +97,17 @@ class TestAntigos : public QObject {
     }
 
 private Q_SLOTS:
-    void init() { root_ = std::make_unique<QTemporaryDir>(); }
-    void cleanup() {
-        importar::SetMdbReader({});
-        root_.reset();
+    void init() {
+        root_ = std::make_unique<QTemporaryDir>();
+        importar::SetMdbReader(QStringLiteral(TARVO_LEITOR));
+    }
+    void cleanup() { root_.reset(); }
+    void cleanupTestCase() { importar::SetMdbReader({}); }
+
+    void TheProgramFindsItsReader() {
+        const QString output = OutputOf(QStringLiteral(TARVO_IMPORTAR),
+                                        {Given("antigo.mdb"), "--conferir", "--exemplos", "0"});
+        QVERIFY2(output.contains(u"1.200 linhas"_s), qPrintable(output));
     }
 
     void EveryRowArrives_data() {
