@@ -344,6 +344,43 @@ private Q_SLOTS:
         }
     }
 
+    // Every kind of value, and letters of both formats.
+    void ValuesOfRealFiles_data() {
+        const Table<QString, QString, QString> row("file", "table", "values");
+        row("Jet 3", "V1997-test.mdb", "Table1",
+            "abcdefg|ação€ ÜñX|2|222|333333333|444,555|27293|3,5|1");
+        row("Jet 4", "V2000-test.mdb", "Table1",
+            "abcdefg|hijklmnop|2|222|333333333|444,555|27293|3,5|1");
+        row("numeric", "V2000-numeric.mdb", "test", "some data|1|0|0|4|-1|1");
+    }
+    void ValuesOfRealFiles() {
+        QFETCH(QString, file);
+        QFETCH(QString, table);
+        QFETCH(QString, values);
+        const QString path = QStringLiteral(TARVO_JET_FILES) + u'/' + file;
+        if (!QFile::exists(path)) {
+            QSKIP("the real files are not on this machine");
+        }
+        QByteArray bytes = sys::ReadBytes(path);
+        Write(In("real.mdb"),
+              bytes.replace("hijklmnop",
+                            file.contains(u"1997"_s) ? "a\xE7\xE3o\x80 \xDC\xF1X" : "hijklmnop"));
+        MdbSource source(In("real.mdb"), root_->path(), std::chrono::minutes(1));
+        QStringList rows;
+        for (std::size_t i = 0; i < source.Tables().size(); ++i) {
+            if (source.Tables()[i].name == table) {
+                source.Read(i, [&](const Row& each, qint64) {
+                    QStringList cells;
+                    for (const importar::Value& value : each.values) {
+                        cells += value.Shown();
+                    }
+                    rows += cells.join(u'|');
+                });
+            }
+        }
+        QVERIFY2(rows.contains(values), qPrintable(rows.join(u'\n')));
+    }
+
     // Row for row against the reader's own tool, in the files of the original engine.
     void RealFiles_data() {
         const Table<QString, int> row("file", "tables");

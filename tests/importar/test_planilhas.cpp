@@ -124,6 +124,9 @@ private Q_SLOTS:
             "2026-03-05;5/3/2026 6:00;Sim;4;3\n",
             "SELECT DataEmissao, DataUltimaVerificacao, FlagErroUltimaVerificacao FROM UMREGISTRO",
             {"46086|46086.25|1"});
+        row("flag of a spreadsheet in English", "UMREGISTRO.csv",
+            "DataEmissao;FlagErroUltimaVerificacao;Versao;VersaoAnterior\n05/03/2026;TRUE;4;3\n",
+            "SELECT FlagErroUltimaVerificacao FROM UMREGISTRO", {"1"});
         row("numbers by part, codes beyond 16 bits", "FIGURADETALHADA.csv",
             "CodigoFiguraDetalhada;CodigoPeca;ItemComponente;ArquivoFigura;LLeft;TTop\n"
             "70000;10;12a;valvula.png;3;4\n60000;10;1;valvula.png;1;2\n",
@@ -183,7 +186,8 @@ private Q_SLOTS:
         row("type", "CLIENTECONCORRENTE.csv", "7;Outro;IJ", "não é uma letra");
         row("maker beyond 16 bits", "CLIENTECONCORRENTE.csv", "32768;Outro;I", "é maior que 32767");
         row("no maker", "VEICULO.csv", "2;x;40000", "40000 não é um fabricante");
-        row("second settings", "UMREGISTRO.csv", "05/03/2026;;;;;5;4", "só pode ter uma linha");
+        row("second settings", "UMREGISTRO.csv", "05/03/2026;;;;;5;4",
+            "UMREGISTRO só pode ter uma linha");
         row("marker", "FIGURADETALHADA.csv", "7;32768;1;1;1", "fora da faixa de 1 a 32767");
     }
     void Refused() {
