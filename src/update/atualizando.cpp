@@ -6,12 +6,15 @@
 #include "platform/forms/msgbox.h"
 #include "session/global.h"
 #include "update/internet.h"
+#include "update/scripts.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <utility>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 const QString frmAtualizando::Nome = u"frmAtualizando"_s;
 
@@ -19,7 +22,8 @@ namespace {
 
 constexpr quint8 Passos = 4;
 constexpr quint8 PrimeiroPassoQueGrava = 3;
-constexpr int LarguraDaBarra = 216;
+constexpr int LarguraTotal = 216;
+constexpr auto ComandoDemorado = 2s;
 
 // Design pixels; the tops are those of the four rows.
 struct Coluna {
@@ -41,7 +45,8 @@ void PorEmFila(const std::array<forms::Panel*, Passos + 1>& imagens, const Colun
 
 }  // namespace
 
-frmAtualizando::frmAtualizando() : Tela(Nome, Kind::Dialog, QSize(434, 299), u"atualizando"_s) {
+frmAtualizando::frmAtualizando()
+    : Tela(Nome, Kind::Dialog, QSize(434, 299), u"atualizando"_s) {
     setWindowTitle(TituloCatalogo);
     const auto criar = [this](auto& imagens, const QString& nome, const QString& desenho) {
         for (quint8 passo = 1; passo <= Passos; ++passo) {
@@ -90,26 +95,34 @@ void frmAtualizando::Activate() {
 }
 
 // Until the first file is put in place, the user may change his mind: the catalogue is untouched.
-// After that a half-done update would be worse than waiting.
+// After that a half-done update would be worse than waiting, unless a statement of a script does not
+// come to its end.
 void frmAtualizando::CloseRequested() {
-    if (cancelada_ || Passo >= PrimeiroPassoQueGrava) {
+    const bool antes = Passo < PrimeiroPassoQueGrava;
+    const bool demora = scripts_ && scripts_->ComandoEmCurso() > ComandoDemorado;
+    if (cancelada_ || perguntando_ || !(antes || demora)) {
         return;
     }
-    const int resposta =
-        forms::MsgBox(u"Deseja cancelar a atualização?"_s,
-                      forms::vbYesNo | forms::vbQuestion | forms::vbDefaultButton2, TituloCatalogo);
-    if (resposta == forms::vbYes && Passo < PrimeiroPassoQueGrava) {
+    perguntando_ = true;
+    const int resposta = forms::MsgBox(
+        antes ? u"Deseja cancelar a atualização?"_s
+              : u"Um comando da atualização está demorando. Deseja interromper a atualização?"_s,
+        forms::vbYesNo | forms::vbQuestion | forms::vbDefaultButton2, TituloCatalogo);
+    perguntando_ = false;
+    if (resposta == forms::vbYes) {
         cancelada_ = true;
         HttpInterromper();
     }
 }
 
-void frmAtualizando::AtualizarProgressBar(quint8 sPasso) {
-    const qint64 maximo = imgBordaBarraAtualizacao.at(sPasso)->Tag.toLongLong();
-    const qint64 valor = imgBarraAtualizacao.at(sPasso)->Tag.toLongLong();
+int frmAtualizando::LarguraDaBarra(qint64 valor, qint64 maximo) {
     const double parte = maximo <= 0 ? 1.0 : std::min(double(valor) / double(maximo), 1.0);
+    return int(std::nearbyint(parte * LarguraTotal));
+}
+
+void frmAtualizando::AtualizarProgressBar(quint8 sPasso) {
     forms::Panel* barra = imgBarraAtualizacao.at(sPasso);
-    const int largura = int(std::nearbyint(parte * LarguraDaBarra));
+    const int largura = LarguraDaBarra(barras_.at(sPasso).valor, barras_.at(sPasso).maximo);
     if (barra->width() == largura) {
         return;  // the usual case among very many small pieces
     }
@@ -117,13 +130,8 @@ void frmAtualizando::AtualizarProgressBar(quint8 sPasso) {
     barra->repaint();
 }
 
-void frmAtualizando::SomarBytes(qint32 bytes) {
-    Avancar(2, bytes);
-}
-
 void frmAtualizando::Avancar(quint8 sPasso, qint64 quanto) {
-    QString& valor = imgBarraAtualizacao.at(sPasso)->Tag;
-    valor = QString::number(valor.toLongLong() + quanto);
+    barras_.at(sPasso).valor += quanto;
     AtualizarProgressBar(sPasso);
 }
 
@@ -132,12 +140,11 @@ void frmAtualizando::AbrirPasso(quint8 sPasso, qint64 maximo) {
     imgPassoAtualAtualizacao.at(sPasso)->show();
     imgBordaBarraAtualizacao.at(sPasso)->show();
     imgBarraAtualizacao.at(sPasso)->show();
-    imgBordaBarraAtualizacao.at(sPasso)->Tag = QString::number(maximo);
-    imgBarraAtualizacao.at(sPasso)->Tag = u"0"_s;
+    barras_.at(sPasso) = {maximo, 0};
 }
 
 void frmAtualizando::FecharPasso(quint8 sPasso) {
-    imgBarraAtualizacao.at(sPasso)->Tag = imgBordaBarraAtualizacao.at(sPasso)->Tag;
+    barras_.at(sPasso).valor = barras_.at(sPasso).maximo;
     AtualizarProgressBar(sPasso);
     forms::DoEvents();
     imgPassoAtualAtualizacao.at(sPasso)->hide();

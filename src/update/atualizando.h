@@ -1,14 +1,16 @@
 #pragma once
 
 #include "look/tela.h"
-#include "platform/dao/dao.h"
 #include "platform/erro.h"
+#include "update/internet.h"
 #include "update/lista.h"
+#include "update/prova.h"
 
-#include <QSet>
+#include <QHash>
 
 #include <array>
-#include <vector>
+
+class ScriptsDaAtualizacao;
 
 // The modal screen in which an update is carried out, under the update lock: four steps, each with
 // a mark and a bar. Expects the local and the server's version in ParametroFormulario, as "5|7". It
@@ -26,13 +28,8 @@ public:
     // Sets bar `sPasso` (1 to 4) to the part of its maximum that has been reached.
     void AtualizarProgressBar(quint8 sPasso);
 
-    // Bytes of the second step have arrived.
-    void SomarBytes(qint32 bytes);
-
-    // Runs one line of an update script on `Banco`. A statement that fails is passed over in
-    // silence: so a script can run again after a broken update. What is no fault of the statement
-    // (disk, file, another computer's lock) and a program that cannot be started throw.
-    void ExecutarComandoAtualizacao(dao::Database& Banco, const QString& Linha);
+    // The bar's width in design pixels, at most 216. A maximum of 0 is reached at once.
+    static int LarguraDaBarra(qint64 valor, qint64 maximo);
 
 protected:
     void Load() override;
@@ -45,19 +42,24 @@ private:
 
     void Conectar();
     void BuscarListas(qint16 VersaoAtual, qint16 VersaoNova);
-    void LerLista(const QString& texto);
+    QString BuscarLista(int versao);
     void BaixarArquivos();
     void BaixarArquivo(ArquivoAtualizacao& arquivo);
+    void ReceberConteudo(ArquivoAtualizacao& arquivo);
+    QString PastaDeEspera(const QString& nome);
     void ColocarArquivos();
     void ColocarArquivo(const ArquivoAtualizacao& arquivo);
     void ExecutarScripts(qint16 VersaoAtual, qint16 VersaoNova);
-    QStringList LinhasDosScripts();
+    void ExecutarLinhas(ScriptsDaAtualizacao& scripts, const ArquivoAtualizacao& script);
+    bool ContinuarComando();
     void IniciarProgramaInstalado() const;
+    void ConferirSeCancelada() const;
     void EncerrarComErro(const Erro& erro);
-    void ExcluirTemporarios();
+    void ExcluirRecebidos();
     void Fechar();
 
-    QString Buscar(const QString& nome, bool texto, const QString& arquivo);
+    void Buscar(const QString& nome, const QString& arquivo, const ProgressoDownload& progresso);
+    QByteArray BuscarBytes(const QString& nome);
 
     void AbrirPasso(quint8 sPasso, qint64 maximo);
     void FecharPasso(quint8 sPasso);
@@ -66,18 +68,25 @@ private:
     // Index 0 is not used: the steps count from 1.
     std::array<forms::Panel*, 5> imgPassoAtualAtualizacao{};
     std::array<forms::Panel*, 5> imgPassoConcluidoAtualizacao{};
-    std::array<forms::Panel*, 5> imgBordaBarraAtualizacao{};  // its Tag: the bar's maximum
-    std::array<forms::Panel*, 5> imgBarraAtualizacao{};       // its Tag: what has been reached
+    std::array<forms::Panel*, 5> imgBordaBarraAtualizacao{};
+    std::array<forms::Panel*, 5> imgBarraAtualizacao{};
+    struct Progresso {
+        qint64 maximo = 0;
+        qint64 valor = 0;
+    };
+    std::array<Progresso, 5> barras_{};
 
     bool iniciada_ = false;
     bool cancelada_ = false;
+    bool perguntando_ = false;
     quint8 Passo = 0;  // the step in progress, 1 to 4
     QString caminhoBase_;
     QString usuario_;
     QString senha_;
-    std::vector<ArquivoAtualizacao> arquivos_;
-    QSet<QString> chaves_;  // of the files named so far
-    qint32 TotalBytes = 0;
+    ChavesDaAtualizacao chaves_;
+    ListasDaAtualizacao listas_;
+    QStringList recebidos_;              // temporary files that are there, or may be
+    QHash<QString, QString> esperas_;    // where files of a folder wait for their turn
     QString ProgramaInstalado;
-    QString ComandoBase;
+    ScriptsDaAtualizacao* scripts_ = nullptr;  // while the fourth step runs
 };

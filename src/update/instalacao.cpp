@@ -10,27 +10,31 @@
 #include "platform/forms/msgbox.h"
 #include "platform/secret.h"
 #include "platform/system/output.h"
+#include "platform/system/paths.h"
 #include "platform/system/process.h"
+#include "platform/system/proof.h"
 #include "session/arquivos.h"
-#include "session/banco.h"
-#include "session/datas.h"
 #include "session/erros.h"
 #include "session/global.h"
-#include "session/processos.h"
 #include "settings/arquivo.h"
 #include "update/atualizando.h"
-#include "update/comando.h"
 #include "update/endereco.h"
-#include "update/internet.h"
+#include "update/onde.h"
+#include "update/restos.h"
+#include "update/scripts.h"
 
-#include <algorithm>
-#include <array>
+#include <QScopeGuard>
+#include <QSet>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr QLatin1String FimDeLinha("\r\n");
+// A list has to fit into memory; a server that never ends one must not fill the disk either.
+constexpr qint64 MaiorLista = 64 * 1024 * 1024;
+
+enum Numero : int { TextoDemais = 14, Interrompido = 18 };
 
 bool EhScript(const ArquivoAtualizacao& arquivo) {
     return arquivo.Tipo == "SDB"_L1;
@@ -38,16 +42,6 @@ bool EhScript(const ArquivoAtualizacao& arquivo) {
 
 bool EhPrograma(const ArquivoAtualizacao& arquivo) {
     return arquivo.Tipo == "EXE"_L1;
-}
-
-// Failures of the disk, the file or the network, and of another computer that holds the file: the
-// statement would have worked, so passing over it would lose it for good.
-bool EhFalhaDoMeio(const Erro& erro) {
-    using dao::Failure;
-    static constexpr std::array falhas = {Failure::DiskFull, Failure::InOut, Failure::ReadOnly,
-                                          Failure::Damaged, Failure::Locked};
-    return std::any_of(falhas.begin(), falhas.end(),
-                       [&erro](Failure falha) { return erro.Number() == static_cast<int>(falha); });
 }
 
 bool EhDiscoCheio(const Erro& erro) {
@@ -66,6 +60,10 @@ QString NaPasta(const QString& nome) {
     return QString(nome).replace(u'/', u'\\');
 }
 
+QString PastaDe(const QString& caminho) {
+    return caminho.left(caminho.lastIndexOf(u'\\') + 1);
+}
+
 void AtualizarCache() {
     dao::DBEngine::Instance().Idle(dao::dbRefreshCache);
     forms::DoEvents();
@@ -76,10 +74,14 @@ void AtualizarCache() {
 void frmAtualizando::Atualizar(qint16 VersaoAtual, qint16 VersaoNova) {
     try {
         Passo = 1;
+        ExcluirRestos(gCaminho);
         Conectar();
-        BuscarListas(VersaoAtual, VersaoNova);
-        BaixarArquivos();
-        ColocarArquivos();
+        {
+            const sys::FolderListings cadaPastaUmaVez;
+            BuscarListas(VersaoAtual, VersaoNova);
+            BaixarArquivos();
+            ColocarArquivos();
+        }
         ExecutarScripts(VersaoAtual, VersaoNova);
         forms::MsgBox(u"Atualização concluída com sucesso."_s, forms::vbInformation,
                       TituloCatalogo);
@@ -91,6 +93,7 @@ void frmAtualizando::Atualizar(qint16 VersaoAtual, qint16 VersaoNova) {
 }
 
 void frmAtualizando::Conectar() {
+    chaves_ = LerChaves();
     const auto registro =
         gDB->OpenRecordset(u"SELECT UrlAtualizacao FROM UMREGISTRO"_s, dao::dbOpenForwardOnly);
     const EnderecoServidor endereco =
@@ -101,9 +104,47 @@ void frmAtualizando::Conectar() {
     LerConfiguracao(u"USUARIO_SENHA"_s, usuario_, senha_);
 }
 
-QString frmAtualizando::Buscar(const QString& nome, bool texto, const QString& arquivo) {
-    return HttpExecutar(u"D"_s, true, caminhoBase_ + NoServidor(nome), texto, arquivo, QString(),
-                        QString(), usuario_, senha_);
+void frmAtualizando::Buscar(const QString& nome, const QString& arquivo,
+                            const ProgressoDownload& progresso) {
+    recebidos_ += arquivo;
+    DizendoOnde([&nome] { return nome; },
+                [&] {
+                    HttpExecutar(u"D"_s, true, caminhoBase_ + NoServidor(nome), false, arquivo,
+                                 QString(), QString(), usuario_, senha_, progresso);
+                });
+}
+
+QByteArray frmAtualizando::BuscarBytes(const QString& nome) {
+    const QString arquivo = NomeDoRecebido(gCaminho);
+    qint64 total = 0;
+    Buscar(nome, arquivo, [&total](qint32 bytes) {
+        total += bytes;
+        if (total > MaiorLista) {
+            throw Erro(TextoDemais, u"Espaço insuficiente para o texto"_s);
+        }
+    });
+    const QByteArray bytes = sys::ReadBytes(arquivo);
+    ExcluirArquivo(arquivo);
+    return bytes;
+}
+
+QString frmAtualizando::BuscarLista(int versao) {
+    const QString nome = u"ListVersao%1.txt"_s.arg(versao);
+    const QByteArray lista = BuscarBytes(nome);
+    if (chaves_.Exigem()) {
+        // A missing signature is a wrong one; that the server could not be reached is told as that.
+        QByteArray assinaturas;
+        try {
+            assinaturas = BuscarBytes(nome + u".sig"_s);
+        } catch (const Erro& erro) {
+            if (!erro.Description().contains("Status=404"_L1)) {
+                throw;
+            }
+        }
+        DizendoOnde([&nome] { return nome; },
+                    [&] { ConferirLista(chaves_, versao, lista, assinaturas); });
+    }
+    return sys::DecodeText(lista);
 }
 
 void frmAtualizando::BuscarListas(qint16 VersaoAtual, qint16 VersaoNova) {
@@ -111,50 +152,38 @@ void frmAtualizando::BuscarListas(qint16 VersaoAtual, qint16 VersaoNova) {
     AbrirPasso(1, int(VersaoNova) - VersaoAtual + 1);
     QStringList listas;
     for (int versao = VersaoAtual + 1; versao <= VersaoNova; ++versao) {
-        listas += Buscar(u"ListVersao%1.txt"_s.arg(versao), true, QString());
+        listas += BuscarLista(versao);
         Avancar(1, 1);
         forms::DoEvents();
     }
+    int versao = VersaoAtual;
     for (const QString& lista : listas) {
-        LerLista(lista);
+        listas_.Ler(u"ListVersao%1.txt"_s.arg(++versao), lista, chaves_.Exigem());
+        forms::DoEventsInTime();
     }
     FecharPasso(1);
 }
 
-// Of two lines that name the same file, in whatever lists, the first one counts.
-void frmAtualizando::LerLista(const QString& texto) {
-    for (const QString& linha : texto.split(FimDeLinha)) {
-        if (linha.trimmed().isEmpty()) {
-            continue;
-        }
-        if (const QString chave = ChaveDaLinha(linha); !chaves_.contains(chave)) {
-            arquivos_.push_back(LerLinhaDaLista(linha));
-            TotalBytes = convert::Narrow<qint32>(qint64(TotalBytes) + arquivos_.back().Tamanho);
-            chaves_.insert(chave);
-        }
+void frmAtualizando::BaixarArquivos() {
+    AbrirPasso(2, listas_.TotalBytes);
+    for (ArquivoAtualizacao& arquivo : listas_.arquivos) {
+        ConferirSeCancelada();
+        BaixarArquivo(arquivo);
         forms::DoEventsInTime();
     }
-}
-
-void frmAtualizando::BaixarArquivos() {
-    AbrirPasso(2, TotalBytes);
-    PassoDownload = u"P2"_s;
-    for (ArquivoAtualizacao& arquivo : arquivos_) {
-        BaixarArquivo(arquivo);
-        forms::DoEvents();
-    }
-    PassoDownload.clear();
     FecharPasso(2);
     HttpDesconectar();
 }
 
 void frmAtualizando::BaixarArquivo(ArquivoAtualizacao& arquivo) {
-    if (EhScript(arquivo)) {
-        arquivo.Conteudo = Buscar(arquivo.Nome, true, QString());
+    const bool script = EhScript(arquivo);
+    arquivo.Conteudo = NomeDoRecebido(script ? gCaminho : PastaDeEspera(arquivo.Nome));
+    ReceberConteudo(arquivo);
+    if (script) {
+        arquivo.Conteudo = LerArquivo(recebidos_.last());
+        ExcluirArquivo(recebidos_.last());
         return;
     }
-    arquivo.Conteudo = NomeArquivoTemporario();
-    Buscar(arquivo.Nome, false, arquivo.Conteudo);
     // Before any file takes another one's place, all of them are whole and on the disk.
     sys::Flush(arquivo.Conteudo);
     if (EhPrograma(arquivo)) {
@@ -163,14 +192,64 @@ void frmAtualizando::BaixarArquivo(ArquivoAtualizacao& arquivo) {
     }
 }
 
+// Where the list tells what the file must be, more bytes than that are not even taken down.
+void frmAtualizando::ReceberConteudo(ArquivoAtualizacao& arquivo) {
+    const bool conhecido = !arquivo.Sha256.isEmpty();
+    const auto recusar = [&arquivo] {
+        throw Erro(ConteudoAlterado,
+                   u"O arquivo \"%1\" que veio do servidor não é o que a lista descreve"_s.arg(
+                       arquivo.Nome));
+    };
+    qint64 total = 0;
+    Buscar(arquivo.Nome, arquivo.Conteudo, [&](qint32 bytes) {
+        Avancar(2, bytes);
+        total += bytes;
+        if (conhecido && total > arquivo.Bytes) {
+            recusar();
+        }
+    });
+    if (conhecido && sys::HashOfFile(arquivo.Conteudo) != arquivo.Sha256) {
+        recusar();
+    }
+}
+
+// In the data folder, or where the file will lie if that is another disk: to put it in place must be
+// one step, and a disk that is full must show before the first of them.
+QString frmAtualizando::PastaDeEspera(const QString& nome) {
+    QString pasta = PastaDe(gCaminho + NaPasta(nome));
+    while (!DiretorioExiste(pasta)) {
+        pasta = PastaDe(pasta.chopped(1));
+    }
+    auto espera = esperas_.constFind(pasta);
+    if (espera == esperas_.constEnd()) {
+        const bool outroDisco = !sys::SameVolume(gCaminho, pasta);
+        if (outroDisco) {
+            ExcluirRestos(pasta);
+        }
+        espera = esperas_.insert(pasta, outroDisco ? pasta : gCaminho);
+    }
+    return *espera;
+}
+
 void frmAtualizando::ColocarArquivos() {
-    AbrirPasso(3, qint64(arquivos_.size()));
-    for (const ArquivoAtualizacao& arquivo : arquivos_) {
+    ConferirSeCancelada();
+    AbrirPasso(3, qint64(listas_.arquivos.size()));
+    QSet<QString> pastas;
+    for (const ArquivoAtualizacao& arquivo : listas_.arquivos) {
         if (!EhScript(arquivo)) {
-            ColocarArquivo(arquivo);
+            DizendoOnde([&arquivo] { return arquivo.Nome; }, [&] { ColocarArquivo(arquivo); });
+            const QString caminho = gCaminho + NaPasta(arquivo.Nome);
+            for (QString pasta = PastaDe(caminho); pasta.size() >= gCaminho.size();
+                 pasta = PastaDe(pasta.chopped(1))) {
+                pastas += pasta;
+            }
         }
         Avancar(3, 1);
-        forms::DoEvents();
+        forms::DoEventsInTime();
+    }
+    // Before the scripts speak of them; a power cut until then is one in the middle of this step.
+    for (const QString& pasta : std::as_const(pastas)) {
+        sys::Flush(pasta);
     }
     FecharPasso(3);
 }
@@ -180,69 +259,64 @@ void frmAtualizando::ColocarArquivo(const ArquivoAtualizacao& arquivo) {
     const QString nome = NaPasta(arquivo.Nome);
     CriarDiretorios(gCaminho, nome, true);
     sys::Replace(arquivo.Conteudo, gCaminho + nome);
-    sys::Flush(gCaminho + nome.left(nome.lastIndexOf(u'\\') + 1));
-}
-
-QStringList frmAtualizando::LinhasDosScripts() {
-    QStringList linhas;
-    for (const ArquivoAtualizacao& arquivo : arquivos_) {
-        if (EhScript(arquivo)) {
-            linhas += arquivo.Conteudo.split(FimDeLinha);
-        }
-    }
-    arquivos_.clear();
-    return linhas;
 }
 
 void frmAtualizando::ExecutarScripts(qint16 VersaoAtual, qint16 VersaoNova) {
-    const QStringList linhas = LinhasDosScripts();
-    AbrirPasso(4, linhas.isEmpty() ? 0 : linhas.size() + 1);
-    AtualizarProgressBar(4);
-    std::unique_ptr<dao::Workspace> workspace;
-    std::unique_ptr<dao::Database> banco;
-    AbrirBancoDados(workspace, u"sWsNotReadOnly"_s, banco, false);
-    for (const QString& linha : linhas) {
-        ExecutarComandoAtualizacao(*banco, linha);
-        Avancar(4, 1);
-        forms::DoEventsInTime();
+    std::vector<ArquivoAtualizacao> lidos;
+    qint64 linhas = 0;
+    for (ArquivoAtualizacao& arquivo : std::exchange(listas_.arquivos, {})) {
+        if (EhScript(arquivo)) {
+            linhas += arquivo.Conteudo.count(FimDeLinha) + 1;
+            lidos.push_back(std::move(arquivo));
+        }
     }
-    workspace->BeginTrans();
-    ExecutarComandoAtualizacao(
-        *banco,
-        u"E:UPDATE UMREGISTRO SET "
-        "Versao                    = %1,"
-        "VersaoAnterior            = %2,"
-        "DataUltimaVerificacao     = %3,"
-        "FlagErroUltimaVerificacao = 0"_s.arg(QString::number(VersaoNova),
-                                              QString::number(VersaoAtual), DataHoraSql(1.0)));
-    workspace->CommitTrans(dao::dbForceOSFlush);
-    AtualizarCache();
-    FecharBancoDados(workspace, banco);
+    AbrirPasso(4, linhas == 0 ? 0 : linhas + 1);
+    AtualizarProgressBar(4);
+    {
+        ScriptsDaAtualizacao scripts([this] { return ContinuarComando(); });
+        scripts_ = &scripts;
+        const auto semScripts = qScopeGuard([this] { scripts_ = nullptr; });
+        for (const ArquivoAtualizacao& script : lidos) {
+            ExecutarLinhas(scripts, script);
+        }
+        scripts.GravarVersao(VersaoAtual, VersaoNova);
+        AtualizarCache();
+    }
     forms::DoEvents();
     AtualizarCache();
     FecharPasso(4);
 }
 
-void frmAtualizando::ExecutarComandoAtualizacao(dao::Database& Banco, const QString& Linha) {
-    const ComandoAtualizacao comando = LerComandoAtualizacao(ComandoBase, Linha);
-    switch (comando.tipo) {
-        case ComandoAtualizacao::Tipo::Nada:
-            return;
-        case ComandoAtualizacao::Tipo::Programa:
-            ExecutarEAguardar(comando.texto, 1);
-            return;
-        case ComandoAtualizacao::Tipo::Reinicio:
-            ReiniciarPrograma = true;
-            return;
-        case ComandoAtualizacao::Tipo::Sql:
-            break;
-    }
-    try {
-        Banco.Execute(comando.texto, dao::dbFailOnError);
-    } catch (const Erro& erro) {
-        if (EhFalhaDoMeio(erro)) {
-            throw;
+void frmAtualizando::ExecutarLinhas(ScriptsDaAtualizacao& scripts,
+                                    const ArquivoAtualizacao& script) {
+    int numero = 0;
+    for (const QString& linha : script.Conteudo.split(FimDeLinha)) {
+        ++numero;
+        try {
+            scripts.ExecutarComandoAtualizacao(linha);
+            ConferirSeCancelada();
+        } catch (const Erro& erro) {
+            // What ran is kept, if that is possible; what failed first is what the user is told.
+            try {
+                scripts.FecharGrupo();
+            } catch (const Erro&) {
+            }
+            throw Erro(erro.Number(), u"%1 (%2, linha %3)"_s.arg(erro.Description(), script.Nome)
+                                          .arg(numero));
         }
+        Avancar(4, 1);
+        forms::DoEventsInTime();
+    }
+}
+
+bool frmAtualizando::ContinuarComando() {
+    forms::DoEventsInTime();
+    return !cancelada_;
+}
+
+void frmAtualizando::ConferirSeCancelada() const {
+    if (cancelada_) {
+        throw Erro(Interrompido, u"Interrompido pelo usuário"_s);
     }
 }
 
@@ -258,31 +332,30 @@ void frmAtualizando::IniciarProgramaInstalado() const {
 }
 
 void frmAtualizando::EncerrarComErro(const Erro& erro) {
-    PassoDownload.clear();
     if (Passo < 3) {
         HttpDesconectar();
     }
     // What a failure leaves behind is known by its name and does no harm; but a full disk has to
     // let the catalogue breathe again, and who gives up in time wants to find nothing.
     if (cancelada_ || EhDiscoCheio(erro)) {
-        ExcluirTemporarios();
+        ExcluirRecebidos();
     }
     if (cancelada_) {
         forms::SetMousePointer(forms::vbDefault);
-        forms::MsgBox(u"Atualização cancelada. O catálogo continua como estava."_s,
+        forms::MsgBox(Passo < 3
+                          ? u"Atualização cancelada. O catálogo continua como estava."_s
+                          : u"Atualização interrompida. Uma parte dela já está no catálogo; a "
+                            "próxima atualização recomeça do início."_s,
                       forms::vbInformation, TituloCatalogo);
         return;
     }
     MostrarErro(erro.Number(), erro.Description());
 }
 
-void frmAtualizando::ExcluirTemporarios() {
-    for (const ArquivoAtualizacao& arquivo : arquivos_) {
-        if (EhScript(arquivo) || arquivo.Conteudo.isEmpty()) {
-            continue;
-        }
+void frmAtualizando::ExcluirRecebidos() {
+    for (const QString& arquivo : std::as_const(recebidos_)) {
         try {
-            ExcluirArquivo(arquivo.Conteudo);
+            ExcluirArquivo(arquivo);
         } catch (const Erro&) {
             // It stays, as after any other failure.
         }

@@ -6,7 +6,6 @@
 #include "platform/system/output.h"
 #include "session/arquivos.h"
 #include "update/acesso.h"
-#include "update/atualizando.h"
 
 #include <array>
 #include <memory>
@@ -14,8 +13,6 @@
 
 using namespace Qt::StringLiterals;
 namespace http = sys::http;
-
-QString PassoDownload;
 
 namespace {
 
@@ -71,6 +68,7 @@ struct Pedido {
     QString arquivoTemporario;
     QString usuario;
     QString senha;
+    ProgressoDownload progresso;
 };
 
 // One request from its opening to the end of its body.
@@ -230,7 +228,9 @@ private:
             if (pedido_.retornarTexto && total > maiorTexto) {
                 throw Erro(TextoDemais, u"Espaço insuficiente para o texto"_s);
             }
-            AtualizarProgressoDownload(qint32(bytes));
+            if (pedido_.progresso) {
+                pedido_.progresso(qint32(bytes));
+            }
             DeixarEventos();
         }
         arquivo.Close();
@@ -289,10 +289,11 @@ void HttpDesconectar() {
 
 QString HttpExecutar(const QString& Modo, bool ExibirDialogos, const QString& Caminho,
                      bool RetornarTexto, const QString& ArquivoTemporario,
-                     const QString& EnvioCampo, const QString& EnvioArquivo, const QString& Usuario,
-                     const QString& Senha) {
+                     const QString& EnvioCampo, const QString& EnvioArquivo,
+                     const QString& Usuario, const QString& Senha,
+                     const ProgressoDownload& AtualizarProgressoDownload) {
     const Pedido pedido{Modo,    ExibirDialogos, Caminho, RetornarTexto, ArquivoTemporario,
-                        Usuario, Senha};
+                        Usuario, Senha,          AtualizarProgressoDownload};
     return Requisicao(pedido).Executar(EnvioCampo, EnvioArquivo);
 }
 
@@ -300,15 +301,6 @@ void BodyPostFileUpload(const QString& EnvioCampo, const QString& EnvioArquivo) 
     Q_UNUSED(EnvioCampo);
     Q_UNUSED(EnvioArquivo);
     throw Erro(EnvioProibido, u"Não é Permitido UPLOAD"_s);
-}
-
-void AtualizarProgressoDownload(qint32 Bytes) {
-    if (PassoDownload != "P2"_L1) {
-        return;
-    }
-    if (forms::Form* tela = forms::Form::Find(frmAtualizando::Nome)) {
-        static_cast<frmAtualizando*>(tela)->SomarBytes(Bytes);
-    }
 }
 
 void HttpInterromper() {

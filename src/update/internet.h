@@ -3,18 +3,19 @@
 #include <QString>
 
 #include <chrono>
+#include <functional>
 
-// The update's way to its server: one connection to one host, one request after the other, each
-// into a file or a text. It gets through a proxy that asks for user and password, and turns every
-// failure into one error whose text says at which stage it happened: the stage, ":", the code of
-// the last call (platform/system/http.h), ";", the inner number, ";", the inner text. Window events
-// are let through while a request waits, after its blocks and between two tries.
+// The update's way to its server: one connection to one host, one request after the other, each into
+// a file or a text. It gets through a proxy that asks for user and password, and turns every failure
+// into one error whose text says at which stage it happened: the stage, ":", the code of the last
+// call (platform/system/http.h), ";", the inner number, ";", the inner text. Window events are let
+// through while a request waits, after its blocks and between two tries.
 //
 // One connection at a time. Nothing guards against a second caller: the only one runs under the
 // update lock.
 
-// "P2" while the update downloads files, otherwise empty: whether blocks move its progress bar.
-extern QString PassoDownload;
+// Called for each block of a body. An Erro that it throws ends the request.
+using ProgressoDownload = std::function<void(qint32 Bytes)>;
 
 void HttpConectar(const QString& Servidor);  // a host name; Erro -100
 void HttpDesconectar();                      // also when nothing is open
@@ -27,17 +28,15 @@ void HttpDesconectar();                      // also when nothing is open
 // stays, unless the disk is full.
 QString HttpExecutar(const QString& Modo, bool ExibirDialogos, const QString& Caminho,
                      bool RetornarTexto, const QString& ArquivoTemporario,
-                     const QString& EnvioCampo, const QString& EnvioArquivo, const QString& Usuario,
-                     const QString& Senha);
+                     const QString& EnvioCampo, const QString& EnvioArquivo,
+                     const QString& Usuario, const QString& Senha,
+                     const ProgressoDownload& AtualizarProgressoDownload = {});
 
 // There is no upload: Erro -107, always.
 [[noreturn]] void BodyPostFileUpload(const QString& EnvioCampo, const QString& EnvioArquivo);
 
 // The user has had enough: the request under way, and every further one of this connection, fails.
 void HttpInterromper();
-
-// A block of this many bytes has come down.
-void AtualizarProgressoDownload(qint32 Bytes);
 
 // The longest text that may come, bytes; a server that never ends one fails with 14.
 void DefinirMaiorTexto(qint64 maximo);

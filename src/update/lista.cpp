@@ -3,17 +3,21 @@
 #include "platform/convert.h"
 #include "platform/erro.h"
 #include "platform/system/paths.h"
+#include "platform/system/proof.h"
 #include "session/global.h"
+#include "update/onde.h"
+#include "update/prova.h"
 
 #include <QStringList>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-enum Campo : qsizetype { CampoTipo, CampoNome, CampoTamanho };
+enum Campo : qsizetype { CampoTipo, CampoNome, CampoTamanho, CampoSha256 };
 
 constexpr qsizetype LetrasDoTipo = 3;
 
@@ -22,6 +26,15 @@ QString LerCampo(const QStringList& campos, Campo campo) {
         throw Erro(Erro::SubscriptOutOfRange);
     }
     return campos.at(campo);
+}
+
+QByteArray LerSha256(const QString& campo) {
+    const QByteArray texto = campo.trimmed().toLatin1();
+    const QByteArray bytes = QByteArray::fromHex(texto);
+    if (!texto.isEmpty() && (bytes.size() != sys::HashSize || bytes.toHex() != texto.toLower())) {
+        throw Erro(Erro::TypeMismatch, u"O quarto campo não é um SHA-256"_s);
+    }
+    return bytes;
 }
 
 // What some systems leave out at the end of a name: ".. " is the folder above there, too.
@@ -34,12 +47,22 @@ QString SemFinalVazio(QString pedaco) {
 
 // A name that stays in the folder, whatever lies there: no drive, no step upwards, no root.
 bool FicaNaPasta(const QString& nome, const QStringList& pedacos) {
-    const bool letraProibida = std::any_of(
-        nome.begin(), nome.end(), [](QChar letra) { return letra < u' ' || letra == u':'; });
+    const bool letraProibida = std::any_of(nome.begin(), nome.end(), [](QChar letra) {
+        return letra < u' ' || letra == u':';
+    });
     return !letraProibida && !pedacos.first().isEmpty() &&
            std::none_of(pedacos.begin(), pedacos.end(), [](const QString& pedaco) {
                return !pedaco.isEmpty() && SemFinalVazio(pedaco).isEmpty();
            });
+}
+
+// The folder that the file must stay in, whatever links lie on the way.
+QString PastaDoNome(const QStringList& pedacos) {
+    static const QStringList deFiguras = {u"FotoPeca"_s, u"Figuras"_s};
+    const QString pasta = gCaminho + pedacos.first();
+    const bool figura =
+        pedacos.size() > 1 && deFiguras.contains(pedacos.first(), Qt::CaseInsensitive);
+    return figura && sys::Exists(pasta) ? pasta : gCaminho;
 }
 
 // To put another file in the place of these would damage the catalogue under the program's hands.
@@ -52,29 +75,50 @@ bool PertenceAoCatalogo(const QStringList& pedacos) {
 
 }  // namespace
 
-QString ChaveDaLinha(const QString& linha) {
-    return LerCampo(linha.split(u';'), CampoNome).trimmed().toUpper();
+void ListasDaAtualizacao::Ler(const QString& nome, const QString& texto, bool exigeSha256) {
+    int numero = 0;
+    for (const QString& linha : texto.split("\r\n"_L1)) {
+        ++numero;
+        if (linha.trimmed().isEmpty()) {
+            continue;
+        }
+        DizendoOnde([&] { return u"%1, linha %2: %3"_s.arg(nome).arg(numero).arg(linha.left(120)); },
+                    [&] { LerLinha(linha, exigeSha256); });
+    }
 }
 
-ArquivoAtualizacao LerLinhaDaLista(const QString& linha) {
+void ListasDaAtualizacao::LerLinha(const QString& linha, bool exigeSha256) {
     const QStringList campos = linha.split(u';');
-    ArquivoAtualizacao arquivo{LerCampo(campos, CampoTipo).left(LetrasDoTipo),
-                               LerCampo(campos, CampoNome),
-                               convert::ToInt32(LerCampo(campos, CampoTamanho)), QString()};
-    ConferirNome(arquivo.Nome);
-    return arquivo;
+    const QString chave = LerCampo(campos, CampoNome).trimmed().toUpper();
+    const QByteArray sha256 = LerSha256(campos.value(CampoSha256));
+    if (sha256.isEmpty() && exigeSha256) {
+        throw Erro(AssinaturaRecusada, u"A lista assinada não traz o SHA-256 do arquivo"_s);
+    }
+    const auto lugar = lugares_.constFind(chave);
+    if (lugar == lugares_.constEnd()) {
+        ArquivoAtualizacao arquivo{LerCampo(campos, CampoTipo).left(LetrasDoTipo),
+                                   LerCampo(campos, CampoNome),
+                                   convert::ToInt32(LerCampo(campos, CampoTamanho)), QString()};
+        ConferirNome(arquivo.Nome);
+        TotalBytes = convert::Narrow<qint32>(qint64(TotalBytes) + arquivo.Tamanho);
+        lugares_.insert(chave, arquivos.size());
+        arquivos.push_back(std::move(arquivo));
+    }
+    ArquivoAtualizacao& arquivo = arquivos.at(lugares_.value(chave));
+    arquivo.Sha256 = sha256;
+    arquivo.Bytes = sha256.isEmpty() ? 0 : convert::ToInt32(LerCampo(campos, CampoTamanho));
 }
 
 void ConferirNome(const QString& nome) {
     const QStringList pedacos = QString(nome).replace(u'/', u'\\').split(u'\\');
-    if (!FicaNaPasta(nome, pedacos) || !sys::IsInside(gCaminho, gCaminho + nome)) {
-        throw Erro(
-            Erro::PathFileAccess,
-            u"A lista de atualização nomeia \"%1\", que fica fora da pasta de dados"_s.arg(nome));
+    if (!FicaNaPasta(nome, pedacos) || !sys::IsInside(PastaDoNome(pedacos), gCaminho + nome)) {
+        throw Erro(Erro::PathFileAccess,
+                   u"A lista de atualização nomeia \"%1\", que fica fora da pasta de dados"_s.arg(
+                       nome));
     }
     if (PertenceAoCatalogo(pedacos)) {
-        throw Erro(
-            Erro::PathFileAccess,
-            u"A lista de atualização nomeia \"%1\", que é parte do catálogo aberto"_s.arg(nome));
+        throw Erro(Erro::PathFileAccess,
+                   u"A lista de atualização nomeia \"%1\", que é parte do catálogo aberto"_s.arg(
+                       nome));
     }
 }

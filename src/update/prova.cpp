@@ -3,7 +3,7 @@
 #include "platform/erro.h"
 #include "platform/system/paths.h"
 #include "platform/system/proof.h"
-#include "session/modulo.h"
+#include "session/arquivos.h"
 
 #include <algorithm>
 

@@ -187,24 +187,25 @@ private Q_SLOTS:
             QCOMPARE(Versions(), u"1/0"_s);
         };
 
-        failsWith(u"-104\nHttpQueryInfo:0;-103;Status=404"_s);  // the second list
+        failsWith(u"-104\nHttpQueryInfo:0;-103;Status=404 (ListVersao3.txt)"_s);
         QCOMPARE(TemporaryFiles(), 0);
 
         Serve("ListVersao3.txt", {});
         server_->Put("base/FotoPeca/a.png", "nova");
-        failsWith(u"-104\nHttpQueryInfo:0;-103;Status=404"_s);  // the second file
+        failsWith(u"-104\nHttpQueryInfo:0;-103;Status=404 (FotoPeca\\b.png)"_s);
         QCOMPARE(TemporaryFiles(), 1);
         QCOMPARE(Local("FotoPeca/a.png"), QByteArray("velha"));
 
         server_->Put("base/FotoPeca/b.png", "b");
         Serve("dois.txt", {Insert(20, "Bravil"), "S:nao-existe-aqui", Insert(21, "Norral")});
         QVERIFY(QDir().mkpath(Path("FotoPeca/b.png")));
-        failsWith(u"75\nErro de acesso ao caminho/arquivo"_s);  // a folder in the file's place
+        // A folder in the file's place.
+        failsWith(u"75\nErro de acesso ao caminho/arquivo (FotoPeca\\b.png)"_s);
         QCOMPARE(Local("FotoPeca/a.png"), QByteArray("nova"));
         QCOMPARE(Fabricantes(), u"0"_s);
 
         QVERIFY(QDir().rmdir(Path("FotoPeca/b.png")));
-        failsWith(u"53\nArquivo não encontrado"_s);  // a program of the script
+        failsWith(u"53\nArquivo não encontrado (dois.txt, linha 2)"_s);  // a program of the script
         QCOMPARE(Local("FotoPeca/b.png"), QByteArray("b"));
         QCOMPARE(Fabricantes(), u"1"_s);
 
@@ -250,22 +251,17 @@ private Q_SLOTS:
     }
 
     void Bars_data() {
-        const Table<QString, QString, int> row("maximum", "value", "width");
-        row("nothing to do", "0", "0", 216);
-        row("the only list", "2", "1", 108);
-        row("rounded", "7", "2", 62);
-        row("wrong sizes", "10", "5000000000", 216);
-        row("begun", "100000", "1", 0);
+        const Table<qint64, qint64, int> row("maximum", "value", "width");
+        row("nothing to do", 0, 0, 216);
+        row("the only list", 2, 1, 108);
+        row("rounded", 7, 2, 62);
+        row("wrong sizes", 10, 5'000'000'000, 216);
+        row("begun", 100'000, 1, 0);
     }
     void Bars() {
-        QFETCH(QString, maximum);
-        QFETCH(QString, value);
-        frmAtualizando form;
-        Find<forms::Panel>(form, "imgBordaBarraAtualizacao(3)").Tag = maximum;
-        auto& bar = Find<forms::Panel>(form, "imgBarraAtualizacao(3)");
-        bar.Tag = value;
-        form.AtualizarProgressBar(3);
-        QTEST(bar.width(), "width");
+        QFETCH(qint64, maximum);
+        QFETCH(qint64, value);
+        QTEST(frmAtualizando::LarguraDaBarra(value, maximum), "width");
     }
 
     void MarksAndBarsDuringTheUpdate() {

@@ -7,6 +7,7 @@
 #include <QVariant>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -155,6 +156,10 @@ public:
     void Shadow(const QStringList& names);
 
     qint64 RecordsAffected() const;
+
+    // Called again and again while a statement runs; false ends it with 3059 and rolls its
+    // transaction back. It must not throw and not use this database. Empty: nobody is called.
+    void SetIdle(std::function<bool()> goOn);
     void Close();
 
     // For tools and data sources only: the connection under this object.

@@ -147,6 +147,10 @@ qint64 Database::RecordsAffected() const {
     return affected_;
 }
 
+void Database::SetIdle(std::function<bool()> goOn) {
+    connection_->SetIdle(std::move(goOn));
+}
+
 void Database::Close() {
     if (connection_ != nullptr) {
         connection_->Close();

@@ -44,6 +44,7 @@ constexpr CodeEntry Codes[] = {
     {SQLITE_FULL, Failure::DiskFull},
     {SQLITE_IOERR, Failure::InOut},
     {SQLITE_PERM, Failure::CannotOpen},
+    {SQLITE_INTERRUPT, Failure::Interrupted},
     {SQLITE_ABORT, Failure::ObjectInvalid},  // a result whose transaction was rolled back
 };
 
@@ -365,6 +366,15 @@ qint64 Connection::Changes() const {
 
 void Connection::SetBusyTimeout(std::chrono::milliseconds timeout) {
     sqlite3_busy_timeout(Handle(), static_cast<int>(timeout.count()));
+}
+
+void Connection::SetIdle(std::function<bool()> idle) {
+    constexpr int Steps = 5000;  // of the engine's machine: well under a millisecond
+    idle_ = std::move(idle);
+    const auto callback = [](void* self) {
+        return static_cast<Connection*>(self)->idle_() ? 0 : 1;
+    };
+    sqlite3_progress_handler(Handle(), idle_ ? Steps : 0, callback, this);
 }
 
 bool Connection::InTransaction() const {

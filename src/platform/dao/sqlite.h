@@ -5,6 +5,7 @@
 #include <QVariant>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -81,6 +82,8 @@ public:
     qint64 PagesRead() const;  // from the file, since the connection was opened
     void SetBusyTimeout(std::chrono::milliseconds timeout);
     bool InTransaction() const;
+    // See Database::SetIdle.
+    void SetIdle(std::function<bool()> idle);
     sqlite3* Handle() const {
         return handle_.get();
     }  // for the files of platform/dao that register functions
@@ -120,6 +123,7 @@ private:
     std::vector<Statement*> statements_;
     std::vector<RowReader*> readers_;
     std::shared_ptr<TableCache> tables_;
+    std::function<bool()> idle_;
     Clock::time_point deadline_ = Clock::time_point::max();
     bool transactionWanted_ = false;
 };

@@ -27,6 +27,7 @@ constexpr Entry Texts[] = {
     {Failure::PathNotFound, "A pasta do catálogo não existe ou não está acessível"},
     {Failure::Damaged, "O catálogo está danificado e não pode ser lido"},
     {Failure::CannotOpen, "Sem permissão para abrir o arquivo do catálogo"},
+    {Failure::Interrupted, "Operação interrompida"},
     {Failure::UnknownColumn, "Campo desconhecido"},
     {Failure::NotAnAction,
      "Uma consulta que devolve registros não pode ser executada como comando"},

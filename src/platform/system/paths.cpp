@@ -7,10 +7,13 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QSaveFile>
 #include <QStandardPaths>
+#include <QStorageInfo>
 
 #include <array>
+#include <optional>
 
 #ifdef Q_OS_WIN
 #include <windows.h>
@@ -29,18 +32,43 @@ constexpr bool HasDrives =
     false;
 #endif
 
-// The entry of `folder` whose name differs from `name` in case only; empty when there is none. Of
-// several the first in code order, so that the choice does not hang on the order of the directory.
-QString EntryOfAnyCase(const QString& folder, const QString& name) {
-    QString found;
+// The names of a folder by their folded form. Of several that differ in case only the first in code
+// order, so that the choice does not hang on the order of the directory.
+using Listing = QHash<QString, QString>;
+
+Listing ListingOf(const QString& folder) {
+    Listing listing;
     const QStringList entries =
         QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System, QDir::Unsorted);
+    listing.reserve(entries.size());
     for (const QString& entry : entries) {
-        if (entry.compare(name, Qt::CaseInsensitive) == 0 && (found.isEmpty() || entry < found)) {
+        QString& found = listing[entry.toCaseFolded()];
+        if (found.isEmpty() || entry < found) {
             found = entry;
         }
     }
-    return found;
+    return listing;
+}
+
+// By folder; nothing while nobody wants them kept.
+std::optional<QHash<QString, Listing>>& KeptListings() {
+    static std::optional<QHash<QString, Listing>> kept;
+    return kept;
+}
+
+// The entry of `folder` whose name differs from `name` in case only; empty when there is none.
+QString EntryOfAnyCase(const QString& folder, const QString& name) {
+    auto& kept = KeptListings();
+    if (!kept) {
+        return ListingOf(folder).value(name.toCaseFolded());
+    }
+    auto listing = kept->find(folder);
+    if (listing == kept->end()) {
+        listing = kept->insert(folder, ListingOf(folder));
+    }
+    const QString entry = listing->value(name.toCaseFolded());
+    // What has been renamed or taken away since is not there any more.
+    return entry.isEmpty() || QFileInfo::exists(folder + entry) ? entry : QString();
 }
 
 // Only called for a name that is not there as written: it may list a directory for each piece.
@@ -97,6 +125,18 @@ bool sys::CanRead(const QString& path) {
 
 bool sys::Exists(const QString& path) {
     return QFileInfo::exists(ToNative(path));
+}
+
+bool sys::SameVolume(const QString& folder, const QString& other) {
+    return QStorageInfo(ToNative(folder)).rootPath() == QStorageInfo(ToNative(other)).rootPath();
+}
+
+sys::FolderListings::FolderListings() {
+    KeptListings().emplace();
+}
+
+sys::FolderListings::~FolderListings() {
+    KeptListings().reset();
 }
 
 bool sys::IsInside(const QString& folder, const QString& path) {

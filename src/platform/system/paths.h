@@ -19,6 +19,20 @@ bool Exists(const QString& path);  // anything of that name
 // Whether `path` lies in `folder` when links are followed. What is not there yet lies where it
 // would be made.
 bool IsInside(const QString& folder, const QString& path);
+// Whether two folders that are there lie on the same volume, so that a file can be renamed from one
+// into the other.
+bool SameVolume(const QString& folder, const QString& other);
+
+// While one lives, a folder is listed only once for names that are not there as written, instead of
+// once for each. For work that puts very many files into a folder, whose other names stay.
+class FolderListings {
+public:
+    FolderListings();
+    ~FolderListings();
+    FolderListings(const FolderListings&) = delete;
+    FolderListings& operator=(const FolderListings&) = delete;
+};
+
 QByteArray ReadBytes(const QString& path);  // Erro 53, 75
 // UTF-8 where the bytes are valid UTF-8, otherwise Windows-1252.
 QString DecodeText(const QByteArray& bytes);

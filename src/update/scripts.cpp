@@ -1,0 +1,135 @@
+#include "update/scripts.h"
+
+#include "platform/convert.h"
+#include "platform/dao/errors.h"
+#include "session/banco.h"
+#include "session/datas.h"
+#include "session/global.h"
+#include "session/processos.h"
+#include "update/comando.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto DuracaoDoGrupo = 250ms;
+
+// Failures of the disk, the file or the network, of another computer that holds the file, and the
+// user's will: the statement would have worked, so passing over it would lose it for good.
+bool EhFalhaDoMeio(const Erro& erro) {
+    using dao::Failure;
+    static constexpr std::array falhas = {Failure::DiskFull, Failure::InOut,  Failure::ReadOnly,
+                                          Failure::Damaged,  Failure::Locked, Failure::Interrupted};
+    return std::any_of(falhas.begin(), falhas.end(), [&erro](Failure falha) {
+        return erro.Number() == static_cast<int>(falha);
+    });
+}
+
+}  // namespace
+
+ScriptsDaAtualizacao::ScriptsDaAtualizacao(std::function<bool()> continuar) {
+    AbrirBancoDados(sessao_, u"sWsNotReadOnly"_s, banco_, false);
+    banco_->SetIdle(std::move(continuar));
+}
+
+ScriptsDaAtualizacao::~ScriptsDaAtualizacao() {
+    FecharBancoDados(sessao_, banco_);
+}
+
+void ScriptsDaAtualizacao::ExecutarComandoAtualizacao(const QString& Linha) {
+    const ComandoAtualizacao comando = LerComandoAtualizacao(ComandoBase, Linha);
+    switch (comando.tipo) {
+        case ComandoAtualizacao::Tipo::Nada:
+            break;
+        case ComandoAtualizacao::Tipo::Programa:
+            FecharGrupo();  // the program may want to look at the catalogue, and to write
+            ExecutarEAguardar(comando.texto, 1);
+            break;
+        case ComandoAtualizacao::Tipo::Reinicio:
+            ReiniciarPrograma = true;
+            break;
+        case ComandoAtualizacao::Tipo::Sql:
+            Executar(comando.texto);
+            break;
+    }
+    if (aberto_ && Relogio::now() - inicioDoGrupo_ >= DuracaoDoGrupo && TemRegistro()) {
+        FecharGrupo();
+    }
+}
+
+void ScriptsDaAtualizacao::Executar(const QString& comando) {
+    inicioDoComando_ = Relogio::now();
+    if (!aberto_) {
+        sessao_->BeginTrans();
+        aberto_ = true;
+        inicioDoGrupo_ = inicioDoComando_;
+    }
+    try {
+        banco_->Execute(comando, dao::dbFailOnError);
+    } catch (const Erro& erro) {
+        if (EhFalhaDoMeio(erro)) {
+            inicioDoComando_ = {};
+            throw;
+        }
+    }
+    inicioDoComando_ = {};
+}
+
+void ScriptsDaAtualizacao::FecharGrupo() {
+    if (!aberto_) {
+        return;
+    }
+    if (!TemRegistro()) {
+        aberto_ = false;
+        sessao_->Rollback();
+        throw Erro(RegistroPerdido,
+                   u"Os scripts da atualização apagaram o registro da versão (UMREGISTRO) e não o "
+                   "puseram de volta. O que fizeram desde então foi desfeito"_s);
+    }
+    sessao_->CommitTrans();
+    aberto_ = false;
+}
+
+void ScriptsDaAtualizacao::GravarVersao(qint16 VersaoAtual, qint16 VersaoNova) {
+    FecharGrupo();
+    Executar(
+        u"UPDATE UMREGISTRO SET "
+        "Versao                    = %1,"
+        "VersaoAnterior            = %2,"
+        "DataUltimaVerificacao     = %3,"
+        "FlagErroUltimaVerificacao = 0"_s.arg(QString::number(VersaoNova),
+                                              QString::number(VersaoAtual), DataHoraSql(1.0)));
+    if (VersaoGravada() != VersaoNova) {
+        aberto_ = false;
+        sessao_->Rollback();
+        throw Erro(RegistroPerdido,
+                   u"Os scripts da atualização mudaram a tabela UMREGISTRO, e a versão %1 não pôde "
+                   "ser registrada"_s.arg(VersaoNova));
+    }
+    sessao_->CommitTrans(dao::dbForceOSFlush);
+    aberto_ = false;
+}
+
+ScriptsDaAtualizacao::Relogio::duration ScriptsDaAtualizacao::ComandoEmCurso() const {
+    return inicioDoComando_ == Relogio::time_point() ? Relogio::duration::zero()
+                                                     : Relogio::now() - inicioDoComando_;
+}
+
+bool ScriptsDaAtualizacao::TemRegistro() const {
+    return VersaoGravada().has_value();
+}
+
+std::optional<qint16> ScriptsDaAtualizacao::VersaoGravada() const {
+    try {
+        const auto registro =
+            banco_->OpenRecordset(u"SELECT Versao FROM UMREGISTRO"_s, dao::dbOpenForwardOnly);
+        return convert::ToInt16(registro->Fields(0).Value());
+    } catch (const Erro&) {
+        return std::nullopt;  // no row, no number, or the table itself is gone
+    }
+}

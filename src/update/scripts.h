@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/dao/dao.h"
+
+#include <QString>
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+
+// The last step of an update: the lines of its scripts, on a connection of their own with write
+// access, and the new version.
+//
+// Lines are committed in groups, since each commit waits for the disk: a group ends after a quarter of
+// a second, before a program starts and at the end. A death in the middle costs the last group, which
+// the next update repeats. A group never ends while UMREGISTRO has no row: a catalogue without one
+// could neither be updated nor say what it is.
+class ScriptsDaAtualizacao {
+public:
+    using Relogio = std::chrono::steady_clock;
+
+    // `continuar` is called again and again while a statement runs; false ends it with Erro 3059.
+    explicit ScriptsDaAtualizacao(std::function<bool()> continuar = {});
+    // What has not been committed is rolled back.
+    ~ScriptsDaAtualizacao();
+    ScriptsDaAtualizacao(const ScriptsDaAtualizacao&) = delete;
+    ScriptsDaAtualizacao& operator=(const ScriptsDaAtualizacao&) = delete;
+
+    // Runs one line. A statement that fails is passed over in silence: so a script can run again
+    // after a broken update. What is no fault of the statement (disk, file, another computer's lock,
+    // an interruption) and a program that cannot be started throw.
+    void ExecutarComandoAtualizacao(const QString& Linha);
+
+    // Commits what ran. Erro -112 and nothing of the last group is left if UMREGISTRO has no row.
+    void FecharGrupo();
+
+    // Records the new version. Erro -112 if the catalogue does not take it.
+    void GravarVersao(qint16 VersaoAtual, qint16 VersaoNova);
+
+    // For how long the statement under way has been running; zero between two.
+    Relogio::duration ComandoEmCurso() const;
+
+private:
+    void Executar(const QString& comando);
+    bool TemRegistro() const;
+    std::optional<qint16> VersaoGravada() const;
+
+    std::unique_ptr<dao::Workspace> sessao_;
+    std::unique_ptr<dao::Database> banco_;
+    QString ComandoBase;
+    bool aberto_ = false;  // a group
+    Relogio::time_point inicioDoGrupo_;
+    Relogio::time_point inicioDoComando_;
+};
+
+inline constexpr int RegistroPerdido = -112;
