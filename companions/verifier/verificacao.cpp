@@ -10,12 +10,14 @@
 #include "settings/arquivo.h"
 #include "update/endereco.h"
 #include "update/internet.h"
+#include "update/prova.h"
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr auto NomeDaVersao = "Versao.txt"_L1;
+constexpr auto NomeDaVersaoAssinada = "Versao.sig"_L1;
 // A version is a handful of digits; whatever is longer is something else, or has no end.
 constexpr qint64 MaiorResposta = 4096;
 
@@ -49,17 +51,29 @@ void LerAcesso(QString& usuario, QString& senha) {
     }
 }
 
-QString Buscar(const EnderecoServidor& endereco, bool podePerguntar) {
+QString Buscar(const EnderecoServidor& endereco, const QString& nome, bool podePerguntar) {
     QString usuario;
     QString senha;
     const secret::WipeAtEnd semUsuario(usuario);
     const secret::WipeAtEnd semSenha(senha);
     LerAcesso(usuario, senha);
-    DefinirMaiorTexto(MaiorResposta);
-    baixado = NomeArquivoTemporario();
-    HttpConectar(endereco.servidor);
-    return HttpExecutar(u"D"_s, podePerguntar, endereco.caminhoBase + NomeDaVersao, true, baixado,
+    return HttpExecutar(u"D"_s, podePerguntar, endereco.caminhoBase + nome, true, baixado,
                         QString(), QString(), usuario, senha);
+}
+
+// Where the publisher's keys are known, a number that he has not signed counts for nothing. A
+// missing signature is a wrong one.
+VersaoAssinada BuscarAssinada(const EnderecoServidor& endereco, const ChavesDaAtualizacao& chaves,
+                              bool podePerguntar) {
+    QString texto;
+    try {
+        texto = Buscar(endereco, NomeDaVersaoAssinada, podePerguntar);
+    } catch (const Erro& erro) {
+        if (!erro.Description().contains("Status=404"_L1)) {
+            throw;
+        }
+    }
+    return ConferirVersao(chaves, texto.toUtf8());
 }
 
 qint16 LerVersao(const QString& texto, const QString& servidor) {
@@ -109,8 +123,23 @@ QString Verificar(bool podePerguntar) {
         }
         const EnderecoServidor endereco = LerEndereco(registro.endereco);
         servidor = endereco.servidor;
-        const qint16 nova = LerVersao(Buscar(endereco, podePerguntar), servidor);
+        const ChavesDaAtualizacao chaves = LerChaves();
+        DefinirMaiorTexto(MaiorResposta);
+        baixado = NomeArquivoTemporario();
+        HttpConectar(servidor);
+        const qint16 nova = LerVersao(Buscar(endereco, NomeDaVersao, podePerguntar), servidor);
         resposta = u"1%1|%2"_s.arg(registro.versao).arg(nova);
+        if (chaves.Exigem()) {
+            const VersaoAssinada assinada = BuscarAssinada(endereco, chaves, podePerguntar);
+            if (assinada.numero != nova) {
+                throw Erro(AssinaturaRecusada,
+                           u"O servidor de atualizações \"%1\" informa a versão %2, e a assinada é "
+                           "a %3."_s.arg(servidor)
+                               .arg(nova)
+                               .arg(assinada.numero));
+            }
+            resposta += u'|' + assinada.data.toString(Qt::ISODate);
+        }
     } catch (const Erro& erro) {
         resposta = RespostaDeFalha(FalhaEmPalavras(erro, servidor));
     }

@@ -16,8 +16,9 @@ struct Pedido {
 std::optional<Pedido> LerPedido(const QStringList& argumentos);
 
 // Asks the catalogue for its version and the server for the newest one. The text of the answer:
-// "1", the local version, "|", the server's; or "0" and what went wrong, in words for the user.
-// Expects gCaminho. Never throws.
+// "1", the local version, "|", the server's; where the publisher's keys are known also "|" and the
+// day on which he signed that number, as "2026-11-22"; or "0" and what went wrong, in words for the
+// user. Expects gCaminho. Never throws.
 QString Verificar(bool podePerguntar);
 
 // The answer that nothing came of it, and why.

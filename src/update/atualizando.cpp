@@ -45,8 +45,7 @@ void PorEmFila(const std::array<forms::Panel*, Passos + 1>& imagens, const Colun
 
 }  // namespace
 
-frmAtualizando::frmAtualizando()
-    : Tela(Nome, Kind::Dialog, QSize(434, 299), u"atualizando"_s) {
+frmAtualizando::frmAtualizando() : Tela(Nome, Kind::Dialog, QSize(434, 299), u"atualizando"_s) {
     setWindowTitle(TituloCatalogo);
     const auto criar = [this](auto& imagens, const QString& nome, const QString& desenho) {
         for (quint8 passo = 1; passo <= Passos; ++passo) {
@@ -95,8 +94,8 @@ void frmAtualizando::Activate() {
 }
 
 // Until the first file is put in place, the user may change his mind: the catalogue is untouched.
-// After that a half-done update would be worse than waiting, unless a statement of a script does not
-// come to its end.
+// After that a half-done update would be worse than waiting, unless a statement of a script does
+// not come to its end.
 void frmAtualizando::CloseRequested() {
     const bool antes = Passo < PrimeiroPassoQueGrava;
     const bool demora = scripts_ && scripts_->ComandoEmCurso() > ComandoDemorado;

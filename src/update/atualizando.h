@@ -85,8 +85,8 @@ private:
     QString senha_;
     ChavesDaAtualizacao chaves_;
     ListasDaAtualizacao listas_;
-    QStringList recebidos_;              // temporary files that are there, or may be
-    QHash<QString, QString> esperas_;    // where files of a folder wait for their turn
+    QStringList recebidos_;            // temporary files that are there, or may be
+    QHash<QString, QString> esperas_;  // where files of a folder wait for their turn
     QString ProgramaInstalado;
     ScriptsDaAtualizacao* scripts_ = nullptr;  // while the fourth step runs
 };

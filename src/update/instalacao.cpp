@@ -213,8 +213,8 @@ void frmAtualizando::ReceberConteudo(ArquivoAtualizacao& arquivo) {
     }
 }
 
-// In the data folder, or where the file will lie if that is another disk: to put it in place must be
-// one step, and a disk that is full must show before the first of them.
+// In the data folder, or where the file will lie if that is another disk: to put it in place must
+// be one step, and a disk that is full must show before the first of them.
 QString frmAtualizando::PastaDeEspera(const QString& nome) {
     QString pasta = PastaDe(gCaminho + NaPasta(nome));
     while (!DiretorioExiste(pasta)) {
@@ -301,8 +301,8 @@ void frmAtualizando::ExecutarLinhas(ScriptsDaAtualizacao& scripts,
                 scripts.FecharGrupo();
             } catch (const Erro&) {
             }
-            throw Erro(erro.Number(), u"%1 (%2, linha %3)"_s.arg(erro.Description(), script.Nome)
-                                          .arg(numero));
+            throw Erro(erro.Number(),
+                       u"%1 (%2, linha %3)"_s.arg(erro.Description(), script.Nome).arg(numero));
         }
         Avancar(4, 1);
         forms::DoEventsInTime();

@@ -289,11 +289,16 @@ void HttpDesconectar() {
 
 QString HttpExecutar(const QString& Modo, bool ExibirDialogos, const QString& Caminho,
                      bool RetornarTexto, const QString& ArquivoTemporario,
-                     const QString& EnvioCampo, const QString& EnvioArquivo,
-                     const QString& Usuario, const QString& Senha,
-                     const ProgressoDownload& AtualizarProgressoDownload) {
-    const Pedido pedido{Modo,    ExibirDialogos, Caminho, RetornarTexto, ArquivoTemporario,
-                        Usuario, Senha,          AtualizarProgressoDownload};
+                     const QString& EnvioCampo, const QString& EnvioArquivo, const QString& Usuario,
+                     const QString& Senha, const ProgressoDownload& AtualizarProgressoDownload) {
+    const Pedido pedido{Modo,
+                        ExibirDialogos,
+                        Caminho,
+                        RetornarTexto,
+                        ArquivoTemporario,
+                        Usuario,
+                        Senha,
+                        AtualizarProgressoDownload};
     return Requisicao(pedido).Executar(EnvioCampo, EnvioArquivo);
 }
 

@@ -5,11 +5,11 @@
 #include <chrono>
 #include <functional>
 
-// The update's way to its server: one connection to one host, one request after the other, each into
-// a file or a text. It gets through a proxy that asks for user and password, and turns every failure
-// into one error whose text says at which stage it happened: the stage, ":", the code of the last
-// call (platform/system/http.h), ";", the inner number, ";", the inner text. Window events are let
-// through while a request waits, after its blocks and between two tries.
+// The update's way to its server: one connection to one host, one request after the other, each
+// into a file or a text. It gets through a proxy that asks for user and password, and turns every
+// failure into one error whose text says at which stage it happened: the stage, ":", the code of
+// the last call (platform/system/http.h), ";", the inner number, ";", the inner text. Window events
+// are let through while a request waits, after its blocks and between two tries.
 //
 // One connection at a time. Nothing guards against a second caller: the only one runs under the
 // update lock.
@@ -28,8 +28,8 @@ void HttpDesconectar();                      // also when nothing is open
 // stays, unless the disk is full.
 QString HttpExecutar(const QString& Modo, bool ExibirDialogos, const QString& Caminho,
                      bool RetornarTexto, const QString& ArquivoTemporario,
-                     const QString& EnvioCampo, const QString& EnvioArquivo,
-                     const QString& Usuario, const QString& Senha,
+                     const QString& EnvioCampo, const QString& EnvioArquivo, const QString& Usuario,
+                     const QString& Senha,
                      const ProgressoDownload& AtualizarProgressoDownload = {});
 
 // There is no upload: Erro -107, always.

@@ -47,9 +47,8 @@ QString SemFinalVazio(QString pedaco) {
 
 // A name that stays in the folder, whatever lies there: no drive, no step upwards, no root.
 bool FicaNaPasta(const QString& nome, const QStringList& pedacos) {
-    const bool letraProibida = std::any_of(nome.begin(), nome.end(), [](QChar letra) {
-        return letra < u' ' || letra == u':';
-    });
+    const bool letraProibida = std::any_of(
+        nome.begin(), nome.end(), [](QChar letra) { return letra < u' ' || letra == u':'; });
     return !letraProibida && !pedacos.first().isEmpty() &&
            std::none_of(pedacos.begin(), pedacos.end(), [](const QString& pedaco) {
                return !pedaco.isEmpty() && SemFinalVazio(pedaco).isEmpty();
@@ -82,8 +81,9 @@ void ListasDaAtualizacao::Ler(const QString& nome, const QString& texto, bool ex
         if (linha.trimmed().isEmpty()) {
             continue;
         }
-        DizendoOnde([&] { return u"%1, linha %2: %3"_s.arg(nome).arg(numero).arg(linha.left(120)); },
-                    [&] { LerLinha(linha, exigeSha256); });
+        DizendoOnde(
+            [&] { return u"%1, linha %2: %3"_s.arg(nome).arg(numero).arg(linha.left(120)); },
+            [&] { LerLinha(linha, exigeSha256); });
     }
 }
 
@@ -112,13 +112,13 @@ void ListasDaAtualizacao::LerLinha(const QString& linha, bool exigeSha256) {
 void ConferirNome(const QString& nome) {
     const QStringList pedacos = QString(nome).replace(u'/', u'\\').split(u'\\');
     if (!FicaNaPasta(nome, pedacos) || !sys::IsInside(PastaDoNome(pedacos), gCaminho + nome)) {
-        throw Erro(Erro::PathFileAccess,
-                   u"A lista de atualização nomeia \"%1\", que fica fora da pasta de dados"_s.arg(
-                       nome));
+        throw Erro(
+            Erro::PathFileAccess,
+            u"A lista de atualização nomeia \"%1\", que fica fora da pasta de dados"_s.arg(nome));
     }
     if (PertenceAoCatalogo(pedacos)) {
-        throw Erro(Erro::PathFileAccess,
-                   u"A lista de atualização nomeia \"%1\", que é parte do catálogo aberto"_s.arg(
-                       nome));
+        throw Erro(
+            Erro::PathFileAccess,
+            u"A lista de atualização nomeia \"%1\", que é parte do catálogo aberto"_s.arg(nome));
     }
 }

@@ -2,8 +2,8 @@
 
 #include "platform/erro.h"
 
-// Runs `trabalho`. An Erro that comes out of it tells what it is about: the text of `onde()`, a file's
-// name or a line's place, in brackets behind its description.
+// Runs `trabalho`. An Erro that comes out of it tells what it is about: the text of `onde()`, a
+// file's name or a line's place, in brackets behind its description.
 template <typename Onde, typename Trabalho>
 auto DizendoOnde(Onde onde, Trabalho trabalho) {
     try {

@@ -6,12 +6,18 @@
 #include "session/arquivos.h"
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr auto NomeDasChaves = "ChavesAtualizacao.txt"_L1;
+
+std::optional<ChavesDaAtualizacao>& Substitutas() {
+    static std::optional<ChavesDaAtualizacao> chaves;
+    return chaves;
+}
 
 // Nothing for what is no hexadecimal text of this many bytes.
 QByteArray DeHexadecimal(const QByteArray& texto, qsizetype bytes) {
@@ -38,8 +44,15 @@ bool AssinadoPor(const ChavesDaAtualizacao& chaves, const QByteArray& mensagem,
 }  // namespace
 
 ChavesDaAtualizacao LerChaves() {
+    if (Substitutas()) {
+        return *Substitutas();
+    }
     const QString caminho = CaminhoPrograma(true) + NomeDasChaves;
     return sys::Exists(caminho) ? LerTextoDasChaves(LerArquivo(caminho)) : ChavesDaAtualizacao();
+}
+
+void UsarChaves(std::optional<ChavesDaAtualizacao> chaves) {
+    Substitutas() = std::move(chaves);
 }
 
 ChavesDaAtualizacao LerTextoDasChaves(const QString& texto) {
@@ -77,19 +90,19 @@ QByteArray MensagemDaVersao(const QString& site, int versao, const QDate& data) 
 
 void ConferirLista(const ChavesDaAtualizacao& chaves, int versao, const QByteArray& lista,
                    const QByteArray& assinaturas) {
-    if (!AssinadoPor(chaves, MensagemDaLista(chaves.site, versao, lista), assinaturas.split('\n'))) {
-        throw Erro(AssinaturaRecusada,
-                   u"A lista da versão %1 não foi assinada por quem publica este catálogo."_s.arg(
-                       versao));
+    if (!AssinadoPor(chaves, MensagemDaLista(chaves.site, versao, lista),
+                     assinaturas.split('\n'))) {
+        throw Erro(
+            AssinaturaRecusada,
+            u"A lista da versão %1 não foi assinada por quem publica este catálogo."_s.arg(versao));
     }
 }
 
 VersaoAssinada ConferirVersao(const ChavesDaAtualizacao& chaves, const QByteArray& texto) {
     const QList<QByteArray> linhas = texto.split('\n');
     const QList<QByteArray> campos = linhas.first().trimmed().split(';');
-    const VersaoAssinada lida{
-        campos.value(0).toInt(),
-        QDate::fromString(QString::fromLatin1(campos.value(1)), Qt::ISODate)};
+    const VersaoAssinada lida{campos.value(0).toInt(),
+                              QDate::fromString(QString::fromLatin1(campos.value(1)), Qt::ISODate)};
     if (!lida.data.isValid() ||
         !AssinadoPor(chaves, MensagemDaVersao(chaves.site, lida.numero, lida.data),
                      linhas.mid(1))) {

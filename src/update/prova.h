@@ -5,6 +5,8 @@
 #include <QList>
 #include <QString>
 
+#include <optional>
+
 // Who may publish updates. The way to the server is an open network: what comes over it counts only
 // if the publisher has signed it (Ed25519), as far as this computer has his keys.
 
@@ -29,6 +31,9 @@ struct ChavesDaAtualizacao {
 // let everybody in.
 ChavesDaAtualizacao LerChaves();
 ChavesDaAtualizacao LerTextoDasChaves(const QString& texto);
+
+// Puts keys in the place of the file's (tests). Without a value the file's count again.
+void UsarChaves(std::optional<ChavesDaAtualizacao> chaves);
 
 // What is signed. The site's name keeps the lists of two publishers apart who share a key; no
 // address is part of it, so that a mirror serves the files as they are.

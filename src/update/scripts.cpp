@@ -25,9 +25,8 @@ bool EhFalhaDoMeio(const Erro& erro) {
     using dao::Failure;
     static constexpr std::array falhas = {Failure::DiskFull, Failure::InOut,  Failure::ReadOnly,
                                           Failure::Damaged,  Failure::Locked, Failure::Interrupted};
-    return std::any_of(falhas.begin(), falhas.end(), [&erro](Failure falha) {
-        return erro.Number() == static_cast<int>(falha);
-    });
+    return std::any_of(falhas.begin(), falhas.end(),
+                       [&erro](Failure falha) { return erro.Number() == static_cast<int>(falha); });
 }
 
 }  // namespace

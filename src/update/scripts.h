@@ -12,10 +12,10 @@
 // The last step of an update: the lines of its scripts, on a connection of their own with write
 // access, and the new version.
 //
-// Lines are committed in groups, since each commit waits for the disk: a group ends after a quarter of
-// a second, before a program starts and at the end. A death in the middle costs the last group, which
-// the next update repeats. A group never ends while UMREGISTRO has no row: a catalogue without one
-// could neither be updated nor say what it is.
+// Lines are committed in groups, since each commit waits for the disk: a group ends after a quarter
+// of a second, before a program starts and at the end. A death in the middle costs the last group,
+// which the next update repeats. A group never ends while UMREGISTRO has no row: a catalogue
+// without one could neither be updated nor say what it is.
 class ScriptsDaAtualizacao {
 public:
     using Relogio = std::chrono::steady_clock;
@@ -28,8 +28,8 @@ public:
     ScriptsDaAtualizacao& operator=(const ScriptsDaAtualizacao&) = delete;
 
     // Runs one line. A statement that fails is passed over in silence: so a script can run again
-    // after a broken update. What is no fault of the statement (disk, file, another computer's lock,
-    // an interruption) and a program that cannot be started throw.
+    // after a broken update. What is no fault of the statement (disk, file, another computer's
+    // lock, an interruption) and a program that cannot be started throw.
     void ExecutarComandoAtualizacao(const QString& Linha);
 
     // Commits what ran. Erro -112 and nothing of the last group is left if UMREGISTRO has no row.

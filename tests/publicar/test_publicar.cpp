@@ -1,7 +1,9 @@
 #include "platform/system/paths.h"
+#include "platform/system/proof.h"
 #include "publicar/publish.h"
 #include "support/catalogo.h"
 #include "support/test.h"
+#include "update/prova.h"
 
 #include <QProcess>
 
@@ -39,6 +41,10 @@ private:
         return Lines(findings + publicar::Check(order_, files));
     }
 
+    static QString HashOf(const QString& path) {
+        return QString::fromLatin1(sys::HashOfFile(path).toHex());
+    }
+
     struct Outcome {
         int code;
         QString output;
@@ -68,6 +74,7 @@ private Q_SLOTS:
         order_.catalogue = In("dados");
         order_.site = In("site");
         order_.release = 2;
+        order_.patience = 1;
         QVERIFY(QDir().mkpath(order_.folder) && QDir().mkpath(order_.site));
     }
 
@@ -111,8 +118,9 @@ private Q_SLOTS:
         row("starts a program", "S:instalar.exe /s\r\n",
             {"?Programa que o script inicia (aqui não foi iniciado): a.sdb, linha 1: instalar"});
         row("adds again",
-            "E:INSERT INTO PECA (CodigoPeca, NumeroTarvoPeca) SELECT Max(CodigoPeca) + 1, 'N' FROM "
-            "PECA\r\n",
+            "E:INSERT INTO PECA (CodigoPeca, NumeroTarvoPeca, DescricaoPeca) SELECT "
+            "Max(CodigoPeca) + 1, "
+            "'N', 'Nova' FROM PECA\r\n",
             {"?Tabela que muda quando os scripts correm de novo, como depois de uma queda de luz: "
              "PECA: de 4 para 5 linhas; a.sdb, linha 1"});
         row("counts on",
@@ -120,6 +128,20 @@ private Q_SLOTS:
             "WHERE CodigoComponente = 1\r\n",
             {"?Tabela que muda quando os scripts correm de novo, como depois de uma queda de luz: "
              "COMPONENTE: de 3 para 3 linhas; a.sdb, linha 1"});
+        row("wants the update's own lock", "E:UPDATE CONTROLETRAN SET a = 2\r\n",
+            {"!Comando que falha (no cliente, em silêncio): a.sdb, linha 1: erro 3260"});
+        row("never ends",
+            "E:UPDATE PECA SET DescricaoPeca = (SELECT Count(*) FROM PECA AS A, PECA AS B, PECA AS "
+            "C, "
+            "COMPONENTE AS D, COMPONENTE AS E, COMPONENTE AS F, JOGOREPARO AS G, JOGOREPARO AS H, "
+            "JOGOREPARO AS I, PECA AS J, PECA AS K, PECA AS L, PECA AS M, PECA AS N, PECA AS O, "
+            "PECA AS P, PECA AS Q, PECA AS R)\r\n",
+            {"!Comando que não termina em 1 segundos: a.sdb, linha 1: UPDATE"});
+        row("breaks a rule of the rows",
+            "E:UPDATE PECA SET DescricaoPeca = ' a' WHERE CodigoPeca = 1\r\n",
+            {"!Depois dos scripts: PECA.DescricaoPeca que a pesquisa não acha"});
+        row("leaves no version", "E:DELETE FROM UMREGISTRO\r\n",
+            {"!Depois dos scripts: UMREGISTRO"});
         row("takes out and puts in again",
             "E:DELETE FROM REFERENCIACRUZADA WHERE NumeroTarvo = '12002'\r\n"
             "E:INSERT INTO REFERENCIACRUZADA (CodigoClienteConcorrente, NumeroTarvo, "
@@ -196,7 +218,8 @@ private Q_SLOTS:
                                   "FotoPeca/n.png", "--keep", In("dados2")});
         QVERIFY2(good.code == 0, qPrintable(good.output));
         QCOMPARE(sys::ReadText(In("site/ListVersao2.txt")),
-                 u"EXE;FotoPeca\\n.png;6\r\nSDB;a.sdb;61\r\n"_s);
+                 u"EXE;FotoPeca\\n.png;6;%1\r\nSDB;a.sdb;61;%2\r\n"_s.arg(
+                     HashOf(In("site/FotoPeca/n.png")), HashOf(In("site/a.sdb"))));
         QCOMPARE(sys::ReadText(In("site/FotoPeca/n.png")), u"figura"_s);
         QCOMPARE(sys::ReadText(In("site/Versao.txt")), u"2\r\n"_s);
 
@@ -211,6 +234,72 @@ private Q_SLOTS:
         QVERIFY2(next.code == 0 && !next.output.contains(u"não é o da versão"_s),
                  qPrintable(next.output));
         QCOMPARE(sys::ReadText(In("site/Versao.txt")), u"3\r\n"_s);
+    }
+
+    void NamesThatLockCustomersOut() {
+        for (const char* name : {"versao.TXT", "ListVersao1.txt", "ListVersao12.txt.sig",
+                                 "Versao.sig", "a%20b.png", "que?.png"}) {
+            Write(In(u"nova/"_s + QString::fromUtf8(name)));
+        }
+        Write(In("nova/100%.png"));
+        Write(In("nova/FotoPeca/Versao.txt"));
+        const QString got = Check().join(u'\n');
+        QCOMPARE(got.count(u"!Nome que o próprio servidor"_s), 4);
+        QCOMPARE(got.count(u"!Nome que nenhum cliente"_s), 2);
+        QCOMPARE(got.count(u'\n'), 5);
+    }
+
+    // From the making of a key to a site that is signed again with the next one.
+    void Signs() {
+        const auto publish = [&](int release, const AnyTexts& more) {
+            return Run(List("--release", QString::number(release), "--site", order_.site) + more)
+                .code;
+        };
+        const auto keyOrder = [](const QStringList& arguments) {
+            return QProcess::execute(QStringLiteral(TARVO_PUBLICAR), arguments);
+        };
+        const auto make = [&](const AnyText& folder) {
+            return keyOrder({u"--new-key"_s, In(folder), u"--site-name"_s, u"loja"_s});
+        };
+        QCOMPARE(make("k1"), 0);
+        QCOMPARE(make("k2"), 0);
+        QCOMPARE(make("k1"), 2);  // a key is never written over
+        QCOMPARE(QFile::permissions(In("k1/ChaveSecreta.txt")) & QFile::ReadOther, 0);
+        const auto keys = [&](const AnyText& folder) {
+            return LerTextoDasChaves(sys::ReadText(In(folder + u"/ChavesAtualizacao.txt"_s)));
+        };
+        const auto accepted = [&](const AnyText& folder, int release) {
+            const QString list = In(u"site/ListVersao%1.txt"_s.arg(release));
+            return ErrorOf([&] {
+                       ConferirLista(keys(folder), release, sys::ReadBytes(list),
+                                     sys::ReadBytes(list + u".sig"_s));
+                   }) == 0;
+        };
+
+        Write(In("nova/FotoPeca/n.png"), "figura");
+        QCOMPARE(publish(2, {"--key", In("k1/ChaveSecreta.txt")}), 0);
+        QVERIFY(accepted("k1", 2) && !accepted("k2", 2));
+        QCOMPARE(ConferirVersao(keys("k1"), sys::ReadBytes(In("site/Versao.sig"))).numero, 2);
+        QCOMPARE(ConferirVersao(keys("k1"), sys::ReadBytes(In("site/Versao.sig"))).data,
+                 QDate::currentDate());
+
+        QFile::rename(In("nova/FotoPeca/n.png"), In("nova/FotoPeca/m.png"));
+        QCOMPARE(publish(3, {}), 1);  // a signed site stays a signed site
+        QCOMPARE(
+            publish(3, {"--key", In("k1/ChaveSecreta.txt"), "--key", In("k2/ChaveSecreta.txt")}),
+            0);
+        QVERIFY(accepted("k1", 3) && accepted("k2", 3));
+
+        // A list of the first years gets what it lacks.
+        Write(In("site/ListVersao2.txt"), "ARQ;FotoPeca\\n.png;5\r\n");
+        QCOMPARE(keyOrder({u"--sign-again"_s, u"--site"_s, order_.site, u"--key"_s,
+                           In("k2/ChaveSecreta.txt")}),
+                 0);
+        QVERIFY(accepted("k2", 2) && accepted("k2", 3) && !accepted("k1", 3));
+        QCOMPARE(sys::ReadText(In("site/ListVersao2.txt")),
+                 u"ARQ;FotoPeca\\n.png;6;%1\r\n"_s.arg(HashOf(In("site/FotoPeca/n.png"))));
+        QCOMPARE(ConferirVersao(keys("k2"), sys::ReadBytes(In("site/Versao.sig"))).numero, 3);
+        QCOMPARE(keyOrder({u"--sign-again"_s, u"--site"_s, order_.site}), 2);
     }
 
     void FullDiskOfTheSite() {

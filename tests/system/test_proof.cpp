@@ -13,7 +13,8 @@ class TestProof : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    // The example of FIPS 180-4, and a file of several blocks by another implementation (sha256sum).
+    // The example of FIPS 180-4, and a file of several blocks by another implementation
+    // (sha256sum).
     void Hashes() {
         const QTemporaryDir folder;
         Write(folder.filePath(u"abc"_s), "abc");
@@ -32,9 +33,9 @@ private Q_SLOTS:
             Bytes("c5aa8df43f9f837bedb7442f31dcb7b166d38535076f094b85ce3a2e0b4458f7");
         const QByteArray open =
             Bytes("fc51cd8e6218a1a38da47ed00230f0580816ed13ba3303ac5deb911548908025");
-        const QByteArray signature =
-            Bytes("6291d657deec24024827e69c3abe01a30ce548a284743a445e3680d7db5ac3ac"
-                  "18ff9b538d16f290ae67f760984dc6594a7c15e9716ed28dc027beceea1ec40a");
+        const QByteArray signature = Bytes(
+            "6291d657deec24024827e69c3abe01a30ce548a284743a445e3680d7db5ac3ac"
+            "18ff9b538d16f290ae67f760984dc6594a7c15e9716ed28dc027beceea1ec40a");
         QCOMPARE(sys::OpenKeyOf(secret), open);
         QCOMPARE(sys::Sign(Bytes("af82"), secret), signature);
         QVERIFY(sys::IsSigned(Bytes("af82"), signature, open));

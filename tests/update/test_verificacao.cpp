@@ -291,7 +291,9 @@ private Q_SLOTS:
         BoxAnswers boxes({Yes});
         gFrmPesquisa->IniciarVerificacao(false);
         QVERIFY(QTest::qWaitFor([&] { return gFrmPesquisa != before; }, 20000));
-        QCOMPARE(boxes.Texts(), List(Question, "Erro nº: -104\nHttpQueryInfo:0;-103;Status=404 (ListVersao2.txt)"));
+        QCOMPARE(
+            boxes.Texts(),
+            List(Question, "Erro nº: -104\nHttpQueryInfo:0;-103;Status=404 (ListVersao2.txt)"));
         QCOMPARE(Setting("Versao"), u"1"_s);
     }
 

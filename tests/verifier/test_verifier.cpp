@@ -1,9 +1,11 @@
 #include "platform/system/paths.h"
+#include "platform/system/proof.h"
 #include "session/global.h"
 #include "settings/arquivo.h"
 #include "support/catalogo.h"
 #include "support/servers.h"
 #include "support/test.h"
+#include "update/prova.h"
 
 #include <QProcess>
 #include <QRegularExpression>
@@ -95,6 +97,49 @@ private Q_SLOTS:
         const QString got = Ask();
         const QRegularExpression pattern(QRegularExpression::anchoredPattern(answer));
         QVERIFY2(pattern.match(got).hasMatch(), qPrintable(got));
+    }
+
+    // With the publisher's keys beside the program, a number counts only if he has signed it.
+    void Signed_data() {
+        const Table<QByteArray, QByteArray, QString> row("version", "signature", "answer");
+        const auto signedBy = [](int release, const char* day, char key) {
+            const QDate date = QDate::fromString(QString::fromLatin1(day), Qt::ISODate);
+            const QByteArray head = QByteArray::number(release) + ';' + day + "\r\n";
+            const QByteArray message = MensagemDaVersao(u"loja"_s, release, date);
+            return head + sys::Sign(message, QByteArray(32, key)).toHex() + "\r\n";
+        };
+        const QString refused = u"0O número da versão mais nova não foi assinado por .*"_s;
+        row("newer", "12", signedBy(12, "2026-11-20", 'p'), "17\\|12\\|2026-11-20");
+        row("rollback", "5", signedBy(5, "2026-01-02", 'p'), "17\\|5\\|2026-01-02");
+        row("fast-forward", "32767", signedBy(12, "2026-11-20", 'p'),
+            "0.* informa a versão 32767, e a assinada é a 12\\.");
+        row("a stranger", "12", signedBy(12, "2026-11-20", 's'), refused);
+        row("number changed", "13", "13" + signedBy(12, "2026-11-20", 'p').mid(2), refused);
+        row("date changed", "12",
+            signedBy(12, "2026-11-20", 'p').replace("2026-11-20", "2026-11-21"), refused);
+        row("no signature", "12", {}, refused);
+        row("something else", "12", "<html>", refused);
+    }
+    void Signed() {
+        QFETCH(QByteArray, version);
+        QFETCH(QByteArray, signature);
+        QFETCH(QString, answer);
+        const QString keys = programs_.filePath(u"ChavesAtualizacao.txt"_s);
+        Write(keys, "Site: loja\nChave: " + sys::OpenKeyOf(QByteArray(32, 'p')).toHex());
+        const ProxySetting proxy(server_.Port());
+        SetAddress("http://atualiza.example/assinado");
+        server_.Clear();
+        server_.Put("assinado/Versao.txt", version);
+        if (!signature.isEmpty()) {
+            server_.Put("assinado/Versao.sig", signature);
+        }
+        const QString got = Ask();
+        Write(keys, "Site: loja");
+        const QString broken = Ask();
+        QFile::remove(keys);
+        const QRegularExpression pattern(QRegularExpression::anchoredPattern(answer));
+        QVERIFY2(pattern.match(got).hasMatch(), qPrintable(got));
+        QVERIFY2(broken.startsWith(u"0O arquivo \"ChavesAtualizacao.txt\""_s), qPrintable(broken));
     }
 
     void BadServers_data() {

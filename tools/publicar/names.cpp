@@ -6,6 +6,7 @@
 
 #include <QFileInfo>
 #include <QHash>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <limits>
@@ -39,6 +40,21 @@ QHash<QString, int> NamesBefore(const Order& order) {
         }
     }
     return names;
+}
+
+// What the server itself uses, whatever the letters: some web servers do not tell them apart.
+bool IsReserved(const QString& name) {
+    static const QRegularExpression reserved(
+        u"^(Versao\\.(txt|sig)|ListVersao\\d+\\.txt(\\.sig)?)$"_s,
+        QRegularExpression::CaseInsensitiveOption);
+    return reserved.match(name).hasMatch();
+}
+
+// In an address the first ends the path, and the second is read as one character.
+bool IsMisread(const QString& name) {
+    static const QRegularExpression escape(u"\\?|%[0-9A-F]{2}"_s,
+                                           QRegularExpression::CaseInsensitiveOption);
+    return escape.match(name).hasMatch();
 }
 
 void CheckSizes(const Order& order, const std::vector<File>& files, QList<Finding>& findings) {
@@ -104,8 +120,20 @@ void CheckNames(const Order& order, const std::vector<File>& files, QList<Findin
                    order.examples);
     Cases alike(Weight::Fault, u"Nomes que só diferem em maiúsculas e minúsculas"_s,
                 order.examples);
+    Cases reserved(Weight::Fault, u"Nome que o próprio servidor de atualizações usa"_s,
+                   order.examples);
+    Cases misread(Weight::Fault,
+                  u"Nome que nenhum cliente consegue pedir (ponto de interrogação ou % e dois "
+                  "dígitos)"_s,
+                  order.examples);
     QHash<QString, QString> keys;
     for (const File& file : files) {
+        if (IsReserved(file.name)) {
+            reserved.Add(file.name);
+        }
+        if (IsMisread(file.name)) {
+            misread.Add(file.name);
+        }
         if (file.name.contains(u';') || file.name != file.name.trimmed()) {
             unlisted.Add(file.name);
         }
@@ -123,7 +151,7 @@ void CheckNames(const Order& order, const std::vector<File>& files, QList<Findin
     if (files.empty()) {
         empty.Add(order.folder);
     }
-    for (const Cases* cases : {&empty, &refused, &unlisted, &alike}) {
+    for (const Cases* cases : {&empty, &refused, &unlisted, &reserved, &misread, &alike}) {
         cases->AppendTo(findings);
     }
     CheckSizes(order, files, findings);
@@ -151,6 +179,12 @@ void CheckSite(const Order& order, QList<Finding>& findings) {
         gap.Add(ListName(order.release - 1));
     }
     gap.AppendTo(findings);
+    // Computers with a key would take nothing any more.
+    Cases keyless(Weight::Fault, u"O site é assinado, e falta a chave (--key)"_s, order.examples);
+    if (order.signers.empty() && QFileInfo::exists(order.site + u'/' + SignedVersionName)) {
+        keyless.Add(SignedVersionName);
+    }
+    keyless.AppendTo(findings);
 }
 
 }  // namespace publicar

@@ -105,7 +105,9 @@ std::vector<File> ReadFolder(const Order& order, QList<Finding>& findings) {
 QString ListOf(const std::vector<File>& files) {
     QString list;
     for (const File& file : files) {
-        list += file.type + u';' + file.name + u';' + QString::number(file.size) + u"\r\n"_s;
+        list += file.type + u';' + file.name + u';' + QString::number(file.size);
+        // A field that installers of the first years do not read.
+        list += u';' + QString::fromLatin1(file.sha256.toHex()) + u"\r\n"_s;
     }
     return list;
 }

@@ -11,6 +11,12 @@ namespace publicar {
 
 using verificar::Finding;
 
+// One of the publisher's keys.
+struct Signer {
+    QString site;    // the name of what he publishes
+    QByteArray key;  // secret
+};
+
 struct Order {
     QString folder;        // what the new version brings, laid out as in the data folder
     QString catalogue;     // data folder to try the scripts on, of which a copy is made
@@ -20,6 +26,8 @@ struct Order {
     QStringList programs;  // names of the files that are started after the update
     int examples = 20;     // of each finding
     bool replace = false;  // publish a version again
+    std::vector<Signer> signers{};
+    int patience = 60;  // seconds that a statement may take
 };
 
 // A file of the new version. Scripts end in ".sdb".
@@ -28,6 +36,7 @@ struct File {
     QString name;  // as in a list: folder levels are separated by a backslash
     QString path;  // where it lies now, in the platform's form
     qint64 size = 0;
+    QByteArray sha256{};  // once it lies in the site
 
     bool IsScript() const;
 };
@@ -37,6 +46,7 @@ inline constexpr int LastRelease = 32767;
 
 QString ListName(int release);
 inline const QString VersionName = QStringLiteral("Versao.txt");
+inline const QString SignedVersionName = QStringLiteral("Versao.sig");
 
 // The files of the folder in the order of their names, which is the one in which scripts run. What
 // cannot be taken along goes to the findings. Throws Erro when there is no such folder.

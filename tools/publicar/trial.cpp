@@ -1,16 +1,23 @@
 #include "publicar/trial.h"
 
 #include "platform/convert.h"
+#include "platform/dao/errors.h"
 #include "platform/dao/sqlite.h"
 #include "session/banco.h"
 #include "session/global.h"
+#include "verificar/rules.h"
+#include "verificar/structure.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
 #include <QMap>
+#include <QSet>
 #include <QTemporaryDir>
+
+#include <algorithm>
+#include <chrono>
 
 using namespace Qt::StringLiterals;
 
@@ -99,8 +106,14 @@ public:
         CopyCatalogue(order.catalogue, folder_.path());
         gCaminho = folder_.path() + u'\\';
         Open();
+        // As at the customer's: what wants the lock's own table waits for it there in vain.
+        BloquearBancoDados(true);
+        before_ = Rules();
     }
-    ~Trial() { FecharBancoDados(gWS, gDB); }
+    ~Trial() {
+        BloquearBancoDados(false);
+        FecharBancoDados(gWS, gDB);
+    }
     Trial(const Trial&) = delete;
     Trial& operator=(const Trial&) = delete;
 
@@ -118,23 +131,32 @@ public:
         Cases failed(Weight::Fault, u"Comando que falha (no cliente, em silêncio)"_s,
                      order_.examples);
         Cases idle(Weight::Hint, u"Comando que não muda nada"_s, order_.examples);
+        Cases slow(Weight::Fault, u"Comando que não termina em %1 segundos"_s.arg(order_.patience),
+                   order_.examples);
         for (const Line& line : lines) {
             if (line.command.tipo != ComandoAtualizacao::Tipo::Sql) {
                 continue;
             }
             try {
-                gDB->Execute(line.command.texto, dao::dbFailOnError);
+                Execute(line);
                 if (gDB->RecordsAffected() == 0 && IsRowChange(line)) {
                     idle.Add(PlaceOf(line) + u": "_s + Shown(line.command.texto));
                 }
             } catch (const Erro& erro) {
+                if (erro.Number() == int(dao::Failure::Interrupted)) {
+                    slow.Add(PlaceOf(line) + u": "_s + Shown(line.command.texto));
+                    slow_ += &line;
+                    continue;
+                }
                 failed.Add(u"%1: erro %2, %3: %4"_s.arg(PlaceOf(line))
                                .arg(erro.Number())
                                .arg(erro.Description(), Shown(line.command.texto)));
             }
         }
         failed.AppendTo(findings);
+        slow.AppendTo(findings);
         idle.AppendTo(findings);
+        CheckRules(findings);
     }
 
     void RunAgain(const std::vector<Line>& lines, QList<Finding>& findings) {
@@ -142,11 +164,11 @@ public:
         const Content before = ContentOf(connection);
         std::vector<const Line*> changing;
         for (const Line& line : lines) {
-            if (line.command.tipo != ComandoAtualizacao::Tipo::Sql) {
+            if (line.command.tipo != ComandoAtualizacao::Tipo::Sql || slow_.contains(&line)) {
                 continue;
             }
             try {
-                gDB->Execute(line.command.texto, dao::dbFailOnError);
+                Execute(line);
                 if (gDB->RecordsAffected() != 0) {
                     changing.push_back(&line);
                 }
@@ -193,6 +215,34 @@ private:
         gDB->GetConnection()->Run("PRAGMA synchronous = OFF; PRAGMA journal_mode = MEMORY");
     }
 
+    void Execute(const Line& line) const {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(order_.patience);
+        gDB->SetIdle([end] { return std::chrono::steady_clock::now() < end; });
+        // Nobody shares the copy: a lock that is met is the update's own, and waiting would not
+        // help.
+        gDB->Execute(line.command.texto, dao::dbFailOnError + dao::dbSeeChanges);
+    }
+
+    QList<Finding> Rules() const {
+        QList<Finding> findings;
+        verificar::CheckStructure(*gDB->GetConnection(), order_.examples, findings);
+        verificar::CheckRows(*gDB->GetConnection(), order_.examples, findings);
+        return findings;
+    }
+
+    // What the catalogue had before is not the scripts' doing.
+    void CheckRules(QList<Finding>& findings) const {
+        for (Finding& finding : Rules()) {
+            const bool known = std::any_of(before_.begin(), before_.end(), [&](const Finding& was) {
+                return was.what == finding.what && was.count >= finding.count;
+            });
+            if (!known) {
+                finding.what = u"Depois dos scripts: "_s + finding.what;
+                findings += finding;
+            }
+        }
+    }
+
     static bool IsRowChange(const Line& line) {
         const QString word = line.command.texto.trimmed().section(u' ', 0, 0).toUpper();
         return word == "UPDATE"_L1 || word == "DELETE"_L1 || word == "INSERT"_L1;
@@ -216,6 +266,8 @@ private:
     const Order& order_;
     QTemporaryDir folder_;
     QStringList seen_;
+    QList<Finding> before_;
+    QSet<const Line*> slow_;
 };
 
 }  // namespace

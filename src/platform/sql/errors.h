@@ -20,7 +20,7 @@ enum class Failure : int {
     PathNotFound = 3044,   // the folder of the file does not exist
     Damaged = 3049,        // is a catalogue, but a page of it cannot be read
     CannotOpen = 3051,     // the file is there, but may not be read
-    Interrupted = 3059,  // ended by the program's idle function (Connection::SetIdle)
+    Interrupted = 3059,    // ended by the program's idle function (Connection::SetIdle)
     UnknownColumn = 3061,
     NotAnAction = 3065,  // Execute with a text that returns rows
     SyntaxError = 3075,

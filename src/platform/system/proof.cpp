@@ -94,8 +94,7 @@ QByteArray Sign(const QByteArray& message, const QByteArray& secretKey) {
     const Context context(EVP_MD_CTX_new());
     QByteArray signature(SignatureSize, Qt::Uninitialized);
     size_t size = SignatureSize;
-    Check(context &&
-          EVP_DigestSignInit(context.get(), nullptr, nullptr, nullptr, key.get()) == 1 &&
+    Check(context && EVP_DigestSignInit(context.get(), nullptr, nullptr, nullptr, key.get()) == 1 &&
           EVP_DigestSign(context.get(), Bytes(signature), &size, Bytes(message),
                          size_t(message.size())) == 1);
     return signature;
@@ -105,8 +104,7 @@ bool IsSigned(const QByteArray& message, const QByteArray& signature, const QByt
     if (signature.size() != SignatureSize || openKey.size() != KeySize) {
         return false;
     }
-    const Key key(
-        EVP_PKEY_new_raw_public_key(EVP_PKEY_ED25519, nullptr, Bytes(openKey), KeySize));
+    const Key key(EVP_PKEY_new_raw_public_key(EVP_PKEY_ED25519, nullptr, Bytes(openKey), KeySize));
     const Context context(EVP_MD_CTX_new());
     return key && context &&
            EVP_DigestVerifyInit(context.get(), nullptr, nullptr, nullptr, key.get()) == 1 &&
