@@ -1,17 +1,17 @@
 // tarvo-bench-update <folder> [options of the benchmark library]: what an update costs beside the
-// bare tools. A script of lines of data, each committed by itself, beside the same statements
-// through the engine's C API; a large download beside the curl program. Both sides take turns, so
-// that whatever else the machine does hits both.
+// bare tools. A script of lines of data beside the same statements through the engine's C API, in
+// groups of the same length, and beside a commit a line; a large download beside the curl program.
+// Both sides take turns, so that whatever else the machine does hits both. What a commit costs is
+// the disk's affair: the folder should lie on one.
 #include "platform/dao/sqlite.h"
 #include "platform/erro.h"
 #include "platform/forms/application.h"
-#include "platform/forms/controls.h"
 #include "platform/system/paths.h"
 #include "session/banco.h"
 #include "session/esquema.h"
 #include "session/global.h"
-#include "update/atualizando.h"
 #include "update/internet.h"
+#include "update/scripts.h"
 
 #include <QDir>
 #include <QFile>
@@ -21,6 +21,7 @@
 #include <benchmark/benchmark.h>
 #include <chrono>
 #include <cstdio>
+#include <optional>
 #include <sqlite3.h>
 #include <stdexcept>
 
@@ -30,7 +31,9 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr int Block = 500;  // lines between two turns
+constexpr int Block = 10'000;  // lines between two turns
+constexpr int Singles = 300;   // lines that are committed each by itself
+constexpr auto Group = std::chrono::milliseconds(250);
 constexpr qint64 Megabytes = 200;
 constexpr int Downloads = 5;
 
@@ -52,83 +55,109 @@ QString NewCatalogue(const QString& folder, const QString& name) {
     return path;
 }
 
-// The lines as the update's fourth step runs them, bar and events included.
+QString LineOf(int number) {
+    return u"%1<<;>>K%1<<;>>Anel de vedação %1"_s.arg(number);
+}
+
+// The lines as the update's fourth step runs them, events included.
 class Script {
 public:
     explicit Script(const QString& folder) {
         gCaminho = NewCatalogue(folder, u"script"_s) + u'\\';
-        AbrirBancoDados(workspace_, u"sWsNotReadOnly"_s, database_, false);
-        form_.findChild<forms::Panel*>(u"imgBordaBarraAtualizacao(4)"_s)->Tag =
-            QString::number(Lines());
-        bar_ = form_.findChild<forms::Panel*>(u"imgBarraAtualizacao(4)"_s);
-        form_.show();
-        form_.ExecutarComandoAtualizacao(
-            *database_,
+        scripts_.emplace([] {
+            forms::DoEventsInTime();
+            return true;
+        });
+        scripts_->ExecutarComandoAtualizacao(
             u"B:INSERT INTO COMPONENTE (CodigoComponente, NumeroTarvoComponente, "
             "DescricaoComponente) VALUES (1?, '2?', '3?')"_s);
     }
 
-    void Run(int line) {
-        form_.ExecutarComandoAtualizacao(*database_,
-                                         u"%1<<;>>K%1<<;>>Anel de vedação %1"_s.arg(line));
-        bar_->Tag = QString::number(line);
-        form_.AtualizarProgressBar(4);
-        forms::DoEventsInTime();
+    void Run(int first, int end) {
+        for (int line = first; line < end; ++line) {
+            scripts_->ExecutarComandoAtualizacao(LineOf(line));
+            forms::DoEventsInTime();
+        }
+        scripts_->FecharGrupo();
     }
 
 private:
-    frmAtualizando form_;
-    forms::Panel* bar_ = nullptr;
-    std::unique_ptr<dao::Workspace> workspace_;
-    std::unique_ptr<dao::Database> database_;
+    std::optional<ScriptsDaAtualizacao> scripts_;
 };
 
+// The same statements through the engine's C API, in groups of the same length or each by itself.
 class BareStatements {
 public:
-    explicit BareStatements(const QString& folder)
-        : connection_(NewCatalogue(folder, u"bare"_s) + "/Tarvo.mdb"_L1, SenhaBancoDados().toUtf8(),
+    enum class Commit { Groups, Lines };
+
+    BareStatements(const QString& folder, const QString& name, Commit commit)
+        : commit_(commit),
+          connection_(NewCatalogue(folder, name) + "/Tarvo.mdb"_L1, SenhaBancoDados().toUtf8(),
                       dao::Connection::Mode::ReadWrite) {}
 
-    void Run(int line) {
-        const QByteArray number = QByteArray::number(line);
-        const QByteArray sql =
-            "INSERT INTO COMPONENTE (CodigoComponente, NumeroTarvoComponente, "
-            "DescricaoComponente) VALUES (" +
-            number + ", 'K" + number + "', 'Anel de vedação " + number + "')";
+    void Run(int first, int end) {
+        Clock::time_point begin;
+        bool open = false;
+        for (int line = first; line < end; ++line) {
+            if (commit_ == Commit::Groups && !open) {
+                Execute("BEGIN");
+                open = true;
+                begin = Clock::now();
+            }
+            const QByteArray number = QByteArray::number(line);
+            Execute(
+                "INSERT INTO COMPONENTE (CodigoComponente, NumeroTarvoComponente, "
+                "DescricaoComponente) VALUES (" +
+                number + ", 'K" + number + "', 'Anel de vedação " + number + "')");
+            if (open && Clock::now() - begin >= Group) {
+                Execute("COMMIT");
+                open = false;
+            }
+        }
+        if (open) {
+            Execute("COMMIT");
+        }
+    }
+
+private:
+    void Execute(const QByteArray& sql) {
         if (sqlite3_exec(connection_.Handle(), sql.constData(), nullptr, nullptr, nullptr) !=
             SQLITE_OK) {
             throw std::runtime_error(sqlite3_errmsg(connection_.Handle()));
         }
     }
 
-private:
+    Commit commit_;
     dao::Connection connection_;
 };
 
+template <typename Side>
+double Seconds(Side& side, int first, int end) {
+    const Clock::time_point start = Clock::now();
+    side.Run(first, end);
+    return SecondsSince(start);
+}
+
 void MeasureScript(benchmark::State& state, const QString& folder) {
+    using Commit = BareStatements::Commit;
     for ([[maybe_unused]] auto iteration : state) {
         Script script(folder);
-        BareStatements bare(folder);
+        BareStatements bare(folder, u"bare"_s, Commit::Groups);
         double ours = 0;
         double theirs = 0;
-        for (int line = 1; line <= Lines();) {
+        for (int line = 1; line <= Lines(); line += Block) {
             const int end = std::min(line + Block, Lines() + 1);
-            Clock::time_point start = Clock::now();
-            for (int i = line; i < end; ++i) {
-                script.Run(i);
-            }
-            ours += SecondsSince(start);
-            start = Clock::now();
-            for (int i = line; i < end; ++i) {
-                bare.Run(i);
-            }
-            theirs += SecondsSince(start);
-            line = end;
+            ours += Seconds(script, line, end);
+            theirs += Seconds(bare, line, end);
         }
+        BareStatements single(folder, u"single"_s, Commit::Lines);
+        const double each = Seconds(single, 1, Singles + 1) / Singles;
         state.SetIterationTime(ours);
         state.counters["lines"] = Lines();
         state.counters["c_api_s"] = theirs;
         state.counters["times_c_api"] = ours / theirs;
+        state.counters["ms_a_line_each_committed"] = each * 1000;
+        state.counters["times_faster_than_each_committed"] = each * Lines() / ours;
     }
 }
 

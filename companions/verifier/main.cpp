@@ -3,12 +3,15 @@
 #include "platform/forms/application.h"
 #include "platform/system/process.h"
 #include "platform/system/usage.h"
+#include "resposta.h"
 #include "session/arquivos.h"
 #include "session/global.h"
-#include "verificacao.h"
+#include "update/acesso.h"
+#include "update/conversa.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QTimer>
+#include <QWidget>
 
 #include <chrono>
 #include <cstdlib>
@@ -89,6 +92,32 @@ void LimitarTempo(const Ordem& ordem) {
     });
 }
 
+void MostrarJanelas() {
+    for (QWidget* janela : QApplication::topLevelWidgets()) {
+        if (janela->isVisible()) {
+            janela->showNormal();
+            janela->raise();
+            janela->activateWindow();
+        }
+    }
+}
+
+// What the catalogue wants while it waits: to see the question for a password, or no answer at all,
+// because it has ended.
+void AtenderCatalogo(Conversa& conversa, const Ordem& ordem, QTimer& relogio, bool janelas) {
+    QObject::connect(&relogio, &QTimer::timeout, [&conversa, &ordem, janelas] {
+        if (conversa.Desistiu()) {
+            ExcluirBaixado();
+            ExcluirResposta(ordem.pedido.arquivo);
+            sys::ExitNow(0);
+        }
+        if (conversa.FoiChamada() && janelas) {
+            MostrarJanelas();
+        }
+    });
+    relogio.start(200ms);
+}
+
 std::unique_ptr<QCoreApplication> NovaAplicacao(int& argc, char** argv, bool janelas) {
     if (!janelas) {
         return std::make_unique<QCoreApplication>(argc, argv);
@@ -117,10 +146,22 @@ int main(int argc, char** argv) {
     const bool podePerguntar = !ordem->pedido.automatica && forms::HasScreen();
     const auto aplicacao = NovaAplicacao(argc, argv, podePerguntar);
     LimitarTempo(*ordem);
+    const std::unique_ptr<Conversa> conversa = Conversa::Atender();
+    QTimer relogio;
+    if (conversa) {
+        AtenderCatalogo(*conversa, *ordem, relogio, podePerguntar);
+    }
     QString resposta;
     try {
         gCaminho = LocalizarDados();
+        AcessoDigitado acesso;
+        if (conversa && conversa->LerAcesso(acesso.usuario, acesso.senha)) {
+            LembrarAcesso(acesso);
+        }
         resposta = Verificar(podePerguntar);
+        if (const AcessoDigitado* digitado = AcessoLembrado(); digitado && conversa) {
+            conversa->GuardarAcesso(digitado->usuario, digitado->senha);
+        }
     } catch (const Erro& erro) {
         resposta = RespostaDeFalha(erro.Description());
     }

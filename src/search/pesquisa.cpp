@@ -52,10 +52,7 @@ void frmPesquisa::Load() {
     SelecionarFigura(mFiguraSelecionada);
     QString ninguem;
     LerConfiguracao(u"VERIFICACAOAUTOMATICA"_s, ninguem, ninguem);
-    CarregarDadosVerificacao(true);
-    VerificacaoEmAndamento = false;
-    BancoBloqueado = false;
-    ContadorTempo = 0;
+    novidades_.CarregarDadosVerificacao(true);
     mPesquisa1Pronta = true;
     mPesquisa2Pronta = true;
     ReiniciarPrograma = false;
@@ -77,7 +74,7 @@ void frmPesquisa::Activate() {
 
 void frmPesquisa::Unloading() {
     mToolTip.reset();
-    AbandonarVerificacao();
+    novidades_.Abandonar();
     if (Tag == Recarregando) {
         return;
     }
@@ -124,7 +121,34 @@ void frmPesquisa::LigarEventos() {
                  [this, i] { AbrirResultado(i); });
     }
     LigarGaleria();
-    LigarVerificacao();
+    LigarNovidades();
+}
+
+void frmPesquisa::LigarNovidades() {
+    pctVerificarAtualizacoes =
+        Picture()->findChild<forms::ClickZone*>(u"pctVerificarAtualizacoes"_s);
+    connect(pctVerificarAtualizacoes, &forms::ClickZone::Click, this,
+            [this] { novidades_.IniciarVerificacao(false); });
+    connect(pctVerificarAtualizacoes, &forms::ClickZone::MouseMove, this,
+            &frmPesquisa::MostrarDicaDaVerificacao);
+    connect(&novidades_, &Novidades::EmissaoLida, lblEmissao, &forms::Label::SetText);
+    connect(&novidades_, &Novidades::DicaLida, this,
+            [this](const QString& texto) { pctVerificarAtualizacoes->Tag = texto; });
+    connect(&novidades_, &Novidades::ReinicioPedido, this, &frmPesquisa::Unload);
+}
+
+// The tip is made anew once for each refresh of the status; after that it comes by itself.
+void frmPesquisa::MostrarDicaDaVerificacao() {
+    if (pctVerificarAtualizacoes->Tag.isEmpty()) {
+        return;
+    }
+    constexpr qint32 Espera = 850;   // milliseconds
+    constexpr qint32 Vida = 20'000;  // milliseconds
+    mToolTip->Create(pctVerificarAtualizacoes, pctVerificarAtualizacoes->Tag,
+                     cToolTip::Balao | cToolTip::SempreVisivel, false, cToolTip::Informacao,
+                     u"Verificar se existem Novas Atualizações"_s, cToolTip::TextoDeBotao,
+                     cToolTip::FundoDeDica, Espera, Vida);
+    pctVerificarAtualizacoes->Tag.clear();
 }
 
 void frmPesquisa::LigarLuz() {

@@ -5,9 +5,7 @@
 #include "platform/forms/boundgrid.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/datasource.h"
-#include "platform/system/process.h"
-
-#include <QTimer>
+#include "update/novidades.h"
 
 #include <array>
 #include <memory>
@@ -17,7 +15,7 @@
 // pictures) opened by three painted buttons. Its sources: pesquisa.cpp (life, events), layout.cpp
 // (controls and their places), selecao.cpp (combo lists), pesquisa_pecas.cpp and
 // pesquisa_veiculos.cpp (the searches), galeria.cpp (the strip of pictures), resultado.cpp (from a
-// chosen row to the part views), atualizacao.cpp (whether the catalogue is to be updated).
+// chosen row to the part views).
 class frmPesquisa final : public Tela {
     Q_OBJECT
 
@@ -30,14 +28,6 @@ public:
     void Pesquisar1(const QString& ordem);
     // The same for the vehicle search.
     void Pesquisar2(const QString& ordem);
-
-    // Starts a check for a newer catalogue, by the clock (`true`) or because the user asked, unless
-    // one is running. Its answer comes later; so does every failure.
-    void IniciarVerificacao(bool Automatica);
-
-    // Re-reads the emission line and the text of the update button's tip; with `true` also the date
-    // of the last check.
-    void CarregarDadosVerificacao(bool sAtualizarUltimaDataVerificacao);
 
 protected:
     void Load() override;
@@ -84,22 +74,7 @@ private:
     std::optional<Referencia> ReferenciaDoVeiculo() const;
     std::optional<Referencia> ReferenciaDaFigura() const;
 
-    // A timer with a free text: what it watches.
-    struct Temporizador : QTimer {
-        using QTimer::QTimer;
-        QString Tag;
-    };
-    struct Verificacao;
-
-    void LigarVerificacao();
-    void AoTiqueLento();
-    void AoTiqueDoProcesso();
-    bool DecidirAtualizacao(Verificacao& verificacao);
-    bool PerguntarSeInstala(const Verificacao& verificacao) const;
-    bool BloquearParaInstalar();
-    void Instalar(const Verificacao& verificacao);
-    void EncerrarVerificacao(const Verificacao& verificacao);
-    void AbandonarVerificacao();
+    void LigarNovidades();
     void MostrarDicaDaVerificacao();
 
     void MostrarPainel(int indice, QWidget* foco);
@@ -131,19 +106,11 @@ private:
     qint32 mTotalFiguras = 0;
 
     forms::Label* lblEmissao = nullptr;
-    forms::Panel* pctBarraAtualizacao = nullptr;           // its Tag: "1" in the second pass
+    forms::Panel* pctBarraAtualizacao = nullptr;
     forms::ClickZone* pctVerificarAtualizacoes = nullptr;  // its Tag: the tip, until it is shown
     std::unique_ptr<cToolTip> mToolTip;
 
     bool mPesquisa1Pronta = false;
     bool mPesquisa2Pronta = false;
-    double DataUltimaVerificacaoTela = 1.0;  // date serial; 1.0: no check was ever made
-    Temporizador tmrVerificarAtualizacoes{this};
-    // Its Tag while a check runs: "1" and "1" or "0" for an automatic one or not, and the path of
-    // the result file; "0", number and text of the error when the check could not be started.
-    Temporizador tmrVerificaProcessoVerificacao{this};
-    bool VerificacaoEmAndamento = false;
-    bool BancoBloqueado = false;  // this screen holds the update lock
-    sys::ProcessId ProcessoVerificacao = 0;
-    quint8 ContadorTempo = 0;  // ticks since the status was last read
+    Novidades novidades_{this};
 };

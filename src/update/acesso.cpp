@@ -2,7 +2,9 @@
 
 #include "platform/forms/application.h"
 #include "platform/forms/controls.h"
+#include "platform/forms/form.h"
 #include "platform/forms/owner.h"
+#include "platform/secret.h"
 #include "session/global.h"
 
 #include <QDialog>
@@ -11,6 +13,7 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include <optional>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -24,6 +27,11 @@ constexpr int LarguraBotao = 96;
 PedidoDeAcesso& Substituto() {
     static PedidoDeAcesso pedido;
     return pedido;
+}
+
+std::optional<AcessoDigitado>& Lembrado() {
+    static std::optional<AcessoDigitado> acesso;
+    return acesso;
 }
 
 class Dialogo : public QDialog {
@@ -50,8 +58,10 @@ public:
 
 private:
     static QString Explicacao(const AcessoAoProxy& acesso) {
-        QString texto = u"A atualização passa por um servidor proxy que pede usuário e senha."_s +
-                        u"\n\n"_s + u"Proxy: "_s + acesso.proxy;
+        QString texto =
+            acesso.recusado ? u"O proxy recusou o usuário ou a senha.\n\n"_s : QString();
+        texto += u"A atualização passa por um servidor proxy que pede usuário e senha."_s +
+                 u"\n\n"_s + u"Proxy: "_s + acesso.proxy;
         if (!acesso.area.isEmpty()) {
             texto += u"\nÁrea: "_s + acesso.area;
         }
@@ -102,6 +112,10 @@ bool PedirAcessoAoProxy(AcessoAoProxy& acesso) {
     }
     Dialogo dialogo(acesso);
     dialogo.adjustSize();
+    if (!forms::Form::Active()) {
+        // The verifier has no window of its own to stand over: the catalogue would hide it.
+        dialogo.setWindowFlag(Qt::WindowStaysOnTopHint);
+    }
     forms::PlaceOverActiveForm(dialogo);
     const bool aceito = dialogo.exec() == QDialog::Accepted;
     acesso.usuario = dialogo.txtUsuario->text();
@@ -111,4 +125,20 @@ bool PedirAcessoAoProxy(AcessoAoProxy& acesso) {
 
 void SetPedidoDeAcesso(PedidoDeAcesso pedido) {
     Substituto() = std::move(pedido);
+}
+
+void LembrarAcesso(const AcessoDigitado& acesso) {
+    Lembrado() = acesso;
+}
+
+void EsquecerAcesso() {
+    if (Lembrado()) {
+        secret::Wipe(Lembrado()->usuario);
+        secret::Wipe(Lembrado()->senha);
+        Lembrado().reset();
+    }
+}
+
+const AcessoDigitado* AcessoLembrado() {
+    return Lembrado() ? &*Lembrado() : nullptr;
 }

@@ -164,9 +164,12 @@ private:
     // True: the request is to be sent again with new credentials. False: nobody may be asked.
     bool ObterAcesso() {
         ++acessos_;
-        if (acessos_ == 1 && !(pedido_.usuario.isEmpty() && pedido_.senha.isEmpty())) {
+        const AcessoDigitado* lembrado = AcessoLembrado();
+        const QString& usuario = lembrado ? lembrado->usuario : pedido_.usuario;
+        const QString& senha = lembrado ? lembrado->senha : pedido_.senha;
+        if (acessos_ == 1 && !(usuario.isEmpty() && senha.isEmpty())) {
             etapa_ = "InternetSetOptionStr_ProxyUsername";
-            requisicao_->SetProxyCredentials(pedido_.usuario, pedido_.senha);
+            requisicao_->SetProxyCredentials(usuario, senha);
             etapa_ = "InternetSetOptionStr_ProxyPassword";
             return true;
         }
@@ -174,14 +177,17 @@ private:
             return false;
         }
         etapa_ = "InternetErrorDlg";
-        AcessoAoProxy acesso{requisicao_->ProxyName(), requisicao_->ProxyRealm(), pedido_.usuario,
-                             QString()};
+        const AcessoDigitado* digitado = AcessoLembrado();
+        AcessoAoProxy acesso{requisicao_->ProxyName(), requisicao_->ProxyRealm(),
+                             digitado ? digitado->usuario : pedido_.usuario, QString(),
+                             acessos_ > 1};
         if (!PedirAcessoAoProxy(acesso)) {
             throw Erro(AcessoCancelado, u"Cancel Proxy Auth"_s);
         }
         if (acessos_ > TentativasDeAcesso) {
             throw Erro(AcessosDemais, u"Cont="_s + QString::number(acessos_));
         }
+        LembrarAcesso({acesso.usuario, acesso.senha});
         requisicao_->SetProxyCredentials(acesso.usuario, acesso.senha);
         return true;
     }

@@ -24,8 +24,8 @@ void HttpDesconectar();                      // also when nothing is open
 // or the path of the file that holds the body. `Modo` is "D" for a download; every other one is an
 // upload and refused. `ArquivoTemporario` is deleted first and written anew; empty: a new temporary
 // name. `ExibirDialogos` lets the user be asked for what a proxy wants; `Usuario` and `Senha` are
-// tried before. Erro -104 with the composite text. A file that a failure leaves behind half-written
-// stays, unless the disk is full.
+// tried before, or what the user has typed in this update already. Erro -104 with the composite
+// text. A file that a failure leaves behind half-written stays, unless the disk is full.
 QString HttpExecutar(const QString& Modo, bool ExibirDialogos, const QString& Caminho,
                      bool RetornarTexto, const QString& ArquivoTemporario,
                      const QString& EnvioCampo, const QString& EnvioArquivo, const QString& Usuario,

@@ -61,7 +61,10 @@ public:
             return true;
         });
     }
-    ~Logins() { SetPedidoDeAcesso({}); }
+    ~Logins() {
+        SetPedidoDeAcesso({});
+        EsquecerAcesso();
+    }
 
     QList<AcessoAoProxy> asked;
 

@@ -250,6 +250,129 @@ private Q_SLOTS:
         QCOMPARE(Update(1, 2, {6}), List(Done));
     }
 
+    // The answer comes while the last file is on its way.
+    void CancelledInTheLastDownload() {
+        Serve("ListVersao2.txt", {"FOTO;late;5"});
+        AtRequest(2, [] { Screen().close(); });
+        QCOMPARE(Update(1, 2, {6}).last(),
+                 u"Atualização cancelada. O catálogo continua como estava."_s);
+        QCOMPARE(Local("late"), QByteArray("none"));
+        QCOMPARE(TemporaryFiles(), 0);
+    }
+
+    // A statement that never ends: the window lives, and the user may end it.
+    void EndlessStatement() {
+        Serve("ListVersao2.txt", {"SDB;dois.txt;1"});
+        QStringList from;
+        for (int i = 0; i < 9; ++i) {
+            from += u"CLIENTECONCORRENTE AS C%1"_s.arg(i);
+        }
+        QStringList lines;
+        for (int code = 20; code < 40; ++code) {
+            lines += Insert(code, "Bravil");
+        }
+        lines +=
+            u"E:UPDATE CLIENTECONCORRENTE SET DescricaoClienteConcorrente = (SELECT Count(*) FROM "_s +
+            from.join(u", "_s) + u')';
+        Serve("dois.txt", lines);
+        int seen = 0;
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, this, [&seen] {
+            ++seen;
+            if (auto* screen = forms::Form::Find(frmAtualizando::Nome)) {
+                screen->close();
+            }
+        });
+        timer.start(100ms);
+        const QStringList boxes = Update(1, 2, {6});
+        QCOMPARE(boxes,
+                 List("Um comando da atualização está demorando. Deseja interromper a "
+                      "atualização?",
+                      "Atualização interrompida. Uma parte dela já está no catálogo; a próxima "
+                      "atualização recomeça do início."));
+        QVERIFY(seen >= 15);
+        QCOMPARE(Versions(), u"1/0"_s);
+    }
+
+    // No group ends while the catalogue has no version, whatever the script does meanwhile.
+    void RecordOfTheVersion_data() {
+        const Table<QStringList, QString, QString, QString> row("script", "box", "versions",
+                                                                "rows");
+        const QString away = u"E:DELETE FROM UMREGISTRO"_s;
+        const QString back =
+            u"E:INSERT INTO UMREGISTRO (DataEmissao, Versao, VersaoAnterior, UrlAtualizacao) "
+            u"VALUES "
+            "(DateSerial(2026,1,1), 1, 0, 'atualiza.exemplo/base')"_s;
+        const QString lost = u"Erro nº: -112\nOs scripts da atualização apagaram o registro"_s;
+        row("put back", {away, Insert(20, "a"), "B:", back}, Done, "2/1", "1");
+        row("gone for good", {Insert(20, "a"), away, Insert(21, "b")}, lost, "1/0", "0");
+        row("gone before a program", {Insert(20, "a"), away, "S:true", back}, lost, "1/0", "0");
+        row("the table gone", {"E:DROP TABLE UMREGISTRO"}, lost, "1/0", "0");
+        row("a column gone", {"S:true", "E:ALTER TABLE UMREGISTRO DROP COLUMN VersaoAnterior"},
+            "Erro nº: -112\nOs scripts da atualização mudaram a tabela UMREGISTRO, e a versão 2",
+            "1", "0");
+    }
+    void RecordOfTheVersion() {
+        QFETCH(QStringList, script);
+        QFETCH(QString, box);
+        QFETCH(QString, versions);
+        Serve("ListVersao2.txt", {"SDB;dois.txt;1"});
+        Serve("dois.txt", script);
+        sys::SetStartHandler([](const QString&, int) { return sys::ProcessId(0); });
+        const QStringList boxes = Update(1, 2);
+        QCOMPARE(boxes.size(), 1);
+        QVERIFY2(boxes.first().startsWith(box), qPrintable(boxes.first()));
+        QCOMPARE(versions.contains(u'/') ? Versions() : Valor("SELECT Versao FROM UMREGISTRO"),
+                 versions);
+        QTEST(Fabricantes(), "rows");
+    }
+
+    // What ran before a failure is kept.
+    void KeepsWhatRan() {
+        Serve("ListVersao2.txt", {"SDB;dois.txt;1"});
+        Serve("dois.txt", {Insert(20, "a"), "S:nao-existe-aqui", Insert(21, "b")});
+        QCOMPARE(Update(1, 2).size(), 1);
+        QCOMPARE(Fabricantes(), u"1"_s);
+    }
+
+    void RemovesWhatDeadUpdatesLeft() {
+        const QString moment = u"012345678901ABCDEF0112"_s;
+        Write(Path(moment + u"-recebido.tmp"_s));
+        Write(Path(moment + u".tmp"_s));
+        Write(Path("outro.tmp"));
+        Write(Path("velho-recebido.tmp"));
+        QFile old(Path(moment + u"9.tmp"_s));
+        QVERIFY(old.open(QIODevice::WriteOnly));
+        QVERIFY(old.setFileTime(QDateTime::currentDateTime().addDays(-2),
+                                QFileDevice::FileModificationTime));
+        old.close();
+        Serve("ListVersao2.txt", {});
+        QCOMPARE(Update(1, 2), List(Done));
+        QStringList left = catalogo_->Temporarios();
+        left.sort();
+        QCOMPARE(left, List(moment + u".tmp"_s, "outro.tmp", "velho-recebido.tmp"));
+    }
+
+    // The administrator has put the pictures where there is room for them.
+    void PicturesBehindALink() {
+        const QTemporaryDir elsewhere;
+        QDir(Path("FotoPeca")).removeRecursively();
+        QVERIFY(QFile::link(elsewhere.path(), Path("FotoPeca")));
+        Serve("ListVersao2.txt", {"FOTO;FotoPeca\\a.png;4", "FOTO;fotopeca\\novas\\b.png;4"});
+        server_->Put("base/FotoPeca/a.png", "nova");
+        server_->Put("base/fotopeca/novas/b.png", "b");
+        QCOMPARE(Update(1, 2), List(Done));
+        QCOMPARE(sys::ReadBytes(elsewhere.filePath(u"a.png"_s)), QByteArray("nova"));
+        QCOMPARE(sys::ReadBytes(elsewhere.filePath(u"novas/b.png"_s)), QByteArray("b"));
+        QCOMPARE(QDir(elsewhere.path()).entryList(QDir::Files), List("a.png"));
+
+        // What leads out of there again is refused as ever.
+        const QTemporaryDir outside;
+        QVERIFY(QFile::link(outside.path(), elsewhere.filePath(u"fora"_s)));
+        Serve("ListVersao3.txt", {"FOTO;FotoPeca\\fora\\x.png;1"});
+        QVERIFY(Update(2, 3).first().startsWith(u"Erro nº: 75\n"_s));
+    }
+
     void Bars_data() {
         const Table<qint64, qint64, int> row("maximum", "value", "width");
         row("nothing to do", 0, 0, 216);

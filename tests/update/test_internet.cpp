@@ -53,6 +53,8 @@ private Q_SLOTS:
         QCOMPARE(FetchBytes("ok", {}, given), QByteArray("conteúdo"));
         QCOMPARE(FetchBytes("empty", {}, given), QByteArray());
         QCOMPARE(FetchBytes("long", {}, given), QByteArray("0123456789"));
+        QCOMPARE(Fetch("identity"), u"abc"_s);
+        QCOMPARE(Fetch("same-length"), u"abc"_s);
         QCOMPARE(FetchBytes("unannounced"), QByteArray(10000, 'y'));
     }
 
@@ -65,6 +67,10 @@ private Q_SLOTS:
         row("reset", "reset", "HttpSendRequest:12031", 2);
         row("no HTTP", "garbage", "HttpSendRequest:12152", 2);
         row("endless head", "endless-head", "HttpSendRequest:12152", 2);
+        row("endless head line", "endless-line", "HttpSendRequest:12152", 2);
+        row("encoded body", "encoded", "HttpSendRequest:12152", 2);
+        row("two lengths", "two-lengths", "HttpSendRequest:12152", 2);
+        row("a list of lengths", "list-of-lengths", "HttpSendRequest:12152", 2);
         row("nothing at all", "silent", "HttpSendRequest:12002", 2);
         row("body reset", "reset-body", "InternetReadFile:12031;-105;Ret=0", 1);
         row("body too short", "short", "InternetReadFile:12030;-105;Ret=0", 1);

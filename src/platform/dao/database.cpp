@@ -104,12 +104,16 @@ void Database::Execute(const QString& sql, int options) {
     }
     const Impatience impatience(*connection_, (options & dbSeeChanges) != 0);
     connection_->BeginIfWanted();
+    const bool within = connection_->InTransaction();
     try {
         affected_ = RunAll(*connection_, translation.statements);
     } catch (const Erro& erro) {
         // A computer that is about to commit waits for the reads of this very connection, and the
         // engine then refuses at once instead of letting both wait. With the reads done, the
         // commit comes through and so does this statement.
+        if (within && !connection_->InTransaction()) {
+            ForgetTables(*connection_);  // the engine has rolled it back by itself
+        }
         if (erro.Number() != static_cast<int>(Failure::Locked) || !connection_->HasPendingReads()) {
             throw;
         }
@@ -221,6 +225,9 @@ void Workspace::End(const QByteArray& statement) {
             FinishOtherReads(*connection);
             connection->FinishReads();
             connection->Run(statement);
+            if (statement == "ROLLBACK") {
+                ForgetTables(*connection);
+            }
         }
         connection->WantTransaction(false);
     }

@@ -112,11 +112,9 @@ QHash<QString, sql::TableInfo>& KnownTables(Connection& connection) {
     return cache.tables;
 }
 
-// Within a transaction nothing is remembered: what it changes may be rolled back.
+// What a transaction changes may be rolled back: whoever does that, or sees that the engine did it by
+// itself, calls ForgetTables.
 std::optional<sql::TableInfo> FindTable(Connection& connection, const QString& name) {
-    if (connection.InTransaction()) {
-        return ReadTable(connection, "main", name);
-    }
     auto& known = KnownTables(connection);
     const QString key = name.toUpper();
     if (const auto table = known.constFind(key); table != known.constEnd()) {

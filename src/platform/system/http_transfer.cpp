@@ -19,6 +19,7 @@ using Clock = std::chrono::steady_clock;
 // How long a wait lasts at most before the idle function has its turn.
 constexpr auto Slice = 20ms;
 constexpr qsizetype LongestHead = 256 * 1024;
+constexpr int TooLarge = 100;  // of libcurl, by name only since 8.6
 constexpr long ReceiveBuffer = 256 * 1024;
 
 // Once, before any other thread could be there.
@@ -173,6 +174,7 @@ void Transfer::Begin() {
     code_ = Ok;
     headBytes_ = consumed_ = 0;
     realm_.clear();
+    length_.clear();
     body_.clear();
     attached_ = curl_multi_add_handle(client_.multi.get(), easy_.get()) == CURLM_OK;
     if (!attached_) {
@@ -196,7 +198,11 @@ void Transfer::CollectEnd() {
     int left = 0;
     while (const CURLMsg* message = curl_multi_info_read(client_.multi.get(), &left)) {
         if (message->msg == CURLMSG_DONE && message->easy_handle == easy_.get() && !ended_) {
-            Finish(CodeOf(message->data.result));
+            // A head line that never ends is given up by libcurl itself, as if memory were short.
+            const CURLcode result = message->data.result;
+            const bool headless = !headDone_ && IsConnected() &&
+                                  (result == CURLE_OUT_OF_MEMORY || result == TooLarge);
+            Finish(headless ? int(InvalidAnswer) : CodeOf(result));
         }
     }
 }
@@ -247,9 +253,26 @@ void Transfer::WaitFor(Ready ready) {
     }
 }
 
+// An answer whose body is not what it seems, or has two lengths: whoever reads it might take one
+// for the other.
+bool Transfer::IsFair(const QByteArray& name, const QByteArray& value) {
+    if (name == "content-encoding") {
+        return value.toLower() == "identity";  // nothing else was asked for
+    }
+    if (name != "content-length") {
+        return true;
+    }
+    const bool same = length_.isEmpty() || length_ == value;
+    length_ = value;
+    return same && !value.contains(',');
+}
+
 void Transfer::TakeHeadLine(QByteArrayView line) {
     constexpr QByteArrayView Asks = "proxy-authenticate:";
     const QByteArray text = line.trimmed().toByteArray();
+    if (text.startsWith("HTTP/")) {
+        length_.clear();  // of an answer that libcurl has answered by itself
+    }
     if (text.toLower().startsWith(Asks)) {
         const QByteArray mark = "realm=\"";
         const qsizetype begin = text.toLower().indexOf(mark);
@@ -272,7 +295,14 @@ size_t Transfer::OnHeadLine(char* data, size_t size, size_t count, void* self) {
         transfer.Finish(InvalidAnswer);
         return 0;
     }
-    transfer.TakeHeadLine(QByteArrayView(data, qsizetype(size * count)));
+    const QByteArrayView line(data, qsizetype(size * count));
+    const qsizetype colon = line.indexOf(':');
+    if (colon > 0 && !transfer.IsFair(line.first(colon).trimmed().toByteArray().toLower(),
+                                      line.sliced(colon + 1).trimmed().toByteArray())) {
+        transfer.Finish(InvalidAnswer);
+        return 0;
+    }
+    transfer.TakeHeadLine(line);
     return size * count;
 }
 

@@ -79,6 +79,7 @@ private:
     template <typename Ready>
     void WaitFor(Ready ready);
 
+    bool IsFair(const QByteArray& name, const QByteArray& value);
     void TakeHeadLine(QByteArrayView line);
     static size_t OnHeadLine(char* data, size_t size, size_t count, void* self);
     static size_t OnBody(char* data, size_t size, size_t count, void* self);
@@ -97,6 +98,7 @@ private:
     int code_ = Ok;  // how it ended
     qsizetype headBytes_ = 0;
     QString realm_;
+    QByteArray length_;  // as the head tells it
     QByteArray body_;
     qsizetype consumed_ = 0;
 };

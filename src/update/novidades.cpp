@@ -1,14 +1,13 @@
-// Whether the catalogue is to be updated. The server is asked by a process of its own, which leaves
-// its answer in a file; when there is something newer and the user agrees, the same check runs
-// again under the update lock, since another computer may have updated the shared catalogue
-// meanwhile, and then frmAtualizando does the work.
+#include "update/novidades.h"
 
 #include "platform/convert.h"
+#include "platform/dao/dao.h"
 #include "platform/erro.h"
 #include "platform/forms/application.h"
+#include "platform/forms/form.h"
 #include "platform/forms/msgbox.h"
+#include "platform/secret.h"
 #include "platform/system/clock.h"
-#include "search/pesquisa.h"
 #include "session/arquivos.h"
 #include "session/banco.h"
 #include "session/datas.h"
@@ -16,7 +15,12 @@
 #include "session/formularios.h"
 #include "session/global.h"
 #include "session/passagens.h"
+#include "update/acesso.h"
 #include "update/atualizando.h"
+#include "update/conversa.h"
+
+#include <QDate>
+#include <QPointer>
 
 #include <chrono>
 
@@ -30,10 +34,20 @@ constexpr auto IntervaloDoProcesso = 500ms;
 constexpr quint8 TiquesPorLeitura = 3;
 constexpr int SegundosEntreVerificacoes = 10 * 60;
 constexpr double NuncaVerificado = 1.0;
+constexpr double MaiorAdianto = 1.0;  // days
+constexpr qint64 DiasDeAssinatura = 60;
 
 enum Numero : int { ProcessoNaoIniciou = -1, VerificadorFalhou = -2 };
 
 constexpr int Pergunta = forms::vbYesNo | forms::vbQuestion | forms::vbDefaultButton2;
+
+const QString SemRegistro =
+    u"O catálogo está sem o registro da versão: uma atualização foi interrompida. As pesquisas "
+    "funcionam, mas é preciso instalar uma nova cópia do catálogo"_s;
+
+// The day on which the publisher last stood behind the newest version, as far as this run of the
+// program has heard; the search screen is made anew after each update.
+QDate assinadaEm;
 
 int Avisar(const QString& texto, int sinais = forms::vbInformation) {
     return forms::MsgBox(texto, sinais, TituloCatalogo);
@@ -62,10 +76,27 @@ qint16 LerVersao(const QString& campos, qsizetype indice) {
     return convert::ToInt16(versoes.at(indice));
 }
 
+// A server that is kept from telling of anything newer still serves what was signed long ago.
+QString AvisoDaAssinatura() {
+    const qint64 dias = assinadaEm.daysTo(sys::FromSerial(sys::Now()).date());
+    return assinadaEm.isValid() && dias > DiasDeAssinatura
+               ? u"\nHá %1 dias o servidor não confirma qual é a versão mais nova"_s.arg(dias)
+               : QString();
+}
+
+// A script may have left something else there; the catalogue has to open all the same.
+QString TextoDaData(const QVariant& data) {
+    try {
+        return FormatarData(convert::ToDouble(data));
+    } catch (const Erro&) {
+        return {};
+    }
+}
+
 }  // namespace
 
 // What one tick of the watch finds out.
-struct frmPesquisa::Verificacao {
+struct Novidades::Verificacao {
     bool automatica = false;
     qint16 local = 0;
     qint16 servidor = 0;
@@ -74,25 +105,34 @@ struct frmPesquisa::Verificacao {
     QString descricao;
 };
 
-void frmPesquisa::LigarVerificacao() {
-    pctVerificarAtualizacoes =
-        Picture()->findChild<forms::ClickZone*>(u"pctVerificarAtualizacoes"_s);
-    connect(pctVerificarAtualizacoes, &forms::ClickZone::Click, this,
-            [this] { IniciarVerificacao(false); });
-    connect(pctVerificarAtualizacoes, &forms::ClickZone::MouseMove, this,
-            &frmPesquisa::MostrarDicaDaVerificacao);
+// For what lets events through: the user may close the screen meanwhile.
+class Novidades::Viva {
+public:
+    explicit Viva(Novidades* novidades) : novidades_(novidades) {}
+    explicit operator bool() const { return novidades_ && !novidades_->abandonada_; }
 
+private:
+    QPointer<Novidades> novidades_;
+};
+
+Novidades::Novidades(QObject* tela)
+    : QObject(tela),
+      DataUltimaVerificacaoTela(NuncaVerificado),
+      tmrVerificarAtualizacoes(this),
+      tmrVerificaProcessoVerificacao(this) {
+    setObjectName(u"Novidades"_s);
     tmrVerificarAtualizacoes.setObjectName(u"tmrVerificarAtualizacoes"_s);
     tmrVerificarAtualizacoes.setInterval(IntervaloLento);
-    connect(&tmrVerificarAtualizacoes, &QTimer::timeout, this, &frmPesquisa::AoTiqueLento);
+    connect(&tmrVerificarAtualizacoes, &QTimer::timeout, this, &Novidades::AoTiqueLento);
     tmrVerificaProcessoVerificacao.setObjectName(u"tmrVerificaProcessoVerificacao"_s);
     tmrVerificaProcessoVerificacao.setInterval(IntervaloDoProcesso);
-    connect(&tmrVerificaProcessoVerificacao, &QTimer::timeout, this,
-            &frmPesquisa::AoTiqueDoProcesso);
+    connect(&tmrVerificaProcessoVerificacao, &QTimer::timeout, this, &Novidades::AoTiqueDoProcesso);
     tmrVerificarAtualizacoes.start();
 }
 
-void frmPesquisa::AoTiqueLento() {
+Novidades::~Novidades() = default;
+
+void Novidades::AoTiqueLento() {
     if (++ContadorTempo >= TiquesPorLeitura) {
         ContadorTempo = 0;
         if (!BancoBloqueado) {
@@ -100,49 +140,62 @@ void frmPesquisa::AoTiqueLento() {
             IgnorandoErros([this] { CarregarDadosVerificacao(false); });
         }
     }
-    if (!VerificacaoAutomatica || VerificacaoEmAndamento) {
-        return;
-    }
-    const bool devida =
-        DataUltimaVerificacaoTela == NuncaVerificado ||
-        sys::FromSerial(sys::Now()) >=
-            sys::FromSerial(DataUltimaVerificacaoTela).addSecs(SegundosEntreVerificacoes);
-    if (devida) {
+    if (VerificacaoAutomatica && !VerificacaoEmAndamento && EhDevida()) {
         IniciarVerificacao(true);
     }
 }
 
-void frmPesquisa::IniciarVerificacao(bool Automatica) {
-    const forms::StillLoaded aberta(this);
+// A date that lies ahead comes from a clock that was wrong once, perhaps another computer's; it
+// must not stop the checks of all of them until that day.
+bool Novidades::EhDevida() const {
+    const double agora = sys::Now();
+    return DataUltimaVerificacaoTela == NuncaVerificado ||
+           DataUltimaVerificacaoTela > agora + MaiorAdianto ||
+           sys::FromSerial(agora) >=
+               sys::FromSerial(DataUltimaVerificacaoTela).addSecs(SegundosEntreVerificacoes);
+}
+
+void Novidades::IniciarVerificacao(bool Automatica) {
+    const Viva viva(this);
     forms::DoEvents();
-    if (!aberta || VerificacaoEmAndamento) {
+    if (!viva) {
+        return;
+    }
+    if (VerificacaoEmAndamento) {
+        if (!Automatica && conversa_) {
+            conversa_->Chamar();  // it may be asking for a password behind another window
+        }
         return;
     }
     VerificacaoEmAndamento = true;
-    const QString automatica = Automatica ? u"1"_s : u"0"_s;
+    emCurso_ = {};
     try {
-        const QString arquivo = NomeArquivoTemporario();
+        emCurso_.arquivo = NomeArquivoTemporario();
+        if (!conversa_) {
+            conversa_ = Conversa::Abrir();
+        }
+        const Conversa::Convite convite(conversa_.get());
         // The path may hold blanks, even several in a row, and is not quoted.
         ProcessoVerificacao =
             sys::Start(u'"' + CaminhoPrograma(true) + u"VerifAtualizCatalogoTarvo.exe\" "_s +
-                           automatica + u'|' + arquivo,
+                           (Automatica ? u"1|"_s : u"0|"_s) + emCurso_.arquivo,
                        1, sys::Rest::Whole);
-        tmrVerificaProcessoVerificacao.Tag = u'1' + automatica + arquivo;
+        emCurso_.automatica = Automatica;
     } catch (const Erro& erro) {
         // Dealt with at the watch's next tick, where every failure comes to the same end.
-        tmrVerificaProcessoVerificacao.Tag =
-            u'0' + QString::number(erro.Number()) + u' ' + erro.Description();
+        emCurso_.erro = erro.Number();
+        emCurso_.descricao = erro.Description();
     }
     tmrVerificaProcessoVerificacao.start();
 }
 
-void frmPesquisa::AoTiqueDoProcesso() {
+void Novidades::AoTiqueDoProcesso() {
     // The answer waits: a box has the user's attention, and a page that is being printed needs its
     // dialog, which an update would take away.
     if (forms::IsBoxOpen() || ImpressaoEmAndamento()) {
         return;
     }
-    const forms::StillLoaded aberta(this);
+    const Viva viva(this);
     Verificacao verificacao;
     try {
         if (!DecidirAtualizacao(verificacao)) {
@@ -155,28 +208,28 @@ void frmPesquisa::AoTiqueDoProcesso() {
         verificacao.erro = erro.Number();
         verificacao.descricao = erro.Description();
     }
-    if (aberta) {
+    if (viva) {
         EncerrarVerificacao(verificacao);
     }
 }
 
 // False: the process is still running, or the second pass has just begun.
-bool frmPesquisa::DecidirAtualizacao(Verificacao& verificacao) {
-    const QString tag = tmrVerificaProcessoVerificacao.Tag;
-    if (tag.startsWith(u'0')) {
-        throw Erro(ProcessoNaoIniciou, tag.mid(1));
+bool Novidades::DecidirAtualizacao(Verificacao& verificacao) {
+    if (emCurso_.erro != 0) {
+        throw Erro(ProcessoNaoIniciou, QString::number(emCurso_.erro) + u' ' + emCurso_.descricao);
     }
     if (sys::ExitCode(ProcessoVerificacao) == sys::StillActive) {
         return false;
     }
     tmrVerificaProcessoVerificacao.stop();
-    verificacao.automatica = tag.mid(1, 1) == "1"_L1;
-    const QString resultado = TextoDoResultado(tag.mid(2));
+    verificacao.automatica = emCurso_.automatica;
+    const QString resultado = TextoDoResultado(emCurso_.arquivo);
     if (resultado.startsWith(u'0')) {
         throw Erro(VerificadorFalhou, resultado.mid(1));
     }
     verificacao.local = LerVersao(resultado.mid(1), 0);
     verificacao.servidor = LerVersao(resultado.mid(1), 1);
+    assinadaEm = QDate::fromString(resultado.section(u'|', 2, 2), Qt::ISODate);
     verificacao.instalar = PerguntarSeInstala(verificacao);
     if (!verificacao.instalar || BancoBloqueado) {
         return true;
@@ -185,15 +238,14 @@ bool frmPesquisa::DecidirAtualizacao(Verificacao& verificacao) {
     return !verificacao.instalar;
 }
 
-bool frmPesquisa::PerguntarSeInstala(const Verificacao& verificacao) const {
+bool Novidades::PerguntarSeInstala(const Verificacao& verificacao) const {
     if (verificacao.servidor <= verificacao.local) {
         if (!verificacao.automatica) {
             Avisar(u"Não existem Novas Atualizações."_s);
         }
         return false;
     }
-    const bool segundaPassagem = pctBarraAtualizacao->Tag == "1"_L1;
-    if (segundaPassagem && !verificacao.automatica) {
+    if (segundaPassagem_ && !verificacao.automatica) {
         return true;
     }
     PiscarJanelaAtiva();
@@ -202,7 +254,7 @@ bool frmPesquisa::PerguntarSeInstala(const Verificacao& verificacao) const {
 }
 
 // Takes the lock and begins the second pass under it.
-bool frmPesquisa::BloquearParaInstalar() {
+bool Novidades::BloquearParaInstalar() {
     BancoBloqueado = BloquearBancoDados(true);
     if (!BancoBloqueado) {
         Avisar(
@@ -210,52 +262,55 @@ bool frmPesquisa::BloquearParaInstalar() {
             "Atualizando o Catálogo)."_s);
         return false;
     }
-    ExcluirArquivo(tmrVerificaProcessoVerificacao.Tag.mid(2));
-    pctBarraAtualizacao->Tag = u"1"_s;
+    ExcluirArquivo(emCurso_.arquivo);
+    segundaPassagem_ = true;
     VerificacaoEmAndamento = false;
     IniciarVerificacao(false);
     return true;
 }
 
-void frmPesquisa::Instalar(const Verificacao& verificacao) {
-    const forms::StillLoaded aberta(this);
-    forms::SetMousePointer(forms::vbHourglass);
+void Novidades::Instalar(const Verificacao& verificacao) {
+    const Viva viva(this);
+    const forms::Busy ocupado;
     FecharTelasSecundarias();
     forms::DoEvents();
-    if (Form* ativa = Form::Active(); ativa && ativa->isMinimized()) {
+    if (forms::Form* ativa = forms::Form::Active(); ativa && ativa->isMinimized()) {
         ativa->Show();
         forms::DoEvents();
     }
-    if (aberta) {
-        ParametroFormulario =
-            QString::number(verificacao.local) + u'|' + QString::number(verificacao.servidor);
-        (new frmAtualizando)->ShowModal();
+    if (!viva) {
+        return;
     }
-    forms::SetMousePointer(forms::vbDefault);
+    AcessoDigitado acesso;
+    if (conversa_ && conversa_->LerAcesso(acesso.usuario, acesso.senha)) {
+        LembrarAcesso(acesso);
+    }
+    ParametroFormulario =
+        QString::number(verificacao.local) + u'|' + QString::number(verificacao.servidor);
+    (new frmAtualizando)->ShowModal();
+    EsquecerAcesso();
 }
 
-void frmPesquisa::EncerrarVerificacao(const Verificacao& verificacao) {
-    pctBarraAtualizacao->Tag.clear();
+void Novidades::EncerrarVerificacao(const Verificacao& verificacao) {
+    segundaPassagem_ = false;
+    conversa_.reset();
     tmrVerificaProcessoVerificacao.stop();
-    IgnorandoErros([this] { ExcluirArquivo(tmrVerificaProcessoVerificacao.Tag.mid(2)); });
-    const forms::StillLoaded aberta(this);
+    IgnorandoErros([this] { ExcluirArquivo(emCurso_.arquivo); });
+    const Viva viva(this);
     IgnorandoErros([&verificacao] {
         GravarUltimaVerificacao(DataHoraSql(NuncaVerificado),
                                 verificacao.erro == 0 ? u"0"_s : u"1"_s);
     });
-    if (!aberta) {
-        return;  // its unload has let the lock go
+    if (!viva) {
+        return;  // its end has let the lock go
     }
-    if (BancoBloqueado) {
-        IgnorandoErros([] { BloquearBancoDados(false); });
-        BancoBloqueado = false;
-    }
+    SoltarBanco();
     VerificacaoEmAndamento = false;
     if (verificacao.instalar) {
-        // Either way this screen is gone afterwards. A failure here rises: there would be nothing
-        // to go on with.
+        // Either way the screen is gone afterwards. A failure here rises: there would be nothing to
+        // go on with.
         if (ReiniciarPrograma) {
-            Unload();
+            Q_EMIT ReinicioPedido();
         } else {
             RecarregarFormularios(QString());
         }
@@ -270,32 +325,27 @@ void frmPesquisa::EncerrarVerificacao(const Verificacao& verificacao) {
     }
 }
 
-// The screen goes while a check is running: nobody will read its answer, and nobody else could
-// update before the lock is let go.
-void frmPesquisa::AbandonarVerificacao() {
-    tmrVerificarAtualizacoes.stop();
-    tmrVerificaProcessoVerificacao.stop();
+void Novidades::SoltarBanco() {
     if (BancoBloqueado) {
         IgnorandoErros([] { BloquearBancoDados(false); });
         BancoBloqueado = false;
     }
 }
 
-// The tip is made anew once for each refresh of the status; after that it comes by itself.
-void frmPesquisa::MostrarDicaDaVerificacao() {
-    if (pctVerificarAtualizacoes->Tag.isEmpty()) {
-        return;
+void Novidades::Abandonar() {
+    abandonada_ = true;
+    tmrVerificarAtualizacoes.stop();
+    tmrVerificaProcessoVerificacao.stop();
+    if (VerificacaoEmAndamento) {
+        if (conversa_) {
+            conversa_->Desistir();
+        }
+        IgnorandoErros([this] { ExcluirArquivo(emCurso_.arquivo); });
     }
-    constexpr qint32 Espera = 850;   // milliseconds
-    constexpr qint32 Vida = 20'000;  // milliseconds
-    mToolTip->Create(pctVerificarAtualizacoes, pctVerificarAtualizacoes->Tag,
-                     cToolTip::Balao | cToolTip::SempreVisivel, false, cToolTip::Informacao,
-                     u"Verificar se existem Novas Atualizações"_s, cToolTip::TextoDeBotao,
-                     cToolTip::FundoDeDica, Espera, Vida);
-    pctVerificarAtualizacoes->Tag.clear();
+    SoltarBanco();
 }
 
-void frmPesquisa::CarregarDadosVerificacao(bool sAtualizarUltimaDataVerificacao) {
+void Novidades::CarregarDadosVerificacao(bool sAtualizarUltimaDataVerificacao) {
     const auto registro = gDB->OpenRecordset(
         u"SELECT "
         "DataEmissao,"
@@ -305,23 +355,28 @@ void frmPesquisa::CarregarDadosVerificacao(bool sAtualizarUltimaDataVerificacao)
         "FROM "
         "UMREGISTRO"_s,
         dao::dbOpenForwardOnly);
+    if (registro->Eof()) {
+        TextoEmissao.clear();
+        Q_EMIT EmissaoLida(TextoEmissao);
+        Q_EMIT DicaLida(SemRegistro);
+        return;
+    }
     const QVariant ultima = registro->Fields(u"DataUltimaVerificacao"_s).Value();
     const bool nunca = convert::IsNull(ultima);
     if (sAtualizarUltimaDataVerificacao) {
         DataUltimaVerificacaoTela = nunca ? NuncaVerificado : convert::ToDouble(ultima);
     }
 
-    TextoEmissao = FormatarData(convert::ToDouble(registro->Fields(u"DataEmissao"_s).Value())) +
+    TextoEmissao = TextoDaData(registro->Fields(u"DataEmissao"_s).Value()) +
                    convert::ToTextOrEmpty(registro->Fields(u"ComplementoDataEmissao"_s).Value());
-    lblEmissao->SetText(TextoEmissao);
+    Q_EMIT EmissaoLida(TextoEmissao);
 
     if (nunca) {
-        pctVerificarAtualizacoes->Tag = u" "_s;
+        Q_EMIT DicaLida(u" "_s);
         return;
     }
     const QVariant falhou = registro->Fields(u"FlagErroUltimaVerificacao"_s).Value();
-    pctVerificarAtualizacoes->Tag =
-        (!convert::IsNull(falhou) && convert::ToInt64(falhou) == 1 ? u"ERRO na Última Verificação"_s
-                                                                   : u"Última Verificação"_s) +
-        u": "_s + FormatarDataHora(convert::ToDouble(ultima));
+    const bool erro = !convert::IsNull(falhou) && convert::ToInt64(falhou) == 1;
+    Q_EMIT DicaLida((erro ? u"ERRO na Última Verificação"_s : u"Última Verificação"_s) + u": "_s +
+                    FormatarDataHora(convert::ToDouble(ultima)) + AvisoDaAssinatura());
 }

@@ -13,6 +13,7 @@
 #include "support/test.h"
 #include "support/windows.h"
 #include "update/atualizando.h"
+#include "update/novidades.h"
 
 #include <QDialog>
 #include <QTimer>
@@ -54,11 +55,12 @@ private:
 
 }  // namespace
 
-class TestVerificacao : public QObject {
+class TestNovidades : public QObject {
     Q_OBJECT
 
     std::unique_ptr<CatalogoDeTeste> catalogo_;
 
+    static Novidades& Check() { return Find<Novidades>(*gFrmPesquisa, "Novidades"); }
     static QTimer& Timer(const AnyText& name) { return Find<QTimer>(*gFrmPesquisa, name); }
     static void SlowTick() {
         QMetaObject::invokeMethod(&Timer("tmrVerificarAtualizacoes"), "timeout");
@@ -119,7 +121,7 @@ private Q_SLOTS:
         QFETCH(QString, result);
         const Verifier verifier({result});
         BoxAnswers boxes;
-        gFrmPesquisa->IniciarVerificacao(automatic);
+        Check().IniciarVerificacao(automatic);
         QVERIFY(CheckEnds());
         QTEST(boxes.Texts(), "boxes");
         QTEST(Setting("FlagErroUltimaVerificacao"), "flag");
@@ -139,7 +141,7 @@ private Q_SLOTS:
         sys::SetStartHandler(
             [](const QString&, int) -> sys::ProcessId { throw Erro(Erro::FileNotFound); });
         BoxAnswers boxes;
-        gFrmPesquisa->IniciarVerificacao(true);
+        Check().IniciarVerificacao(true);
         QVERIFY(CheckEnds());
         QCOMPARE(boxes.Texts(), List(u"Erro nº: -1\n"_s + Failed + u"53 Arquivo não encontrado"_s));
     }
@@ -162,18 +164,21 @@ private Q_SLOTS:
         row("a moment too early", true, 599, false);
         row("ten minutes", true, 600, true);
         row("switched off", false, -1, false);
+        // A clock that was wrong once, and one that goes a little ahead of another computer's.
+        row("checked in two days", true, -2 * 24 * 3600, true);
+        row("checked in an hour", true, -3600, false);
     }
     void SlowTimer() {
         QFETCH(bool, automatic);
         QFETCH(int, secondsSince);
         QCOMPARE(Timer("tmrVerificarAtualizacoes").interval(), 65535);
         QVERIFY(Timer("tmrVerificarAtualizacoes").isActive());
-        if (secondsSince >= 0) {
+        if (secondsSince != -1) {
             catalogo_->Executar(
                 {"UPDATE UMREGISTRO SET DataUltimaVerificacao = "
                  "DateSerial(2026,3,5)+TimeSerial(23,55,0)"});
         }
-        gFrmPesquisa->CarregarDadosVerificacao(true);
+        Check().CarregarDadosVerificacao(true);
         sys::SetClock([=] {
             return QDateTime(QDate(2026, 3, 5), QTime(23, 55, 0), Qt::UTC).addSecs(secondsSince);
         });
@@ -204,7 +209,7 @@ private Q_SLOTS:
         QDialog box;
         box.setModal(true);
         box.show();
-        gFrmPesquisa->IniciarVerificacao(false);
+        Check().IniciarVerificacao(false);
         QTest::qWait(50);
         QVERIFY(Watching());
         QCOMPARE(boxes.Texts(), QStringList());
@@ -224,7 +229,7 @@ private Q_SLOTS:
             QMetaObject::invokeMethod(gFrmPesquisa, leave, Qt::QueuedConnection);
             return forms::vbOK;
         });
-        gFrmPesquisa->IniciarVerificacao(false);
+        Check().IniciarVerificacao(false);
         QTRY_VERIFY(!gFrmPesquisa);
         forms::SetMsgBoxHandler({});
         QCOMPARE(Setting("FlagErroUltimaVerificacao"), u"0"_s);
@@ -236,7 +241,7 @@ private Q_SLOTS:
         other.banco->Execute(u"UPDATE CONTROLETRAN SET a = a"_s);
         const Verifier verifier({"11|2"});
         BoxAnswers boxes({Yes});
-        gFrmPesquisa->IniciarVerificacao(true);
+        Check().IniciarVerificacao(true);
         QVERIFY(CheckEnds());
         QCOMPARE(boxes.Texts(), List(Question,
                                      "Não foi possível Bloquear o Banco de Dados. (Outro "
@@ -248,7 +253,7 @@ private Q_SLOTS:
     void AnotherComputerWasFaster() {
         const Verifier verifier({"11|2", "12|2"});
         BoxAnswers boxes({Yes});
-        gFrmPesquisa->IniciarVerificacao(true);
+        Check().IniciarVerificacao(true);
         QVERIFY(QTest::qWaitFor([&] { return boxes.Boxes().size() == 2; }, 20000));
         QVERIFY(CheckEnds());
         QCOMPARE(boxes.Texts(), List(Question, Nothing));
@@ -268,7 +273,7 @@ private Q_SLOTS:
         const frmPesquisa* before = gFrmPesquisa;
         const Verifier verifier({"11|2", "11|2"});
         BoxAnswers boxes({Yes});
-        gFrmPesquisa->IniciarVerificacao(false);
+        Check().IniciarVerificacao(false);
         QVERIFY(QTest::qWaitFor([&] { return gFrmPesquisa != before; }, 20000));
         Settle();
         QCOMPARE(boxes.Texts(), List(Question, "Atualização concluída com sucesso."));
@@ -281,6 +286,43 @@ private Q_SLOTS:
         BloquearBancoDados(false);
     }
 
+    // Whoever keeps newer versions from coming can only serve old signatures.
+    void FreezeIsTold_data() {
+        const Table<QString, bool> row("day", "told");
+        row("sixty days", "2026-09-23", false);
+        row("sixty-one days", "2026-09-22", true);
+        row("unsigned", {}, false);
+    }
+    void FreezeIsTold() {
+        QFETCH(QString, day);
+        QFETCH(bool, told);
+        sys::SetClock([] { return QDateTime(QDate(2026, 11, 22), QTime(9, 0), Qt::UTC); });
+        const Verifier verifier({u"11|1"_s + (day.isEmpty() ? day : u'|' + day)});
+        BoxAnswers boxes;
+        Check().IniciarVerificacao(true);
+        QVERIFY(CheckEnds());
+        const QString tip = Find<forms::ClickZone>(*gFrmPesquisa, "pctVerificarAtualizacoes").Tag;
+        QVERIFY(tip.startsWith(u"Última Verificação: "_s));
+        QCOMPARE(tip.contains(u"\nHá 61 dias o servidor não confirma"_s), told);
+    }
+
+    // A script of an older program was cut short, or wrote what is no date.
+    void OpensWithoutItsRecord_data() {
+        const Table<QStringList, QString, QString> row("statements", "emission", "tip");
+        row("no row", {"DELETE FROM UMREGISTRO"}, "",
+            "O catálogo está sem o registro da versão: uma atualização foi interrompida.");
+        row("no date", {"UPDATE UMREGISTRO SET DataEmissao = Null"}, " - teste", " ");
+    }
+    void OpensWithoutItsRecord() {
+        QFETCH(QStringList, statements);
+        QFETCH(QString, tip);
+        catalogo_->Executar(statements);
+        Check().CarregarDadosVerificacao(true);
+        QTEST(Find<forms::Label>(*gFrmPesquisa, "lblEmissao").Text(), "emission");
+        QVERIFY(
+            Find<forms::ClickZone>(*gFrmPesquisa, "pctVerificarAtualizacoes").Tag.startsWith(tip));
+    }
+
     // A failed installation is shown by its own screen; the program goes on with what there is.
     void InstallationFails() {
         WrongServer server;
@@ -289,7 +331,7 @@ private Q_SLOTS:
         const frmPesquisa* before = gFrmPesquisa;
         const Verifier verifier({"11|2", "11|2"});
         BoxAnswers boxes({Yes});
-        gFrmPesquisa->IniciarVerificacao(false);
+        Check().IniciarVerificacao(false);
         QVERIFY(QTest::qWaitFor([&] { return gFrmPesquisa != before; }, 20000));
         QCOMPARE(
             boxes.Texts(),
@@ -303,7 +345,7 @@ private Q_SLOTS:
         catalogo_->Executar(
             {"UPDATE UMREGISTRO SET DataUltimaVerificacao = "
              "DateSerial(2026,3,5)+TimeSerial(7,8,9), FlagErroUltimaVerificacao = 1"});
-        gFrmPesquisa->CarregarDadosVerificacao(false);
+        Check().CarregarDadosVerificacao(false);
         QCOMPARE(button.Tag, u"ERRO na Última Verificação: 05-MAR-2026 07:08:09"_s);
         MoveTo(*gFrmPesquisa, {578, 17});
         QCOMPARE(button.Tag, QString());
@@ -318,5 +360,5 @@ private Q_SLOTS:
     }
 };
 
-TARVO_TEST(TestVerificacao);
-#include "test_verificacao.moc"
+TARVO_TEST(TestNovidades);
+#include "test_novidades.moc"

@@ -28,5 +28,8 @@ QString RespostaDeFalha(const QString& motivo);
 // on its way; the file lies in the data folder in any case.
 void Responder(const QString& arquivo, const QString& resposta);
 
+// Takes away an answer that nobody waits for any more.
+void ExcluirResposta(const QString& arquivo);
+
 // Takes away what a check that was cut short has downloaded so far.
 void ExcluirBaixado();

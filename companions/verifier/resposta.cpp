@@ -1,4 +1,4 @@
-#include "verificacao.h"
+#include "resposta.h"
 
 #include "falhas.h"
 #include "platform/convert.h"
@@ -11,6 +11,7 @@
 #include "update/endereco.h"
 #include "update/internet.h"
 #include "update/prova.h"
+#include "update/scripts.h"
 
 using namespace Qt::StringLiterals;
 
@@ -34,6 +35,11 @@ Registro LerRegistro() {
     {
         const auto linha = gDB->OpenRecordset(u"SELECT Versao, UrlAtualizacao FROM UMREGISTRO"_s,
                                               dao::dbOpenForwardOnly);
+        if (linha->Eof()) {
+            throw Erro(RegistroPerdido,
+                       u"O catálogo está sem o registro da versão: uma atualização foi "
+                       "interrompida. É preciso instalar uma nova cópia do catálogo."_s);
+        }
         registro.versao = convert::ToInt16(linha->Fields(u"Versao"_s).Value());
         registro.endereco = convert::ToTextOrEmpty(linha->Fields(u"UrlAtualizacao"_s).Value());
     }
@@ -86,6 +92,12 @@ qint16 LerVersao(const QString& texto, const QString& servidor) {
                 servidor, texto.simplified().left(40)));
     }
     return qint16(versao);
+}
+
+QString LugarDaResposta(const QString& arquivo) {
+    const qsizetype nome = qMax(arquivo.lastIndexOf(u'\\'), arquivo.lastIndexOf(u'/')) + 1;
+    const bool inteiro = nome > 0 && DiretorioExiste(arquivo.left(nome));
+    return inteiro ? arquivo : gCaminho + arquivo.mid(nome);
 }
 
 }  // namespace
@@ -149,8 +161,14 @@ QString Verificar(bool podePerguntar) {
     return resposta;
 }
 
+void ExcluirResposta(const QString& arquivo) {
+    try {
+        ExcluirArquivo(LugarDaResposta(arquivo));
+    } catch (const Erro&) {
+        // It lies in the way of nobody.
+    }
+}
+
 void Responder(const QString& arquivo, const QString& resposta) {
-    const qsizetype nome = qMax(arquivo.lastIndexOf(u'\\'), arquivo.lastIndexOf(u'/')) + 1;
-    const bool inteiro = nome > 0 && DiretorioExiste(arquivo.left(nome));
-    sys::WriteWhole(inteiro ? arquivo : gCaminho + arquivo.mid(nome), resposta.toUtf8());
+    sys::WriteWhole(LugarDaResposta(arquivo), resposta.toUtf8());
 }
