@@ -112,8 +112,8 @@ QHash<QString, sql::TableInfo>& KnownTables(Connection& connection) {
     return cache.tables;
 }
 
-// What a transaction changes may be rolled back: whoever does that, or sees that the engine did it by
-// itself, calls ForgetTables.
+// What a transaction changes may be rolled back: whoever does that, or sees that the engine did it
+// by itself, calls ForgetTables.
 std::optional<sql::TableInfo> FindTable(Connection& connection, const QString& name) {
     auto& known = KnownTables(connection);
     const QString key = name.toUpper();
