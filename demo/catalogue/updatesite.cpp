@@ -6,6 +6,7 @@
 #include "platform/erro.h"
 #include "platform/system/paths.h"
 #include "publicar/publish.h"
+#include "publicar/signing.h"
 #include "render/models.h"
 #include "render/photo.h"
 #include "session/banco.h"
@@ -68,12 +69,18 @@ public:
     }
 
     void Run() {
+        // Nobody will publish a version 4 for this site, so the secret half is kept nowhere.
+        const QString keys = aside_.filePath(u"chaves"_s);
+        publicar::MakeKey(keys, u"demonstracao"_s);
+        signer_ = publicar::ReadSigner(keys + u"/ChaveSecreta.txt"_s);
         MakeVersion2();
         MakeVersion3();
         catalogue_.reset();  // the trial copies the file
         const QString updated = aside_.filePath(u"catalogo"_s);
         Publish(2, order_.folder, updated);
         Publish(3, updated, {});
+        sys::WriteWhole(site_ + u"/ChavesAtualizacao.txt"_s,
+                        sys::ReadBytes(keys + u"/ChavesAtualizacao.txt"_s));
     }
 
 private:
@@ -294,6 +301,7 @@ private:
         order.keep = keep;
         order.release = release;
         order.replace = order_.overwrite;
+        order.signers = {signer_};
         QList<verificar::Finding> findings;
         const std::vector<publicar::File> files = publicar::ReadFolder(order, findings);
         findings += publicar::Check(order, files);
@@ -312,6 +320,7 @@ private:
     ComponentStock stock_;
     std::shared_ptr<dao::Connection> catalogue_;
     QTemporaryDir aside_;
+    publicar::Signer signer_;
 };
 
 }  // namespace

@@ -5,10 +5,12 @@ import subprocess
 import sys
 
 import runs
+from driver import xdotool, xprop
 from runs import TOOL, ProgramTest, wait
 
 SERVER = os.path.join(runs.HERE, "..", "support", "server.py")
 VERIFY = (578, 17)
+VERIFIER = "VerifAtualizCatalogoTarvo.exe"
 QUESTION = "Existem Novas Atualizações. Deseja Instalar agora?"
 DONE = "Atualização concluída com sucesso."
 NOTHING = "Não existem Novas Atualizações."
@@ -30,14 +32,15 @@ class UpdateTest(ProgramTest):
         os.environ["http_proxy"] = f"http://127.0.0.1:{server.stdout.readline().strip()}"
         self.addCleanup(os.environ.pop, "http_proxy")
 
-    def publish(self, *script, files=()):
+    def publish(self, *script, files=(), folder="."):
         """Version 2: these files, then a script that brings a new component and these lines."""
+        os.makedirs(os.path.join(self.site, folder), exist_ok=True)
         lists = [f"FOTO;{name};1" for name in files] + ["SDB;dois.txt;1"]
         lines = ["B:INSERT INTO COMPONENTE (CodigoComponente, NumeroTarvoComponente, "
                  "DescricaoComponente) VALUES (1?, '2?', '3?')",
                  "990001<<;>>QWX9001<<;>>Anel de teste", *script]
         for name, text in (("ListVersao2.txt", lists), ("dois.txt", lines), ("Versao.txt", ["2"])):
-            with open(os.path.join(self.site, name), "w", newline="\r\n", encoding="utf-8") as file:
+            with open(os.path.join(self.site, folder, name), "w", newline="\r\n", encoding="utf-8") as file:
                 file.write("\n".join(text))
 
     def new_data(self):
@@ -102,6 +105,70 @@ class UpdateTest(ProgramTest):
         self.assertEqual(self.value(data, "SELECT Versao FROM UMREGISTRO"), "2")
         self.assertFalse([name for name in os.listdir(data) if name.endswith(".tmp")])
         subprocess.run([TOOL, "check", os.path.join(data, "Tarvo.mdb")], check=True)
+
+    def question(self, but=None):
+        """The verifier's own window, by its identifier."""
+        def found():
+            ids = xprop("-root", "_NET_CLIENT_LIST").split("#")[-1].split(",")
+            for window in map(str.strip, ids):
+                pid = xprop("-id", window, "_NET_WM_PID").split("=")[-1].strip()
+                try:
+                    program = os.readlink(f"/proc/{pid}/exe")
+                except OSError:
+                    continue
+                if program.endswith(VERIFIER) and window != but:
+                    return window
+            return None
+        return wait("the question for a password", found)
+
+    def is_active(self, window):
+        return int(xprop("-root", "_NET_ACTIVE_WINDOW").split()[-1], 16) == int(window, 16)
+
+    def guarded_data(self):
+        data = self.new_data()
+        self.run_sql(data, "UPDATE UMREGISTRO SET UrlAtualizacao = 'atualiza.exemplo/guarded'")
+        return data
+
+    def test_password_of_a_proxy(self):
+        data = self.guarded_data()
+        self.publish(folder="guarded")
+        with self.catalogue(data) as catalogue:
+            self.start(catalogue)
+            self.verify(catalogue)
+            window = self.question()
+            xdotool("windowminimize", window)
+            catalogue.restore()
+            wait("the question out of sight", lambda: not self.is_active(window))
+            self.verify(catalogue)
+            wait("the question back", lambda: self.is_active(window))
+            catalogue.type("maria")
+            catalogue.press("Tab")
+            catalogue.type("errada")
+            catalogue.press("Return")
+            # Refused: the user stays, and the password is wanted at once.
+            again = self.question(but=window)
+            wait("the second question", lambda: self.is_active(again))
+            catalogue.type("s3nha")
+            catalogue.press("Return")
+            # Nobody asks once more, neither the second check nor the installation.
+            self.answer(catalogue, QUESTION, "alt+s")
+            self.answer(catalogue, DONE)
+            self.find_new_component(catalogue)
+        self.assertFalse([name for name in os.listdir(data) if name.endswith(".tmp")])
+
+    def test_the_question_goes_with_the_program(self):
+        data = self.guarded_data()
+        self.publish(folder="guarded")
+        with self.catalogue(data) as catalogue:
+            self.start(catalogue)
+            self.verify(catalogue)
+            window = self.question()
+            pid = int(xprop("-id", window, "_NET_WM_PID").split("=")[-1])
+            catalogue.restore()
+            catalogue.click(49, 524)
+            wait("the verifier's end", lambda: not os.path.exists(f"/proc/{pid}/exe"))
+            wait("the end", catalogue.ended)
+        self.assertFalse([name for name in os.listdir(data) if name.endswith(".tmp")])
 
     def test_relaunch(self):
         data = self.new_data()

@@ -39,6 +39,26 @@ private Q_SLOTS:
         QCOMPARE(CifrarTexto(guardado.toLower(), false), texto);
     }
 
+    // Made once by another implementation of the cipher, written from its description alone.
+    // Whatever moved a byte here would cost every user the password that he has stored.
+    void RespostasConhecidas_data() {
+        const Table<QString, QString> row("texto", "guardado");
+        row("plain", "s3nha", "5D613617413AB274CE702C498A2893375B7262A05FE7B68DA2BAB649E76B8F4F");
+        row("two blocks, accents", "maria.conceição",
+            "4CBBEE86CA94BD658526FC1F337FD9A6A4F65DBF5FCE1646E9BDD3F3A15CA730"
+            "1F4146B4C6CF5142DB369D377A44D346051BBE5497FF27E2CC7BA8E9C1120B6B");
+        row("domain", "oficina\\joão",
+            "0BDA3CC644E725F858FE44E70AFE81FE0E561D1DF708FBFE05732E08D2758538");
+        row("other scripts", "Ω€",
+            "EE74E899D5EC3AFFD067753E6EA7C744B79531362E523F3F3619DDFBC38C0365");
+    }
+    void RespostasConhecidas() {
+        QFETCH(QString, texto);
+        QFETCH(QString, guardado);
+        QCOMPARE(CifrarTexto(texto, true), guardado);
+        QCOMPARE(CifrarTexto(guardado, false), texto);
+    }
+
     void ComprimentoContaNoPrimeiroBloco() {
         const QString curto = CifrarTexto(QString(14, u'a'), true);
         const QString longo = CifrarTexto(QString(15, u'a'), true);

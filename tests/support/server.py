@@ -60,9 +60,13 @@ def silent_body(connection):
     time.sleep(60)
 
 
+def has_password(head):
+    """Of the user "maria", whose password is "s3nha"."""
+    return b"Proxy-Authorization: Basic bWFyaWE6czNuaGE=\r\n" in head
+
+
 def wants_password(connection, head):
-    """Answers only to the user "maria" with the password "s3nha"."""
-    if b"Proxy-Authorization: Basic bWFyaWE6czNuaGE=\r\n" in head:
+    if has_password(head):
         answer(connection, b"dentro")
     else:
         answer(connection, b"fora", b"407 Proxy Authentication Required",
@@ -133,6 +137,10 @@ class Server:
 
     def handle(self, connection, head):
         path = urllib.parse.unquote(urllib.parse.urlsplit(head.split()[1].decode()).path)[1:]
+        # A folder of files behind a proxy that asks.
+        if path.startswith("guarded/") and not has_password(head):
+            wants_password(connection, head)
+            return
         # A whole folder may misbehave: what asks for a certain name finds every behaviour there.
         behaviour = BEHAVIOURS.get(os.path.basename(path), BEHAVIOURS.get(path.split("/")[0]))
         if behaviour:

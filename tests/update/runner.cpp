@@ -1,7 +1,8 @@
 // One update in a process of its own, which a test can kill:
-//   update_runner FOLDER FROM TO
+//   update_runner FOLDER FROM TO [lock]
 // Prints each message box and, when the update has come to its end, the catalogue's version, its
-// number of customers and whether it is sound.
+// number of customers and whether it is sound. With "lock" it takes the update lock first, or says
+// that another has it. The publisher's key stands in TARVO_TEST_KEY.
 #include "platform/convert.h"
 #include "platform/dao/sqlite.h"
 #include "platform/erro.h"
@@ -11,6 +12,7 @@
 #include "session/global.h"
 #include "support/quickkeys.h"
 #include "update/atualizando.h"
+#include "update/prova.h"
 
 #include <QTextStream>
 
@@ -27,12 +29,23 @@ void Run(const QStringList& arguments, QTextStream& out) {
         out << text.replace(u'\n', u'|') << '\n' << Qt::flush;
         return forms::vbOK;
     });
+    if (const QByteArray key = qgetenv("TARVO_TEST_KEY"); !key.isEmpty()) {
+        UsarChaves(ChavesDaAtualizacao{QStringLiteral("loja"), {QByteArray::fromHex(key)}});
+    }
+    const bool lock = arguments.value(4) == QLatin1String("lock");
+    if (lock && !BloquearBancoDados(true)) {
+        out << "locked\n";
+        return;
+    }
     ParametroFormulario = arguments.at(2) + u'|' + arguments.at(3);
     (new frmAtualizando)->ShowModal();
     out << Value("SELECT Versao FROM UMREGISTRO") << ' '
         << Value("SELECT Count(*) FROM CLIENTECONCORRENTE") << ' '
         << gDB->GetConnection()->Value("PRAGMA integrity_check").toString()
         << gDB->GetConnection()->Value("PRAGMA cipher_integrity_check").toString() << '\n';
+    if (lock) {
+        BloquearBancoDados(false);
+    }
     FecharBancoDados(gWS, gDB);
 }
 

@@ -163,8 +163,13 @@ private Q_SLOTS:
         QCOMPARE(Textos(Achados(Weight::Fault)),
                  List("1 FOTOPECAPESQUISA.ArquivoFotoPecaPesquisa: o arquivo não existe: molas.png",
                       "1 FIGURA.ArquivoFigura: o arquivo não é uma imagem: valvula.png"));
+        Write(pasta.filePath(u"FotoPeca/012345678901ABCDEF0112-recebido.tmp"_s));
+        Write(pasta.filePath(u"meu.tmp"_s));
+        const QString hints = Textos(Achados(Weight::Hint)).join(u'\n');
+        QVERIFY(hints.contains(u"800 por 573): Figuras/CK03"_s));
         QVERIFY(
-            Textos(Achados(Weight::Hint)).join(u'\n').contains(u"800 por 573): Figuras/CK03"_s));
+            hints.contains(u"1 Arquivo temporário de uma atualização interrompida (a próxima o "
+                           "apaga): FotoPeca/012345678901ABCDEF0112-recebido.tmp"_s));
     }
 
     void DamagedPages() {

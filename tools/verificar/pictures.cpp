@@ -2,6 +2,7 @@
 
 #include "platform/dao/sqlite.h"
 #include "platform/system/paths.h"
+#include "update/restos.h"
 #include "verificar/missing.h"
 
 #include <QDir>
@@ -122,6 +123,19 @@ void CheckPictures(dao::Connection& catalogue, const QString& folder, int exampl
         help.Add(helpName);
     }
     help.AppendTo(findings);
+
+    Cases rests(Weight::Hint,
+                u"Arquivo temporário de uma atualização interrompida (a próxima o apaga)"_s,
+                examples);
+    for (const QString& place : {QString(), u"\\FotoPeca"_s, u"\\Figuras"_s}) {
+        const QDir there(sys::ToNative(folder + place));
+        for (const QString& name : there.entryList({u"*.tmp"_s}, QDir::Files)) {
+            if (EhTemporario(name)) {
+                rests.Add(place.mid(1) + (place.isEmpty() ? name : u'/' + name));
+            }
+        }
+    }
+    rests.AppendTo(findings);
 }
 
 }  // namespace verificar

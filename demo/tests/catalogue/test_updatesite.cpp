@@ -2,6 +2,7 @@
 #include "orders.h"
 #include "platform/system/paths.h"
 #include "support/test.h"
+#include "update/prova.h"
 
 // What is published has been tried out by the publisher's checks, which throw.
 class DemoUpdateSite : public QObject {
@@ -15,10 +16,16 @@ private Q_SLOTS:
         demo::MakeUpdateSite(order, site);
 
         QCOMPARE(sys::ReadText(site + u"/Versao.txt"_s).trimmed(), u"3"_s);
+        const auto keys = LerTextoDasChaves(sys::ReadText(site + u"/ChavesAtualizacao.txt"_s));
+        QCOMPARE(ConferirVersao(keys, sys::ReadBytes(site + u"/Versao.sig"_s)).numero, 3);
+        QVERIFY(!QFile::exists(site + u"/ChaveSecreta.txt"_s));
         QSet<QString> kinds;
         QString scripts;
         for (const int release : {2, 3}) {
             const QString list = sys::ReadText(site + u"/ListVersao%1.txt"_s.arg(release));
+            const QByteArray signatures =
+                sys::ReadBytes(site + u"/ListVersao%1.txt.sig"_s.arg(release));
+            ConferirLista(keys, release, list.toUtf8(), signatures);  // throws
             for (const QString& line : list.split("\r\n"_L1, Qt::SkipEmptyParts)) {
                 const QStringList fields = line.split(u';');
                 const QFileInfo file(sys::ToNative(site + u'\\' + fields.at(1)));

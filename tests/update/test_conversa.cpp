@@ -1,0 +1,67 @@
+#include "support/test.h"
+#include "update/conversa.h"
+
+class TestConversa : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { qputenv("XDG_RUNTIME_DIR", folder_.path().toLocal8Bit()); }
+
+    void BothEnds() {
+        {
+            const auto catalogue = Conversa::Abrir();
+            QVERIFY(catalogue);
+            const QStringList files = QDir(folder_.path()).entryList(QDir::Files);
+            QCOMPARE(files.size(), 1);
+            QCOMPARE(QFile::permissions(folder_.filePath(files.first())) &
+                         (QFile::ReadGroup | QFile::ReadOther),
+                     QFile::Permissions());
+            std::unique_ptr<Conversa> verifier;
+            {
+                const Conversa::Convite invitation(catalogue.get());
+                verifier = Conversa::Atender();
+            }
+            QVERIFY(verifier);
+            QVERIFY(!Conversa::Atender());  // programs that are started later hear nothing of it
+
+            QVERIFY(!verifier->FoiChamada());
+            catalogue->Chamar();
+            QVERIFY(verifier->FoiChamada());
+            QVERIFY(!verifier->FoiChamada());
+
+            QString user;
+            QString password;
+            QVERIFY(!catalogue->LerAcesso(user, password));
+            verifier->GuardarAcesso(u"maria"_s, u"s3nha ç€"_s);
+            QVERIFY(catalogue->LerAcesso(user, password));
+            QCOMPARE(user + u'/' + password, u"maria/s3nha ç€"_s);
+            verifier->GuardarAcesso(QString(300, u'u'), {});
+            QVERIFY(catalogue->LerAcesso(user, password));
+            QCOMPARE(user, QString(256, u'u'));
+
+            QVERIFY(!verifier->Desistiu());
+            catalogue->Desistir();
+            QVERIFY(verifier->Desistiu());
+        }
+        QCOMPARE(QDir(folder_.path()).entryList(QDir::Files), QStringList());
+    }
+
+    void AnotherKindOfFile() {
+        const auto catalogue = Conversa::Abrir();
+        const QString file = folder_.filePath(QDir(folder_.path()).entryList(QDir::Files).first());
+        const Conversa::Convite invitation(catalogue.get());
+        QFile bytes(file);
+        QVERIFY(bytes.open(QIODevice::ReadWrite));
+        bytes.write("XXXX");
+        bytes.close();
+        QVERIFY(!Conversa::Atender());
+        QVERIFY(bytes.resize(10));
+        QVERIFY(!Conversa::Atender());
+    }
+
+private:
+    QTemporaryDir folder_;
+};
+
+TARVO_TEST(TestConversa);
+#include "test_conversa.moc"
