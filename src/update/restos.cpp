@@ -28,8 +28,12 @@ QDateTime AgoraEm(const QString& pasta) {
 }  // namespace
 
 QString NomeDoRecebido(const QString& pasta) {
-    const QString nome = NomeArquivoTemporario().mid(gCaminho.size());
-    return pasta + nome.chopped(Final.size()) + FinalDoRecebido;
+    QString caminho;
+    do {  // a name that is free without the mark need not be with it
+        const QString nome = NomeArquivoTemporario().mid(gCaminho.size());
+        caminho = pasta + nome.chopped(Final.size()) + FinalDoRecebido;
+    } while (sys::Exists(caminho));
+    return caminho;
 }
 
 bool EhTemporario(const QString& nome) {

@@ -197,7 +197,7 @@ private Q_SLOTS:
 
     // The update of a computer that dies keeps nobody else waiting.
     void OneOfTwoComputersKilled() {
-        server_.Put("ListVersao2.txt", "FOTO;silent;1\r\n" + list_);
+        server_.Put("ListVersao2.txt", "FOTO;silent-body;1\r\n" + list_);
         const QString data = NewData("dividida");
         QProcess process;
         process.start(QStringLiteral(TARVO_UPDATE_RUNNER), {data, u"1"_s, u"2"_s, u"lock"_s});

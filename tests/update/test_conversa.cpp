@@ -11,14 +11,14 @@ private Q_SLOTS:
         {
             const auto catalogue = Conversa::Abrir();
             QVERIFY(catalogue);
-            const QStringList files = QDir(folder_.path()).entryList(QDir::Files);
-            QCOMPARE(files.size(), 1);
-            QCOMPARE(QFile::permissions(folder_.filePath(files.first())) &
-                         (QFile::ReadGroup | QFile::ReadOther),
-                     QFile::Permissions());
             std::unique_ptr<Conversa> verifier;
             {
                 const Conversa::Convite invitation(catalogue.get());
+                const QStringList files = QDir(folder_.path()).entryList(QDir::Files);
+                QCOMPARE(files.size(), 1);
+                QCOMPARE(QFile::permissions(folder_.filePath(files.first())) &
+                             (QFile::ReadGroup | QFile::ReadOther),
+                         QFile::Permissions());
                 verifier = Conversa::Atender();
             }
             QVERIFY(verifier);
@@ -48,8 +48,8 @@ private Q_SLOTS:
 
     void AnotherKindOfFile() {
         const auto catalogue = Conversa::Abrir();
-        const QString file = folder_.filePath(QDir(folder_.path()).entryList(QDir::Files).first());
         const Conversa::Convite invitation(catalogue.get());
+        const QString file = folder_.filePath(QDir(folder_.path()).entryList(QDir::Files).first());
         QFile bytes(file);
         QVERIFY(bytes.open(QIODevice::ReadWrite));
         bytes.write("XXXX");
