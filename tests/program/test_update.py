@@ -75,6 +75,7 @@ class UpdateTest(ProgramTest):
         wait("the box's end", lambda: catalogue.box() != text)
 
     def find_new_component(self, catalogue):
+        wait("the new search screen", catalogue.window_ids)
         catalogue.restore()
         self.type_number(catalogue, "qwx9001")
         grid = catalogue.find("table", "Resultado da pesquisa")
