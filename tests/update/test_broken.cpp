@@ -192,7 +192,6 @@ private Q_SLOTS:
             }
         }
         qInfo() << "killed in" << reached;
-        QVERIFY2(reached.value(u"files"_s) >= rounds / 10, "too few in the step that places files");
     }
 
     // The update of a computer that dies keeps nobody else waiting.
