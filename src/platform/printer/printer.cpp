@@ -21,7 +21,10 @@ void Printer::BeginOnce() {
 
 void Printer::Print(const QVariant& value) {
     BeginOnce();
-    const QString text = convert::ToTextOrEmpty(value);
+    QString text = convert::ToTextOrEmpty(value);
+    if (value.typeId() == QMetaType::Double) {
+        text.replace(u'.', u',');  // as its reader writes it
+    }
     if (!text.isEmpty()) {
         DrawText({x_, y_}, text);
         SetCurrentX(x_ + TextWidth(text));

@@ -50,8 +50,9 @@ public:
     void SetCurrentX(double x) { x_ = static_cast<float>(x); }
     void SetCurrentY(double y) { y_ = static_cast<float>(y); }
 
-    // Prints a value in its plain form, Null as nothing. The cursor moves to the text's end;
-    // PrintLine sets it to the left edge of the page, one line of the present font further down.
+    // Prints a value in its plain form, a fraction behind a comma, Null as nothing. The cursor
+    // moves to the text's end; PrintLine sets it to the left edge of the page, one line of the
+    // present font further down.
     void Print(const QVariant& value);
     void PrintLine(const QVariant& value);
 
