@@ -96,6 +96,7 @@ private Q_SLOTS:
             arquivo = sistema_->NewestDocument();
             QTRY_VERIFY(sistema_->NewestAttributes().contains(
                 QByteArray::fromRawData("copies\0\4\0\0\0\2", 12)));
+            QVERIFY(sistema_->NewestAttributes().contains("one-sided"));
         }
         QCOMPARE(FiguraEm(arquivo), u"1746x1029 at 257"_s);
         QVERIFY(OutputOf("pdftotext", {arquivo, "-"}).contains(u"Lista de Componentes"_s));
