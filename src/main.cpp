@@ -2,6 +2,7 @@
 #include "look/tema.h"
 #include "platform/forms/application.h"
 #include "platform/system/usage.h"
+#include "session/erros.h"
 #include "session/global.h"
 
 using namespace Qt::StringLiterals;
@@ -32,6 +33,7 @@ int main(int argc, char** argv) {
     }
     forms::Application application(argc, argv, TituloCatalogo);
     AplicarTema();
+    application.SetDescriber(DescreverErro);
     // Closed, but still there: a routine that let the failed event through goes on behind it, and
     // has to meet an error, not an empty reference.
     application.SetEmergencyExit([] {

@@ -66,7 +66,8 @@ void Application::Fail(const QString& number, const QString& description) {
     }
     failing_ = true;
     SetMousePointer(0);
-    MsgBox(ErrorText(number, description), vbCritical, ProgramTitle());
+    MsgBox(ErrorText(number, describe_ ? describe_(description) : description), vbCritical,
+           ProgramTitle());
     if (emergencyExit_) {
         try {
             emergencyExit_();

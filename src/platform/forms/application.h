@@ -23,6 +23,11 @@ public:
     // ignored.
     void SetEmergencyExit(std::function<void()> exit) { emergencyExit_ = std::move(exit); }
 
+    // What an untrapped error's box says for its description; without one, the description.
+    void SetDescriber(std::function<QString(const QString& description)> describe) {
+        describe_ = std::move(describe);
+    }
+
     // Runs `start` as the first event and then the event loop until exit(); the status to return
     // from main. The program ends by exit() only, never because no window is left.
     int Run(std::function<void()> start);
@@ -32,6 +37,7 @@ public:
 private:
     void Fail(const QString& number, const QString& description);
     std::function<void()> emergencyExit_;
+    std::function<QString(const QString&)> describe_;
     bool failing_ = false;
 };
 
