@@ -41,7 +41,7 @@ constexpr QPoint AcesaDeFechar(-4, -1);
 
 }  // namespace
 
-frmConhecaTarvo::frmConhecaTarvo() : Tela(Nome, Kind::Dialog, Tamanho, QString()) {
+frmConhecaTarvo::frmConhecaTarvo() : TelaDeDialogo(Nome, Tamanho, QString()) {
     setWindowTitle(TituloCatalogo);
     SetSurround(Qt::white);
     CriarControles();
@@ -62,7 +62,7 @@ void frmConhecaTarvo::LigarEventos() {
     ApagarSobre(pctPagina);
     AoClicar(u"imgAvancar"_s, [this] { Folhear(+1); });
     AoClicar(u"imgVoltar"_s, [this] { Folhear(-1); });
-    AoClicar(u"imgFechar"_s, [this] { Fechar(); });
+    AoClicar(u"imgFechar"_s, [this] { Cancelar(); });
     connect(this, &Form::KeyDown, this, [this](int tecla) {
         switch (tecla) {
             case Qt::Key_Right:
@@ -72,9 +72,6 @@ void frmConhecaTarvo::LigarEventos() {
             case Qt::Key_Left:
             case Qt::Key_PageUp:
                 Folhear(-1);
-                break;
-            case Qt::Key_Escape:
-                Fechar();
                 break;
             default:
                 break;
@@ -94,16 +91,8 @@ void frmConhecaTarvo::PosicionarControles() {
 
 void frmConhecaTarvo::Load() {
     PosicionarControles();
-    mPrimeiraAtivacao = true;
     mPagina = 1;
     MostrarPagina();
-}
-
-void frmConhecaTarvo::Activate() {
-    if (mPrimeiraAtivacao) {
-        mPrimeiraAtivacao = false;
-        forms::SetMousePointer(forms::vbDefault);
-    }
 }
 
 void frmConhecaTarvo::MostrarPagina() {
@@ -152,7 +141,7 @@ void frmConhecaTarvo::Folhear(int passo) {
     MostrarPagina();
 }
 
-void frmConhecaTarvo::Fechar() {
+void frmConhecaTarvo::Cancelar() {
     const forms::Busy ocupado;
     Unload();
 }

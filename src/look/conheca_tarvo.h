@@ -1,10 +1,10 @@
 #pragma once
 
-#include "look/tela.h"
+#include "look/dialogo.h"
 
 // The tour of the maker: five pictures of the data folder, leafed through by three buttons. The
 // pages carry all their text, and each says where its buttons stand. Every load begins at page 1.
-class frmConhecaTarvo final : public Tela {
+class frmConhecaTarvo final : public TelaDeDialogo {
     Q_OBJECT
 
 public:
@@ -14,7 +14,7 @@ public:
 
 protected:
     void Load() override;
-    void Activate() override;
+    void Cancelar() override;
 
 private:
     void CriarControles();
@@ -24,10 +24,8 @@ private:
     void MostrarPagina();
     void CarregarPagina();
     void Folhear(int passo);  // pages; does nothing where the page has no button for it
-    void Fechar();
 
     quint8 mPagina = 1;
-    bool mPrimeiraAtivacao = true;
 
     forms::Picture* pctPagina = nullptr;
     forms::ClickZone* imgAvancar = nullptr;

@@ -12,7 +12,6 @@
 #include <QScopedValueRollback>
 
 #include <algorithm>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -45,7 +44,7 @@ QString EstadoDe(const QString& marcador) {
 
 }  // namespace
 
-frmImpressao::frmImpressao() : Tela(Nome, Kind::Dialog, QSize(435, 195), u"impressao"_s) {
+frmImpressao::frmImpressao() : TelaDeDialogo(Nome, QSize(435, 195), u"impressao"_s) {
     setWindowTitle(TituloCatalogo);
     // The font of a figure's numbers on the screen: where they stand on paper follows from their
     // width in it.
@@ -100,23 +99,14 @@ void frmImpressao::LigarEventos() {
     }
     AoClicar(u"imgOk"_s, [this] { Imprimir(); });
     AoClicar(u"imgCancelar"_s, [this] { Cancelar(); });
-    connect(this, &Form::KeyDown, this, &frmImpressao::AoTeclar);
 }
 
 void frmImpressao::Load() {
     PosicionarControles();
-    mPrimeiraAtivacao = true;
     for (const Opcao& opcao : opcoes_) {
         Marcar(opcao, EstadoDe(opcao.marcador));
     }
     ParametroFormulario.clear();
-}
-
-// The screen that opened the dialog left the pointer busy.
-void frmImpressao::Activate() {
-    if (std::exchange(mPrimeiraAtivacao, false)) {
-        forms::SetMousePointer(forms::vbDefault);
-    }
 }
 
 bool frmImpressao::Marcada(const Opcao& opcao) {
@@ -142,14 +132,6 @@ void frmImpressao::AlternarOpcao(const Opcao& opcao) {
     }
 }
 
-void frmImpressao::AoTeclar(int tecla) {
-    if (tecla == Qt::Key_Return || tecla == Qt::Key_Enter) {
-        Imprimir();
-    } else if (tecla == Qt::Key_Escape) {
-        Cancelar();
-    }
-}
-
 void frmImpressao::CloseRequested() {
     if (!mImprimindo) {
         Unload();
@@ -160,9 +142,8 @@ void frmImpressao::Cancelar() {
     if (mImprimindo) {
         return;
     }
-    forms::SetMousePointer(forms::vbHourglass);
+    const forms::Busy ocupado;
     Unload();
-    forms::SetMousePointer(forms::vbDefault);
 }
 
 void frmImpressao::Imprimir() {
@@ -178,15 +159,13 @@ void frmImpressao::Imprimir() {
                           TituloCatalogo);
             return;
         }
-        forms::SetMousePointer(forms::vbHourglass);
+        const forms::Busy ocupado;
         cdgImpressoras.SetFlags(printer::cdlPDNoSelection | printer::cdlPDNoPageNums |
                                 printer::cdlPDUseDevModeCopies | printer::cdlPDHidePrintToFile);
         mImpressora = cdgImpressoras.ShowPrinter();
-        forms::SetMousePointer(forms::vbHourglass);
         PrepararImpressora();
         if (!AceitarPapel(figura, lista)) {
             mImpressora.reset();
-            forms::SetMousePointer(forms::vbDefault);
             return;
         }
         if (figura) {
@@ -196,10 +175,8 @@ void frmImpressao::Imprimir() {
             ImprimirListaComponentes();
         }
         mImpressora->EndDoc();
-        forms::SetMousePointer(forms::vbDefault);
         Unload();
     } catch (const Erro& erro) {
-        forms::SetMousePointer(forms::vbDefault);
         if (erro.Number() != Erro::Cancelled) {
             MostrarErro(erro.Number(), erro.Description());
         }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "look/tela.h"
+#include "look/dialogo.h"
 #include "platform/forms/controls.h"
 #include "platform/printer/printdialog.h"
 #include "platform/printer/printer.h"
@@ -15,7 +15,7 @@
 //
 // Its sources: impressao.cpp (dialog and job), pagina.cpp (what all pages share), and one for each
 // kind of page. A page unit is 1/360 inch; all constants of the pages are in it.
-class frmImpressao final : public Tela {
+class frmImpressao final : public TelaDeDialogo {
     Q_OBJECT
 
 public:
@@ -28,7 +28,8 @@ public:
 
 protected:
     void Load() override;
-    void Activate() override;
+    void Confirmar() override { Imprimir(); }
+    void Cancelar() override;
     void CloseRequested() override;
 
 private:
@@ -60,8 +61,6 @@ private:
     static bool Marcada(const Opcao& opcao);
     static void Marcar(const Opcao& opcao, const QString& estado);
     void AlternarOpcao(const Opcao& opcao);
-    void AoTeclar(int tecla);
-    void Cancelar();
 
     void Imprimir();
     void PrepararImpressora();
@@ -82,7 +81,6 @@ private:
     void ImprimirListaComponentes();
     void ImprimirJogosReparo();
 
-    bool mPrimeiraAtivacao = true;
     bool mImprimindo = false;  // a job lets events through: no second one, no leaving
     double mEscala = 0;        // printer pixels in a page unit
     QString mCabecalho;        // part line; empty: the job has no page yet

@@ -45,7 +45,7 @@ void frmConfiguracoes::Abrir() {
 }
 
 frmConfiguracoes::frmConfiguracoes()
-    : Tela(Nome, Kind::Dialog, QSize(434, 234), u"configuracoes"_s),
+    : TelaDeDialogo(Nome, QSize(434, 234), u"configuracoes"_s),
       imgVerificarAuto(nullptr),
       imgXVerificarAuto(new forms::LitPicture(u"imgXVerificarAuto"_s, Background(), Picture())),
       img_VerificarAuto(new forms::Panel(u"img_VerificarAuto"_s, QString(), Picture())),
@@ -70,13 +70,6 @@ void frmConfiguracoes::LigarEventos() {
     connect(txtUsuario, &forms::TextBox::LostFocus, this, &frmConfiguracoes::AparaUsuario);
     AoClicar(u"imgOk"_s, [this] { Confirmar(); });
     AoClicar(u"imgCancelar"_s, [this] { Cancelar(); });
-    connect(this, &Form::KeyDown, this, [this](int tecla) {
-        if (tecla == Qt::Key_Return || tecla == Qt::Key_Enter) {
-            Confirmar();
-        } else if (tecla == Qt::Key_Escape) {
-            Cancelar();
-        }
-    });
 }
 
 void frmConfiguracoes::PosicionarControles() {
@@ -90,15 +83,10 @@ void frmConfiguracoes::Load() {
     QString senha;
     LerConfiguracao(u"USUARIO_SENHA"_s, usuario, senha);
     txtUsuario->setText(usuario);
+    txtUsuario->setCursorPosition(0);  // a long name is seen from its beginning
     txtSenha->setText(senha);
     secret::Wipe(usuario);
     secret::Wipe(senha);
-}
-
-void frmConfiguracoes::Activate() {
-    if (std::exchange(PrimeiraAtivacao, false)) {
-        forms::SetMousePointer(forms::vbDefault);
-    }
 }
 
 void frmConfiguracoes::MarcarVerificacao(bool ligada) {

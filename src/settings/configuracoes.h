@@ -1,10 +1,10 @@
 #pragma once
 
-#include "look/tela.h"
+#include "look/dialogo.h"
 
 // The settings: the automatic update check and the proxy's user and password. What it changes is
 // the settings file and VerificacaoAutomatica, both only by OK.
-class frmConfiguracoes final : public Tela {
+class frmConfiguracoes final : public TelaDeDialogo {
     Q_OBJECT
 
 public:
@@ -17,17 +17,15 @@ public:
 
 protected:
     void Load() override;
-    void Activate() override;
+    void Confirmar() override;
+    void Cancelar() override;
 
 private:
     void PosicionarControles();
     void LigarEventos();
     void MarcarVerificacao(bool ligada);
     void AparaUsuario();
-    void Confirmar();
-    void Cancelar();
 
-    bool PrimeiraAtivacao = true;
     forms::ClickZone* imgVerificarAuto;
     forms::LitPicture* imgXVerificarAuto;  // the tick, cut out of the lit drawing
     forms::Panel* img_VerificarAuto;       // the empty box, which the drawing holds at rest

@@ -19,6 +19,8 @@ constexpr QPoint Cancelar(376, 195);
 constexpr QPoint Linha(200, 78);
 constexpr QPoint Caixa(41, 77);
 
+const QString Comprido = u"usuario.do.proxy.wmw"_s;  // twenty characters, wider than the box
+
 }  // namespace
 
 class TestConfiguracoes : public QObject {
@@ -55,7 +57,7 @@ private Q_SLOTS:
     void init() {
         pasta_ = std::make_unique<PastaDoUsuario>();
         VerificacaoAutomatica = true;
-        GravarConfiguracao(u"1"_s, u"ana"_s, u" chave"_s, true);
+        GravarConfiguracao(u"1"_s, Comprido, u" chave"_s, true);
     }
 
     void cleanup() {
@@ -71,7 +73,9 @@ private Q_SLOTS:
             QCOMPARE(forms::MousePointer(), forms::vbDefault);
             QCOMPARE(Find<QWidget>(tela, "imgXVerificarAuto").isVisible(), ligada);
             QCOMPARE(Find<QWidget>(tela, "img_VerificarAuto").isVisible(), !ligada);
-            QCOMPARE(Find<forms::TextBox>(tela, "txtUsuario").text(), u"ana"_s);
+            const auto& usuario = Find<forms::TextBox>(tela, "txtUsuario");
+            QCOMPARE(usuario.text(), Comprido);
+            QCOMPARE(usuario.cursorPosition(), 0);  // what does not fit into the box is its end
             QCOMPARE(Find<forms::TextBox>(tela, "txtSenha").text(), u" chave"_s);
             QCOMPARE(Find<forms::TextBox>(tela, "txtSenha").displayText(), u"******"_s);
             tela.Unload();
