@@ -44,6 +44,15 @@ void TrazerDaMaquina(const QString& caminho) {
     }
 }
 
+// An error tells which file it is that cannot be had: the user has never heard of it.
+QString LerComNome(const QString& caminho) {
+    try {
+        return LerArquivo(caminho);
+    } catch (const Erro& erro) {
+        throw Erro(erro.Number(), erro.Description() + u": "_s + sys::ToShown(caminho));
+    }
+}
+
 // False when the field is lost; its text is then empty.
 bool LerCredencial(QStringList& campos, qsizetype indice, QString& texto) {
     texto.clear();
@@ -92,7 +101,7 @@ void LerConfiguracao(const QString& Chave, QString& Usuario, QString& Senha) {
             GravarConfiguracao(QString(), QString(), QString(), true);
         }
     }
-    QStringList campos = Campos(LerArquivo(caminho));
+    QStringList campos = Campos(LerComNome(caminho));
     if (Chave == "VERIFICACAOAUTOMATICA"_L1) {
         if (!campos.isEmpty()) {
             VerificacaoAutomatica = campos.first() == Ligada;

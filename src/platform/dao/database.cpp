@@ -175,13 +175,14 @@ std::unique_ptr<Database> Workspace::OpenDatabase(const QString& path, bool opti
     }
     const QFileInfo file(sys::ToNative(path));
     if (!file.dir().exists()) {
-        Throw(Failure::PathNotFound, path);
+        Throw(Failure::PathNotFound, sys::ToShown(path));
     }
     if (!file.isFile()) {
-        Throw(Failure::FileNotFound, path);
+        Throw(Failure::FileNotFound, sys::ToShown(path));
     }
     if (file.size() == 0) {
-        Throw(Failure::NotACatalogue, path);  // the engine would take it for a new database
+        Throw(Failure::NotACatalogue,
+              sys::ToShown(path));  // the engine would take it for a new database
     }
     QByteArray password = PasswordOf(connect);
     const secret::WipeAtEnd withoutPassword(password);
@@ -286,10 +287,10 @@ void DBEngine::CreateDatabase(const QString& path, const QString& connect,
     }
     const QFileInfo file(sys::ToNative(path));
     if (!file.dir().exists()) {
-        Throw(Failure::PathNotFound, path);
+        Throw(Failure::PathNotFound, sys::ToShown(path));
     }
     if (file.exists()) {
-        Throw(Failure::ObjectExists, path);
+        Throw(Failure::ObjectExists, sys::ToShown(path));
     }
     try {
         Connection connection(file.filePath(), password, Connection::Mode::Create);

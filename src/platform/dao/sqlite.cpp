@@ -5,6 +5,7 @@
 #include "platform/dao/functions.h"
 #include "platform/dao/rowreader.h"
 #include "platform/dao/seal.h"
+#include "platform/system/paths.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -59,13 +60,16 @@ constexpr MessageEntry Messages[] = {
     {"no such table: ", "", Failure::UnknownTable},
     {"no such view: ", "", Failure::UnknownTable},
     {"no such index: ", "", Failure::ItemNotFound},
+    {"no such column: ", " - should this be a string literal in single-quotes?",
+     Failure::UnknownColumn},
     {"no such column: ", "", Failure::UnknownColumn},
     {"ambiguous column name: ", "", Failure::AmbiguousColumn},
     {"no such function: ", "", Failure::UnknownFunction},
     {"duplicate column name: ", "", Failure::DuplicateColumn},
     {"table ", " already exists", Failure::TableExists},
     {"view ", " already exists", Failure::TableExists},
-    {"there is already a", "", Failure::ObjectExists},
+    {"there is already a table named ", "", Failure::TableExists},
+    {"there is already an index named ", "", Failure::ObjectExists},
     {"index ", " already exists", Failure::ObjectExists},
     {"table ", " values were supplied", Failure::ValueCount},
     {"", " columns", Failure::ValueCount},
@@ -292,7 +296,7 @@ void Connection::Open(const QByteArray& key, Mode mode) {
                         Flags.at(static_cast<std::size_t>(mode)) | SQLITE_OPEN_NOMUTEX, nullptr);
     handle_.reset(raw);
     if ((opened & 0xFF) == SQLITE_CANTOPEN) {
-        Throw(Failure::CannotOpen, path_);
+        Throw(Failure::CannotOpen, sys::ToShown(path_));
     }
     Check(raw, opened);
     sqlite3_extended_result_codes(raw, 1);
@@ -316,10 +320,10 @@ void Connection::Open(const QByteArray& key, Mode mode) {
     if ((read & 0xFF) == SQLITE_NOTADB) {
         handle_.reset();
         const QString file = QFileInfo(path_).canonicalFilePath();
-        Throw(seal::Explain(SealOf(file, this), key), path_);
+        Throw(seal::Explain(SealOf(file, this), key), sys::ToShown(path_));
     }
     if ((read & 0xFF) == SQLITE_CANTOPEN) {
-        Throw(Failure::CannotOpen, path_);
+        Throw(Failure::CannotOpen, sys::ToShown(path_));
     }
     Check(raw, read);
 

@@ -139,6 +139,10 @@ sys::FolderListings::~FolderListings() {
     KeptListings().reset();
 }
 
+QString sys::ToShown(const QString& path) {
+    return QDir::toNativeSeparators(ToNative(path));
+}
+
 bool sys::IsInside(const QString& folder, const QString& path) {
     QFileInfo there(QDir::cleanPath(ToNative(path)));
     while (!there.exists() && !there.isRoot()) {

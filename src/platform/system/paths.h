@@ -12,6 +12,9 @@ namespace sys {
 // "C:\" as a volume stands for the root of the file system where there are no drives.
 QString ToNative(const QString& path);
 
+// The same path as the platform writes it, for people to read.
+QString ToShown(const QString& path);
+
 // A file that could be opened for reading. Does not open it, so it may ask about a catalogue that
 // this process has open.
 bool CanRead(const QString& path);
