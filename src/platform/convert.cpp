@@ -31,6 +31,11 @@ QString convert::ToTextOrEmpty(const QVariant& value) {
     return QLocale::c().toString(value.toDouble(), 'g', 15).remove(QLatin1Char(','));
 }
 
+QString convert::ToShownText(const QVariant& value) {
+    const bool isNumber = value.typeId() == QMetaType::Double;
+    return isNumber ? ToTextOrEmpty(value).replace(u'.', u',') : ToTextOrEmpty(value);
+}
+
 double convert::ToDouble(const QVariant& value) {
     if (IsNull(value)) {
         throw Erro(Erro::InvalidUseOfNull);

@@ -33,6 +33,9 @@ QString ToText(const QVariant& value);
 // Text of a value, Null as the empty text: what appending a Null to a text gives.
 QString ToTextOrEmpty(const QVariant& value);
 
+// The same for people to read: a number's decimals stand behind a comma.
+QString ToShownText(const QVariant& value);
+
 // Number of a value. A text must be a number as a whole (blanks around it allowed), otherwise
 // Erro 13; Null is Erro 94.
 double ToDouble(const QVariant& value);

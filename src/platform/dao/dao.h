@@ -106,7 +106,7 @@ public:
     // Reads for about that long; returns IsComplete().
     bool ReadFor(std::chrono::microseconds budget);
     // Null as the empty text. Throws 9 from RecordCount() on.
-    QString Text(qint64 row, int column) const;
+    QString Text(qint64 row, int column) const;  // for people: decimals behind a comma
     // The same value in its own type, as Field::Value gives it. Throws 9 likewise.
     QVariant Value(qint64 row, int column) const;
 

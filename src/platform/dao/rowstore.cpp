@@ -174,7 +174,7 @@ QString RowStore::Text(qint64 row, int column) const {
         case Integer:
             return QString::number(GetNumber<qint64>(cell.data));
         case Real:
-            return convert::ToTextOrEmpty(GetNumber<double>(cell.data));
+            return convert::ToShownText(GetNumber<double>(cell.data));
         default:
             return QString::fromUtf8(cell.data, static_cast<qsizetype>(cell.size));
     }

@@ -21,10 +21,7 @@ void Printer::BeginOnce() {
 
 void Printer::Print(const QVariant& value) {
     BeginOnce();
-    QString text = convert::ToTextOrEmpty(value);
-    if (value.typeId() == QMetaType::Double) {
-        text.replace(u'.', u',');  // as its reader writes it
-    }
+    const QString text = convert::ToShownText(value);
     if (!text.isEmpty()) {
         DrawText({x_, y_}, text);
         SetCurrentX(x_ + TextWidth(text));
