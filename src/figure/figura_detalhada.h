@@ -62,6 +62,7 @@ private:
     void AoClicarNoItem();
     void AcenderParentes(const ItemFigura& atual);
     void MoverMarcador(const ItemFigura& item);
+    QString RotulosCortados() const;  // the whole text of each label that is cut, by lines
     void LimparItemAtual();
     void ApagarItens();
     void PintarRotulos(Cor cor);

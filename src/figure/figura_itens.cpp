@@ -5,6 +5,7 @@
 #include "platform/convert.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msgbox.h"
+#include "platform/forms/tip.h"
 #include "session/global.h"
 #include "session/passagens.h"
 
@@ -60,6 +61,8 @@ void frmFiguraDetalhada::Activate() {
         mIgnorarAtivacao = false;
         return;
     }
+    // What the mouse lit before it left for the list would stand under the blinking.
+    LimparItemAtual();
     QString tipo;
     QString itens;
     QString jogoReparo;
@@ -175,7 +178,19 @@ void frmFiguraDetalhada::AoMoverSobreItem(qint16 Index) {
         lblObservacao->SetText(QString());
         lblComponente->Tag = NaoSeAplica;
     }
+    // The labels lie where the mouse cannot go without leaving the number.
+    atual.setToolTip(forms::TipOf(RotulosCortados()));
     AcenderParentes(atual);
+}
+
+QString frmFiguraDetalhada::RotulosCortados() const {
+    QStringList cortados;
+    for (const forms::Label* rotulo : {lblComponente, lblNumeroTarvo, lblObservacao}) {
+        if (rotulo->IsCut()) {
+            cortados += rotulo->Text();
+        }
+    }
+    return cortados.join(u'\n');
 }
 
 void frmFiguraDetalhada::AcenderParentes(const ItemFigura& atual) {
@@ -197,12 +212,18 @@ void frmFiguraDetalhada::AcenderParentes(const ItemFigura& atual) {
 }
 
 // Centred on the number, and a pixel and a half to the right for each blank around it: that is
-// where the blanks in front of a stored item push the digits.
+// where the blanks in front of a stored item push the digits. Under a number too long for the disc
+// it is drawn out.
 void frmFiguraDetalhada::MoverMarcador(const ItemFigura& item) {
     constexpr double PorBranco = 1.5;
+    constexpr double CabeNoDisco = 20;  // between the edges, at the height of the digits' corners
+    constexpr double ForaDoTexto = 6;
     MarcadorItem& marcador = *shpSelecaoItem[1];
     const auto brancos = double(item.Caption().size() - item.Caption().trimmed().size());
     QRectF lugar(shpSelecaoItem[0]->rect());
+    if (const double texto = item.LarguraEmNegrito(); texto > CabeNoDisco) {
+        lugar.setWidth(texto + ForaDoTexto);
+    }
     lugar.moveCenter(QRectF(item.geometry()).center() + QPointF(brancos * PorBranco, 0));
     marcador.Mover(lugar);
     marcador.show();

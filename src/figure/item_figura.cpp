@@ -63,6 +63,10 @@ void ItemFigura::SetNegrito(bool negrito) {
     }
 }
 
+double ItemFigura::LarguraEmNegrito() const {
+    return QFontMetricsF(LetraPara(caption_, true)).horizontalAdvance(caption_.trimmed());
+}
+
 void ItemFigura::paintEvent(QPaintEvent*) {
     QPainter pintor(this);
     pintor.setFont(letra_);
@@ -91,5 +95,6 @@ void MarcadorItem::paintEvent(QPaintEvent*) {
     pintor.setRenderHint(QPainter::Antialiasing);
     pintor.setBrush(Paleta::Atual().itemFundo);
     pintor.setPen(QPen(Paleta::Atual().itemBorda, 1));
-    pintor.drawEllipse(lugar_.translated(-pos()).adjusted(0.5, 0.5, -0.5, -0.5));
+    const QRectF contorno = lugar_.translated(-pos()).adjusted(0.5, 0.5, -0.5, -0.5);
+    pintor.drawRoundedRect(contorno, contorno.height() / 2, contorno.height() / 2);
 }

@@ -33,6 +33,7 @@ public:
     Cor ForeColor() const { return cor_; }
     void SetNegrito(bool negrito);
     bool Negrito() const { return negrito_; }
+    double LarguraEmNegrito() const;  // of what is seen of the caption, without its blanks
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -50,7 +51,8 @@ private:
     bool negrito_ = false;
 };
 
-// The disc behind the number under the mouse. Takes no mouse input.
+// What lies behind the number under the mouse, a disc or, in a broader place, one drawn out. Takes
+// no mouse input.
 class MarcadorItem final : public QWidget {
     Q_OBJECT
 

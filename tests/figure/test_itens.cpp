@@ -1,6 +1,8 @@
 #include "figura.h"
 #include "support/test.h"
 
+#include <QTextDocument>
+
 namespace {
 
 // Counts what is painted anew.
@@ -60,7 +62,17 @@ private Q_SLOTS:
         QCOMPARE(Acesos(), QString());
     }
 
+    void theNumberStandsWhiteOnItsMarkerOnThePicture_data() {
+        const Table<QString> row("item");
+        row("three", "12a");
+        row("four", "1000");
+        row("five", "1000a");
+    }
     void theNumberStandsWhiteOnItsMarkerOnThePicture() {
+        QFETCH(const QString, item);
+        mao_->catalogo.Executar(
+            {u"UPDATE FIGURADETALHADA SET ItemComponente = '%1' WHERE "
+             "CodigoFiguraDetalhada = 4"_s.arg(item)});
         mao_->AbrirFigura();
         Passar(4);
         const QImage tela = forms::Form::Find(Figura)->grab().toImage();
@@ -68,17 +80,75 @@ private Q_SLOTS:
                                  ->findChild<forms::Picture*>(u"imgFigura(1)"_s)
                                  ->mapTo(forms::Form::Find(Figura), QPoint());
         QCOMPARE(tela.pixelColor(canto + QPoint(1, 1)), QColor(Qt::yellow));
+        const auto branco = [&](QPoint onde) { return tela.pixelColor(onde).lightness() > 200; };
         int brancos = 0;
         int fundo = 0;
         const QRect marca = Marcador()->Lugar().toAlignedRect().translated(canto - QPoint(66, 127));
         for (int x = marca.left(); x <= marca.right(); ++x) {
             for (int y = marca.top(); y <= marca.bottom(); ++y) {
-                brancos += tela.pixelColor(x, y) == QColor(Qt::white);
+                brancos += branco({x, y});
                 fundo += tela.pixelColor(x, y) == QColor(0, 0, 128);
             }
         }
         QVERIFY(brancos > 8);
         QVERIFY(fundo > 120);
+        // No white beside it: with its own edge behind, each white pixel has the marker around it.
+        for (int x = marca.left() - 8; x <= marca.right() + 8; ++x) {
+            for (int y = marca.top(); y <= marca.bottom(); ++y) {
+                if (branco({x, y})) {
+                    QVERIFY(tela.pixelColor(x - 1, y) != QColor(Qt::yellow));
+                    QVERIFY(tela.pixelColor(x + 1, y) != QColor(Qt::yellow));
+                }
+            }
+        }
+    }
+
+    // What the labels cut can be read on the number itself.
+    void theNumbersTipHoldsWhatIsCut() {
+        mao_->catalogo.Executar(
+            {"UPDATE JOGOREPARO SET DescricaoJogoReparo = 'Jogo de <reparo> do diafragma ' & "
+             "CodigoJogoReparo"});
+        mao_->AbrirFigura();
+        Passar(4);
+        QTextDocument dica;
+        dica.setHtml(Item(4)->toolTip());
+        QCOMPARE(dica.toPlainText(),
+                 u"Jogo de <reparo> do diafragma 1, Jogo de <reparo> do "
+                 "diafragma 2"_s);
+        Passar(5);
+        QCOMPARE(Item(5)->toolTip(), QString());
+    }
+
+    // The list's button under the mouse that has just been on a number.
+    void whatTheMouseLitIsGoneAfterTheList() {
+        mao_->AbrirFigura();
+        Passar(5);
+        Clicar(Figura, "imgListaComponentesFundo");
+        IrNaLista(" 100");
+        Clicar(Lista, "imgFiguraDetalhadaFundo");
+        QVERIFY(!Marcador()->isVisible());
+        QCOMPARE(Acesos(), u"0:0 100:0 12a:0"_s);
+        const QString rotulos = Rotulos();
+        PassarSobreFundo();
+        QCOMPARE(Rotulos(), rotulos);
+        QVERIFY(!rotulos.startsWith(u'|'));
+    }
+
+    // The filter lets go of a kit that does not have the item.
+    void aClickFindsItsItemBehindAKitFilter() {
+        mao_->AbrirListaNoItem("12002", "  12a");
+        Escolher(Lista, "cboMostraNaListaPecas", 1);
+        QCOMPARE(Linhas(Lista, "dtcListaPecas")->RecordCount(), 1);
+        Clicar(Lista, "imgFiguraDetalhadaFundo");
+        Passar(4);
+        ClicarItem(4);  // one of the kit's own
+        const auto* filtro = Achar<forms::ComboList>(Lista, "cboMostraNaListaPecas");
+        QCOMPARE(filtro->ListIndex(), 1);
+        Clicar(Lista, "imgFiguraDetalhadaFundo");
+        Passar(1);
+        ClicarItem(1);
+        QCOMPARE(ItemAtualDaLista(), u"   1"_s);
+        QCOMPARE(filtro->Text(), u"TODOS OS COMPONENTES"_s);
     }
 
     void crossingEveryNumberLeavesNoGhost() {
