@@ -40,7 +40,7 @@ measure large 3
 BENCH_REPETITIONS=9 "$bin/tarvo-bench-views" "$data/large" \
     --benchmark_out="$data/views.json" --benchmark_out_format=json
 for scale in 1 1.8; do
-    QT_SCALE_FACTOR=$scale "$bin/tarvo-bench-figure" \
+    QT_QPA_PLATFORM="offscreen:configfile=bench/screen-$scale.json" "$bin/tarvo-bench-figure" \
         --benchmark_out="$data/figure-$scale.json" --benchmark_out_format=json
 done
 BENCH_REPETITIONS=9 "$bin/tarvo-bench-printing" \

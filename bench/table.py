@@ -184,7 +184,7 @@ FIGURE_INTRO = """## Figure
 
 Made by the same command, or alone by
 
-    QT_QPA_PLATFORM=offscreen QT_SCALE_FACTOR=1.8 build/release/bin/tarvo-bench-figure
+    QT_QPA_PLATFORM=offscreen:configfile=bench/screen-1.8.json build/release/bin/tarvo-bench-figure
 
 on a figure of 300 numbers, each in three of thirty kits, load average {load:.1f} at the start. Opening
 and crossing are from the event to the picture on the window; blinking is processor time, so that

@@ -62,6 +62,13 @@ void Tela::OrdenarTabulacao(std::initializer_list<const char16_t*> nomes) {
     }
 }
 
+void Tela::DarTeclado(QWidget& controle) {
+    const QWidget* atual = focusWidget();
+    if (!atual || atual == Picture() || qobject_cast<const forms::ClickZone*>(atual)) {
+        controle.setFocus();
+    }
+}
+
 void Tela::Posicionar(std::span<const Lugar> lugares) {
     for (const Lugar& lugar : lugares) {
         auto* controle = Picture()->findChild<QWidget*>(QString::fromUtf16(lugar.nome));

@@ -55,6 +55,10 @@ protected:
     // it is the order of making them.
     void OrdenarTabulacao(std::initializer_list<const char16_t*> nomes);
 
+    // For a screen that comes into view: the keyboard goes to this control, unless it stands in one
+    // that the user has chosen for his typing.
+    void DarTeclado(QWidget& controle);
+
     // Places every control of the table, found by its name.
     void Posicionar(std::span<const Lugar> lugares);
 

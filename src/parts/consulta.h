@@ -3,6 +3,7 @@
 #include "session/numeros.h"
 
 #include <QString>
+#include <QStringList>
 
 // Pieces from which the searches build their SQL texts.
 namespace consulta {
@@ -17,6 +18,14 @@ inline QString Texto(const QString& digitado) {
 // that stands in front of a letter.
 inline QString NumeroDeCliente(const QString& digitado) {
     return RemoverZerosEsquerda(SomenteAlfanumericos(digitado));
+}
+
+// What an empty grid says of the inputs that led to it; without any, that there is nothing at all.
+inline QString NadaEncontrado(const QString& oQue, const QStringList& entradas) {
+    return oQue +
+           (entradas.isEmpty() ? QString()
+                               : QStringLiteral(" com ") + entradas.join(QStringLiteral(", "))) +
+           u'.';
 }
 
 // Adds a condition, which ends in a blank, to a WHERE clause that may still be empty.

@@ -1,9 +1,12 @@
 // The queries of the component list: its rows, its kit filter, and the kits of one item.
 
+#include "parts/item.h"
 #include "parts/tabelas.h"
 #include "partviews/lista_pecas.h"
 #include "platform/convert.h"
 #include "session/global.h"
+
+#include <QHash>
 
 using namespace Qt::StringLiterals;
 
@@ -40,6 +43,9 @@ void frmListaPecas::CarregarListaPecas(const QString& Ordem, const QString& Item
     }
     grdListaPecas->Tag = Ordem;
     const qint32 jogo = cboMostraNaListaPecas->SelectedItemData();
+    grdListaPecas->SetEmptyText(jogo >= 1
+                                    ? u"Nenhum componente dessa Peça faz parte do Jogo de Reparo."_s
+                                    : u"Essa Peça não possui Lista de Componentes."_s);
     QString sql =
         u"SELECT "
         "PECA_COMPONENTE.ItemComponente,"
@@ -72,7 +78,7 @@ void frmListaPecas::CarregarListaPecas(const QString& Ordem, const QString& Item
         dtcListaPecas->Refresh();
     }
     if (!ItemProcurado.isEmpty()) {
-        dtcListaPecas->GetRecordset()->FindFirst(u"ItemComponente = '"_s + ItemProcurado + u'\'');
+        dtcListaPecas->GetRecordset()->FindFirst(CriterioDoItem(ItemProcurado));
     }
 }
 
@@ -99,19 +105,21 @@ void frmListaPecas::CarregarJogosReparo() {
         QString::number(gCodigoPeca) +
         u" "
         "AND "
-        "PECA_COMPONENTE_JOGOREPARO.ItemComponente = '"_s +
-        ItemAtual() +
-        u"' "
+        "PECA_COMPONENTE_JOGOREPARO."_s +
+        CriterioDoItem(ItemAtual()) +
+        u" "
         "ORDER BY 1"_s);
     dtcJogosReparoComponente->Refresh();
     pctJogosReparo->show();
 }
 
+// Kits of one description are told apart by their numbers; the others need none.
 void frmListaPecas::PreencherJogos() {
     const auto jogos = gDB->OpenRecordset(
         u"SELECT DISTINCT "
         "PECA_COMPONENTE_JOGOREPARO.CodigoJogoReparo, "
-        "JOGOREPARO.DescricaoJogoReparo "
+        "JOGOREPARO.DescricaoJogoReparo, "
+        "JOGOREPARO.NumeroTarvoJogoReparo "
         "FROM "_s +
             tabelas::JogosDaPeca +
             u" "
@@ -122,9 +130,24 @@ void frmListaPecas::PreencherJogos() {
             "ORDER BY "
             "2"_s,
         dao::dbOpenForwardOnly);
+    struct Jogo {
+        qint32 codigo;
+        QString descricao;
+        QString numero;
+    };
+    QList<Jogo> lidos;
+    QHash<QString, int> vezes;
     for (; !jogos->Eof(); jogos->MoveNext()) {
-        cboMostraNaListaPecas->AddItem(convert::ToTextOrEmpty(jogos->Fields(1).Value()),
-                                       convert::ToInt32(jogos->Fields(0).Value()));
+        lidos += {convert::ToInt32(jogos->Fields(0).Value()),
+                  convert::ToTextOrEmpty(jogos->Fields(1).Value()),
+                  convert::ToTextOrEmpty(jogos->Fields(2).Value())};
+        ++vezes[lidos.last().descricao];
+    }
+    const QString vao(8, u' ');
+    for (const Jogo& jogo : lidos) {
+        cboMostraNaListaPecas->AddItem(
+            vezes.value(jogo.descricao) > 1 ? jogo.descricao + vao + jogo.numero : jogo.descricao,
+            jogo.codigo);
     }
     cboMostraNaListaPecas->AddItem(u"TODOS OS COMPONENTES"_s, TodosOsComponentes);
     cboMostraNaListaPecas->SetListIndex(cboMostraNaListaPecas->ListCount() - 1);

@@ -42,6 +42,7 @@ void frmListaPecas::Activate() {
     const forms::StillLoaded aberta(this);
     forms::DoEvents();
     if (aberta) {
+        DarTeclado(*grdListaPecas);
         GravarClienteConcorrente(cboNumeroClienteConcorrenteComponente->SelectedItemData());
     }
 }
@@ -135,6 +136,12 @@ QString frmListaPecas::SelecaoAtual() const {
            CampoDeSelecao(u'J', convert::ToText(jogos->Fields(u"CodigoJogoReparo"_s).Value()));
 }
 
+// The kit in the filter may not have the item: then all components are shown again.
 void frmListaPecas::IrPara(const QString& item) {
     dtcListaPecas->GetRecordset()->FindFirst(CriterioDoItem(item));
+    const int todos = cboMostraNaListaPecas->ListCount() - 1;
+    if (dtcListaPecas->GetRecordset()->NoMatch() && cboMostraNaListaPecas->ListIndex() != todos) {
+        cboMostraNaListaPecas->SetListIndex(todos);
+        dtcListaPecas->GetRecordset()->FindFirst(CriterioDoItem(item));
+    }
 }

@@ -105,12 +105,14 @@ void frmResultadoPesquisa::CriarControles() {
     grdResultadoPesquisaPeca->AddColumn(u"NumeroTarvoPeca"_s, u"Nº Tarvo"_s, 159.987);
     grdResultadoPesquisaPeca->AddColumn(u"DescricaoPeca"_s, u"Descrição"_s, 355.994);
     grdResultadoPesquisaPeca->AddColumn(u"NumeroClienteConcorrente"_s, u"Nº do cliente"_s, 170.986);
+    grdResultadoPesquisaPeca->SetEmptyText(u"Nenhuma Peça encontrada."_s);
     grdResultadoPesquisaPeca->SetDataSource(dtcResultadoPesquisaPeca);
 
     dtcVeiculosPeca = new forms::DataSource(u"dtcVeiculosPeca"_s, this);
     grdVeiculosPeca = new forms::BoundGrid(u"grdVeiculosPeca"_s, u"Veículos da peça"_s, Picture());
     grdVeiculosPeca->AddColumn(u"Veiculo"_s, u"Veículo"_s, 237.014);
     grdVeiculosPeca->AddColumn(u"Fabricante"_s, u"Fabricante"_s, 133.002);
+    grdVeiculosPeca->SetEmptyText(u"Nenhum veículo cadastrado para essa Peça."_s);
     grdVeiculosPeca->SetDataSource(dtcVeiculosPeca);
 
     // Last, so that the Tab key comes to them behind what they act on.
@@ -159,6 +161,7 @@ void frmResultadoPesquisa::Activate() {
     const forms::StillLoaded aberta(this);
     forms::DoEvents();
     if (aberta) {
+        DarTeclado(*grdResultadoPesquisaPeca);
         GravarClienteConcorrente(cboNumeroClienteConcorrentePeca->SelectedItemData());
     }
 }

@@ -1,9 +1,10 @@
-// The picture gallery: a strip of four thumbnails over a table held in memory.
+#include "search/galeria.h"
 
+#include "look/paleta.h"
 #include "platform/convert.h"
 #include "platform/erro.h"
+#include "platform/forms/font.h"
 #include "platform/forms/picturefile.h"
-#include "search/pesquisa.h"
 #include "session/global.h"
 
 using namespace Qt::StringLiterals;
@@ -14,9 +15,56 @@ constexpr int UltimaMiniatura = 3;
 // The frame stands this many pixels left of its thumbnail.
 constexpr int RecuoMoldura = 10;
 
+QString Elemento(const QString& nome, int indice) {
+    return nome + u'(' + QString::number(indice) + u')';
+}
+
 }  // namespace
 
-void frmPesquisa::CarregarFiguras() {
+Galeria::Galeria(forms::Panel* painel)
+    : QObject(painel),
+      pctPesquisaFiguras(new forms::Panel(u"pctPesquisaFiguras"_s, QString(), painel)),
+      sclPesquisaFiguras(new forms::ScrollBar(u"sclPesquisaFiguras"_s, Qt::Horizontal, painel)),
+      imgFiguraSelecionada(
+          new forms::Panel(u"imgFiguraSelecionada"_s, u"moldura"_s, pctPesquisaFiguras)) {
+    pctPesquisaFiguras->setAccessibleName(u"Figuras do catálogo"_s);
+    pctPesquisaFiguras->setFocusPolicy(Qt::StrongFocus);
+    sclPesquisaFiguras->setAccessibleName(u"Rolar as figuras"_s);
+    sclPesquisaFiguras->SetMin(1);
+    sclPesquisaFiguras->SetMax(1);
+    sclPesquisaFiguras->SetLargeChange(3);
+    imgFiguraSelecionada->setAttribute(Qt::WA_TransparentForMouseEvents);
+    imgFiguraSelecionada->hide();
+    for (int i = 0; i <= UltimaMiniatura; ++i) {
+        CriarMiniatura(i);
+    }
+    connect(sclPesquisaFiguras, &forms::ScrollBar::Change, this, &Galeria::AoRolar);
+    connect(pctPesquisaFiguras, &forms::Panel::KeyDown, this, &Galeria::AoTeclar);
+}
+
+void Galeria::CriarMiniatura(int indice) {
+    auto* miniatura = new forms::Picture(Elemento(u"imgFigura"_s, indice),
+                                         u"Figura %1"_s.arg(indice + 1), pctPesquisaFiguras);
+    auto* legenda = new forms::Label(Elemento(u"lblDescricaoFigura"_s, indice), pctPesquisaFiguras);
+    legenda->SetAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    legenda->SetWordWrap(true);
+    // Two lines of it end above the frame's lower edge.
+    legenda->setFont(forms::Font(Paleta::Atual().corpoRotulo - 1));
+    const auto escolher = [this, indice] {
+        pctPesquisaFiguras->setFocus();
+        SelecionarFigura(mPrimeiraFigura + indice);
+    };
+    for (forms::Zone* zona :
+         {static_cast<forms::Zone*>(miniatura), static_cast<forms::Zone*>(legenda)}) {
+        connect(zona, &forms::Zone::Click, this, escolher);
+        connect(zona, &forms::Zone::DblClick, this, &Galeria::DblClick);
+        connect(zona, &forms::Zone::MouseMove, this, &Galeria::MouseMove);
+    }
+    imgFigura[size_t(indice)] = miniatura;
+    lblDescricaoFigura[size_t(indice)] = legenda;
+}
+
+void Galeria::CarregarFiguras() {
     mFiguras.clear();
     const auto figuras = gDB->OpenRecordset(
         u"SELECT "
@@ -41,7 +89,11 @@ void frmPesquisa::CarregarFiguras() {
         qMax<qint16>(1, convert::Narrow<qint16>(mTotalFiguras - UltimaMiniatura)));
 }
 
-const frmPesquisa::Figura& frmPesquisa::LinhaDaGaleria(qint32 linha) const {
+const Galeria::Figura& Galeria::Selecionada() const {
+    return Linha(mFiguraSelecionada);
+}
+
+const Galeria::Figura& Galeria::Linha(qint32 linha) const {
     if (linha < 1 || linha > mTotalFiguras) {
         throw Erro(Erro::SubscriptOutOfRange);
     }
@@ -50,14 +102,15 @@ const frmPesquisa::Figura& frmPesquisa::LinhaDaGaleria(qint32 linha) const {
 
 // A failure costs its own thumbnail only: the caption of a row that is there stays correct, that of
 // a row that is not keeps its old text, and the strip is finished.
-void frmPesquisa::ExibirFiguras(qint32 primeira) {
+void Galeria::ExibirFiguras(qint32 primeira) {
     for (int i = 0; i <= UltimaMiniatura; ++i) {
         forms::Picture* miniatura = imgFigura[size_t(i)];
         try {
-            const Figura& figura = LinhaDaGaleria(primeira + i);
+            const Figura& figura = Linha(primeira + i);
             lblDescricaoFigura[size_t(i)]->SetText(figura.descricao);
             miniatura->SetPixmap(forms::LoadPicture(gCaminho + u"FotoPeca\\"_s + figura.arquivo,
-                                                    miniatura->size(), devicePixelRatioF()));
+                                                    miniatura->size(),
+                                                    miniatura->devicePixelRatioF()));
         } catch (const Erro&) {
             miniatura->SetPixmap({});
         }
@@ -65,7 +118,7 @@ void frmPesquisa::ExibirFiguras(qint32 primeira) {
     mPrimeiraFigura = primeira;
 }
 
-void frmPesquisa::SelecionarFigura(qint32 linha) {
+void Galeria::SelecionarFigura(qint32 linha) {
     imgFiguraSelecionada->hide();
     const qint32 posicao = linha - mPrimeiraFigura;
     if (posicao >= 0 && posicao <= UltimaMiniatura) {
@@ -79,13 +132,13 @@ void frmPesquisa::SelecionarFigura(qint32 linha) {
     mFiguraSelecionada = linha;
 }
 
-void frmPesquisa::AoRolarFiguras() {
+void Galeria::AoRolar() {
     ExibirFiguras(sclPesquisaFiguras->Value());
     SelecionarFigura(mFiguraSelecionada);
 }
 
 // Steps the selection; at the strip's end the bar moves on and its change places the frame.
-void frmPesquisa::AoTeclarNasFiguras(int tecla) {
+void Galeria::AoTeclar(int tecla) {
     const bool esquerda = tecla == Qt::Key_Left;
     if (!esquerda && tecla != Qt::Key_Right) {
         return;
@@ -106,25 +159,4 @@ void frmPesquisa::AoTeclarNasFiguras(int tecla) {
     }
     mFiguraSelecionada += passo;
     sclPesquisaFiguras->SetValue(sclPesquisaFiguras->Value() + passo);
-}
-
-void frmPesquisa::LigarGaleria() {
-    connect(sclPesquisaFiguras, &forms::ScrollBar::Change, this, &frmPesquisa::AoRolarFiguras);
-    connect(pctPesquisaFiguras, &forms::Panel::KeyDown, this, &frmPesquisa::AoTeclarNasFiguras);
-    for (int i = 0; i <= UltimaMiniatura; ++i) {
-        const auto escolher = [this, i] {
-            pctPesquisaFiguras->setFocus();
-            SelecionarFigura(mPrimeiraFigura + i);
-        };
-        const auto abrir = [this] { AbrirResultado(2); };
-        const auto apagar = [this] { MostrarSelecionada(u"FORM"_s); };
-        forms::Picture* miniatura = imgFigura[size_t(i)];
-        connect(miniatura, &forms::Picture::Click, this, escolher);
-        connect(miniatura, &forms::Picture::DblClick, this, abrir);
-        connect(miniatura, &forms::Picture::MouseMove, this, apagar);
-        forms::Label* legenda = lblDescricaoFigura[size_t(i)];
-        connect(legenda, &forms::Label::Click, this, escolher);
-        connect(legenda, &forms::Label::DblClick, this, abrir);
-        connect(legenda, &forms::Label::MouseMove, this, apagar);
-    }
 }

@@ -61,10 +61,6 @@ const Lugar Lugares[] = {
     {u"pctBarraAtualizacao", {0, 569, 800, 31}},
 };
 
-QString Elemento(const QString& nome, int indice) {
-    return nome + u'(' + QString::number(indice) + u')';
-}
-
 // What was typed or chosen at one place, by the name that the place has for the user.
 struct Entrada {
     QString nome;
@@ -163,26 +159,5 @@ void frmPesquisa::CriarPainelVeiculos() {
 void frmPesquisa::CriarPainelFiguras() {
     auto* painel = new forms::Panel(u"pctTelaPesquisa(2)"_s, u"pesquisa-figuras"_s, Picture());
     pctTelaPesquisa[2] = painel;
-    pctPesquisaFiguras = new forms::Panel(u"pctPesquisaFiguras"_s, QString(), painel);
-    pctPesquisaFiguras->setAccessibleName(u"Figuras do catálogo"_s);
-    pctPesquisaFiguras->setFocusPolicy(Qt::StrongFocus);
-    sclPesquisaFiguras = new forms::ScrollBar(u"sclPesquisaFiguras"_s, Qt::Horizontal, painel);
-    sclPesquisaFiguras->setAccessibleName(u"Rolar as figuras"_s);
-    sclPesquisaFiguras->SetMin(1);
-    sclPesquisaFiguras->SetMax(1);
-    sclPesquisaFiguras->SetLargeChange(3);
-
-    imgFiguraSelecionada =
-        new forms::Panel(u"imgFiguraSelecionada"_s, u"moldura"_s, pctPesquisaFiguras);
-    imgFiguraSelecionada->setAttribute(Qt::WA_TransparentForMouseEvents);
-    imgFiguraSelecionada->hide();
-    for (int i = 0; i < int(imgFigura.size()); ++i) {
-        const size_t n = size_t(i);
-        imgFigura[n] = new forms::Picture(Elemento(u"imgFigura"_s, i), u"Figura %1"_s.arg(i + 1),
-                                          pctPesquisaFiguras);
-        lblDescricaoFigura[n] =
-            new forms::Label(Elemento(u"lblDescricaoFigura"_s, i), pctPesquisaFiguras);
-        lblDescricaoFigura[n]->SetAlignment(Qt::AlignHCenter | Qt::AlignTop);
-        lblDescricaoFigura[n]->SetWordWrap(true);
-    }
+    mGaleria = new Galeria(painel);
 }

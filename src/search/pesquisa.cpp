@@ -47,9 +47,9 @@ void frmPesquisa::Load() {
     mPesquisa1Pronta = false;
     mPesquisa2Pronta = false;
     PreencherCombos();
-    CarregarFiguras();
-    ExibirFiguras(mPrimeiraFigura);
-    SelecionarFigura(mFiguraSelecionada);
+    mGaleria->CarregarFiguras();
+    mGaleria->ExibirFiguras(1);
+    mGaleria->SelecionarFigura(1);
     QString ninguem;
     LerConfiguracao(u"VERIFICACAOAUTOMATICA"_s, ninguem, ninguem);
     novidades_.CarregarDadosVerificacao(true);
@@ -92,13 +92,13 @@ void frmPesquisa::LigarEventos() {
 
     AoClicar(u"imgPesquisa1"_s, [this] { MostrarPainel(0, txtNumeroTarvo); });
     AoClicar(u"imgPesquisa2"_s, [this] { MostrarPainel(1, txtVeiculo); });
-    AoClicar(u"imgPesquisa3"_s, [this] { MostrarPainel(2, pctPesquisaFiguras); });
+    AoClicar(u"imgPesquisa3"_s, [this] { MostrarPainel(2, mGaleria->Teclado()); });
     AoClicar(u"imgAjuda"_s, AbrirAjuda);
     AoClicar(u"imgConhecaTarvo"_s, AbrirTour);
     AoClicar(u"imgConfiguracoes"_s, AbrirConfiguracoes);
     AoClicar(u"imgSair"_s, [this] { Unload(); });
 
-    QWidget* const focos[] = {txtNumeroTarvo, txtVeiculo, pctPesquisaFiguras};
+    QWidget* const focos[] = {txtNumeroTarvo, txtVeiculo, mGaleria->Teclado()};
     for (size_t i = 0; i < pctTelaPesquisa.size(); ++i) {
         QWidget* foco = focos[i];
         connect(pctTelaPesquisa[i], &forms::Panel::GotFocus, this, [foco] { foco->setFocus(); });
@@ -114,13 +114,25 @@ void frmPesquisa::LigarEventos() {
     connect(txtVeiculo, &forms::TextBox::Change, this, [this] { Pesquisar2(u"1,2"_s); });
     connect(cboFabricante, &forms::ComboList::Click, this, [this] { Pesquisar2(u"1,2"_s); });
 
+    // Who does not see the grid hears the count at the box in which he types.
+    const auto contar = [this](const forms::BoundGrid* grade,
+                               const QList<forms::TextBox*>& caixas) {
+        connect(grade, &forms::BoundGrid::Counted, this, [caixas](const QString& texto) {
+            for (forms::TextBox* caixa : caixas) {
+                caixa->setAccessibleDescription(texto);
+            }
+        });
+    };
+    contar(grdPesquisa1, {txtNumeroTarvo, txtDescricao, txtNumeroClienteConcorrente});
+    contar(grdPesquisa2, {txtVeiculo});
+
     connect(grdPesquisa1, &forms::BoundGrid::DblClick, this, [this] { AbrirResultado(0); });
     connect(grdPesquisa2, &forms::BoundGrid::DblClick, this, [this] { AbrirResultado(1); });
     for (int i = 0; i < int(pctTelaPesquisa.size()); ++i) {
         AoClicar(u"pctResultadoPesquisaFundo("_s + QString::number(i) + u')',
                  [this, i] { AbrirResultado(i); });
     }
-    LigarGaleria();
+    connect(mGaleria, &Galeria::DblClick, this, [this] { AbrirResultado(2); });
     LigarNovidades();
 }
 
@@ -159,6 +171,7 @@ void frmPesquisa::LigarLuz() {
     ApagarSobre(pctBarraAtualizacao);
     ApagarSobre(grdPesquisa1);
     ApagarSobre(grdPesquisa2);
+    ApagarSobre(mGaleria);
 }
 
 // The other two go first, so that the panel never stands beside one that is about to leave.

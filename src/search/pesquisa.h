@@ -5,6 +5,7 @@
 #include "platform/forms/boundgrid.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/datasource.h"
+#include "search/galeria.h"
 #include "update/novidades.h"
 
 #include <array>
@@ -14,8 +15,7 @@
 // The home screen, the only one that lives from start to exit: three panels (parts, vehicles,
 // pictures) opened by three painted buttons. Its sources: pesquisa.cpp (life, events), layout.cpp
 // (controls and their places), selecao.cpp (combo lists), pesquisa_pecas.cpp and
-// pesquisa_veiculos.cpp (the searches), galeria.cpp (the strip of pictures), resultado.cpp (from a
-// chosen row to the part views).
+// pesquisa_veiculos.cpp (the searches), resultado.cpp (from a chosen row to the part views).
 class frmPesquisa final : public Tela {
     Q_OBJECT
 
@@ -51,22 +51,7 @@ private:
     qint32 CodigoClienteSelecionado() const;
     void AoEscolherCliente();
 
-    // A row of the gallery's table.
-    struct Figura {
-        QString codigo;
-        QString descricao;
-        QString arquivo;
-    };
     struct Referencia;
-
-    void CarregarFiguras();
-    void ExibirFiguras(qint32 primeira);
-    void SelecionarFigura(qint32 linha);
-    void AoRolarFiguras();
-    void AoTeclarNasFiguras(int tecla);
-    void LigarGaleria();
-    const Figura& LinhaDaGaleria(qint32 linha) const;  // from 1; Erro 9 outside the table
-
     // Opens the chosen row of tab 0 (parts), 1 (vehicles) or 2 (pictures) in the part result
     // screen.
     void AbrirResultado(int aba);
@@ -94,16 +79,7 @@ private:
     forms::BoundGrid* grdPesquisa2 = nullptr;
     forms::DataSource* dtcPesquisa2 = nullptr;
 
-    forms::Panel* pctPesquisaFiguras = nullptr;
-    forms::ScrollBar* sclPesquisaFiguras = nullptr;
-    std::array<forms::Picture*, 4> imgFigura{};
-    std::array<forms::Label*, 4> lblDescricaoFigura{};
-    forms::Panel* imgFiguraSelecionada = nullptr;
-
-    QList<Figura> mFiguras;
-    qint32 mPrimeiraFigura = 1;
-    qint32 mFiguraSelecionada = 1;
-    qint32 mTotalFiguras = 0;
+    Galeria* mGaleria = nullptr;
 
     forms::Label* lblEmissao = nullptr;
     forms::Panel* pctBarraAtualizacao = nullptr;

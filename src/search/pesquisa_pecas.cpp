@@ -64,16 +64,21 @@ void frmPesquisa::Pesquisar1(const QString& ordem) {
     const ParteDoCliente cliente = LerCliente(cboNumeroClienteConcorrente->SelectedItemData(),
                                               txtNumeroClienteConcorrente->text());
     QString onde;
+    QStringList entradas;
     if (!cliente.condicao.isEmpty()) {
         consulta::Acrescentar(onde, cliente.condicao);
+        entradas += cboNumeroClienteConcorrente->Text() + u' ' +
+                    txtNumeroClienteConcorrente->text().trimmed();
     }
     if (!txtNumeroTarvo->text().trimmed().isEmpty()) {
         consulta::Acrescentar(onde, u"?????.NumeroTarvo????? LIKE '"_s +
                                         NormalizarNumero(txtNumeroTarvo->text()) + u"*' "_s);
+        entradas += u"Nº Tarvo "_s + txtNumeroTarvo->text().trimmed();
     }
     if (!txtDescricao->text().trimmed().isEmpty()) {
         consulta::Acrescentar(onde, u"?????.Descricao????? LIKE '"_s +
                                         consulta::Texto(txtDescricao->text()) + u"*' "_s);
+        entradas += u"descrição “"_s + txtDescricao->text().trimmed() + u'”';
     }
     const QString modelo =
         u"SELECT "
@@ -86,12 +91,15 @@ void frmPesquisa::Pesquisar1(const QString& ordem) {
         "FROM "
         "????? "_s +
         cliente.juncao + onde;
+    grdPesquisa1->SetEmptyText(
+        consulta::NadaEncontrado(u"Nada encontrado em "_s + cboTipo->Text().toLower(), entradas));
     dtcPesquisa1->SetRecordSource(Carimbar(modelo, cboTipo->Text().trimmed().toUpper()) +
                                   u"ORDER BY "_s + ordem);
     dtcPesquisa1->Refresh();
 }
 
 void frmPesquisa::LimparPesquisa1() {
+    grdPesquisa1->SetEmptyText(u"Digite um número ou uma descrição."_s);
     dtcPesquisa1->SetRecordSource(
         u"SELECT "
         "PECA.NumeroTarvoPeca As NumeroTarvo,"

@@ -12,14 +12,18 @@ void frmPesquisa::Pesquisar2(const QString& ordem) {
     grdPesquisa2->Tag = ordem;
     const qint32 fabricante = cboFabricante->SelectedItemData();
     QString onde;
+    QStringList entradas;
     if (!txtVeiculo->text().trimmed().isEmpty()) {
         consulta::Acrescentar(onde, u"VEICULO.DescricaoVeiculo LIKE '"_s +
                                         consulta::Texto(txtVeiculo->text()) + u"*' "_s);
+        entradas += u"a descrição “"_s + txtVeiculo->text().trimmed() + u'”';
     }
     if (fabricante != 0) {
         consulta::Acrescentar(
             onde, u"VEICULO.CodigoClienteConcorrente = "_s + QString::number(fabricante) + u' ');
+        entradas += u"o fabricante "_s + cboFabricante->Text();
     }
+    grdPesquisa2->SetEmptyText(consulta::NadaEncontrado(u"Nenhum veículo encontrado"_s, entradas));
     dtcPesquisa2->SetRecordSource(
         u"SELECT "
         "VEICULO.DescricaoVeiculo As Veiculo,"
@@ -33,6 +37,7 @@ void frmPesquisa::Pesquisar2(const QString& ordem) {
 }
 
 void frmPesquisa::LimparPesquisa2() {
+    grdPesquisa2->SetEmptyText(u"Digite um veículo ou escolha um fabricante."_s);
     dtcPesquisa2->SetRecordSource(
         u"SELECT "
         "VEICULO.CodigoVeiculo AS Codigo,"

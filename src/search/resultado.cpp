@@ -78,7 +78,7 @@ std::optional<frmPesquisa::Referencia> frmPesquisa::ReferenciaDoVeiculo() const 
 }
 
 std::optional<frmPesquisa::Referencia> frmPesquisa::ReferenciaDaFigura() const {
-    const Figura& figura = LinhaDaGaleria(mFiguraSelecionada);
+    const Galeria::Figura& figura = mGaleria->Selecionada();
     Referencia referencia;
     referencia.tipo = u"FPC"_s;
     referencia.PorCodigo(figura.codigo);

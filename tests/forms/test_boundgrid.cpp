@@ -247,6 +247,11 @@ private Q_SLOTS:
         QCOMPARE(scene.grid.currentIndex().row(), 1);
         QVERIFY(scene.grid.selectionModel()->isRowSelected(1));
         QCOMPARE(scene.grid.VisibleRows(), 2);
+
+        scene.source.SetRecordSource(None);
+        scene.source.Refresh();
+        DoubleClickAt(*scene.form, place + QPoint(20, 80));
+        QCOMPARE(opened, 2);
     }
 
     void IsATableForAssistiveTechnology() {
@@ -256,7 +261,39 @@ private Q_SLOTS:
         QAccessibleInterface* grid = QAccessible::queryAccessibleInterface(&scene.grid);
         QCOMPARE(grid->text(QAccessible::Name), u"Peças"_s);
         QVERIFY(grid->tableInterface());
-        QCOMPARE(grid->tableInterface()->cellAt(1, 0)->text(QAccessible::Name), u"Peça 00002"_s);
+        QAccessibleTableInterface* table = grid->tableInterface();
+        const QAccessibleInterface* cell = table->cellAt(1, 0);
+        QCOMPARE(cell->text(QAccessible::Name), u"Peça 00002"_s);
+        QCOMPARE(table->columnDescription(1), u"Código"_s);
+        const QString whole = u"Peça: Peça 00002, Código: 2"_s;
+        QCOMPARE(table->rowDescription(1), whole);
+        QCOMPARE(cell->text(QAccessible::Description), whole);
+    }
+
+    // To the ear always, to the eye where there is nothing.
+    void SaysHowManyRowsThereAreOrWhyNone_data() {
+        const Table<QString, QString, bool> row("sql", "said", "seen");
+        row("many", All, "20.000 linhas", false);
+        row("one", "SELECT Nome FROM ITEM WHERE Codigo = 7", "1 linha", false);
+        row("none", None, "Nada com esse número.", true);
+    }
+    void SaysHowManyRowsThereAreOrWhyNone() {
+        QFETCH(const QString, sql);
+        QFETCH(const bool, seen);
+        Scene scene(file_.Path());
+        scene.grid.SetEmptyText(u"Nada com esse número."_s);
+        QStringList heard;
+        connect(&scene.grid, &BoundGrid::Counted, [&](const QString& text) { heard += text; });
+        scene.source.SetRecordSource(sql);
+        scene.form->Show();
+        scene.Finish();
+        QTRY_COMPARE(heard.size(), 1);
+        QTEST(heard.first(), "said");
+        QCOMPARE(QAccessible::queryAccessibleInterface(&scene.grid)->text(QAccessible::Description),
+                 heard.first());
+        const QImage before = scene.grid.grab().toImage();
+        scene.grid.SetEmptyText({});
+        QCOMPARE(scene.grid.grab().toImage() != before, seen);
     }
 };
 

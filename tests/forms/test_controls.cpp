@@ -7,8 +7,12 @@
 #include <QAccessible>
 #include <QClipboard>
 #include <QDialog>
+#include <QHelpEvent>
 #include <QMenu>
+#include <QScrollBar>
+#include <QTextDocument>
 #include <QTimer>
+#include <QToolTip>
 
 using namespace forms;
 
@@ -57,11 +61,82 @@ private Q_SLOTS:
         QCOMPARE(clicks, QList<int>());
         QTest::keyClick(&combo, Qt::Key_Down);
         QCOMPARE(clicks, QList{10});
+    }
 
-        combo.showPopup();
-        const int height = combo.view()->window()->height();
+    // A list of more rows than it shows says so, and gives them to the mouse. The wheel over one
+    // that does not have the keyboard changes nothing.
+    void ComboUnderTheMouse() {
+        QApplication::setDoubleClickInterval(1);  // for so long a list ignores what opened it
+        QWidget window;
+        window.resize(300, 60);
+        ComboList combo(u"cboTipo"_s, u"Tipo"_s, &window);
+        combo.setGeometry(0, 0, 160, 21);
+        TextBox box(u"txtTipo"_s, u"Tipo"_s, &window);
+        box.move(0, 30);
+        for (int i = 0; i < 28; ++i) {
+            combo.AddItem(u"Cliente %1"_s.arg(i), i);
+        }
+        combo.SetListIndex(3);
+        QList<int> clicks;
+        connect(&combo, &ComboList::Click, [&] { clicks.append(combo.ListIndex()); });
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        box.setFocus();
+        Wheel(combo, -1);
+        QVERIFY(box.hasFocus());
+        QCOMPARE(clicks, QList<int>());
+
+        QTest::mouseClick(&combo, Qt::LeftButton, {}, {150, 10});
+        QAbstractItemView* list = combo.view();
+        QVERIFY(QTest::qWaitForWindowExposed(list->window()));
+        const int height = list->window()->height();
         QVERIFY2(height > 200 && height < 400, qPrintable(QString::number(height)));
+        QVERIFY(list->verticalScrollBar()->isVisible());
+        QTest::qWait(2);
+        Wheel(*list->viewport(), -20);
+        const QModelIndex last = list->model()->index(27, 0);
+        QTest::mouseMove(list->viewport(), list->visualRect(last).center());
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(last).center());
+        QVERIFY(!list->isVisible());
+        QCOMPARE(clicks, QList{27});
+        Wheel(combo, 1);  // now it has the keyboard
+        QCOMPARE(clicks, (QList{27, 26}));
+
+        for (combo.SetListIndex(-1); combo.count() > 14;) {
+            combo.removeItem(14);
+        }
+        combo.showPopup();
+        QVERIFY(!list->verticalScrollBar()->isVisible());
         combo.hidePopup();
+    }
+
+    // What is cut stands in the tip as it is written.
+    void TipsShowTheWholeText_data() {
+        const Table<QString> row("text");
+        row("signs of a markup", "Anel \"O\" <12> & mola com um nome que não cabe");
+        row("blanks", "Válvula de descarga rápida        Nº Tarvo: 12002");
+    }
+    void TipsShowTheWholeText() {
+        QFETCH(const QString, text);
+        QWidget window;
+        Label label(u"lblInf"_s, &window);
+        label.resize(100, 15);
+        label.SetText(text);
+        ComboList combo(u"cboTipo"_s, u"Tipo"_s, &window);
+        combo.resize(100, 21);
+        combo.AddItem(text);
+        combo.SetListIndex(0);
+        for (QWidget* widget : {static_cast<QWidget*>(&label), static_cast<QWidget*>(&combo)}) {
+            QHelpEvent ask(QEvent::ToolTip, {5, 5}, widget->mapToGlobal(QPoint(5, 5)));
+            QApplication::sendEvent(widget, &ask);
+            QTextDocument shown;
+            shown.setHtml(QToolTip::text());
+            QCOMPARE(shown.toPlainText(), text);
+            QVERIFY(Qt::mightBeRichText(QToolTip::text()));
+            widget->resize(800, 21);
+            QApplication::sendEvent(widget, &ask);
+            QTRY_VERIFY(!QToolTip::isVisible());
+        }
     }
 
     void TextBoxTakesAnyText_data() {
@@ -117,23 +192,43 @@ private Q_SLOTS:
                              "Selecionar tudo"));
     }
 
-    void ScrollBarWaitsForTheEndOfADrag() {
-        ScrollBar bar(u"sclPesquisaFiguras"_s, Qt::Horizontal, nullptr);
+    // Arrows, track, thumb, wheel and keys, each once; a drag tells its end only.
+    void ScrollBarTellsFinishedChanges() {
+        QWidget window;
+        ScrollBar bar(u"sclPesquisaFiguras"_s, Qt::Horizontal, &window);
+        bar.setGeometry(0, 0, 561, 17);
         bar.SetMin(1);
         bar.SetMax(20);
         bar.SetLargeChange(3);
+        TextBox box(u"txtVeiculo"_s, u"Veículo"_s, &window);
+        box.move(0, 30);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
         QList<int> values;
         connect(&bar, &ScrollBar::Change, [&] { values.append(bar.Value()); });
-        bar.setSliderDown(true);
-        bar.setSliderPosition(9);
-        bar.setSliderPosition(12);
-        QCOMPARE(values, QList<int>());
-        bar.setSliderDown(false);
-        bar.triggerAction(QAbstractSlider::SliderPageStepAdd);
-        bar.triggerAction(QAbstractSlider::SliderSingleStepSub);
+        const auto click = [&](int x) { QTest::mouseClick(&bar, Qt::LeftButton, {}, {x, 8}); };
+        box.setFocus();
+        click(552);  // the arrow at the end
+        click(500);  // the track
+        click(8);
+        QVERIFY(box.hasFocus());
+        QCOMPARE(values, (QList{2, 5, 4}));
+
+        QTest::mousePress(&bar, Qt::LeftButton, {}, {17 + 100, 8});
+        QVERIFY(bar.isSliderDown());
+        QTest::mouseMove(&bar, {300, 8});
+        QTest::mouseMove(&bar, {1000, 8});
+        QCOMPARE(values.size(), 3);
+        QTest::mouseRelease(&bar, Qt::LeftButton, {}, {1000, 8});
+        Wheel(bar, 1);
+        QTest::keyClick(&box, Qt::Key_Tab);
+        QVERIFY(bar.hasFocus());
+        for (const Qt::Key key :
+             {Qt::Key_Left, Qt::Key_PageUp, Qt::Key_Home, Qt::Key_Right, Qt::Key_End}) {
+            QTest::keyClick(&bar, key);
+        }
         bar.SetValue(99);
-        bar.SetValue(99);
-        QCOMPARE(values, (QList{12, 15, 14, 20}));
+        QCOMPARE(values.mid(3), (QList{20, 17, 16, 13, 1, 2, 20}));
     }
 
     void ZoneIsAButtonForAssistiveTechnology() {

@@ -1,3 +1,4 @@
+#include "partviews/lista_pecas.h"
 #include "platform/forms/listexport.h"
 #include "support/janela.h"
 #include "support/test.h"
@@ -12,6 +13,11 @@ class TestLista : public QObject {
     std::unique_ptr<Janela> janela_;
 
     QStringList Valores(const AnyText& campo) { return Coluna(Lista, "dtcListaPecas", campo); }
+    // Of the customer, in an order that no other column has.
+    void UmNumeroDeCadaUm() {
+        janela_->catalogo.Executar({"INSERT INTO REFERENCIACRUZADA VALUES (7, 'K5600', '5A9')"});
+        Escolher(Lista, "cboNumeroClienteConcorrenteComponente", 1);
+    }
     bool PainelVisivel() { return Achar(Lista, "pctJogosReparo")->isVisible(); }
 
 private Q_SLOTS:
@@ -41,10 +47,13 @@ private Q_SLOTS:
         row("description", "txtDescricaoComponente", "c", "   1");
         row("quote", "txtDescricaoComponente", "v'", "   2");
         row("number", "txtNumeroTarvo", "0-1K", "   1");
+        // A customer's number keeps the digit in front of its letter.
+        row("customer's number", "txtNumeroClienteConcorrente", "05-a", "   1");
     }
     void seeks() {
         QFETCH(QString, caixa);
         QFETCH(QString, texto);
+        UmNumeroDeCadaUm();
         auto* campo = Achar<QLineEdit>(Lista, caixa);
         campo->setFocus();
         QTRY_VERIFY(campo->hasFocus());
@@ -52,6 +61,41 @@ private Q_SLOTS:
         QTEST(ItemAtualDaLista(), "item");
         QCOMPARE(campo->text(), texto);
         QVERIFY(campo->hasFocus());
+    }
+
+    void enteringABoxSortsByItsColumn_data() {
+        const Table<QString, QString, QStringList> row("caixa", "campo", "valores");
+        row("item", "txtItem", "ItemComponente", {"   1", "   2", "  12a", " 100"});
+        row("description", "txtDescricaoComponente", "DescricaoComponente",
+            {"Anel de vedação", "Anel de vedação", "Corpo da válvula", "Válvula relé"});
+        row("number", "txtNumeroTarvo", "NumeroTarvoComponente",
+            {"12000", "A3400", "A3400", "K5600"});
+        row("customer's number", "txtNumeroClienteConcorrente", "NumeroClienteConcorrente",
+            {QString(), "5A9", "B2", "B2"});
+    }
+    void enteringABoxSortsByItsColumn() {
+        QFETCH(QString, caixa);
+        QFETCH(QString, campo);
+        UmNumeroDeCadaUm();
+        Achar(Lista, caixa == u"txtItem" ? u"txtNumeroTarvo"_s : u"txtItem"_s)->setFocus();
+        QTest::mouseClick(Achar(Lista, caixa), Qt::LeftButton);
+        QTEST(Valores(campo), "valores");
+    }
+
+    void theGridHasTheKeyboardWheneverTheListComes() {
+        const auto* grade = Achar(Lista, "grdListaPecas");
+        QTRY_VERIFY(grade->hasFocus());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+        QCOMPARE(Linhas(Lista, "dtcListaPecas")->AbsolutePosition(), 1);
+        Clicar(Lista, "imgResultadoPesquisaFundo");
+        QTRY_VERIFY(Achar(Resultado, "grdResultadoPesquisaPeca")->hasFocus());
+        // By the keyboard alone: the button that was pressed gives it up.
+        auto* botao = Achar(Resultado, "imgListaComponentesFundo");
+        botao->setFocus();
+        QTest::keyClick(botao, Qt::Key_Space);
+        QTRY_VERIFY(Achar(Lista, "grdListaPecas")->hasFocus());
+        forms::Form::Find(Lista)->close();
+        QTRY_VERIFY(Achar(Resultado, "grdResultadoPesquisaPeca")->hasFocus());
     }
 
     void theCursorStaysOnItsItemAcrossANewOrder() {
@@ -92,6 +136,45 @@ private Q_SLOTS:
         QVERIFY(!PainelVisivel());
         Achar(Lista, "txtItem")->setFocus();
         QCOMPARE(Achar<forms::BoundGrid>(Lista, "grdListaPecas")->Tag, u"3"_s);
+    }
+
+    void kitsOfOneDescriptionShowTheirNumbers() {
+        janela_->catalogo.Executar(
+            {"UPDATE JOGOREPARO SET DescricaoJogoReparo = 'Reparo do diafragma'",
+             "INSERT INTO PECA_COMPONENTE_JOGOREPARO VALUES (1, ' 100', 3)",
+             "UPDATE JOGOREPARO SET DescricaoJogoReparo = 'Vedação' WHERE CodigoJogoReparo = 3"});
+        forms::Form::Find(Lista)->Unload();
+        UnicaInstancia<frmListaPecas>().Show();
+        const auto* filtro = Achar<forms::ComboList>(Lista, "cboMostraNaListaPecas");
+        QStringList linhas;
+        for (int i = 0; i < filtro->ListCount(); ++i) {
+            linhas += u"%1 %2"_s.arg(filtro->ItemData(i)).arg(filtro->itemText(i).simplified());
+        }
+        linhas.sort();
+        QCOMPARE(linhas, List("-5 TODOS OS COMPONENTES", "1 Reparo do diafragma 12001",
+                              "2 Reparo do diafragma A3401", "3 Vedação"));
+    }
+
+    void anItemWithAnApostropheIsText() {
+        janela_->catalogo.Executar(
+            {"UPDATE PECA_COMPONENTE SET ItemComponente = '1''a' WHERE ItemComponente = '  12a'",
+             "UPDATE PECA_COMPONENTE_JOGOREPARO SET ItemComponente = '1''a' WHERE ItemComponente "
+             "= '  12a'"});
+        Achar(Lista, "txtItem")->setFocus();
+        Linhas(Lista, "dtcListaPecas")->MoveLast();
+        QCOMPARE(ItemAtualDaLista(), u"1'a"_s);
+        QCOMPARE(Coluna(Lista, "dtcJogosReparoComponente", "CodigoJogoReparo").size(), 2);
+        Achar(Lista, "txtDescricaoComponente")->setFocus();
+        QCOMPARE(ItemAtualDaLista(), u"1'a"_s);
+    }
+
+    void quantitiesHaveAComma() {
+        janela_->catalogo.Executar(
+            {"UPDATE PECA_COMPONENTE SET QuantidadeComponente = 0.5 WHERE ItemComponente = '   "
+             "1'"});
+        Achar(Lista, "txtItem")->setFocus();
+        const auto* grade = Achar<forms::BoundGrid>(Lista, "grdListaPecas");
+        QCOMPARE(grade->model()->index(0, 1).data(), u"0,5"_s);
     }
 
     void numbersOfTheChosenCustomer() {

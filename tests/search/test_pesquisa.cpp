@@ -73,6 +73,13 @@ private Q_SLOTS:
             "REFERENCIACRUZADA1 ON PECA.NumeroTarvoPECA = REFERENCIACRUZADA1.NumeroTarvo WHERE "
             "PECA.NumeroTarvoPECA LIKE 'A340*' ORDER BY 1",
             {"A3402"});
+        row("a customer's number keeps its first digit", "Nº Zenpar", "Peças", "05-b5", {}, {},
+            "SELECT PECA.NumeroTarvoPECA As NumeroTarvo,PECA.DescricaoPECA AS "
+            "Descricao,REFERENCIACRUZADA1.NumeroClienteConcorrente,'Peça' AS Tipo,CodigoPECA AS "
+            "Codigo FROM PECA LEFT JOIN REFERENCIACRUZADA1 ON PECA.NumeroTarvoPECA = "
+            "REFERENCIACRUZADA1.NumeroTarvo WHERE REFERENCIACRUZADA1.NumeroClienteConcorrente = "
+            "'5B5' ORDER BY 3",
+            {});
         row("apostrophe", {}, "Peças", {}, " d'água ", {},
             "SELECT PECA.NumeroTarvoPECA As NumeroTarvo,PECA.DescricaoPECA AS Descricao,'' AS "
             "NumeroClienteConcorrente,'Peça' AS Tipo,CodigoPECA AS Codigo FROM PECA WHERE "
@@ -168,6 +175,60 @@ private Q_SLOTS:
         QCOMPARE(Veiculos("Fabricante").size(), 2);
     }
 
+    // Only a vehicle maker goes along to the parts.
+    void aChosenCustomerTravelsWithTheRow_data() {
+        const Table<QString, QString, int> row("cliente", "numero", "levado");
+        row("vehicle maker", "Nº Bravil", "12002", 7);
+        row("competitor", "Nº Zenpar", "A3400", SemCliente);
+        row("nobody", {}, "12002", SemCliente);
+    }
+    void aChosenCustomerTravelsWithTheRow() {
+        QFETCH(const QString, cliente);
+        QFETCH(const QString, numero);
+        gCodigoClienteConcorrente = 99;
+        Escolher(Busca, "cboNumeroClienteConcorrente", cliente);
+        Digitar(Busca, "txtNumeroTarvo", numero);
+        Clicar(Busca, "imgPesquisa1");
+        const auto* grade = Achar<forms::BoundGrid>(Busca, "grdPesquisa1");
+        DoubleClickAt(*gFrmPesquisa, grade->mapTo(gFrmPesquisa->Picture(), QPoint(30, 8)));
+        QVERIFY(Visivel(Resultado));
+        QTEST(int(gCodigoClienteConcorrente), "levado");
+    }
+
+    void anEmptyGridSaysWhy() {
+        const auto dito = [](const AnyText& nome) {
+            return Achar<forms::BoundGrid>(Busca, nome)->accessibleDescription();
+        };
+        QTRY_COMPARE(dito("grdPesquisa1"), u"Digite um número ou uma descrição."_s);
+        QTRY_COMPARE(dito("grdPesquisa2"), u"Digite um veículo ou escolha um fabricante."_s);
+        Escolher(Busca, "cboTipo", 0);
+        Escolher(Busca, "cboNumeroClienteConcorrente", 1);
+        Digitar(Busca, "txtNumeroClienteConcorrente", "x9");
+        Digitar(Busca, "txtDescricao", "mola");
+        Digitar(Busca, "txtNumeroTarvo", " 777 ");
+        QTRY_COMPARE(dito("grdPesquisa1"),
+                     u"Nada encontrado em componentes com Nº Bravil x9, "
+                     "Nº Tarvo 777, descrição “mola”."_s);
+        QCOMPARE(Achar(Busca, "txtDescricao")->accessibleDescription(), dito("grdPesquisa1"));
+        Escolher(Busca, "cboFabricante", 0);
+        Digitar(Busca, "txtVeiculo", "trator");
+        QTRY_COMPARE(dito("grdPesquisa2"),
+                     u"Nenhum veículo encontrado com a descrição “trator”, o fabricante Bravil."_s);
+        Digitar(Busca, "txtVeiculo", "");
+        QTRY_COMPARE(Achar(Busca, "txtVeiculo")->accessibleDescription(), u"2 linhas"_s);
+    }
+
+    void aDoubleClickOnAnEmptyGridIsAnswered() {
+        for (const auto& [botao, nome] : {std::pair("imgPesquisa1", "grdPesquisa1"),
+                                          std::pair("imgPesquisa2", "grdPesquisa2")}) {
+            Clicar(Busca, botao);
+            const auto* grade = Achar<forms::BoundGrid>(Busca, nome);
+            DoubleClickAt(*gFrmPesquisa, grade->mapTo(gFrmPesquisa->Picture(), QPoint(30, 50)));
+        }
+        QCOMPARE(janela_->Caixas(),
+                 List("16 Nenhum item selecionado.", "16 Nenhum item selecionado."));
+    }
+
     void onePanelAtATime() {
         Clicar(Busca, "imgPesquisa1");
         QVERIFY(Aberto(0));
@@ -189,11 +250,20 @@ private Q_SLOTS:
     void tabGoesThroughThePanel() {
         Clicar(Busca, "imgPesquisa1");
         QTRY_VERIFY(Focado("txtNumeroTarvo"));
-        for (const char* nome : {"txtDescricao", "txtNumeroClienteConcorrente",
-                                 "cboNumeroClienteConcorrente", "cboTipo"}) {
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-            QVERIFY(Focado(nome));
-        }
+        const auto segue = [](std::initializer_list<const char*> nomes) {
+            for (const char* nome : nomes) {
+                QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+                QVERIFY2(Focado(nome), nome);
+            }
+        };
+        segue({"txtDescricao", "txtNumeroClienteConcorrente", "cboNumeroClienteConcorrente",
+               "cboTipo", "grdPesquisa1", "pctResultadoPesquisaFundo(0)"});
+        Clicar(Busca, "imgPesquisa2");
+        QTRY_VERIFY(Focado("txtVeiculo"));
+        segue({"cboFabricante", "grdPesquisa2", "pctResultadoPesquisaFundo(1)"});
+        Clicar(Busca, "imgPesquisa3");
+        QTRY_VERIFY(Focado("pctPesquisaFiguras"));
+        segue({"sclPesquisaFiguras", "pctResultadoPesquisaFundo(2)"});
     }
 
     void lightFollowsTheMouse() {

@@ -29,6 +29,7 @@ private Q_SLOTS:
         row("one digit", "7", "7");
         row("one zero", "0", {});
         row("letter first", "A1", "A1");
+        row("two letters first", "AB12", "AB12");
         row("two digits", "12K", "12K");
         row("zeros uncover a digit", "007K0", "K0");
         row("only one digit goes", "1K2L", "K2L");

@@ -35,6 +35,14 @@ void ClickAt(forms::Form& form, QPoint place);
 void DoubleClickAt(forms::Form& form, QPoint place);
 void MoveTo(forms::Form& form, QPoint place);
 
+// A notch of the wheel over the middle of a control, as the window system reports it; positive is
+// away from the hand.
+void Wheel(QWidget& control, int notches);
+
+// The computer's only screen gets another size, in its own pixels, and another display scaling.
+// Of the invisible platform alone.
+void SetScreen(QSize size, int percent);
+
 // The control of this object name; the test program ends if there is none.
 template <typename Control>
 Control& Find(forms::Form& form, const AnyText& name) {

@@ -1,6 +1,7 @@
 #include "platform/forms/application.h"
 
 #include "platform/erro.h"
+#include "platform/forms/form.h"
 #include "platform/forms/msgbox.h"
 #include "platform/forms/scale.h"
 #include "platform/forms/theme.h"
@@ -14,14 +15,7 @@ using namespace Qt::StringLiterals;
 namespace forms {
 namespace {
 
-bool scaleIsOurs = false;
 QString programTitle;
-
-// Runs before the base class is constructed, which reads the scale.
-int& WithScale(int& argc, char** argv) {
-    scaleIsOurs = PrepareScale(argc, argv);
-    return argc;
-}
 
 }  // namespace
 
@@ -29,12 +23,9 @@ QString ProgramTitle() {
     return programTitle;
 }
 
-Application::Application(int& argc, char** argv, const QString& title)
-    : QApplication(WithScale(argc, argv), argv) {
+Application::Application(int& argc, char** argv, const QString& title) : QApplication(argc, argv) {
     programTitle = title;
-    if (scaleIsOurs) {
-        qunsetenv("QT_SCALE_FACTOR");  // it is for this process, not for those that it starts
-    }
+    connect(new ScreenScale(this), &ScreenScale::Changed, this, &Form::PlaceAllAnew);
     setQuitOnLastWindowClosed(false);
     setStyle(QStyleFactory::create(u"Fusion"_s));
     SetTheme(CurrentTheme());

@@ -11,8 +11,8 @@ QString ProgramTitle();
 
 // The process's application object. An Erro that no handler trapped ends here: the box is shown,
 // the emergency exit runs (the session closes the catalogue there) and the program ends with
-// status 1. Constructing it also sets the scale: the 800 by 600 picture is enlarged evenly to the
-// primary screen, unless the user has set the toolkit's scale factor.
+// status 1. Constructing it also sets the scale: the 800 by 600 picture is enlarged evenly to each
+// screen, and again when a screen changes.
 class Application : public QApplication {
     Q_OBJECT
 

@@ -6,13 +6,24 @@
 #include "platform/forms/theme.h"
 
 #include <QHeaderView>
+#include <QLocale>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 namespace forms {
+namespace {
+
+QLocale Brazilian() {
+    return {QLocale::Portuguese, QLocale::Brazil};
+}
+
+}  // namespace
 
 BoundGrid::BoundGrid(const QString& name, const QString& accessibleName, QWidget* parent)
     : QTableView(parent), model_(new GridModel(this)) {
@@ -58,10 +69,25 @@ void BoundGrid::SetDataSource(DataSource* source) {
     source_ = source;
     TellSource();
     connect(source, &DataSource::Rebound, this, &BoundGrid::Bind);
-    connect(source, &DataSource::Completed, model_, [this] { model_->Grow(true); });
+    connect(source, &DataSource::Completed, this, &BoundGrid::Count);
     if (source->GetRecordset()) {
         Bind();
     }
+}
+
+void BoundGrid::SetEmptyText(const QString& text) {
+    emptyText_ = text;
+    viewport()->update();
+}
+
+void BoundGrid::Count() {
+    model_->Grow(true);
+    const int rows = model_->rowCount();
+    setAccessibleDescription(rows == 0   ? emptyText_
+                             : rows == 1 ? u"1 linha"_s
+                                         : Brazilian().toString(rows) + u" linhas"_s);
+    viewport()->update();
+    Q_EMIT Counted(accessibleDescription());
 }
 
 // Before the screen shows, the view has no layout yet; its own size is what it will have.
@@ -189,6 +215,19 @@ QModelIndex BoundGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers mod
     return QTableView::moveCursor(action, modifiers);
 }
 
+void BoundGrid::paintEvent(QPaintEvent* event) {
+    QTableView::paintEvent(event);
+    const dao::Recordset* records = Records();
+    if (!records || model_->rowCount() > 0 || !records->IsComplete()) {
+        return;
+    }
+    constexpr int Margin = 12;
+    QPainter painter(viewport());
+    painter.setPen(CurrentTheme().disabledText);
+    painter.drawText(viewport()->rect().adjusted(Margin, 0, -Margin, 0),
+                     Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
+}
+
 void BoundGrid::mousePressEvent(QMouseEvent* event) {
     pressedBefore_ = true;
     QTableView::mousePressEvent(event);
@@ -202,7 +241,7 @@ void BoundGrid::mouseMoveEvent(QMouseEvent* event) {
 void BoundGrid::mouseDoubleClickEvent(QMouseEvent* event) {
     // Without a press before it, its first half went to another screen that stood here.
     if (event->button() == Qt::LeftButton && pressedBefore_ &&
-        indexAt(event->position().toPoint()).isValid()) {
+        (model_->rowCount() == 0 || indexAt(event->position().toPoint()).isValid())) {
         Q_EMIT DblClick();
     }
 }

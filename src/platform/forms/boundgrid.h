@@ -31,6 +31,9 @@ public:
     // How its rows leave it, by keys and menu.
     ListExport& Export() { return *export_; }
 
+    // Stands in the grid while it is empty: why there is nothing.
+    void SetEmptyText(const QString& text);
+
     int VisibleRows() const;                // rows wholly or partly in view
     dao::Bookmark CurrentBookmark() const;  // equal to none of any recordset without a current row
     void ReBind();                          // shows the same recordset anew; no row change
@@ -41,10 +44,14 @@ Q_SIGNALS:
     // after a refresh of the data source even if there is no row; `last` is the previous row's
     // bookmark, `lastColumn` the previous column, -1 for none.
     void RowColChange(const dao::Bookmark& last, int lastColumn);
-    void DblClick();  // on a row
+    void DblClick();  // on a row, or anywhere in an empty grid
+    // All rows are there; `text` says how many, or why there is none. It also is the grid's
+    // accessible description.
+    void Counted(const QString& text);
     void MouseMove();
 
 protected:
+    void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
@@ -61,9 +68,11 @@ private:
     void FollowRecordset();
     void ReadAhead(qint64 rows);
     void TellSource();
+    void Count();
     dao::Recordset* Records() const;
 
     DataSource* source_ = nullptr;
+    QString emptyText_;
     GridModel* model_ = nullptr;
     ListExport* export_ = nullptr;
     double columnEdge_ = 0;

@@ -1,14 +1,15 @@
 #include "platform/erro.h"
+#include "platform/forms/chevron.h"
 #include "platform/forms/controls.h"
+#include "platform/forms/elide.h"
 #include "platform/forms/theme.h"
+#include "platform/forms/tip.h"
 
 #include <QAbstractItemView>
 #include <QHelpEvent>
 #include <QPainter>
-#include <QPainterPath>
 #include <QStyleOptionComboBox>
 #include <QStylePainter>
-#include <QToolTip>
 #include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
@@ -20,16 +21,6 @@ constexpr int ArrowBreadth = 16;
 constexpr int VisibleRows = 14;
 constexpr int WidestPopup = 480;
 
-void PaintArrow(QPainter& painter, const QRect& box, const QColor& colour) {
-    const QPointF tip(box.right() - ArrowBreadth / 2.0 + 0.5, box.center().y() + 3);
-    QPainterPath arrow(tip + QPointF(-3.5, -3.5));
-    arrow.lineTo(tip);
-    arrow.lineTo(tip + QPointF(3.5, -3.5));
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(colour, 1.5));
-    painter.drawPath(arrow);
-}
-
 }  // namespace
 
 ComboList::ComboList(const QString& name, const QString& accessibleName, QWidget* parent)
@@ -39,9 +30,10 @@ ComboList::ComboList(const QString& name, const QString& accessibleName, QWidget
     // On Unix the toolkit calls a list by the row that it shows, so that the name would be lost.
     setAccessibleDescription(accessibleName);
     setAttribute(Qt::WA_NoMousePropagation);
+    // The toolkit's own policy takes the keyboard by the wheel, too.
+    setFocusPolicy(Qt::StrongFocus);
     setMaxVisibleItems(VisibleRows);
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    view()->setTextElideMode(Qt::ElideRight);
     connect(this, &QComboBox::currentIndexChanged, this, [this](int index) {
         if (index < 0) {
             return;
@@ -90,8 +82,13 @@ void ComboList::showPopup() {
     for (int i = 0; i < count(); ++i) {
         widest = std::max(widest, fontMetrics().horizontalAdvance(itemText(i)));
     }
-    const int wanted = widest + CurrentTheme().scrollPixels + 12;
+    constexpr int BesideTheText = 20;  // margins of list and row
+    const int wanted = widest + CurrentTheme().scrollPixels + BesideTheText;
     view()->setMinimumWidth(std::clamp(wanted, width(), std::max(width(), WidestPopup)));
+    // The toolkit made the list before it knew that no arrows stand at its ends, and sets both anew
+    // with each style.
+    view()->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    view()->setTextElideMode(Qt::ElideRight);
     QComboBox::showPopup();
 }
 
@@ -100,8 +97,7 @@ void ComboList::paintEvent(QPaintEvent*) {
     QStyleOptionComboBox option;
     initStyleOption(&option);
     painter.drawComplexControl(QStyle::CC_ComboBox, option);
-    option.currentText =
-        fontMetrics().elidedText(currentText(), Qt::ElideRight, width() - ArrowBreadth - 8);
+    option.currentText = ElidedLine(currentText(), fontMetrics(), width() - ArrowBreadth - 8);
     painter.drawControl(QStyle::CE_ComboBoxLabel, option);
     if (currentText().isEmpty()) {
         // An empty row says nothing of what there is to choose.
@@ -110,8 +106,8 @@ void ComboList::paintEvent(QPaintEvent*) {
             rect().adjusted(6, 0, -ArrowBreadth - 2, 0), Qt::AlignVCenter,
             fontMetrics().elidedText(accessibleName(), Qt::ElideRight, width() - ArrowBreadth - 8));
     }
-    PaintArrow(
-        painter, rect(),
+    PaintChevron(
+        painter, {width() - (ArrowBreadth + 1) / 2.0, (height() + 1) / 2.0},
         palette().color(isEnabled() ? QPalette::Normal : QPalette::Disabled, QPalette::ButtonText));
 }
 
@@ -119,6 +115,8 @@ void ComboList::wheelEvent(QWheelEvent* event) {
     // A wheel turned while the pointer merely passes must not run a search.
     if (hasFocus()) {
         QComboBox::wheelEvent(event);
+    } else {
+        event->ignore();
     }
 }
 
@@ -128,7 +126,7 @@ bool ComboList::event(QEvent* event) {
     }
     const bool cut = fontMetrics().horizontalAdvance(currentText()) > width() - ArrowBreadth - 8;
     const auto* help = static_cast<QHelpEvent*>(event);
-    QToolTip::showText(help->globalPos(), cut ? currentText().toHtmlEscaped() : QString(), this);
+    ShowTip(help->globalPos(), cut ? currentText() : QString(), this);
     return true;
 }
 

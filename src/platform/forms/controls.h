@@ -162,6 +162,7 @@ public:
     void SetForeColor(const QColor& colour);     // the theme's text colour at the start
     void SetAlignment(Qt::Alignment alignment);  // left and vertically centred at the start
     void SetWordWrap(bool wrap);                 // as many lines as its height holds
+    bool IsCut() const;                          // whether not all of its text is in view
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -231,7 +232,8 @@ private:
     bool announced_ = false;  // the change of selection in progress has had its Click
 };
 
-// A scroll bar that announces finished changes only: a drag of its thumb when it is let go.
+// A scroll bar with an arrow at each end. It announces finished changes only: a drag of its thumb
+// when it is let go. The Tab key reaches it, a click does not take the keyboard.
 class ScrollBar : public QScrollBar {
     Q_OBJECT
 
@@ -246,6 +248,10 @@ public:
 
 Q_SIGNALS:
     void Change();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 };
 
 }  // namespace forms

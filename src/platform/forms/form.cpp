@@ -282,6 +282,29 @@ void Form::PlaceOnScreen() {
     }
 }
 
+// The window takes another size in between: in design pixels it often ends at the one it had, and
+// would keep its old surface.
+void Form::PlaceAnew() {
+    if (kind_ != Kind::Screen) {
+        setFixedSize(designSize_ + QSize(1, 1));
+        setFixedSize(designSize_);
+        PlaceOnScreen();
+        return;
+    }
+    setWindowState(windowState() & ~(Qt::WindowMaximized | Qt::WindowFullScreen));
+    if (isVisible()) {
+        resize(designSize_);
+        PlaceOnScreen();
+    }
+}
+
+// What is hidden is placed when it is shown.
+void Form::PlaceAllAnew() {
+    for (Form* form : Loaded()) {
+        form->PlaceAnew();
+    }
+}
+
 void Form::SetSurround(const QColor& colour) {
     backdrop_->colour = colour;
     backdrop_->update();

@@ -52,6 +52,8 @@ public:
     static Form* Find(const QString& name);
     // The active one among the program's screens, or null.
     static Form* Active();
+    // For when a screen of the computer has another size or scale.
+    static void PlaceAllAnew();
 
     // The parent of every control: the picture, in design pixels from its top left corner.
     QWidget* Picture() const { return picture_; }
@@ -84,6 +86,7 @@ private:
 
     void EnsureLoaded();
     void PlaceOnScreen();
+    void PlaceAnew();
     void BecomeActive();
     static void ActivateTheLast();
 

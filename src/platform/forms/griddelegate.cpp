@@ -1,11 +1,11 @@
 #include "platform/forms/griddelegate.h"
 
 #include "platform/forms/theme.h"
+#include "platform/forms/tip.h"
 
 #include <QAbstractItemView>
 #include <QHelpEvent>
 #include <QPainter>
-#include <QToolTip>
 
 namespace forms {
 namespace {
@@ -46,7 +46,7 @@ bool GridDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
     const QString text = TextOf(index);
     const bool cut =
         option.fontMetrics.horizontalAdvance(text) > TextRect(view->visualRect(index)).width();
-    QToolTip::showText(event->globalPos(), cut ? text.toHtmlEscaped() : QString(), view);
+    ShowTip(event->globalPos(), cut ? text : QString(), view);
     return true;
 }
 

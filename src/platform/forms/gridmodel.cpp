@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <limits>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Blanks in front right-align a stored item number, digit below digit. In a proportional letter a
@@ -81,6 +83,8 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
         case Qt::DisplayRole:
             return column.index < 0 ? QString()
                                     : WithWideBlanks(recordset_->Text(index.row(), column.index));
+        case Qt::AccessibleDescriptionRole:
+            return Sentence(index.row());
         case Qt::TextAlignmentRole:
             return QVariant::fromValue(column.alignment | Qt::AlignVCenter);
         default:
@@ -96,7 +100,19 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
         return section < columnCount() ? columns_[static_cast<std::size_t>(section)].title
                                        : QString();
     }
-    return {};
+    return section < rowCount() ? Sentence(section) : QString();
+}
+
+QString GridModel::Sentence(int row) const {
+    QStringList parts;
+    for (const Column& column : columns_) {
+        const QString text =
+            column.index < 0 ? QString() : recordset_->Text(row, column.index).trimmed();
+        if (!text.isEmpty()) {
+            parts += column.title + u": "_s + text;
+        }
+    }
+    return parts.join(u", "_s);
 }
 
 }  // namespace forms

@@ -34,7 +34,8 @@ public:
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
-    // Of a column its title: nobody sees it, assistive technology reads it.
+    // Of a column its title, of a row the whole of it: nobody sees them, assistive technology
+    // reads them.
     QVariant headerData(int section, Qt::Orientation orientation,
                         int role = Qt::DisplayRole) const override;
 
@@ -45,6 +46,8 @@ private:
         Qt::Alignment alignment;
         int index = -1;  // in the recordset; -1: it has no such field
     };
+
+    QString Sentence(int row) const;  // each cell behind its column's title, empty ones left out
 
     QPointer<dao::Recordset> recordset_;
     std::vector<Column> columns_;

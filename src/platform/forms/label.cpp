@@ -1,9 +1,10 @@
 #include "platform/forms/controls.h"
+#include "platform/forms/elide.h"
+#include "platform/forms/tip.h"
 
 #include <QHelpEvent>
 #include <QPainter>
 #include <QTextLayout>
-#include <QToolTip>
 
 using namespace Qt::StringLiterals;
 
@@ -11,18 +12,6 @@ namespace forms {
 namespace {
 
 constexpr QChar Ellipsis(0x2026);
-
-// A title joins its two pieces by a run of blanks, and the number behind it is what is looked for:
-// the piece in front of the run is cut.
-QString ElidedLine(const QString& text, const QFontMetrics& metrics, int room) {
-    const qsizetype gap = text.indexOf(u"        "_s);
-    const QString number = gap < 0 ? QString() : text.mid(gap);
-    const int roomInFront = room - metrics.horizontalAdvance(number);
-    if (number.isEmpty() || roomInFront < room / 3) {
-        return metrics.elidedText(text, Qt::ElideRight, room);
-    }
-    return metrics.elidedText(text.left(gap), Qt::ElideRight, roomInFront) + number;
-}
 
 }  // namespace
 
@@ -80,6 +69,10 @@ QString Label::Elided() const {
     return lines.join(u'\n');
 }
 
+bool Label::IsCut() const {
+    return Elided().contains(Ellipsis) && !text_.contains(Ellipsis);
+}
+
 void Label::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setPen(foreColor_.isValid() ? foreColor_ : palette().color(QPalette::WindowText));
@@ -90,9 +83,8 @@ bool Label::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip || !toolTip().isEmpty()) {
         return Zone::event(event);
     }
-    const bool cut = Elided().contains(Ellipsis) && !text_.contains(Ellipsis);
     const auto* help = static_cast<QHelpEvent*>(event);
-    QToolTip::showText(help->globalPos(), cut ? text_.toHtmlEscaped() : QString(), this);
+    ShowTip(help->globalPos(), IsCut() ? text_ : QString(), this);
     return true;
 }
 

@@ -2,12 +2,22 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <QtGui/private/qhighdpiscaling_p.h>
+#include <qpa/qplatformscreen.h>
 
 #include <algorithm>
 #include <cmath>
-#include <vector>
 
 namespace forms {
+namespace {
+
+// The toolkit multiplies a screen's own factor by it.
+double UsersFactor() {
+    const double factor = qEnvironmentVariable("QT_SCALE_FACTOR").toDouble();
+    return factor > 0 ? factor : 0;
+}
+
+}  // namespace
 
 double ScaleFor(QSize available) {
     const double scale = std::min(double(available.width()) / PictureSize.width(),
@@ -15,21 +25,33 @@ double ScaleFor(QSize available) {
     return std::max(std::floor(scale * 1000 + 1e-6) / 1000, 1.0);
 }
 
-bool PrepareScale(int argc, char** argv) {
-    for (const char* variable : {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS"}) {
-        if (!qEnvironmentVariableIsEmpty(variable)) {
-            return false;
-        }
+ScreenScale::ScreenScale(QObject* parent) : QObject(parent) {
+    connect(qGuiApp, &QGuiApplication::screenAdded, this, &ScreenScale::Watch);
+    for (QScreen* screen : QGuiApplication::screens()) {
+        Watch(screen);
     }
-    // The screen is known only to an application object, and the scale must stand before the real
-    // one: a short-lived one asks. It takes options out of its arguments, so it gets a copy.
-    std::vector<char*> arguments(argv, argv + argc);
-    arguments.push_back(nullptr);
-    const QGuiApplication probe(argc, arguments.data());
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    const double scale = screen ? ScaleFor(screen->availableSize()) : 1;
-    qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
-    return true;
+}
+
+void ScreenScale::Watch(QScreen* screen) {
+    Fit(screen);
+    // Queued: the scale is not to change amid the toolkit's own work on the news. Changing it is
+    // such news in its turn, and finds nothing more to do.
+    connect(
+        screen, &QScreen::availableGeometryChanged, this,
+        [this, screen] {
+            Fit(screen);
+            Q_EMIT Changed();
+        },
+        Qt::QueuedConnection);
+}
+
+void ScreenScale::Fit(QScreen* screen) {
+    const double users = UsersFactor();
+    const double fitting = ScaleFor(screen->handle()->availableGeometry().size());
+    const double wanted = users > 0 ? std::min(users, fitting) : fitting;
+    if (!qFuzzyCompare(QHighDpiScaling::factor(screen), wanted)) {
+        QHighDpiScaling::setScreenFactor(screen, users > 0 ? wanted / users : wanted);
+    }
 }
 
 }  // namespace forms

@@ -68,6 +68,17 @@ QScrollBar::handle:hover, QScrollBar::handle:pressed { background: @focus; }
 QScrollBar::handle:vertical { min-height: 24px; }
 QScrollBar::handle:horizontal { min-width: 24px; }
 QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; border: none; }
+forms--ScrollBar:horizontal { margin: 0 @scrollButtonPixelspx; }
+forms--ScrollBar:vertical { margin: @scrollButtonPixelspx 0; }
+forms--ScrollBar::add-line, forms--ScrollBar::sub-line {
+    width: @scrollButtonPixelspx; height: @scrollButtonPixelspx; background: @button;
+    subcontrol-origin: margin;
+}
+forms--ScrollBar::add-line:horizontal { subcontrol-position: right; }
+forms--ScrollBar::sub-line:horizontal { subcontrol-position: left; }
+forms--ScrollBar::add-line:vertical { subcontrol-position: bottom; }
+forms--ScrollBar::sub-line:vertical { subcontrol-position: top; }
+forms--ScrollBar::add-line:hover, forms--ScrollBar::sub-line:hover { background: @lit; }
 QScrollBar::add-page, QScrollBar::sub-page { background: none; }
 QPushButton {
     background: @base; color: @text; border: 1px solid @primary; border-radius: 3px;
@@ -83,6 +94,7 @@ QToolTip { background: @tip; color: @text; border: 1px solid @border; padding: 2
         {u"@selectionText"_s, theme.selectionText.name()},
         {u"@selection"_s, theme.selection.name()},
         {u"@scrollHandle"_s, theme.scrollHandle.name()},
+        {u"@scrollButtonPixels"_s, QString::number(theme.scrollButtonPixels)},
         {u"@scrollPixels"_s, QString::number(theme.scrollPixels)},
         {u"@rowPixels"_s, QString::number(theme.rowPixels)},
         {u"@disabledText"_s, theme.disabledText.name()},

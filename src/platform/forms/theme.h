@@ -27,9 +27,10 @@ struct Theme {
     QColor tip{0xff, 0xfb, 0xe6};
 
     int textPixels = 12;
-    int boxPixels = 21;     // height of a text box or a closed list
-    int rowPixels = 18;     // height of a grid's row
-    int scrollPixels = 14;  // breadth of a scroll bar
+    int boxPixels = 21;           // height of a text box or a closed list
+    int rowPixels = 18;           // height of a grid's row
+    int scrollPixels = 14;        // breadth of a scroll bar
+    int scrollButtonPixels = 17;  // length of the arrows at the ends of one that has them
 };
 
 const Theme& CurrentTheme();

@@ -65,6 +65,71 @@ private Q_SLOTS:
         QCOMPARE(Tag(), u"0"_s);
     }
 
+    // Arrow by one, track by three, wheel; the chosen picture goes out of view and comes back.
+    void theBarLeavesTheSelection() {
+        Abrir(20);
+        const auto clicar = [this](int x) {
+            QTest::mouseClick(Barra(), Qt::LeftButton, {}, QPoint(x, 8));
+        };
+        clicar(552);
+        QCOMPARE(Legenda(0), u"F 002"_s);
+        QCOMPARE(Tag(), QString());
+        clicar(530);
+        QCOMPARE(Legenda(0), u"F 005"_s);
+        QVERIFY(Achar(Busca, "pctPesquisaFiguras")->hasFocus());
+        clicar(8);
+        Wheel(*Barra(), 1);
+        QCOMPARE(Legenda(0), u"F 001"_s);
+        QCOMPARE(Tag(), u"0"_s);
+    }
+
+    // On a thumbnail or its caption.
+    void aDoubleClickOpensThePicture_data() {
+        const Table<QString> row("nome");
+        row("thumbnail", "imgFigura(2)");
+        row("caption", "lblDescricaoFigura(2)");
+    }
+    void aDoubleClickOpensThePicture() {
+        QFETCH(const QString, nome);
+        janela_->Abrir();
+        Clicar(Busca, "imgPesquisa3");
+        auto* alvo = Achar(Busca, nome);
+        DoubleClickAt(*gFrmPesquisa, alvo->mapTo(gFrmPesquisa->Picture(), alvo->rect().center()));
+        QVERIFY(Visivel(Resultado));
+        QCOMPARE(Rotulo(Resultado, "lblInf"), u"Figura: Válvulas"_s);
+    }
+
+    // Nothing of the longest caption lies on the frame.
+    void theFrameIsClearOfTheCaption() {
+        janela_->catalogo.Executar(
+            {"UPDATE FOTOPECAPESQUISA SET DescricaoFotoPecaPesquisa = 'Aggjpqy aggjpqy aggjpqy "
+             "aggjpqy aggjpqy aggjpqy aggjpqy aggjpqy'"});
+        janela_->Abrir();
+        Clicar(Busca, "imgPesquisa3");
+        auto* moldura = Achar(Busca, "imgFiguraSelecionada");
+        auto* legenda = Achar(Busca, "lblDescricaoFigura(0)");
+        const auto retrato = [&](bool comLegenda) {
+            legenda->setVisible(comLegenda);
+            return Achar(Busca, "pctPesquisaFiguras")->grab(moldura->geometry()).toImage();
+        };
+        const QImage com = retrato(true);
+        const QImage sem = retrato(false);
+        moldura->hide();
+        const QImage nada = retrato(false);
+        int linhas = 0;
+        for (int y = 0; y < com.height(); ++y) {
+            bool texto = false;
+            for (int x = 0; x < com.width(); ++x) {
+                if (com.pixel(x, y) != sem.pixel(x, y)) {
+                    texto = true;
+                    QCOMPARE(sem.pixelColor(x, y), nada.pixelColor(x, y));
+                }
+            }
+            linhas += texto;
+        }
+        QVERIFY(linhas > 15);  // both lines of it
+    }
+
     void fewPictures_data() {
         const Table<int> row("total");
         row("none", 0);
