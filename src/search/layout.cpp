@@ -159,5 +159,5 @@ void frmPesquisa::CriarPainelVeiculos() {
 void frmPesquisa::CriarPainelFiguras() {
     auto* painel = new forms::Panel(u"pctTelaPesquisa(2)"_s, u"pesquisa-figuras"_s, Picture());
     pctTelaPesquisa[2] = painel;
-    mGaleria = new Galeria(painel);
+    galeria_ = new Galeria(painel);
 }

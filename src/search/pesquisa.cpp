@@ -47,9 +47,9 @@ void frmPesquisa::Load() {
     mPesquisa1Pronta = false;
     mPesquisa2Pronta = false;
     PreencherCombos();
-    mGaleria->CarregarFiguras();
-    mGaleria->ExibirFiguras(1);
-    mGaleria->SelecionarFigura(1);
+    galeria_->CarregarFiguras();
+    galeria_->ExibirFiguras(1);
+    galeria_->SelecionarFigura(1);
     QString ninguem;
     LerConfiguracao(u"VERIFICACAOAUTOMATICA"_s, ninguem, ninguem);
     novidades_.CarregarDadosVerificacao(true);
@@ -92,13 +92,13 @@ void frmPesquisa::LigarEventos() {
 
     AoClicar(u"imgPesquisa1"_s, [this] { MostrarPainel(0, txtNumeroTarvo); });
     AoClicar(u"imgPesquisa2"_s, [this] { MostrarPainel(1, txtVeiculo); });
-    AoClicar(u"imgPesquisa3"_s, [this] { MostrarPainel(2, mGaleria->Teclado()); });
+    AoClicar(u"imgPesquisa3"_s, [this] { MostrarPainel(2, galeria_->Teclado()); });
     AoClicar(u"imgAjuda"_s, AbrirAjuda);
     AoClicar(u"imgConhecaTarvo"_s, AbrirTour);
     AoClicar(u"imgConfiguracoes"_s, AbrirConfiguracoes);
     AoClicar(u"imgSair"_s, [this] { Unload(); });
 
-    QWidget* const focos[] = {txtNumeroTarvo, txtVeiculo, mGaleria->Teclado()};
+    QWidget* const focos[] = {txtNumeroTarvo, txtVeiculo, galeria_->Teclado()};
     for (size_t i = 0; i < pctTelaPesquisa.size(); ++i) {
         QWidget* foco = focos[i];
         connect(pctTelaPesquisa[i], &forms::Panel::GotFocus, this, [foco] { foco->setFocus(); });
@@ -132,7 +132,7 @@ void frmPesquisa::LigarEventos() {
         AoClicar(u"pctResultadoPesquisaFundo("_s + QString::number(i) + u')',
                  [this, i] { AbrirResultado(i); });
     }
-    connect(mGaleria, &Galeria::DblClick, this, [this] { AbrirResultado(2); });
+    connect(galeria_, &Galeria::DblClick, this, [this] { AbrirResultado(2); });
     LigarNovidades();
 }
 
@@ -171,7 +171,7 @@ void frmPesquisa::LigarLuz() {
     ApagarSobre(pctBarraAtualizacao);
     ApagarSobre(grdPesquisa1);
     ApagarSobre(grdPesquisa2);
-    ApagarSobre(mGaleria);
+    ApagarSobre(galeria_);
 }
 
 // The other two go first, so that the panel never stands beside one that is about to leave.

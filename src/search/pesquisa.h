@@ -79,7 +79,7 @@ private:
     forms::BoundGrid* grdPesquisa2 = nullptr;
     forms::DataSource* dtcPesquisa2 = nullptr;
 
-    Galeria* mGaleria = nullptr;
+    Galeria* galeria_ = nullptr;
 
     forms::Label* lblEmissao = nullptr;
     forms::Panel* pctBarraAtualizacao = nullptr;

@@ -78,7 +78,7 @@ std::optional<frmPesquisa::Referencia> frmPesquisa::ReferenciaDoVeiculo() const 
 }
 
 std::optional<frmPesquisa::Referencia> frmPesquisa::ReferenciaDaFigura() const {
-    const Galeria::Figura& figura = mGaleria->Selecionada();
+    const Galeria::Figura& figura = galeria_->Selecionada();
     Referencia referencia;
     referencia.tipo = u"FPC"_s;
     referencia.PorCodigo(figura.codigo);

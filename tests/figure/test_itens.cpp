@@ -224,6 +224,7 @@ private Q_SLOTS:
 
     void blinkingEndsAtTheFirstTouch() {
         mao_->AbrirFiguraDoItem("   2");
+        QCOMPARE(forms::Form::Find(Figura)->findChild<QTimer*>(u"Timer1"_s)->interval(), 100);
         QCOMPARE(Acesos(), u"2:0 2:0"_s);
         QTRY_COMPARE(Acesos(), u"2:15 2:15"_s);
         QTRY_COMPARE(Acesos(), u"2:12 2:12"_s);

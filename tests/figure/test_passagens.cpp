@@ -7,6 +7,12 @@ class TestPassagens : public QObject {
 
     std::unique_ptr<Mao> mao_;
 
+    static void DuploCliqueEm(const AnyText& tela, const AnyText& nome) {
+        const auto* grade = Achar<forms::BoundGrid>(tela, nome);
+        forms::Form& form = *forms::Form::Find(tela);
+        DoubleClickAt(form, grade->mapTo(form.Picture(), QPoint(30, 8)));
+    }
+
 private Q_SLOTS:
     void init() { mao_ = std::make_unique<Mao>(); }
     void cleanup() { mao_.reset(); }
@@ -185,6 +191,19 @@ private Q_SLOTS:
         }
         QCOMPARE(TelasCarregadas(), restam);
         QVERIFY(Visivel(restam.last()));
+    }
+
+    // From the parts' row and from the list's.
+    void aDoubleClickOnARowOpensTheFigure() {
+        mao_->AbrirResultado("Peças", "12002");
+        DuploCliqueEm(Resultado, "grdResultadoPesquisaPeca");
+        QVERIFY(Visivel(Figura));
+        QVERIFY(!Piscando());
+        Clicar(Figura, "imgListaComponentesFundo");
+        IrNaLista(" 100");
+        DuploCliqueEm(Lista, "grdListaPecas");
+        QVERIFY(Visivel(Figura));
+        QVERIFY(Piscando());
     }
 };
 
