@@ -81,8 +81,22 @@ private Q_SLOTS:
         QCOMPARE(ErrorOf([&] { Open(folder + "\\nada\\Tarvo.mdb"_L1); }), 3044);
         QCOMPARE(ErrorOf([&] { Open(folder + "\\nada.mdb"_L1); }), 3024);
         QVERIFY(!QFile::exists(folder + "/nada.mdb"_L1));
+        try {
+            Open(folder + "\\nada.mdb"_L1);
+        } catch (const Erro& erro) {  // named as the platform writes it, not half and half
+            QVERIFY(erro.Description().contains(QDir::toNativeSeparators(folder + "/nada.mdb"_L1)));
+        }
         QCOMPARE(ErrorOf([&] { Open(folder); }), 3024);
         QCOMPARE(ErrorOf([&] { Open(folder + "\\TARVO.MDB"_L1); }), 0);
+    }
+
+    void NoEnglishInADetail() {
+        try {
+            session_.Execute("CREATE INDEX PECA ON PECA (Ano)");
+            QFAIL("an index by a table's name");
+        } catch (const Erro& erro) {
+            QCOMPARE(erro.Description(), u"Já existe uma tabela com este nome: PECA."_s);
+        }
     }
 
     // With the file open in this process already, it must not be opened by other means: that would

@@ -158,6 +158,7 @@ private Q_SLOTS:
         frmConfiguracoes::Abrir();
         QCOMPARE(caixas.Boxes().size(), 1);
         QCOMPARE(caixas.Boxes().first().text.section(u'\n', 0, 0), u"Erro nº: 53"_s);
+        QVERIFY(caixas.Boxes().first().text.endsWith(u"CatalogoTarvoConfig.txt"_s));
         QVERIFY(!FormularioCarregado(frmConfiguracoes::Nome));
         QCOMPARE(forms::MousePointer(), forms::vbDefault);
     }
