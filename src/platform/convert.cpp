@@ -1,15 +1,19 @@
 #include "platform/convert.h"
 
 #include <QLocale>
+#include <QRegularExpression>
 
 #include <cmath>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
 double NumberOf(const QString& text) {
     bool ok = false;
-    const double number = QLocale::c().toDouble(text.trimmed(), &ok);
-    if (!ok) {
+    // Not by way of a locale, which would skip the commas of "1,000".
+    const double number = text.trimmed().toDouble(&ok);
+    if (!ok || !std::isfinite(number)) {
         throw Erro(Erro::TypeMismatch);
     }
     return number;
@@ -64,19 +68,9 @@ qint64 convert::ToInt64(const QVariant& value) {
 }
 
 double convert::Val(QStringView text) {
-    QString digits;
-    bool point = false;
-    for (const QChar c : text) {
-        if (c == u' ' || c == u'\t') {
-            continue;
-        }
-        const bool sign = digits.isEmpty() && (c == u'-' || c == u'+');
-        const bool firstPoint = c == u'.' && !point;
-        if (!sign && !firstPoint && !(c >= u'0' && c <= u'9')) {
-            break;
-        }
-        point = point || firstPoint;
-        digits += c;
-    }
-    return QLocale::c().toDouble(digits);
+    QString plain = text.toString();
+    plain.remove(u' ').remove(u'\t');
+    static const QRegularExpression leading(
+        u"^[+-]?(\\d+\\.?\\d*|\\.\\d+)([eEdD][+-]?\\d{1,3})?"_s);
+    return leading.match(plain).captured().replace("d"_L1, "e"_L1, Qt::CaseInsensitive).toDouble();
 }

@@ -53,7 +53,8 @@ inline quint8 ToByte(const QVariant& value) {
     return Narrow<quint8>(ToInt64(value));
 }
 
-// The leading number of a text, blanks skipped; 0 when there is none. Never fails.
+// The leading number of a text, blanks skipped, with its exponent; 0 when there is none, infinite
+// when it is beyond all numbers. Never fails.
 double Val(QStringView text);
 
 }  // namespace convert

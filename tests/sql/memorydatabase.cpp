@@ -1,6 +1,7 @@
 #include "memorydatabase.h"
 
-#include "platform/dao/functions.h"
+#include "platform/dao/schema.h"
+#include "platform/dao/sqlite.h"
 #include "platform/erro.h"
 #include "platform/sql/parser.h"
 #include "platform/sql/writer.h"
@@ -71,13 +72,12 @@ INSERT INTO CONTROLETRAN VALUES (0);
 
 }  // namespace
 
-MemoryDatabase::MemoryDatabase() {
-    sqlite3_open(":memory:", &handle_);
-    dao::RegisterFunctions(handle_);
-}
+MemoryDatabase::MemoryDatabase()
+    : connection_(std::make_shared<dao::Connection>(u":memory:"_s, QByteArray(),
+                                                    dao::Connection::Mode::ReadWrite)) {}
 
-MemoryDatabase::~MemoryDatabase() {
-    sqlite3_close(handle_);
+sqlite3* MemoryDatabase::Handle() const {
+    return connection_->Handle();
 }
 
 void MemoryDatabase::MakeCatalogue() const {
@@ -89,7 +89,7 @@ QStringList MemoryDatabase::RunNative(const QByteArray& sql, bool names) const {
     const char* rest = sql.constData();
     while (*rest) {
         sqlite3_stmt* statement = nullptr;
-        int code = sqlite3_prepare_v2(handle_, rest, -1, &statement, &rest);
+        int code = sqlite3_prepare_v2(Handle(), rest, -1, &statement, &rest);
         const int columns = sqlite3_column_count(statement);
         QStringList head;
         for (int i = 0; names && i < columns; ++i) {
@@ -108,15 +108,14 @@ QStringList MemoryDatabase::RunNative(const QByteArray& sql, bool names) const {
         }
         sqlite3_finalize(statement);
         if (code != SQLITE_OK && code != SQLITE_DONE) {
-            throw Erro(-1, QString::fromUtf8(sqlite3_errmsg(handle_)));
+            throw Erro(-1, QString::fromUtf8(sqlite3_errmsg(Handle())));
         }
     }
     return rows;
 }
 
 sql::Translation MemoryDatabase::Translate(const QString& text, sql::Accents accents) const {
-    using namespace sql;
-    return WriteStatement(Parser::ParseStatement(text.toUtf8()), Schema(), accents);
+    return sql::WriteCommand(sql::Parser::ParseCommand(text.toUtf8()), Schema(), accents);
 }
 
 QStringList MemoryDatabase::Run(const AnyText& text, bool names, sql::Accents accents) const {
@@ -136,29 +135,6 @@ QStringList MemoryDatabase::Run(const AnyText& text, bool names, sql::Accents ac
 }
 
 sql::Schema MemoryDatabase::Schema() const {
-    const auto table = [this](const QString& name) -> std::optional<sql::TableInfo> {
-        const QByteArray quoted = "'" + name.toUtf8().replace("'", "''") + "'";
-        const QStringList found = RunNative(
-            "SELECT name, type, replace(sql, char(10), ' ') FROM sqlite_schema WHERE type IN"
-            " ('table', 'view') AND name = " +
-            quoted + " COLLATE NOCASE");
-        if (found.isEmpty()) {
-            return std::nullopt;
-        }
-        sql::TableInfo info;
-        info.name = found.front().section(u'|', 0, 0);
-        info.isView = found.front().section(u'|', 1, 1) == "view"_L1;
-        info.definition = found.front().section(u'|', 2);
-        for (const QString& row : RunNative(
-                 "SELECT name, type, \"notnull\", pk FROM pragma_table_info(" + quoted + ")")) {
-            const QStringList parts = row.split(u'|');
-            info.columns.append({parts[0], parts[1], parts[2] != "0"_L1, parts[3].toInt()});
-        }
-        info.indexes = RunNative(
-            "SELECT sql FROM sqlite_schema WHERE type IN ('index', 'trigger') AND sql IS NOT NULL "
-            "AND tbl_name = " +
-            quoted + " COLLATE NOCASE ORDER BY name");
-        return info;
-    };
-    return {table};
+    dao::ForgetTables(*connection_);
+    return dao::SchemaOf(*connection_);
 }

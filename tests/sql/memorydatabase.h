@@ -6,16 +6,17 @@
 
 struct sqlite3;
 
+namespace dao {
+class Connection;
+}
+
 // A database in memory with the dialect's collation and functions, and the small catalogue that
 // the tests of the dialect ask.
 class MemoryDatabase {
 public:
     MemoryDatabase();
-    ~MemoryDatabase();
-    MemoryDatabase(const MemoryDatabase&) = delete;
-    MemoryDatabase& operator=(const MemoryDatabase&) = delete;
 
-    sqlite3* Handle() const { return handle_; }
+    sqlite3* Handle() const;
     sql::Schema Schema() const;
 
     // The engine's own SQL. Rows come as texts, columns with | between them, Null as a hyphen. A
@@ -33,5 +34,5 @@ public:
     void MakeCatalogue() const;
 
 private:
-    sqlite3* handle_ = nullptr;
+    std::shared_ptr<dao::Connection> connection_;
 };

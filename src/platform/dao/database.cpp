@@ -1,3 +1,4 @@
+#include "platform/dao/companion.h"
 #include "platform/dao/dao.h"
 #include "platform/dao/errors.h"
 #include "platform/dao/savepoint.h"
@@ -53,25 +54,52 @@ QByteArray PasswordOf(const QString& connect) {
     return at < 0 ? QByteArray() : QStringView(connect).sliced(at + mark.size()).toUtf8();
 }
 
+// Rows changed by the statement itself. The engine's own count stays that of the last change where
+// a statement makes none.
 qint64 RunOne(Connection& connection, const QByteArray& sql) {
     Statement statement(connection, sql);
+    const qint64 before = connection.AllChanges();
     while (statement.Step()) {
     }
-    return connection.Changes();
+    return connection.AllChanges() == before ? 0 : connection.Changes();
 }
 
-qint64 RunAll(Connection& connection, const QList<QByteArray>& statements) {
-    if (statements.size() == 1) {
-        return RunOne(connection, statements.first());  // all or nothing by itself
-    }
-    Savepoint savepoint(connection);
+// Rows affected: none by a definition, whatever rows it moves.
+qint64 RunAll(Connection& connection, const sql::Translation& translation) {
     qint64 changes = 0;
-    for (const QByteArray& sql : statements) {
-        changes += RunOne(connection, sql);
+    if (translation.statements.size() == 1) {
+        changes = RunOne(connection, translation.statements.first());  // all or nothing by itself
+    } else {
+        Savepoint savepoint(connection);
+        for (const QByteArray& sql : translation.statements) {
+            changes += RunOne(connection, sql);
+        }
+        savepoint.Release();
     }
-    savepoint.Release();
-    return changes;
+    return translation.kind == sql::Translation::Kind::Definition ? 0 : changes;
 }
+
+// What connections remember of the tables is void from before a definition until behind it.
+class TablesForgotten {
+public:
+    TablesForgotten(const Connection& connection, bool wanted)
+        : connection_(connection), wanted_(wanted) {
+        Forget();
+    }
+    ~TablesForgotten() { Forget(); }
+    TablesForgotten(const TablesForgotten&) = delete;
+    TablesForgotten& operator=(const TablesForgotten&) = delete;
+
+private:
+    void Forget() const {
+        if (wanted_) {
+            ForgetTables(connection_);
+        }
+    }
+
+    const Connection& connection_;
+    bool wanted_;
+};
 
 }  // namespace
 
@@ -97,16 +125,18 @@ void Database::Execute(const QString& sql, int options) {
         Throw(Failure::NotAnAction);
     }
     FinishOtherReads(*connection_);
-    if (translation.kind == Kind::Definition) {
-        // The engine changes no table that a statement of its own is reading.
-        connection_->FinishReads();
-        ForgetTables(*connection_);
+    const bool defines = translation.kind == Kind::Definition || !translation.defined.isEmpty();
+    const TablesForgotten forgotten(*connection_, defines);
+    if (defines) {
+        connection_->FinishReads();  // the engine changes no table that a statement is reading
+    } else {
+        connection_->FinishUnsettledReads();
     }
     const Impatience impatience(*connection_, (options & dbSeeChanges) != 0);
     connection_->BeginIfWanted();
     const bool within = connection_->InTransaction();
     try {
-        affected_ = RunAll(*connection_, translation.statements);
+        affected_ = RunAll(*connection_, translation);
     } catch (const Erro& erro) {
         // A computer that is about to commit waits for the reads of this very connection, and the
         // engine then refuses at once instead of letting both wait. With the reads done, the
@@ -118,7 +148,7 @@ void Database::Execute(const QString& sql, int options) {
             throw;
         }
         connection_->FinishReads();
-        affected_ = RunAll(*connection_, translation.statements);
+        affected_ = RunAll(*connection_, translation);
     }
 }
 

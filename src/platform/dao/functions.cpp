@@ -21,6 +21,10 @@ namespace {
 
 using sql::Function;
 
+// Bytes of the longest value and of the longest text of SQL: far beyond what a catalogue holds, and
+// little enough that no chain of texts joined to themselves fills the memory.
+constexpr int LongestValue = 48'000'000;
+
 QString TextOf(sqlite3_value* value) {
     const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
     return QString::fromUtf8(text, sqlite3_value_bytes(value));
@@ -94,12 +98,44 @@ void CallConcat(sqlite3_context* context, int count, sqlite3_value** values) {
         CallOperation<sql::Concat>(context, count, values);
         return;
     }
+    const auto length = [&](int i) { return sqlite3_value_bytes(values[i]); };
+    if (length(0) > LongestValue - length(1)) {
+        sqlite3_result_error_toobig(context);
+        return;
+    }
     std::string joined;
     for (int i = 0; i < 2; ++i) {
         joined.append(reinterpret_cast<const char*>(sqlite3_value_text(values[i])),
                       static_cast<std::size_t>(sqlite3_value_bytes(values[i])));
     }
     sqlite3_result_text64(context, joined.data(), joined.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
+}
+
+// (value, three numbers of its column's type, name of the column): what the column keeps.
+template <bool Required>
+void CallStore(sqlite3_context* context, int, sqlite3_value** values) {
+    Guarded(context, [&] {
+        const auto type =
+            sql::ColumnType::OfCode(sqlite3_value_int(values[1]), sqlite3_value_int(values[2]),
+                                    sqlite3_value_int(values[3]));
+        try {
+            const QVariant kept = type.Store(VariantOf(values[0]));
+            if (Required && convert::IsNull(kept)) {
+                Throw(Failure::NotNull);
+            }
+            SetResult(context, kept);
+        } catch (const Erro& erro) {
+            throw Erro(erro.Number(), erro.Description() + u' ' + TextOf(values[4]));
+        }
+    });
+}
+
+void CallDateText(sqlite3_context* context, int, sqlite3_value** values) {
+    Guarded(context, [&] {
+        const QVariant value = VariantOf(values[0]);
+        const bool date = !convert::IsNull(value) && !sql::IsText(value);
+        SetResult(context, date ? QVariant(sql::DateText(value)) : value);
+    });
 }
 
 void DeletePattern(void* pattern) {
@@ -216,22 +252,32 @@ void RegisterFunctions(sqlite3* handle) {
     RegisterTable(handle, sql::NumberFunctions());
     RegisterTable(handle, sql::DateFunctions());
 
+    sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, LongestValue);
+
     struct Plain {
         const char* name;
         void (*call)(sqlite3_context*, int, sqlite3_value**);
+        int arguments = 2;
     };
     constexpr Plain Operations[] = {
+        {"dao_store", CallStore<false>, 5},
+        {"dao_storekey", CallStore<true>, 5},
+        {"dao_datetext", CallDateText, 1},
         {"dao_like", CallLike<sql::Accents::Minded>},
         {"dao_liketyped", CallLike<sql::Accents::AsTyped>},
         {"dao_concat", CallConcat},
         {"dao_add", CallOperation<sql::Add>},
+        {"dao_subtract", CallOperation<sql::Subtract>},
+        {"dao_multiply", CallOperation<sql::Multiply>},
+        {"dao_divide", CallOperation<sql::Divide>},
         {"dao_idiv", CallOperation<sql::IntDivide>},
         {"dao_mod", CallOperation<sql::Modulo>},
         {"dao_pow", CallOperation<sql::Power>},
     };
     for (const Plain& operation : Operations) {
-        Check(sqlite3_create_function_v2(handle, operation.name, 2, Flags | SQLITE_DETERMINISTIC,
-                                         nullptr, operation.call, nullptr, nullptr, nullptr));
+        Check(sqlite3_create_function_v2(handle, operation.name, operation.arguments,
+                                         Flags | SQLITE_DETERMINISTIC, nullptr, operation.call,
+                                         nullptr, nullptr, nullptr));
     }
     // Not for what lies in the file (views, say): it belongs to one reading.
     Check(sqlite3_create_function_v2(handle, "dao_pulse", 0, SQLITE_UTF8 | SQLITE_DIRECTONLY,

@@ -25,6 +25,11 @@ public:
     RowReader(const RowReader&) = delete;
     RowReader& operator=(const RowReader&) = delete;
 
+    // What is still to come is no longer open to changes of its own connection: a search whose last
+    // statement has begun, and has looked up by then what its rows depend on. Other results have
+    // parts that begin later.
+    bool IsSettled() const { return flagColumn_ && current_ + 1 >= statements_.size(); }
+
     // Everything is in the store and the lock is gone.
     bool Done() const { return statements_.empty() && !failure_; }
 

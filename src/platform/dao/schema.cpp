@@ -1,17 +1,17 @@
 #include "platform/dao/schema.h"
 
+#include "platform/dao/companion.h"
 #include "platform/dao/errors.h"
-#include "platform/dao/savepoint.h"
 #include "platform/sql/plan.h"
+#include "platform/sql/token.h"
 
-#include <QFile>
-#include <QFileInfo>
 #include <QHash>
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <memory>
+
+using namespace Qt::StringLiterals;
 
 namespace dao {
 
@@ -31,41 +31,28 @@ struct TableCache {
 
 namespace {
 
-constexpr char CompanionSchema[] = "companion";
-
-// The engine locks a whole file for writing. A lock that is held for the length of an update must
-// not stop everybody else's small writes, so its table stands in a file of its own. That file holds
-// one row without meaning and is not enciphered: a key would buy nothing and cost a derivation.
-constexpr std::array CompanionTables = {"CONTROLETRAN"};
-constexpr char CompanionDefinition[] =
-    "CREATE TABLE IF NOT EXISTS companion.CONTROLETRAN (a INTEGER);"
-    // With no row the lock statement would succeed without a lock; a second row has no use.
-    "CREATE UNIQUE INDEX IF NOT EXISTS companion.CONTROLETRAN_UMA ON CONTROLETRAN ((1));"
-    "INSERT INTO companion.CONTROLETRAN SELECT 0"
-    " WHERE NOT EXISTS (SELECT 1 FROM companion.CONTROLETRAN)";
-
-QString CompanionPath(const QString& catalogue) {
-    const QFileInfo file(catalogue);
-    return file.path() + u'/' + file.completeBaseName() + QLatin1String(".ldb");
+// A row of a table whose key counts by itself may come without one.
+bool NumbersRows(const QByteArray& definition) {
+    const std::vector<sql::Token> tokens = sql::Tokenize(definition);
+    return std::any_of(tokens.begin(), tokens.end(), [](const sql::Token& token) {
+        return sql::EqualWords(token.text, "AUTOINCREMENT");
+    });
 }
 
-bool HasCompanion(Connection& connection) {
-    return connection.Value("SELECT count(*) FROM pragma_database_list WHERE name = 'companion'")
-               .toLongLong() == 1;
-}
-
-bool CompanionIsWhole(Connection& connection) {
-    return connection
-                   .Value(
-                       "SELECT count(*) FROM companion.sqlite_schema WHERE name = 'CONTROLETRAN'")
-                   .toLongLong() == 1 &&
-           connection.Value("SELECT count(*) FROM companion.CONTROLETRAN").toLongLong() == 1;
+QStringList ListOf(Connection& connection, const QByteArray& query, const QString& name) {
+    QStringList list;
+    Statement statement(connection, query);
+    statement.Bind(1, name);
+    while (statement.Step()) {
+        list.append(statement.Column(0).toString());
+    }
+    return list;
 }
 
 std::optional<sql::TableInfo> ReadTable(Connection& connection, const QByteArray& schema,
                                         const QString& name) {
     Statement find(connection, "SELECT name, type, sql FROM " + schema +
-                                   ".sqlite_schema WHERE name = ?1 COLLATE NOCASE"
+                                   ".sqlite_schema WHERE name = ?1 COLLATE TARVO"
                                    " AND type IN ('table', 'view')");
     find.Bind(1, name);
     if (!find.Step()) {
@@ -73,8 +60,12 @@ std::optional<sql::TableInfo> ReadTable(Connection& connection, const QByteArray
     }
     sql::TableInfo table;
     table.name = find.Column(0).toString();
-    table.isView = find.Column(1).toString() == QLatin1String("view");
+    table.isView = find.Column(1).toString() == "view"_L1;
     table.definition = find.Column(2).toString();
+    table.numbersRows = NumbersRows(table.definition.toUtf8());
+    table.hasRowid =
+        ListOf(connection, "SELECT 1 FROM pragma_table_list(?1) WHERE wr = 1", table.name)
+            .isEmpty();
 
     Statement columns(connection,
                       "SELECT name, type, \"notnull\", pk FROM pragma_table_info(?1, '" + schema +
@@ -86,13 +77,25 @@ std::optional<sql::TableInfo> ReadTable(Connection& connection, const QByteArray
     }
 
     Statement indexes(connection,
-                      "SELECT sql FROM " + schema +
-                          ".sqlite_schema WHERE type IN ('index', 'trigger') AND tbl_name = ?1"
-                          " AND sql IS NOT NULL ORDER BY name");
+                      "SELECT l.name, l.\"unique\", l.partial, s.sql FROM pragma_index_list(?1, '" +
+                          schema + "') AS l JOIN " + schema +
+                          ".sqlite_schema AS s ON s.type = 'index' AND s.name = l.name"
+                          " ORDER BY l.name");
     indexes.Bind(1, table.name);
     while (indexes.Step()) {
-        table.indexes.append(indexes.Column(0).toString());
+        const QString index = indexes.Column(0).toString();
+        table.indexes.append(
+            {index, indexes.Int64(1) != 0, indexes.Int64(2) != 0,
+             ListOf(connection,
+                    "SELECT name FROM pragma_index_info(?1, '" + schema + "') ORDER BY seqno",
+                    index),
+             indexes.Column(3).toString()});
     }
+    table.triggers = ListOf(connection,
+                            "SELECT sql FROM " + schema +
+                                ".sqlite_schema WHERE type = 'trigger' AND tbl_name = ?1"
+                                " ORDER BY name",
+                            table.name);
     return table;
 }
 
@@ -127,24 +130,22 @@ std::optional<sql::TableInfo> FindTable(Connection& connection, const QString& n
     return table;
 }
 
-}  // namespace
-
-void AttachCompanion(Connection& connection) {
-    if (!HasCompanion(connection)) {
-        const QString path = CompanionPath(connection.Path());
-        // An empty file is an empty database; the engine itself attaches only what is there.
-        QFile(path).open(QIODevice::WriteOnly | QIODevice::NewOnly);
-        Statement attach(connection, "ATTACH ?1 AS companion KEY ''");
-        attach.Bind(1, path);
-        attach.Step();
+// The lock that such a table is would be gone for good behind a table of its name in the catalogue.
+void GuardCompanion(Connection& connection, const sql::Translation& translation) {
+    if (IsCompanionTable(translation.defined)) {
+        Throw(Failure::TableExists, translation.defined);
     }
-    if (!CompanionIsWhole(connection)) {
-        // Two computers may come here at once: the second one finds the work done.
-        Savepoint savepoint(connection);
-        connection.Run(CompanionDefinition);
-        savepoint.Release();
+    if (translation.kind != sql::Translation::Kind::Definition) {
+        return;
+    }
+    for (const QString& table : translation.tables) {
+        if (IsCompanionTable(table) && !FindTable(connection, table)) {
+            Throw(Failure::NotSupported, table);
+        }
     }
 }
+
+}  // namespace
 
 void ForgetTables(const Connection& connection) {
     for (Connection* other : Connection::All()) {
@@ -154,10 +155,7 @@ void ForgetTables(const Connection& connection) {
     }
 }
 
-sql::Translation Prepare(Connection& connection, const QString& sql, sql::Accents accents) {
-    if (!connection.IsOpen()) {
-        Throw(Failure::ObjectInvalid);
-    }
+sql::Schema SchemaOf(Connection& connection) {
     sql::Schema schema;
     schema.table = [&connection](const QString& name) {
         auto table = FindTable(connection, name);
@@ -166,15 +164,20 @@ sql::Translation Prepare(Connection& connection, const QString& sql, sql::Accent
         }
         return table;
     };
+    return schema;
+}
+
+sql::Translation Prepare(Connection& connection, const QString& sql, sql::Accents accents) {
+    if (!connection.IsOpen()) {
+        Throw(Failure::ObjectInvalid);
+    }
     const auto count = [&connection](const QByteArray& query) {
         return connection.Value(query).toLongLong();
     };
+    const sql::Schema schema = SchemaOf(connection);
     sql::Translation translation = sql::PlanQuery(sql, schema, count, accents);
-    const bool apart = std::any_of(
-        CompanionTables.begin(), CompanionTables.end(), [&translation](const char* name) {
-            return translation.tables.contains(QLatin1String(name), Qt::CaseInsensitive);
-        });
-    if (apart) {
+    GuardCompanion(connection, translation);
+    if (std::any_of(translation.tables.begin(), translation.tables.end(), IsCompanionTable)) {
         AttachCompanion(connection);
     }
     return translation;

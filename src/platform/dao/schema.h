@@ -13,10 +13,10 @@ namespace dao {
 sql::Translation Prepare(Connection& connection, const QString& sql,
                          sql::Accents accents = sql::Accents::Minded);
 
+// What the translator may ask of a connection.
+sql::Schema SchemaOf(Connection& connection);
+
 // A definition of this catalogue has changed: what its connections remember of its tables is void.
 void ForgetTables(const Connection& connection);
-
-// Attaches the companion file of a catalogue, and makes it where it is missing.
-void AttachCompanion(Connection& connection);
 
 }  // namespace dao

@@ -44,6 +44,7 @@ constexpr CodeEntry Codes[] = {
     {SQLITE_NOTADB, Failure::Damaged},
     {SQLITE_FULL, Failure::DiskFull},
     {SQLITE_IOERR, Failure::InOut},
+    {SQLITE_TOOBIG, Failure::TextTooLong},
     {SQLITE_PERM, Failure::CannotOpen},
     {SQLITE_INTERRUPT, Failure::Interrupted},
     {SQLITE_ABORT, Failure::ObjectInvalid},  // a result whose transaction was rolled back
@@ -76,6 +77,7 @@ constexpr MessageEntry Messages[] = {
     {"near ", ": syntax error", Failure::SyntaxError},
     {"unrecognized token: ", "", Failure::SyntaxError},
     {"incomplete input", "", Failure::SyntaxError},
+    {"integer overflow", "", static_cast<Failure>(Erro::Overflow)},
     // What is left of a page that failed its check on the way to a long text.
     {"SQL logic error", "", Failure::Damaged},
 };
@@ -368,6 +370,10 @@ qint64 Connection::Changes() const {
     return sqlite3_changes64(Handle());
 }
 
+qint64 Connection::AllChanges() const {
+    return sqlite3_total_changes64(Handle());
+}
+
 void Connection::SetBusyTimeout(std::chrono::milliseconds timeout) {
     sqlite3_busy_timeout(Handle(), static_cast<int>(timeout.count()));
 }
@@ -395,6 +401,15 @@ void Connection::FinishReads() {
     const std::vector<RowReader*> pending = readers_;
     for (RowReader* reader : pending) {
         reader->Finish();
+    }
+}
+
+void Connection::FinishUnsettledReads() {
+    const std::vector<RowReader*> pending = readers_;
+    for (RowReader* reader : pending) {
+        if (!reader->IsSettled()) {
+            reader->Finish();
+        }
     }
 }
 

@@ -78,8 +78,9 @@ public:
 
     void Run(const QByteArray& sql);        // one or several statements without a result
     QVariant Value(const QByteArray& sql);  // first column of the first row
-    qint64 Changes() const;
-    qint64 PagesRead() const;  // from the file, since the connection was opened
+    qint64 Changes() const;                 // rows of the last change
+    qint64 AllChanges() const;              // rows of all changes since the opening
+    qint64 PagesRead() const;               // from the file, since the connection was opened
     void SetBusyTimeout(std::chrono::milliseconds timeout);
     bool InTransaction() const;
     // See Database::SetIdle.
@@ -95,6 +96,8 @@ public:
     // Results that are still being read hold the file's read lock. FinishReads reads them to their
     // end into memory; a failure there belongs to the reader, not to the caller.
     void FinishReads();
+    // Only those to which a change of this very connection would show through.
+    void FinishUnsettledReads();
     bool HasPendingReads() const { return !readers_.empty(); }
 
     // When the present slice of reading has to return. A function that runs for long on the

@@ -1,14 +1,26 @@
 #include "platform/sql/dialect.h"
 
+#include "platform/sql/token.h"
+
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace sql {
 
-const ColumnInfo* TableInfo::Column(const QString& wanted) const {
+const ColumnInfo* TableInfo::Column(std::string_view wanted) const {
     const auto column = std::find_if(columns.begin(), columns.end(), [&](const ColumnInfo& known) {
-        return known.name.compare(wanted, Qt::CaseInsensitive) == 0;
+        return SameName(known.name.toStdString(), wanted);
     });
     return column == columns.end() ? nullptr : &*column;
+}
+
+const ColumnInfo* TableInfo::RowNumber() const {
+    const auto isKey = [](const ColumnInfo& column) { return column.primaryKey > 0; };
+    const auto key = std::find_if(columns.begin(), columns.end(), isKey);
+    const bool number = hasRowid && std::count_if(columns.begin(), columns.end(), isKey) == 1 &&
+                        key->declaredType.compare("INTEGER"_L1, Qt::CaseInsensitive) == 0;
+    return number ? &*key : nullptr;
 }
 
 }  // namespace sql

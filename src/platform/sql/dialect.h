@@ -7,8 +7,8 @@
 #include <QVariant>
 
 #include <functional>
-#include <memory>
 #include <optional>
+#include <string_view>
 
 // The one place where a text of the system's SQL dialect becomes what the engine runs: tokenizer,
 // syntax tree, writer. Never text replacement.
@@ -21,15 +21,29 @@ struct ColumnInfo {
     int primaryKey = 0;  // 1-based place in the key, 0: none
 };
 
+struct IndexInfo {
+    QString name;
+    bool unique = false;
+    bool partial = false;  // of the rows that meet a condition only
+    QStringList columns;   // empty text: an expression
+    QString definition;    // the CREATE text that the engine keeps; empty: part of the table's
+};
+
 struct TableInfo {
     QString name;
     bool isView = false;
+    bool hasRowid = true;
+    bool numbersRows = false;  // a row without a key gets one
     QList<ColumnInfo> columns;
-    QString definition;   // the CREATE text that the engine keeps
-    QStringList indexes;  // the CREATE texts of its indexes and triggers
+    QString definition;  // the CREATE text that the engine keeps
+    QList<IndexInfo> indexes;
+    QStringList triggers;  // their CREATE texts
 
     // Without regard to case; null when there is none.
-    const ColumnInfo* Column(const QString& wanted) const;
+    const ColumnInfo* Column(std::string_view wanted) const;
+    // The one column that is the engine's own number of a row, or null. Where the table does not
+    // number its rows, the engine would make up a value for a row without one.
+    const ColumnInfo* RowNumber() const;
 };
 
 // What the translator may ask of the database: the definition of a table, without regard to case.
@@ -48,22 +62,24 @@ struct Translation {
     bool flagColumn = false;
     // Upper-case names of the tables named, so that a table kept in a companion file is attached.
     QStringList tables;
+    QString defined;  // upper-case name of the table or view that it makes, or empty
 };
 
-// A condition on a row that lies in memory, for FindFirst.
+// A condition on a row that lies in memory, for FindFirst: column = text, column >= text, or the
+// same with a number. Anything else is the work of a query.
 class Criterion {
 public:
     using ColumnReader = std::function<QVariant(int column)>;
     // `columns` are the result's names; throws 3061 for a name that is none of them, 3075 for
-    // syntax.
+    // syntax, 3000 for another condition.
     Criterion(const QString& text, const QStringList& columns);
-    ~Criterion();
-    // Null is not met.
+    // Null is not met. Throws 3464 where a text meets a number.
     bool Matches(const ColumnReader& value) const;
 
 private:
-    struct Node;
-    std::unique_ptr<Node> root_;
+    int column_ = -1;
+    bool orBehind_ = false;  // >=
+    QVariant value_;
 };
 
 }  // namespace sql

@@ -26,19 +26,23 @@ enum class Failure : int {
     SyntaxError = 3075,
     UnknownTable = 3078,
     AmbiguousColumn = 3079,
+    NotUpdatable = 3073,  // a view: what is written goes to its tables
     UnknownFunction = 3085,
     BadPattern = 3093,         // a LIKE pattern with a bracket left open
     MissingExpression = 3129,  // an empty text, or no statement that the engine knows
     DiskFull = 3183,
+    NotGrouped = 3122,  // a column outside GROUP BY and every aggregate
+    TextTooLong = 3163,
     DuplicateColumn = 3191,
     InvalidOperation = 3219,
     Locked = 3260,        // another connection holds the lock
     ItemNotFound = 3265,  // no such field in a recordset
     NotNull = 3314,
     CheckViolated = 3317,
-    NotACatalogue = 3343,  // some other kind of file
-    ValueCount = 3346,     // number of values and of columns differ
-    ObjectInvalid = 3420,  // used after Close, or after its database went away
+    NotACatalogue = 3343,    // some other kind of file
+    ValueCount = 3346,       // number of values and of columns differ
+    MixedComparison = 3464,  // of a text with a number
+    ObjectInvalid = 3420,    // used after Close, or after its database went away
 };
 
 // `detail` names the table, column, file or piece of SQL concerned; empty: no detail.

@@ -178,7 +178,9 @@ QString FormatNumber(double number, const QString& pattern) {
     return (number < 0 ? u"-"_s : QString()) + magnitude;
 }
 
-QString DatePart(const serialdate::Moment& moment, QChar code, qsizetype length, bool minutes) {
+// `minutes`: an m means them; `twelve`: the hours count to twelve.
+QString DatePart(const serialdate::Moment& moment, QChar code, qsizetype length, bool minutes,
+                 bool twelve) {
     const auto digits = [length](int number) {
         return QString::number(number).rightJustified(length > 1 ? 2 : 1, u'0');
     };
@@ -200,27 +202,70 @@ QString DatePart(const serialdate::Moment& moment, QChar code, qsizetype length,
                    : length == 2 ? QString::number(date.year()).right(2)
                                  : QString::number(date.year());
         case u'h':
-            return digits(moment.hour);
+            return digits(twelve ? (moment.hour + 11) % 12 + 1 : moment.hour);
         case u'n':
             return digits(moment.minute);
         case u's':
             return digits(moment.second);
         case u'q':
             return QString::number((date.month() + 2) / 3);
-        default:  // w
-            return QString::number(date.dayOfWeek() % 7 + 1);
+        default: {  // w, and ww: the week of 1 January is the first
+            const auto weekday = [](const QDate& day) { return day.dayOfWeek() % 7 + 1; };
+            const int first = weekday(QDate(date.year(), 1, 1));
+            return QString::number(length == 1 ? weekday(date)
+                                               : (date.dayOfYear() + first - 2) / 7 + 1);
+        }
     }
 }
 
 constexpr QStringView DateLetters = u"dmyhnsqw";
 
+// The marks for before and after noon, the longest first.
+struct NoonMark {
+    const char16_t* code;
+    const char16_t* before;
+    const char16_t* after;
+};
+constexpr NoonMark NoonMarks[] = {
+    {u"AM/PM", u"AM", u"PM"},
+    {u"AMPM", u"AM", u"PM"},
+    {u"A/P", u"A", u"P"},
+};
+
+// The mark that begins at a piece, or null.
+const NoonMark* FindNoonMark(const QList<Piece>& pieces, qsizetype at) {
+    for (const NoonMark& mark : NoonMarks) {
+        const QStringView code(mark.code);
+        qsizetype same = 0;
+        while (same < code.size() && at + same < pieces.size() && !pieces.at(at + same).literal &&
+               pieces.at(at + same).text.front().toUpper() == code.at(same)) {
+            ++same;
+        }
+        if (same == code.size()) {
+            return &mark;
+        }
+    }
+    return nullptr;
+}
+
 QString FormatDate(double serial, const QString& pattern) {
     const serialdate::Moment moment = serialdate::Split(serial);
     const QList<Piece> pieces = Cut(pattern);
+    bool twelve = false;
+    for (qsizetype i = 0; i < pieces.size(); ++i) {
+        twelve = twelve || FindNoonMark(pieces, i);
+    }
     QString result;
     QChar previous;  // an m behind hours is minutes
     for (qsizetype i = 0; i < pieces.size(); ++i) {
         const Piece& piece = pieces.at(i);
+        if (const NoonMark* mark = FindNoonMark(pieces, i)) {
+            const QString text = QString::fromUtf16(moment.hour < 12 ? mark->before : mark->after);
+            const bool small = piece.text.front().isLower();
+            result += small ? text.toLower() : text;
+            i += QStringView(mark->code).size() - 1;
+            continue;
+        }
         const QChar code = piece.text.isEmpty() ? QChar() : piece.text.front().toLower();
         if (piece.literal || !DateLetters.contains(code)) {
             result += piece.text;
@@ -232,7 +277,7 @@ QString FormatDate(double serial, const QString& pattern) {
             ++length;
             ++i;
         }
-        result += DatePart(moment, code, length, code == u'm' && previous == u'h');
+        result += DatePart(moment, code, length, code == u'm' && previous == u'h', twelve);
         previous = code;
     }
     return result;
@@ -246,7 +291,10 @@ QString FormatText(const QString& text, const QString& pattern) {
         return text.toUpper();
     }
     const qsizetype width = pattern.count(u'@');
-    return width > 0 && width == pattern.size() ? text.rightJustified(width) : text;
+    if (width != pattern.size()) {
+        throw Erro(Erro::InvalidArgument);
+    }
+    return text.rightJustified(width);
 }
 
 }  // namespace
@@ -266,6 +314,10 @@ QString Format(const QVariant& value, const QString& pattern) {
         return FormatNumber(convert::ToDouble(value), *named);
     }
     const bool numeric = HasAnyOf(pattern, u"0#");
+    if (numeric && (pattern.contains("E+"_L1, Qt::CaseInsensitive) ||
+                    pattern.contains("E-"_L1, Qt::CaseInsensitive))) {
+        throw Erro(Erro::InvalidArgument);  // an exponent of its own shape
+    }
     if (!numeric && HasAnyOf(pattern, DateLetters)) {
         const auto serial = text ? serialdate::Parse(value.toString(), serialdate::Order::DayFirst)
                                  : std::optional(convert::ToDouble(value));

@@ -6,6 +6,8 @@
 #include <array>
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace sql {
 
 namespace {
@@ -15,6 +17,12 @@ using serialdate::Moment;
 
 Moment MomentAt(const Arguments& a, qsizetype i) {
     return serialdate::Split(ToSerial(a.at(i)));
+}
+
+// Erro 6 for what lies beyond the calendar.
+double Checked(double serial) {
+    serialdate::Split(serial);
+    return serial;
 }
 
 QVariant Now(const Arguments&) {
@@ -48,7 +56,7 @@ QVariant TimeSerial(const Arguments& a) {
 }
 
 QVariant CDate(const Arguments& a) {
-    return ToSerial(a.at(0));
+    return Checked(ToSerial(a.at(0)));
 }
 
 QVariant DateValue(const Arguments& a) {
@@ -61,8 +69,9 @@ QVariant TimeValue(const Arguments& a) {
 }
 
 QVariant IsDate(const Arguments& a) {
-    const bool text = IsText(a.at(0));
-    return text && serialdate::Parse(a.at(0).toString(), serialdate::Order::DayFirst) ? -1 : 0;
+    return IsText(a.at(0)) && serialdate::Parse(a.at(0).toString(), serialdate::Order::DayFirst)
+               ? -1
+               : 0;
 }
 
 // Sunday is 1, unless another first day of the week is named by its own number.
@@ -163,15 +172,15 @@ QVariant DateAdd(const Arguments& a) {
         case Part::DayOfYear:
         case Part::Day:
         case Part::Weekday:
-            return serial + number;
+            return Checked(serial + number);
         case Part::Week:
-            return serial + number * 7;
+            return Checked(serial + number * 7);
         case Part::Hour:
-            return serial + number / 24;
+            return Checked(serial + number / 24);
         case Part::Minute:
-            return serial + number / 1440;
+            return Checked(serial + number / 1440);
         case Part::Second:
-            return serial + number / 86400;
+            return Checked(serial + number / 86400);
     }
     return {};
 }
@@ -216,18 +225,20 @@ QVariant DateDiff(const Arguments& a) {
 }
 
 constexpr auto Evaluated = Function::Form::Evaluated;
+constexpr auto Serial = Function::Dates::Serial;
+constexpr auto AsText = Function::Dates::AsText;
 
 const Function Table[] = {
-    {"NOW", 0, 0, Type::Number, Evaluated, Now, false},
-    {"DATE", 0, 0, Type::Number, Evaluated, Date, false},
-    {"TIME", 0, 0, Type::Number, Evaluated, Time, false},
-    {"DATESERIAL", 3, 3, Type::Number, Evaluated, DateSerial},
-    {"TIMESERIAL", 3, 3, Type::Number, Evaluated, TimeSerial},
-    {"DATEVALUE", 1, 1, Type::Number, Evaluated, DateValue},
-    {"TIMEVALUE", 1, 1, Type::Number, Evaluated, TimeValue},
-    {"CDATE", 1, 1, Type::Number, Evaluated, CDate},
-    {"CVDATE", 1, 1, Type::Number, Evaluated, CDate},
-    {"ISDATE", 1, 1, Type::Number, Evaluated, IsDate},
+    {"NOW", 0, 0, Type::Date, Evaluated, Now, Serial, false},
+    {"DATE", 0, 0, Type::Date, Evaluated, Date, Serial, false},
+    {"TIME", 0, 0, Type::Date, Evaluated, Time, Serial, false},
+    {"DATESERIAL", 3, 3, Type::Date, Evaluated, DateSerial},
+    {"TIMESERIAL", 3, 3, Type::Date, Evaluated, TimeSerial},
+    {"DATEVALUE", 1, 1, Type::Date, Evaluated, DateValue},
+    {"TIMEVALUE", 1, 1, Type::Date, Evaluated, TimeValue},
+    {"CDATE", 1, 1, Type::Date, Evaluated, CDate},
+    {"CVDATE", 1, 1, Type::Date, Evaluated, CDate},
+    {"ISDATE", 1, 1, Type::Number, Evaluated, IsDate, AsText, true, true},
     {"YEAR", 1, 1, Type::Number, Evaluated, PartOf<Part::Year>},
     {"MONTH", 1, 1, Type::Number, Evaluated, PartOf<Part::Month>},
     {"DAY", 1, 1, Type::Number, Evaluated, PartOf<Part::Day>},
@@ -235,7 +246,7 @@ const Function Table[] = {
     {"MINUTE", 1, 1, Type::Number, Evaluated, PartOf<Part::Minute>},
     {"SECOND", 1, 1, Type::Number, Evaluated, PartOf<Part::Second>},
     {"WEEKDAY", 1, 2, Type::Number, Evaluated, Weekday},
-    {"DATEADD", 3, 3, Type::Number, Evaluated, DateAdd},
+    {"DATEADD", 3, 3, Type::Date, Evaluated, DateAdd},
     {"DATEDIFF", 3, 4, Type::Number, Evaluated, DateDiff},
     {"DATEPART", 2, 3, Type::Number, Evaluated, DatePart},
 };
@@ -244,6 +255,15 @@ const Function Table[] = {
 
 std::span<const Function> DateFunctions() {
     return Table;
+}
+
+QString DateText(const QVariant& value) {
+    const double serial = convert::ToDouble(value);
+    const QString day = u"dd/mm/yyyy"_s;
+    const QString time = u"hh:nn:ss"_s;
+    const bool hasDay = std::trunc(serial) != 0;
+    const bool hasTime = std::trunc(serial) != serial;
+    return Format(serial, !hasTime ? day : (hasDay ? day + u' ' + time : time));
 }
 
 double ToSerial(const QVariant& value) {

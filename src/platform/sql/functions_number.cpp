@@ -1,7 +1,12 @@
 #include "platform/convert.h"
 #include "platform/sql/functiontable.h"
 
+#include <QStringList>
+
 #include <cmath>
+#include <functional>
+
+using namespace Qt::StringLiterals;
 
 namespace sql {
 
@@ -11,20 +16,6 @@ using Arguments = QList<QVariant>;
 
 double NumberAt(const Arguments& a, qsizetype i) {
     return convert::ToDouble(a.at(i));
-}
-
-// Whole results are handed on as whole numbers, as long as they fit.
-QVariant Number(double value) {
-    if (std::isnan(value)) {
-        throw Erro(Erro::InvalidArgument);
-    }
-    if (std::isinf(value)) {
-        throw Erro(Erro::Overflow);
-    }
-    if (std::trunc(value) == value && std::abs(value) < 0x1p53) {
-        return static_cast<qlonglong>(value);
-    }
-    return value;
 }
 
 // By way of the decimal text, so that 2.675 to two places is told from its neighbours as it is
@@ -66,21 +57,12 @@ QVariant Sgn(const Arguments& a) {
     return number < 0 ? -1 : (number > 0 ? 1 : 0);
 }
 
-template <double (*Function)(double)>
-QVariant Apply(const Arguments& a) {
-    return Number(Function(NumberAt(a, 0)));
-}
-
 QVariant Sqr(const Arguments& a) {
-    return Number(std::sqrt(NumberAt(a, 0)));
-}
-
-QVariant Log(const Arguments& a) {
     const double number = NumberAt(a, 0);
-    if (number <= 0) {
+    if (number < 0) {
         throw Erro(Erro::InvalidArgument);
     }
-    return Number(std::log(number));
+    return Number(std::sqrt(number));
 }
 
 template <typename To>
@@ -93,40 +75,68 @@ QVariant CDbl(const Arguments& a) {
 }
 
 QVariant CSng(const Arguments& a) {
-    const double number = NumberAt(a, 0);
-    if (std::abs(number) > 3.402823e38) {
-        throw Erro(Erro::Overflow);
-    }
-    return static_cast<double>(static_cast<float>(number));
+    return ToSingle(NumberAt(a, 0));
 }
 
-// Four decimal places.
 QVariant CCur(const Arguments& a) {
-    return Number(RoundTo(NumberAt(a, 0), 4));
+    return Number(ToDecimal(NumberAt(a, 0), 19, 4));
 }
 
 QVariant CBool(const Arguments& a) {
-    return NumberAt(a, 0) != 0 ? -1 : 0;
+    return ToFlag(a.at(0));
 }
 
 QVariant IsNumeric(const Arguments& a) {
-    bool ok = true;
-    if (IsText(a.at(0))) {
-        a.at(0).toString().trimmed().toDouble(&ok);
+    try {
+        return convert::IsNull(a.at(0)) ? 0 : (NumberAt(a, 0), -1);
+    } catch (const Erro&) {
+        return 0;
     }
-    return ok ? -1 : 0;
+}
+
+QVariant Finite(double value) {
+    if (!std::isfinite(value)) {
+        throw Erro(Erro::Overflow);
+    }
+    return value;
+}
+
+// Whole numbers stay whole as long as their result fits.
+template <typename Real>
+QVariant Calculate(const QVariant& left, const QVariant& right,
+                   bool (*whole)(qlonglong, qlonglong, qlonglong*), Real real) {
+    if (convert::IsNull(left) || convert::IsNull(right)) {
+        return {};
+    }
+    qlonglong result = 0;
+    if (IsWhole(left) && IsWhole(right) && !whole(left.toLongLong(), right.toLongLong(), &result)) {
+        return result;
+    }
+    return Finite(real(convert::ToDouble(left), convert::ToDouble(right)));
+}
+
+bool AddWhole(qlonglong a, qlonglong b, qlonglong* sum) {
+    return __builtin_add_overflow(a, b, sum);
+}
+
+bool SubtractWhole(qlonglong a, qlonglong b, qlonglong* difference) {
+    return __builtin_sub_overflow(a, b, difference);
+}
+
+bool MultiplyWhole(qlonglong a, qlonglong b, qlonglong* product) {
+    return __builtin_mul_overflow(a, b, product);
 }
 
 constexpr auto Evaluated = Function::Form::Evaluated;
 constexpr auto Aggregate = Function::Form::Aggregate;
-constexpr auto Written = Function::Form::Written;
+constexpr auto Serial = Function::Dates::Serial;
 
 const Function Table[] = {
-    {"IIF", 2, 3, Type::Unknown, Written},
-    {"ISNULL", 1, 1, Type::Logical, Written},
-    {"NZ", 1, 2, Type::Unknown, Written},
-    {"SWITCH", 2, AnyNumber, Type::Unknown, Written},
-    {"CHOOSE", 2, AnyNumber, Type::Unknown, Written},
+    {"IIF", 2, 3, Type::Unknown, Function::Form::Iif},
+    {"ISNULL", 1, 1, Type::Number, Function::Form::IsNull},
+    {"NZ", 1, 2, Type::Unknown, Function::Form::Nz},
+    {"SWITCH", 2, AnyNumber, Type::Unknown, Function::Form::Switch},
+    {"CHOOSE", 2, AnyNumber, Type::Unknown, Function::Form::Choose},
     {"COUNT", 1, 1, Type::Number, Aggregate},
     {"SUM", 1, 1, Type::Number, Aggregate},
     {"AVG", 1, 1, Type::Number, Aggregate},
@@ -140,12 +150,6 @@ const Function Table[] = {
     {"ROUND", 1, 2, Type::Number, Evaluated, Round},
     {"SGN", 1, 1, Type::Number, Evaluated, Sgn},
     {"SQR", 1, 1, Type::Number, Evaluated, Sqr},
-    {"EXP", 1, 1, Type::Number, Evaluated, Apply<std::exp>},
-    {"LOG", 1, 1, Type::Number, Evaluated, Log},
-    {"SIN", 1, 1, Type::Number, Evaluated, Apply<std::sin>},
-    {"COS", 1, 1, Type::Number, Evaluated, Apply<std::cos>},
-    {"TAN", 1, 1, Type::Number, Evaluated, Apply<std::tan>},
-    {"ATN", 1, 1, Type::Number, Evaluated, Apply<std::atan>},
     {"CBYTE", 1, 1, Type::Number, Evaluated, ToWhole<quint8>},
     {"CINT", 1, 1, Type::Number, Evaluated, ToWhole<qint16>},
     {"CLNG", 1, 1, Type::Number, Evaluated, ToWhole<qint32>},
@@ -153,13 +157,50 @@ const Function Table[] = {
     {"CSNG", 1, 1, Type::Number, Evaluated, CSng},
     {"CCUR", 1, 1, Type::Number, Evaluated, CCur},
     {"CBOOL", 1, 1, Type::Number, Evaluated, CBool},
-    {"ISNUMERIC", 1, 1, Type::Number, Evaluated, IsNumeric},
+    {"ISNUMERIC", 1, 1, Type::Number, Evaluated, IsNumeric, Serial, true, true},
 };
 
 }  // namespace
 
 std::span<const Function> NumberFunctions() {
     return Table;
+}
+
+QVariant Number(double value) {
+    if (!std::isfinite(value)) {
+        throw Erro(Erro::Overflow);
+    }
+    if (std::trunc(value) == value && std::abs(value) < 0x1p53) {
+        return static_cast<qlonglong>(value);
+    }
+    return value;
+}
+
+double ToSingle(double number) {
+    constexpr int Digits = 7;
+    constexpr double Largest = 3.402823e38;
+    if (!(std::abs(number) <= Largest)) {
+        throw Erro(Erro::Overflow);
+    }
+    return QByteArray::number(number, 'g', Digits).toDouble();
+}
+
+double ToDecimal(double number, int precision, int scale) {
+    const double rounded = RoundTo(number, scale);
+    if (!(std::abs(rounded) < std::pow(10.0, precision - scale))) {
+        throw Erro(Erro::Overflow);
+    }
+    return rounded;
+}
+
+int ToFlag(const QVariant& value) {
+    static const QStringList yes = {u"TRUE"_s, u"YES"_s, u"ON"_s, u"VERDADEIRO"_s, u"SIM"_s};
+    static const QStringList no = {u"FALSE"_s, u"NO"_s, u"OFF"_s, u"FALSO"_s, u"NÃO"_s};
+    const QString word = IsText(value) ? value.toString().trimmed().toUpper() : QString();
+    if (yes.contains(word)) {
+        return -1;
+    }
+    return no.contains(word) || convert::ToDouble(value) == 0 ? 0 : -1;
 }
 
 QVariant Concat(const QVariant& left, const QVariant& right) {
@@ -176,12 +217,24 @@ QVariant Add(const QVariant& left, const QVariant& right) {
     if (IsText(left) && IsText(right)) {
         return left.toString() + right.toString();
     }
-    qlonglong sum = 0;
-    if (IsWhole(left) && IsWhole(right) &&
-        !__builtin_add_overflow(left.toLongLong(), right.toLongLong(), &sum)) {
-        return sum;
+    return Calculate(left, right, AddWhole, std::plus<>());
+}
+
+QVariant Subtract(const QVariant& left, const QVariant& right) {
+    return Calculate(left, right, SubtractWhole, std::minus<>());
+}
+
+QVariant Multiply(const QVariant& left, const QVariant& right) {
+    return Calculate(left, right, MultiplyWhole, std::multiplies<>());
+}
+
+QVariant Divide(const QVariant& left, const QVariant& right) {
+    if (convert::IsNull(left) || convert::IsNull(right)) {
+        return {};
     }
-    return convert::ToDouble(left) + convert::ToDouble(right);
+    const double divisor = convert::ToDouble(right);
+    const double dividend = convert::ToDouble(left);
+    return divisor == 0 ? QVariant() : Finite(dividend / divisor);
 }
 
 QVariant IntDivide(const QVariant& left, const QVariant& right) {

@@ -22,7 +22,7 @@ const Function* FindFunction(std::string_view upperName) {
 }
 
 QVariant Evaluate(const Function& function, const QList<QVariant>& arguments) {
-    if (std::any_of(arguments.begin(), arguments.end(), convert::IsNull)) {
+    if (!function.takesNull && std::any_of(arguments.begin(), arguments.end(), convert::IsNull)) {
         return {};
     }
     return function.evaluate(arguments);

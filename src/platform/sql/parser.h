@@ -12,12 +12,13 @@
 namespace sql {
 
 // Reads a text of the dialect into its tree. Throws Erro 3075 for a syntax error, 3129 when the
-// text begins no statement, 3000 for a part of the dialect that is not carried over.
+// text begins no statement, 3085 for an unknown function, 3000 for a part of the dialect that is
+// not carried over.
 class Parser {
 public:
     explicit Parser(const QByteArray& source) : tokens_(Tokenize(source)) {}
 
-    static Statement ParseStatement(const QByteArray& source);
+    static Command ParseCommand(const QByteArray& source);
 
     // A condition alone; its names point into `source`.
     static ExprPtr ParseCriterion(const QByteArray& source);
@@ -88,6 +89,8 @@ private:
     ExprPtr ParseDate();
     ExprPtr ParseWord();
     ExprPtr ParseCall();
+    void CheckCall(const Expr& call) const;
+    ExprPtr ParseConstant();
     ExprPtr ParseColumn();
     ExprPtr ParseSubquery(Expr::Kind kind);
     ExprPtr ParsePredicate(ExprPtr left, bool& found);
@@ -104,23 +107,25 @@ private:
     void ParseItems(Select& select);
     SourcePtr ParseSource();
     SourcePtr ParseSourcePrimary();
+    SourcePtr ParseSourceList();
     ExprPtr ParseWhere();
     Insert ParseInsert();
     Update ParseUpdate();
     Delete ParseDelete();
 
     // Data definition.
-    Statement ParseCreate();
-    Statement ParseDrop();
+    Command ParseCreate();
+    Command ParseDrop();
     CreateTable ParseCreateTable();
     CreateIndex ParseCreateIndex(bool unique);
     CreateView ParseCreateView();
     AlterTable ParseAlterTable();
+    void ParseAlterColumn(AlterTable& alter);
     ColumnDefinition ParseColumnDefinition();
-    ColumnType ParseColumnType();
+    WrittenType ParseColumnType();
     bool ParseColumnConstraint(ColumnDefinition& column);
     ConstraintDefinition ParseTableConstraint();
-    void ParseReferences(ConstraintDefinition& constraint);
+    [[noreturn]] void RefuseReferences();
     bool BeginsConstraint() const;
 
     std::vector<Token> tokens_;

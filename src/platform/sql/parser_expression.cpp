@@ -1,10 +1,12 @@
 #include "platform/sql/errors.h"
+#include "platform/sql/functiontable.h"
 #include "platform/sql/parser.h"
 #include "platform/sql/serialdate.h"
 
 #include <QString>
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
 
 using namespace std::string_view_literals;
@@ -114,7 +116,13 @@ ExprPtr Parser::ParsePrefix() {
         return expr;
     }
     if (TakeSign("-")) {
-        ExprPtr expr = Make(Expr::Kind::Unary, ParseExpr(NegateLevel));
+        ExprPtr operand = ParseExpr(NegateLevel);
+        if (operand->kind == Expr::Kind::Number) {
+            const bool negative = operand->text.front() == '-';
+            operand->text = negative ? operand->text.substr(1) : '-' + operand->text;
+            return operand;
+        }
+        ExprPtr expr = Make(Expr::Kind::Unary, std::move(operand));
         expr->op = Op::Negate;
         return expr;
     }
@@ -224,7 +232,7 @@ ExprPtr Parser::ParseDate() {
         Fail();
     }
     ++at_;
-    ExprPtr expr = Make(Expr::Kind::Number);
+    ExprPtr expr = Make(Expr::Kind::Date);
     expr->text = QByteArray::number(*serial, 'g', 17).toStdString();
     return expr;
 }
@@ -240,32 +248,61 @@ ExprPtr Parser::ParseWord() {
     if (TakeWord("EXISTS")) {
         return ParseSubquery(Expr::Kind::Exists);
     }
-    const bool dotted = IsSign(".", 1) || IsSign("!", 1);
-    for (const auto& [word, value] : {std::pair("TRUE"sv, "-1"), std::pair("FALSE"sv, "0")}) {
-        if (!dotted && TakeWord(word)) {
-            ExprPtr expr = Make(Expr::Kind::Number);
-            expr->text = value;
-            return expr;
-        }
+    if (ExprPtr constant = ParseConstant()) {
+        return constant;
     }
     return ParseColumn();
 }
 
+// A word for a number, or null.
+ExprPtr Parser::ParseConstant() {
+    constexpr std::string_view True[] = {"TRUE", "YES", "ON"};
+    constexpr std::string_view False[] = {"FALSE", "NO", "OFF"};
+    if (IsSign(".", 1) || IsSign("!", 1)) {
+        return nullptr;
+    }
+    const auto isWord = [this](std::string_view word) { return IsWord(word); };
+    const bool yes = std::any_of(std::begin(True), std::end(True), isWord);
+    if (!yes && std::none_of(std::begin(False), std::end(False), isWord)) {
+        return nullptr;
+    }
+    ++at_;
+    ExprPtr expr = Make(Expr::Kind::Number);
+    expr->text = yes ? "-1" : "0";
+    return expr;
+}
+
 ExprPtr Parser::ParseCall() {
     ExprPtr expr = Make(Expr::Kind::Call);
-    expr->text = UpperAscii(tokens_[at_++].text);
-    if (expr->text.back() == '$') {
-        expr->text.pop_back();
+    std::string name = UpperAscii(tokens_[at_++].text);
+    if (name.back() == '$') {
+        name.pop_back();
+    }
+    expr->function = FindFunction(name);
+    if (!expr->function) {
+        Throw(Failure::UnknownFunction, ToQString(name));
     }
     ExpectSign("(");
-    if (TakeSign(")")) {
-        return expr;
+    if (!TakeSign(")")) {
+        do {
+            Adopt(*expr, TakeSign("*") ? Make(Expr::Kind::Star) : ParseExpr());
+        } while (TakeSign(","));
+        ExpectSign(")");
     }
-    do {
-        Adopt(*expr, TakeSign("*") ? Make(Expr::Kind::Star) : ParseExpr());
-    } while (TakeSign(","));
-    ExpectSign(")");
+    CheckCall(*expr);
     return expr;
+}
+
+void Parser::CheckCall(const Expr& call) const {
+    const Function& function = *call.function;
+    const auto count = static_cast<int>(call.args.size());
+    const bool star = std::any_of(call.args.begin(), call.args.end(),
+                                  [](const ExprPtr& arg) { return arg->kind == Expr::Kind::Star; });
+    const bool halfPair = function.form == Function::Form::Switch && count % 2 != 0;
+    if (count < function.least || count > function.most || halfPair ||
+        (star && function.name != "COUNT")) {
+        Throw(Failure::SyntaxError, ToQString(function.name));
+    }
 }
 
 ExprPtr Parser::ParseColumn() {

@@ -21,24 +21,24 @@ constexpr std::size_t MaxArms = 400;
 
 }  // namespace
 
-Statement Parser::ParseStatement(const QByteArray& source) {
-    Statement statement;
-    statement.source = source;
-    Parser parser(statement.source);
+Command Parser::ParseCommand(const QByteArray& source) {
+    Command command;
+    command.source = source;
+    Parser parser(command.source);
     if (parser.IsWord("SELECT") || parser.IsSign("(")) {
-        statement.body = parser.ParseQuery();
+        command.body = parser.ParseQuery();
     } else if (parser.TakeWord("INSERT")) {
-        statement.body = parser.ParseInsert();
+        command.body = parser.ParseInsert();
     } else if (parser.TakeWord("UPDATE")) {
-        statement.body = parser.ParseUpdate();
+        command.body = parser.ParseUpdate();
     } else if (parser.TakeWord("DELETE")) {
-        statement.body = parser.ParseDelete();
+        command.body = parser.ParseDelete();
     } else if (parser.TakeWord("CREATE")) {
-        statement.body = parser.ParseCreate().body;
+        command.body = parser.ParseCreate().body;
     } else if (parser.TakeWord("DROP")) {
-        statement.body = parser.ParseDrop().body;
+        command.body = parser.ParseDrop().body;
     } else if (parser.TakeWord("ALTER")) {
-        statement.body = parser.ParseAlterTable();
+        command.body = parser.ParseAlterTable();
     } else {
         for (const std::string_view word : RefusedStatements) {
             if (parser.IsWord(word)) {
@@ -48,7 +48,7 @@ Statement Parser::ParseStatement(const QByteArray& source) {
         Throw(Failure::MissingExpression);
     }
     parser.ExpectEnd();
-    return statement;
+    return command;
 }
 
 QueryPtr Parser::ParseQuery() {
@@ -199,6 +199,23 @@ SourcePtr Parser::ParseSourcePrimary() {
     return source;
 }
 
+// Tables with commas between them: every row of one with every row of the others.
+SourcePtr Parser::ParseSourceList() {
+    SourcePtr source = ParseSource();
+    for (int joined = 1; TakeSign(","); ++joined) {
+        if (joined > MaxSources) {
+            Fail();
+        }
+        auto both = std::make_unique<Source>();
+        both->kind = Source::Kind::Join;
+        both->join = Source::Join::Cross;
+        both->left = std::move(source);
+        both->right = ParseSource();
+        source = std::move(both);
+    }
+    return source;
+}
+
 Insert Parser::ParseInsert() {
     Insert insert;
     ExpectWord("INTO");
@@ -221,7 +238,7 @@ Insert Parser::ParseInsert() {
 Update Parser::ParseUpdate() {
     Update update;
     TakeWord("DISTINCTROW");
-    update.target = ParseSource();
+    update.target = ParseSourceList();
     ExpectWord("SET");
     do {
         Assignment assignment;
@@ -241,15 +258,24 @@ Update Parser::ParseUpdate() {
 Delete Parser::ParseDelete() {
     Delete deletion;
     TakeWord("DISTINCTROW");
-    if (!TakeSign("*") && !IsWord("FROM")) {
-        const ExprPtr which = ParseColumn();
-        if (which->kind != Expr::Kind::Star) {
-            Fail();
+    // Columns may be listed where the whole row goes; they only tell which table's.
+    while (!IsWord("FROM")) {
+        if (!TakeSign("*")) {
+            const ExprPtr which = ParseColumn();
+            if (which->qualifier.empty()) {
+                deletion.columns.push_back(which->name);
+            } else if (deletion.table.empty() || SameName(deletion.table, which->qualifier)) {
+                deletion.table = which->qualifier;
+            } else {
+                Throw(Failure::NotSupported, ToQString(which->qualifier));
+            }
         }
-        deletion.table = which->qualifier;
+        if (!TakeSign(",")) {
+            break;
+        }
     }
     ExpectWord("FROM");
-    deletion.from = ParseSource();
+    deletion.from = ParseSourceList();
     deletion.where = ParseWhere();
     return deletion;
 }

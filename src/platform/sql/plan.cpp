@@ -171,6 +171,7 @@ bool Planner::PlanByJoined(const std::vector<const Arm*>& arms, const Ordinals& 
 
 bool Planner::IsFew(const Arm& arm, const Term& term) {
     Writer writer(schema_, accents_);
+    const Names::Scope scope(writer.KnownNames(), *arm.select);
     writer.Raw("SELECT count(*) FROM (SELECT 1 FROM ");
     writer.WriteSource(term.joined ? *arm.joined : *arm.table);
     writer.Raw(" WHERE ");
@@ -242,6 +243,7 @@ void Planner::Write(const std::vector<Step>& steps, const Ordinals& order) {
 void Planner::WriteStep(Writer& writer, const Step& step, std::size_t key) {
     writer.Raw("SELECT ");
     const Select& select = *step.arm->select;
+    const Names::Scope scope(writer.KnownNames(), select);
     const bool sorted = step.drive == Drive::Range || step.drive == Drive::JoinedRange;
     for (std::size_t i = 0; i < select.items.size(); ++i) {
         const SelectItem& item = select.items[i];
@@ -252,7 +254,7 @@ void Planner::WriteStep(Writer& writer, const Step& step, std::size_t key) {
         } else {
             // The sign keeps the engine from walking the whole index instead of sorting few rows.
             writer.Raw(sorted && i + 1 == key ? "+" : "");
-            writer.WriteItem(item, i, Writer::Names::Fixed);
+            writer.WriteItem(item, i, Writer::Naming::Fixed);
         }
         writer.Raw(", ");
     }
@@ -342,14 +344,14 @@ void Planner::WriteStrict(Writer& writer, const Step& step) {
 
 Translation PlanQuery(const QString& text, const Schema& schema, const Count& count,
                       Accents accents) {
-    const Statement statement = Parser::ParseStatement(text.toUtf8());
-    if (const auto* query = std::get_if<QueryPtr>(&statement.body)) {
+    const Command command = Parser::ParseCommand(text.toUtf8());
+    if (const auto* query = std::get_if<QueryPtr>(&command.body)) {
         Planner planner(schema, count, accents);
         if (planner.Plan(**query)) {
             return planner.Take();
         }
     }
-    return WriteStatement(statement, schema, accents);
+    return WriteCommand(command, schema, accents);
 }
 
 }  // namespace sql

@@ -1,7 +1,6 @@
 #include "platform/sql/searchshape.h"
 
 #include "platform/sql/likepattern.h"
-#include "platform/sql/tabledefinition.h"
 #include "platform/sql/token.h"
 
 #include <algorithm>
@@ -9,10 +8,6 @@
 namespace sql {
 
 namespace {
-
-bool SameName(const QString& a, std::string_view b) {
-    return a.compare(ToQString(b), Qt::CaseInsensitive) == 0;
-}
 
 // Splits at AND. False when a part is no term.
 bool CollectTerms(const Expr& expr, Arm& arm) {
@@ -46,20 +41,17 @@ bool Arm::IsJoined(const Expr& column) const {
     if (!column.qualifier.empty()) {
         return EqualWords(column.qualifier, joined->Alias());
     }
-    return !info.Column(ToQString(column.name));
+    return !info.Column(column.name);
 }
 
 // Whether an index begins with the column, so that the rows can be walked in its order.
 bool Arm::IsIndexed(const Expr& column) const {
-    const ColumnInfo* known = info.Column(ToQString(column.name));
+    const ColumnInfo* known = info.Column(column.name);
     if (known && known->primaryKey == 1) {
         return true;
     }
-    return std::any_of(info.indexes.begin(), info.indexes.end(), [&](const QString& definition) {
-        const QByteArray text = definition.toUtf8();
-        const qsizetype open = text.indexOf('(');
-        const bool partial = text.toUpper().contains(" WHERE ");
-        return open >= 0 && !partial && SameName(FirstName(text.mid(open + 1)), column.name);
+    return std::any_of(info.indexes.begin(), info.indexes.end(), [&](const IndexInfo& index) {
+        return !index.partial && SameName(index.columns.value(0).toStdString(), column.name);
     });
 }
 

@@ -7,6 +7,8 @@
 
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace sql::serialdate {
 
 namespace {
@@ -25,6 +27,29 @@ int FullYear(int year, qsizetype digits) {
     return digits > 2 ? year : year + (year < 30 ? 2000 : 1900);
 }
 
+// 1 to 12 for a month's number, or for its name or the first three letters of it, in English or
+// Portuguese; -1 for another text. `named` tells which it was.
+int MonthOf(const QString& text, bool& named) {
+    static const QStringList names = {
+        u"january"_s, u"february"_s,  u"march"_s,     u"april"_s,   u"may"_s,      u"june"_s,
+        u"july"_s,    u"august"_s,    u"september"_s, u"october"_s, u"november"_s, u"december"_s,
+        u"janeiro"_s, u"fevereiro"_s, u"março"_s,     u"abril"_s,   u"maio"_s,     u"junho"_s,
+        u"julho"_s,   u"agosto"_s,    u"setembro"_s,  u"outubro"_s, u"novembro"_s, u"dezembro"_s};
+    bool ok = false;
+    const int number = text.toInt(&ok);
+    if (ok) {
+        return number < 0 ? -1 : number;
+    }
+    const QString small = text.toLower();
+    for (qsizetype i = 0; i < names.size(); ++i) {
+        if (small == names.at(i) || small == names.at(i).left(3)) {
+            named = true;
+            return static_cast<int>(i % 12) + 1;
+        }
+    }
+    return -1;
+}
+
 std::optional<QDate> ParseDay(QStringView text, Order order) {
     QString plain = text.toString();
     plain.replace(u'-', u'/').replace(u'.', u'/');
@@ -33,12 +58,18 @@ std::optional<QDate> ParseDay(QStringView text, Order order) {
         return {};
     }
     int number[3];
+    bool named[3] = {};
     for (int i = 0; i < 3; ++i) {
-        bool ok = false;
-        number[i] = parts.at(i).toInt(&ok);
-        if (!ok || number[i] < 0) {
+        number[i] = MonthOf(parts.at(i), named[i]);
+        if (number[i] < 0) {
             return {};
         }
+    }
+    if (named[0] || named[1]) {
+        order = named[0] ? Order::MonthFirst : Order::DayFirst;
+    }
+    if (named[2] || (named[0] && named[1])) {
+        return {};
     }
     QDate date;
     if (parts.at(0).size() == 4) {
@@ -49,7 +80,7 @@ std::optional<QDate> ParseDay(QStringView text, Order order) {
         const QDate dayFirst(year, number[1], number[0]);
         const bool wantsMonth = order == Order::MonthFirst;
         date = wantsMonth ? monthFirst : dayFirst;
-        if (!date.isValid()) {
+        if (!date.isValid() && !named[0] && !named[1]) {
             date = wantsMonth ? dayFirst : monthFirst;
         }
     }

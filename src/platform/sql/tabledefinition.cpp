@@ -1,90 +1,87 @@
 #include "platform/sql/tabledefinition.h"
 
 #include "platform/sql/errors.h"
+#include "platform/sql/token.h"
 
 #include <algorithm>
+#include <iterator>
+#include <span>
 
 namespace sql {
 
 namespace {
 
-bool SameName(const QString& a, const QString& b) {
-    return a.compare(b, Qt::CaseInsensitive) == 0;
+using Tokens = std::span<const Token>;
+
+QByteArray Bytes(std::string_view text) {
+    return QByteArray(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-char CloseOf(char open) {
-    return open == '[' ? ']' : open;
+QByteArray Bracketed(const QByteArray& name) {
+    return "[" + name + "]";
 }
 
-// Where a quoted piece that begins at `at` ends (behind it); `at` when none begins there.
-qsizetype BehindQuoted(const QByteArray& text, qsizetype at) {
-    if (!QByteArrayView("'\"`[").contains(text.at(at))) {
-        return at;
-    }
-    const qsizetype close = text.indexOf(CloseOf(text.at(at)), at + 1);
-    return close < 0 ? text.size() : close + 1;
+bool IsSign(const Token& token, std::string_view sign) {
+    return token.kind == Token::Kind::Sign && token.text == sign;
 }
 
-// Cuts at the commas outside brackets; stops behind the bracket that closes the list.
-QList<QByteArray> CutList(const QByteArray& text, qsizetype at, qsizetype& end) {
-    QList<QByteArray> pieces;
+bool IsWord(const Token& token, std::string_view word) {
+    return token.kind == Token::Kind::Word && EqualWords(token.text, word);
+}
+
+// Behind what stands in the brackets that open at `at`; where none open, behind that token.
+std::size_t Behind(Tokens tokens, std::size_t at) {
     int depth = 0;
-    qsizetype begin = at;
-    while (at < text.size()) {
-        const qsizetype behind = BehindQuoted(text, at);
-        if (behind > at) {
-            at = behind;
-            continue;
-        }
-        const char c = text.at(at);
-        if ((c == ',' && depth == 0) || (c == ')' && depth == 0)) {
-            pieces.append(text.mid(begin, at - begin).trimmed());
-            begin = at + 1;
-        }
-        if (c == ')' && depth == 0) {
+    do {
+        depth += IsSign(tokens[at], "(") ? 1 : (IsSign(tokens[at], ")") ? -1 : 0);
+        ++at;
+    } while (depth > 0 && at < tokens.size());
+    return at;
+}
+
+// The place of two words in a row outside brackets, or the number of tokens.
+std::size_t FindWords(Tokens tokens, std::string_view first, std::string_view second = {}) {
+    std::size_t at = 0;
+    while (at < tokens.size()) {
+        const bool followed =
+            second.empty() || (at + 1 < tokens.size() && IsWord(tokens[at + 1], second));
+        if (IsWord(tokens[at], first) && followed) {
             break;
         }
-        depth += c == '(' ? 1 : (c == ')' ? -1 : 0);
-        ++at;
+        at = Behind(tokens, at);
     }
-    end = at + 1;
-    return pieces;
+    return at;
 }
 
-bool Contains(const QByteArray& text, const char* words) {
-    return QString::fromUtf8(text).simplified().contains(QLatin1String(words), Qt::CaseInsensitive);
+bool HasWords(const QByteArray& text, std::string_view first, std::string_view second) {
+    const std::vector<Token> tokens = Tokenize(text);
+    return FindWords(tokens, first, second) < tokens.size();
+}
+
+// Where a token begins in the text that was cut up, its quote or bracket included.
+std::size_t BeginOf(const QByteArray& text, const Token& token) {
+    if (token.kind == Token::Kind::End) {
+        return static_cast<std::size_t>(text.size());
+    }
+    const auto place = static_cast<std::size_t>(token.text.data() - text.constData());
+    const bool plain = token.kind == Token::Kind::Word || token.kind == Token::Kind::Number ||
+                       token.kind == Token::Kind::Sign;
+    return place - (plain ? 0 : 1);
+}
+
+QByteArray Between(const QByteArray& text, const Token& first, const Token& behind) {
+    const auto begin = static_cast<qsizetype>(BeginOf(text, first));
+    return text.mid(begin, static_cast<qsizetype>(BeginOf(text, behind)) - begin).trimmed();
 }
 
 }  // namespace
 
-QString FirstName(const QByteArray& text, QByteArray* rest) {
-    const QByteArray trimmed = text.trimmed();
-    qsizetype end = trimmed.isEmpty() ? 0 : BehindQuoted(trimmed, 0);
-    const bool quoted = end > 0;
-    while (!quoted && end < trimmed.size() &&
-           !QByteArrayView(" \t\r\n(,)").contains(trimmed.at(end))) {
-        ++end;
-    }
-    if (rest) {
-        *rest = trimmed.mid(end);
-    }
-    return QString::fromUtf8(quoted ? trimmed.mid(1, end - 2) : trimmed.left(end));
-}
-
-QString EngineIndexName(const TableInfo& table, const QString& index) {
-    for (const QString& definition : table.indexes) {
-        QByteArray rest = definition.toUtf8();
-        QString word = FirstName(rest, &rest);  // CREATE
-        word = FirstName(rest, &rest);
-        if (SameName(word, QStringLiteral("UNIQUE"))) {
-            word = FirstName(rest, &rest);
-        }
-        if (!SameName(word, QStringLiteral("INDEX"))) {
-            continue;  // a trigger
-        }
-        const QString name = FirstName(rest);
-        if (SameName(name, index) || SameName(name, table.name + u'.' + index)) {
-            return name;
+QString EngineIndexName(const TableInfo& table, std::string_view index) {
+    const std::string full = table.name.toStdString() + '.' + std::string(index);
+    for (const IndexInfo& known : table.indexes) {
+        const std::string name = known.name.toStdString();
+        if (!known.definition.isEmpty() && (SameName(name, index) || SameName(name, full))) {
+            return known.name;
         }
     }
     return {};
@@ -92,31 +89,44 @@ QString EngineIndexName(const TableInfo& table, const QString& index) {
 
 TableDefinition::TableDefinition(const TableInfo& table) : table_(table) {
     if (table.isView) {
+        Throw(Failure::NotUpdatable, table.name);
+    }
+    constexpr std::string_view Begins[] = {"CONSTRAINT", "PRIMARY", "UNIQUE", "FOREIGN", "CHECK"};
+    const QByteArray text = table.definition.toUtf8();
+    const std::vector<Token> tokens = Tokenize(text);
+    const auto open = std::find_if(tokens.begin(), tokens.end(),
+                                   [](const Token& token) { return IsSign(token, "("); });
+    if (open == tokens.end()) {
         Throw(Failure::NotSupported, table.name);
     }
-    const QByteArray definition = table.definition.toUtf8();
-    qsizetype end = 0;
-    const qsizetype open = definition.indexOf('(');
-    for (const QByteArray& text : CutList(definition, open + 1, end)) {
-        QByteArray rest;
-        const QString word = FirstName(text, &rest);
-        static const QStringList begins = {QStringLiteral("CONSTRAINT"), QStringLiteral("PRIMARY"),
-                                           QStringLiteral("UNIQUE"), QStringLiteral("FOREIGN"),
-                                           QStringLiteral("CHECK")};
-        const bool quoted = !text.isEmpty() && QByteArrayView("\"`[").contains(text.front());
-        const bool constraint = !quoted && begins.contains(word, Qt::CaseInsensitive);
-        const bool named = constraint && SameName(word, begins.front());
-        pieces_.push_back(
-            {constraint, named ? FirstName(rest) : (constraint ? QString() : word), text});
+    auto at = static_cast<std::size_t>(open - tokens.begin()) + 1;
+    bool more = true;
+    while (more && at + 1 < tokens.size()) {
+        const std::size_t begin = at;
+        while (at + 1 < tokens.size() && !IsSign(tokens[at], ",") && !IsSign(tokens[at], ")")) {
+            at = Behind(tokens, at);
+        }
+        const bool constraint =
+            std::any_of(std::begin(Begins), std::end(Begins),
+                        [&](std::string_view word) { return IsWord(tokens[begin], word); });
+        const bool named = IsWord(tokens[begin], Begins[0]);
+        const std::string_view name =
+            named ? tokens[begin + 1].text : (constraint ? std::string_view() : tokens[begin].text);
+        pieces_.push_back({constraint, Bytes(name), Between(text, tokens[begin], tokens[at])});
+        more = IsSign(tokens[at], ",");
+        ++at;
     }
-    tail_ = definition.mid(end).trimmed();
+    tail_ = Between(text, tokens[std::min(at, tokens.size() - 1)], tokens.back());
 }
 
-TableDefinition::Piece* TableDefinition::FindColumn(const QString& name) {
+TableDefinition::Piece& TableDefinition::FindColumn(std::string_view name) {
     const auto found = std::find_if(pieces_.begin(), pieces_.end(), [&](const Piece& piece) {
-        return !piece.constraint && SameName(piece.name, name);
+        return !piece.constraint && SameName(piece.name.toStdString(), name);
     });
-    return found == pieces_.end() ? nullptr : &*found;
+    if (found == pieces_.end()) {
+        Throw(Failure::UnknownColumn, ToQString(name));
+    }
+    return *found;
 }
 
 bool TableDefinition::HasPrimaryKey() const {
@@ -124,24 +134,38 @@ bool TableDefinition::HasPrimaryKey() const {
                        [](const ColumnInfo& column) { return column.primaryKey > 0; });
 }
 
-void TableDefinition::SetColumn(const QString& name, const QByteArray& text) {
-    if (Piece* piece = FindColumn(name)) {
-        const bool key = Contains(piece->text, "PRIMARY KEY") && !Contains(text, "PRIMARY KEY");
-        piece->text = key ? text + " PRIMARY KEY" : text;
+void TableDefinition::SetColumn(std::string_view name, const QByteArray& text) {
+    if (table_.Column(name)) {
+        Piece& piece = FindColumn(name);
+        const bool key =
+            HasWords(piece.text, "PRIMARY", "KEY") && !HasWords(text, "PRIMARY", "KEY");
+        piece.text = key ? text + " PRIMARY KEY" : text;
         return;
     }
     const auto behindColumns = std::find_if(pieces_.begin(), pieces_.end(),
                                             [](const Piece& piece) { return piece.constraint; });
-    pieces_.insert(behindColumns, {false, name, text});
+    pieces_.insert(behindColumns, {false, Bytes(name), text});
 }
 
-void TableDefinition::RequireValue(const QString& column) {
-    Piece* piece = FindColumn(column);
-    if (!piece) {
-        Throw(Failure::UnknownColumn, column);
+void TableDefinition::SetDefault(std::string_view name, const QByteArray& value) {
+    Piece& piece = FindColumn(name);
+    const std::vector<Token> tokens = Tokenize(piece.text);
+    const std::size_t at = FindWords(tokens, "DEFAULT");
+    QByteArray text = piece.text;
+    if (at < tokens.size()) {
+        // A number may have its sign in front.
+        const bool sign = IsSign(tokens[at + 1], "-") || IsSign(tokens[at + 1], "+");
+        const std::size_t behind = Behind(tokens, at + (sign ? 2 : 1));
+        text = Between(text, tokens.front(), tokens[at]) + ' ' +
+               Between(text, tokens[behind], tokens.back());
     }
-    if (!Contains(piece->text, "NOT NULL")) {
-        piece->text += " NOT NULL";
+    piece.text = value.isEmpty() ? text : text.trimmed() + " DEFAULT (" + value + ")";
+}
+
+void TableDefinition::RequireValue(std::string_view column) {
+    Piece& piece = FindColumn(column);
+    if (!HasWords(piece.text, "NOT", "NULL")) {
+        piece.text += " NOT NULL";
     }
 }
 
@@ -149,39 +173,29 @@ void TableDefinition::AddConstraint(const QByteArray& text) {
     pieces_.push_back({true, {}, text});
 }
 
-bool TableDefinition::DropConstraint(const QString& name) {
-    const auto gone = std::remove_if(pieces_.begin(), pieces_.end(), [&](const Piece& piece) {
-        return piece.constraint && SameName(piece.name, name);
-    });
-    const bool found = gone != pieces_.end();
-    pieces_.erase(gone, pieces_.end());
-    return found;
+bool TableDefinition::DropConstraint(std::string_view name) {
+    return std::erase_if(pieces_, [&](const Piece& piece) {
+               return piece.constraint && SameName(piece.name.toStdString(), name);
+           }) > 0;
 }
 
 // By way of a copy: renaming the new table would stumble over every view that names the old one.
 QList<QByteArray> TableDefinition::Rebuild(const QList<NewValue>& values) const {
-    const QByteArray name = "[" + table_.name.toUtf8() + "]";
+    const QByteArray name = Bracketed(table_.name.toUtf8());
     QByteArray create = "CREATE TABLE " + name + " (";
-    for (std::size_t i = 0; i < pieces_.size(); ++i) {
-        create += (i ? ", " : "") + pieces_[i].text;
-    }
-    create += ") " + tail_;
     QByteArray columns;
     QByteArray selected;
-    for (const Piece& piece : pieces_) {
-        if (piece.constraint) {
-            continue;
-        }
-        const QByteArray column = "[" + piece.name.toUtf8() + "]";
-        const bool had =
-            std::any_of(table_.columns.begin(), table_.columns.end(),
-                        [&](const ColumnInfo& info) { return SameName(info.name, piece.name); });
+    for (std::size_t i = 0; i < pieces_.size(); ++i) {
+        const Piece& piece = pieces_[i];
+        create += (i ? ", " : "") + piece.text;
         const auto given = std::find_if(values.begin(), values.end(), [&](const NewValue& value) {
-            return SameName(value.column, piece.name);
+            return SameName(value.column.toStdString(), piece.name.toStdString());
         });
-        if (!had && given == values.end()) {
-            continue;  // its default, or the next number of a counter
+        const bool had = table_.Column(piece.name.toStdString()) != nullptr;
+        if (piece.constraint || (!had && given == values.end())) {
+            continue;  // a new column gets its default, or the next number of a counter
         }
+        const QByteArray column = Bracketed(piece.name);
         const QByteArray separator = columns.isEmpty() ? "" : ", ";
         columns += separator + column;
         selected += separator + (given == values.end() ? column : given->sql);
@@ -189,12 +203,17 @@ QList<QByteArray> TableDefinition::Rebuild(const QList<NewValue>& values) const 
     QList<QByteArray> statements = {
         "CREATE TEMP TABLE dao_copy AS SELECT * FROM " + name,
         "DROP TABLE " + name,
-        create,
+        create + ") " + tail_,
         "INSERT INTO " + name + " (" + columns + ") SELECT " + selected + " FROM temp.dao_copy",
         "DROP TABLE temp.dao_copy",
     };
-    for (const QString& index : table_.indexes) {
-        statements.append(index.toUtf8());
+    for (const IndexInfo& index : table_.indexes) {
+        if (!index.definition.isEmpty()) {
+            statements.append(index.definition.toUtf8());
+        }
+    }
+    for (const QString& trigger : table_.triggers) {
+        statements.append(trigger.toUtf8());
     }
     return statements;
 }

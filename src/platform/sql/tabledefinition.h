@@ -5,22 +5,25 @@
 #include <QByteArray>
 #include <QString>
 
+#include <string_view>
 #include <vector>
 
 // The engine can add and drop a column; any other change of a table is made by building it anew
-// from its own definition. This takes a definition apart, lets it be changed, and writes it again.
+// from its own definition. This takes a definition apart by its tokens, lets it be changed, and
+// writes it again.
 namespace sql {
 
 class TableDefinition {
 public:
-    // Throws Erro 3000 for a view.
+    // Throws Erro 3000 for a view, 3075 for a definition of other words than the dialect's.
     explicit TableDefinition(const TableInfo& table);
 
     bool HasPrimaryKey() const;
-    void SetColumn(const QString& name, const QByteArray& text);  // replaces or appends
-    void RequireValue(const QString& column);                     // NOT NULL
+    void SetColumn(std::string_view name, const QByteArray& text);    // replaces or appends
+    void SetDefault(std::string_view name, const QByteArray& value);  // empty: none
+    void RequireValue(std::string_view column);                       // NOT NULL
     void AddConstraint(const QByteArray& text);
-    bool DropConstraint(const QString& name);  // false: there is none
+    bool DropConstraint(std::string_view name);  // false: there is none
 
     // Statements that put the new table in the place of the old one, with its rows, indexes and
     // triggers. `values` gives, by column, what a row gets; columns not named keep their value.
@@ -33,22 +36,18 @@ public:
 private:
     struct Piece {
         bool constraint;
-        QString name;
+        QByteArray name;
         QByteArray text;
     };
-    Piece* FindColumn(const QString& name);
+    Piece& FindColumn(std::string_view name);  // throws Erro 3061
 
     TableInfo table_;
     std::vector<Piece> pieces_;
     QByteArray tail_;  // behind the closing bracket
 };
 
-// Name of a bare column, constraint or index as the engine keeps it in a definition: the first word
-// of `text`, without its quotes. `rest` is what follows.
-QString FirstName(const QByteArray& text, QByteArray* rest = nullptr);
-
 // Under which name the engine has an index of a table, or empty. The dialect's index names belong
 // to their table, the engine's to the whole file, so new ones carry their table's name.
-QString EngineIndexName(const TableInfo& table, const QString& index);
+QString EngineIndexName(const TableInfo& table, std::string_view index);
 
 }  // namespace sql

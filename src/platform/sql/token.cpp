@@ -2,12 +2,19 @@
 
 #include "platform/sql/errors.h"
 
+#include <algorithm>
+
 namespace sql {
 
 namespace {
 
 constexpr std::string_view TwoCharacterSigns[] = {"<>", "<=", ">="};
-constexpr std::string_view Signs = "+-*/\\^&=<>(),.;!";
+// The bar stands in no text of the dialect, but in definitions that the engine keeps.
+constexpr std::string_view Signs = "+-*/\\^&=<>(),.;!|";
+
+// A text of more pieces than this is no statement that anybody wrote, and its tree would fill the
+// memory.
+constexpr std::size_t MostTokens = 300'000;
 
 bool IsDigit(char c) {
     return c >= '0' && c <= '9';
@@ -32,11 +39,17 @@ public:
 
     std::vector<Token> Run() {
         std::vector<Token> tokens;
-        tokens.reserve(source_.size() / 4 + 2);
+        tokens.reserve(std::min(source_.size() / 4, MostTokens) + 2);
+        std::size_t end = 0;
         for (SkipBlanks(); at_ < source_.size(); SkipBlanks()) {
-            const bool afterName = !tokens.empty() && (tokens.back().kind == Token::Kind::Word ||
-                                                       tokens.back().kind == Token::Kind::Name);
+            const bool afterName = !tokens.empty() && end == at_ &&
+                                   (tokens.back().kind == Token::Kind::Word ||
+                                    tokens.back().kind == Token::Kind::Name);
+            if (tokens.size() == MostTokens) {
+                Fail();
+            }
             tokens.push_back(Next(afterName));
+            end = at_;
         }
         tokens.push_back({});
         return tokens;
@@ -73,7 +86,7 @@ private:
             }
             return Take(Token::Kind::Word, length);
         }
-        // Behind a name a point belongs to a dotted name, even in front of a digit.
+        // Right behind a name a point belongs to a dotted name, even in front of a digit.
         if (IsDigit(c) || (c == '.' && IsDigit(Peek(1)) && !afterName)) {
             return Number();
         }
@@ -177,6 +190,18 @@ bool EqualWords(std::string_view a, std::string_view b) {
         }
     }
     return true;
+}
+
+bool IsAscii(std::string_view text) {
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+bool SameName(std::string_view a, std::string_view b) {
+    if (IsAscii(a)) {
+        return EqualWords(a, b);
+    }
+    return ToQString(a).compare(ToQString(b), Qt::CaseInsensitive) == 0;
 }
 
 QString ToQString(std::string_view text) {

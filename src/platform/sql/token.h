@@ -31,6 +31,11 @@ std::vector<Token> Tokenize(const QByteArray& source);
 // Without regard to the case of ASCII letters, the only ones in words of the language.
 bool EqualWords(std::string_view a, std::string_view b);
 
+bool IsAscii(std::string_view text);
+
+// Without regard to the case of any letter: names of tables and columns may have accents.
+bool SameName(std::string_view a, std::string_view b);
+
 QString ToQString(std::string_view text);
 
 // A Text token's content with doubled quotes made single.

@@ -8,11 +8,12 @@
 #include <variant>
 #include <vector>
 
-// The syntax tree of a text of the dialect. Names point into Statement::source.
+// The syntax tree of a text of the dialect. Names point into Command::source.
 namespace sql {
 
 struct Query;
 struct Expr;
+struct Function;
 using ExprPtr = std::unique_ptr<Expr>;
 using QueryPtr = std::unique_ptr<Query>;
 
@@ -43,7 +44,8 @@ enum class Op {
 struct Expr {
     enum class Kind {
         Null,
-        Number,    // text: as the engine writes it; True is -1, a date its serial number
+        Number,    // text: as the engine writes it; True is -1
+        Date,      // text: its serial number
         Text,      // text: without quotes
         Column,    // qualifier (or empty), name
         Star,      // qualifier (or empty)
@@ -53,7 +55,7 @@ struct Expr {
         In,        // args: value, list...; or value, and query
         Between,   // args: value, low, high
         IsNull,    // args: operand
-        Call,      // text: upper-case name
+        Call,      // function
         Subquery,  // query
         Exists,    // query
     };
@@ -61,6 +63,7 @@ struct Expr {
     Op op = Op::Not;
     bool negated = false;  // NOT LIKE, NOT IN, NOT BETWEEN, IS NOT NULL
     int depth = 1;
+    const Function* function = nullptr;
     std::string text;
     std::string_view qualifier;
     std::string_view name;
@@ -70,7 +73,7 @@ struct Expr {
 
 struct Source {
     enum class Kind { Table, Derived, Join };
-    enum class Join { Inner, Left, Right };
+    enum class Join { Inner, Left, Right, Cross };  // Cross: without ON
     Kind kind = Kind::Table;
     Join join = Join::Inner;
     std::string_view name;
@@ -139,31 +142,28 @@ struct Update {
 };
 
 struct Delete {
-    std::string_view table;  // of "DELETE table.* FROM ...", or empty
+    std::string_view table;                 // of "DELETE table.* FROM ...", or empty
+    std::vector<std::string_view> columns;  // of "DELETE column FROM ...", which mean their table
     SourcePtr from;
     ExprPtr where;
 };
 
-struct ColumnType {
-    std::string name;                // upper case, as written
+struct WrittenType {
+    std::string name;                // upper case
     std::vector<std::string> sizes;  // numbers in brackets behind it
 };
 
 struct ConstraintDefinition {
-    enum class Kind { PrimaryKey, Unique, ForeignKey, NotNull, Check };
+    enum class Kind { PrimaryKey, Unique, NotNull, Check };
     Kind kind = Kind::PrimaryKey;
     std::string_view name;  // or empty
     std::vector<std::string_view> columns;
-    std::string_view foreignTable;
-    std::vector<std::string_view> foreignColumns;
-    bool cascadeUpdate = false;
-    bool cascadeDelete = false;
     ExprPtr check;
 };
 
 struct ColumnDefinition {
     std::string_view name;
-    ColumnType type;
+    WrittenType type;
     bool notNull = false;
     ExprPtr defaultValue;
     std::vector<ConstraintDefinition> constraints;
@@ -176,12 +176,19 @@ struct CreateTable {
 };
 
 struct AlterTable {
-    enum class Action { AddColumn, AlterColumn, DropColumn, AddConstraint, DropConstraint };
-    Action action = Action::AddColumn;
+    enum class Action {
+        AddColumns,
+        AlterColumn,
+        SetDefault,  // of the one column; none drops it
+        DropColumns,
+        AddConstraint,
+        DropConstraint,
+    };
+    Action action = Action::AddColumns;
     std::string_view table;
-    ColumnDefinition column;
+    std::vector<ColumnDefinition> columns;
     ConstraintDefinition constraint;
-    std::string_view dropped;  // column or constraint
+    std::vector<std::string_view> dropped;  // columns, or the constraint
 };
 
 struct CreateIndex {
@@ -208,7 +215,8 @@ struct CreateView {
     QueryPtr query;
 };
 
-struct Statement {
+// Any statement of the dialect.
+struct Command {
     QByteArray source;
     std::variant<QueryPtr, Insert, Update, Delete, CreateTable, AlterTable, CreateIndex, DropIndex,
                  DropTable, CreateView>

@@ -3,6 +3,7 @@
 #include "platform/sql/dialect.h"
 #include "platform/sql/functiontable.h"
 #include "platform/sql/likepattern.h"
+#include "platform/sql/names.h"
 #include "platform/sql/token.h"
 #include "platform/sql/tree.h"
 
@@ -14,42 +15,37 @@
 
 namespace sql {
 
-// Whether the result is a condition that the engine computes as 1 and 0.
-bool IsLogical(const Expr& expr);
-
-// What is known of the value, as the dialect has it: never Logical.
-Type TypeOf(const Expr& expr);
-
-// Writes trees as the engine's SQL. Appends to one text; throws Erro 3000, 3075, 3085 or 3093 for
-// what cannot be written.
+// Writes trees as the engine's SQL. Appends to one text; throws Erro 3000, 3075, 3093, 3122 or 3464
+// for what cannot be written.
 class Writer {
 public:
     explicit Writer(const Schema& schema, Accents accents = Accents::Minded)
-        : schema_(schema), accents_(accents) {}
+        : names_(schema), accents_(accents) {}
 
     QByteArray Take() { return std::exchange(out_, {}); }
     const QStringList& Tables() const { return tables_; }
     void NoteTable(std::string_view name);
+    // Who writes parts of a query brings their tables into sight by a Names::Scope.
+    Names& KnownNames() { return names_; }
 
     void Raw(std::string_view sql) { out_.append(sql.data(), static_cast<qsizetype>(sql.size())); }
     void Name(std::string_view name);
+    void Name(const QString& name) { Name(std::string_view(name.toStdString())); }
+    void TableName(std::string_view name);  // as the table is declared
     void Text(std::string_view text);
 
-    // Names: whether bare columns of the select list get their name as an alias, so that the result
-    // is called as the text has it whatever the plan is.
-    enum class Names { AsTheyCome, Fixed };
-    void WriteQuery(const Query& query, Names names = Names::AsTheyCome);
-    void WriteSelect(const Select& select, const std::vector<OrderTerm>& order, Names names);
-    void WriteItem(const SelectItem& item, std::size_t place, Names names);
-    void WriteOrder(const std::vector<OrderTerm>& order);
-    void WriteFrom(const std::vector<SourcePtr>& sources);
+    // Naming: whether bare columns of the select list get their name as an alias, so that the
+    // result is called as the text has it whatever the plan is.
+    enum class Naming { AsTheyCome, Fixed };
+    void WriteQuery(const Query& query, Naming naming = Naming::AsTheyCome);
+    void WriteItem(const SelectItem& item, std::size_t place, Naming naming);
     void WriteSource(const Source& source);
     void WriteWhere(const ExprPtr& where);
 
     // As a value of the dialect (conditions as -1 and 0).
     void Value(const Expr& expr);
-    // Value, with the collation of texts where the expression has none of its own.
-    void CollatedValue(const Expr& expr);
+    // As a value that becomes part of a text: a date as people read it.
+    void TextValue(const Expr& expr);
     // As a condition. `met`: only whether it is met matters, Null being the same as false.
     void Condition(const Expr& expr, bool met);
 
@@ -59,11 +55,15 @@ public:
     void Test(const Expr& term);
 
 private:
+    void Column(const Expr& expr);
+    // Value, with the collation of texts where the expression has none of its own.
+    void CollatedValue(const Expr& expr);
     void Operand(const Expr& expr);
     void ConditionOperand(const Expr& expr, bool met);
     void Binary(const Expr& expr);
     void Logical(const Expr& expr, bool met);
-    void Comparison(const Expr& expr, std::string_view sign);
+    void Comparison(const Expr& expr);
+    void Comparand(const Expr& expr, Type against, bool ordered);
     void Truth(const Expr& expr);
     void Like(const Expr& expr, bool met);
     void LikeTest(const Expr& expr);
@@ -71,25 +71,36 @@ private:
     void In(const Expr& expr);
     void Between(const Expr& expr);
     void Call(const Expr& expr);
-    void WrittenCall(const Expr& expr);
-    void Arguments(const Expr& expr);
-    void FunctionOf(std::string_view name, const Expr& expr);
+    void Choice(const Expr& expr, Type type);
+    void Cases(const Expr& expr, Type type);
+    void FunctionOf(std::string_view name, const Expr& expr, bool texts = false);
     void CollationUnlessColumn(const Expr& expr);
+    bool MayBeText(const Expr& expr);
 
+    void WriteSelect(const Select& select, const std::vector<OrderTerm>& order, Naming naming);
+    void WriteTop(const Select& select, const std::vector<OrderTerm>& order);
+    void WriteFrom(const std::vector<SourcePtr>& sources);
+    void WriteOrder(const std::vector<OrderTerm>& order);
     void Body(const Select& select);
-    void TopLimit(const Select& select, const std::vector<OrderTerm>& order);
     void DistinctRowGroups(const Select& select);
     const Expr& OrderKey(const Select& select, const OrderTerm& term) const;
 
-    const Schema& schema_;
+    Names names_;
     Accents accents_;
     QByteArray out_;
     QStringList tables_;
 };
 
-// Writes any statement; in writer_change.cpp and writer_definition.cpp.
-Translation WriteStatement(const Statement& statement, const Schema& schema,
-                           Accents accents = Accents::Minded);
-void WriteDefinition(const Statement& statement, const Schema& schema, Translation& translation);
+// Throws Erro 3122 where a select list, HAVING or ORDER BY of a grouped query asks for a column
+// that has not one value for each group.
+void CheckGroups(const Select& select, const std::vector<OrderTerm>& order);
+
+// Writes any command; in writer_change.cpp and writer_definition.cpp.
+Translation WriteCommand(const Command& command, const Schema& schema,
+                         Accents accents = Accents::Minded);
+void WriteDefinition(const Command& command, const Schema& schema, Translation& translation);
+
+// What dao_store is called with behind the value: its column's type, and its name for an error.
+QByteArray StoreArguments(const ColumnType& type, const QString& table, const QString& column);
 
 }  // namespace sql

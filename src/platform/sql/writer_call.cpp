@@ -5,53 +5,62 @@
 
 namespace sql {
 
+using Form = Function::Form;
+
 void Writer::Call(const Expr& expr) {
-    const Function* function = FindFunction(expr.text);
-    if (!function) {
-        Throw(Failure::UnknownFunction, ToQString(expr.text));
-    }
-    const bool star = !expr.args.empty() && expr.args[0]->kind == Expr::Kind::Star;
-    const auto count = static_cast<int>(expr.args.size());
-    if (count < function->least || count > function->most || (star && expr.text != "COUNT")) {
-        Throw(Failure::SyntaxError, ToQString(expr.text));
-    }
-    switch (function->form) {
-        case Function::Form::Written:
-            WrittenCall(expr);
-            break;
-        case Function::Form::Aggregate:
-            Raw(function->name);
+    const Function& function = *expr.function;
+    switch (function.form) {
+        case Form::Evaluated: {
+            // Format alone writes a date as text, with a pattern as the pattern says.
+            const bool texts = function.dates == Function::Dates::AsText ||
+                               (function.name == "FORMAT" && expr.args.size() == 1);
+            Raw("dao_");
+            FunctionOf(function.name, expr, texts);
+            return;
+        }
+        case Form::Aggregate:
+            Raw(function.name);
             Raw("(");
-            // Min and Max compare texts.
-            if (star) {
-                Raw("*");
+            CollatedValue(*expr.args[0]);  // Min and Max compare texts
+            Raw(")");
+            return;
+        case Form::First:
+        case Form::Last:
+            Raw("dao_");
+            FunctionOf(function.name, expr);
+            return;
+        case Form::Nz:
+            Raw("ifnull(");
+            Choice(*expr.args[0], names_.TypeOf(expr));
+            Raw(", ");
+            if (expr.args.size() == 2) {
+                Choice(*expr.args[1], names_.TypeOf(expr));
             } else {
-                CollatedValue(*expr.args[0]);
+                Raw("''");
             }
             Raw(")");
-            break;
-        default:
-            Raw("dao_");
-            FunctionOf(function->name, expr);
+            return;
+        case Form::IsNull:  // a condition, see Logical
+        case Form::Iif:
+        case Form::Switch:
+        case Form::Choose:
+            Cases(expr, names_.TypeOf(expr));
     }
 }
 
-void Writer::WrittenCall(const Expr& expr) {
-    const auto& args = expr.args;
-    if (expr.text == "NZ") {
-        Raw("ifnull(");
-        Value(*args[0]);
-        Raw(", ");
-        if (args.size() == 2) {
-            Value(*args[1]);
-        } else {
-            Raw("''");
-        }
-        Raw(")");
-        return;
+// One of several values: where some are texts, a date becomes one too.
+void Writer::Choice(const Expr& expr, Type type) {
+    if (type == Type::Text) {
+        TextValue(expr);
+    } else {
+        Value(expr);
     }
+}
+
+void Writer::Cases(const Expr& expr, Type type) {
+    const auto& args = expr.args;
     Raw("CASE");
-    if (expr.text == "CHOOSE") {
+    if (expr.function->form == Form::Choose) {
         Raw(" dao_clng(");
         Value(*args[0]);
         Raw(")");
@@ -59,22 +68,19 @@ void Writer::WrittenCall(const Expr& expr) {
             Raw(" WHEN ");
             Raw(std::to_string(i));
             Raw(" THEN ");
-            Value(*args[i]);
+            Choice(*args[i], type);
         }
-    } else {  // IIF and SWITCH: condition, value, ...
+    } else {  // condition, value, ... and for IIf the other value
         std::size_t i = 0;
         for (; i + 1 < args.size(); i += 2) {
             Raw(" WHEN ");
             Condition(*args[i], true);
             Raw(" THEN ");
-            Value(*args[i + 1]);
+            Choice(*args[i + 1], type);
         }
         if (i < args.size()) {
-            if (expr.text == "SWITCH") {
-                Throw(Failure::SyntaxError, ToQString(expr.text));
-            }
             Raw(" ELSE ");
-            Value(*args[i]);
+            Choice(*args[i], type);
         }
     }
     Raw(" END");

@@ -1,11 +1,19 @@
-#include "platform/sql/columntypes.h"
+#include "platform/convert.h"
+#include "platform/sql/collation.h"
 #include "platform/sql/errors.h"
-#include "platform/sql/resultcolumns.h"
+#include "platform/sql/parser.h"
 #include "platform/sql/writer.h"
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace sql {
+
+QByteArray StoreArguments(const ColumnType& type, const QString& table, const QString& column) {
+    QByteArray name = (table + u'.' + column).toUtf8();
+    return ", " + type.Code() + ", '" + name.replace("'", "''") + "'";
+}
 
 namespace {
 
@@ -14,7 +22,7 @@ bool MayBeMissing(const Source& source, const Source* table) {
     if (source.kind != Source::Kind::Join) {
         return false;
     }
-    const bool onLeft = FindTable(*source.left, table->Alias()) == table;
+    const bool onLeft = TableNamed(*source.left, table->Alias()) == table;
     if ((onLeft && source.join == Source::Join::Right) ||
         (!onLeft && source.join == Source::Join::Left)) {
         return true;
@@ -22,28 +30,48 @@ bool MayBeMissing(const Source& source, const Source* table) {
     return MayBeMissing(onLeft ? *source.left : *source.right, table);
 }
 
-// The columns that tell the rows of a table apart.
-QStringList RowKey(const Schema& schema, std::string_view table) {
-    const std::optional<TableInfo> info = InfoOf(schema, table);
-    if (info && info->isView) {
-        Throw(Failure::NotSupported, ToQString(table));
-    }
-    if (!info || !info->definition.contains(QLatin1String("WITHOUT ROWID"), Qt::CaseInsensitive)) {
-        return {QStringLiteral("rowid")};
-    }
-    QStringList key;
-    for (const ColumnInfo& column : info->columns) {
-        if (column.primaryKey > 0) {
-            key.append(column.name);
+// Where the rows of a view come from, for a message.
+QString TablesBehind(const TableInfo& view) {
+    QStringList tables;
+    try {
+        const Command command = Parser::ParseCommand(view.definition.toUtf8());
+        const auto& query = *std::get<CreateView>(command.body).query;
+        std::vector<const Source*> sources;
+        if (query.arms.front().select) {
+            for (const SourcePtr& source : query.arms.front().select->from) {
+                CollectTables(*source, sources);
+            }
         }
+        for (const Source* source : sources) {
+            tables.append(ToQString(source->name));
+        }
+    } catch (const Erro&) {
+        // A view of other words than the dialect's.
     }
-    return key;
+    return view.name + (tables.isEmpty() ? QString() : u"; grave em "_s + tables.join(u" ou "_s));
+}
+
+// A literal's value; nothing for what has to be computed.
+std::optional<QVariant> LiteralOf(const Expr& expr) {
+    switch (expr.kind) {
+        case Expr::Kind::Null:
+            return QVariant();
+        case Expr::Kind::Text:
+            return ToQString(expr.text);
+        case Expr::Kind::Number: {
+            bool whole = false;
+            const qlonglong number = ToQString(expr.text).toLongLong(&whole);
+            return whole ? QVariant(number) : QVariant(ToQString(expr.text).toDouble());
+        }
+        default:
+            return std::nullopt;
+    }
 }
 
 class ChangeWriter {
 public:
     ChangeWriter(const Schema& schema, Translation& translation)
-        : schema_(schema), translation_(translation), writer_(schema) {}
+        : translation_(translation), writer_(schema), names_(writer_.KnownNames()) {}
 
     void Write(const Insert& insert);
     void Write(const Update& update);
@@ -51,15 +79,31 @@ public:
     void WriteInto(const Query& query);
 
 private:
+    // A column that something is stored in.
+    struct Target {
+        QString table;
+        QString name;
+        ColumnType type;
+        bool required = false;  // the engine would make up a value in the place of Null
+    };
+
+    TableInfo TableToChange(std::string_view name) const;
+    Target TargetOf(const TableInfo& table, std::string_view column) const;
+    std::vector<Target> TargetsOf(const TableInfo& table, const Insert& insert);
     void Finish();
-    void WriteStored(std::string_view table, std::string_view column, const Expr& value);
+    void WriteStored(const Target& target, const Expr& value);
+    void WriteLiteral(const Target& target, const QVariant& value);
+    template <typename Value>
+    void WriteConversion(const Target& target, Type from, Value value);
+    void WriteRows(const std::vector<Target>& targets, const Query& query);
     void WriteJoinedUpdate(const Update& update);
-    const Source* TargetOf(const Source& source, const Assignment& assignment) const;
+    const Source* SourceOf(const Source& source, const Assignment& assignment) const;
+    QStringList RowKey(const TableInfo& table) const;
     void WriteRowKey(const QStringList& key, std::string_view table);
 
-    const Schema& schema_;
     Translation& translation_;
     Writer writer_;
+    Names& names_;
 };
 
 void ChangeWriter::Finish() {
@@ -67,64 +111,169 @@ void ChangeWriter::Finish() {
     translation_.tables = writer_.Tables();
 }
 
-void ChangeWriter::WriteStored(std::string_view table, std::string_view column, const Expr& value) {
-    const bool sameColumn = value.kind == Expr::Kind::Column && EqualWords(value.name, column);
-    std::string_view function;
-    const std::optional<TableInfo> info =
-        sameColumn || value.kind == Expr::Kind::Null ? std::nullopt : InfoOf(schema_, table);
-    if (const ColumnInfo* known = info ? info->Column(ToQString(column)) : nullptr) {
-        function = StoringFunction(known->declaredType);
+TableInfo ChangeWriter::TableToChange(std::string_view name) const {
+    std::optional<TableInfo> info = names_.InfoOf(name);
+    if (!info) {
+        // A table that is kept apart is attached only when the statement runs.
+        info.emplace();
+        info->name = ToQString(name);
     }
-    if (function.empty()) {
-        writer_.Value(value);
+    if (info->isView) {
+        Throw(Failure::NotUpdatable, TablesBehind(*info));
+    }
+    return *info;
+}
+
+ChangeWriter::Target ChangeWriter::TargetOf(const TableInfo& table, std::string_view column) const {
+    const ColumnInfo* known = table.Column(column);
+    if (!known) {
+        if (!table.columns.isEmpty()) {
+            Throw(Failure::UnknownColumn, ToQString(column));
+        }
+        return {table.name, ToQString(column), ColumnType::OfDeclaration({})};
+    }
+    return {table.name, known->name, ColumnType::OfDeclaration(known->declaredType),
+            known == table.RowNumber() && !table.numbersRows};
+}
+
+void ChangeWriter::WriteLiteral(const Target& target, const QVariant& value) {
+    QVariant kept;
+    try {
+        kept = target.type.Store(value);
+    } catch (const Erro& erro) {
+        throw Erro(erro.Number(), erro.Description() + u' ' + target.name);
+    }
+    if (convert::IsNull(kept) && target.required) {
+        Throw(Failure::NotNull, target.table + u'.' + target.name);
+    }
+    if (convert::IsNull(kept)) {
+        writer_.Raw("NULL");
+    } else if (IsText(kept)) {
+        writer_.Text(kept.toString().toStdString());
+    } else if (kept.typeId() == QMetaType::Double) {
+        writer_.Raw(QByteArray::number(kept.toDouble(), 'g', 17).toStdString());
+    } else {
+        writer_.Raw(std::to_string(kept.toLongLong()));
+    }
+}
+
+// `value` writes what is stored, of a type known or not; true: as a text.
+template <typename Value>
+void ChangeWriter::WriteConversion(const Target& target, Type from, Value value) {
+    const bool text = target.type.Reads() == Type::Text;
+    const bool asItIs = !target.required && (!target.type.Converts() || from == Type::Null ||
+                                             (text && from == Type::Text && !target.type.Length()));
+    if (asItIs) {
+        value(text);
         return;
     }
-    writer_.Raw(function);
-    writer_.Raw("(");
-    writer_.Value(value);
+    writer_.Raw(target.required ? "dao_storekey(" : "dao_store(");
+    value(text);
+    writer_.Raw(StoreArguments(target.type, target.table, target.name).toStdString());
     writer_.Raw(")");
 }
 
-void ChangeWriter::Write(const Insert& insert) {
-    writer_.NoteTable(insert.table);
-    writer_.Raw("INSERT INTO ");
-    writer_.Name(insert.table);
-    QStringList columns;
-    for (const std::string_view column : insert.columns) {
-        columns.append(ToQString(column));
+void ChangeWriter::WriteStored(const Target& target, const Expr& value) {
+    if (const std::optional<QVariant> literal = LiteralOf(value)) {
+        WriteLiteral(target, *literal);
+        return;
     }
-    if (insert.query && columns.isEmpty()) {
+    WriteConversion(target, names_.TypeOf(value), [&](bool text) {
+        if (text) {
+            writer_.TextValue(value);
+        } else {
+            writer_.Value(value);
+        }
+    });
+}
+
+// The columns that an INSERT names or means. A key that the engine would make up must be there.
+std::vector<ChangeWriter::Target> ChangeWriter::TargetsOf(const TableInfo& table,
+                                                          const Insert& insert) {
+    std::vector<Target> targets;
+    for (const std::string_view column : insert.columns) {
+        targets.push_back(TargetOf(table, column));
+    }
+    if (targets.empty() && insert.query) {
         // Without a list, the columns of a query are matched by name, not by place.
-        columns = NamesOf(schema_, *insert.query);
-        if (columns.isEmpty()) {
-            Throw(Failure::NotSupported, ToQString(insert.table));
+        for (const ResultColumn& column : names_.ColumnsOf(*insert.query)) {
+            targets.push_back(TargetOf(table, column.name.toStdString()));
+        }
+        if (targets.empty()) {
+            Throw(Failure::NotSupported, table.name);
+        }
+    } else if (targets.empty()) {
+        for (const ColumnInfo& column : table.columns) {
+            targets.push_back(TargetOf(table, column.name.toStdString()));
         }
     }
-    for (qsizetype i = 0; i < columns.size(); ++i) {
-        writer_.Raw(i ? ", " : " (");
-        writer_.Name(columns.at(i).toStdString());
+    const ColumnInfo* key = table.numbersRows ? nullptr : table.RowNumber();
+    if (key && std::none_of(targets.begin(), targets.end(),
+                            [](const Target& target) { return target.required; })) {
+        Throw(Failure::NotNull, table.name + u'.' + key->name);
     }
-    writer_.Raw(columns.isEmpty() ? " " : ") ");
+    return targets;
+}
+
+void ChangeWriter::Write(const Insert& insert) {
+    const TableInfo table = TableToChange(insert.table);
+    const std::vector<Target> targets = TargetsOf(table, insert);
+    writer_.NoteTable(insert.table);
+    writer_.Raw("INSERT INTO ");
+    writer_.Name(table.name);
+    const bool listed = !insert.columns.empty() || insert.query;
+    for (std::size_t i = 0; listed && i < targets.size(); ++i) {
+        writer_.Raw(i ? ", " : " (");
+        writer_.Name(targets[i].name);
+    }
+    writer_.Raw(listed ? ") " : " ");
     if (insert.query) {
-        writer_.WriteQuery(*insert.query);
+        WriteRows(targets, *insert.query);
         Finish();
         return;
     }
-    if (columns.isEmpty()) {
-        if (const auto info = InfoOf(schema_, insert.table)) {
-            for (const ColumnInfo& column : info->columns) {
-                columns.append(column.name);
-            }
-        }
+    if (!targets.empty() && targets.size() != insert.values.size()) {
+        Throw(Failure::ValueCount);
     }
     writer_.Raw("VALUES (");
     for (std::size_t i = 0; i < insert.values.size(); ++i) {
         writer_.Raw(i ? ", " : "");
-        const std::string column = columns.value(static_cast<qsizetype>(i)).toStdString();
-        WriteStored(insert.table, column, *insert.values[i]);
+        if (targets.empty()) {
+            writer_.Value(*insert.values[i]);
+        } else {
+            WriteStored(targets[i], *insert.values[i]);
+        }
     }
     writer_.Raw(")");
     Finish();
+}
+
+// The rows of a query, each value made what its column keeps.
+void ChangeWriter::WriteRows(const std::vector<Target>& targets, const Query& query) {
+    const std::vector<ResultColumn>& columns = names_.ColumnsOf(query);
+    if (!columns.empty() && columns.size() != targets.size()) {
+        Throw(Failure::ValueCount);
+    }
+    for (std::size_t i = 0; i < targets.size(); ++i) {
+        writer_.Raw(i ? ", " : "WITH dao_rows (");
+        writer_.Name("c" + std::to_string(i));
+    }
+    writer_.Raw(") AS (");
+    writer_.WriteQuery(query);
+    writer_.Raw(") ");
+    for (std::size_t i = 0; i < targets.size(); ++i) {
+        writer_.Raw(i ? ", " : "SELECT ");
+        // The arms of a union may be of several types.
+        const bool known = i < columns.size() && query.arms.size() == 1;
+        const Type from = known ? columns[i].type : Type::Unknown;
+        WriteConversion(targets[i], from, [&](bool text) {
+            const bool date = text && from == Type::Date;
+            writer_.Raw(date ? "dao_datetext(" : "");
+            writer_.Name("c" + std::to_string(i));
+            writer_.Raw(date ? ")" : "");
+        });
+    }
+    writer_.Raw(" FROM dao_rows");
 }
 
 void ChangeWriter::Write(const Update& update) {
@@ -132,33 +281,50 @@ void ChangeWriter::Write(const Update& update) {
         WriteJoinedUpdate(update);
         return;
     }
+    const TableInfo table = TableToChange(update.target->name);
+    const Names::Scope scope(names_, *update.target);
     writer_.Raw("UPDATE ");
     writer_.WriteSource(*update.target);
     std::string_view separator = " SET ";
     for (const Assignment& assignment : update.assignments) {
-        if (!assignment.qualifier.empty() && !FindTable(*update.target, assignment.qualifier)) {
+        if (!assignment.qualifier.empty() && !TableNamed(*update.target, assignment.qualifier)) {
             Throw(Failure::UnknownColumn, ToQString(assignment.qualifier));
         }
+        const Target target = TargetOf(table, assignment.column);
         writer_.Raw(separator);
         separator = ", ";
-        writer_.Name(assignment.column);
+        writer_.Name(target.name);
         writer_.Raw(" = ");
-        WriteStored(update.target->name, assignment.column, *assignment.value);
+        WriteStored(target, *assignment.value);
     }
     writer_.WriteWhere(update.where);
     Finish();
 }
 
-const Source* ChangeWriter::TargetOf(const Source& source, const Assignment& assignment) const {
+const Source* ChangeWriter::SourceOf(const Source& source, const Assignment& assignment) const {
     if (!assignment.qualifier.empty()) {
-        return FindTable(source, assignment.qualifier);
+        return TableNamed(source, assignment.qualifier);
     }
     if (source.kind == Source::Kind::Join) {
-        const Source* found = TargetOf(*source.left, assignment);
-        return found ? found : TargetOf(*source.right, assignment);
+        const Source* found = SourceOf(*source.left, assignment);
+        return found ? found : SourceOf(*source.right, assignment);
     }
-    const auto info = InfoOf(schema_, source.name);
-    return info && info->Column(ToQString(assignment.column)) ? &source : nullptr;
+    const auto info = names_.InfoOf(source.name);
+    return info && info->Column(assignment.column) ? &source : nullptr;
+}
+
+// The columns that tell the rows of a table apart.
+QStringList ChangeWriter::RowKey(const TableInfo& table) const {
+    if (table.hasRowid) {
+        return {u"rowid"_s};
+    }
+    QStringList key;
+    for (const ColumnInfo& column : table.columns) {
+        if (column.primaryKey > 0) {
+            key.append(column.name);
+        }
+    }
+    return key;
 }
 
 void ChangeWriter::WriteRowKey(const QStringList& key, std::string_view table) {
@@ -166,16 +332,16 @@ void ChangeWriter::WriteRowKey(const QStringList& key, std::string_view table) {
         writer_.Raw(i ? ", " : "");
         writer_.Name(table);
         writer_.Raw(".");
-        writer_.Name(key.at(i).toStdString());
+        writer_.Name(key.at(i));
     }
 }
 
 // The new values are computed over the join first and then written row by row, so that none of them
 // sees another one's change.
 void ChangeWriter::WriteJoinedUpdate(const Update& update) {
-    const Source* target = TargetOf(*update.target, update.assignments.front());
+    const Source* target = SourceOf(*update.target, update.assignments.front());
     for (const Assignment& assignment : update.assignments) {
-        const Source* other = TargetOf(*update.target, assignment);
+        const Source* other = SourceOf(*update.target, assignment);
         if (!other) {
             Throw(Failure::UnknownColumn, ToQString(assignment.column));
         }
@@ -186,12 +352,14 @@ void ChangeWriter::WriteJoinedUpdate(const Update& update) {
     if (MayBeMissing(*update.target, target)) {
         Throw(Failure::NotSupported, ToQString(target->Alias()));
     }
-    const QStringList key = RowKey(schema_, target->name);
+    const TableInfo table = TableToChange(target->name);
+    const QStringList key = RowKey(table);
+    const Names::Scope scope(names_, *update.target);
     writer_.Raw("UPDATE ");
-    writer_.Name(target->name);
+    writer_.Name(table.name);
     for (std::size_t i = 0; i < update.assignments.size(); ++i) {
         writer_.Raw(i ? ", " : " SET ");
-        writer_.Name(update.assignments[i].column);
+        writer_.Name(TargetOf(table, update.assignments[i].column).name);
         writer_.Raw(" = [_new].");
         writer_.Name("v" + std::to_string(i));
     }
@@ -205,7 +373,7 @@ void ChangeWriter::WriteJoinedUpdate(const Update& update) {
     for (std::size_t i = 0; i < update.assignments.size(); ++i) {
         const Assignment& assignment = update.assignments[i];
         writer_.Raw(i ? ", " : "");
-        WriteStored(target->name, assignment.column, *assignment.value);
+        WriteStored(TargetOf(table, assignment.column), *assignment.value);
         writer_.Raw(" AS ");
         writer_.Name("v" + std::to_string(i));
     }
@@ -215,7 +383,7 @@ void ChangeWriter::WriteJoinedUpdate(const Update& update) {
     writer_.Raw(") AS [_new] WHERE ");
     for (qsizetype i = 0; i < key.size(); ++i) {
         writer_.Raw(i ? " AND " : "");
-        WriteRowKey({key.at(i)}, target->name);
+        WriteRowKey({key.at(i)}, table.name.toStdString());
         writer_.Raw(" = [_new].");
         writer_.Name("k" + std::to_string(i));
     }
@@ -223,24 +391,32 @@ void ChangeWriter::WriteJoinedUpdate(const Update& update) {
 }
 
 void ChangeWriter::Write(const Delete& deletion) {
-    const Source* target =
-        deletion.table.empty()
-            ? (deletion.from->kind == Source::Kind::Table ? deletion.from.get() : nullptr)
-            : FindTable(*deletion.from, deletion.table);
+    const bool single = deletion.from->kind == Source::Kind::Table;
+    const Source* target = deletion.table.empty() ? (single ? deletion.from.get() : nullptr)
+                                                  : TableNamed(*deletion.from, deletion.table);
+    for (const std::string_view column : deletion.columns) {
+        const Source* other = SourceOf(*deletion.from, {{}, column, nullptr});
+        if (!other || (target && other != target)) {
+            Throw(Failure::UnknownColumn, ToQString(column));
+        }
+        target = other;
+    }
     if (!target) {
         Throw(Failure::SyntaxError, ToQString(deletion.table));
     }
+    const TableInfo table = TableToChange(target->name);
+    const Names::Scope scope(names_, *deletion.from);
     writer_.Raw("DELETE FROM ");
-    if (deletion.from->kind == Source::Kind::Table) {
+    if (single) {
         writer_.WriteSource(*deletion.from);
         writer_.WriteWhere(deletion.where);
         Finish();
         return;
     }
-    const QStringList key = RowKey(schema_, target->name);
-    writer_.Name(target->name);
+    const QStringList key = RowKey(table);
+    writer_.Name(table.name);
     writer_.Raw(" WHERE (");
-    WriteRowKey(key, target->name);
+    WriteRowKey(key, table.name.toStdString());
     writer_.Raw(") IN (SELECT ");
     WriteRowKey(key, target->Alias());
     writer_.Raw(" FROM ");
@@ -250,33 +426,51 @@ void ChangeWriter::Write(const Delete& deletion) {
     Finish();
 }
 
+// How a column of a new table is declared that takes the values of a query's column.
+QByteArray DeclarationFor(const ResultColumn& column) {
+    const auto declared = [&](const char* type) {
+        return ColumnType::OfDialect({type, {}}).Declaration();
+    };
+    if (!column.declared.isEmpty()) {
+        const ColumnType type = ColumnType::OfDeclaration(column.declared);
+        const bool text = type.Reads() == Type::Text;
+        return column.declared.toUtf8() +
+               (text ? QByteArray(collation::Clause.data(), collation::Clause.size())
+                     : QByteArray());
+    }
+    switch (column.type) {
+        case Type::Number:
+            return "NUMERIC";
+        case Type::Date:
+            return declared("DATETIME");
+        case Type::Text:
+            return declared("MEMO");
+        default:
+            return QByteArray(collation::Clause.data(),
+                              collation::Clause.size());  // harmless on numbers, needed on texts
+    }
+}
+
 // SELECT ... INTO: the engine's own form of it would lose types and collation.
 void ChangeWriter::WriteInto(const Query& query) {
     Select& select = *query.arms.front().select;
     const std::string_view table = std::exchange(select.into, {});
     if (query.arms.size() > 1) {
-        Throw(Failure::NotSupported, QStringLiteral("INTO, UNION"));
+        Throw(Failure::NotSupported, u"INTO, UNION"_s);
     }
-    const QStringList names = NamesOf(schema_, query);
-    const bool plain = std::none_of(select.items.begin(), select.items.end(), [](const auto& item) {
-        return item.expr->kind == Expr::Kind::Star;
-    });
-    if (names.isEmpty()) {
-        Throw(Failure::NotSupported, QStringLiteral("INTO ") + ToQString(table));
+    const std::vector<ResultColumn>& columns = names_.ColumnsOf(query);
+    if (columns.empty()) {
+        Throw(Failure::NotSupported, u"INTO "_s + ToQString(table));
     }
     writer_.NoteTable(table);
+    translation_.defined = ToQString(table).toUpper();
     writer_.Raw("CREATE TABLE ");
     writer_.Name(table);
-    for (qsizetype i = 0; i < names.size(); ++i) {
+    for (std::size_t i = 0; i < columns.size(); ++i) {
         writer_.Raw(i ? ", " : " (");
-        writer_.Name(names.at(i).toStdString());
+        writer_.Name(columns[i].name);
         writer_.Raw(" ");
-        Expr byName;
-        byName.kind = Expr::Kind::Column;
-        const std::string name = names.at(i).toStdString();
-        byName.name = name;
-        const Expr& expr = plain ? *select.items[static_cast<std::size_t>(i)].expr : byName;
-        writer_.Raw(DeclaredType(schema_, select, expr).toStdString());
+        writer_.Raw(DeclarationFor(columns[i]).toStdString());
     }
     writer_.Raw(")");
     Finish();
@@ -289,30 +483,30 @@ void ChangeWriter::WriteInto(const Query& query) {
 
 }  // namespace
 
-Translation WriteStatement(const Statement& statement, const Schema& schema, Accents accents) {
+Translation WriteCommand(const Command& command, const Schema& schema, Accents accents) {
     Translation translation;
     translation.kind = Translation::Kind::Change;
     ChangeWriter changes(schema, translation);
-    if (const auto* query = std::get_if<QueryPtr>(&statement.body)) {
+    if (const auto* query = std::get_if<QueryPtr>(&command.body)) {
         const Query::Arm& first = (*query)->arms.front();
         if (first.select && !first.select->into.empty()) {
             changes.WriteInto(**query);
             return translation;
         }
         Writer writer(schema, accents);
-        writer.WriteQuery(**query, Writer::Names::Fixed);
+        writer.WriteQuery(**query, Writer::Naming::Fixed);
         translation.kind = Translation::Kind::Query;
         translation.statements.append(writer.Take());
         translation.tables = writer.Tables();
-    } else if (const auto* insert = std::get_if<Insert>(&statement.body)) {
+    } else if (const auto* insert = std::get_if<Insert>(&command.body)) {
         changes.Write(*insert);
-    } else if (const auto* update = std::get_if<Update>(&statement.body)) {
+    } else if (const auto* update = std::get_if<Update>(&command.body)) {
         changes.Write(*update);
-    } else if (const auto* deletion = std::get_if<Delete>(&statement.body)) {
+    } else if (const auto* deletion = std::get_if<Delete>(&command.body)) {
         changes.Write(*deletion);
     } else {
         translation.kind = Translation::Kind::Definition;
-        WriteDefinition(statement, schema, translation);
+        WriteDefinition(command, schema, translation);
     }
     return translation;
 }

@@ -4,6 +4,7 @@
 #include "platform/sql/writer.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace sql {
 
@@ -38,13 +39,18 @@ public:
 private:
     void Add(const QByteArray& statement) { translation_.statements.append(statement); }
     void Note(std::string_view table) { translation_.tables.append(ToQString(table).toUpper()); }
-    TableInfo InfoOf(std::string_view table) const;
-    QByteArray ColumnText(const ColumnDefinition& column);
+    void Define(std::string_view table) { translation_.defined = ToQString(table).toUpper(); }
+    TableInfo TableToChange(std::string_view table) const;
+    QByteArray ColumnText(std::string_view table, const ColumnDefinition& column);
+    QByteArray DefaultText(std::string_view table, std::string_view column, const ColumnType& type,
+                           const Expr& value);
     QByteArray ConstraintText(const Constraint& constraint);
-    QByteArray Text(const Expr& expr, bool condition);
+    QByteArray ConditionText(const Expr& expr);
     void AddUniqueIndex(std::string_view table, const Constraint& constraint);
-    void AddColumn(const AlterTable& alter, const TableInfo& info);
+    void AddColumns(const AlterTable& alter, const TableInfo& info);
+    void BuildWith(const AlterTable& alter, const TableInfo& info);
     void AlterColumn(const AlterTable& alter, const TableInfo& info);
+    void SetDefault(const AlterTable& alter, const TableInfo& info);
     void AddConstraint(const AlterTable& alter, const TableInfo& info);
     void DropNamed(const TableInfo& info, std::string_view name);
 
@@ -52,7 +58,7 @@ private:
     Translation& translation_;
 };
 
-TableInfo DefinitionWriter::InfoOf(std::string_view table) const {
+TableInfo DefinitionWriter::TableToChange(std::string_view table) const {
     const auto info = schema_.table ? schema_.table(ToQString(table)) : std::nullopt;
     if (!info) {
         Throw(Failure::UnknownTable, ToQString(table));
@@ -60,42 +66,42 @@ TableInfo DefinitionWriter::InfoOf(std::string_view table) const {
     return *info;
 }
 
-QByteArray DefinitionWriter::Text(const Expr& expr, bool condition) {
+QByteArray DefinitionWriter::ConditionText(const Expr& expr) {
     Writer writer(schema_);
-    if (condition) {
-        writer.Condition(expr, false);
-    } else {
-        writer.Value(expr);
-    }
+    writer.Condition(expr, false);
     return writer.Take();
 }
 
-QByteArray DefinitionWriter::ColumnText(const ColumnDefinition& column) {
+QByteArray DefinitionWriter::ColumnText(std::string_view table, const ColumnDefinition& column) {
     const QByteArray name = Bracketed(column.name);
-    const QString type = EngineType(column.type);
-    QByteArray text = name + " " + type.toUtf8();
-    const bool sized = type == QLatin1String("TEXT");
-    const std::string size = column.type.sizes.empty() ? "255" : column.type.sizes.front();
-    if (sized) {
-        text += "(" + QByteArray::fromStdString(size) + ") COLLATE TARVO";
-    }
-    if (type == QLatin1String("DECIMAL")) {
-        text +=
-            "(" + QByteArray::fromStdString(column.type.sizes.empty() ? "18" : size) + "," +
-            QByteArray::fromStdString(column.type.sizes.size() > 1 ? column.type.sizes[1] : "0") +
-            ")";
-    }
-    const bool flag = type == QLatin1String("BIT");  // never Null
-    text += (column.notNull || flag) && !IsCounter(column) ? " NOT NULL" : "";
+    const ColumnType type = ColumnType::OfDialect(column.type);
+    QByteArray text = name + " " + type.Declaration();
+    text += (column.notNull || type.IsFlag()) && !type.IsCounter() ? " NOT NULL" : "";
     if (column.defaultValue) {
-        text += " DEFAULT (" + Text(*column.defaultValue, false) + ")";
-    } else if (flag) {
+        text += " DEFAULT (" + DefaultText(table, column.name, type, *column.defaultValue) + ")";
+    } else if (type.IsFlag()) {
         text += " DEFAULT 0";
     }
-    if (sized) {
-        text += " CHECK (length(" + name + ") <= " + QByteArray::fromStdString(size) + ")";
+    if (type.Length() > 0) {
+        text += " CHECK (length(" + name + ") <= " + QByteArray::number(type.Length()) + ")";
     }
     return text;
+}
+
+// The value as the column keeps it. A date that is a default is computed for each row.
+QByteArray DefinitionWriter::DefaultText(std::string_view table, std::string_view column,
+                                         const ColumnType& type, const Expr& value) {
+    Writer writer(schema_);
+    if (type.Reads() == Type::Text) {
+        writer.TextValue(value);
+    } else {
+        writer.Value(value);
+    }
+    if (!type.Converts()) {
+        return writer.Take();
+    }
+    return "dao_store(" + writer.Take() +
+           StoreArguments(type, ToQString(table), ToQString(column)) + ")";
 }
 
 QByteArray DefinitionWriter::ConstraintText(const Constraint& constraint) {
@@ -105,16 +111,7 @@ QByteArray DefinitionWriter::ConstraintText(const Constraint& constraint) {
         case Constraint::Kind::PrimaryKey:
             return text + "PRIMARY KEY " + BracketedList(constraint.columns);
         case Constraint::Kind::Check:
-            return text + "CHECK (" + Text(*constraint.check, true) + ")";
-        case Constraint::Kind::ForeignKey:
-            text += "FOREIGN KEY " + BracketedList(constraint.columns) + " REFERENCES " +
-                    Bracketed(constraint.foreignTable);
-            text += constraint.foreignColumns.empty()
-                        ? QByteArray()
-                        : " " + BracketedList(constraint.foreignColumns);
-            text += constraint.cascadeUpdate ? " ON UPDATE CASCADE" : "";
-            text += constraint.cascadeDelete ? " ON DELETE CASCADE" : "";
-            return text;
+            return text + "CHECK (" + ConditionText(*constraint.check) + ")";
         default:
             return {};
     }
@@ -134,6 +131,7 @@ void DefinitionWriter::AddUniqueIndex(std::string_view table, const Constraint& 
 
 void DefinitionWriter::Write(const CreateTable& create) {
     Note(create.table);
+    Define(create.table);
     std::vector<const Constraint*> constraints;
     for (const ColumnDefinition& column : create.columns) {
         for (const Constraint& constraint : column.constraints) {
@@ -143,7 +141,10 @@ void DefinitionWriter::Write(const CreateTable& create) {
     for (const Constraint& constraint : create.constraints) {
         constraints.push_back(&constraint);
     }
-    const auto counter = std::find_if(create.columns.begin(), create.columns.end(), IsCounter);
+    const auto counter = std::find_if(create.columns.begin(), create.columns.end(),
+                                      [](const ColumnDefinition& column) {
+                                          return ColumnType::OfDialect(column.type).IsCounter();
+                                      });
     const auto required = [&](const ColumnDefinition& column) {
         return std::any_of(constraints.begin(), constraints.end(), [&](const Constraint* c) {
             const bool requiring =
@@ -155,8 +156,9 @@ void DefinitionWriter::Write(const CreateTable& create) {
     };
     QByteArray text;
     for (const ColumnDefinition& column : create.columns) {
-        text += (text.isEmpty() ? "" : ", ") + ColumnText(column);
-        const bool has = column.notNull || IsCounter(column) || text.endsWith("NOT NULL");
+        const ColumnType type = ColumnType::OfDialect(column.type);
+        const bool has = column.notNull || type.IsCounter() || type.IsFlag();
+        text += (text.isEmpty() ? "" : ", ") + ColumnText(create.table, column);
         text += required(column) && !has ? " NOT NULL" : "";
     }
     std::vector<const Constraint*> unique;
@@ -181,60 +183,94 @@ void DefinitionWriter::Write(const CreateTable& create) {
     }
 }
 
-void DefinitionWriter::AddColumn(const AlterTable& alter, const TableInfo& info) {
-    const ColumnDefinition& column = alter.column;
-    const auto is = [](Constraint::Kind kind) {
-        return [kind](const Constraint& c) { return c.kind == kind; };
+// The engine itself adds a column without conditions; for any other one the table is built anew.
+void DefinitionWriter::AddColumns(const AlterTable& alter, const TableInfo& info) {
+    const auto isPlain = [](const ColumnDefinition& column) {
+        const ColumnType type = ColumnType::OfDialect(column.type);
+        return !column.notNull && !type.IsCounter() && (type.IsFlag() || !column.defaultValue) &&
+               std::all_of(column.constraints.begin(), column.constraints.end(),
+                           [](const Constraint& c) { return c.kind == Constraint::Kind::Unique; });
     };
-    const auto& constraints = column.constraints;
-    const bool onlyUnique =
-        std::all_of(constraints.begin(), constraints.end(), is(Constraint::Kind::Unique));
-    const bool flag = EngineType(column.type) == QLatin1String("BIT");
-    const QString name = ToQString(column.name);
-    if (onlyUnique && !column.notNull && !IsCounter(column) && (flag || !column.defaultValue)) {
-        Add("ALTER TABLE " + Bracketed(alter.table) + " ADD COLUMN " + ColumnText(column));
+    if (std::all_of(alter.columns.begin(), alter.columns.end(), isPlain)) {
+        for (const ColumnDefinition& column : alter.columns) {
+            Add("ALTER TABLE " + Bracketed(alter.table) + " ADD COLUMN " +
+                ColumnText(alter.table, column));
+        }
     } else {
-        TableDefinition table(info);
-        const bool key =
-            std::any_of(constraints.begin(), constraints.end(), is(Constraint::Kind::PrimaryKey));
-        if ((key || IsCounter(column)) && table.HasPrimaryKey()) {
-            Throw(Failure::ObjectExists, QStringLiteral("PRIMARY KEY"));
-        }
-        table.SetColumn(name, ColumnText(column));
-        for (const Constraint& constraint : constraints) {
-            if (constraint.kind != Constraint::Kind::Unique) {
-                table.AddConstraint(ConstraintText(constraint));
-            }
-        }
-        // A default is for rows to come: those that are there have no value.
-        const bool computed = IsCounter(column) || flag;
-        translation_.statements +=
-            table.Rebuild(computed ? QList<TableDefinition::NewValue>()
-                                   : QList<TableDefinition::NewValue>{{name, "NULL"}});
+        BuildWith(alter, info);
     }
-    for (const Constraint& constraint : constraints) {
-        if (constraint.kind == Constraint::Kind::Unique) {
-            AddUniqueIndex(alter.table, constraint);
+    for (const ColumnDefinition& column : alter.columns) {
+        for (const Constraint& constraint : column.constraints) {
+            if (constraint.kind == Constraint::Kind::Unique) {
+                AddUniqueIndex(alter.table, constraint);
+            }
         }
     }
 }
 
-void DefinitionWriter::AlterColumn(const AlterTable& alter, const TableInfo& info) {
-    const QString name = ToQString(alter.column.name);
-    if (!info.Column(name)) {
-        Throw(Failure::UnknownColumn, name);
-    }
+void DefinitionWriter::BuildWith(const AlterTable& alter, const TableInfo& info) {
     TableDefinition table(info);
-    table.SetColumn(name, ColumnText(alter.column));
-    const QString type = EngineType(alter.column.type);
-    const std::string_view convert =
-        type.contains(QLatin1String("TEXT")) ? "dao_cstr" : StoringFunction(type);
     QList<TableDefinition::NewValue> values;
-    if (!convert.empty()) {
-        values.append({name, QByteArray(convert.data(), static_cast<qsizetype>(convert.size())) +
-                                 "(" + Bracketed(alter.column.name) + ")"});
+    bool hasKey = table.HasPrimaryKey();
+    for (const ColumnDefinition& column : alter.columns) {
+        const ColumnType type = ColumnType::OfDialect(column.type);
+        if (info.Column(column.name)) {
+            Throw(Failure::DuplicateColumn, ToQString(column.name));
+        }
+        table.SetColumn(column.name, ColumnText(alter.table, column));
+        bool key = type.IsCounter();
+        for (const Constraint& constraint : column.constraints) {
+            if (constraint.kind == Constraint::Kind::Check ||
+                (constraint.kind == Constraint::Kind::PrimaryKey && !type.IsCounter())) {
+                table.AddConstraint(ConstraintText(constraint));
+            }
+            key = key || constraint.kind == Constraint::Kind::PrimaryKey;
+        }
+        if (key && std::exchange(hasKey, true)) {
+            Throw(Failure::ObjectExists, QStringLiteral("PRIMARY KEY"));
+        }
+        // A default is for rows to come: those that are there have no value.
+        if (!type.IsCounter() && !type.IsFlag()) {
+            values.append({ToQString(column.name), "NULL"});
+        }
     }
     translation_.statements += table.Rebuild(values);
+}
+
+void DefinitionWriter::AlterColumn(const AlterTable& alter, const TableInfo& info) {
+    const ColumnDefinition& column = alter.columns.front();
+    const ColumnInfo* known = info.Column(column.name);
+    if (!known) {
+        Throw(Failure::UnknownColumn, ToQString(column.name));
+    }
+    TableDefinition table(info);
+    table.SetColumn(column.name, ColumnText(alter.table, column));
+    const ColumnType type = ColumnType::OfDialect(column.type);
+    const bool fromDate = ColumnType::OfDeclaration(known->declaredType).Reads() == Type::Date;
+    QByteArray value = Bracketed(column.name);
+    if (fromDate && type.Reads() == Type::Text) {
+        value = "dao_datetext(" + value + ")";
+    }
+    QList<TableDefinition::NewValue> values;
+    if (type.Converts()) {
+        values.append({known->name,
+                       "dao_store(" + value + StoreArguments(type, info.name, known->name) + ")"});
+    }
+    translation_.statements += table.Rebuild(values);
+}
+
+void DefinitionWriter::SetDefault(const AlterTable& alter, const TableInfo& info) {
+    const ColumnDefinition& column = alter.columns.front();
+    const ColumnInfo* known = info.Column(column.name);
+    if (!known) {
+        Throw(Failure::UnknownColumn, ToQString(column.name));
+    }
+    const ColumnType type = ColumnType::OfDeclaration(known->declaredType);
+    TableDefinition table(info);
+    table.SetDefault(column.name, column.defaultValue ? DefaultText(alter.table, column.name, type,
+                                                                    *column.defaultValue)
+                                                      : QByteArray());
+    translation_.statements += table.Rebuild({});
 }
 
 void DefinitionWriter::AddConstraint(const AlterTable& alter, const TableInfo& info) {
@@ -249,12 +285,12 @@ void DefinitionWriter::AddConstraint(const AlterTable& alter, const TableInfo& i
             Throw(Failure::ObjectExists, QStringLiteral("PRIMARY KEY"));
         }
         for (const std::string_view column : constraint.columns) {
-            table.RequireValue(ToQString(column));
+            table.RequireValue(column);
         }
     }
     if (constraint.kind == Constraint::Kind::NotNull) {
         for (const std::string_view column : constraint.columns) {
-            table.RequireValue(ToQString(column));
+            table.RequireValue(column);
         }
     } else {
         table.AddConstraint(ConstraintText(constraint));
@@ -264,13 +300,13 @@ void DefinitionWriter::AddConstraint(const AlterTable& alter, const TableInfo& i
 
 // A constraint or an index: which of the two the name is, the table knows.
 void DefinitionWriter::DropNamed(const TableInfo& info, std::string_view name) {
-    const QString index = EngineIndexName(info, ToQString(name));
+    const QString index = EngineIndexName(info, name);
     if (!index.isEmpty()) {
         Add("DROP INDEX " + Bracketed(index.toStdString()));
         return;
     }
     TableDefinition table(info);
-    if (!table.DropConstraint(ToQString(name))) {
+    if (!table.DropConstraint(name)) {
         Throw(Failure::ItemNotFound, ToQString(name));
     }
     translation_.statements += table.Rebuild({});
@@ -278,40 +314,46 @@ void DefinitionWriter::DropNamed(const TableInfo& info, std::string_view name) {
 
 void DefinitionWriter::Write(const AlterTable& alter) {
     Note(alter.table);
-    const TableInfo info = InfoOf(alter.table);
+    const TableInfo info = TableToChange(alter.table);
     switch (alter.action) {
-        case AlterTable::Action::AddColumn:
-            AddColumn(alter, info);
+        case AlterTable::Action::AddColumns:
+            AddColumns(alter, info);
             break;
         case AlterTable::Action::AlterColumn:
             AlterColumn(alter, info);
             break;
-        case AlterTable::Action::DropColumn:
-            Add("ALTER TABLE " + Bracketed(alter.table) + " DROP COLUMN " +
-                Bracketed(alter.dropped));
+        case AlterTable::Action::SetDefault:
+            SetDefault(alter, info);
+            break;
+        case AlterTable::Action::DropColumns:
+            for (const std::string_view name : alter.dropped) {
+                const ColumnInfo* column = info.Column(name);
+                Add("ALTER TABLE " + Bracketed(alter.table) + " DROP COLUMN " +
+                    Bracketed(column ? column->name.toStdString() : std::string(name)));
+            }
             break;
         case AlterTable::Action::AddConstraint:
             AddConstraint(alter, info);
             break;
         case AlterTable::Action::DropConstraint:
-            DropNamed(info, alter.dropped);
+            DropNamed(info, alter.dropped.front());
             break;
     }
 }
 
 void DefinitionWriter::Write(const CreateIndex& create) {
     Note(create.table);
-    if (!EngineIndexName(InfoOf(create.table), ToQString(create.index)).isEmpty()) {
+    if (!EngineIndexName(TableToChange(create.table), create.index).isEmpty()) {
         Throw(Failure::ObjectExists, ToQString(create.index));
     }
     if (create.option == CreateIndex::Option::Primary ||
         create.option == CreateIndex::Option::DisallowNull) {
-        const TableInfo info = InfoOf(create.table);
+        const TableInfo info = TableToChange(create.table);
         TableDefinition table(info);
         Constraint key;
         key.name = create.index;
         for (const auto& [column, descending] : create.columns) {
-            table.RequireValue(ToQString(column));
+            table.RequireValue(column);
             key.columns.push_back(column);
         }
         const bool primary = create.option == CreateIndex::Option::Primary;
@@ -339,7 +381,7 @@ void DefinitionWriter::Write(const CreateIndex& create) {
 
 void DefinitionWriter::Write(const DropIndex& drop) {
     Note(drop.table);
-    DropNamed(InfoOf(drop.table), drop.index);
+    DropNamed(TableToChange(drop.table), drop.index);
 }
 
 void DefinitionWriter::Write(const DropTable& drop) {
@@ -349,8 +391,9 @@ void DefinitionWriter::Write(const DropTable& drop) {
 }
 
 void DefinitionWriter::Write(const CreateView& create) {
+    Define(create.view);
     Writer writer(schema_);
-    writer.WriteQuery(*create.query, Writer::Names::Fixed);
+    writer.WriteQuery(*create.query, Writer::Naming::Fixed);
     Add("CREATE VIEW " + Bracketed(create.view) +
         (create.columns.empty() ? QByteArray() : " " + BracketedList(create.columns)) + " AS " +
         writer.Take());
@@ -359,7 +402,7 @@ void DefinitionWriter::Write(const CreateView& create) {
 
 }  // namespace
 
-void WriteDefinition(const Statement& statement, const Schema& schema, Translation& translation) {
+void WriteDefinition(const Command& command, const Schema& schema, Translation& translation) {
     DefinitionWriter writer(schema, translation);
     std::visit(
         [&](const auto& body) {
@@ -367,7 +410,7 @@ void WriteDefinition(const Statement& statement, const Schema& schema, Translati
                 writer.Write(body);
             }
         },
-        statement.body);
+        command.body);
 }
 
 }  // namespace sql

@@ -2,6 +2,9 @@
 #include "platform/sql/errors.h"
 #include "platform/sql/writer.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace sql {
 
 namespace {
@@ -29,12 +32,16 @@ bool IsColumn(const Expr& expr) {
     return expr.kind == Expr::Kind::Column;
 }
 
-bool MayBeText(const Expr& expr) {
-    if (expr.kind == Expr::Kind::Star) {
-        return false;  // columns, with their own collation
-    }
-    const Type type = TypeOf(expr);
-    return type == Type::Text || type == Type::Unknown;
+bool IsText(Type type) {
+    return type == Type::Text;
+}
+
+bool IsNumber(Type type) {
+    return type == Type::Number || type == Type::Date;
+}
+
+bool IsOrdered(Op op) {
+    return op != Op::Equal && op != Op::NotEqual;
 }
 
 // Whether the text needs no brackets as an operand.
@@ -46,6 +53,7 @@ bool IsAtom(const Expr& expr) {
         case Expr::Kind::Subquery:
             return true;
         case Expr::Kind::Number:
+        case Expr::Kind::Date:
             return expr.text.front() != '-';  // two minus signs would begin a comment
         case Expr::Kind::Call:
             return !IsLogical(expr);
@@ -72,6 +80,46 @@ void Writer::Text(std::string_view text) {
     }
     Raw(text);
     Raw("'");
+}
+
+bool Writer::MayBeText(const Expr& expr) {
+    if (expr.kind == Expr::Kind::Star) {
+        return false;  // columns, with their own collation
+    }
+    const Type type = names_.TypeOf(expr);
+    return type == Type::Text || type == Type::Unknown;
+}
+
+// The engine knows the case of ASCII letters alone: a name with others is written as it was
+// declared.
+void Writer::Column(const Expr& expr) {
+    if (IsAscii(expr.qualifier) && IsAscii(expr.name)) {
+        if (!expr.qualifier.empty()) {
+            Name(expr.qualifier);
+            Raw(".");
+        }
+        Name(expr.name);
+        return;
+    }
+    const auto meaning = names_.Find(expr);
+    if (!meaning) {
+        Throw(Failure::UnknownColumn, ToQString(expr.name));
+    }
+    if (!expr.qualifier.empty()) {
+        Name(meaning->qualifier);
+        Raw(".");
+    }
+    Name(meaning->column.name);
+}
+
+void Writer::TextValue(const Expr& expr) {
+    if (names_.TypeOf(expr) != Type::Date) {
+        Value(expr);
+        return;
+    }
+    Raw("dao_datetext(");
+    Value(expr);
+    Raw(")");
 }
 
 void Writer::Operand(const Expr& expr) {
@@ -112,17 +160,14 @@ void Writer::Value(const Expr& expr) {
             Raw("NULL");
             break;
         case Expr::Kind::Number:
+        case Expr::Kind::Date:
             Raw(expr.text);
             break;
         case Expr::Kind::Text:
             Text(expr.text);
             break;
         case Expr::Kind::Column:
-            if (!expr.qualifier.empty()) {
-                Name(expr.qualifier);
-                Raw(".");
-            }
-            Name(expr.name);
+            Column(expr);
             break;
         case Expr::Kind::Star:
             if (!expr.qualifier.empty()) {
@@ -151,55 +196,39 @@ void Writer::Value(const Expr& expr) {
     }
 }
 
-void Writer::FunctionOf(std::string_view name, const Expr& expr) {
+void Writer::FunctionOf(std::string_view name, const Expr& expr, bool texts) {
     Raw(name);
     Raw("(");
-    Arguments(expr);
+    for (std::size_t i = 0; i < expr.args.size(); ++i) {
+        Raw(i ? ", " : "");
+        if (texts) {
+            TextValue(*expr.args[i]);
+        } else {
+            Value(*expr.args[i]);
+        }
+    }
     Raw(")");
 }
 
-void Writer::Arguments(const Expr& expr) {
-    for (std::size_t i = 0; i < expr.args.size(); ++i) {
-        Raw(i ? ", " : "");
-        Value(*expr.args[i]);
-    }
-}
-
+// The engine's own operators would let a number grow beyond all bounds, and take a text that is
+// none for 0.
 void Writer::Binary(const Expr& expr) {
-    const Expr& left = *expr.args[0];
-    const Expr& right = *expr.args[1];
-    const auto infix = [&](std::string_view sign) {
-        if (left.kind == Expr::Kind::Binary && left.op == expr.op) {
-            Value(left);  // a chain is written flat: the engine's own nesting is limited
-        } else {
-            Operand(left);
-        }
-        Raw(sign);
-        Operand(right);
-    };
     switch (expr.op) {
         case Op::Concat:
-            FunctionOf("dao_concat", expr);
+            FunctionOf("dao_concat", expr, true);
             break;
         case Op::Add:
-            if (TypeOf(expr) == Type::Unknown) {
-                FunctionOf("dao_add", expr);
-            } else {
-                infix(TypeOf(expr) == Type::Text ? " || " : " + ");
-            }
+            FunctionOf("dao_add", expr);
             break;
         case Op::Subtract:
-            infix(" - ");
+            FunctionOf("dao_subtract", expr);
             break;
         case Op::Multiply:
-            infix(" * ");
+            FunctionOf("dao_multiply", expr);
             break;
         case Op::Divide:
             // Division by zero gives Null: one row without a value does not take the result away.
-            Raw("CAST(");
-            Value(left);
-            Raw(" AS REAL) / ");
-            Operand(right);
+            FunctionOf("dao_divide", expr);
             break;
         case Op::IntDivide:
             FunctionOf("dao_idiv", expr);
@@ -250,9 +279,6 @@ void Writer::Logical(const Expr& expr, bool met) {
             return;
         case Expr::Kind::IsNull:
         case Expr::Kind::Call:
-            if (expr.args.size() != 1) {
-                Throw(Failure::SyntaxError, ToQString(expr.text));
-            }
             Operand(*expr.args[0]);
             Raw(expr.negated ? " IS NOT NULL" : " IS NULL");
             return;
@@ -296,42 +322,97 @@ void Writer::Logical(const Expr& expr, bool met) {
             ConditionOperand(*expr.args[1], false);
             return;
         default:
-            Comparison(expr, SignOf(expr.op));
+            Comparison(expr);
     }
 }
 
-void Writer::Comparison(const Expr& expr, std::string_view sign) {
+// One side of a comparison, in a form in which the engine compares it with the other: a text that
+// stands for a number or a date as one, and a computed text as a column of texts would be.
+void Writer::Comparand(const Expr& expr, Type against, bool ordered) {
+    const Type type = names_.TypeOf(expr);
+    const bool mixed = (IsText(type) && IsNumber(against)) || (IsNumber(type) && IsText(against));
+    if (!mixed) {
+        Operand(expr);
+        return;
+    }
+    if (IsText(type) && against == Type::Date) {
+        Raw("dao_cdate(");
+        Value(expr);
+        Raw(")");
+        return;
+    }
+    if (expr.kind == Expr::Kind::Text) {
+        bool ok = false;
+        const QString text = ToQString(expr.text).trimmed();
+        const double number = text.toDouble(&ok);
+        if (!ok || !std::isfinite(number)) {
+            Throw(Failure::MixedComparison, text);
+        }
+        Raw(text.startsWith(u'-') ? "(" : "");
+        Raw(QByteArray::number(number, 'g', 17).toStdString());
+        Raw(text.startsWith(u'-') ? ")" : "");
+        return;
+    }
+    if (type == Type::Date && IsText(against)) {
+        Operand(expr);
+        return;
+    }
+    if (ordered) {
+        Throw(Failure::MixedComparison, ToQString(IsColumn(expr) ? expr.name : expr.text));
+    }
+    const bool computed = IsText(type) && !IsColumn(expr);
+    Raw(computed ? "CAST(" : "");
+    Operand(expr);
+    Raw(computed ? " AS TEXT)" : "");
+}
+
+void Writer::Comparison(const Expr& expr) {
     const Expr& left = *expr.args[0];
     const Expr& right = *expr.args[1];
-    Operand(left);
+    const Type leftType = names_.TypeOf(left);
+    const Type rightType = names_.TypeOf(right);
+    // A text for a number is decided on its own side; then the other is compared as it is.
+    const bool leftLiteral = left.kind == Expr::Kind::Text && IsNumber(rightType);
+    const bool rightLiteral = right.kind == Expr::Kind::Text && IsNumber(leftType);
+    Comparand(left, rightLiteral ? leftType : rightType, IsOrdered(expr.op));
     if (!IsColumn(left) && !IsColumn(right) && MayBeText(left) && MayBeText(right)) {
         Raw(collation::Clause);
     }
-    Raw(sign);
-    Operand(right);
+    Raw(SignOf(expr.op));
+    Comparand(right, leftLiteral ? rightType : leftType, IsOrdered(expr.op));
 }
 
 void Writer::In(const Expr& expr) {
-    Operand(*expr.args[0]);
-    CollationUnlessColumn(*expr.args[0]);
+    const Expr& value = *expr.args[0];
+    const Type type = names_.TypeOf(value);
+    Type against = type;
+    for (std::size_t i = 1; i < expr.args.size(); ++i) {
+        if (expr.args[i]->kind != Expr::Kind::Text || !IsNumber(type)) {
+            against = names_.TypeOf(*expr.args[i]);
+        }
+    }
+    Comparand(value, against, false);
+    CollationUnlessColumn(value);
     Raw(expr.negated ? " NOT IN (" : " IN (");
     if (expr.query) {
         WriteQuery(*expr.query);
     }
     for (std::size_t i = 1; i < expr.args.size(); ++i) {
         Raw(i > 1 ? ", " : "");
-        Value(*expr.args[i]);
+        Comparand(*expr.args[i], type, false);
     }
     Raw(")");
 }
 
 void Writer::Between(const Expr& expr) {
-    Operand(*expr.args[0]);
-    CollationUnlessColumn(*expr.args[0]);
+    const Expr& value = *expr.args[0];
+    const Type type = names_.TypeOf(value);
+    Operand(value);
+    CollationUnlessColumn(value);
     Raw(expr.negated ? " NOT BETWEEN " : " BETWEEN ");
-    Operand(*expr.args[1]);
+    Comparand(*expr.args[1], type, true);
     Raw(" AND ");
-    Operand(*expr.args[2]);
+    Comparand(*expr.args[2], type, true);
 }
 
 }  // namespace sql

@@ -29,7 +29,7 @@ void Writer::Like(const Expr& expr, bool met) {
 }
 
 void Writer::LikeTest(const Expr& expr) {
-    FunctionOf(accents_ == Accents::AsTyped ? "dao_liketyped" : "dao_like", expr);
+    FunctionOf(accents_ == Accents::AsTyped ? "dao_liketyped" : "dao_like", expr, true);
 }
 
 // The order puts base letters first, accents after them: what begins so in any accents is one

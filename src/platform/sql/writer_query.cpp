@@ -7,6 +7,15 @@ namespace sql {
 
 namespace {
 
+// Of TOP; throws Erro 3075 for another number.
+std::string_view WholeNumber(std::string_view text) {
+    if (text.empty() || text.size() > 9 ||
+        text.find_first_not_of("0123456789") != std::string_view::npos) {
+        Throw(Failure::SyntaxError, QStringLiteral("TOP ") + ToQString(text));
+    }
+    return text;
+}
+
 bool IsWholeNumber(std::string_view text) {
     return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
 }
@@ -15,15 +24,6 @@ bool HasRightJoin(const Source& source) {
     return source.kind == Source::Kind::Join &&
            (source.join == Source::Join::Right || HasRightJoin(*source.left) ||
             HasRightJoin(*source.right));
-}
-
-void CollectTables(const Source& source, std::vector<const Source*>& tables) {
-    if (source.kind != Source::Kind::Join) {
-        tables.push_back(&source);
-        return;
-    }
-    CollectTables(*source.left, tables);
-    CollectTables(*source.right, tables);
 }
 
 }  // namespace
@@ -35,16 +35,16 @@ void Writer::NoteTable(std::string_view name) {
     }
 }
 
-void Writer::WriteQuery(const Query& query, Names names) {
+void Writer::WriteQuery(const Query& query, Naming naming) {
     if (query.arms.size() == 1) {
         const Query::Arm& arm = query.arms.front();
         if (arm.select) {
-            WriteSelect(*arm.select, query.order, names);
+            WriteSelect(*arm.select, query.order, naming);
         } else if (query.order.empty()) {
-            WriteQuery(*arm.nested, names);
+            WriteQuery(*arm.nested, naming);
         } else {
             Raw("SELECT * FROM (");
-            WriteQuery(*arm.nested, names);
+            WriteQuery(*arm.nested, naming);
             Raw(")");
             WriteOrder(query.order);
         }
@@ -59,43 +59,50 @@ void Writer::WriteQuery(const Query& query, Names names) {
         const bool wrapped = arm.nested || !arm.select->top.empty();
         Raw(wrapped ? "SELECT * FROM (" : "");
         if (arm.nested) {
-            WriteQuery(*arm.nested, names);
+            WriteQuery(*arm.nested, naming);
         } else {
-            WriteSelect(*arm.select, {}, i == 0 ? names : Names::AsTheyCome);
+            WriteSelect(*arm.select, {}, i == 0 ? naming : Naming::AsTheyCome);
         }
         Raw(wrapped ? ")" : "");
     }
     WriteOrder(query.order);
 }
 
-void Writer::WriteSelect(const Select& select, const std::vector<OrderTerm>& order, Names names) {
+void Writer::WriteSelect(const Select& select, const std::vector<OrderTerm>& order, Naming naming) {
     if (!select.into.empty()) {
         Throw(Failure::SyntaxError, QStringLiteral("INTO"));
+    }
+    CheckGroups(select, order);
+    const Names::Scope scope(names_, select);
+    if (!select.top.empty() && (!order.empty() || select.topPercent)) {
+        WriteTop(select, order);
+        return;
     }
     Raw(select.distinct ? "SELECT DISTINCT " : "SELECT ");
     for (std::size_t i = 0; i < select.items.size(); ++i) {
         Raw(i ? ", " : "");
-        WriteItem(select.items[i], i, names);
+        WriteItem(select.items[i], i, naming);
     }
     Body(select);
     WriteOrder(order);
     if (!select.top.empty()) {
-        TopLimit(select, order);
+        Raw(" LIMIT ");
+        Raw(WholeNumber(select.top));
     }
 }
 
-void Writer::WriteItem(const SelectItem& item, std::size_t place, Names names) {
+void Writer::WriteItem(const SelectItem& item, std::size_t place, Naming naming) {
     CollatedValue(*item.expr);
     const bool column = item.expr->kind == Expr::Kind::Column;
     if (!item.alias.empty()) {
         Raw(" AS ");
         Name(item.alias);
-    } else if (column && names == Names::Fixed) {
+    } else if (column && naming == Naming::Fixed) {
         Raw(" AS ");
         Name(item.expr->name);
     } else if (!column && item.expr->kind != Expr::Kind::Star) {
         Raw(" AS ");
-        Name("Expr" + std::to_string(1000 + place));
+        Name(ComputedName(place));
     }
 }
 
@@ -132,26 +139,37 @@ void Writer::WriteSource(const Source& source) {
         Raw(source.join == Source::Join::Left    ? " LEFT JOIN "
             : source.join == Source::Join::Right ? " RIGHT JOIN "
                                                  : " INNER JOIN ");
-        // Brackets on the left say nothing, and the engine would make a subquery of them.
         const bool bracketed = source.right->kind == Source::Kind::Join;
+        // Brackets on the left say nothing, and the engine would make a subquery of them.
         Raw(bracketed ? "(" : "");
         WriteSource(*source.right);
         Raw(bracketed ? ")" : "");
-        Raw(" ON ");
-        Condition(*source.on, true);
+        if (source.on) {
+            Raw(" ON ");
+            Condition(*source.on, true);
+        }
         return;
     }
     if (source.kind == Source::Kind::Derived) {
         Raw("(");
-        WriteQuery(*source.query, Names::Fixed);
+        WriteQuery(*source.query, Naming::Fixed);
         Raw(")");
     } else {
         NoteTable(source.name);
-        Name(source.name);
+        TableName(source.name);
     }
     if (!source.alias.empty()) {
         Raw(" AS ");
         Name(source.alias);
+    }
+}
+
+void Writer::TableName(std::string_view name) {
+    const std::optional<TableInfo> info = IsAscii(name) ? std::nullopt : names_.InfoOf(name);
+    if (info) {
+        Name(info->name);
+    } else {
+        Name(name);
     }
 }
 
@@ -192,53 +210,60 @@ const Expr& Writer::OrderKey(const Select& select, const OrderTerm& term) const 
     return expr;
 }
 
-// Rows that the order cannot tell from the last one are kept, so the limit is the number of rows
-// whose rank is within it.
-void Writer::TopLimit(const Select& select, const std::vector<OrderTerm>& order) {
-    if (!IsWholeNumber(select.top)) {
-        Throw(Failure::SyntaxError, QStringLiteral("TOP ") + ToQString(select.top));
+// Rows that the order cannot tell from the last one are kept: the limit is one of ranks. The text
+// of the query is written once, however queries of this kind stand in each other.
+void Writer::WriteTop(const Select& select, const std::vector<OrderTerm>& order) {
+    const std::string_view top = WholeNumber(select.top);
+    const std::vector<ResultColumn> columns = names_.ColumnsOf(select);
+    if (columns.empty()) {
+        Throw(Failure::NotSupported, QStringLiteral("TOP"));
     }
-    if (order.empty() && !select.topPercent) {
-        Raw(" LIMIT ");
-        Raw(select.top);
-        return;
-    }
-    Raw(" LIMIT (SELECT count(*) FROM (SELECT ");
+    const auto list = [&](auto write) {
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            Raw(i ? ", " : "");
+            write(i);
+        }
+    };
+    Raw("SELECT ");
+    list([&](std::size_t i) {
+        Name("c" + std::to_string(i));
+        Raw(" AS ");
+        Name(columns[i].name);
+    });
+    Raw(" FROM (SELECT *, ");
     Raw(order.empty() ? "row_number() OVER (" : "rank() OVER (ORDER BY ");
     for (std::size_t i = 0; i < order.size(); ++i) {
         Raw(i ? ", " : "");
         Name("k" + std::to_string(i));
         Raw(order[i].descending ? " DESC" : "");
     }
-    Raw(") AS place, count(*) OVER () AS total FROM (SELECT ");
-    Raw(select.distinct ? "DISTINCT " : "");
-    bool any = false;
+    Raw(") AS dao_place");
+    Raw(select.topPercent ? ", count(*) OVER () AS dao_total" : "");
+    Raw(select.distinct ? " FROM (SELECT DISTINCT " : " FROM (SELECT ");
+    list([&](std::size_t i) {
+        if (columns[i].expr) {
+            CollatedValue(*columns[i].expr);
+        } else {
+            Name(columns[i].qualifier);
+            Raw(".");
+            Name(columns[i].name);
+        }
+        Raw(" AS ");
+        Name("c" + std::to_string(i));
+    });
     for (std::size_t i = 0; i < order.size(); ++i) {
-        Raw(any ? ", " : "");
-        any = true;
+        Raw(", ");
         CollatedValue(OrderKey(select, order[i]));
         Raw(" AS ");
         Name("k" + std::to_string(i));
     }
-    if (!any || select.distinct) {
-        for (std::size_t i = 0; i < select.items.size(); ++i) {
-            Raw(any ? ", " : "");
-            any = true;
-            WriteItem(select.items[i], i, Names::AsTheyCome);
-        }
-    }
     Body(select);
-    Raw(")) WHERE place ");
-    if (select.topPercent) {
-        // Rounded up: 10 percent of 15 rows are 2 rows.
-        Raw("< total * ");
-        Raw(select.top);
-        Raw(" / 100.0 + 1)");
-    } else {
-        Raw("<= ");
-        Raw(select.top);
-        Raw(")");
-    }
+    Raw(")) WHERE dao_place ");
+    // Rounded up: 10 percent of 15 rows are 2 rows.
+    Raw(select.topPercent ? "< dao_total * " : "<= ");
+    Raw(top);
+    Raw(select.topPercent ? " / 100.0 + 1" : "");
+    Raw(" ORDER BY dao_place");
 }
 
 // One row for each combination of rows of those tables from which something is selected.
@@ -269,8 +294,7 @@ void Writer::DistinctRowGroups(const Select& select) {
         if (!used[i]) {
             continue;
         }
-        const std::optional<TableInfo> info =
-            schema_.table ? schema_.table(ToQString(tables[i]->name)) : std::nullopt;
+        const std::optional<TableInfo> info = names_.InfoOf(tables[i]->name);
         if (tables[i]->kind != Source::Kind::Table || (info && info->isView)) {
             Throw(Failure::NotSupported, QStringLiteral("DISTINCTROW"));
         }

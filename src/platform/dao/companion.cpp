@@ -1,0 +1,70 @@
+#include "platform/dao/companion.h"
+
+#include "platform/dao/savepoint.h"
+#include "platform/dao/sqlite.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <array>
+
+namespace dao {
+
+namespace {
+
+// The engine locks a whole file for writing. A lock that is held for the length of an update must
+// not stop everybody else's small writes, so its table stands in a file of its own. That file holds
+// one row without meaning and is not enciphered: a key would buy nothing and cost a derivation.
+constexpr std::array CompanionTables = {"CONTROLETRAN"};
+constexpr char CompanionDefinition[] =
+    "CREATE TABLE IF NOT EXISTS companion.CONTROLETRAN (a INTEGER);"
+    // With no row the lock statement would succeed without a lock; a second row has no use.
+    "CREATE UNIQUE INDEX IF NOT EXISTS companion.CONTROLETRAN_UMA ON CONTROLETRAN ((1));"
+    "INSERT INTO companion.CONTROLETRAN SELECT 0"
+    " WHERE NOT EXISTS (SELECT 1 FROM companion.CONTROLETRAN)";
+
+QString CompanionPath(const QString& catalogue) {
+    const QFileInfo file(catalogue);
+    return file.path() + u'/' + file.completeBaseName() + QLatin1String(".ldb");
+}
+
+bool CompanionIsWhole(Connection& connection) {
+    return connection
+                   .Value(
+                       "SELECT count(*) FROM companion.sqlite_schema WHERE name = 'CONTROLETRAN'")
+                   .toLongLong() == 1 &&
+           connection.Value("SELECT count(*) FROM companion.CONTROLETRAN").toLongLong() == 1;
+}
+
+}  // namespace
+
+bool IsCompanionTable(const QString& name) {
+    return std::any_of(CompanionTables.begin(), CompanionTables.end(), [&](const char* table) {
+        return name.compare(QLatin1String(table), Qt::CaseInsensitive) == 0;
+    });
+}
+
+bool HasCompanion(Connection& connection) {
+    return connection.Value("SELECT count(*) FROM pragma_database_list WHERE name = 'companion'")
+               .toLongLong() == 1;
+}
+
+void AttachCompanion(Connection& connection) {
+    if (!HasCompanion(connection)) {
+        const QString path = CompanionPath(connection.Path());
+        // An empty file is an empty database; the engine itself attaches only what is there.
+        QFile(path).open(QIODevice::WriteOnly | QIODevice::NewOnly);
+        Statement attach(connection, "ATTACH ?1 AS companion KEY ''");
+        attach.Bind(1, path);
+        attach.Step();
+    }
+    if (!CompanionIsWhole(connection)) {
+        // Two computers may come here at once: the second one finds the work done.
+        Savepoint savepoint(connection);
+        connection.Run(CompanionDefinition);
+        savepoint.Release();
+    }
+}
+
+}  // namespace dao
