@@ -14,6 +14,7 @@ namespace {
 //
 // The three kinds of row (PECA, COMPONENTE, JOGOREPARO) are read in the order of number or
 // description, so both indexes hold what the search shows: it never has to look up the row.
+// Codes are positive: -5 stands for none, wherever one is asked for.
 // Unique keys are also what makes an update's script that runs twice fail where it already ran.
 constexpr char Tabelas[] = R"(
 CREATE TABLE PECA (
@@ -22,7 +23,8 @@ CREATE TABLE PECA (
     DescricaoPeca TEXT COLLATE TARVO,
     ArquivoFotoPeca TEXT COLLATE TARVO,
     CodigoFotoPecaPesquisa INTEGER,
-    CodigoFigura INTEGER);
+    CodigoFigura INTEGER,
+    CHECK (CodigoPeca > 0 AND CodigoFotoPecaPesquisa > 0 AND CodigoFigura > 0));
 CREATE INDEX PECA_NUMERO ON PECA (NumeroTarvoPeca, DescricaoPeca);
 CREATE INDEX PECA_DESCRICAO ON PECA (DescricaoPeca, NumeroTarvoPeca);
 CREATE INDEX PECA_FOTO ON PECA (CodigoFotoPecaPesquisa);
@@ -31,14 +33,16 @@ CREATE INDEX PECA_FIGURA ON PECA (CodigoFigura);
 CREATE TABLE COMPONENTE (
     CodigoComponente INTEGER PRIMARY KEY,
     NumeroTarvoComponente TEXT COLLATE TARVO,
-    DescricaoComponente TEXT COLLATE TARVO);
+    DescricaoComponente TEXT COLLATE TARVO,
+    CHECK (CodigoComponente > 0));
 CREATE INDEX COMPONENTE_NUMERO ON COMPONENTE (NumeroTarvoComponente, DescricaoComponente);
 CREATE INDEX COMPONENTE_DESCRICAO ON COMPONENTE (DescricaoComponente, NumeroTarvoComponente);
 
 CREATE TABLE JOGOREPARO (
     CodigoJogoReparo INTEGER PRIMARY KEY,
     NumeroTarvoJogoReparo TEXT COLLATE TARVO,
-    DescricaoJogoReparo TEXT COLLATE TARVO);
+    DescricaoJogoReparo TEXT COLLATE TARVO,
+    CHECK (CodigoJogoReparo > 0));
 CREATE INDEX JOGOREPARO_NUMERO ON JOGOREPARO (NumeroTarvoJogoReparo, DescricaoJogoReparo);
 CREATE INDEX JOGOREPARO_DESCRICAO ON JOGOREPARO (DescricaoJogoReparo, NumeroTarvoJogoReparo);
 
@@ -46,14 +50,16 @@ CREATE TABLE PECA_COMPONENTE (
     CodigoPeca INTEGER NOT NULL,
     ItemComponente TEXT NOT NULL COLLATE TARVO,
     CodigoComponente INTEGER NOT NULL,
-    QuantidadeComponente NUMERIC);
+    QuantidadeComponente NUMERIC,
+    CHECK (CodigoPeca > 0 AND CodigoComponente > 0));
 CREATE UNIQUE INDEX PECA_COMPONENTE_ITEM ON PECA_COMPONENTE (CodigoPeca, ItemComponente);
 CREATE INDEX PECA_COMPONENTE_COMPONENTE ON PECA_COMPONENTE (CodigoComponente, CodigoPeca);
 
 CREATE TABLE PECA_COMPONENTE_JOGOREPARO (
     CodigoPeca INTEGER NOT NULL,
     ItemComponente TEXT NOT NULL COLLATE TARVO,
-    CodigoJogoReparo INTEGER NOT NULL);
+    CodigoJogoReparo INTEGER NOT NULL,
+    CHECK (CodigoPeca > 0 AND CodigoJogoReparo > 0));
 CREATE UNIQUE INDEX PECA_COMPONENTE_JOGOREPARO_ITEM
     ON PECA_COMPONENTE_JOGOREPARO (CodigoPeca, ItemComponente, CodigoJogoReparo);
 CREATE INDEX PECA_COMPONENTE_JOGOREPARO_JOGO
@@ -62,26 +68,30 @@ CREATE INDEX PECA_COMPONENTE_JOGOREPARO_JOGO
 CREATE TABLE CLIENTECONCORRENTE (
     CodigoClienteConcorrente INTEGER PRIMARY KEY,
     DescricaoClienteConcorrente TEXT COLLATE TARVO,
-    TipoClienteConcorrente TEXT COLLATE TARVO);
+    TipoClienteConcorrente TEXT COLLATE TARVO,
+    CHECK (CodigoClienteConcorrente BETWEEN 1 AND 147483647));
 CREATE INDEX CLIENTECONCORRENTE_DESCRICAO ON CLIENTECONCORRENTE (DescricaoClienteConcorrente);
 
 CREATE TABLE VEICULO (
     CodigoVeiculo INTEGER PRIMARY KEY,
     DescricaoVeiculo TEXT COLLATE TARVO,
-    CodigoClienteConcorrente INTEGER);
+    CodigoClienteConcorrente INTEGER,
+    CHECK (CodigoVeiculo > 0 AND CodigoClienteConcorrente > 0));
 CREATE INDEX VEICULO_DESCRICAO ON VEICULO (DescricaoVeiculo, CodigoClienteConcorrente);
 CREATE INDEX VEICULO_FABRICANTE ON VEICULO (CodigoClienteConcorrente, DescricaoVeiculo);
 
 CREATE TABLE VEICULO_PECA (
     CodigoVeiculo INTEGER NOT NULL,
-    CodigoPeca INTEGER NOT NULL);
+    CodigoPeca INTEGER NOT NULL,
+    CHECK (CodigoVeiculo > 0 AND CodigoPeca > 0));
 CREATE UNIQUE INDEX VEICULO_PECA_VEICULO ON VEICULO_PECA (CodigoVeiculo, CodigoPeca);
 CREATE INDEX VEICULO_PECA_PECA ON VEICULO_PECA (CodigoPeca, CodigoVeiculo);
 
 CREATE TABLE FOTOPECAPESQUISA (
     CodigoFotoPecaPesquisa INTEGER PRIMARY KEY,
     DescricaoFotoPecaPesquisa TEXT COLLATE TARVO,
-    ArquivoFotoPecaPesquisa TEXT COLLATE TARVO);
+    ArquivoFotoPecaPesquisa TEXT COLLATE TARVO,
+    CHECK (CodigoFotoPecaPesquisa > 0));
 CREATE INDEX FOTOPECAPESQUISA_DESCRICAO ON FOTOPECAPESQUISA (DescricaoFotoPecaPesquisa);
 )";
 
@@ -94,7 +104,8 @@ INSERT INTO CODIGOCLIENTECONCORRENTE VALUES (-5);
 CREATE TABLE REFERENCIACRUZADA (
     CodigoClienteConcorrente INTEGER NOT NULL,
     NumeroTarvo TEXT NOT NULL COLLATE TARVO,
-    NumeroClienteConcorrente TEXT COLLATE TARVO);
+    NumeroClienteConcorrente TEXT COLLATE TARVO,
+    CHECK (CodigoClienteConcorrente > 0));
 CREATE UNIQUE INDEX REFERENCIACRUZADA_TARVO
     ON REFERENCIACRUZADA (CodigoClienteConcorrente, NumeroTarvo, NumeroClienteConcorrente);
 CREATE INDEX REFERENCIACRUZADA_CLIENTE
@@ -110,13 +121,15 @@ CREATE VIEW REFERENCIACRUZADA1 AS
 constexpr char Figuras[] = R"(
 CREATE TABLE FIGURA (
     CodigoFigura INTEGER PRIMARY KEY,
-    ArquivoFigura TEXT COLLATE TARVO);
+    ArquivoFigura TEXT COLLATE TARVO,
+    CHECK (CodigoFigura > 0));
 CREATE TABLE FIGURADETALHADA (
     CodigoFigura INTEGER NOT NULL,
     CodigoFiguraDetalhada INTEGER NOT NULL,
     ItemComponente TEXT COLLATE TARVO,
     LLeft NUMERIC,
-    TTop NUMERIC);
+    TTop NUMERIC,
+    CHECK (CodigoFigura > 0 AND CodigoFiguraDetalhada > 0));
 CREATE UNIQUE INDEX FIGURADETALHADA_CODIGO
     ON FIGURADETALHADA (CodigoFigura, CodigoFiguraDetalhada);
 CREATE VIEW FIGURADETALHADA1 AS
@@ -141,13 +154,13 @@ CREATE UNIQUE INDEX UMREGISTRO_UMA ON UMREGISTRO ((1));
 
 constexpr char Registro[] = R"(
 CREATE TABLE UMREGISTRO (
-    DataEmissao REAL,
+    DataEmissao DATETIME NOT NULL,
     ComplementoDataEmissao TEXT COLLATE TARVO,
-    DataUltimaVerificacao REAL,
-    FlagErroUltimaVerificacao INTEGER NOT NULL DEFAULT 0,
+    DataUltimaVerificacao DATETIME,
+    FlagErroUltimaVerificacao SMALLINT NOT NULL DEFAULT 0,
     UrlAtualizacao TEXT COLLATE TARVO,
-    Versao INTEGER NOT NULL,
-    VersaoAnterior INTEGER NOT NULL);
+    Versao SMALLINT NOT NULL,
+    VersaoAnterior SMALLINT NOT NULL);
 INSERT INTO UMREGISTRO VALUES (%1, NULL, NULL, 0, '', 1, 0);
 )";
 

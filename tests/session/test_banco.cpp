@@ -70,7 +70,7 @@ private Q_SLOTS:
         catalogue_ = std::make_unique<CatalogoDeTeste>();
         gDB->GetConnection()->Run(
             "WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 2000) "
-            "INSERT INTO VEICULO SELECT i, 'Caminhão ' || i, 0 FROM n");
+            "INSERT INTO VEICULO SELECT i, 'Caminhão ' || i, 1 FROM n");
         catalogue_->Executar(Inserir("PECA", {"1, 'A1', 'Válvula', NULL, 30, 40",
                                               "2, 'A2', 'Cilindro', NULL, 31, NULL"}) +
                              Inserir("PECA_COMPONENTE", {"1, '   1', 10, 2"}) +

@@ -122,6 +122,34 @@ private Q_SLOTS:
             {"1", "2"});
         row("top distinct", "SELECT DISTINCT TOP 2 DescricaoVeiculo FROM VEICULO ORDER BY 1",
             {"Caminhão", "Trator T1"});
+        row("correlated top",
+            "SELECT CodigoPeca, (SELECT TOP 1 ItemComponente FROM PECA_COMPONENTE AS c WHERE "
+            "c.CodigoPeca = PECA.CodigoPeca ORDER BY QuantidadeComponente DESC) AS i FROM PECA "
+            "WHERE "
+            "CodigoPeca IN (SELECT TOP 50 PERCENT v.CodigoPeca FROM VEICULO_PECA AS v ORDER BY "
+            "v.CodigoVeiculo) OR CodigoPeca = 5",
+            {"1| 100", "5|-"});
+        row("top of a star", "SELECT TOP 1 * FROM VEICULO_PECA AS v ORDER BY v.CodigoVeiculo DESC",
+            {"33|3"});
+        row("top distinct keeps ties",
+            "SELECT DISTINCT TOP 1 CodigoPeca, CodigoComponente FROM PECA_COMPONENTE ORDER BY 1",
+            {"1|11", "1|12", "1|13"});
+        row("top of tops",
+            u"SELECT TOP 1 x FROM "_s + u"(SELECT TOP 2 x FROM "_s.repeated(20) +
+                u"(SELECT CodigoPeca AS x FROM PECA)"_s + u" AS t ORDER BY x DESC)"_s.repeated(20) +
+                u" AS t ORDER BY x"_s,
+            {"4"});
+        row("accents in names",
+            "SELECT PEÇAS.[AÇÃO] AS É FROM (SELECT 1 AS Ação) AS Peças WHERE peças.ação = 1 ORDER "
+            "BY "
+            "é",
+            {"1"});
+        row("groups by more than columns",
+            "SELECT CodigoPeca Mod 2 AS par, Left(NumeroTarvoPeca, 1) & '!', Count(*) + 1 FROM "
+            "PECA "
+            "GROUP BY CodigoPeca Mod 2, Left(PECA.NumeroTarvoPeca, 1) HAVING Max(CodigoPeca) > 3 "
+            "ORDER BY par, Count(*)",
+            {"0|1!|3", "1|9!|2"});
         row("distinctrow",
             "SELECT DISTINCTROW PECA.NumeroTarvoPeca FROM PECA INNER JOIN PECA_COMPONENTE ON "
             "PECA.CodigoPeca = PECA_COMPONENTE.CodigoPeca ORDER BY 1",
@@ -240,6 +268,27 @@ private Q_SLOTS:
             {"1|a.bmp|1", "3|33.bmp|3"});
         row("delete all", {"DELETE * FROM VEICULO_PECA"}, "SELECT Count(*) FROM VEICULO_PECA",
             {"0"});
+        row("delete by a column",
+            {"DELETE VEICULO_PECA.CodigoPeca FROM VEICULO_PECA WHERE CodigoVeiculo = 31",
+             "DELETE VEICULO_PECA.*, VEICULO_PECA.CodigoPeca FROM VEICULO_PECA WHERE CodigoVeiculo "
+             "= "
+             "32"},
+            "SELECT * FROM VEICULO_PECA", {"33|3"});
+        row("delete over tables with commas",
+            {"DELETE CodigoPeca FROM VEICULO_PECA, VEICULO AS v WHERE VEICULO_PECA.CodigoVeiculo = "
+             "v.CodigoVeiculo AND v.DescricaoVeiculo = 'caminhão'"},
+            "SELECT * FROM VEICULO_PECA", {"31|1", "32|1"});
+        row("update over tables with commas",
+            {"UPDATE PECA, VEICULO_PECA AS v SET ArquivoFotoPeca = v.CodigoVeiculo WHERE "
+             "PECA.CodigoPeca = v.CodigoPeca AND v.CodigoVeiculo = 33"},
+            "SELECT ArquivoFotoPeca FROM PECA WHERE CodigoPeca = 3", {"33"});
+        row("names with accents",
+            {"CREATE TABLE AÇÃO (Código LONG, Peça TEXT(5))",
+             "INSERT INTO [ação] (CÓDIGO, peça) VALUES (1, 'a')",
+             "UPDATE Ação SET PEÇA = código & 'b' WHERE AÇÃO.código = 1",
+             "ALTER TABLE ação ALTER COLUMN peça TEXT(9)", "CREATE INDEX É ON ação (peça)",
+             "DROP INDEX é ON AÇÃO", "ALTER TABLE AÇÃO DROP COLUMN CÓDIGO"},
+            "SELECT * FROM AçãO", {"1b"});
         row("delete over a join",
             {"DELETE VEICULO_PECA.* FROM VEICULO_PECA INNER JOIN VEICULO ON "
              "VEICULO_PECA.CodigoVeiculo = VEICULO.CodigoVeiculo WHERE VEICULO.DescricaoVeiculo "
@@ -299,6 +348,24 @@ private Q_SLOTS:
              "UPDATE T SET Nome = 'mais que dez letras', Qtd = Qtd & 'x'",
              "INSERT INTO T (Nome) VALUES ('b')"},
             "SELECT Id, Nome, Qtd FROM T", {"1|mais que dez letras|5x", "2|b|-"});
+        row("several columns at once",
+            {create, "INSERT INTO T (Nome) VALUES ('a')",
+             "ALTER TABLE T ADD COLUMN X LONG, COLUMN Z DOUBLE",
+             "ALTER TABLE T ADD (U LONG, V LONG)", "DELETE FROM T",
+             "ALTER TABLE T ADD Y TEXT(3) NOT NULL DEFAULT 'y', W BYTE",
+             "ALTER TABLE T DROP COLUMN X, COLUMN V", "INSERT INTO T (Nome, U) VALUES ('b', 2)"},
+            "SELECT Y, Z, U, W FROM T", {"y|-|2|-"});
+        row("defaults",
+            {create, "ALTER TABLE T ALTER COLUMN Qtd SET DEFAULT -7",
+             "ALTER TABLE T ALTER COLUMN D DROP DEFAULT", "INSERT INTO T (Nome) VALUES ('a')",
+             "ALTER TABLE T ALTER Qtd SET DEFAULT '8'", "INSERT INTO T (Nome) VALUES ('b')"},
+            "SELECT Nome, Qtd, D FROM T", {"a|-7|-", "b|8|-"});
+        row("quotes in a definition",
+            {"CREATE TABLE Q ([a,b)] TEXT(9) DEFAULT 'it''s (', B TEXT(20) DEFAULT \"x\"\"(,\", C "
+             "LONG, CONSTRAINT [K (] CHECK (B <> 'NOT NULL'''))",
+             "ALTER TABLE Q ALTER COLUMN C TEXT(5)", "CREATE INDEX N ON Q (B) WITH DISALLOW NULL",
+             "INSERT INTO Q (C) VALUES (7)", "ALTER TABLE Q DROP CONSTRAINT [k (]"},
+            "SELECT * FROM Q", {"it's (|x\"(,|7"});
         row("drop a column", {"ALTER TABLE PECA DROP COLUMN CodigoFigura"},
             "SELECT * FROM PECA WHERE CodigoPeca = 5", {"5|99|Pino d´água|-|-"});
         row("rebuilding keeps indexes, triggers and views",
@@ -346,6 +413,9 @@ private Q_SLOTS:
         row("value that the new type cannot take", {one}, "ALTER TABLE G ALTER COLUMN B LONG");
         row("table there already", {}, "CREATE TABLE G (A LONG)");
         row("no such index", {}, "DROP INDEX X ON G");
+        row("length of a text", {}, "CREATE TABLE H (A TEXT(300))");
+        row("column twice", {}, "ALTER TABLE G ADD COLUMN B LONG NOT NULL");
+        row("key beside a key", {}, "ALTER TABLE G ADD COLUMN D COUNTER");
         row("no such column", {}, "ALTER TABLE G ALTER COLUMN X LONG");
         row("unknown type", {}, "CREATE TABLE H (A FOO)");
     }
@@ -409,6 +479,31 @@ private Q_SLOTS:
         row("many unions", u"SELECT 1"_s + u" UNION SELECT 1"_s.repeated(1000),
             Failure::SyntaxError);
         row("unknown function", "SELECT DLookup('a','b')", Failure::UnknownFunction);
+        row("half a pair", "SELECT Switch(1=1, 2, 3)", Failure::SyntaxError);
+        row("star", "SELECT Max(*) FROM PECA", Failure::SyntaxError);
+        row("very many pieces", u"SELECT 1 IN (1"_s + u",1"_s.repeated(200000) + u')',
+            Failure::SyntaxError);
+        row("text compared with a number", "SELECT 1 FROM PECA WHERE NumeroTarvoPeca > 100",
+            Failure::MixedComparison);
+        row("number compared with a text", "SELECT 1 FROM PECA WHERE CodigoPeca = 'abc'",
+            Failure::MixedComparison);
+        row("text between numbers", "SELECT 1 FROM PECA WHERE Left('100', 3) BETWEEN 1 AND 2",
+            Failure::MixedComparison);
+        row("outside the groups", "SELECT CodigoPeca, DescricaoPeca FROM PECA GROUP BY CodigoPeca",
+            Failure::NotGrouped);
+        row("beside an aggregate", "SELECT Count(*), CodigoPeca + 1 FROM PECA",
+            Failure::NotGrouped);
+        row("star beside an aggregate", "SELECT *, Count(*) FROM PECA", Failure::NotGrouped);
+        row("condition on the groups",
+            "SELECT Count(*) FROM PECA GROUP BY CodigoPeca HAVING DescricaoPeca = 'x'",
+            Failure::NotGrouped);
+        row("order of the groups", "SELECT Max(CodigoPeca) FROM PECA ORDER BY DescricaoPeca",
+            Failure::NotGrouped);
+        row("too few values", "INSERT INTO VEICULO_PECA VALUES (1)", Failure::ValueCount);
+        row("too many columns", "INSERT INTO VEICULO_PECA (CodigoVeiculo) SELECT 1, 2",
+            Failure::ValueCount);
+        row("rows of two tables", "DELETE a.*, b.* FROM PECA AS a, VEICULO AS b",
+            Failure::NotSupported);
         row("quantifier", "SELECT 1 FROM PECA WHERE CodigoPeca > ALL (SELECT 1)",
             Failure::NotSupported);
         row("crosstab", "TRANSFORM Count(*) SELECT 1", Failure::NotSupported);

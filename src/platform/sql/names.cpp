@@ -85,6 +85,16 @@ std::optional<TableInfo> Names::InfoOf(std::string_view table) const {
     return schema_.table ? schema_.table(ToQString(table)) : std::nullopt;
 }
 
+// Without an alias, a table's own name, which the text may have in other letters.
+QString Names::Qualifier(const Source& table) const {
+    if (table.alias.empty() && table.kind == Source::Kind::Table && !IsAscii(table.name)) {
+        if (const std::optional<TableInfo> info = InfoOf(table.name)) {
+            return info->name;
+        }
+    }
+    return ToQString(table.Alias());
+}
+
 std::optional<ResultColumn> Names::FindIn(const Source& table, std::string_view name) {
     if (table.kind == Source::Kind::Table) {
         const std::optional<TableInfo> info = InfoOf(table.name);
@@ -111,7 +121,7 @@ std::optional<Names::Meaning> Names::Find(const Expr& column) {
                 continue;
             }
             if (auto found = FindIn(table, column.name)) {
-                return Meaning{table.Alias(), *found};
+                return Meaning{Qualifier(table), *found};
             }
         }
         // A name of the select list, which may be used behind it.
@@ -135,7 +145,7 @@ std::vector<ResultColumn> Names::ColumnsOf(const Source& table) {
     if (table.kind == Source::Kind::Derived) {
         std::vector<ResultColumn> columns = ColumnsOf(*table.query);
         for (ResultColumn& column : columns) {
-            column.qualifier = table.Alias();
+            column.qualifier = Qualifier(table);
             column.expr = nullptr;
         }
         return columns;
@@ -144,7 +154,7 @@ std::vector<ResultColumn> Names::ColumnsOf(const Source& table) {
     if (const std::optional<TableInfo> info = InfoOf(table.name)) {
         for (const ColumnInfo& column : info->columns) {
             const Type type = ColumnType::OfDeclaration(column.declaredType).Reads();
-            columns.push_back({column.name, type, column.declaredType, table.Alias(), nullptr});
+            columns.push_back({column.name, type, column.declaredType, Qualifier(table), nullptr});
         }
     }
     return columns;
@@ -154,9 +164,22 @@ const std::vector<ResultColumn>& Names::ColumnsOf(const Query& query) {
     if (const auto known = known_.find(&query); known != known_.end()) {
         return known->second;
     }
-    const Query::Arm& arm = query.arms.front();
-    std::vector<ResultColumn> columns =
-        arm.nested ? ColumnsOf(*arm.nested) : ColumnsOf(*arm.select);
+    const auto ofArm = [this](const Query::Arm& arm) {
+        return arm.nested ? ColumnsOf(*arm.nested) : ColumnsOf(*arm.select);
+    };
+    std::vector<ResultColumn> columns = ofArm(query.arms.front());
+    for (std::size_t i = 1; i < query.arms.size(); ++i) {
+        const std::vector<ResultColumn> others = ofArm(query.arms[i]);
+        for (std::size_t j = 0; j < columns.size(); ++j) {
+            const Type other = j < others.size() ? others[j].type : Type::Unknown;
+            Type& type = columns[j].type;
+            if (type == Type::Null) {
+                type = other;
+            } else if (other != type && other != Type::Null) {
+                type = Type::Unknown;
+            }
+        }
+    }
     return known_.emplace(&query, std::move(columns)).first->second;
 }
 

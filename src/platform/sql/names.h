@@ -15,7 +15,7 @@ struct ResultColumn {
     QString name;
     Type type = Type::Unknown;
     QString declared;            // its type in the table that it comes from, or empty
-    std::string_view qualifier;  // of a column that a star stands for
+    QString qualifier;           // of a column that a star stands for
     const Expr* expr = nullptr;  // null: a column that a star stands for
 };
 
@@ -38,8 +38,8 @@ public:
     };
 
     struct Meaning {
-        std::string_view qualifier;  // as the text declares it
-        ResultColumn column;         // its name as the table declares it
+        QString qualifier;    // as the text or the table declares it
+        ResultColumn column;  // its name as the table declares it
     };
     // Nothing for an unknown column, and for one of a table that is not known.
     std::optional<Meaning> Find(const Expr& column);
@@ -56,6 +56,7 @@ private:
         std::vector<const Source*> tables;
         const Select* select = nullptr;
     };
+    QString Qualifier(const Source& table) const;
     std::optional<ResultColumn> FindIn(const Source& table, std::string_view name);
     std::vector<ResultColumn> ColumnsOf(const Source& table);
     Type TypeOfCall(const Expr& call);

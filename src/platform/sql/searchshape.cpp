@@ -1,6 +1,7 @@
 #include "platform/sql/searchshape.h"
 
 #include "platform/sql/likepattern.h"
+#include "platform/sql/names.h"
 #include "platform/sql/token.h"
 
 #include <algorithm>
@@ -10,9 +11,9 @@ namespace sql {
 namespace {
 
 // Splits at AND. False when a part is no term.
-bool CollectTerms(const Expr& expr, Arm& arm) {
+bool CollectTerms(const Expr& expr, Arm& arm, Names& names) {
     if (expr.kind == Expr::Kind::Binary && expr.op == Op::And) {
-        return CollectTerms(*expr.args[0], arm) && CollectTerms(*expr.args[1], arm);
+        return CollectTerms(*expr.args[0], arm, names) && CollectTerms(*expr.args[1], arm, names);
     }
     const bool like = expr.kind == Expr::Kind::Like && !expr.negated;
     const bool equal = expr.kind == Expr::Kind::Binary && expr.op == Op::Equal;
@@ -24,8 +25,10 @@ bool CollectTerms(const Expr& expr, Arm& arm) {
     if (!text && (like || value.kind != Expr::Kind::Number)) {
         return false;
     }
-    const bool beginning = text && BoundsARange(value.text);
     const Expr& column = *expr.args[0];
+    const Type type = names.TypeOf(column);
+    const bool beginning =
+        text && BoundsARange(value.text) && (type == Type::Text || type == Type::Unknown);
     const bool joined = arm.IsJoined(column);
     arm.terms.push_back(
         {&expr, &column, joined, (equal || beginning) && (joined || arm.IsIndexed(column))});
@@ -94,11 +97,13 @@ std::optional<Arm> TakeApart(const Select& select, const Schema& schema) {
             return {};
         }
     }
+    Names names(schema);
+    const Names::Scope scope(names, select);
     const bool itemsPlain =
         std::all_of(select.items.begin(), select.items.end(), [](const SelectItem& item) {
             return item.expr->kind == Expr::Kind::Column || item.expr->kind == Expr::Kind::Text;
         });
-    if (!itemsPlain || (select.where && !CollectTerms(*select.where, arm))) {
+    if (!itemsPlain || (select.where && !CollectTerms(*select.where, arm, names))) {
         return {};
     }
     return arm;

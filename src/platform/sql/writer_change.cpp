@@ -263,9 +263,7 @@ void ChangeWriter::WriteRows(const std::vector<Target>& targets, const Query& qu
     writer_.Raw(") ");
     for (std::size_t i = 0; i < targets.size(); ++i) {
         writer_.Raw(i ? ", " : "SELECT ");
-        // The arms of a union may be of several types.
-        const bool known = i < columns.size() && query.arms.size() == 1;
-        const Type from = known ? columns[i].type : Type::Unknown;
+        const Type from = i < columns.size() ? columns[i].type : Type::Unknown;
         WriteConversion(targets[i], from, [&](bool text) {
             const bool date = text && from == Type::Date;
             writer_.Raw(date ? "dao_datetext(" : "");

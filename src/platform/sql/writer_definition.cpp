@@ -41,6 +41,9 @@ private:
     void Note(std::string_view table) { translation_.tables.append(ToQString(table).toUpper()); }
     void Define(std::string_view table) { translation_.defined = ToQString(table).toUpper(); }
     TableInfo TableToChange(std::string_view table) const;
+    // As the table declares them, where it is there already.
+    QByteArray TableText(std::string_view table) const;
+    QByteArray ColumnName(std::string_view table, std::string_view column) const;
     QByteArray ColumnText(std::string_view table, const ColumnDefinition& column);
     QByteArray DefaultText(std::string_view table, std::string_view column, const ColumnType& type,
                            const Expr& value);
@@ -64,6 +67,17 @@ TableInfo DefinitionWriter::TableToChange(std::string_view table) const {
         Throw(Failure::UnknownTable, ToQString(table));
     }
     return *info;
+}
+
+QByteArray DefinitionWriter::TableText(std::string_view table) const {
+    const auto info = schema_.table ? schema_.table(ToQString(table)) : std::nullopt;
+    return Bracketed(info ? info->name.toStdString() : std::string(table));
+}
+
+QByteArray DefinitionWriter::ColumnName(std::string_view table, std::string_view column) const {
+    const auto info = schema_.table ? schema_.table(ToQString(table)) : std::nullopt;
+    const ColumnInfo* known = info ? info->Column(column) : nullptr;
+    return Bracketed(known ? known->name.toStdString() : std::string(column));
 }
 
 QByteArray DefinitionWriter::ConditionText(const Expr& expr) {
@@ -125,8 +139,12 @@ QByteArray IndexName(std::string_view table, std::string_view index) {
 void DefinitionWriter::AddUniqueIndex(std::string_view table, const Constraint& constraint) {
     const std::string_view name =
         constraint.name.empty() ? constraint.columns.front() : constraint.name;
-    Add("CREATE UNIQUE INDEX " + IndexName(table, name) + " ON " + Bracketed(table) + " " +
-        BracketedList(constraint.columns));
+    QByteArray columns;
+    for (const std::string_view column : constraint.columns) {
+        columns += (columns.isEmpty() ? "" : ", ") + ColumnName(table, column);
+    }
+    Add("CREATE UNIQUE INDEX " + IndexName(table, name) + " ON " + TableText(table) + " (" +
+        columns + ")");
 }
 
 void DefinitionWriter::Write(const CreateTable& create) {
@@ -193,7 +211,7 @@ void DefinitionWriter::AddColumns(const AlterTable& alter, const TableInfo& info
     };
     if (std::all_of(alter.columns.begin(), alter.columns.end(), isPlain)) {
         for (const ColumnDefinition& column : alter.columns) {
-            Add("ALTER TABLE " + Bracketed(alter.table) + " ADD COLUMN " +
+            Add("ALTER TABLE " + TableText(alter.table) + " ADD COLUMN " +
                 ColumnText(alter.table, column));
         }
     } else {
@@ -247,7 +265,7 @@ void DefinitionWriter::AlterColumn(const AlterTable& alter, const TableInfo& inf
     table.SetColumn(column.name, ColumnText(alter.table, column));
     const ColumnType type = ColumnType::OfDialect(column.type);
     const bool fromDate = ColumnType::OfDeclaration(known->declaredType).Reads() == Type::Date;
-    QByteArray value = Bracketed(column.name);
+    QByteArray value = Bracketed(known->name.toStdString());
     if (fromDate && type.Reads() == Type::Text) {
         value = "dao_datetext(" + value + ")";
     }
@@ -327,9 +345,8 @@ void DefinitionWriter::Write(const AlterTable& alter) {
             break;
         case AlterTable::Action::DropColumns:
             for (const std::string_view name : alter.dropped) {
-                const ColumnInfo* column = info.Column(name);
-                Add("ALTER TABLE " + Bracketed(alter.table) + " DROP COLUMN " +
-                    Bracketed(column ? column->name.toStdString() : std::string(name)));
+                Add("ALTER TABLE " + TableText(alter.table) + " DROP COLUMN " +
+                    ColumnName(alter.table, name));
             }
             break;
         case AlterTable::Action::AddConstraint:
@@ -371,11 +388,11 @@ void DefinitionWriter::Write(const CreateIndex& create) {
     // Rows without a value never count as equal here, so IGNORE NULL asks for nothing.
     QByteArray columns;
     for (const auto& [column, descending] : create.columns) {
-        columns +=
-            (columns.isEmpty() ? "" : ", ") + Bracketed(column) + (descending ? " DESC" : "");
+        columns += (columns.isEmpty() ? "" : ", ") + ColumnName(create.table, column) +
+                   (descending ? " DESC" : "");
     }
     Add((create.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ") +
-        IndexName(create.table, create.index) + " ON " + Bracketed(create.table) + " (" + columns +
+        IndexName(create.table, create.index) + " ON " + TableText(create.table) + " (" + columns +
         ")");
 }
 
@@ -387,7 +404,7 @@ void DefinitionWriter::Write(const DropIndex& drop) {
 void DefinitionWriter::Write(const DropTable& drop) {
     Note(drop.table);
     const auto info = schema_.table ? schema_.table(ToQString(drop.table)) : std::nullopt;
-    Add((info && info->isView ? "DROP VIEW " : "DROP TABLE ") + Bracketed(drop.table));
+    Add((info && info->isView ? "DROP VIEW " : "DROP TABLE ") + TableText(drop.table));
 }
 
 void DefinitionWriter::Write(const CreateView& create) {

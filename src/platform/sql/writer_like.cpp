@@ -16,7 +16,8 @@ void Writer::Like(const Expr& expr, bool met) {
             Raw(" IS NOT NULL");
             return;
         }
-        if (!expr.negated && value.kind == Expr::Kind::Column && BoundsARange(pattern.text)) {
+        if (!expr.negated && value.kind == Expr::Kind::Column && BoundsARange(pattern.text) &&
+            MayBeText(value)) {
             // The range lets the column's index be used, the pattern decides.
             LikePrefix(value, pattern.text);
             Raw(" AND ");

@@ -1,0 +1,127 @@
+#include "platform/dao/dao.h"
+#include "platform/dao/errors.h"
+#include "platform/dao/sqlite.h"
+#include "support/database.h"
+#include "support/test.h"
+
+using namespace dao;
+
+namespace {
+
+constexpr char Definition[] = R"(
+CREATE TABLE PECA (CodigoPeca INTEGER PRIMARY KEY, Numero TEXT COLLATE TARVO);
+CREATE INDEX PECA_NUMERO ON PECA (Numero);
+WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 2000)
+INSERT INTO PECA SELECT i, 'N' || (10000 + i) FROM n;
+CREATE TABLE ESCOLHA (Cliente INTEGER);
+INSERT INTO ESCOLHA VALUES (1);
+CREATE TABLE REFERENCIA (Cliente INTEGER, Numero TEXT COLLATE TARVO, DoCliente TEXT COLLATE TARVO);
+CREATE INDEX REFERENCIA_NUMERO ON REFERENCIA (Cliente, Numero, DoCliente);
+INSERT INTO REFERENCIA SELECT 1, Numero, 'A' FROM PECA;
+INSERT INTO REFERENCIA SELECT 2, Numero, 'B' FROM PECA;
+CREATE VIEW REFERENCIA1 AS SELECT Numero, DoCliente FROM REFERENCIA
+    WHERE Cliente = (SELECT Cliente FROM ESCOLHA);
+)";
+
+}  // namespace
+
+class TestChanges : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<TestDatabase> file_;
+    TestDatabase::Session session_;
+
+private Q_SLOTS:
+    void init() {
+        file_ = std::make_unique<TestDatabase>(Definition);
+        session_ = file_->Open();
+    }
+    void cleanup() {
+        session_ = {};
+        file_.reset();
+    }
+
+    void CountsTheRowsOfEachStatement_data() {
+        const Table<QString, int> row("text", "rows");
+        row("update", "UPDATE PECA SET Numero = 'x' WHERE CodigoPeca < 4", 3);
+        row("none", "DELETE FROM PECA WHERE CodigoPeca = -5", 0);
+        row("select into", "SELECT * INTO NOVA FROM PECA WHERE CodigoPeca < 8", 7);
+        row("select nothing into", "SELECT * INTO NOVA FROM PECA WHERE CodigoPeca < 0", 0);
+        row("create", "CREATE TABLE NOVA (A LONG)", 0);
+        row("rebuild", "ALTER TABLE PECA ALTER COLUMN Numero TEXT(20)", 0);
+        row("index", "CREATE INDEX I ON PECA (Numero)", 0);
+        row("drop", "DROP TABLE ESCOLHA", 0);
+    }
+    void CountsTheRowsOfEachStatement() {
+        QFETCH(QString, text);
+        session_.Execute("DELETE FROM PECA WHERE CodigoPeca > 1990");  // whose count must not stay
+        session_.Execute(text);
+        QTEST(int(session_.database->RecordsAffected()), "rows");
+    }
+
+    // A table of this name in the catalogue would hide the lock's for good.
+    void KeepsTheLockTableApart_data() {
+        const Table<QString> row("text");
+        row("create", "CREATE TABLE ControleTran (a LONG)");
+        row("view", "CREATE VIEW CONTROLETRAN AS SELECT 1 AS a");
+        row("into", "SELECT Cliente AS a INTO CONTROLETRAN FROM ESCOLHA");
+        row("drop", "DROP TABLE CONTROLETRAN");
+        row("alter", "ALTER TABLE CONTROLETRAN ADD COLUMN b LONG");
+        row("index", "CREATE INDEX I ON CONTROLETRAN (a)");
+    }
+    void KeepsTheLockTableApart() {
+        QFETCH(QString, text);
+        for (const bool attached : {false, true}) {
+            QVERIFY(ErrorOf([&] { session_.Execute(text); }) != 0);
+            QCOMPARE(session_.Value("SELECT Count(*) FROM CONTROLETRAN"), u"1"_s);
+            Q_UNUSED(attached);
+        }
+        session_.database->GetConnection()->Run("CREATE TABLE main.CONTROLETRAN (a)");
+        session_ = file_->Open();
+        session_.Execute("DROP TABLE CONTROLETRAN");  // one that got there before
+        QCOMPARE(session_.Value("SELECT a FROM CONTROLETRAN"), u"0"_s);
+    }
+
+    // The parts of one result see one selection, even if it changes before the later ones begin.
+    void AResultKeepsItsSelection() {
+        const auto rows = session_.database->OpenRecordset(
+            u"SELECT PECA.Numero AS N, REFERENCIA1.DoCliente AS C, 'a' AS Tipo FROM PECA LEFT JOIN "
+            "REFERENCIA1 ON PECA.Numero = REFERENCIA1.Numero UNION ALL SELECT PECA.Numero AS N, "
+            "REFERENCIA1.DoCliente AS C, 'b' AS Tipo FROM PECA LEFT JOIN REFERENCIA1 ON "
+            "PECA.Numero "
+            "= REFERENCIA1.Numero ORDER BY 3,1"_s,
+            dbOpenDynaset);
+        rows->ReadUpTo(10);
+        session_.Execute("UPDATE ESCOLHA SET Cliente = 2");
+        rows->MoveLast();
+        QCOMPARE(rows->RecordCount(), 4000);
+        for (qint64 row = 0; row < 4000; ++row) {
+            QCOMPARE(rows->Text(row, 1), u"A"_s);
+        }
+    }
+
+    // What a connection remembers of a table follows its definition, taken back or not.
+    void DefinitionsAreForgottenWithTheirTransaction() {
+        session_.workspace->BeginTrans();
+        session_.Execute("CREATE TABLE NOVA (A TEXT(5))");
+        session_.Execute("INSERT INTO NOVA VALUES ('abc')");
+        session_.Execute("ALTER TABLE NOVA ADD COLUMN B LONG");
+        session_.Execute("UPDATE NOVA SET B = 1");
+        session_.workspace->Rollback();
+        session_.Execute("CREATE TABLE NOVA (A LONG)");
+        QCOMPARE(ErrorOf([&] { session_.Execute("INSERT INTO NOVA VALUES ('abc')"); }), 13);
+        QCOMPARE(ErrorOf([&] { session_.Execute("UPDATE NOVA SET B = 1"); }), 3061);
+    }
+
+    void ManyTextsDoNotFillTheMemory() {
+        QString text = u"Space(9000000)"_s;
+        for (int i = 0; i < 8; ++i) {
+            text = u'(' + text + u" & "_s + text + u')';
+        }
+        const QString query = u"SELECT Len("_s + text + u") AS n"_s;
+        QCOMPARE(ErrorOf([&] { session_.database->OpenRecordset(query); }), 3163);
+    }
+};
+
+TARVO_TEST(TestChanges);
+#include "test_changes.moc"
