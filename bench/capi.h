@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/sqlite.h"
+#include "platform/dao/connection.h"
 #include "report.h"
 
 #include <QString>

@@ -1,6 +1,7 @@
 // tarvo-bench-plain <data folder> <file>: copies the searched tables of a catalogue into an
 // ordinary, unenciphered SQLite file with the same indexes, for the ordinary program beside ours.
-#include "platform/dao/sqlite.h"
+#include "platform/dao/connection.h"
+#include "platform/dao/statement.h"
 #include "platform/system/paths.h"
 #include "session/banco.h"
 

@@ -1,6 +1,6 @@
 #include "screen.h"
 
-#include "platform/dao/sqlite.h"
+#include "platform/dao/connection.h"
 #include "search/pesquisa.h"
 #include "session/banco.h"
 #include "session/global.h"

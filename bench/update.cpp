@@ -3,7 +3,7 @@
 // groups of the same length, and beside a commit a line; a large download beside the curl program.
 // Both sides take turns, so that whatever else the machine does hits both. What a commit costs is
 // the disk's affair: the folder should lie on one.
-#include "platform/dao/sqlite.h"
+#include "platform/dao/connection.h"
 #include "platform/erro.h"
 #include "platform/forms/application.h"
 #include "platform/system/paths.h"

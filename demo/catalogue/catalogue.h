@@ -1,7 +1,7 @@
 #pragma once
 
 #include "assortment.h"
-#include "platform/dao/sqlite.h"
+#include "platform/dao/connection.h"
 
 #include <QtGlobal>
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "platform/dao/sqlite.h"
+#include "platform/dao/connection.h"
+#include "platform/dao/statement.h"
 
 #include <QByteArray>
 #include <QList>

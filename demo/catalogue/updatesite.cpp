@@ -2,7 +2,8 @@
 
 #include "figureplan.h"
 #include "items.h"
-#include "platform/dao/sqlite.h"
+#include "platform/dao/connection.h"
+#include "platform/dao/statement.h"
 #include "platform/erro.h"
 #include "platform/system/paths.h"
 #include "publicar/publish.h"

@@ -1,6 +1,6 @@
+#include "platform/dao/connection.h"
 #include "platform/dao/dao.h"
 #include "platform/dao/errors.h"
-#include "platform/dao/sqlite.h"
 #include "support/database.h"
 #include "support/test.h"
 

@@ -1,6 +1,6 @@
 #include "exportar/export.h"
 #include "importar/import.h"
-#include "platform/dao/sqlite.h"
+#include "platform/dao/connection.h"
 #include "platform/system/paths.h"
 #include "session/global.h"
 #include "support/catalogo.h"

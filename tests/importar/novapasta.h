@@ -1,7 +1,8 @@
 #pragma once
 
 #include "importar/import.h"
-#include "platform/dao/sqlite.h"
+#include "platform/dao/connection.h"
+#include "platform/dao/statement.h"
 #include "session/banco.h"
 #include "support/test.h"
 

@@ -1,4 +1,4 @@
-#include "platform/dao/sqlite.h"
+#include "platform/dao/connection.h"
 #include "platform/system/paths.h"
 #include "session/banco.h"
 #include "session/global.h"

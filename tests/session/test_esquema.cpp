@@ -1,5 +1,6 @@
 #include "platform/dao/dao.h"
 #include "platform/dao/schema.h"
+#include "platform/dao/statement.h"
 #include "session/esquema.h"
 #include "session/global.h"
 #include "support/catalogo.h"

@@ -1,7 +1,7 @@
 #include "memorydatabase.h"
 
+#include "platform/dao/connection.h"
 #include "platform/dao/schema.h"
-#include "platform/dao/sqlite.h"
 #include "platform/erro.h"
 #include "platform/sql/parser.h"
 #include "platform/sql/writer.h"

@@ -4,7 +4,7 @@
 // number of customers and whether it is sound. With "lock" it takes the update lock first, or says
 // that another has it. The publisher's key stands in TARVO_TEST_KEY.
 #include "platform/convert.h"
-#include "platform/dao/sqlite.h"
+#include "platform/dao/connection.h"
 #include "platform/erro.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msgbox.h"

@@ -1,6 +1,7 @@
 #include "exportar/export.h"
 
-#include "platform/dao/sqlite.h"
+#include "platform/dao/connection.h"
+#include "platform/dao/statement.h"
 #include "platform/erro.h"
 #include "platform/secret.h"
 #include "platform/system/csv_writer.h"

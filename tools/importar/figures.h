@@ -3,7 +3,8 @@
 #include "importar/cells.h"
 #include "importar/match.h"
 #include "importar/refused.h"
-#include "platform/dao/sqlite.h"
+#include "platform/dao/connection.h"
+#include "platform/dao/statement.h"
 
 #include <QHash>
 

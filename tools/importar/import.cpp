@@ -3,7 +3,7 @@
 #include "importar/csvsource.h"
 #include "importar/mdbsource.h"
 #include "importar/pictures.h"
-#include "platform/dao/sqlite.h"
+#include "platform/dao/connection.h"
 #include "platform/erro.h"
 #include "platform/secret.h"
 #include "platform/system/output.h"

@@ -2,7 +2,8 @@
 
 #include "importar/figures.h"
 #include "importar/links.h"
-#include "platform/dao/sqlite.h"
+#include "platform/dao/connection.h"
+#include "platform/dao/statement.h"
 
 #include <memory>
 

@@ -1,8 +1,9 @@
 #include "publicar/trial.h"
 
 #include "platform/convert.h"
+#include "platform/dao/connection.h"
 #include "platform/dao/errors.h"
-#include "platform/dao/sqlite.h"
+#include "platform/dao/statement.h"
 #include "session/banco.h"
 #include "session/global.h"
 #include "verificar/rules.h"

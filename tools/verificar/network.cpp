@@ -2,7 +2,7 @@
 
 #include "platform/dao/dao.h"
 #include "platform/dao/errors.h"
-#include "platform/dao/sqlite.h"
+#include "platform/dao/connection.h"
 #include "platform/erro.h"
 #include "platform/system/child.h"
 #include "platform/system/filelocks.h"

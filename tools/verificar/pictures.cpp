@@ -1,6 +1,7 @@
 #include "verificar/pictures.h"
 
-#include "platform/dao/sqlite.h"
+#include "platform/dao/connection.h"
+#include "platform/dao/statement.h"
 #include "platform/system/paths.h"
 #include "update/restos.h"
 #include "verificar/missing.h"

@@ -1,6 +1,7 @@
 #include "verificar/rules.h"
 
-#include "platform/dao/sqlite.h"
+#include "platform/dao/connection.h"
+#include "platform/dao/statement.h"
 #include "platform/erro.h"
 #include "verificar/missing.h"
 

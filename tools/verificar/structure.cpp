@@ -1,6 +1,7 @@
 #include "verificar/structure.h"
 
-#include "platform/dao/sqlite.h"
+#include "platform/dao/connection.h"
+#include "platform/dao/statement.h"
 #include "session/esquema.h"
 
 #include <QHash>

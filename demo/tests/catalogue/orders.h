@@ -1,7 +1,7 @@
 #pragma once
 
 #include "catalogue/folder.h"
-#include "platform/dao/sqlite.h"
+#include "platform/dao/connection.h"
 #include "session/banco.h"
 #include "support/test.h"
 

@@ -1,13 +1,16 @@
 #include "platform/dao/companion.h"
 
+#include "platform/dao/connection.h"
 #include "platform/dao/savepoint.h"
-#include "platform/dao/sqlite.h"
+#include "platform/dao/statement.h"
 
 #include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
 #include <array>
+
+using namespace Qt::StringLiterals;
 
 namespace dao {
 
@@ -26,7 +29,7 @@ constexpr char CompanionDefinition[] =
 
 QString CompanionPath(const QString& catalogue) {
     const QFileInfo file(catalogue);
-    return file.path() + u'/' + file.completeBaseName() + QLatin1String(".ldb");
+    return file.path() + u'/' + file.completeBaseName() + ".ldb"_L1;
 }
 
 bool CompanionIsWhole(Connection& connection) {

@@ -1,15 +1,18 @@
 #include "platform/dao/companion.h"
+#include "platform/dao/connection.h"
 #include "platform/dao/dao.h"
 #include "platform/dao/errors.h"
 #include "platform/dao/savepoint.h"
 #include "platform/dao/schema.h"
-#include "platform/dao/sqlite.h"
+#include "platform/dao/statement.h"
 #include "platform/secret.h"
 #include "platform/system/paths.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+
+using namespace Qt::StringLiterals;
 
 namespace dao {
 
@@ -49,7 +52,7 @@ private:
 
 // The connect text is ";pwd=" and the password, which ends with the text. The caller wipes it.
 QByteArray PasswordOf(const QString& connect) {
-    const QLatin1String mark(";pwd=");
+    const QLatin1String mark = ";pwd="_L1;
     const qsizetype at = connect.indexOf(mark, 0, Qt::CaseInsensitive);
     return at < 0 ? QByteArray() : QStringView(connect).sliced(at + mark.size()).toUtf8();
 }

@@ -1,8 +1,8 @@
 #include "platform/dao/functions.h"
 
 #include "platform/convert.h"
+#include "platform/dao/connection.h"
 #include "platform/dao/errors.h"
-#include "platform/dao/sqlite.h"
 #include "platform/sql/collation.h"
 #include "platform/sql/functiontable.h"
 #include "platform/sql/likepattern.h"

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "platform/dao/connection.h"
 #include "platform/dao/rowstore.h"
-#include "platform/dao/sqlite.h"
+#include "platform/dao/statement.h"
 #include "platform/erro.h"
 #include "platform/sql/dialect.h"
 

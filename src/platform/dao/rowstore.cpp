@@ -1,7 +1,8 @@
 #include "platform/dao/rowstore.h"
 
 #include "platform/convert.h"
-#include "platform/dao/sqlite.h"
+#include "platform/dao/connection.h"
+#include "platform/dao/statement.h"
 
 #include <algorithm>
 #include <cstring>

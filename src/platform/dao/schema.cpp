@@ -2,6 +2,7 @@
 
 #include "platform/dao/companion.h"
 #include "platform/dao/errors.h"
+#include "platform/dao/statement.h"
 #include "platform/sql/plan.h"
 #include "platform/sql/token.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/dao/sqlite.h"
+#include "platform/dao/connection.h"
 #include "platform/sql/dialect.h"
 #include "platform/sql/likepattern.h"
 

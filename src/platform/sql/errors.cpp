@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+using namespace Qt::StringLiterals;
+
 namespace sql {
 
 namespace {
@@ -58,10 +60,10 @@ constexpr Entry Texts[] = {
 void Throw(Failure failure, const QString& detail) {
     const auto* entry = std::find_if(std::begin(Texts), std::end(Texts),
                                      [failure](const Entry& e) { return e.failure == failure; });
-    QString text = entry == std::end(Texts) ? QStringLiteral("Falha no acesso ao catálogo")
+    QString text = entry == std::end(Texts) ? u"Falha no acesso ao catálogo"_s
                                             : QString::fromUtf8(entry->text);
     if (!detail.isEmpty()) {
-        text += QLatin1String(": ") + detail;
+        text += ": "_L1 + detail;
     }
     throw Erro(static_cast<int>(failure), text + u'.');
 }

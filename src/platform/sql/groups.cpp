@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace sql {
 
 namespace {
@@ -33,8 +35,7 @@ public:
             return;
         }
         if (expr.kind == Expr::Kind::Column || expr.kind == Expr::Kind::Star) {
-            Throw(Failure::NotGrouped,
-                  expr.name.empty() ? QStringLiteral("*") : ToQString(expr.name));
+            Throw(Failure::NotGrouped, expr.name.empty() ? u"*"_s : ToQString(expr.name));
         }
         for (const ExprPtr& arg : expr.args) {
             Check(*arg);

@@ -11,6 +11,8 @@
 
 using namespace std::string_view_literals;
 
+using namespace Qt::StringLiterals;
+
 namespace sql {
 
 namespace {
@@ -184,7 +186,7 @@ ExprPtr Parser::ParseQuantified(ExprPtr left, Op op) {
     const bool all = IsWord("ALL");
     const bool carried = all ? op == Op::NotEqual : op == Op::Equal;
     if (!carried) {
-        Throw(Failure::NotSupported, QStringLiteral("ANY, SOME, ALL"));
+        Throw(Failure::NotSupported, u"ANY, SOME, ALL"_s);
     }
     ++at_;
     return ParseIn(std::move(left), all);

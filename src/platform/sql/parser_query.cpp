@@ -5,6 +5,8 @@
 
 using namespace std::string_view_literals;
 
+using namespace Qt::StringLiterals;
+
 namespace sql {
 
 namespace {
@@ -191,7 +193,7 @@ SourcePtr Parser::ParseSourcePrimary() {
         source->name = TakeName();
     }
     if (IsWord("IN")) {
-        Throw(Failure::NotSupported, QStringLiteral("IN"));  // a table of another file
+        Throw(Failure::NotSupported, u"IN"_s);  // a table of another file
     }
     if (TakeWord("AS") || IsName()) {
         source->alias = TakeName();

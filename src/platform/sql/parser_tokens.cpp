@@ -8,6 +8,8 @@
 
 using namespace std::string_view_literals;
 
+using namespace Qt::StringLiterals;
+
 namespace sql {
 
 namespace {
@@ -113,7 +115,7 @@ void Parser::Fail() const {
     QString near;
     for (std::size_t ahead = 0; ahead < 4 && Peek(ahead).kind != Token::Kind::End; ++ahead) {
         const std::string_view text = Peek(ahead).text.substr(0, 40);
-        near += (near.isEmpty() ? QString() : QStringLiteral(" ")) + ToQString(text);
+        near += (near.isEmpty() ? QString() : u" "_s) + ToQString(text);
     }
     Throw(Failure::SyntaxError, near);
 }

@@ -89,8 +89,8 @@ std::optional<QDate> ParseDay(QStringView text, Order order) {
 
 std::optional<double> ParseTime(QStringView text) {
     QString plain = text.trimmed().toString().toUpper();
-    const bool afternoon = plain.endsWith(QLatin1String("PM"));
-    const bool morning = plain.endsWith(QLatin1String("AM"));
+    const bool afternoon = plain.endsWith("PM"_L1);
+    const bool morning = plain.endsWith("AM"_L1);
     if (afternoon || morning) {
         plain.chop(2);
     }

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace sql {
 
 namespace {
@@ -245,7 +247,7 @@ void DefinitionWriter::BuildWith(const AlterTable& alter, const TableInfo& info)
             key = key || constraint.kind == Constraint::Kind::PrimaryKey;
         }
         if (key && std::exchange(hasKey, true)) {
-            Throw(Failure::ObjectExists, QStringLiteral("PRIMARY KEY"));
+            Throw(Failure::ObjectExists, u"PRIMARY KEY"_s);
         }
         // A default is for rows to come: those that are there have no value.
         if (!type.IsCounter() && !type.IsFlag()) {
@@ -300,7 +302,7 @@ void DefinitionWriter::AddConstraint(const AlterTable& alter, const TableInfo& i
     TableDefinition table(info);
     if (constraint.kind == Constraint::Kind::PrimaryKey) {
         if (table.HasPrimaryKey()) {
-            Throw(Failure::ObjectExists, QStringLiteral("PRIMARY KEY"));
+            Throw(Failure::ObjectExists, u"PRIMARY KEY"_s);
         }
         for (const std::string_view column : constraint.columns) {
             table.RequireValue(column);
@@ -375,7 +377,7 @@ void DefinitionWriter::Write(const CreateIndex& create) {
         }
         const bool primary = create.option == CreateIndex::Option::Primary;
         if (primary && table.HasPrimaryKey()) {
-            Throw(Failure::ObjectExists, QStringLiteral("PRIMARY KEY"));
+            Throw(Failure::ObjectExists, u"PRIMARY KEY"_s);
         }
         if (primary) {
             table.AddConstraint(ConstraintText(key));

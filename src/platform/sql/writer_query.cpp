@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace sql {
 
 namespace {
@@ -11,7 +13,7 @@ namespace {
 std::string_view WholeNumber(std::string_view text) {
     if (text.empty() || text.size() > 9 ||
         text.find_first_not_of("0123456789") != std::string_view::npos) {
-        Throw(Failure::SyntaxError, QStringLiteral("TOP ") + ToQString(text));
+        Throw(Failure::SyntaxError, u"TOP "_s + ToQString(text));
     }
     return text;
 }
@@ -70,7 +72,7 @@ void Writer::WriteQuery(const Query& query, Naming naming) {
 
 void Writer::WriteSelect(const Select& select, const std::vector<OrderTerm>& order, Naming naming) {
     if (!select.into.empty()) {
-        Throw(Failure::SyntaxError, QStringLiteral("INTO"));
+        Throw(Failure::SyntaxError, u"INTO"_s);
     }
     CheckGroups(select, order);
     const Names::Scope scope(names_, select);
@@ -197,7 +199,7 @@ const Expr& Writer::OrderKey(const Select& select, const OrderTerm& term) const 
             std::any_of(select.items.begin(), select.items.end(),
                         [](const SelectItem& item) { return item.expr->kind == Expr::Kind::Star; });
         if (place < 1 || place > select.items.size() || starBefore) {
-            Throw(Failure::NotSupported, QStringLiteral("TOP, ORDER BY ") + ToQString(expr.text));
+            Throw(Failure::NotSupported, u"TOP, ORDER BY "_s + ToQString(expr.text));
         }
         return *select.items[place - 1].expr;
     }
@@ -216,7 +218,7 @@ void Writer::WriteTop(const Select& select, const std::vector<OrderTerm>& order)
     const std::string_view top = WholeNumber(select.top);
     const std::vector<ResultColumn> columns = names_.ColumnsOf(select);
     if (columns.empty()) {
-        Throw(Failure::NotSupported, QStringLiteral("TOP"));
+        Throw(Failure::NotSupported, u"TOP"_s);
     }
     const auto list = [&](auto write) {
         for (std::size_t i = 0; i < columns.size(); ++i) {
@@ -279,7 +281,7 @@ void Writer::DistinctRowGroups(const Select& select) {
         const bool anyTable = star && expr.qualifier.empty();
         if (!anyTable && tables.size() > 1 &&
             (expr.qualifier.empty() || !(star || expr.kind == Expr::Kind::Column))) {
-            Throw(Failure::NotSupported, QStringLiteral("DISTINCTROW"));
+            Throw(Failure::NotSupported, u"DISTINCTROW"_s);
         }
         for (std::size_t i = 0; i < tables.size(); ++i) {
             used[i] = used[i] || anyTable || tables.size() == 1 ||
@@ -296,7 +298,7 @@ void Writer::DistinctRowGroups(const Select& select) {
         }
         const std::optional<TableInfo> info = names_.InfoOf(tables[i]->name);
         if (tables[i]->kind != Source::Kind::Table || (info && info->isView)) {
-            Throw(Failure::NotSupported, QStringLiteral("DISTINCTROW"));
+            Throw(Failure::NotSupported, u"DISTINCTROW"_s);
         }
         Raw(separator);
         Name(tables[i]->Alias());

@@ -1,0 +1,195 @@
+#include "platform/dao/connection.h"
+
+#define SQLITE_HAS_CODEC
+#include "platform/dao/enginefailure.h"
+#include "platform/dao/errors.h"
+#include "platform/dao/functions.h"
+#include "platform/dao/rowreader.h"
+#include "platform/dao/seal.h"
+#include "platform/dao/statement.h"
+#include "platform/system/paths.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <array>
+#include <sqlite3.h>
+
+namespace dao {
+
+namespace {
+
+constexpr char ClientKey[] = "tarvo.connection";
+
+// Never destroyed: the session's own connection may be closed later than any static of this file.
+std::vector<Connection*>& Registry() {
+    static auto* connections = new std::vector<Connection*>;
+    return *connections;
+}
+
+// Closing a second handle on a file drops every lock that this process has on it (POSIX), so the
+// file itself is read only while no connection has it open; otherwise the engine is asked.
+QByteArray SealOf(const QString& path, const Connection* except) {
+    for (Connection* other : Connection::All()) {
+        if (other != except && other->Path() == path) {
+            return QByteArray::fromHex(other->Value("PRAGMA cipher_salt").toByteArray());
+        }
+    }
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.read(seal::Size) : QByteArray();
+}
+
+}  // namespace
+
+void Connection::Closer::operator()(sqlite3* handle) const {
+    sqlite3_close_v2(handle);
+}
+
+Connection::Connection(const QString& path, const QByteArray& key, Mode mode) : path_(path) {
+    Open(key, mode);
+    // Only now is there a file to find the one true path of.
+    path_ = QFileInfo(path).canonicalFilePath();
+    Registry().push_back(this);
+}
+
+Connection::~Connection() {
+    Close();
+}
+
+void Connection::Open(const QByteArray& key, Mode mode) {
+    static_assert(SQLITE_VERSION_NUMBER >= 3044000, "client data needs 3.44");
+    // Nobody reads the engine's count of its memory, and keeping it takes a lock at each piece.
+    [[maybe_unused]] static const int uncounted = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+    constexpr std::array Flags = {SQLITE_OPEN_READWRITE, SQLITE_OPEN_READONLY,
+                                  SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE};
+    sqlite3* raw = nullptr;
+    // One thread: a lock taken for every value of every row would only cost time.
+    const int opened =
+        sqlite3_open_v2(path_.toUtf8().constData(), &raw,
+                        Flags.at(static_cast<std::size_t>(mode)) | SQLITE_OPEN_NOMUTEX, nullptr);
+    handle_.reset(raw);
+    if ((opened & 0xFF) == SQLITE_CANTOPEN) {
+        Throw(Failure::CannotOpen, sys::ToShown(path_));
+    }
+    Check(raw, opened);
+    sqlite3_extended_result_codes(raw, 1);
+    sqlite3_set_clientdata(raw, ClientKey, this, nullptr);
+    SetBusyTimeout(Patience);
+    // A name in double quotes that is no column must not turn into a text.
+    sqlite3_db_config(raw, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    sqlite3_db_config(raw, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+    if (!key.isEmpty()) {
+        Check(raw, sqlite3_key(raw, key.constData(), static_cast<int>(key.size())));
+    }
+    // Otherwise the library reports damage on the standard error stream by itself.
+    Run("PRAGMA cipher_log_level = NONE");
+    RegisterFunctions(raw);
+    if (mode == Mode::Create) {
+        Run("PRAGMA cipher_salt = \"x'" + seal::Make(key).toHex() + "'\"");
+    }
+
+    const int read =
+        sqlite3_exec(raw, "SELECT count(*) FROM sqlite_schema", nullptr, nullptr, nullptr);
+    if ((read & 0xFF) == SQLITE_NOTADB) {
+        handle_.reset();
+        const QString file = QFileInfo(path_).canonicalFilePath();
+        Throw(seal::Explain(SealOf(file, this), key), sys::ToShown(path_));
+    }
+    if ((read & 0xFF) == SQLITE_CANTOPEN) {
+        Throw(Failure::CannotOpen, sys::ToShown(path_));
+    }
+    Check(raw, read);
+
+    // The cache (KiB) holds the indexes of the largest catalogue: every page that it lacks costs a
+    // decipherment. Never a write-ahead log: its shared memory does not work over a network. Links
+    // between tables are not enforced: an update's script may bring the rows in any order.
+    Run("PRAGMA journal_mode = DELETE; PRAGMA synchronous = FULL; PRAGMA temp_store = MEMORY;"
+        "PRAGMA cache_size = -262144; PRAGMA foreign_keys = OFF");
+}
+
+void Connection::Close() {
+    std::erase(Registry(), this);
+    for (Statement* statement : statements_) {
+        sqlite3_finalize(statement->handle_);
+        statement->handle_ = nullptr;
+    }
+    statements_.clear();
+    handle_.reset();
+}
+
+void Connection::Run(const QByteArray& sql) {
+    if (!IsOpen()) {
+        Throw(Failure::ObjectInvalid);
+    }
+    Check(Handle(), sqlite3_exec(Handle(), sql.constData(), nullptr, nullptr, nullptr));
+}
+
+QVariant Connection::Value(const QByteArray& sql) {
+    Statement statement(*this, sql);
+    return statement.Step() ? statement.Column(0) : QVariant();
+}
+
+qint64 Connection::PagesRead() const {
+    int pages = 0;
+    int highest = 0;
+    Check(handle_.get(),
+          sqlite3_db_status(handle_.get(), SQLITE_DBSTATUS_CACHE_MISS, &pages, &highest, 0));
+    return pages;
+}
+
+qint64 Connection::Changes() const {
+    return sqlite3_changes64(Handle());
+}
+
+qint64 Connection::AllChanges() const {
+    return sqlite3_total_changes64(Handle());
+}
+
+void Connection::SetIdle(std::function<bool()> idle) {
+    constexpr int Steps = 5000;  // of the engine's machine: well under a millisecond
+    idle_ = std::move(idle);
+    const auto callback = [](void* self) {
+        return static_cast<Connection*>(self)->idle_() ? 0 : 1;
+    };
+    sqlite3_progress_handler(Handle(), idle_ ? Steps : 0, callback, this);
+}
+
+void Connection::SetBusyTimeout(std::chrono::milliseconds timeout) {
+    sqlite3_busy_timeout(Handle(), static_cast<int>(timeout.count()));
+}
+
+bool Connection::InTransaction() const {
+    return IsOpen() && sqlite3_get_autocommit(Handle()) == 0;
+}
+
+void Connection::BeginIfWanted() {
+    if (transactionWanted_ && !InTransaction()) {
+        Run("BEGIN");
+    }
+}
+
+void Connection::FinishReads() {
+    const std::vector<RowReader*> pending = readers_;
+    for (RowReader* reader : pending) {
+        reader->Finish();
+    }
+}
+
+void Connection::FinishUnsettledReads() {
+    const std::vector<RowReader*> pending = readers_;
+    for (RowReader* reader : pending) {
+        if (!reader->IsSettled()) {
+            reader->Finish();
+        }
+    }
+}
+
+const Connection& Connection::Of(sqlite3* handle) {
+    return *static_cast<const Connection*>(sqlite3_get_clientdata(handle, ClientKey));
+}
+
+const std::vector<Connection*>& Connection::All() {
+    return Registry();
+}
+
+}  // namespace dao

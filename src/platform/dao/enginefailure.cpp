@@ -1,0 +1,127 @@
+#include "platform/dao/enginefailure.h"
+
+#include "platform/dao/errors.h"
+
+#include <sqlite3.h>
+
+namespace dao {
+
+namespace {
+
+struct CodeEntry {
+    int code;  // primary or extended
+    Failure failure;
+};
+
+constexpr CodeEntry Codes[] = {
+    {SQLITE_CONSTRAINT_UNIQUE, Failure::DuplicateKey},
+    {SQLITE_CONSTRAINT_PRIMARYKEY, Failure::DuplicateKey},
+    {SQLITE_CONSTRAINT_ROWID, Failure::DuplicateKey},
+    {SQLITE_CONSTRAINT_NOTNULL, Failure::NotNull},
+    {SQLITE_CONSTRAINT, Failure::CheckViolated},
+    {SQLITE_BUSY, Failure::Locked},
+    {SQLITE_LOCKED, Failure::Locked},
+    {SQLITE_READONLY, Failure::ReadOnly},
+    {SQLITE_CANTOPEN, Failure::ReadOnly},  // the journal cannot be made in the file's folder
+    {SQLITE_CORRUPT, Failure::Damaged},
+    {SQLITE_NOTADB, Failure::Damaged},
+    {SQLITE_FULL, Failure::DiskFull},
+    {SQLITE_IOERR, Failure::InOut},
+    {SQLITE_INTERRUPT, Failure::Interrupted},
+    {SQLITE_TOOBIG, Failure::TextTooLong},
+    {SQLITE_PERM, Failure::CannotOpen},
+    {SQLITE_ABORT, Failure::ObjectInvalid},  // a result whose transaction was rolled back
+};
+
+// The engine tells its SQL errors apart by their message only; what follows is the detail.
+struct MessageEntry {
+    const char* begins;
+    const char* ends;
+    Failure failure;
+};
+
+constexpr MessageEntry Messages[] = {
+    {"no such table: ", "", Failure::UnknownTable},
+    {"no such view: ", "", Failure::UnknownTable},
+    {"no such index: ", "", Failure::ItemNotFound},
+    {"no such column: ", " - should this be a string literal in single-quotes?",
+     Failure::UnknownColumn},
+    {"no such column: ", "", Failure::UnknownColumn},
+    {"ambiguous column name: ", "", Failure::AmbiguousColumn},
+    {"no such function: ", "", Failure::UnknownFunction},
+    {"duplicate column name: ", "", Failure::DuplicateColumn},
+    {"table ", " already exists", Failure::TableExists},
+    {"view ", " already exists", Failure::TableExists},
+    {"there is already a table named ", "", Failure::TableExists},
+    {"there is already an index named ", "", Failure::ObjectExists},
+    {"index ", " already exists", Failure::ObjectExists},
+    {"table ", " values were supplied", Failure::ValueCount},
+    {"", " columns", Failure::ValueCount},
+    {"near ", ": syntax error", Failure::SyntaxError},
+    {"unrecognized token: ", "", Failure::SyntaxError},
+    {"incomplete input", "", Failure::SyntaxError},
+    {"integer overflow", "", static_cast<Failure>(Erro::Overflow)},
+    // What is left of a page that failed its check on the way to a long text.
+    {"SQL logic error", "", Failure::Damaged},
+};
+
+// An error of one of the dialect's functions, as functions.cpp sends it through the engine: "erro
+// ", the number, ": " and the description.
+void RaiseOwn(const QByteArray& message) {
+    constexpr QByteArrayView Mark = "erro ";
+    const qsizetype colon = message.indexOf(": ");
+    if (!message.startsWith(Mark) || colon < 0) {
+        return;
+    }
+    bool ok = false;
+    const int number = message.mid(Mark.size(), colon - Mark.size()).toInt(&ok);
+    if (ok) {
+        throw Erro(number, QString::fromUtf8(message.mid(colon + 2)));
+    }
+}
+
+[[noreturn]] void RaiseSql(const QByteArray& message) {
+    RaiseOwn(message);
+    for (const MessageEntry& entry : Messages) {
+        const QByteArrayView begins(entry.begins);
+        const QByteArrayView ends(entry.ends);
+        if (message.startsWith(begins) && message.endsWith(ends)) {
+            const qsizetype length = message.size() - begins.size() - ends.size();
+            const bool counts = entry.failure == Failure::ValueCount;
+            Throw(entry.failure,
+                  counts ? QString() : QString::fromUtf8(message.mid(begins.size(), length)));
+        }
+    }
+    Throw(Failure::NotSupported);
+}
+
+}  // namespace
+
+void Raise(sqlite3* handle, int code) {
+    const int extended = handle == nullptr ? code : sqlite3_extended_errcode(handle);
+    const QByteArray message(handle == nullptr ? "" : sqlite3_errmsg(handle));
+    if ((code & 0xFF) == SQLITE_ERROR) {
+        RaiseSql(message);
+    }
+    if ((code & 0xFF) == SQLITE_MISMATCH) {
+        throw Erro(Erro::TypeMismatch);
+    }
+    for (const CodeEntry& entry : Codes) {
+        if (entry.code != extended && entry.code != (code & 0xFF)) {
+            continue;
+        }
+        const bool constraint = (code & 0xFF) == SQLITE_CONSTRAINT;
+        const qsizetype colon = message.indexOf(": ");
+        Throw(entry.failure,
+              constraint && colon >= 0 ? QString::fromUtf8(message.mid(colon + 2)) : QString());
+    }
+    throw Erro(Erro::InternalError);
+}
+
+void Check(sqlite3* handle, int code) {
+    if (code != SQLITE_OK) {
+        Raise(handle, code);
+    }
+}
+
+}  // namespace dao
