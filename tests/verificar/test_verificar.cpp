@@ -117,7 +117,7 @@ private Q_SLOTS:
              "1 REFERENCIACRUZADA.NumeroTarvo que nenhuma…: cliente 7: XYZ"});
         row("single rows",
             "DROP INDEX UMREGISTRO_UMA; INSERT INTO UMREGISTRO VALUES ('ontem', NULL, NULL, 0, "
-            "'u', 40000, 0); UPDATE CODIGOCLIENTECONCORRENTE SET CodigoClienteConcorrente = 3",
+            "'u', 40000, 0); UPDATE main.CODIGOCLIENTECONCORRENTE SET CodigoClienteConcorrente = 3",
             {"1 Falta o índice…: UMREGISTRO único (constante)",
              "1 UMREGISTRO precisa ter exatamente uma linha: 2 linhas",
              "1 CODIGOCLIENTECONCORRENTE que não é -5 nem um cliente: 3",
