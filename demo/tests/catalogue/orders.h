@@ -2,6 +2,7 @@
 
 #include "catalogue/folder.h"
 #include "platform/dao/connection.h"
+#include "platform/dao/statement.h"
 #include "session/banco.h"
 #include "support/test.h"
 
