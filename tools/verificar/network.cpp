@@ -1,8 +1,8 @@
 #include "verificar/network.h"
 
+#include "platform/dao/connection.h"
 #include "platform/dao/dao.h"
 #include "platform/dao/errors.h"
-#include "platform/dao/connection.h"
 #include "platform/erro.h"
 #include "platform/system/child.h"
 #include "platform/system/filelocks.h"
