@@ -158,6 +158,11 @@ class PackageTest(ProgramTest):
                 self.assertRegex(header, r"Type: +DYN", "position-independent")
                 self.assertIn("GNU_RELRO", header)
                 self.assertRegex(header, "BIND_NOW|Flags: .*NOW")
+                symbols = run("readelf", "--dyn-syms", "--wide", entry.path)
+                self.assertIn("__stack_chk_fail", symbols)
+        catalogue = os.path.join(self.content, PROGRAMS, "CatalogoTarvo")
+        self.assertRegex(run("readelf", "--dyn-syms", "--wide", catalogue), r"__\w+_chk@",
+                         "fortified calls")
 
     def test_lintian_has_nothing_to_say(self):
         if not shutil.which("lintian"):
