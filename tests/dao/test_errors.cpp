@@ -90,15 +90,6 @@ private Q_SLOTS:
         QCOMPARE(ErrorOf([&] { Open(folder + "\\TARVO.MDB"_L1); }), 0);
     }
 
-    void NoEnglishInADetail() {
-        try {
-            session_.Execute("CREATE INDEX PECA ON PECA (Ano)");
-            QFAIL("an index by a table's name");
-        } catch (const Erro& erro) {
-            QCOMPARE(erro.Description(), u"Já existe uma tabela com este nome: PECA."_s);
-        }
-    }
-
     // With the file open in this process already, it must not be opened by other means: that would
     // drop the locks of the open connection.
     void TellsAWrongPasswordWhileTheFileIsOpen() {

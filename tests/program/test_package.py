@@ -46,7 +46,8 @@ def plain_suite():
                 packages.setdefault(name, value)
             elif key == "Provides":
                 for provided in value.split(", "):
-                    packages.setdefault(provided.split(" ")[0], "")
+                    virtual, _, version = provided.partition(" ")
+                    packages.setdefault(virtual, version.strip("()= "))
     return packages or None
 
 

@@ -2,11 +2,6 @@
 
 #include "platform/forms/msgbox.h"
 
-#include <QJsonArray>
-#include <QJsonObject>
-#include <QtGui/private/qguiapplication_p.h>
-#include <qpa/qplatformintegration.h>
-#include <qpa/qplatformnativeinterface.h>
 #include <qpa/qwindowsysteminterface.h>
 
 namespace testing_support {
@@ -86,24 +81,6 @@ void Wheel(QWidget& control, int notches) {
     QWindowSystemInterface::handleWheelEvent(window->windowHandle(), inWindow,
                                              window->mapToGlobal(inWindow), QPoint(),
                                              QPoint(0, 120 * notches));
-    Settle();
-}
-
-void SetScreen(QSize size, int percent) {
-    QPlatformIntegration* platform = QGuiApplicationPrivate::platformIntegration();
-    using Configure = void (*)(const QJsonObject&, QPlatformIntegration*);
-    const auto configure = reinterpret_cast<Configure>(
-        platform->nativeInterface()->nativeResourceForIntegration("setConfiguration"));
-    const int dpi = 96 * percent / 100;
-    configure({{u"screens"_s, QJsonArray{QJsonObject{{u"name"_s, QString()},
-                                                     {u"x"_s, 0},
-                                                     {u"y"_s, 0},
-                                                     {u"width"_s, size.width()},
-                                                     {u"height"_s, size.height()},
-                                                     {u"logicalDpi"_s, dpi},
-                                                     {u"logicalBaseDpi"_s, 96},
-                                                     {u"dpr"_s, 1}}}}},
-              platform);
     Settle();
 }
 

@@ -39,10 +39,6 @@ void MoveTo(forms::Form& form, QPoint place);
 // away from the hand.
 void Wheel(QWidget& control, int notches);
 
-// The computer's only screen gets another size, in its own pixels, and another display scaling.
-// Of the invisible platform alone.
-void SetScreen(QSize size, int percent);
-
 // The control of this object name; the test program ends if there is none.
 template <typename Control>
 Control& Find(forms::Form& form, const AnyText& name) {

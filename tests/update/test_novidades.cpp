@@ -311,7 +311,10 @@ private Q_SLOTS:
         const Table<QStringList, QString, QString> row("statements", "emission", "tip");
         row("no row", {"DELETE FROM UMREGISTRO"}, "",
             "O catálogo está sem o registro da versão: uma atualização foi interrompida.");
-        row("no date", {"UPDATE UMREGISTRO SET DataEmissao = Null"}, " - teste", " ");
+        row("no date",
+            {"ALTER TABLE UMREGISTRO ALTER COLUMN DataEmissao DATETIME",
+             "UPDATE UMREGISTRO SET DataEmissao = Null"},
+            " - teste", " ");
     }
     void OpensWithoutItsRecord() {
         QFETCH(QStringList, statements);
