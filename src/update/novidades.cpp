@@ -167,6 +167,13 @@ void Novidades::IniciarVerificacao(bool Automatica) {
         }
         return;
     }
+    if (!gFaltaDeTravas.isEmpty()) {
+        // Nothing would keep two computers from updating the catalogue at once.
+        if (!Automatica) {
+            Avisar(gFaltaDeTravas + u"\n\nO catálogo não se atualiza assim."_s);
+        }
+        return;
+    }
     VerificacaoEmAndamento = true;
     emCurso_ = {};
     try {

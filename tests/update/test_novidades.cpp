@@ -307,6 +307,18 @@ private Q_SLOTS:
     }
 
     // A script of an older program was cut short, or wrote what is no date.
+    void UpdatesNothingWhereLocksHoldNobody() {
+        const Verifier verifier({"15|6"});
+        BoxAnswers boxes;
+        gFaltaDeTravas = u"As travas não valem."_s;
+        Check().IniciarVerificacao(true);
+        QVERIFY(boxes.Boxes().isEmpty());
+        Check().IniciarVerificacao(false);
+        gFaltaDeTravas.clear();
+        QCOMPARE(boxes.Texts(), List("As travas não valem.\n\nO catálogo não se atualiza assim."));
+        QVERIFY(verifier.started.isEmpty());
+    }
+
     void OpensWithoutItsRecord_data() {
         const Table<QStringList, QString, QString> row("statements", "emission", "tip");
         row("no row", {"DELETE FROM UMREGISTRO"}, "",
