@@ -295,7 +295,9 @@ class Catalogue:
         return "_NET_WM_STATE_HIDDEN" in xprop("-id", self.window_ids()[0], "_NET_WM_STATE")
 
     def restore(self):
+        """To the front: a click may come before the window manager has answered."""
         xdotool("windowactivate", self.window_ids()[0])
+        wait("the window in front", lambda: active_window() in map(window_number, self.window_ids()))
 
     def answer_box(self, ended):
         """Answers the box that shows, until what ends with it has ended: a window may be told of before
@@ -321,6 +323,17 @@ def xdotool(*arguments):
 
 def xprop(*arguments):
     return output_of("xprop", *arguments)
+
+
+def window_number(window):
+    """Of an identifier, however many zeros it is written with."""
+    return int(window, 16)
+
+
+def active_window():
+    """The number of the window that has the keyboard; 0 while none has."""
+    words = xprop("-root", "_NET_ACTIVE_WINDOW").split()
+    return window_number(words[-1]) if words and words[-1].startswith("0x") else 0
 
 
 def photograph(path):
