@@ -33,6 +33,7 @@ bool EhFalhaDoMeio(const Erro& erro) {
 
 ScriptsDaAtualizacao::ScriptsDaAtualizacao(std::function<bool()> continuar) {
     AbrirBancoDados(sessao_, u"sWsNotReadOnly"_s, banco_, false);
+    eraLegivel_ = RegistroLegivel();
     banco_->SetIdle(std::move(continuar));
 }
 
@@ -56,7 +57,7 @@ void ScriptsDaAtualizacao::ExecutarComandoAtualizacao(const QString& Linha) {
             Executar(comando.texto);
             break;
     }
-    if (aberto_ && Relogio::now() - inicioDoGrupo_ >= DuracaoDoGrupo && TemRegistro()) {
+    if (aberto_ && Relogio::now() - inicioDoGrupo_ >= DuracaoDoGrupo && RegistroServe()) {
         FecharGrupo();
     }
 }
@@ -83,12 +84,12 @@ void ScriptsDaAtualizacao::FecharGrupo() {
     if (!aberto_) {
         return;
     }
-    if (!TemRegistro()) {
+    if (!RegistroServe()) {
         aberto_ = false;
         sessao_->Rollback();
         throw Erro(RegistroPerdido,
-                   u"Os scripts da atualização apagaram o registro da versão (UMREGISTRO) e não o "
-                   "puseram de volta. O que fizeram desde então foi desfeito"_s);
+                   u"Os scripts da atualização apagaram ou estragaram o registro da versão "
+                   "(UMREGISTRO). O que fizeram desde então foi desfeito"_s);
     }
     sessao_->CommitTrans();
     aberto_ = false;
@@ -119,8 +120,32 @@ ScriptsDaAtualizacao::Relogio::duration ScriptsDaAtualizacao::ComandoEmCurso() c
                                                      : Relogio::now() - inicioDoComando_;
 }
 
-bool ScriptsDaAtualizacao::TemRegistro() const {
-    return VersaoGravada().has_value();
+// A row that was out of order before is no fault of these scripts, which may be what mends it.
+bool ScriptsDaAtualizacao::RegistroServe() const {
+    return eraLegivel_ ? RegistroLegivel() : VersaoGravada().has_value();
+}
+
+// Whether the next start finds in it what it reads there.
+bool ScriptsDaAtualizacao::RegistroLegivel() const {
+    try {
+        const auto registro = banco_->OpenRecordset(
+            u"SELECT Versao, VersaoAnterior, DataEmissao, DataUltimaVerificacao, "
+            "FlagErroUltimaVerificacao, ComplementoDataEmissao, UrlAtualizacao FROM UMREGISTRO"_s,
+            dao::dbOpenForwardOnly);
+        const auto valor = [&](int coluna) { return registro->Fields(coluna).Value(); };
+        convert::ToInt16(valor(0));
+        convert::ToInt16(valor(1));
+        FormatarData(convert::ToDouble(valor(2)));
+        if (const QVariant ultima = valor(3); !convert::IsNull(ultima)) {
+            FormatarData(convert::ToDouble(ultima));
+        }
+        if (const QVariant falhou = valor(4); !convert::IsNull(falhou)) {
+            convert::ToInt64(falhou);
+        }
+        return true;
+    } catch (const Erro&) {
+        return false;  // no row, no number, or a column or the table itself is gone
+    }
 }
 
 std::optional<qint16> ScriptsDaAtualizacao::VersaoGravada() const {

@@ -14,8 +14,8 @@
 //
 // Lines are committed in groups, since each commit waits for the disk: a group ends after a quarter
 // of a second, before a program starts and at the end. A death in the middle costs the last group,
-// which the next update repeats. A group never ends while UMREGISTRO has no row: a catalogue
-// without one could neither be updated nor say what it is.
+// which the next update repeats. A group never ends while UMREGISTRO has no row, or one that cannot
+// be read: such a catalogue could neither be updated nor say what it is.
 class ScriptsDaAtualizacao {
 public:
     using Relogio = std::chrono::steady_clock;
@@ -32,7 +32,8 @@ public:
     // lock, an interruption) and a program that cannot be started throw.
     void ExecutarComandoAtualizacao(const QString& Linha);
 
-    // Commits what ran. Erro -112 and nothing of the last group is left if UMREGISTRO has no row.
+    // Commits what ran. Erro -112, and nothing of the last group is left, if UMREGISTRO has no row
+    // that can be read.
     void FecharGrupo();
 
     // Records the new version. Erro -112 if the catalogue does not take it.
@@ -43,13 +44,15 @@ public:
 
 private:
     void Executar(const QString& comando);
-    bool TemRegistro() const;
+    bool RegistroServe() const;
+    bool RegistroLegivel() const;
     std::optional<qint16> VersaoGravada() const;
 
     std::unique_ptr<dao::Workspace> sessao_;
     std::unique_ptr<dao::Database> banco_;
     QString ComandoBase;
-    bool aberto_ = false;  // a group
+    bool eraLegivel_ = true;  // the row of UMREGISTRO, before the scripts
+    bool aberto_ = false;     // a group
     Relogio::time_point inicioDoGrupo_;
     Relogio::time_point inicioDoComando_;
 };

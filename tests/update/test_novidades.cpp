@@ -324,7 +324,7 @@ private Q_SLOTS:
         row("no row", {"DELETE FROM UMREGISTRO"}, "",
             "O catálogo está sem o registro da versão: uma atualização foi interrompida.");
         row("no date",
-            {"ALTER TABLE UMREGISTRO ALTER COLUMN DataEmissao DATETIME",
+            {"ALTER TABLE UMREGISTRO ALTER COLUMN DataEmissao DATETIME NULL",
              "UPDATE UMREGISTRO SET DataEmissao = Null"},
             " - teste", " ");
     }

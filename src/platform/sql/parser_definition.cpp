@@ -96,7 +96,11 @@ bool Parser::ParseColumnConstraint(ColumnDefinition& column) {
         column.notNull = true;
         return true;
     }
-    if (TakeWord("NULL") || TakeAnyWord({"COMPRESSION", "COMP"})) {
+    if (TakeWord("NULL")) {
+        column.mayBeNull = true;
+        return true;
+    }
+    if (TakeAnyWord({"COMPRESSION", "COMP"})) {
         return true;
     }
     if (IsWord("WITH") && (IsWord("COMPRESSION", 1) || IsWord("COMP", 1))) {

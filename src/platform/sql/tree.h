@@ -165,6 +165,7 @@ struct ColumnDefinition {
     std::string_view name;
     WrittenType type;
     bool notNull = false;
+    bool mayBeNull = false;  // as the text says, which does not say so of every column
     ExprPtr defaultValue;
     std::vector<ConstraintDefinition> constraints;
 };

@@ -257,6 +257,8 @@ void DefinitionWriter::BuildWith(const AlterTable& alter, const TableInfo& info)
     translation_.statements += table.Rebuild(values);
 }
 
+// A column that needs a value goes on needing one unless NULL is said: a new length must not open
+// what the table's maker has closed.
 void DefinitionWriter::AlterColumn(const AlterTable& alter, const TableInfo& info) {
     const ColumnDefinition& column = alter.columns.front();
     const ColumnInfo* known = info.Column(column.name);
@@ -265,6 +267,9 @@ void DefinitionWriter::AlterColumn(const AlterTable& alter, const TableInfo& inf
     }
     TableDefinition table(info);
     table.SetColumn(column.name, ColumnText(alter.table, column));
+    if (known->notNull && !column.mayBeNull) {
+        table.RequireValue(column.name);
+    }
     const ColumnType type = ColumnType::OfDialect(column.type);
     const bool fromDate = ColumnType::OfDeclaration(known->declaredType).Reads() == Type::Date;
     QByteArray value = Bracketed(known->name.toStdString());
