@@ -168,6 +168,8 @@ private Q_SLOTS:
         for (const auto& [sql, number] : std::initializer_list<std::pair<QByteArray, int>>{
                  {"CREATE TABLE PECA (a INTEGER)", 3010},
                  {"CREATE INDEX PECA_NUMERO ON PECA (Ano)", 3012},
+                 {"CREATE INDEX PECA ON PECA (Ano)", 3010},
+                 {"CREATE TABLE PECA_NUMERO (a INTEGER)", 3012},
                  {"ALTER TABLE PECA ADD COLUMN Ano INTEGER", 3191}}) {
             const QByteArray text = sql;
             QCOMPARE(ErrorOf([&] { connection.Run(text); }), number);

@@ -179,6 +179,13 @@ private Q_SLOTS:
             "PECA.CodigoPeca) AND CodigoPeca = ANY (SELECT CodigoPeca FROM VEICULO_PECA) AND "
             "DescricaoPeca > (SELECT Min(DescricaoPeca) FROM PECA)",
             {"3"});
+        row("queries about a group, and from within a row",
+            "SELECT CodigoPeca AS c, (SELECT Max(v.CodigoVeiculo) + PECA.CodigoPeca FROM "
+            "VEICULO_PECA "
+            "AS v WHERE v.CodigoPeca = PECA.CodigoPeca AND EXISTS (SELECT * FROM VEICULO WHERE "
+            "CodigoVeiculo = v.CodigoVeiculo) ORDER BY 1) AS m FROM PECA GROUP BY CodigoPeca "
+            "HAVING CodigoPeca IN (1, 3)",
+            {"1|33", "3|36"});
         row("groups",
             u"SELECT CodigoPeca, Count(*), Sum(QuantidadeComponente), Avg(QuantidadeComponente) AS "
             "a, First(ItemComponente), Last(ItemComponente)"_s +
@@ -345,9 +352,11 @@ private Q_SLOTS:
             {create, "INSERT INTO T (Nome, Qtd) VALUES ('a', 5)",
              "ALTER TABLE T ALTER COLUMN Qtd TEXT(20)",
              "ALTER TABLE T ALTER COLUMN Nome TEXT(30) NOT NULL",
+             "ALTER TABLE T ALTER COLUMN Nome TEXT(40) NULL", "INSERT INTO T (Qtd) VALUES ('n')",
+             "DELETE FROM T WHERE Nome IS NULL",
              "UPDATE T SET Nome = 'mais que dez letras', Qtd = Qtd & 'x'",
              "INSERT INTO T (Nome) VALUES ('b')"},
-            "SELECT Id, Nome, Qtd FROM T", {"1|mais que dez letras|5x", "2|b|-"});
+            "SELECT Id, Nome, Qtd FROM T", {"1|mais que dez letras|5x", "3|b|-"});
         row("several columns at once",
             {create, "INSERT INTO T (Nome) VALUES ('a')",
              "ALTER TABLE T ADD COLUMN X LONG, COLUMN Z DOUBLE",
@@ -375,10 +384,11 @@ private Q_SLOTS:
         row("indexes of one name on two tables",
             {"CREATE INDEX I ON VEICULO (DescricaoVeiculo ASC, CodigoVeiculo DESC)",
              "CREATE UNIQUE INDEX I ON PECA (NumeroTarvoPeca) WITH IGNORE NULL",
-             "DROP INDEX I ON VEICULO", "DROP INDEX PECA_DESCRICAO ON PECA"},
+             "DROP INDEX I ON VEICULO", "DROP INDEX PECA_DESCRICAO ON PECA",
+             "CREATE INDEX PECA ON PECA (CodigoFigura)"},
             "SELECT name FROM sqlite_schema WHERE type = 'index' AND (name LIKE '*.I' OR name LIKE "
-            "'PECA[_]D*')",
-            {"PECA.I"});
+            "'PECA[._][DP]*') ORDER BY 1",
+            {"PECA.I", "PECA.PECA"});
         row("dropped constraints",
             {create, "INSERT INTO T (Nome) VALUES ('a')", "ALTER TABLE T DROP CONSTRAINT UmNome",
              "INSERT INTO T (Nome) VALUES ('A')",
@@ -412,6 +422,8 @@ private Q_SLOTS:
             "INSERT INTO G VALUES (1, 'a', 5)");
         row("value that the new type cannot take", {one}, "ALTER TABLE G ALTER COLUMN B LONG");
         row("table there already", {}, "CREATE TABLE G (A LONG)");
+        row("a new length opens nothing", {u"ALTER TABLE G ALTER COLUMN A LONG"_s},
+            "INSERT INTO G (B) VALUES ('a')");
         row("no such index", {}, "DROP INDEX X ON G");
         row("length of a text", {}, "CREATE TABLE H (A TEXT(300))");
         row("column twice", {}, "ALTER TABLE G ADD COLUMN B LONG NOT NULL");
@@ -498,6 +510,24 @@ private Q_SLOTS:
             "SELECT Count(*) FROM PECA GROUP BY CodigoPeca HAVING DescricaoPeca = 'x'",
             Failure::NotGrouped);
         row("order of the groups", "SELECT Max(CodigoPeca) FROM PECA ORDER BY DescricaoPeca",
+            Failure::NotGrouped);
+        const QString correlated =
+            u"SELECT Max(CodigoPeca) FROM PECA GROUP BY CodigoFigura HAVING %1"_s;
+        row("query about one row of a group",
+            correlated.arg(u"EXISTS (SELECT 1 FROM VEICULO_PECA AS v, (SELECT 1) AS o WHERE "
+                           "v.CodigoPeca = PECA.CodigoPeca)"_s),
+            Failure::NotGrouped);
+        row("unqualified",
+            correlated.arg(u"1 IN (SELECT 1 FROM VEICULO WHERE DescricaoPeca = 'x')"_s),
+            Failure::NotGrouped);
+        row("order of a query within",
+            "SELECT CodigoFigura, (SELECT TOP 1 CodigoVeiculo FROM VEICULO ORDER BY CodigoVeiculo "
+            "- "
+            "PECA.CodigoPeca) FROM PECA GROUP BY CodigoFigura",
+            Failure::NotGrouped);
+        row("two queries deep",
+            "SELECT (SELECT Max(CodigoVeiculo) FROM VEICULO WHERE CodigoVeiculo IN (SELECT "
+            "PECA.CodigoPeca FROM VEICULO_PECA)) FROM PECA GROUP BY CodigoFigura",
             Failure::NotGrouped);
         row("too few values", "INSERT INTO VEICULO_PECA VALUES (1)", Failure::ValueCount);
         row("too many columns", "INSERT INTO VEICULO_PECA (CodigoVeiculo) SELECT 1, 2",

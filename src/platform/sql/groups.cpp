@@ -26,32 +26,91 @@ bool SameExpr(const Expr& a, const Expr& b) {
                       [](const ExprPtr& x, const ExprPtr& y) { return SameExpr(*x, *y); });
 }
 
+// An item of the select list by its name or place.
+bool IsItem(const Select& select, const Expr& expr) {
+    return expr.kind == Expr::Kind::Number ||
+           (expr.kind == Expr::Kind::Column && expr.qualifier.empty() &&
+            std::any_of(select.items.begin(), select.items.end(),
+                        [&](const SelectItem& item) { return SameName(item.alias, expr.name); }));
+}
+
 class Checker {
 public:
-    explicit Checker(const Select& select) : select_(select) {}
+    // The tables of `select` are the innermost ones in sight.
+    Checker(const Select& select, Names& names)
+        : select_(select), names_(names), depth_(names.Depth()) {}
 
     void Check(const Expr& expr) const {
-        if (IsGrouped(expr) || (expr.kind == Expr::Kind::Call && expr.function->IsAggregate())) {
+        const bool inside = names_.Depth() > depth_;  // of a query within an expression
+        const bool total = expr.kind == Expr::Kind::Call && expr.function->IsAggregate();
+        if (IsGrouped(expr) || (total && !inside)) {
             return;
         }
-        if (expr.kind == Expr::Kind::Column || expr.kind == Expr::Kind::Star) {
-            Throw(Failure::NotGrouped, expr.name.empty() ? u"*"_s : ToQString(expr.name));
+        const bool column = expr.kind == Expr::Kind::Column;
+        const bool own = column ? names_.DepthOf(expr).value_or(inside ? 0 : depth_) == depth_
+                                : expr.kind == Expr::Kind::Star && !inside;
+        if (own) {
+            Throw(Failure::NotGrouped, column ? ToQString(expr.name) : u"*"_s);
         }
         for (const ExprPtr& arg : expr.args) {
             Check(*arg);
         }
+        if (expr.query) {
+            Check(*expr.query);
+        }
     }
 
-    // An item of the select list by its name or place, which has been checked there.
-    bool IsItem(const Expr& expr) const {
-        return expr.kind == Expr::Kind::Number ||
-               (expr.kind == Expr::Kind::Column && expr.qualifier.empty() &&
-                std::any_of(
-                    select_.items.begin(), select_.items.end(),
-                    [&](const SelectItem& item) { return SameName(item.alias, expr.name); }));
+    void Check(const ExprPtr& expr) const {
+        if (expr) {
+            Check(*expr);
+        }
+    }
+
+    void Check(const Select& select, const std::vector<OrderTerm>& order) const {
+        for (const SelectItem& item : select.items) {
+            Check(item.expr);
+        }
+        Check(select.having);
+        for (const OrderTerm& term : order) {
+            if (!IsItem(select, *term.expr)) {
+                Check(term.expr);
+            }
+        }
     }
 
 private:
+    void Check(const Query& query) const {
+        for (const Query::Arm& arm : query.arms) {
+            if (arm.nested) {
+                Check(*arm.nested);
+            } else {
+                CheckInside(*arm.select, query.order);
+            }
+        }
+    }
+
+    void CheckInside(const Select& select, const std::vector<OrderTerm>& order) const {
+        const Names::Scope scope(names_, select);
+        Check(select, order);
+        for (const SourcePtr& source : select.from) {
+            Check(*source);
+        }
+        Check(select.where);
+        for (const ExprPtr& group : select.groupBy) {
+            Check(group);
+        }
+    }
+
+    void Check(const Source& source) const {
+        if (source.kind == Source::Kind::Join) {
+            Check(*source.left);
+            Check(*source.right);
+            Check(source.on);
+        } else if (source.kind == Source::Kind::Derived) {
+            Check(*source.query);
+        }
+    }
+
     bool IsGrouped(const Expr& expr) const {
         for (const ExprPtr& group : select_.groupBy) {
             if (SameExpr(*group, expr)) {
@@ -68,11 +127,13 @@ private:
     }
 
     const Select& select_;
+    Names& names_;
+    std::size_t depth_;
 };
 
 }  // namespace
 
-void CheckGroups(const Select& select, const std::vector<OrderTerm>& order) {
+void CheckGroups(const Select& select, const std::vector<OrderTerm>& order, Names& names) {
     const bool grouped =
         !select.groupBy.empty() || select.having ||
         std::any_of(select.items.begin(), select.items.end(),
@@ -80,18 +141,7 @@ void CheckGroups(const Select& select, const std::vector<OrderTerm>& order) {
     if (!grouped) {
         return;
     }
-    const Checker checker(select);
-    for (const SelectItem& item : select.items) {
-        checker.Check(*item.expr);
-    }
-    if (select.having) {
-        checker.Check(*select.having);
-    }
-    for (const OrderTerm& term : order) {
-        if (!checker.IsItem(*term.expr)) {
-            checker.Check(*term.expr);
-        }
-    }
+    Checker(select, names).Check(select, order);
 }
 
 }  // namespace sql

@@ -3,6 +3,7 @@
 #include "platform/sql/functiontable.h"
 #include "platform/sql/token.h"
 
+#include <algorithm>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -31,6 +32,15 @@ const Source* TableNamed(const Source& source, std::string_view name) {
     }
     return nullptr;
 }
+
+namespace {
+
+// Of a column or a star: whether what stands in front of it, if anything does, is this table.
+bool IsMeant(const Expr& column, const Source& table) {
+    return column.qualifier.empty() || SameName(table.Alias(), column.qualifier);
+}
+
+}  // namespace
 
 QString ComputedName(std::size_t place) {
     return u"Expr%1"_s.arg(1000 + place);
@@ -117,7 +127,7 @@ std::optional<Names::Meaning> Names::Find(const Expr& column) {
     for (std::size_t i = frames_.size(); i-- > 0;) {
         for (std::size_t j = 0; j < frames_[i].tables.size(); ++j) {
             const Source& table = *frames_[i].tables[j];
-            if (!column.qualifier.empty() && !SameName(table.Alias(), column.qualifier)) {
+            if (!IsMeant(column, table)) {
                 continue;
             }
             if (auto found = FindIn(table, column.name)) {
@@ -136,6 +146,18 @@ std::optional<Names::Meaning> Names::Find(const Expr& column) {
                 amongAliases_ = false;
                 return Meaning{{}, {ToQString(item.alias), type, {}, {}, item.expr.get()}};
             }
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<std::size_t> Names::DepthOf(const Expr& column) {
+    for (std::size_t depth = frames_.size(); depth > 0; --depth) {
+        const std::vector<const Source*> tables = frames_[depth - 1].tables;
+        if (std::any_of(tables.begin(), tables.end(), [&](const Source* table) {
+                return IsMeant(column, *table) && FindIn(*table, column.name);
+            })) {
+            return depth;
         }
     }
     return std::nullopt;
@@ -192,7 +214,7 @@ std::vector<ResultColumn> Names::ColumnsOf(const Select& select) {
         if (expr.kind == Expr::Kind::Star) {
             bool any = false;
             for (const Source* table : tables) {
-                if (!expr.qualifier.empty() && !SameName(table->Alias(), expr.qualifier)) {
+                if (!IsMeant(expr, *table)) {
                     continue;
                 }
                 const std::vector<ResultColumn> all = ColumnsOf(*table);

@@ -43,6 +43,9 @@ public:
     };
     // Nothing for an unknown column, and for one of a table that is not known.
     std::optional<Meaning> Find(const Expr& column);
+    // In which of the scopes in sight, 1 being the outermost, a table has it.
+    std::optional<std::size_t> DepthOf(const Expr& column);
+    std::size_t Depth() const { return frames_.size(); }
 
     Type TypeOf(const Expr& expr);
     std::optional<TableInfo> InfoOf(std::string_view table) const;

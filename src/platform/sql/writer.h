@@ -92,8 +92,9 @@ private:
 };
 
 // Throws Erro 3122 where a select list, HAVING or ORDER BY of a grouped query asks for a column
-// that has not one value for each group.
-void CheckGroups(const Select& select, const std::vector<OrderTerm>& order);
+// that has not one value for each group, be it for a query in an expression. The tables of `select`
+// are in sight.
+void CheckGroups(const Select& select, const std::vector<OrderTerm>& order, Names& names);
 
 // Writes any command; in writer_change.cpp and writer_definition.cpp.
 Translation WriteCommand(const Command& command, const Schema& schema,

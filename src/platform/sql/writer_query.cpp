@@ -74,8 +74,8 @@ void Writer::WriteSelect(const Select& select, const std::vector<OrderTerm>& ord
     if (!select.into.empty()) {
         Throw(Failure::SyntaxError, u"INTO"_s);
     }
-    CheckGroups(select, order);
     const Names::Scope scope(names_, select);
+    CheckGroups(select, order, names_);
     if (!select.top.empty() && (!order.empty() || select.topPercent)) {
         WriteTop(select, order);
         return;
