@@ -45,7 +45,7 @@ void PorEmFila(const std::array<forms::Panel*, Passos + 1>& imagens, const Colun
 
 }  // namespace
 
-frmAtualizando::frmAtualizando() : Tela(Nome, Kind::Dialog, QSize(434, 299), u"atualizando"_s) {
+frmAtualizando::frmAtualizando() : TelaDeDialogo(Nome, QSize(434, 299), u"atualizando"_s) {
     setWindowTitle(TituloCatalogo);
     const auto criar = [this](auto& imagens, const QString& nome, const QString& desenho) {
         for (quint8 passo = 1; passo <= Passos; ++passo) {
@@ -78,16 +78,11 @@ void frmAtualizando::PosicionarControles() {
 
 void frmAtualizando::Load() {
     PosicionarControles();
-    iniciada_ = false;
     Tag = std::exchange(ParametroFormulario, QString());
 }
 
 // The whole update runs inside the first activation, with events let through.
-void frmAtualizando::Activate() {
-    if (std::exchange(iniciada_, true)) {
-        return;
-    }
-    forms::SetMousePointer(forms::vbDefault);
+void frmAtualizando::PrimeiraAtivacao() {
     repaint();
     forms::DoEvents();
     Atualizar(convert::ToInt16(Tag.section(u'|', 0, 0)), convert::ToInt16(Tag.section(u'|', 1, 1)));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "look/tela.h"
+#include "look/dialogo.h"
 #include "platform/erro.h"
 #include "update/internet.h"
 #include "update/lista.h"
@@ -17,7 +17,7 @@ class ScriptsDaAtualizacao;
 // starts by itself and closes by itself; every failure is shown and ends it, and nothing is undone:
 // the next update begins again from the old version. Its sources: atualizando.cpp (the screen),
 // instalacao.cpp (the four steps).
-class frmAtualizando final : public Tela {
+class frmAtualizando final : public TelaDeDialogo {
     Q_OBJECT
 
 public:
@@ -33,7 +33,7 @@ public:
 
 protected:
     void Load() override;
-    void Activate() override;
+    void PrimeiraAtivacao() override;
     void CloseRequested() override;
 
 private:
@@ -76,7 +76,6 @@ private:
     };
     std::array<Progresso, 5> barras_{};
 
-    bool iniciada_ = false;
     bool cancelada_ = false;
     bool perguntando_ = false;
     quint8 Passo = 0;  // the step in progress, 1 to 4
