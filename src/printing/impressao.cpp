@@ -55,7 +55,7 @@ frmImpressao::frmImpressao() : TelaDeDialogo(Nome, QSize(435, 195), u"impressao"
 
 bool frmImpressao::Imprimindo() {
     const auto* dialogo = static_cast<const frmImpressao*>(Find(Nome));
-    return dialogo && dialogo->mImprimindo;
+    return dialogo && dialogo->imprimindo_;
 }
 
 void frmImpressao::CriarControles() {
@@ -120,7 +120,7 @@ void frmImpressao::Marcar(const Opcao& opcao, const QString& estado) {
 }
 
 void frmImpressao::AlternarOpcao(const Opcao& opcao) {
-    if (mImprimindo) {
+    if (imprimindo_) {
         return;
     }
     if (opcao.zona->Tag != u"0"_s) {
@@ -133,13 +133,13 @@ void frmImpressao::AlternarOpcao(const Opcao& opcao) {
 }
 
 void frmImpressao::CloseRequested() {
-    if (!mImprimindo) {
+    if (!imprimindo_) {
         Unload();
     }
 }
 
 void frmImpressao::Cancelar() {
-    if (mImprimindo) {
+    if (imprimindo_) {
         return;
     }
     const forms::Busy ocupado;
@@ -147,10 +147,10 @@ void frmImpressao::Cancelar() {
 }
 
 void frmImpressao::Imprimir() {
-    if (mImprimindo) {
+    if (imprimindo_) {
         return;
     }
-    const QScopedValueRollback guarda(mImprimindo, true);
+    const QScopedValueRollback guarda(imprimindo_, true);
     try {
         const bool figura = Marcada(opcoes_[0]);
         const bool lista = Marcada(opcoes_[1]);
@@ -162,10 +162,10 @@ void frmImpressao::Imprimir() {
         const forms::Busy ocupado;
         cdgImpressoras.SetFlags(printer::cdlPDNoSelection | printer::cdlPDNoPageNums |
                                 printer::cdlPDUseDevModeCopies | printer::cdlPDHidePrintToFile);
-        mImpressora = cdgImpressoras.ShowPrinter();
+        impressora_ = cdgImpressoras.ShowPrinter();
         PrepararImpressora();
         if (!AceitarPapel(figura, lista)) {
-            mImpressora.reset();
+            impressora_.reset();
             return;
         }
         if (figura) {
@@ -174,19 +174,19 @@ void frmImpressao::Imprimir() {
         if (lista) {
             ImprimirListaComponentes();
         }
-        mImpressora->EndDoc();
+        impressora_->EndDoc();
         Unload();
     } catch (const Erro& erro) {
         if (erro.Number() != Erro::Cancelled) {
             MostrarErro(erro.Number(), erro.Description());
         }
     }
-    mImpressora.reset();
+    impressora_.reset();
 }
 
 bool frmImpressao::AceitarPapel(bool figura, bool lista) const {
     const int altura = std::max(figura ? AlturaDaFigura : 0, lista ? AlturaDaLista : 0);
-    if (mImpressora->PageHeight() >= altura * mEscala) {
+    if (impressora_->PageHeight() >= altura * mEscala) {
         return true;
     }
     return forms::MsgBox(
@@ -197,12 +197,12 @@ bool frmImpressao::AceitarPapel(bool figura, bool lista) const {
 }
 
 void frmImpressao::PrepararImpressora() {
-    mImpressora->SetOrientation(printer::vbPRORLandscape);
-    mImpressora->SetScaleMode(printer::vbPixels);
-    mEscala = 4.0F / mImpressora->TwipsPerPixelX();  // a page unit is 4 twips
+    impressora_->SetOrientation(printer::vbPRORLandscape);
+    impressora_->SetScaleMode(printer::vbPixels);
+    mEscala = 4.0F / impressora_->TwipsPerPixelX();  // a page unit is 4 twips
     mCabecalho.clear();
     try {
-        mImpressora->SetFontName(lblFonte->font().family());
+        impressora_->SetFontName(lblFonte->font().family());
     } catch (const Erro&) {
         // The pages then have the printer's own font.
     }

@@ -81,10 +81,10 @@ private:
     void ImprimirListaComponentes();
     void ImprimirJogosReparo();
 
-    bool mImprimindo = false;  // a job lets events through: no second one, no leaving
+    bool imprimindo_ = false;  // a job lets events through: no second one, no leaving
     double mEscala = 0;        // printer pixels in a page unit
     QString mCabecalho;        // part line; empty: the job has no page yet
-    std::unique_ptr<printer::Printer> mImpressora;
+    std::unique_ptr<printer::Printer> impressora_;
 
     std::array<Opcao, 2> opcoes_{};
     forms::Label* lblFonte = nullptr;

@@ -20,19 +20,19 @@ void frmImpressao::ImprimirCabecalho(const QString& Titulo) {
     if (mCabecalho.isEmpty()) {
         mCabecalho = LinhaDaPeca();
     } else {
-        mImpressora->NewPage();
+        impressora_->NewPage();
     }
     const std::pair<int, QString> linhas[] = {
         {12, u"Catálogo TARVO-LINDEN     2.0     "_s + TextoEmissao},
         {10, Titulo},
         {10, mCabecalho},
-        {7, u"Página: "_s + QString::number(mImpressora->Page())},
+        {7, u"Página: "_s + QString::number(impressora_->Page())},
     };
-    mImpressora->SetCurrentY(AlturaDoCabecalho * mEscala);
+    impressora_->SetCurrentY(AlturaDoCabecalho * mEscala);
     for (const auto& [corpo, texto] : linhas) {
-        mImpressora->SetFontSize(corpo);
-        mImpressora->SetCurrentX(MargemEsquerda * mEscala);
-        mImpressora->PrintLine(texto);
+        impressora_->SetFontSize(corpo);
+        impressora_->SetCurrentX(MargemEsquerda * mEscala);
+        impressora_->PrintLine(texto);
     }
 }
 
@@ -42,37 +42,37 @@ QString frmImpressao::LinhaDaPeca() const {
 }
 
 void frmImpressao::Descer(int distancia) {
-    mImpressora->SetCurrentY(mImpressora->CurrentY() + distancia * mEscala);
+    impressora_->SetCurrentY(impressora_->CurrentY() + distancia * mEscala);
 }
 
 void frmImpressao::ImprimirTitulos(std::span<const Coluna> colunas) {
-    mImpressora->SetFontSize(10);
+    impressora_->SetFontSize(10);
     Descer(EspacoAntesDaTabela);
-    mImpressora->SetFontBold(true);
-    mImpressora->SetFontItalic(true);
+    impressora_->SetFontBold(true);
+    impressora_->SetFontItalic(true);
     QVariantList titulos;
     for (const Coluna& coluna : colunas) {
         titulos += QString::fromUtf16(coluna.titulo);
     }
     ImprimirLinha(colunas, titulos);
-    mImpressora->SetFontItalic(false);
-    mImpressora->SetFontBold(false);
+    impressora_->SetFontItalic(false);
+    impressora_->SetFontBold(false);
 }
 
 // A text that is wider than its column runs on under the next one: nothing is cut on paper.
 void frmImpressao::ImprimirLinha(std::span<const Coluna> colunas, const QVariantList& valores) {
     for (size_t i = 0; i < colunas.size(); ++i) {
-        mImpressora->SetCurrentX(colunas[i].esquerda * mEscala);
+        impressora_->SetCurrentX(colunas[i].esquerda * mEscala);
         const QVariant& valor = valores.at(static_cast<qsizetype>(i));
         if (i + 1 < colunas.size()) {
-            mImpressora->Print(valor);
+            impressora_->Print(valor);
         } else {
-            mImpressora->PrintLine(valor);
+            impressora_->PrintLine(valor);
         }
     }
 }
 
 // In single precision, as the cursor is: a row that ends on the limit itself has not passed it.
 bool frmImpressao::PassouDe(int limite) const {
-    return mImpressora->CurrentY() > static_cast<float>(limite * mEscala);
+    return impressora_->CurrentY() > static_cast<float>(limite * mEscala);
 }

@@ -51,12 +51,12 @@ void frmImpressao::ImprimirFigura() {
             return;
         }
         ImprimirCabecalho(u"Figura Detalhada"_s);
-        mImpressora->SetFontSize(8);
+        impressora_->SetFontSize(8);
         const quint8 s = convert::ToByte(mEscala * 4);
-        mImpressora->SetCurrentX(MargemEsquerda * mEscala);
+        impressora_->SetCurrentX(MargemEsquerda * mEscala);
         Descer(EspacoAntesDaFigura);
-        const float X = mImpressora->CurrentX();
-        const float Y = mImpressora->CurrentY();
+        const float X = impressora_->CurrentX();
+        const float Y = impressora_->CurrentY();
         // A screen position p within the picture is s * (p + X) + OffX on the paper, which for the
         // corner is X itself.
         const qint16 OffY = convert::ToInt16(Y - s * Y);
@@ -69,7 +69,7 @@ void frmImpressao::ImprimirFigura() {
         const QPixmap densa = forms::LoadDensePicture(arquivo, figura.size());
         const qint16 X0 = convert::ToInt16(X * s + OffX);
         const qint16 Y0 = convert::ToInt16(Y * s + OffY);
-        mImpressora->PaintPicture(densa.isNull() ? figura : densa, X0, Y0, s * figura.width(),
+        impressora_->PaintPicture(densa.isNull() ? figura : densa, X0, Y0, s * figura.width(),
                                   s * figura.height());
 
         const QFontMetricsF naTela(font());
@@ -85,9 +85,9 @@ void frmImpressao::ImprimirFigura() {
             const auto noPapel = [s](qint16 posicao, qint16 deslocamento) {
                 return convert::Narrow<qint16>(convert::Narrow<qint16>(s * posicao) + deslocamento);
             };
-            mImpressora->SetCurrentY(noPapel(Ti, OffY));
-            mImpressora->SetCurrentX(noPapel(Li, OffX));
-            mImpressora->PrintLine(item);
+            impressora_->SetCurrentY(noPapel(Ti, OffY));
+            impressora_->SetCurrentX(noPapel(Li, OffX));
+            impressora_->PrintLine(item);
         }
     } catch (const Erro& erro) {
         MostrarErro(erro.Number(), erro.Description());
