@@ -2,7 +2,8 @@
 """The plan of the house, read off the includes of src/.
 
 Fails on folders that include each other in a circle, on an include that runs up or to a neighbour of
-the same floor, and on one that leads out of src/. Each failure comes with the includes that make it.
+the same floor, on one that leads out of src/, and on a platform that names the product. Each failure
+comes with the includes that make it.
 """
 import pathlib
 import re
@@ -27,6 +28,7 @@ FLOORS = [
 FLOOR = {room: floor for floor, rooms in enumerate(FLOORS) for room in rooms}
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.M)
+PRODUCT = re.compile(r"TARVO(?!_VERSION)|Tarvo|CONTROLETRAN|Ordavia")
 
 
 def room_of(path):
@@ -80,6 +82,10 @@ def main():
     if rooms := circle(arrows):
         faults.append("circle: " + " -> ".join(rooms + rooms[:1]))
         faults += [line for here, there in zip(rooms, rooms[1:] + rooms[:1]) for line in arrows[here][there]]
+    for file in sorted(f for f in (src / "platform").rglob("*") if f.suffix in (".h", ".cpp")):
+        for number, line in enumerate(file.read_text(encoding="utf-8").split("\n"), 1):
+            if PRODUCT.search(line):
+                faults.append(f"{file.relative_to(src)}:{number}: names the product: {line.strip()}")
     print("\n".join(dict.fromkeys(faults)) or f"{len(FLOOR)} rooms, no arrow up, no circle")
     return 1 if faults or not arrows else 0
 

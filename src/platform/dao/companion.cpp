@@ -7,9 +7,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <algorithm>
-#include <array>
-
 using namespace Qt::StringLiterals;
 
 namespace dao {
@@ -19,13 +16,15 @@ namespace {
 // The engine locks a whole file for writing. A lock that is held for the length of an update must
 // not stop everybody else's small writes, so its table stands in a file of its own. That file holds
 // one row without meaning and is not enciphered: a key would buy nothing and cost a derivation.
-constexpr std::array CompanionTables = {"CONTROLETRAN"};
+// The product names the table.
 constexpr char CompanionDefinition[] =
-    "CREATE TABLE IF NOT EXISTS companion.CONTROLETRAN (a INTEGER);"
+    "CREATE TABLE IF NOT EXISTS companion." COMPANION_TABLE
+    " (a INTEGER);"
     // With no row the lock statement would succeed without a lock; a second row has no use.
-    "CREATE UNIQUE INDEX IF NOT EXISTS companion.CONTROLETRAN_UMA ON CONTROLETRAN ((1));"
-    "INSERT INTO companion.CONTROLETRAN SELECT 0"
-    " WHERE NOT EXISTS (SELECT 1 FROM companion.CONTROLETRAN)";
+    "CREATE UNIQUE INDEX IF NOT EXISTS companion." COMPANION_TABLE "_UMA ON " COMPANION_TABLE
+    " ((1));"
+    "INSERT INTO companion." COMPANION_TABLE
+    " SELECT 0 WHERE NOT EXISTS (SELECT 1 FROM companion." COMPANION_TABLE ")";
 
 QString CompanionPath(const QString& catalogue) {
     const QFileInfo file(catalogue);
@@ -35,17 +34,16 @@ QString CompanionPath(const QString& catalogue) {
 bool CompanionIsWhole(Connection& connection) {
     return connection
                    .Value(
-                       "SELECT count(*) FROM companion.sqlite_schema WHERE name = 'CONTROLETRAN'")
+                       "SELECT count(*) FROM companion.sqlite_schema"
+                       " WHERE name = '" COMPANION_TABLE "'")
                    .toLongLong() == 1 &&
-           connection.Value("SELECT count(*) FROM companion.CONTROLETRAN").toLongLong() == 1;
+           connection.Value("SELECT count(*) FROM companion." COMPANION_TABLE).toLongLong() == 1;
 }
 
 }  // namespace
 
 bool IsCompanionTable(const QString& name) {
-    return std::any_of(CompanionTables.begin(), CompanionTables.end(), [&](const char* table) {
-        return name.compare(QLatin1String(table), Qt::CaseInsensitive) == 0;
-    });
+    return name.compare(QLatin1String(COMPANION_TABLE), Qt::CaseInsensitive) == 0;
 }
 
 bool HasCompanion(Connection& connection) {

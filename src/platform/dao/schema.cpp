@@ -3,6 +3,7 @@
 #include "platform/dao/companion.h"
 #include "platform/dao/errors.h"
 #include "platform/dao/statement.h"
+#include "platform/sql/collation.h"
 #include "platform/sql/plan.h"
 #include "platform/sql/token.h"
 
@@ -53,8 +54,8 @@ QStringList ListOf(Connection& connection, const QByteArray& query, const QStrin
 std::optional<sql::TableInfo> ReadTable(Connection& connection, const QByteArray& schema,
                                         const QString& name) {
     Statement find(connection, "SELECT name, type, sql FROM " + schema +
-                                   ".sqlite_schema WHERE name = ?1 COLLATE TARVO"
-                                   " AND type IN ('table', 'view')");
+                                   ".sqlite_schema WHERE name = ?1 COLLATE " +
+                                   sql::collation::Name + " AND type IN ('table', 'view')");
     find.Bind(1, name);
     if (!find.Step()) {
         return std::nullopt;

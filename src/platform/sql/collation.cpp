@@ -7,6 +7,9 @@
 
 namespace sql::collation {
 
+constinit const char Name[] = DIALECT_COLLATION;
+constinit const std::string_view Clause = " COLLATE " DIALECT_COLLATION;
+
 namespace {
 
 using letters::Weight;

@@ -9,10 +9,11 @@
 // keep the order on disk: changing it means rebuilding every catalogue.
 namespace sql::collation {
 
-inline constexpr char Name[] = "TARVO";
+// Its name in the definitions on disk; the product gives it.
+extern const char Name[];
 
 // Names it behind an expression.
-inline constexpr std::string_view Clause = " COLLATE TARVO";
+extern const std::string_view Clause;
 
 int Compare(QStringView a, QStringView b);  // <0, 0, >0
 int CompareUtf8(const char* a, qsizetype aLength, const char* b, qsizetype bLength);
