@@ -4,6 +4,9 @@
 #include "platform/system/usage.h"
 #include "session/erros.h"
 #include "session/global.h"
+#include "update/semjanela.h"
+
+#include <QCoreApplication>
 
 using namespace Qt::StringLiterals;
 
@@ -11,8 +14,10 @@ namespace {
 
 const QString Uso =
     u"Uso: CatalogoTarvo\n"
+    "     CatalogoTarvo --atualizar\n"
     "O Catálogo TARVO-LINDEN. Para acessá-lo, execute \"Tarvo.exe\".\n"
     "\n"
+    "  --atualizar    instala, sem nenhuma janela, o que há de novo\n"
     "  --help         mostra esta ajuda\n"
     "  --version      mostra a versão\n"_s;
 
@@ -24,12 +29,29 @@ QStringList Argumentos(int argc, char** argv) {
     return argumentos;
 }
 
+// For a scheduler: what was asked for goes to the standard output, what went wrong to the other.
+int Atualizar(int argc, char** argv) {
+    const QCoreApplication aplicacao(argc, argv);
+    const FimSemJanela fim = AtualizarSemJanela();
+    const bool bom = fim.desfecho == Desfecho::NadaDeNovo || fim.desfecho == Desfecho::Atualizado;
+    sys::Print(bom ? stdout : stderr, fim.linha + u'\n');
+    return int(fim.desfecho);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     // Before the application object, which needs a display.
-    if (sys::AnswerUsage(Argumentos(argc, argv), u"CatalogoTarvo"_s, Uso)) {
+    const QStringList argumentos = Argumentos(argc, argv);
+    if (sys::AnswerUsage(argumentos, u"CatalogoTarvo"_s, Uso)) {
         return 0;
+    }
+    if (argumentos.value(0) == "--atualizar"_L1) {
+        if (argumentos.size() == 1) {
+            return Atualizar(argc, argv);
+        }
+        sys::Print(stderr, Uso);
+        return int(Desfecho::UsoErrado);
     }
     forms::Application application(argc, argv, TituloCatalogo);
     AplicarTema();

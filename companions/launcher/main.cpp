@@ -12,19 +12,43 @@
 
 using namespace Qt::StringLiterals;
 
-// The program that users start. It starts the catalogue of its own folder with the launch word and
-// ends at once; given a process identifier it first waits for that process's end, which is how the
-// catalogue starts itself anew.
+// The program that users start, and schedulers. It starts the catalogue of its own folder with the
+// launch word and ends at once; given a process identifier it first waits for that process's end,
+// which is how the catalogue starts itself anew.
 
 namespace {
 
 const QString Uso =
     u"Uso: Tarvo.exe [IDENTIFICADOR]\n"
+    "     Tarvo.exe --atualizar\n"
     "Inicia o Catálogo TARVO-LINDEN.\n"
     "\n"
     "  IDENTIFICADOR  espera antes o fim do processo com este identificador\n"
+    "  --atualizar    instala, sem nenhuma janela, o que há de novo; os códigos de saída estão\n"
+    "                 no manual\n"
     "  --help         mostra esta ajuda\n"
     "  --version      mostra a versão\n"_s;
+
+const QString Atualizar = u"--atualizar"_s;
+
+QString Catalogo() {
+    return sys::ProgramFolder() + u"\\CatalogoTarvo"_s;
+}
+
+QString NaoIniciou(const Erro& erro) {
+    return u"Não foi possível iniciar \"%1\": %2."_s.arg(sys::ToNative(Catalogo()),
+                                                         erro.Description());
+}
+
+// For a scheduler: whatever happens, no window comes up.
+int AtualizarSemJanela(const QStringList& argumentos) {
+    try {
+        return sys::GoOnAs(Catalogo(), argumentos);
+    } catch (const Erro& erro) {
+        sys::Print(stderr, NaoIniciou(erro) + u'\n');
+        return 1;
+    }
+}
 
 // The work, without any window. Returns what to tell the user, nothing when all went well.
 std::optional<QString> Iniciar(const QStringList& argumentos) {
@@ -39,12 +63,10 @@ std::optional<QString> Iniciar(const QStringList& argumentos) {
         }
         sys::WaitForEnd(processo);
     }
-    const QString programa = sys::ProgramFolder() + u"\\CatalogoTarvo"_s;
     try {
-        sys::Start(u"\"%1\" %2"_s.arg(programa, PalavraDeInicio), 1);
+        sys::Start(u"\"%1\" %2"_s.arg(Catalogo(), PalavraDeInicio), 1);
     } catch (const Erro& erro) {
-        return u"Não foi possível iniciar \"%1\": %2."_s.arg(sys::ToNative(programa),
-                                                             erro.Description());
+        return NaoIniciou(erro);
     }
     return std::nullopt;
 }
@@ -58,6 +80,9 @@ int main(int argc, char** argv) {
         const QStringList argumentos = QCoreApplication::arguments().mid(1);
         if (sys::AnswerUsage(argumentos, u"Tarvo.exe"_s, Uso)) {
             return 0;
+        }
+        if (argumentos.value(0) == Atualizar) {
+            return AtualizarSemJanela(argumentos);
         }
         falha = Iniciar(argumentos);
     }

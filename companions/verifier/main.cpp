@@ -41,7 +41,6 @@ const QString Uso =
     u"  --help            mostra esta ajuda\n"
     u"  --version         mostra a versão\n"_s;
 
-constexpr int UsoErrado = 2;
 constexpr std::chrono::seconds LimiteAutomatico = 2min;
 constexpr std::chrono::seconds LimiteAPedido = 10min;  // somebody may be typing a password
 constexpr std::chrono::seconds Margem = 15s;
@@ -70,13 +69,13 @@ std::optional<Ordem> LerOrdem(QStringList argumentos) {
     return Ordem{*pedido, limite};
 }
 
-[[noreturn]] void Encerrar(const Pedido& pedido, const QString& resposta) {
+[[noreturn]] void Encerrar(const Pedido& pedido, const Resposta& resposta) {
     try {
-        Responder(pedido.arquivo, resposta);
+        Responder(pedido.arquivo, resposta.texto);
     } catch (const Erro& erro) {
         sys::Print(stderr, Programa + u": "_s + erro.Description() + u'\n');
     }
-    sys::ExitNow(0);
+    sys::ExitNow(int(resposta.desfecho));
 }
 
 // The timer needs a loop that lets events through; a disk of the network that does not answer stops
@@ -84,11 +83,12 @@ std::optional<Ordem> LerOrdem(QStringList argumentos) {
 void LimitarTempo(const Ordem& ordem) {
     std::thread([fim = ordem.limite + Margem] {
         std::this_thread::sleep_for(fim);
-        std::_Exit(0);
+        std::_Exit(int(Desfecho::Falha));
     }).detach();
     QTimer::singleShot(ordem.limite, [pedido = ordem.pedido] {
         ExcluirBaixado();
-        Encerrar(pedido, RespostaDeFalha(u"O servidor de atualizações demorou demais."_s));
+        Encerrar(pedido, RespostaDeFalha(u"O servidor de atualizações demorou demais."_s,
+                                         Desfecho::SemServidor));
     });
 }
 
@@ -141,7 +141,7 @@ int main(int argc, char** argv) {
     }
     if (!ordem) {
         sys::Print(stderr, Uso);
-        return UsoErrado;
+        return int(Desfecho::UsoErrado);
     }
     const bool podePerguntar = !ordem->pedido.automatica && forms::HasScreen();
     const auto aplicacao = NovaAplicacao(argc, argv, podePerguntar);
@@ -151,7 +151,7 @@ int main(int argc, char** argv) {
     if (conversa) {
         AtenderCatalogo(*conversa, *ordem, relogio, podePerguntar);
     }
-    QString resposta;
+    Resposta resposta;
     try {
         gCaminho = LocalizarDados();
         AcessoDigitado acesso;

@@ -1,6 +1,5 @@
 #include "resposta.h"
 
-#include "falhas.h"
 #include "platform/convert.h"
 #include "platform/secret.h"
 #include "platform/system/paths.h"
@@ -110,8 +109,8 @@ std::optional<Pedido> LerPedido(const QStringList& argumentos) {
     return Pedido{texto.at(0) == u'1', texto.mid(2)};
 }
 
-QString RespostaDeFalha(const QString& motivo) {
-    return u'0' + motivo;
+Resposta RespostaDeFalha(const QString& motivo, Desfecho desfecho) {
+    return {u'0' + motivo, desfecho};
 }
 
 void ExcluirBaixado() {
@@ -124,9 +123,9 @@ void ExcluirBaixado() {
     }
 }
 
-QString Verificar(bool podePerguntar) {
+Resposta Verificar(bool podePerguntar) {
     QString servidor;
-    QString resposta;
+    Resposta resposta;
     try {
         const Registro registro = LerRegistro();
         if (registro.endereco.trimmed().isEmpty()) {
@@ -140,7 +139,7 @@ QString Verificar(bool podePerguntar) {
         baixado = NomeArquivoTemporario();
         HttpConectar(servidor);
         const qint16 nova = LerVersao(Buscar(endereco, NomeDaVersao, podePerguntar), servidor);
-        resposta = u"1%1|%2"_s.arg(registro.versao).arg(nova);
+        resposta.texto = u"1%1|%2"_s.arg(registro.versao).arg(nova);
         if (chaves.Exigem()) {
             const VersaoAssinada assinada = BuscarAssinada(endereco, chaves, podePerguntar);
             if (assinada.numero != nova) {
@@ -150,10 +149,10 @@ QString Verificar(bool podePerguntar) {
                                .arg(nova)
                                .arg(assinada.numero));
             }
-            resposta += u'|' + assinada.data.toString(Qt::ISODate);
+            resposta.texto += u'|' + assinada.data.toString(Qt::ISODate);
         }
     } catch (const Erro& erro) {
-        resposta = RespostaDeFalha(FalhaEmPalavras(erro, servidor));
+        resposta = RespostaDeFalha(FalhaEmPalavras(erro, servidor), DesfechoDaFalha(erro));
     }
     HttpDesconectar();
     ExcluirBaixado();
@@ -169,6 +168,6 @@ void ExcluirResposta(const QString& arquivo) {
     }
 }
 
-void Responder(const QString& arquivo, const QString& resposta) {
-    sys::WriteWhole(LugarDaResposta(arquivo), resposta.toUtf8());
+void Responder(const QString& arquivo, const QString& texto) {
+    sys::WriteWhole(LugarDaResposta(arquivo), texto.toUtf8());
 }

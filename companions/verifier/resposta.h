@@ -1,5 +1,7 @@
 #pragma once
 
+#include "update/falhas.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -15,18 +17,24 @@ struct Pedido {
 // blanks hands it over in pieces. Nothing when it is no such request.
 std::optional<Pedido> LerPedido(const QStringList& argumentos);
 
-// Asks the catalogue for its version and the server for the newest one. The text of the answer:
-// "1", the local version, "|", the server's; where the publisher's keys are known also "|" and the
-// day on which he signed that number, as "2026-11-22"; or "0" and what went wrong, in words for the
-// user. Expects gCaminho. Never throws.
-QString Verificar(bool podePerguntar);
+// The text of an answer: "1", the local version, "|", the server's; where the publisher's keys are
+// known also "|" and the day on which he signed that number, as "2026-11-22"; or "0" and what went
+// wrong, in words for the user.
+struct Resposta {
+    QString texto;
+    Desfecho desfecho = Desfecho::NadaDeNovo;  // this program's exit code
+};
+
+// Asks the catalogue for its version and the server for the newest one. Expects gCaminho. Never
+// throws.
+Resposta Verificar(bool podePerguntar);
 
 // The answer that nothing came of it, and why.
-QString RespostaDeFalha(const QString& motivo);
+Resposta RespostaDeFalha(const QString& motivo, Desfecho desfecho = Desfecho::Falha);
 
 // Puts the answer where it was asked for, as a whole. A path whose folder is not there lost blanks
 // on its way; the file lies in the data folder in any case.
-void Responder(const QString& arquivo, const QString& resposta);
+void Responder(const QString& arquivo, const QString& texto);
 
 // Takes away an answer that nobody waits for any more.
 void ExcluirResposta(const QString& arquivo);

@@ -98,7 +98,7 @@ QString SenhaBancoDados() {
     return senha;
 }
 
-bool BloquearBancoDados(bool bloquear) {
+bool BloquearBancoDados(bool bloquear, int* motivo) {
     if (!bloquear) {
         mWsLockTrans->CommitTrans(0);
         FecharBancoDados(mWsLockTrans, mDbLockTrans);
@@ -110,8 +110,11 @@ bool BloquearBancoDados(bool bloquear) {
         mDbLockTrans->Execute(u"UPDATE CONTROLETRAN SET a = a"_s,
                               dao::dbFailOnError + dao::dbSeeChanges);
         return true;
-    } catch (const Erro&) {
+    } catch (const Erro& erro) {
         FecharBancoDados(mWsLockTrans, mDbLockTrans);
+        if (motivo) {
+            *motivo = erro.Number();
+        }
         return false;
     }
 }

@@ -29,8 +29,9 @@ void FecharBancoDados(std::unique_ptr<dao::Workspace>& workspace,
 QString SenhaBancoDados();
 
 // Takes or releases the update lock. True: taken or released. False: another computer has it, or
-// it cannot be taken here. Throws only when the catalogue cannot be opened for it.
-bool BloquearBancoDados(bool bloquear);
+// it cannot be taken here; `motivo` gets the number of the error then, 3260 for another computer.
+// Throws only when the catalogue cannot be opened for it.
+bool BloquearBancoDados(bool bloquear, int* motivo = nullptr);
 
 // Writes the two columns of UMREGISTRO. Both arguments are SQL expressions; an empty one leaves its
 // column as it is. Lets events through. Throws the engine's errors.

@@ -4,26 +4,21 @@
 #include "platform/erro.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msgbox.h"
+#include "session/erros.h"
 #include "session/global.h"
-#include "update/internet.h"
-#include "update/scripts.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <utility>
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 const QString frmAtualizando::Nome = u"frmAtualizando"_s;
 
 namespace {
 
 constexpr quint8 Passos = 4;
-constexpr quint8 PrimeiroPassoQueGrava = 3;
 constexpr int LarguraTotal = 216;
-constexpr auto ComandoDemorado = 2s;
 
 // Design pixels; the tops are those of the four rows.
 struct Coluna {
@@ -67,6 +62,9 @@ frmAtualizando::frmAtualizando() : TelaDeDialogo(Nome, QSize(434, 299), u"atuali
           u"atualizando-concluido"_s);
     criar(imgBordaBarraAtualizacao, u"imgBordaBarraAtualizacao"_s, u"atualizando-borda"_s);
     criar(imgBarraAtualizacao, u"imgBarraAtualizacao"_s, u"atualizando-barra"_s);
+    connect(&instalacao_, &Instalacao::PassoAberto, this, &frmAtualizando::AbrirPasso);
+    connect(&instalacao_, &Instalacao::Avancou, this, &frmAtualizando::Avancar);
+    connect(&instalacao_, &Instalacao::PassoConcluido, this, &frmAtualizando::FecharPasso);
 }
 
 void frmAtualizando::PosicionarControles() {
@@ -88,24 +86,45 @@ void frmAtualizando::PrimeiraAtivacao() {
     Atualizar(convert::ToInt16(Tag.section(u'|', 0, 0)), convert::ToInt16(Tag.section(u'|', 1, 1)));
 }
 
-// Until the first file is put in place, the user may change his mind: the catalogue is untouched.
-// After that a half-done update would be worse than waiting, unless a statement of a script does
-// not come to its end.
+void frmAtualizando::Atualizar(qint16 VersaoAtual, qint16 VersaoNova) {
+    try {
+        instalacao_.Atualizar(VersaoAtual, VersaoNova);
+        forms::MsgBox(u"Atualização concluída com sucesso."_s, forms::vbInformation,
+                      TituloCatalogo);
+        instalacao_.IniciarProgramaInstalado();
+    } catch (const Erro& erro) {
+        MostrarFalha(erro);
+    }
+    const forms::Busy ocupado;
+    Unload();
+}
+
+void frmAtualizando::MostrarFalha(const Erro& erro) {
+    if (!instalacao_.Interrompida()) {
+        MostrarErro(erro.Number(), erro.Description());
+        return;
+    }
+    forms::SetMousePointer(forms::vbDefault);
+    forms::MsgBox(instalacao_.PassoEmCurso() < Instalacao::PrimeiroPassoQueGrava
+                      ? u"Atualização cancelada. O catálogo continua como estava."_s
+                      : u"Atualização interrompida. Uma parte dela já está no catálogo; a "
+                        "próxima atualização recomeça do início."_s,
+                  forms::vbInformation, TituloCatalogo);
+}
+
 void frmAtualizando::CloseRequested() {
-    const bool antes = Passo < PrimeiroPassoQueGrava;
-    const bool demora = scripts_ && scripts_->ComandoEmCurso() > ComandoDemorado;
-    if (cancelada_ || perguntando_ || !(antes || demora)) {
+    if (instalacao_.Interrompida() || perguntando_ || !instalacao_.PodeInterromper()) {
         return;
     }
     perguntando_ = true;
     const int resposta = forms::MsgBox(
-        antes ? u"Deseja cancelar a atualização?"_s
-              : u"Um comando da atualização está demorando. Deseja interromper a atualização?"_s,
+        instalacao_.PassoEmCurso() < Instalacao::PrimeiroPassoQueGrava
+            ? u"Deseja cancelar a atualização?"_s
+            : u"Um comando da atualização está demorando. Deseja interromper a atualização?"_s,
         forms::vbYesNo | forms::vbQuestion | forms::vbDefaultButton2, TituloCatalogo);
     perguntando_ = false;
     if (resposta == forms::vbYes) {
-        cancelada_ = true;
-        HttpInterromper();
+        instalacao_.Interromper();
     }
 }
 
@@ -130,11 +149,11 @@ void frmAtualizando::Avancar(quint8 sPasso, qint64 quanto) {
 }
 
 void frmAtualizando::AbrirPasso(quint8 sPasso, qint64 maximo) {
-    Passo = sPasso;
     imgPassoAtualAtualizacao.at(sPasso)->show();
     imgBordaBarraAtualizacao.at(sPasso)->show();
     imgBarraAtualizacao.at(sPasso)->show();
     barras_.at(sPasso) = {maximo, 0};
+    AtualizarProgressBar(sPasso);
 }
 
 void frmAtualizando::FecharPasso(quint8 sPasso) {

@@ -2,21 +2,14 @@
 
 #include "look/dialogo.h"
 #include "platform/erro.h"
-#include "update/internet.h"
-#include "update/lista.h"
-#include "update/prova.h"
-
-#include <QHash>
+#include "update/instalacao.h"
 
 #include <array>
 
-class ScriptsDaAtualizacao;
-
-// The modal screen in which an update is carried out, under the update lock: four steps, each with
-// a mark and a bar. Expects the local and the server's version in ParametroFormulario, as "5|7". It
-// starts by itself and closes by itself; every failure is shown and ends it, and nothing is undone:
-// the next update begins again from the old version. Its sources: atualizando.cpp (the screen),
-// instalacao.cpp (the four steps).
+// The modal screen in which an update is carried out, under the update lock: the four steps of an
+// Instalacao, each with a mark and a bar. Expects the local and the server's version in
+// ParametroFormulario, as "5|7". It starts by itself and closes by itself; every failure is shown
+// and ends it.
 class frmAtualizando final : public TelaDeDialogo {
     Q_OBJECT
 
@@ -39,27 +32,7 @@ protected:
 private:
     void PosicionarControles();
     void Atualizar(qint16 VersaoAtual, qint16 VersaoNova);
-
-    void Conectar();
-    void BuscarListas(qint16 VersaoAtual, qint16 VersaoNova);
-    QString BuscarLista(int versao);
-    void BaixarArquivos();
-    void BaixarArquivo(ArquivoAtualizacao& arquivo);
-    void ReceberConteudo(ArquivoAtualizacao& arquivo);
-    QString PastaDeEspera(const QString& nome);
-    void ColocarArquivos();
-    void ColocarArquivo(const ArquivoAtualizacao& arquivo);
-    void ExecutarScripts(qint16 VersaoAtual, qint16 VersaoNova);
-    void ExecutarLinhas(ScriptsDaAtualizacao& scripts, const ArquivoAtualizacao& script);
-    bool ContinuarComando();
-    void IniciarProgramaInstalado() const;
-    void ConferirSeCancelada() const;
-    void EncerrarComErro(const Erro& erro);
-    void ExcluirRecebidos();
-    void Fechar();
-
-    void Buscar(const QString& nome, const QString& arquivo, const ProgressoDownload& progresso);
-    QByteArray BuscarBytes(const QString& nome);
+    void MostrarFalha(const Erro& erro);
 
     void AbrirPasso(quint8 sPasso, qint64 maximo);
     void FecharPasso(quint8 sPasso);
@@ -76,16 +49,6 @@ private:
     };
     std::array<Progresso, 5> barras_{};
 
-    bool cancelada_ = false;
     bool perguntando_ = false;
-    quint8 Passo = 0;  // the step in progress, 1 to 4
-    QString caminhoBase_;
-    QString usuario_;
-    QString senha_;
-    ChavesDaAtualizacao chaves_;
-    ListasDaAtualizacao listas_;
-    QStringList recebidos_;            // temporary files that are there, or may be
-    QHash<QString, QString> esperas_;  // where files of a folder wait for their turn
-    QString ProgramaInstalado;
-    ScriptsDaAtualizacao* scripts_ = nullptr;  // while the fourth step runs
+    Instalacao instalacao_{true};
 };

@@ -1,23 +1,21 @@
-// The four steps of an update, in an order that is fixed: all downloads, then all files, then all
-// scripts in the order of the lists, then the new version. So a version is never recorded before
-// the last line of its scripts has run, and until the first file is put in place nothing has
-// changed.
+// The order is fixed: all downloads, then all files, then all scripts in the order of the lists,
+// then the new version. So a version is never recorded before the last line of its scripts has run,
+// and until the first file is put in place nothing has changed.
+
+#include "update/instalacao.h"
 
 #include "platform/convert.h"
 #include "platform/dao/errors.h"
 #include "platform/erro.h"
 #include "platform/forms/application.h"
-#include "platform/forms/msgbox.h"
 #include "platform/secret.h"
 #include "platform/system/output.h"
 #include "platform/system/paths.h"
 #include "platform/system/process.h"
 #include "platform/system/proof.h"
 #include "session/arquivos.h"
-#include "session/erros.h"
 #include "session/global.h"
 #include "settings/arquivo.h"
-#include "update/atualizando.h"
 #include "update/endereco.h"
 #include "update/onde.h"
 #include "update/restos.h"
@@ -26,9 +24,15 @@
 #include <QScopeGuard>
 #include <QSet>
 
+#include <chrono>
+#include <utility>
+
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
+
+constexpr auto ComandoDemorado = 2s;
 
 constexpr QLatin1String FimDeLinha("\r\n");
 // A list has to fit into memory; a server that never ends one must not fill the disk either.
@@ -71,7 +75,14 @@ void AtualizarCache() {
 
 }  // namespace
 
-void frmAtualizando::Atualizar(qint16 VersaoAtual, qint16 VersaoNova) {
+Instalacao::Instalacao(bool podePerguntar) : podePerguntar_(podePerguntar) {}
+
+Instalacao::~Instalacao() {
+    secret::Wipe(usuario_);
+    secret::Wipe(senha_);
+}
+
+void Instalacao::Atualizar(qint16 VersaoAtual, qint16 VersaoNova) {
     try {
         Passo = 1;
         ExcluirRestos(gCaminho);
@@ -83,16 +94,28 @@ void frmAtualizando::Atualizar(qint16 VersaoAtual, qint16 VersaoNova) {
             ColocarArquivos();
         }
         ExecutarScripts(VersaoAtual, VersaoNova);
-        forms::MsgBox(u"Atualização concluída com sucesso."_s, forms::vbInformation,
-                      TituloCatalogo);
-        IniciarProgramaInstalado();
     } catch (const Erro& erro) {
-        EncerrarComErro(erro);
+        Desistir(erro);
+        throw;
     }
-    Fechar();
 }
 
-void frmAtualizando::Conectar() {
+bool Instalacao::PodeInterromper() const {
+    return Passo < PrimeiroPassoQueGrava ||
+           (scripts_ && scripts_->ComandoEmCurso() > ComandoDemorado);
+}
+
+void Instalacao::Interromper() {
+    interrompida_ = true;
+    HttpInterromper();
+}
+
+void Instalacao::AbrirPasso(quint8 sPasso, qint64 maximo) {
+    Passo = sPasso;
+    Q_EMIT PassoAberto(sPasso, maximo);
+}
+
+void Instalacao::Conectar() {
     chaves_ = LerChaves();
     const auto registro =
         gDB->OpenRecordset(u"SELECT UrlAtualizacao FROM UMREGISTRO"_s, dao::dbOpenForwardOnly);
@@ -104,17 +127,17 @@ void frmAtualizando::Conectar() {
     LerConfiguracao(u"USUARIO_SENHA"_s, usuario_, senha_);
 }
 
-void frmAtualizando::Buscar(const QString& nome, const QString& arquivo,
-                            const ProgressoDownload& progresso) {
+void Instalacao::Buscar(const QString& nome, const QString& arquivo,
+                        const ProgressoDownload& progresso) {
     recebidos_ += arquivo;
     DizendoOnde([&nome] { return nome; },
                 [&] {
-                    HttpExecutar(u"D"_s, true, caminhoBase_ + NoServidor(nome), false, arquivo,
-                                 QString(), QString(), usuario_, senha_, progresso);
+                    HttpExecutar(u"D"_s, podePerguntar_, caminhoBase_ + NoServidor(nome), false,
+                                 arquivo, QString(), QString(), usuario_, senha_, progresso);
                 });
 }
 
-QByteArray frmAtualizando::BuscarBytes(const QString& nome) {
+QByteArray Instalacao::BuscarBytes(const QString& nome) {
     const QString arquivo = NomeDoRecebido(gCaminho);
     qint64 total = 0;
     Buscar(nome, arquivo, [&total](qint32 bytes) {
@@ -128,7 +151,7 @@ QByteArray frmAtualizando::BuscarBytes(const QString& nome) {
     return bytes;
 }
 
-QString frmAtualizando::BuscarLista(int versao) {
+QString Instalacao::BuscarLista(int versao) {
     const QString nome = u"ListVersao%1.txt"_s.arg(versao);
     const QByteArray lista = BuscarBytes(nome);
     if (chaves_.Exigem()) {
@@ -147,13 +170,13 @@ QString frmAtualizando::BuscarLista(int versao) {
     return sys::DecodeText(lista);
 }
 
-void frmAtualizando::BuscarListas(qint16 VersaoAtual, qint16 VersaoNova) {
+void Instalacao::BuscarListas(qint16 VersaoAtual, qint16 VersaoNova) {
     // One more than there are lists: the bar is full only when the step is done.
     AbrirPasso(1, int(VersaoNova) - VersaoAtual + 1);
     QStringList listas;
     for (int versao = VersaoAtual + 1; versao <= VersaoNova; ++versao) {
         listas += BuscarLista(versao);
-        Avancar(1, 1);
+        Q_EMIT Avancou(1, 1);
         forms::DoEvents();
     }
     int versao = VersaoAtual;
@@ -161,21 +184,21 @@ void frmAtualizando::BuscarListas(qint16 VersaoAtual, qint16 VersaoNova) {
         listas_.Ler(u"ListVersao%1.txt"_s.arg(++versao), lista, chaves_.Exigem());
         forms::DoEventsInTime();
     }
-    FecharPasso(1);
+    Q_EMIT PassoConcluido(1);
 }
 
-void frmAtualizando::BaixarArquivos() {
+void Instalacao::BaixarArquivos() {
     AbrirPasso(2, listas_.TotalBytes);
     for (ArquivoAtualizacao& arquivo : listas_.arquivos) {
-        ConferirSeCancelada();
+        ConferirSeInterrompida();
         BaixarArquivo(arquivo);
         forms::DoEventsInTime();
     }
-    FecharPasso(2);
+    Q_EMIT PassoConcluido(2);
     HttpDesconectar();
 }
 
-void frmAtualizando::BaixarArquivo(ArquivoAtualizacao& arquivo) {
+void Instalacao::BaixarArquivo(ArquivoAtualizacao& arquivo) {
     const bool script = EhScript(arquivo);
     arquivo.Conteudo = NomeDoRecebido(script ? gCaminho : PastaDeEspera(arquivo.Nome));
     ReceberConteudo(arquivo);
@@ -193,7 +216,7 @@ void frmAtualizando::BaixarArquivo(ArquivoAtualizacao& arquivo) {
 }
 
 // Where the list tells what the file must be, more bytes than that are not even taken down.
-void frmAtualizando::ReceberConteudo(ArquivoAtualizacao& arquivo) {
+void Instalacao::ReceberConteudo(ArquivoAtualizacao& arquivo) {
     const bool conhecido = !arquivo.Sha256.isEmpty();
     const auto recusar = [&arquivo] {
         throw Erro(ConteudoAlterado,
@@ -202,7 +225,7 @@ void frmAtualizando::ReceberConteudo(ArquivoAtualizacao& arquivo) {
     };
     qint64 total = 0;
     Buscar(arquivo.Nome, arquivo.Conteudo, [&](qint32 bytes) {
-        Avancar(2, bytes);
+        Q_EMIT Avancou(2, bytes);
         total += bytes;
         if (conhecido && total > arquivo.Bytes) {
             recusar();
@@ -215,7 +238,7 @@ void frmAtualizando::ReceberConteudo(ArquivoAtualizacao& arquivo) {
 
 // In the data folder, or where the file will lie if that is another disk: to put it in place must
 // be one step, and a disk that is full must show before the first of them.
-QString frmAtualizando::PastaDeEspera(const QString& nome) {
+QString Instalacao::PastaDeEspera(const QString& nome) {
     QString pasta = PastaDe(gCaminho + NaPasta(nome));
     while (!DiretorioExiste(pasta)) {
         pasta = PastaDe(pasta.chopped(1));
@@ -231,8 +254,8 @@ QString frmAtualizando::PastaDeEspera(const QString& nome) {
     return *espera;
 }
 
-void frmAtualizando::ColocarArquivos() {
-    ConferirSeCancelada();
+void Instalacao::ColocarArquivos() {
+    ConferirSeInterrompida();
     AbrirPasso(3, qint64(listas_.arquivos.size()));
     QSet<QString> pastas;
     for (const ArquivoAtualizacao& arquivo : listas_.arquivos) {
@@ -244,24 +267,24 @@ void frmAtualizando::ColocarArquivos() {
                 pastas += pasta;
             }
         }
-        Avancar(3, 1);
+        Q_EMIT Avancou(3, 1);
         forms::DoEventsInTime();
     }
     // Before the scripts speak of them; a power cut until then is one in the middle of this step.
     for (const QString& pasta : std::as_const(pastas)) {
         sys::Flush(pasta);
     }
-    FecharPasso(3);
+    Q_EMIT PassoConcluido(3);
 }
 
 // In one go instead of deleting first: at no moment is the file missing.
-void frmAtualizando::ColocarArquivo(const ArquivoAtualizacao& arquivo) {
+void Instalacao::ColocarArquivo(const ArquivoAtualizacao& arquivo) {
     const QString nome = NaPasta(arquivo.Nome);
     CriarDiretorios(gCaminho, nome, true);
     sys::Replace(arquivo.Conteudo, gCaminho + nome);
 }
 
-void frmAtualizando::ExecutarScripts(qint16 VersaoAtual, qint16 VersaoNova) {
+void Instalacao::ExecutarScripts(qint16 VersaoAtual, qint16 VersaoNova) {
     std::vector<ArquivoAtualizacao> lidos;
     qint64 linhas = 0;
     for (ArquivoAtualizacao& arquivo : std::exchange(listas_.arquivos, {})) {
@@ -271,7 +294,6 @@ void frmAtualizando::ExecutarScripts(qint16 VersaoAtual, qint16 VersaoNova) {
         }
     }
     AbrirPasso(4, linhas == 0 ? 0 : linhas + 1);
-    AtualizarProgressBar(4);
     {
         ScriptsDaAtualizacao scripts([this] { return ContinuarComando(); });
         scripts_ = &scripts;
@@ -284,17 +306,16 @@ void frmAtualizando::ExecutarScripts(qint16 VersaoAtual, qint16 VersaoNova) {
     }
     forms::DoEvents();
     AtualizarCache();
-    FecharPasso(4);
+    Q_EMIT PassoConcluido(4);
 }
 
-void frmAtualizando::ExecutarLinhas(ScriptsDaAtualizacao& scripts,
-                                    const ArquivoAtualizacao& script) {
+void Instalacao::ExecutarLinhas(ScriptsDaAtualizacao& scripts, const ArquivoAtualizacao& script) {
     int numero = 0;
     for (const QString& linha : script.Conteudo.split(FimDeLinha)) {
         ++numero;
         try {
             scripts.ExecutarComandoAtualizacao(linha);
-            ConferirSeCancelada();
+            ConferirSeInterrompida();
         } catch (const Erro& erro) {
             // What ran is kept, if that is possible; what failed first is what the user is told.
             try {
@@ -304,23 +325,23 @@ void frmAtualizando::ExecutarLinhas(ScriptsDaAtualizacao& scripts,
             throw Erro(erro.Number(),
                        u"%1 (%2, linha %3)"_s.arg(erro.Description(), script.Nome).arg(numero));
         }
-        Avancar(4, 1);
+        Q_EMIT Avancou(4, 1);
         forms::DoEventsInTime();
     }
 }
 
-bool frmAtualizando::ContinuarComando() {
+bool Instalacao::ContinuarComando() {
     forms::DoEventsInTime();
-    return !cancelada_;
+    return !interrompida_;
 }
 
-void frmAtualizando::ConferirSeCancelada() const {
-    if (cancelada_) {
+void Instalacao::ConferirSeInterrompida() const {
+    if (interrompida_) {
         throw Erro(Interrompido, u"Interrompido pelo usuário"_s);
     }
 }
 
-void frmAtualizando::IniciarProgramaInstalado() const {
+void Instalacao::IniciarProgramaInstalado() const {
     if (ProgramaInstalado.isEmpty()) {
         return;
     }
@@ -331,28 +352,18 @@ void frmAtualizando::IniciarProgramaInstalado() const {
     }
 }
 
-void frmAtualizando::EncerrarComErro(const Erro& erro) {
-    if (Passo < 3) {
+void Instalacao::Desistir(const Erro& erro) {
+    if (Passo < PrimeiroPassoQueGrava) {
         HttpDesconectar();
     }
     // What a failure leaves behind is known by its name and does no harm; but a full disk has to
     // let the catalogue breathe again, and who gives up in time wants to find nothing.
-    if (cancelada_ || EhDiscoCheio(erro)) {
+    if (interrompida_ || EhDiscoCheio(erro)) {
         ExcluirRecebidos();
     }
-    if (cancelada_) {
-        forms::SetMousePointer(forms::vbDefault);
-        forms::MsgBox(Passo < 3
-                          ? u"Atualização cancelada. O catálogo continua como estava."_s
-                          : u"Atualização interrompida. Uma parte dela já está no catálogo; a "
-                            "próxima atualização recomeça do início."_s,
-                      forms::vbInformation, TituloCatalogo);
-        return;
-    }
-    MostrarErro(erro.Number(), erro.Description());
 }
 
-void frmAtualizando::ExcluirRecebidos() {
+void Instalacao::ExcluirRecebidos() {
     for (const QString& arquivo : std::as_const(recebidos_)) {
         try {
             ExcluirArquivo(arquivo);
@@ -360,11 +371,4 @@ void frmAtualizando::ExcluirRecebidos() {
             // It stays, as after any other failure.
         }
     }
-}
-
-void frmAtualizando::Fechar() {
-    secret::Wipe(usuario_);
-    secret::Wipe(senha_);
-    const forms::Busy ocupado;
-    Unload();
 }

@@ -8,7 +8,6 @@
 #include "platform/forms/msgbox.h"
 #include "platform/secret.h"
 #include "platform/system/clock.h"
-#include "session/arquivos.h"
 #include "session/banco.h"
 #include "session/datas.h"
 #include "session/erros.h"
@@ -37,7 +36,7 @@ constexpr double NuncaVerificado = 1.0;
 constexpr double MaiorAdianto = 1.0;  // days
 constexpr qint64 DiasDeAssinatura = 60;
 
-enum Numero : int { ProcessoNaoIniciou = -1, VerificadorFalhou = -2 };
+constexpr int ProcessoNaoIniciou = -1;
 
 constexpr int Pergunta = forms::vbYesNo | forms::vbQuestion | forms::vbDefaultButton2;
 
@@ -63,19 +62,6 @@ void IgnorandoErros(Trabalho trabalho) {
     }
 }
 
-// A verifier that died leaves no file or an empty one, and that has no first field.
-QString TextoDoResultado(const QString& arquivo) {
-    return ArquivoExiste(arquivo) ? LerArquivo(arquivo) : QString();
-}
-
-qint16 LerVersao(const QString& campos, qsizetype indice) {
-    const QStringList versoes = campos.isEmpty() ? QStringList() : campos.split(u'|');
-    if (indice >= versoes.size()) {
-        throw Erro(Erro::SubscriptOutOfRange);
-    }
-    return convert::ToInt16(versoes.at(indice));
-}
-
 // A server that is kept from telling of anything newer still serves what was signed long ago.
 QString AvisoDaAssinatura() {
     const qint64 dias = assinadaEm.daysTo(sys::FromSerial(sys::Now()).date());
@@ -98,8 +84,7 @@ QString TextoDaData(const QVariant& data) {
 // What one tick of the watch finds out.
 struct Novidades::Verificacao {
     bool automatica = false;
-    qint16 local = 0;
-    qint16 servidor = 0;
+    Verificador::Resposta resposta;
     bool instalar = false;
     int erro = 0;
     QString descricao;
@@ -177,16 +162,10 @@ void Novidades::IniciarVerificacao(bool Automatica) {
     VerificacaoEmAndamento = true;
     emCurso_ = {};
     try {
-        emCurso_.arquivo = NomeArquivoTemporario();
         if (!conversa_) {
             conversa_ = Conversa::Abrir();
         }
-        const Conversa::Convite convite(conversa_.get());
-        // The path may hold blanks, even several in a row, and is not quoted.
-        ProcessoVerificacao =
-            sys::Start(u'"' + CaminhoPrograma(true) + u"VerifAtualizCatalogoTarvo.exe\" "_s +
-                           (Automatica ? u"1|"_s : u"0|"_s) + emCurso_.arquivo,
-                       1, sys::Rest::Whole);
+        verificador_.Iniciar(Automatica, conversa_.get());
         emCurso_.automatica = Automatica;
     } catch (const Erro& erro) {
         // Dealt with at the watch's next tick, where every failure comes to the same end.
@@ -225,18 +204,13 @@ bool Novidades::DecidirAtualizacao(Verificacao& verificacao) {
     if (emCurso_.erro != 0) {
         throw Erro(ProcessoNaoIniciou, QString::number(emCurso_.erro) + u' ' + emCurso_.descricao);
     }
-    if (sys::ExitCode(ProcessoVerificacao) == sys::StillActive) {
+    if (verificador_.EmCurso()) {
         return false;
     }
     tmrVerificaProcessoVerificacao.stop();
     verificacao.automatica = emCurso_.automatica;
-    const QString resultado = TextoDoResultado(emCurso_.arquivo);
-    if (resultado.startsWith(u'0')) {
-        throw Erro(VerificadorFalhou, resultado.mid(1));
-    }
-    verificacao.local = LerVersao(resultado.mid(1), 0);
-    verificacao.servidor = LerVersao(resultado.mid(1), 1);
-    assinadaEm = QDate::fromString(resultado.section(u'|', 2, 2), Qt::ISODate);
+    verificacao.resposta = verificador_.Ler();
+    assinadaEm = verificacao.resposta.assinada;
     verificacao.instalar = PerguntarSeInstala(verificacao);
     if (!verificacao.instalar || BancoBloqueado) {
         return true;
@@ -246,7 +220,7 @@ bool Novidades::DecidirAtualizacao(Verificacao& verificacao) {
 }
 
 bool Novidades::PerguntarSeInstala(const Verificacao& verificacao) const {
-    if (verificacao.servidor <= verificacao.local) {
+    if (!verificacao.resposta.HaNovas()) {
         if (!verificacao.automatica) {
             Avisar(u"Não existem Novas Atualizações."_s);
         }
@@ -269,7 +243,7 @@ bool Novidades::BloquearParaInstalar() {
             "Atualizando o Catálogo)."_s);
         return false;
     }
-    ExcluirArquivo(emCurso_.arquivo);
+    verificador_.ExcluirResposta();
     segundaPassagem_ = true;
     VerificacaoEmAndamento = false;
     IniciarVerificacao(false);
@@ -293,7 +267,7 @@ void Novidades::Instalar(const Verificacao& verificacao) {
         LembrarAcesso(acesso);
     }
     ParametroFormulario =
-        QString::number(verificacao.local) + u'|' + QString::number(verificacao.servidor);
+        u"%1|%2"_s.arg(verificacao.resposta.local).arg(verificacao.resposta.servidor);
     (new frmAtualizando)->ShowModal();
     EsquecerAcesso();
 }
@@ -302,7 +276,7 @@ void Novidades::EncerrarVerificacao(const Verificacao& verificacao) {
     segundaPassagem_ = false;
     conversa_.reset();
     tmrVerificaProcessoVerificacao.stop();
-    IgnorandoErros([this] { ExcluirArquivo(emCurso_.arquivo); });
+    verificador_.ExcluirResposta();
     const Viva viva(this);
     IgnorandoErros([&verificacao] {
         GravarUltimaVerificacao(DataHoraSql(NuncaVerificado),
@@ -347,7 +321,7 @@ void Novidades::Abandonar() {
         if (conversa_) {
             conversa_->Desistir();
         }
-        IgnorandoErros([this] { ExcluirArquivo(emCurso_.arquivo); });
+        verificador_.ExcluirResposta();
     }
     SoltarBanco();
 }

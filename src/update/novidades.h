@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/system/process.h"
+#include "update/verificador.h"
 
 #include <QObject>
 #include <QTimer>
@@ -56,8 +56,7 @@ private:
     // The check under way.
     struct EmCurso {
         bool automatica = false;
-        QString arquivo;  // where the answer will be
-        int erro = 0;     // why the verifier could not be started
+        int erro = 0;  // why the verifier could not be started
         QString descricao;
     };
 
@@ -65,11 +64,11 @@ private:
     QTimer tmrVerificarAtualizacoes;
     QTimer tmrVerificaProcessoVerificacao;
     EmCurso emCurso_;
+    Verificador verificador_;
     std::unique_ptr<Conversa> conversa_;  // with the verifier, until the end of the update
     bool VerificacaoEmAndamento = false;
     bool BancoBloqueado = false;  // the update lock is ours
     bool segundaPassagem_ = false;
     bool abandonada_ = false;
-    sys::ProcessId ProcessoVerificacao = 0;
     quint8 ContadorTempo = 0;  // ticks since the status was last read
 };

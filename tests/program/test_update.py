@@ -87,6 +87,12 @@ class UpdateTest(ProgramTest):
         grid = catalogue.find("table", "Resultado da pesquisa")
         wait("the new component", lambda: grid.rows() == 1 and grid.cell(0, 0) == "QWX9001")
 
+    def search_again(self, catalogue, rows):
+        catalogue.press("ctrl+a")
+        catalogue.type("qwx9001")
+        grid = catalogue.find("table", "Resultado da pesquisa")
+        wait(f"{rows} rows", lambda: grid.rows() == rows)
+
     def test_two_computers(self):
         data = self.new_data()
         self.publish(files=["late"])
@@ -112,6 +118,34 @@ class UpdateTest(ProgramTest):
         self.assertEqual(self.value(data, "SELECT Versao FROM UMREGISTRO"), "2")
         self.assertFalse([name for name in os.listdir(data) if name.endswith(".tmp")])
         subprocess.run([TOOL, "check", os.path.join(data, "Tarvo.mdb")], check=True)
+
+    def schedule(self, catalogue):
+        """An update without a window, beside one; its exit code and its line."""
+        launcher = os.path.join(catalogue.folder, "Tarvo.exe")
+        done = subprocess.run([launcher, "--atualizar"], stdout=subprocess.PIPE, text=True, check=False,
+                              stderr=subprocess.STDOUT, timeout=60,
+                              env={**os.environ, "DISPLAY": "", "XDG_RUNTIME_DIR": self.folder})
+        return done.returncode, done.stdout
+
+    def test_scheduler_beside_a_window(self):
+        data = self.new_data()
+        self.publish(files=[f"{folder}/late" for folder in range(6)])
+        with self.catalogue(data) as catalogue:
+            self.start(catalogue)
+            self.verify(catalogue)
+            self.answer(catalogue, QUESTION, "alt+s")
+            wait("the installation", lambda: self.requests("ListVersao2.txt") == 1)
+            self.assertEqual(self.schedule(catalogue), (
+                4, "Outro computador, ou outro programa, já está atualizando o catálogo.\n"))
+            self.answer(catalogue, DONE)
+            self.find_new_component(catalogue)
+            # What a scheduler brings is there for an open window, too.
+            self.run_sql(data, "DELETE FROM COMPONENTE WHERE CodigoComponente = 990001")
+            self.run_sql(data, "UPDATE UMREGISTRO SET Versao = 1")
+            self.search_again(catalogue, rows=0)
+            self.assertEqual(self.schedule(catalogue), (
+                3, "O catálogo foi atualizado da versão 1 para a 2.\n"))
+            self.search_again(catalogue, rows=1)
 
     def question(self, but=None):
         """The verifier's own window, by its identifier."""

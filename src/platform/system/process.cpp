@@ -146,27 +146,38 @@ Erro StartError(int reason) {
     }
 }
 
+// What the system's calls take: the program, then its arguments.
+class CommandTexts {
+public:
+    explicit CommandTexts(const QStringList& pieces) {
+        for (const QString& piece : pieces) {
+            texts_.push_back(QFile::encodeName(piece));
+        }
+        for (QByteArray& text : texts_) {
+            vector_.push_back(text.data());
+        }
+        vector_.push_back(nullptr);
+    }
+    char* const* Vector() const { return vector_.data(); }
+
+private:
+    std::vector<QByteArray> texts_;
+    std::vector<char*> vector_;
+};
+
 // The window style has no counterpart here: a window manager decides. The child gets a session of
 // its own, so that the end of ours, or of the terminal behind it, does not take it along.
 sys::ProcessId StartNative(const CommandLine& command, int, sys::Rest rest) {
-    std::vector<QByteArray> texts = {QFile::encodeName(NativeProgram(command.program))};
-    for (const QString& piece : rest == sys::Rest::Whole ? QStringList{command.rest}
-                                                         : QProcess::splitCommand(command.rest)) {
-        texts.push_back(QFile::encodeName(piece));
-    }
-    std::vector<char*> arguments;
-    arguments.reserve(texts.size() + 1);
-    for (QByteArray& text : texts) {
-        arguments.push_back(text.data());
-    }
-    arguments.push_back(nullptr);
+    const CommandTexts texts(QStringList{NativeProgram(command.program)} +
+                             (rest == sys::Rest::Whole ? QStringList{command.rest}
+                                                       : QProcess::splitCommand(command.rest)));
 
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
     pid_t child = 0;
     const int reason =
-        posix_spawnp(&child, arguments[0], nullptr, &attributes, arguments.data(), environ);
+        posix_spawnp(&child, texts.Vector()[0], nullptr, &attributes, texts.Vector(), environ);
     posix_spawnattr_destroy(&attributes);
     if (reason != 0) {
         throw StartError(reason);
@@ -280,6 +291,20 @@ void sys::WaitForEnd(ProcessId process) {
     while (IsRunning(process)) {
         QThread::msleep(PollMilliseconds);
     }
+#endif
+}
+
+int sys::GoOnAs(const QString& program, const QStringList& arguments) {
+#ifdef Q_OS_WIN
+    const int code = QProcess::execute(QDir::toNativeSeparators(NativeProgram(program)), arguments);
+    if (code == -2) {
+        throw Erro(Erro::FileNotFound);
+    }
+    return code;
+#else
+    const CommandTexts texts(QStringList{NativeProgram(program)} + arguments);
+    execvp(texts.Vector()[0], texts.Vector());
+    throw StartError(errno);
 #endif
 }
 

@@ -32,6 +32,10 @@ bool IsRunning(ProcessId process);  // also for a process that somebody else sta
 // Waits without a busy loop until the process has ended.
 void WaitForEnd(ProcessId process);
 
+// Goes on as another program, in the same console; where the system has no such thing, waits for
+// it. Returns its exit code, if at all. Errors as of Start.
+int GoOnAs(const QString& program, const QStringList& arguments);
+
 // Ends this process at once, after the buffers are flushed: no screen, no unload.
 [[noreturn]] void ExitNow(int code);
 

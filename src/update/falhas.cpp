@@ -1,4 +1,4 @@
-#include "falhas.h"
+#include "update/falhas.h"
 
 #include "platform/system/http.h"
 
@@ -39,6 +39,8 @@ constexpr Frase PorEstado[] = {
 
 constexpr int AcessoCancelado = -106;
 constexpr auto Cancelado = u"O acesso ao proxy da rede foi cancelado.";
+constexpr int NaoHa = 404;
+constexpr auto ArquivoAusente = u"O servidor de atualizações \"%1\" não tem um dos arquivos.";
 constexpr auto EstadoInesperado = u"O servidor de atualizações \"%1\" respondeu com o estado %2.";
 constexpr auto Desconhecida = u"A conversa com o servidor de atualizações \"%1\" falhou.";
 
@@ -49,32 +51,61 @@ QString Procurar(const Frase (&frases)[N], int numero) {
     return frase == std::end(frases) ? QString() : QString::fromUtf16(frase->texto);
 }
 
+// The one text of a failed request, taken apart (update/internet.h).
+struct Composto {
+    bool valido = false;
+    int codigo = 0;  // of the last call
+    int interno = 0;
+    int estado = 0;        // of an answer; 0 for none
+    bool arquivo = false;  // the file that was asked for is named behind it
+};
+
+Composto Ler(const QString& descricao) {
+    static const QRegularExpression forma(
+        u"^[A-Za-z ]\\w*:(\\d+)(?:;(-?\\d+);(?:Status=(\\d+)|.*?))?( \\([^()]*\\))?$"_s,
+        QRegularExpression::DotMatchesEverythingOption);
+    const auto partes = forma.match(descricao);
+    return {partes.hasMatch(), partes.captured(1).toInt(), partes.captured(2).toInt(),
+            partes.captured(3).toInt(), partes.hasCaptured(4)};
+}
+
 }  // namespace
 
 QString FalhaEmPalavras(const Erro& erro, const QString& servidor) {
-    // Stage, code of the last call; inner number and inner text where an answer or a trap was
-    // there.
-    static const QRegularExpression composto(u"^[A-Za-z ]\\w*:(\\d+)(?:;(-?\\d+);(.*))?$"_s,
-                                             QRegularExpression::DotMatchesEverythingOption);
-    const auto partes = composto.match(erro.Description());
-    if (!partes.hasMatch()) {
+    const Composto composto = Ler(erro.Description());
+    if (!composto.valido) {
         return erro.Description();
     }
-    static const QRegularExpression comEstado(u"^Status=(\\d+)$"_s);
-    const auto estado = comEstado.match(partes.captured(3));
     QString frase;
-    if (estado.hasMatch()) {
-        frase = Procurar(PorEstado, estado.captured(1).toInt());
+    if (composto.estado == NaoHa && composto.arquivo) {
+        frase = QString::fromUtf16(ArquivoAusente);
+    } else if (composto.estado != 0) {
+        frase = Procurar(PorEstado, composto.estado);
         if (frase.isEmpty()) {
-            frase = QString::fromUtf16(EstadoInesperado).replace("%2"_L1, estado.captured(1));
+            frase = QString::fromUtf16(EstadoInesperado)
+                        .replace("%2"_L1, QString::number(composto.estado));
         }
-    } else if (partes.captured(2).toInt() == AcessoCancelado) {
+    } else if (composto.interno == AcessoCancelado) {
         frase = QString::fromUtf16(Cancelado);
     } else {
-        frase = Procurar(PorCodigo, partes.captured(1).toInt());
+        frase = Procurar(PorCodigo, composto.codigo);
     }
     if (frase.isEmpty()) {
         frase = QString::fromUtf16(Desconhecida);
     }
     return frase.replace("%1"_L1, servidor) + u" ("_s + erro.Description() + u')';
+}
+
+Desfecho DesfechoDaFalha(const Erro& erro) {
+    constexpr int Proxy = 407;
+    constexpr int ServidorComProblema = 500;
+    const Composto composto = Ler(erro.Description());
+    if (!composto.valido) {
+        return Desfecho::Falha;
+    }
+    if (composto.estado == Proxy) {
+        return Desfecho::ProxyPedeSenha;
+    }
+    const bool caminho = composto.codigo != 0 || composto.estado >= ServidorComProblema;
+    return caminho ? Desfecho::SemServidor : Desfecho::Falha;
 }

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "platform/erro.h"
+#include "update/internet.h"
+#include "update/lista.h"
+#include "update/prova.h"
+
+#include <QHash>
+#include <QObject>
+
+class ScriptsDaAtualizacao;
+
+// The four steps of an update, without any window: lists, downloads, files, scripts. To be carried
+// out under the update lock. Events are let through on the way; nothing is ever undone, and the
+// next update begins again from the old version.
+class Instalacao final : public QObject {
+    Q_OBJECT
+
+public:
+    static constexpr quint8 PrimeiroPassoQueGrava = 3;
+
+    // `podePerguntar`: the user may be asked for what a proxy wants to know.
+    explicit Instalacao(bool podePerguntar);
+    ~Instalacao() override;
+
+    // Throws what went wrong, with the file or the line that it is about.
+    void Atualizar(qint16 VersaoAtual, qint16 VersaoNova);
+
+    // The last "EXE" of the lists; behind the end of an update. A failure is passed over.
+    void IniciarProgramaInstalado() const;
+
+    // The step under way, 1 to 4.
+    quint8 PassoEmCurso() const { return Passo; }
+
+    // Until the first file is put in place the catalogue is untouched, and the user may change his
+    // mind; after that a half-done update would be worse than waiting, unless a statement of a
+    // script does not come to its end.
+    bool PodeInterromper() const;
+    // Atualizar ends with Erro 18 or 3059, soon.
+    void Interromper();
+    bool Interrompida() const { return interrompida_; }
+
+Q_SIGNALS:
+    void PassoAberto(quint8 sPasso, qint64 maximo);
+    void Avancou(quint8 sPasso, qint64 quanto);
+    void PassoConcluido(quint8 sPasso);
+
+private:
+    void Conectar();
+    void BuscarListas(qint16 VersaoAtual, qint16 VersaoNova);
+    QString BuscarLista(int versao);
+    void BaixarArquivos();
+    void BaixarArquivo(ArquivoAtualizacao& arquivo);
+    void ReceberConteudo(ArquivoAtualizacao& arquivo);
+    QString PastaDeEspera(const QString& nome);
+    void ColocarArquivos();
+    void ColocarArquivo(const ArquivoAtualizacao& arquivo);
+    void ExecutarScripts(qint16 VersaoAtual, qint16 VersaoNova);
+    void ExecutarLinhas(ScriptsDaAtualizacao& scripts, const ArquivoAtualizacao& script);
+    bool ContinuarComando();
+    void ConferirSeInterrompida() const;
+    void Desistir(const Erro& erro);
+    void ExcluirRecebidos();
+
+    void Buscar(const QString& nome, const QString& arquivo, const ProgressoDownload& progresso);
+    QByteArray BuscarBytes(const QString& nome);
+
+    void AbrirPasso(quint8 sPasso, qint64 maximo);
+
+    bool podePerguntar_;
+    bool interrompida_ = false;
+    quint8 Passo = 0;
+    QString caminhoBase_;
+    QString usuario_;
+    QString senha_;
+    ChavesDaAtualizacao chaves_;
+    ListasDaAtualizacao listas_;
+    QStringList recebidos_;            // temporary files that are there, or may be
+    QHash<QString, QString> esperas_;  // where files of a folder wait for their turn
+    QString ProgramaInstalado;
+    ScriptsDaAtualizacao* scripts_ = nullptr;  // while the fourth step runs
+};

@@ -1,0 +1,146 @@
+#include "update/semjanela.h"
+
+#include "platform/convert.h"
+#include "platform/dao/errors.h"
+#include "session/arquivos.h"
+#include "session/banco.h"
+#include "session/datas.h"
+#include "session/erros.h"
+#include "session/global.h"
+#include "session/travas.h"
+#include "update/endereco.h"
+#include "update/instalacao.h"
+#include "update/verificador.h"
+
+#include <QEventLoop>
+#include <QScopeGuard>
+#include <QTimer>
+
+#include <chrono>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+QString Servidor() {
+    const auto registro =
+        gDB->OpenRecordset(u"SELECT UrlAtualizacao FROM UMREGISTRO"_s, dao::dbOpenForwardOnly);
+    return LerEndereco(convert::ToTextOrEmpty(registro->Fields(0).Value())).servidor;
+}
+
+void EsperarFim(const Verificador& verificador) {
+    QEventLoop espera;
+    QTimer consulta;
+    QObject::connect(&consulta, &QTimer::timeout, &espera, [&] {
+        if (!verificador.EmCurso()) {
+            espera.quit();
+        }
+    });
+    consulta.start(20ms);
+    espera.exec();
+}
+
+Verificador::Resposta Perguntar() {
+    Verificador verificador;
+    verificador.Iniciar(true, nullptr);
+    const auto semResposta = qScopeGuard([&] { verificador.ExcluirResposta(); });
+    EsperarFim(verificador);
+    Verificador::Resposta resposta;
+    try {
+        resposta = verificador.Ler();
+    } catch (const Erro& erro) {
+        throw FimSemJanela{
+            verificador.Fim(),
+            erro.Number() == VerificadorFalhou
+                ? erro.Description()
+                : u"A verificação não deixou uma resposta (%1)."_s.arg(erro.Description())};
+    }
+    if (!resposta.HaNovas()) {
+        throw FimSemJanela{Desfecho::NadaDeNovo,
+                           u"Nada de novo: o catálogo está na versão %1."_s.arg(resposta.local)};
+    }
+    return resposta;
+}
+
+void Bloquear() {
+    int falha = 0;
+    if (BloquearBancoDados(true, &falha)) {
+        return;
+    }
+    if (falha == int(dao::Failure::Locked)) {
+        throw FimSemJanela{
+            Desfecho::OutroComputador,
+            u"Outro computador, ou outro programa, já está atualizando o catálogo."_s};
+    }
+    throw Erro(falha, u"Não foi possível bloquear o catálogo para a atualização."_s);
+}
+
+FimSemJanela Instalar() {
+    Perguntar();
+    Bloquear();
+    const auto soltar = qScopeGuard([] {
+        try {
+            BloquearBancoDados(false);
+        } catch (const Erro&) {
+            // It ends with the process at the latest.
+        }
+    });
+    // Another computer may have been faster.
+    const Verificador::Resposta resposta = Perguntar();
+    const QString servidor = Servidor();
+    Instalacao instalacao(false);
+    try {
+        instalacao.Atualizar(resposta.local, resposta.servidor);
+    } catch (const Erro& erro) {
+        throw FimSemJanela{DesfechoDaFalha(erro), FalhaEmPalavras(erro, servidor)};
+    }
+    instalacao.IniciarProgramaInstalado();
+    return {Desfecho::Atualizado,
+            u"O catálogo foi atualizado da versão %1 para a %2."_s.arg(resposta.local)
+                .arg(resposta.servidor)};
+}
+
+void AnotarVerificacao(Desfecho desfecho) {
+    const bool falhou = desfecho != Desfecho::NadaDeNovo && desfecho != Desfecho::Atualizado &&
+                        desfecho != Desfecho::OutroComputador;
+    try {
+        GravarUltimaVerificacao(DataHoraSql(1.0), falhou ? u"1"_s : u"0"_s);
+    } catch (const Erro&) {
+        // What is known of the check is told all the same.
+    }
+}
+
+FimSemJanela NaPasta() {
+    FimSemJanela fim;
+    try {
+        fim = Instalar();
+    } catch (const FimSemJanela& antes) {
+        fim = antes;  // before anything was installed, or in its middle
+    } catch (const Erro& erro) {
+        fim = {Desfecho::Falha, DescreverErro(erro.Description())};
+    }
+    AnotarVerificacao(fim.desfecho);
+    return fim;
+}
+
+}  // namespace
+
+FimSemJanela AtualizarSemJanela() {
+    FimSemJanela fim;
+    try {
+        gCaminho = LocalizarDados();
+        gFaltaDeTravas = FaltaDeTravas(gCaminho);
+        if (gFaltaDeTravas.isEmpty()) {
+            AbrirSessao();
+            fim = NaPasta();
+        } else {
+            fim = {Desfecho::SemTravas, gFaltaDeTravas};
+        }
+    } catch (const Erro& erro) {
+        fim = {Desfecho::Falha, erro.Description()};
+    }
+    FecharBancoDados(gWS, gDB);
+    fim.linha = fim.linha.simplified();
+    return fim;
+}

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "update/falhas.h"
+
+#include <QString>
+
+// What became of an update without a window, for a scheduler: one line, and the exit code.
+struct FimSemJanela {
+    Desfecho desfecho = Desfecho::Falha;
+    QString linha;
+};
+
+// Checks, takes the update lock, checks again under it, installs: the window's own steps, without a
+// question to anybody. Opens the catalogue of this program's data folder and closes it again; needs
+// a QCoreApplication. Never throws.
+FimSemJanela AtualizarSemJanela();
