@@ -171,6 +171,23 @@ class PackageTest(ProgramTest):
         self.assertEqual(run("lintian", "--allow-root", "--fail-on", "error,warning",
                              "--tag-display-limit", "0", self.package), "")
 
+    def test_schedule_is_there_and_switched_off(self):
+        names = run("find", self.content, "-type", "f", "-name", "tarvo-catalogo-atualizar*").split()
+        self.assertEqual(sorted(names), [
+            os.path.join(self.content, f"usr/lib/systemd/system/tarvo-catalogo-atualizar@.{kind}")
+            for kind in ("service", "timer")])
+        if not shutil.which("systemd-analyze"):
+            self.skipTest("no systemd here")
+        # Among this machine's own units, with the program where it is now.
+        units = []
+        for name in names:
+            units.append(os.path.join(self.folder, os.path.basename(name).replace("@", "@oficina")))
+            with open(name, encoding="utf-8") as source, open(units[-1], "w", encoding="utf-8") as copy:
+                copy.write(source.read().replace("/usr/bin/", f"{self.content}/usr/bin/"))
+        done = subprocess.run(["systemd-analyze", "verify", "--man=no", *sorted(units)], text=True,
+                              capture_output=True, timeout=60, check=False)
+        self.assertEqual((done.returncode, done.stdout + done.stderr), (0, ""))
+
     def test_desktop_files(self):
         share = os.path.join(self.content, "usr/share")
         run("desktop-file-validate", os.path.join(share, "applications/tarvo-catalogo.desktop"))
