@@ -18,6 +18,9 @@ namespace {
 // The frame of the figure screen.
 constexpr QSize Frame(582, 343);
 
+// A quarter of the time for a tenth more bytes.
+constexpr int LightlyPacked = 80;
+
 constexpr size_t Least = 8;  // items; what has fewer explains itself
 constexpr size_t Most = 60;
 constexpr quint32 PercentWithoutFigure = 6;
@@ -94,8 +97,8 @@ std::vector<Figure> FigurePlan::Draw(const QString& folder) const {
         for (const render::Callout& callout : drawing.callouts) {
             figure.markers.push_back({items[callout.element].number, callout.box.topLeft()});
         }
-        SavePicture(drawing.image, target.filePath(figure.file));
-        SavePicture(drawing.dense, target.filePath(name + u"@3x.png"_s));
+        SavePicture(drawing.image, target.filePath(figure.file), LightlyPacked);
+        SavePicture(drawing.dense, target.filePath(name + u"@3x.png"_s), LightlyPacked);
     });
     return figures;
 }

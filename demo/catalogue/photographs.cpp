@@ -22,9 +22,9 @@ using namespace Qt::StringLiterals;
 namespace demo {
 namespace {
 
-// Of the frames on the screen, twice as wide as there: sharp on a large display too.
-constexpr QSize PartPhoto(500, 390);
-constexpr QSize GalleryPhoto(384, 240);
+// What the frames on the screen measure on a display of 1920x1080.
+constexpr QSize PartPhoto(450, 351);
+constexpr QSize GalleryPhoto(346, 216);
 constexpr int Quality = 88;
 
 struct Sitting {

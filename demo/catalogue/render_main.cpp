@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QSize PhotoSize(500, 390);
+constexpr QSize PhotoSize(450, 351);
 constexpr QSize FigureSize(582, 343);
 
 render::Assembly Alone(demo::ComponentKind kind) {

@@ -25,7 +25,7 @@ using namespace Qt::StringLiterals;
 namespace demo {
 namespace {
 
-constexpr QSize Photograph(500, 390);
+constexpr QSize Photograph(450, 351);
 constexpr int Quality = 88;
 constexpr quint32 ChangedDescriptions = 3;
 constexpr quint64 Attempts = 20;  // to draw a construction that the catalogue left without a figure

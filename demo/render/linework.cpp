@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <numeric>
 
 namespace render {
 namespace {
@@ -32,13 +33,20 @@ const std::vector<Offset>& Pen() {
     return pen;
 }
 
+size_t Row(int y) {
+    return static_cast<size_t>(y);
+}
+
 }  // namespace
 
 Linework::Linework(const Buffers& buffers, const std::vector<uint16_t>& elements, float scale)
     : buffers_(buffers), elements_(elements), sample_(1 / scale), ink_(buffers.samples.size(), 0) {
+    FindExtents();
     const auto row = static_cast<size_t>(buffers_.width);
     for (int y = 0; y + 1 < buffers_.height; ++y) {
-        for (int x = 0; x + 1 < buffers_.width; ++x) {
+        const Extent extent = Joined(extents_[Row(y)], extents_[Row(y + 1)]);
+        const int end = std::min(extent.to, buffers_.width - 1);
+        for (int x = std::max(0, extent.from - 1); x < end; ++x) {
             const size_t at = buffers_.Index(x, y);
             const auto surface = [&](size_t i) { return buffers_.samples[i].surface; };
             if ((surface(at) | surface(at + 1) | surface(at + row)) == 0) {
@@ -53,13 +61,28 @@ Linework::Linework(const Buffers& buffers, const std::vector<uint16_t>& elements
     DropSpecks();
 }
 
-bool Linework::SameElement(size_t a, size_t b) const {
+void Linework::FindExtents() {
+    extents_.resize(Row(buffers_.height));
+    for (int y = 0; y < buffers_.height; ++y) {
+        const Sample* row = &buffers_.samples[buffers_.Index(0, y)];
+        Extent& extent = extents_[Row(y)];
+        extent = {0, buffers_.width};
+        while (extent.from < extent.to && row[extent.from].surface == 0) {
+            ++extent.from;
+        }
+        while (extent.to > 0 && row[extent.to - 1].surface == 0) {
+            --extent.to;
+        }
+    }
+}
+
+inline bool Linework::SameElement(size_t a, size_t b) const {
     const uint16_t p = buffers_.samples[a].surface;
     const uint16_t q = buffers_.samples[b].surface;
     return p == q || (p != 0 && q != 0 && elements_[p] == elements_[q]);
 }
 
-float Linework::Turn(size_t a, size_t b) const {
+inline float Linework::Turn(size_t a, size_t b) const {
     const auto normal = [this](size_t i) {
         const Sample& s = buffers_.samples[i];
         return Normalized(
@@ -69,7 +92,7 @@ float Linework::Turn(size_t a, size_t b) const {
 }
 
 // A quick look that spares most samples the exact one.
-bool Linework::NearlyParallel(size_t a, size_t b) const {
+inline bool Linework::NearlyParallel(size_t a, size_t b) const {
     const Sample& p = buffers_.samples[a];
     const Sample& q = buffers_.samples[b];
     const float dx = static_cast<float>(p.x - q.x);
@@ -80,7 +103,7 @@ bool Linework::NearlyParallel(size_t a, size_t b) const {
 }
 
 // Whether the surface jumps: neither sample lies on the other's tangent plane.
-bool Linework::Step(size_t a, size_t b, bool across) const {
+inline bool Linework::Step(size_t a, size_t b, bool across) const {
     const auto slope = [&](size_t i) {
         const Sample& s = buffers_.samples[i];
         const auto facing = static_cast<float>(std::max<int16_t>(s.z, 4000));
@@ -91,7 +114,7 @@ bool Linework::Step(size_t a, size_t b, bool across) const {
     return std::abs(rise - slope(a)) > least && std::abs(rise - slope(b)) > least;
 }
 
-void Linework::Borders(int x, int y, size_t at, size_t stride, bool across) {
+inline void Linework::Borders(int x, int y, size_t at, size_t stride, bool across) {
     const size_t next = at + stride;
     if (buffers_.samples[at].surface == 0 && buffers_.samples[next].surface == 0) {
         return;
@@ -106,7 +129,7 @@ void Linework::Borders(int x, int y, size_t at, size_t stride, bool across) {
 
 // The normal turns between two faces that each go on for a while; so threads too fine for the
 // picture leave no blot.
-bool Linework::IsCrease(size_t at, size_t stride) const {
+inline bool Linework::IsCrease(size_t at, size_t stride) const {
     constexpr size_t Near = LineOversampling / 2;
     constexpr size_t Far = LineOversampling;
     const size_t before = at - Near * stride;
@@ -128,7 +151,10 @@ void Linework::Creases(bool across) {
     // Row by row in both cases, as the samples lie in memory.
     std::vector<int> begun(static_cast<size_t>(across ? buffers_.height : buffers_.width), -1);
     for (int y = Edge; y + Edge < buffers_.height; ++y) {
-        for (int x = Edge; x + Edge < buffers_.width; ++x) {
+        // A run ends one sample behind what shows.
+        const Extent extent = Joined(extents_[Row(y)], extents_[Row(y - 1)]);
+        const int end = std::min(extent.to + 1, buffers_.width - Edge);
+        for (int x = std::max(Edge, extent.from); x < end; ++x) {
             int& start = begun[static_cast<size_t>(across ? y : x)];
             const int here = across ? x : y;
             if (IsCrease(buffers_.Index(x, y), stride)) {
@@ -215,15 +241,19 @@ void Linework::AddCentreLine(Vec2 from, Vec2 to) {
 QImage Linework::Picture(int samples) const {
     const int N = samples;
     QImage image(buffers_.width / N, buffers_.height / N, QImage::Format_Grayscale8);
+    std::vector<uint8_t> sums(Row(buffers_.width));
     for (int y = 0; y < image.height(); ++y) {
+        std::fill(sums.begin(), sums.end(), uint8_t{0});
+        for (int v = 0; v < N; ++v) {
+            const uint8_t* row = &ink_[buffers_.Index(0, y * N + v)];
+            for (size_t x = 0; x < sums.size(); ++x) {
+                sums[x] = static_cast<uint8_t>(sums[x] + row[x]);
+            }
+        }
         uchar* line = image.scanLine(y);
         for (int x = 0; x < image.width(); ++x) {
-            int ink = 0;
-            for (int v = 0; v < N; ++v) {
-                for (int u = 0; u < N; ++u) {
-                    ink += ink_[buffers_.Index(x * N + u, y * N + v)];
-                }
-            }
+            const auto first = sums.begin() + static_cast<std::ptrdiff_t>(x) * N;
+            const int ink = std::accumulate(first, first + N, 0);
             line[x] = static_cast<uchar>(255 - ink * 255 / (N * N));
         }
     }

@@ -4,6 +4,7 @@
 
 #include <QImage>
 
+#include <algorithm>
 #include <vector>
 
 namespace render {
@@ -31,16 +32,27 @@ private:
     float Turn(size_t a, size_t b) const;  // 1 - cosine between the normals
     bool NearlyParallel(size_t a, size_t b) const;
     bool Step(size_t a, size_t b, bool across) const;
+    void FindExtents();
     void Borders(int x, int y, size_t at, size_t stride, bool across);
     bool IsCrease(size_t at, size_t stride) const;
     void Creases(bool across);
     void Mark(int x, int y);
     void DropSpecks();
 
+    // The columns of a row in which a surface shows: from the first up to behind the last.
+    struct Extent {
+        int from;
+        int to;
+    };
+    static Extent Joined(Extent a, Extent b) {
+        return {std::min(a.from, b.from), std::max(a.to, b.to)};
+    }
+
     const Buffers& buffers_;
     const std::vector<uint16_t>& elements_;
     float sample_;  // mm
     std::vector<uint8_t> ink_;
+    std::vector<Extent> extents_;
 };
 
 }  // namespace render

@@ -76,6 +76,7 @@ public:
     Photographer(const Assembly& assembly, QSize size)
         : size_(size),
           bounds_(assembly.Bounds()),
+          extent_(Length(bounds_.Size())),
           camera_(Camera::Looking(Azimuth, CameraElevation)),
           buffers_(size.width() * Oversampling, size.height() * Oversampling),
           visibility_(assembly, bounds_, {}) {
@@ -106,8 +107,7 @@ public:
 private:
     // Places the camera so that the whole assembly is in the picture.
     void Aim(const Assembly& assembly) {
-        const Vec3 extent = bounds_.Size();
-        const float size = std::max(Length(extent), 1.0f);
+        const float size = std::max(extent_, 1.0f);
         camera_.target = bounds_.Centre();
         camera_.nearness = 1 / (5.5f * size);
         float left = 1e9f;
@@ -199,7 +199,7 @@ private:
     // A mean over the cells around that lie on the same surface: first along, then across. The
     // floor is smooth anyway and takes a wider one.
     void SmoothShares() {
-        const float near = Length(bounds_.Size()) * 0.03f;
+        const float near = extent_ * 0.03f;
         std::vector<Cell> smooth = cells_;
         for (const bool across : {false, true}) {
             for (int y = 0; y < half_.height(); ++y) {
@@ -247,7 +247,7 @@ private:
             if ((surface == 0) != (cell.surface == 0)) {
                 weight *= 1e-4f;
             } else if (surface != 0) {
-                const float apart = std::abs(depth - cell.depth) / Length(bounds_.Size());
+                const float apart = std::abs(depth - cell.depth) / extent_;
                 weight *=
                     std::max(1e-3f, Dot(normal, cell.normal)) / (1 + 400 * apart * apart * 400);
             }
@@ -316,7 +316,7 @@ private:
             normal = Normalized(normal + bump * surface.grain);
         }
         // Lights and backdrop stand near, so a flat face does not mirror one point only.
-        const float size = std::max(Length(bounds_.Size()), 1.0f);
+        const float size = std::max(extent_, 1.0f);
         const Vec3 off = camera_.View(at) * (0.34f / size);
         const Vec3 leaning = Normalized(Vec3{normal.x + off.x * 0.6f, normal.y + off.y * 0.6f,
                                              std::max(normal.z, 0.0f) + 0.02f});
@@ -365,6 +365,7 @@ private:
 
     QSize size_;
     Box bounds_;
+    float extent_;  // its diagonal, mm
     Camera camera_;
     Buffers buffers_;
     Visibility visibility_;

@@ -1,6 +1,7 @@
 #include "raster.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace render {
 namespace {
@@ -34,7 +35,10 @@ public:
         const int top = std::max(0, static_cast<int>(std::ceil(std::min({a.y, b.y, c.y}) - 0.5f)));
         const int bottom = std::min(buffers_.height - 1,
                                     static_cast<int>(std::floor(std::max({a.y, b.y, c.y}) - 0.5f)));
-        if (top > bottom) {
+        const float least = std::min({a.x, b.x, c.x});
+        const float most = std::max({a.x, b.x, c.x});
+        // Most faces of a small part lie between the samples.
+        if (top > bottom || FirstColumn(least) > LastColumn(most)) {
             return;
         }
         const float inverse = 1 / area;
@@ -49,8 +53,6 @@ public:
         const Plane nz = plane(a.nz, b.nz, c.nz);
         const float lowest = std::min({a.depth, b.depth, c.depth});
         const float highest = std::max({a.depth, b.depth, c.depth});
-        const float least = std::min({a.x, b.x, c.x});
-        const float most = std::max({a.x, b.x, c.x});
         for (int row = top; row <= bottom; ++row) {
             const float y = static_cast<float>(row) + 0.5f;
             float from = most;
@@ -58,10 +60,8 @@ public:
             Cross(a, b, y, from, to);
             Cross(b, c, y, from, to);
             Cross(c, a, y, from, to);
-            // A hair wider than exact: neighbours overlap rather than leave a gap.
-            const int first = std::max(0, static_cast<int>(std::ceil(from - 0.505f)));
-            const int last =
-                std::min(buffers_.width - 1, static_cast<int>(std::floor(to - 0.495f)));
+            const int first = FirstColumn(from);
+            const int last = LastColumn(to);
             const size_t line = buffers_.Index(0, row);
             for (int column = first; column <= last; ++column) {
                 const float x = static_cast<float>(column) + 0.5f - a.x;
@@ -79,6 +79,14 @@ public:
     }
 
 private:
+    // A hair wider than exact: neighbours overlap rather than leave a gap.
+    static int FirstColumn(float from) {
+        return std::max(0, static_cast<int>(std::ceil(from - 0.505f)));
+    }
+    int LastColumn(float to) const {
+        return std::min(buffers_.width - 1, static_cast<int>(std::floor(to - 0.495f)));
+    }
+
     static int16_t Short(float v) {
         return static_cast<int16_t>(std::clamp(v, -32767.0f, 32767.0f));
     }
@@ -119,11 +127,30 @@ Vec3 Camera::Screen(Vec3 view) const {
     return {centre.x + view.x * w * scale, centre.y - view.y * w * scale, view.z * w};
 }
 
+namespace {
+
+// What the thread's last buffers leave behind: a hundred megabytes that would be asked for anew.
+struct Used {
+    std::vector<float> depth;
+    std::vector<Sample> samples;
+};
+thread_local Used used;
+
+}  // namespace
+
 Buffers::Buffers(int w, int h)
-    : width(w),
-      height(h),
-      depth(static_cast<size_t>(w) * static_cast<size_t>(h), Nothing),
-      samples(depth.size()) {}
+    : width(w), height(h), depth(std::move(used.depth)), samples(std::move(used.samples)) {
+    const size_t size = static_cast<size_t>(w) * static_cast<size_t>(h);
+    depth.assign(size, Nothing);
+    samples.assign(size, {});
+}
+
+Buffers::~Buffers() {
+    if (depth.capacity() > used.depth.capacity()) {
+        used.depth = std::move(depth);
+        used.samples = std::move(samples);
+    }
+}
 
 void Rasterise(const Mesh& mesh, const Placement& place, const Camera& camera, uint16_t surface,
                Buffers& buffers) {

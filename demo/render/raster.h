@@ -43,6 +43,9 @@ struct Buffers {
     std::vector<Sample> samples;
 
     Buffers(int w, int h);
+    ~Buffers();
+    Buffers(const Buffers&) = delete;
+    Buffers& operator=(const Buffers&) = delete;
     size_t Index(int x, int y) const {
         return static_cast<size_t>(y) * static_cast<size_t>(width) + static_cast<size_t>(x);
     }

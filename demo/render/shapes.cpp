@@ -46,25 +46,31 @@ Mesh Revolved(const Corners& given) {
     const auto count = static_cast<uint32_t>(rays.size());
     Mesh mesh;
     const auto row = [&](Vec2 at, Vec2 normal) {
+        const auto first = static_cast<uint32_t>(mesh.vertices.size());
         for (const Ray ray : rays) {
             mesh.vertices.push_back({{at.x * ray.c, at.x * ray.s, at.y},
                                      {normal.x * ray.c, normal.x * ray.s, normal.y}});
         }
+        return first;
     };
+    uint32_t high = 0;
     const size_t stretches = ring ? line.size() : line.size() - 1;
     for (size_t i = 0; i < stretches; ++i) {
         const LinePoint& from = line[i];
         const LinePoint& to = line[(i + 1) % line.size()];
-        const auto low = static_cast<uint32_t>(mesh.vertices.size());
-        row(from.at, from.Sharp() ? from.after : Normalized(from.before + from.after));
-        row(to.at, to.Sharp() ? to.before : Normalized(to.before + to.after));
+        // Where the profile runs on smoothly, two stretches share a row.
+        const uint32_t low =
+            i > 0 && !from.Sharp()
+                ? high
+                : row(from.at, from.Sharp() ? from.after : Normalized(from.before + from.after));
+        high = row(to.at, to.Sharp() ? to.before : Normalized(to.before + to.after));
         for (uint32_t k = 0; k < count; ++k) {
             const uint32_t next = (k + 1) % count;
             if (from.at.x > 0) {
-                mesh.triangles.push_back({low + k, low + next, low + count + next});
+                mesh.triangles.push_back({low + k, low + next, high + next});
             }
             if (to.at.x > 0) {
-                mesh.triangles.push_back({low + k, low + count + next, low + count + k});
+                mesh.triangles.push_back({low + k, high + next, high + k});
             }
         }
     }

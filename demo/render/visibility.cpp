@@ -8,8 +8,8 @@
 namespace render {
 namespace {
 
-constexpr int KeyViews = 8;
-constexpr int TentViews = 13;
+constexpr int KeyViews = 6;
+constexpr int TentViews = 10;
 
 // Where around a point a view is read, in texels.
 struct Offset {
