@@ -20,11 +20,13 @@ namespace {
 constexpr auto DuracaoDoGrupo = 250ms;
 
 // Failures of the disk, the file or the network, of another computer that holds the file, and the
-// user's will: the statement would have worked, so passing over it would lose it for good.
+// user's will: the statement would have worked, so passing over it would lose it for good. One that
+// the memory is too small for takes the lines of its group with it.
 bool EhFalhaDoMeio(const Erro& erro) {
     using dao::Failure;
     static constexpr std::array falhas = {Failure::DiskFull, Failure::InOut,  Failure::ReadOnly,
-                                          Failure::Damaged,  Failure::Locked, Failure::Interrupted};
+                                          Failure::Damaged,  Failure::Locked, Failure::Interrupted,
+                                          Failure::Resources};
     return std::any_of(falhas.begin(), falhas.end(),
                        [&erro](Failure falha) { return erro.Number() == static_cast<int>(falha); });
 }

@@ -28,8 +28,8 @@ public:
     ScriptsDaAtualizacao& operator=(const ScriptsDaAtualizacao&) = delete;
 
     // Runs one line. A statement that fails is passed over in silence: so a script can run again
-    // after a broken update. What is no fault of the statement (disk, file, another computer's
-    // lock, an interruption) and a program that cannot be started throw.
+    // after a broken update. What is no fault of the statement (disk, file, memory, another
+    // computer's lock, an interruption) and a program that cannot be started throw.
     void ExecutarComandoAtualizacao(const QString& Linha);
 
     // Commits what ran. Erro -112, and nothing of the last group is left, if UMREGISTRO has no row

@@ -2,8 +2,8 @@
 """The plan of the house, read off the includes of src/.
 
 Fails on folders that include each other in a circle, on an include that runs up or to a neighbour of
-the same floor, on one that leads out of src/, and on a platform that names the product. Each failure
-comes with the includes that make it.
+the same floor, on one that leads out of src/ or past a room's front door, and on a platform that names
+the product. Each failure comes with the includes that make it.
 """
 import pathlib
 import re
@@ -25,6 +25,10 @@ FLOORS = [
     ["app"],
     ["."],
 ]
+# What the rooms, and the programs beside them, see of a folder: the engine's own SQL is for the folder itself
+# and for the tools, benchmarks and the demonstration, which make, check or measure the file.
+FRONT = {"platform/dao": {"dao.h", "errors.h"}}
+SAME_FRONT = ["companions"]
 FLOOR = {room: floor for floor, rooms in enumerate(FLOORS) for room in rooms}
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.M)
@@ -79,6 +83,13 @@ def main():
                 faults.append(f"{room}: stands on no floor of the plan")
         if FLOOR.get(there, 0) >= FLOOR.get(here, 0):
             faults.append(f"{file} includes {to}: {there} is not below {here}")
+        if to.name not in FRONT.get(there, {to.name}):
+            faults.append(f"{file} includes {to}: only {', '.join(sorted(FRONT[there]))} are for others")
+    for folder in SAME_FRONT:
+        for file in (f for kind in ("*.h", "*.cpp") for f in sorted((src.parent / folder).rglob(kind))):
+            for name in map(pathlib.PurePosixPath, INCLUDE.findall(file.read_text(encoding="utf-8"))):
+                if name.name not in FRONT.get(name.parent.as_posix(), {name.name}):
+                    faults.append(f"{file.relative_to(src.parent)} includes {name}: not for others")
     if rooms := circle(arrows):
         faults.append("circle: " + " -> ".join(rooms + rooms[:1]))
         faults += [line for here, there in zip(rooms, rooms[1:] + rooms[:1]) for line in arrows[here][there]]

@@ -1,15 +1,10 @@
 #include "support/quickkeys.h"
 
-#include <QtGlobal>
-
-#include <sqlite3.h>
+#include "platform/dao/connection.h"
 
 void testing_support::UseQuickKeys() {
-    sqlite3* any = nullptr;
-    if (sqlite3_open(":memory:", &any) != SQLITE_OK ||
-        sqlite3_exec(any, "PRAGMA cipher_default_kdf_iter = 1000", nullptr, nullptr, nullptr) !=
-            SQLITE_OK) {
-        qFatal("%s", sqlite3_errmsg(any));
-    }
-    sqlite3_close(any);
+    using dao::Connection;
+    // For every connection of the process.
+    Connection(QStringLiteral(":memory:"), QByteArray(), Connection::Mode::ReadWrite)
+        .Run("PRAGMA cipher_default_kdf_iter = 1000");
 }

@@ -354,6 +354,20 @@ private Q_SLOTS:
         QCOMPARE(Fabricantes(), u"1"_s);
     }
 
+    // The lines of its group go with it, so it must not be passed over.
+    void NoMemoryForAStatement() {
+        Serve("ListVersao2.txt", {"SDB;dois.txt;1"});
+        QStringList script = {u"E:CREATE TABLE M (A LONG)"_s, u"E:INSERT INTO M VALUES (1)"_s};
+        for (int rows = 1; rows < 512; rows *= 2) {
+            script += u"E:INSERT INTO M (A) SELECT A + %1 AS X FROM M"_s.arg(rows);
+        }
+        Serve("dois.txt",
+              script + List("E:SELECT DISTINCT String(500000, 'a') & A AS T INTO N FROM M"));
+        QCOMPARE(Update(1, 2),
+                 List("Erro nº: 3035\nO comando precisa de memória demais. (dois.txt, linha 12)"));
+        QCOMPARE(Versions(), u"1/0"_s);
+    }
+
     void RemovesWhatDeadUpdatesLeft() {
         const QString moment = u"012345678901ABCDEF0112"_s;
         Write(Path(moment + u"-recebido.tmp"_s));

@@ -4,6 +4,7 @@
 #include "platform/dao/enginefailure.h"
 #include "platform/dao/errors.h"
 #include "platform/dao/functions.h"
+#include "platform/dao/memorylimit.h"
 #include "platform/dao/rowreader.h"
 #include "platform/dao/seal.h"
 #include "platform/dao/statement.h"
@@ -58,8 +59,7 @@ Connection::~Connection() {
 
 void Connection::Open(const QByteArray& key, Mode mode) {
     static_assert(SQLITE_VERSION_NUMBER >= 3044000, "client data needs 3.44");
-    // Nobody reads the engine's count of its memory, and keeping it takes a lock at each piece.
-    [[maybe_unused]] static const int uncounted = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+    [[maybe_unused]] static const bool bounded = (BoundMemory(), true);
     constexpr std::array Flags = {SQLITE_OPEN_READWRITE, SQLITE_OPEN_READONLY,
                                   SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE};
     sqlite3* raw = nullptr;

@@ -29,6 +29,7 @@ constexpr CodeEntry Codes[] = {
     {SQLITE_IOERR, Failure::InOut},
     {SQLITE_INTERRUPT, Failure::Interrupted},
     {SQLITE_TOOBIG, Failure::TextTooLong},
+    {SQLITE_NOMEM, Failure::Resources},
     {SQLITE_PERM, Failure::CannotOpen},
     {SQLITE_ABORT, Failure::ObjectInvalid},  // a result whose transaction was rolled back
 };

@@ -23,7 +23,7 @@ using sql::Function;
 
 // Bytes of the longest value and of the longest text of SQL: far beyond what a catalogue holds, and
 // little enough that no chain of texts joined to themselves fills the memory.
-constexpr int LongestValue = 48'000'000;
+constexpr int LongestValue = 6'000'000;
 
 QString TextOf(sqlite3_value* value) {
     const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));

@@ -25,6 +25,7 @@ constexpr Entry Texts[] = {
      "Não é possível gravar: o catálogo, ou a pasta em que ele está, permite somente leitura"},
     {Failure::WrongPassword, "A senha do catálogo não confere"},
     {Failure::NoTransaction, "Não há transação aberta para confirmar ou desfazer"},
+    {Failure::Resources, "O comando precisa de memória demais"},
     {Failure::InOut, "Falha de leitura ou gravação no disco ou na rede"},
     {Failure::PathNotFound, "A pasta do catálogo não existe ou não está acessível"},
     {Failure::Damaged, "O catálogo está danificado e não pode ser lido"},

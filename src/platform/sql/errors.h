@@ -16,6 +16,7 @@ enum class Failure : int {
     ReadOnly = 3027,  // the file or its folder cannot be written
     WrongPassword = 3031,
     NoTransaction = 3034,  // commit or rollback without a beginning
+    Resources = 3035,      // more memory than a statement may take
     InOut = 3043,          // the disk or the network failed
     PathNotFound = 3044,   // the folder of the file does not exist
     Damaged = 3049,        // is a catalogue, but a page of it cannot be read

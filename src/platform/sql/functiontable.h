@@ -55,7 +55,7 @@ std::span<const Function> DateFunctions();
 QVariant Evaluate(const Function& function, const QList<QVariant>& arguments);
 
 // No text that a function makes is longer, in characters; Erro 6 for one that would be.
-inline constexpr qsizetype LongestText = 10'000'000;
+inline constexpr qsizetype LongestText = 2'000'000;
 
 // Kinds of a value that is not Null; the third is a number with a fraction.
 inline bool IsText(const QVariant& value) {

@@ -1,0 +1,82 @@
+#include "platform/dao/memorylimit.h"
+
+#include "platform/dao/connection.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <sqlite3.h>
+
+namespace dao {
+
+namespace {
+
+// Bytes for a statement beside its data: what connections keep of their files in memory, and once
+// more the largest file, so that what a catalogue holds can be sorted and indexed.
+constexpr qint64 ForStatements = 120'000'000;
+
+sqlite3_mem_methods engines;  // its own way to the memory
+qint64 used = 0;
+qint64 allowed = ForStatements;
+
+qint64 Allowed() {
+    qint64 cached = 0;
+    qint64 largest = 0;
+    for (const Connection* connection : Connection::All()) {
+        int bytes = 0;
+        int highest = 0;
+        sqlite3_db_status(connection->Handle(), SQLITE_DBSTATUS_CACHE_USED, &bytes, &highest, 0);
+        cached += bytes;
+        largest = std::max(largest, QFileInfo(connection->Path()).size());
+    }
+    return ForStatements + cached + largest;
+}
+
+// What is allowed grows with the data, so it is looked up where it seems to be used up.
+bool IsTooMuch(int more) {
+    if (used + more > allowed) {
+        allowed = Allowed();
+    }
+    return used + more > allowed;
+}
+
+// With what the system's heap adds to a piece: rows that are sorted are small.
+int SizeOf(void* piece) {
+    constexpr int Added = 16;
+    return piece ? engines.xSize(piece) + Added : 0;
+}
+
+void* Take(int bytes) {
+    void* piece = IsTooMuch(bytes) ? nullptr : engines.xMalloc(bytes);
+    used += SizeOf(piece);
+    return piece;
+}
+
+void Free(void* piece) {
+    used -= SizeOf(piece);
+    engines.xFree(piece);
+}
+
+void* Resize(void* piece, int bytes) {
+    const int before = SizeOf(piece);
+    void* resized = IsTooMuch(bytes - before) ? nullptr : engines.xRealloc(piece, bytes);
+    used += resized ? SizeOf(resized) - before : 0;
+    return resized;
+}
+
+}  // namespace
+
+void BoundMemory() {
+    // Nobody reads the engine's own count, and keeping it takes a lock at each piece.
+    sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+    if (sqlite3_config(SQLITE_CONFIG_GETMALLOC, &engines) != SQLITE_OK) {
+        return;  // somebody else has begun to use the library in this process
+    }
+    sqlite3_mem_methods bounded = engines;
+    bounded.xMalloc = Take;
+    bounded.xFree = Free;
+    bounded.xRealloc = Resize;
+    sqlite3_config(SQLITE_CONFIG_MALLOC, &bounded);
+}
+
+}  // namespace dao
