@@ -8,6 +8,7 @@
 #include "update/onde.h"
 #include "update/prova.h"
 
+#include <QRegularExpression>
 #include <QStringList>
 
 #include <algorithm>
@@ -53,6 +54,24 @@ bool FicaNaPasta(const QString& nome, const QStringList& pedacos) {
            std::none_of(pedacos.begin(), pedacos.end(), [](const QString& pedaco) {
                return !pedaco.isEmpty() && SemFinalVazio(pedaco).isEmpty();
            });
+}
+
+// What a system keeps for its devices, in every folder and with any ending: "nul.png" throws away
+// what is written into it, "COM1" talks to a port.
+bool EhDispositivo(const QString& pedaco) {
+    static const QRegularExpression dispositivo(
+        u"^(CON|PRN|AUX|NUL|CONIN\\$|CONOUT\\$|(COM|LPT)[0-9¹²³])[ ]*(\\.|$)"_s,
+        QRegularExpression::CaseInsensitiveOption);
+    return dispositivo.match(pedaco).hasMatch();
+}
+
+// A name that every system can give a file. One that only some can give would end the update of the
+// others in the middle.
+bool ServeEmTodoSistema(const QString& nome, const QStringList& pedacos) {
+    static const QString proibidas = u"\"*<>?|"_s;
+    return std::none_of(nome.begin(), nome.end(),
+                        [](QChar letra) { return proibidas.contains(letra); }) &&
+           std::none_of(pedacos.begin(), pedacos.end(), EhDispositivo);
 }
 
 // The folder that the file must stay in, whatever links lie on the way.
@@ -115,6 +134,12 @@ void ConferirNome(const QString& nome) {
         throw Erro(
             Erro::PathFileAccess,
             u"A lista de atualização nomeia \"%1\", que fica fora da pasta de dados"_s.arg(nome));
+    }
+    if (!ServeEmTodoSistema(nome, pedacos)) {
+        throw Erro(
+            Erro::PathFileAccess,
+            u"A lista de atualização nomeia \"%1\", que o Windows não aceita como arquivo"_s.arg(
+                nome));
     }
     if (PertenceAoCatalogo(pedacos)) {
         throw Erro(

@@ -36,7 +36,8 @@ private:
 };
 
 // Lists come over an open network. Erro 75 for a name that leads out of the data folder, by its own
-// pieces or through a link, or that belongs to the open catalogue. The picture folders themselves
+// pieces or through a link, that not every system can give a file, or that belongs to the open
+// catalogue. The picture folders themselves
 // may be links: whoever looks after the computers has put the pictures where there is room for
 // them.
 void ConferirNome(const QString& nome);

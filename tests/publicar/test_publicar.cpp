@@ -237,8 +237,9 @@ private Q_SLOTS:
     }
 
     void NamesThatLockCustomersOut() {
-        for (const char* name : {"versao.TXT", "ListVersao1.txt", "ListVersao12.txt.sig",
-                                 "Versao.sig", "a%20b.png", "que?.png"}) {
+        for (const char* name :
+             {"versao.TXT", "ListVersao1.txt", "ListVersao12.txt.sig", "Versao.sig", "a%20b.png",
+              "que?.png", "FotoPeca/nul.png", "ponto."}) {
             Write(In(u"nova/"_s + QString::fromUtf8(name)));
         }
         Write(In("nova/100%.png"));
@@ -246,7 +247,9 @@ private Q_SLOTS:
         const QString got = Check().join(u'\n');
         QCOMPARE(got.count(u"!Nome que o próprio servidor"_s), 4);
         QCOMPARE(got.count(u"!Nome que nenhum cliente"_s), 2);
-        QCOMPARE(got.count(u'\n'), 5);
+        QCOMPARE(got.count(u"que o Windows não aceita"_s), 2);  // the question mark's, too
+        QCOMPARE(got.count(u"!Nome que o Windows muda"_s), 1);
+        QCOMPARE(got.count(u'\n'), 8);
     }
 
     // From the making of a key to a site that is signed again with the next one.

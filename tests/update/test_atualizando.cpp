@@ -153,10 +153,33 @@ private Q_SLOTS:
         row("size in words", "FOTO;x.png;muito", 13);
         row("size too large", "FOTO;x.png;3000000000", 6);
         row("sum too large", "FOTO;x.png;2147483647", 6);
-        for (const QByteArray name :
-             {"..\\x", "FotoPeca\\..\\..\\x", "../x", "\\x", "/etc/x", "C:\\x", "c:x",
-              "FotoPeca\\.. \\x", "...\\x", ".", "", "a\tb", "fora\\x", "fora\\novo\\x",
-              "dentro\\..\\x", "Tarvo.mdb", "tarvo.MDB-journal", "TARVO.LDB", "Tarvo.mdb "}) {
+        for (const QByteArray name : {"..\\x",
+                                      "FotoPeca\\..\\..\\x",
+                                      "../x",
+                                      "\\x",
+                                      "/etc/x",
+                                      "C:\\x",
+                                      "c:x",
+                                      "FotoPeca\\.. \\x",
+                                      "...\\x",
+                                      ".",
+                                      "",
+                                      "a\tb",
+                                      "fora\\x",
+                                      "fora\\novo\\x",
+                                      "dentro\\..\\x",
+                                      "Tarvo.mdb",
+                                      "tarvo.MDB-journal",
+                                      "TARVO.LDB",
+                                      "Tarvo.mdb ",
+                                      "FotoPeca\\nul.png",
+                                      "CON",
+                                      "aux \\x",
+                                      "com1.tar.gz",
+                                      "LPT\xC2\xB2",
+                                      "conin$",
+                                      "a?.png",
+                                      "a|b"}) {
             row("name " + name, ("FOTO;" + name + ";1").constData(), 75);
         }
         row("script's name", "SDB;..\\x;1", 75);

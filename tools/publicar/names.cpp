@@ -57,6 +57,14 @@ bool IsMisread(const QString& name) {
     return escape.match(name).hasMatch();
 }
 
+// What lies on disk under another name than the one that was asked for.
+bool IsStoredOtherwise(const QString& name) {
+    const QStringList pieces = name.split(u'\\');
+    return std::any_of(pieces.begin(), pieces.end(), [](const QString& piece) {
+        return piece != ".."_L1 && (piece.endsWith(u'.') || piece.endsWith(u' '));
+    });
+}
+
 void CheckSizes(const Order& order, const std::vector<File>& files, QList<Finding>& findings) {
     constexpr qint64 Most = std::numeric_limits<qint32>::max();
     Cases large(Weight::Fault, u"Arquivos grandes demais para uma só versão (2 GB ao todo)"_s,
@@ -126,6 +134,9 @@ void CheckNames(const Order& order, const std::vector<File>& files, QList<Findin
                   u"Nome que nenhum cliente consegue pedir (ponto de interrogação ou % e dois "
                   "dígitos)"_s,
                   order.examples);
+    Cases otherwise(Weight::Fault,
+                    u"Nome que o Windows muda (ponto ou espaço no fim do arquivo ou da pasta)"_s,
+                    order.examples);
     QHash<QString, QString> keys;
     for (const File& file : files) {
         if (IsReserved(file.name)) {
@@ -133,6 +144,9 @@ void CheckNames(const Order& order, const std::vector<File>& files, QList<Findin
         }
         if (IsMisread(file.name)) {
             misread.Add(file.name);
+        }
+        if (IsStoredOtherwise(file.name)) {
+            otherwise.Add(file.name);
         }
         if (file.name.contains(u';') || file.name != file.name.trimmed()) {
             unlisted.Add(file.name);
@@ -151,7 +165,8 @@ void CheckNames(const Order& order, const std::vector<File>& files, QList<Findin
     if (files.empty()) {
         empty.Add(order.folder);
     }
-    for (const Cases* cases : {&empty, &refused, &unlisted, &reserved, &misread, &alike}) {
+    for (const Cases* cases :
+         {&empty, &refused, &unlisted, &reserved, &misread, &otherwise, &alike}) {
         cases->AppendTo(findings);
     }
     CheckSizes(order, files, findings);
