@@ -3,7 +3,6 @@
 #include "platform/erro.h"
 #include "platform/forms/application.h"
 #include "platform/forms/font.h"
-#include "platform/printer/printqueue.h"
 #include "platform/system/output.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -11,12 +10,9 @@
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QFontMetricsF>
-#include <QPaintEngine>
 #include <QPdfWriter>
-#include <QPrintEngine>
 #include <QPrinter>
 #include <QSaveFile>
-#include <QTemporaryFile>
 #include <QTextDocument>
 
 using namespace Qt::StringLiterals;
@@ -55,18 +51,6 @@ QString OneLine(QString text) {
     return text;
 }
 
-Erro FileError(const QFileDevice& file) {
-    const auto named = [&](Erro::Code code) {
-        return Erro(code,
-                    Erro(code).Description() + u"\n"_s + QDir::toNativeSeparators(file.fileName()));
-    };
-    if (file.error() == QFileDevice::PermissionsError) {
-        return named(Erro::PermissionDenied);
-    }
-    const bool folder = QFileInfo(QFileInfo(file.fileName()).absolutePath()).isDir();
-    return named(folder ? sys::WriteFailure(file) : Erro::PathNotFound);
-}
-
 template <typename File>
 std::unique_ptr<QFileDevice> Opened(std::unique_ptr<File> file) {
     if (!file->open(QIODevice::WriteOnly)) {
@@ -86,53 +70,19 @@ std::unique_ptr<QFileDevice> FileFor(const QString& path) {
     return Opened(std::move(file));
 }
 
-std::unique_ptr<QFileDevice> TemporaryFile() {
-    auto file = std::make_unique<QTemporaryFile>(QDir::tempPath() + u"/tarvo-XXXXXX.pdf"_s);
-    if (!file->open()) {
-        throw FileError(*file);
-    }
-    return file;
-}
-
-// The choices of the dialog, under the print system's names.
-QList<JobOption> OptionsOf(const QPrinter& printer) {
-    QList<JobOption> options;
-    const auto add = [&options](const QByteArray& name, const QByteArray& value) {
-        options.push_back({name, value});
-    };
-    const bool landscape = printer.pageLayout().orientation() == QPageLayout::Landscape;
-    const QPrinter::DuplexMode duplex = printer.duplex();
-    add("media", printer.pageLayout().pageSize().key().toLocal8Bit());
-    if (printer.copyCount() > 1) {
-        add("copies", QByteArray::number(printer.copyCount()));
-        if (printer.collateCopies()) {
-            add("Collate", "True");
-        }
-    }
-    if (duplex == QPrinter::DuplexNone) {
-        add("sides", "one-sided");
-    } else if (duplex == QPrinter::DuplexShortSide ||
-               (duplex == QPrinter::DuplexAuto && landscape)) {
-        add("sides", "two-sided-short-edge");
-    } else {
-        add("sides", "two-sided-long-edge");
-    }
-    if (landscape) {
-        add("landscape", "");
-    }
-    if (printer.colorMode() == QPrinter::GrayScale) {
-        add("print-color-mode", "monochrome");
-    }
-    // What the dialog's further pages have set: names and values by turns.
-    constexpr auto DialogOptions = QPrintEngine::PrintEnginePropertyKey(0xfe00);
-    const QStringList further = printer.printEngine()->property(DialogOptions).toStringList();
-    for (qsizetype i = 0; i + 1 < further.size(); i += 2) {
-        add(further[i].toLocal8Bit(), further[i + 1].toLocal8Bit());
-    }
-    return options;
-}
-
 }  // namespace
+
+Erro FileError(const QFileDevice& file) {
+    const auto named = [&](Erro::Code code) {
+        return Erro(code,
+                    Erro(code).Description() + u"\n"_s + QDir::toNativeSeparators(file.fileName()));
+    };
+    if (file.error() == QFileDevice::PermissionsError) {
+        return named(Erro::PermissionDenied);
+    }
+    const bool folder = QFileInfo(QFileInfo(file.fileName()).absolutePath()).isDir();
+    return named(folder ? sys::WriteFailure(file) : Erro::PathNotFound);
+}
 
 PaperPrinter::PaperPrinter(std::unique_ptr<QPrinter> printer) : printer_(std::move(printer)) {
     Printer::SetFontName(forms::FontFamily());
@@ -197,16 +147,6 @@ void PaperPrinter::OpenFile(std::unique_ptr<QFileDevice> file) {
     pdf_->setCreator(forms::ProgramTitle());
 }
 
-void PaperPrinter::SubmitFile() {
-    const auto file = std::move(file_);
-    if (!file->flush()) {
-        throw FileError(*file);
-    }
-    // A queue may stand in the dialog with a set of options of its own, which follows its name.
-    const QString queue = printer_->printerName().section(u'/', 0, 0);
-    Submit({queue, printer_->docName(), file->fileName(), OptionsOf(*printer_)});
-}
-
 void PaperPrinter::CommitFile() {
     const auto file = std::move(file_);
     auto* save = qobject_cast<QSaveFile*>(file.get());
@@ -221,8 +161,8 @@ void PaperPrinter::Begin() {
         OpenFile(FileFor(printer_->outputFileName()));
     } else if (!printer_->isValid() || printer_->outputFormat() == QPrinter::PdfFormat) {
         throw Erro(Erro::PrinterError);  // neither a printer nor a file
-    } else if (printer_->paintEngine()->type() == QPaintEngine::Pdf) {
-        OpenFile(TemporaryFile());
+    } else {
+        BeginOnQueue();
     }
     if (!painter_.begin(&Device())) {
         throw Erro(Erro::PrinterError);
@@ -284,12 +224,9 @@ void PaperPrinter::NextPage() {
 
 void PaperPrinter::End() {
     painter_.end();
-    if (!file_) {
-        return;
-    }
     pdf_.reset();
     if (printer_->outputFileName().isEmpty()) {
-        SubmitFile();
+        EndOnQueue();
     } else {
         CommitFile();
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/erro.h"
 #include "platform/printer/printer.h"
 
 #include <QFont>
@@ -14,10 +15,14 @@ class QPrinter;
 
 namespace printer {
 
+// Why this file could not be opened or written; names it.
+Erro FileError(const QFileDevice& file);
+
 // The printer of the toolkit, with everything that its dialog has set. Pages are written as a PDF:
-// into the file that the user has named, or into a temporary one that goes to the print system's
-// queue as a whole. The toolkit could hand it over itself, but does not tell when the print system
-// refuses it. Where printers are no queues that take a PDF, the toolkit's own way is left.
+// into the file that the user has named, or, where printers are queues that take one, into a
+// temporary one that goes to the queue as a whole. The toolkit could hand it over itself, but does
+// not tell when the print system refuses it. On Windows the toolkit draws on the printer, in the
+// printer's own resolution.
 //
 // A file takes its name only when it is whole: what was there before stays until then, and a disk
 // that fills up on the way is noticed.
@@ -49,7 +54,10 @@ private:
     double PixelsOf(double points) const;
     void OpenFile(std::unique_ptr<QFileDevice> file);
     void CommitFile();
-    void SubmitFile();
+    // Before the first and after the last mark of a document for a printer. What happens there is
+    // the system's affair: paperprinter_cups.cpp, paperprinter_windows.cpp.
+    void BeginOnQueue();
+    void EndOnQueue();
 
     std::unique_ptr<QPrinter> printer_;
     std::unique_ptr<QFileDevice> file_;
