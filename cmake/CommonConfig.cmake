@@ -1,3 +1,11 @@
+# What differs between the systems stands in a file for each, of which one is built: name_posix.cpp,
+# name_windows.cpp.
+if(WIN32)
+    set(TARVO_SYSTEM windows)
+else()
+    set(TARVO_SYSTEM posix)
+endif()
+
 # What every target of the project shares: standard, warnings, strict Qt definitions.
 add_library(tarvo_common INTERFACE)
 target_compile_features(tarvo_common INTERFACE cxx_std_20)
@@ -24,7 +32,14 @@ else()
     )
 endif()
 
-if(NOT MSVC)
+if(MINGW)
+    target_compile_definitions(tarvo_common INTERFACE UNICODE _UNICODE _WIN32_WINNT=0x0A00 WINVER=0x0A00 NOMINMAX
+        WIN32_LEAN_AND_MEAN)
+    # Seen where a text is put together out of pieces; the compiler for Linux sees nothing there.
+    target_compile_options(tarvo_common INTERFACE -Wno-restrict)
+    target_link_options(tarvo_common INTERFACE -fstack-protector-strong
+        LINKER:--dynamicbase LINKER:--nxcompat LINKER:--high-entropy-va)
+elseif(NOT MSVC)
     target_link_options(tarvo_common INTERFACE LINKER:-z,relro LINKER:-z,now)
 endif()
 

@@ -1,11 +1,10 @@
 #include "update/conversa.h"
 
 #include "platform/secret.h"
+#include "platform/system/paths.h"
 #include "platform/system/process.h"
 
-#include <QDir>
 #include <QFile>
-#include <QStandardPaths>
 #include <QTemporaryFile>
 
 #include <algorithm>
@@ -66,9 +65,7 @@ Conversa::~Conversa() {
 }
 
 std::unique_ptr<Conversa> Conversa::Abrir() {
-    const QString pasta = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
-    auto arquivo = std::make_unique<QTemporaryFile>((pasta.isEmpty() ? QDir::tempPath() : pasta) +
-                                                    u"/tarvo-XXXXXX"_s);
+    auto arquivo = std::make_unique<QTemporaryFile>(sys::SharedMemoryFolder() + u"/tarvo-XXXXXX"_s);
     if (!arquivo->open() || !arquivo->resize(sizeof(Dados))) {
         return nullptr;
     }

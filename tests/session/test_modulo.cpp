@@ -127,14 +127,14 @@ private Q_SLOTS:
         QCOMPARE(PastaSistema(u"outro"_s, true), CaminhoPrograma(true));
 
         const QTemporaryDir casa;
-        qputenv("XDG_DATA_HOME", QFile::encodeName(casa.filePath(u"dados"_s)));
+        qputenv(UserData, QFile::encodeName(casa.filePath(u"dados"_s)));
         QCOMPARE(PastaDadosUsuario(true), casa.filePath(u"dados"_s) + u"\\Ordavia\\"_s);
         QVERIFY(QDir(casa.filePath(u"dados/Ordavia"_s)).exists());
         QCOMPARE(PastaDadosUsuario(false), casa.filePath(u"dados"_s) + u"\\Ordavia"_s);
         // No folder to be had for the user: the machine's serves.
-        qputenv("XDG_DATA_HOME", "/proc/nao/ha");
+        qputenv(UserData, "/proc/nao/ha");
         QCOMPARE(PastaDadosUsuario(true), PastaSistema(u" system "_s, true));
-        qunsetenv("XDG_DATA_HOME");
+        qunsetenv(UserData);
     }
 
     void ExecutarEsperaComATelaViva() {

@@ -136,7 +136,7 @@ private Q_SLOTS:
 
         // Without a user's folder the two are one file.
         sys::WriteWhole(pasta_->Caminho(u"none"_s), "x");
-        qputenv("XDG_DATA_HOME", pasta_->Caminho(u"none"_s).toUtf8());
+        qputenv(UserData, pasta_->Caminho(u"none"_s).toUtf8());
         QCOMPARE(OutputOf(copia, {"read"}), u"0|ana|chave"_s);
         QVERIFY(QFile::remove(daMaquina));
         QCOMPARE(OutputOf(copia, {"read"}), u"1||"_s);

@@ -5,10 +5,8 @@
 // The data folder of a user of its own, for the life of the object.
 class PastaDoUsuario {
 public:
-    PastaDoUsuario() : anterior_(qgetenv("XDG_DATA_HOME")) {
-        qputenv("XDG_DATA_HOME", pasta_.path().toUtf8());
-    }
-    ~PastaDoUsuario() { qputenv("XDG_DATA_HOME", anterior_); }
+    PastaDoUsuario() : anterior_(qgetenv(UserData)) { qputenv(UserData, pasta_.path().toUtf8()); }
+    ~PastaDoUsuario() { qputenv(UserData, anterior_); }
 
     QString Caminho(const AnyText& nome) const { return pasta_.filePath(nome); }
     QString Configuracao() const { return Caminho("Ordavia/CatalogoTarvoConfig.txt"); }

@@ -27,6 +27,7 @@ public:
 private:
     QTemporaryDir folder_;
     QProcess process_;
+    QString asked_;  // where servers are asked for by a file
     int port_ = 0;
 };
 

@@ -65,7 +65,7 @@ QString testing_support::OutputOf(const AnyText& program, const AnyTexts& argume
 int main(int argc, char** argv) {
     // The user's own settings are none of a test's business.
     const QTemporaryDir home;
-    qputenv("XDG_DATA_HOME", QFile::encodeName(home.path()));
+    qputenv(UserData, QFile::encodeName(home.path()));
     forms::Application application(argc, argv, TituloCatalogo);
     if (!fullKeys) {
         UseQuickKeys();

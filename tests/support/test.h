@@ -19,6 +19,13 @@
 // command line to run it alone; what follows it goes to Qt Test.
 namespace testing_support {
 
+// The variable of the environment that moves a user's data folder.
+#ifdef Q_OS_WIN
+inline constexpr char UserData[] = "LOCALAPPDATA";
+#else
+inline constexpr char UserData[] = "XDG_DATA_HOME";
+#endif
+
 bool RegisterTest(QObject* (*make)());
 bool KeepFullKeys();
 

@@ -1,8 +1,6 @@
 #include "platform/system/paths.h"
 #include "support/test.h"
 
-#include <fcntl.h>
-
 class TestPaths : public QObject {
     Q_OBJECT
 
@@ -17,36 +15,6 @@ private Q_SLOTS:
         }
     }
 
-    void ToNative_data() {
-        const Table<QString, QString> row("text", "native");
-        row("as written", "FotoPeca\\Ab12.JPG", "FotoPeca/Ab12.JPG");
-        row("another case", "FOTOPECA\\aB12.jpg", "FotoPeca/Ab12.JPG");
-        row("accents", "fotopeca\\SÉRIES\\VÁLVULA é.BMP", "FotoPeca/Séries/Válvula É.bmp");
-        row("an accent counts", u"fotopeca\\series\\x"_s, "FotoPeca/series/x");
-        row("missing file", "fotopeca\\Nada.jpg", "FotoPeca/Nada.jpg");
-        row("missing folder", "Figuras\\Nada.jpg", "Figuras/Nada.jpg");
-        row("exact name wins", "dois.txt", "dois.txt");
-        row("one of two", "Dois.txt", "DOIS.txt");
-        row("final separator", "fotopeca\\", "FotoPeca/");
-        row("both separators", "FotoPeca/ab12.jpg", "FotoPeca/Ab12.JPG");
-    }
-    void ToNative() {
-        QFETCH(QString, text);
-        QFETCH(QString, native);
-        QCOMPARE(sys::ToNative(Text(text)), folder_.filePath(native));
-
-        const QString before = QDir::currentPath();
-        QVERIFY(QDir::setCurrent(folder_.path()));
-        QCOMPARE(sys::ToNative(text), native);
-        QDir::setCurrent(before);
-    }
-
-    void VolumeOfDrive() {
-        QCOMPARE(sys::ToNative(u"C:\\"_s), u"/"_s);
-        QCOMPARE(sys::VolumeSerial(u"C:\\"_s), sys::VolumeSerial(u"/"_s));
-        QCOMPARE(sys::VolumeSerial(Text("nada")), 0U);
-    }
-
     void CanRead_data() {
         const Table<QString, bool> row("text", "expected");
         row("file", "fotopeca\\ab12.jpg", true);
@@ -59,25 +27,6 @@ private Q_SLOTS:
     void CanRead() {
         QFETCH(QString, text);
         QTEST(sys::CanRead(Text(text)), "expected");
-    }
-
-    // Where closing any descriptor of a file frees the process's locks on it, asking about an open
-    // catalogue must not.
-    void CanReadKeepsLocks() {
-        const QString native = folder_.filePath(u"dois.txt"_s);
-        QFile holder(native);
-        QVERIFY(holder.open(QIODevice::ReadWrite));
-        struct flock lock = {};
-        lock.l_type = F_WRLCK;
-        QCOMPARE(fcntl(holder.handle(), F_SETLK, &lock), 0);
-        QVERIFY(sys::CanRead(native));
-
-        QFile other(native);
-        QVERIFY(other.open(QIODevice::ReadWrite));
-        struct flock probe = {};
-        probe.l_type = F_WRLCK;
-        QCOMPARE(fcntl(other.handle(), F_OFD_GETLK, &probe), 0);
-        QCOMPARE(probe.l_type, short(F_WRLCK));
     }
 
     void DecodeText_data() {

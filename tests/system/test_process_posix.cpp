@@ -91,4 +91,4 @@ private Q_SLOTS:
 };
 
 TARVO_TEST(TestProcess);
-#include "test_process.moc"
+#include "test_process_posix.moc"

@@ -65,7 +65,7 @@ void Connection::Open(const QByteArray& key, Mode mode) {
     sqlite3* raw = nullptr;
     // One thread: a lock taken for every value of every row would only cost time.
     const int opened =
-        sqlite3_open_v2(path_.toUtf8().constData(), &raw,
+        sqlite3_open_v2(sys::ToSystem(path_).toUtf8().constData(), &raw,
                         Flags.at(static_cast<std::size_t>(mode)) | SQLITE_OPEN_NOMUTEX, nullptr);
     handle_.reset(raw);
     if ((opened & 0xFF) == SQLITE_CANTOPEN) {

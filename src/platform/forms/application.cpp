@@ -69,15 +69,6 @@ void Application::Fail(const QString& number, const QString& description) {
     exit(1);
 }
 
-bool HasScreen() {
-#ifdef Q_OS_WIN
-    return true;
-#else
-    return !qEnvironmentVariableIsEmpty("DISPLAY") ||
-           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
-#endif
-}
-
 QString ErrorText(const QString& number, const QString& description) {
     return u"Erro nº: "_s + number + u'\n' + description;
 }

@@ -7,8 +7,16 @@ using namespace Qt::StringLiterals;
 namespace forms {
 
 QString FontFamily() {
-    static const QString family =
-        QFontDatabase::hasFamily(u"MS Sans Serif"_s) ? u"MS Sans Serif"_s : u"Liberation Sans"_s;
+    // The screens are enlarged evenly, which letters made of dots cannot be. The two others have
+    // the same widths.
+    static const QString family = [] {
+        for (const QString& name : {u"MS Sans Serif"_s, u"Liberation Sans"_s}) {
+            if (QFontDatabase::hasFamily(name) && QFontDatabase::isSmoothlyScalable(name)) {
+                return name;
+            }
+        }
+        return u"Arial"_s;
+    }();
     return family;
 }
 

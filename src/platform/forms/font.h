@@ -4,7 +4,7 @@
 
 namespace forms {
 
-// The family of all texts: "MS Sans Serif" where there is one, otherwise a substitute.
+// The family of all texts: "MS Sans Serif" where there is one of outlines, otherwise a substitute.
 QString FontFamily();
 
 // `pixels` are design pixels.

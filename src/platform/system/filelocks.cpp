@@ -1,60 +1,15 @@
 #include "platform/system/filelocks.h"
 
+#include "platform/system/filelocks_native.h"
 #include "platform/system/paths.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QList>
 
-#ifdef Q_OS_WIN
-#include <io.h>
-#include <windows.h>
-#else
-#include <cerrno>
-#include <fcntl.h>
-#endif
-
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// Far behind the bytes that the database engine locks, which lie at one gigabyte.
-constexpr qint64 ProbedByte = qint64(1) << 40;
-
-enum class Outcome { Granted, Taken, Impossible };
-
-#ifdef Q_OS_WIN
-
-Outcome Lock(const QFile& file) {
-    OVERLAPPED place = {};
-    place.Offset = DWORD(ProbedByte & 0xFFFFFFFF);
-    place.OffsetHigh = DWORD(ProbedByte >> 32);
-    if (LockFileEx(HANDLE(_get_osfhandle(file.handle())),
-                   LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &place)) {
-        return Outcome::Granted;
-    }
-    const DWORD reason = GetLastError();
-    return reason == ERROR_LOCK_VIOLATION || reason == ERROR_IO_PENDING ? Outcome::Taken
-                                                                        : Outcome::Impossible;
-}
-
-#else
-
-// A lock that belongs to the open file instead of the process: two of them in one process meet as
-// those of two programs do.
-Outcome Lock(const QFile& file) {
-    struct flock range = {};
-    range.l_type = F_WRLCK;
-    range.l_whence = SEEK_SET;
-    range.l_start = ProbedByte;
-    range.l_len = 1;
-    if (fcntl(file.handle(), F_OFD_SETLK, &range) == 0) {
-        return Outcome::Granted;
-    }
-    return errno == EAGAIN || errno == EACCES ? Outcome::Taken : Outcome::Impossible;
-}
-
-#endif
 
 // The kernel writes blanks, tabs, line ends and backslashes in a path as "\040".
 QString Unescaped(const QByteArray& field) {
@@ -138,7 +93,7 @@ sys::LockAnswer sys::ProbeLock(const QString& path) {
     if (!first.open(Existing) || !second.open(Existing)) {
         return LockAnswer::Unknown;
     }
-    switch (Lock(first)) {
+    switch (TryLock(first)) {
         case Outcome::Impossible:
             return LockAnswer::Refused;
         case Outcome::Taken:
@@ -146,5 +101,5 @@ sys::LockAnswer sys::ProbeLock(const QString& path) {
         case Outcome::Granted:
             break;
     }
-    return Lock(second) == Outcome::Granted ? LockAnswer::Ignored : LockAnswer::Kept;
+    return TryLock(second) == Outcome::Granted ? LockAnswer::Ignored : LockAnswer::Kept;
 }

@@ -60,7 +60,6 @@ int CodeOf(CURLcode result) {
 
 // A slice at most. With events the program goes on living meanwhile.
 void Wait(CURLM* multi, bool events) {
-#ifndef Q_OS_WIN  // whose fd_set holds no range of numbers
     if (events && QCoreApplication::instance()) {
         fd_set readable;
         fd_set writable;
@@ -70,21 +69,9 @@ void Wait(CURLM* multi, bool events) {
         FD_ZERO(&failed);
         int last = -1;
         curl_multi_fdset(multi, &readable, &writable, &failed, &last);
-        std::vector<int> reading;
-        std::vector<int> writing;
-        for (int socket = 0; socket <= last; ++socket) {
-            if (FD_ISSET(socket, &readable)) {
-                reading.push_back(socket);
-            }
-            if (FD_ISSET(socket, &writable)) {
-                writing.push_back(socket);
-            }
-        }
-        WaitForSockets(reading, writing, Slice);
+        WaitForSockets(SocketsIn(readable, last), SocketsIn(writable, last), Slice);
         return;
     }
-#endif
-    Q_UNUSED(events);
     curl_multi_poll(multi, nullptr, 0, int(Slice.count()), nullptr);
 }
 

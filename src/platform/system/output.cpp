@@ -1,53 +1,11 @@
 #include "platform/system/output.h"
 
+#include "platform/system/output_native.h"
 #include "platform/system/paths.h"
+#include "platform/system/paths_native.h"
 
 #include <QFileInfo>
 #include <QStorageInfo>
-
-#include <filesystem>
-
-#ifdef Q_OS_WIN
-#include <io.h>
-#else
-#include <cerrno>
-#include <fcntl.h>
-#include <unistd.h>
-#endif
-
-namespace {
-
-#ifdef Q_OS_WIN
-
-// A folder's names need no flush of their own there.
-void FlushNative(const QString& native) {
-    QFile file(native);
-    if (QFileInfo(file).isDir()) {
-        return;
-    }
-    if (!file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly) || _commit(file.handle()) != 0) {
-        throw Erro(Erro::PathFileAccess);
-    }
-}
-
-#else
-
-void FlushNative(const QString& native) {
-    const int descriptor = open(QFile::encodeName(native).constData(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0) {
-        throw Erro(Erro::PathFileAccess);
-    }
-    const int failure = fsync(descriptor) == 0 ? 0 : errno;
-    close(descriptor);
-    // EINVAL: a file system of the network that cannot do more than it does anyway.
-    if (failure != 0 && failure != EINVAL) {
-        throw Erro(failure == ENOSPC ? Erro::DiskFull : Erro::PathFileAccess);
-    }
-}
-
-#endif
-
-}  // namespace
 
 Erro::Code sys::WriteFailure(const QFileDevice& file) {
     if (file.error() == QFileDevice::ResourceError) {
@@ -96,18 +54,8 @@ void sys::Replace(const QString& from, const QString& to) {
     if (QFileInfo(target).isDir()) {
         throw Erro(Erro::PathFileAccess);
     }
-#ifdef Q_OS_WIN
-    // There a read-only file refuses to be replaced.
-    QFile(target).setPermissions(QFile(target).permissions() | QFileDevice::WriteUser);
-#endif
-    std::error_code error;
-    std::filesystem::rename(QFileInfo(source).filesystemFilePath(),
-                            QFileInfo(target).filesystemFilePath(), error);
-    if (error) {
-        const bool refused =
-            error == std::errc::permission_denied || error == std::errc::operation_not_permitted;
-        throw Erro(refused ? Erro::PermissionDenied : Erro::PathFileAccess);
-    }
+    LetGo(target);
+    ReplaceNative(source, target);
 }
 
 void sys::MakeExecutable(const QString& path) {

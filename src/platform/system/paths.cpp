@@ -2,93 +2,20 @@
 
 #include "platform/erro.h"
 #include "platform/system/output.h"
+#include "platform/system/paths_native.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QHash>
 #include <QSaveFile>
-#include <QStandardPaths>
 #include <QStorageInfo>
 
 #include <array>
-#include <optional>
-
-#ifdef Q_OS_WIN
-#include <windows.h>
-#else
-#include <sys/statvfs.h>
-#endif
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr bool HasDrives =
-#ifdef Q_OS_WIN
-    true;
-#else
-    false;
-#endif
-
-// The names of a folder by their folded form. Of several that differ in case only the first in code
-// order, so that the choice does not hang on the order of the directory.
-using Listing = QHash<QString, QString>;
-
-Listing ListingOf(const QString& folder) {
-    Listing listing;
-    const QStringList entries =
-        QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System, QDir::Unsorted);
-    listing.reserve(entries.size());
-    for (const QString& entry : entries) {
-        QString& found = listing[entry.toCaseFolded()];
-        if (found.isEmpty() || entry < found) {
-            found = entry;
-        }
-    }
-    return listing;
-}
-
-// By folder; nothing while nobody wants them kept.
-std::optional<QHash<QString, Listing>>& KeptListings() {
-    static std::optional<QHash<QString, Listing>> kept;
-    return kept;
-}
-
-// The entry of `folder` whose name differs from `name` in case only; empty when there is none.
-QString EntryOfAnyCase(const QString& folder, const QString& name) {
-    auto& kept = KeptListings();
-    if (!kept) {
-        return ListingOf(folder).value(name.toCaseFolded());
-    }
-    auto listing = kept->find(folder);
-    if (listing == kept->end()) {
-        listing = kept->insert(folder, ListingOf(folder));
-    }
-    const QString entry = listing->value(name.toCaseFolded());
-    // What has been renamed or taken away since is not there any more.
-    return entry.isEmpty() || QFileInfo::exists(folder + entry) ? entry : QString();
-}
-
-// Only called for a name that is not there as written: it may list a directory for each piece.
-QString FindOfAnyCase(const QString& native) {
-    const QStringList pieces = native.split(u'/');
-    QString path = pieces.first();
-    for (qsizetype i = 1; i < pieces.size(); ++i) {
-        const QString folder = path + u'/';
-        QString next = folder + pieces.at(i);
-        if (!pieces.at(i).isEmpty() && !QFileInfo::exists(next)) {
-            const QString entry = EntryOfAnyCase(folder, pieces.at(i));
-            if (entry.isEmpty()) {
-                return (QStringList{path} + pieces.mid(i)).join(u'/');
-            }
-            next = folder + entry;
-        }
-        path = next;
-    }
-    return path;
-}
 
 // 0x80 to 0x9F; the rest of Windows-1252 is Latin-1. Its five empty places keep their control code.
 constexpr std::array<char16_t, 32> Windows1252 = {
@@ -97,24 +24,6 @@ constexpr std::array<char16_t, 32> Windows1252 = {
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 }  // namespace
-
-QString sys::ToNative(const QString& path) {
-    QString native = path;
-    native.replace(u'\\', u'/');
-    if constexpr (HasDrives) {
-        return native;
-    }
-    if (native.startsWith("C:/"_L1, Qt::CaseInsensitive)) {
-        native.remove(0, 2);
-    }
-    if (native.isEmpty() || QFileInfo::exists(native)) {
-        return native;
-    }
-    if (!native.startsWith(u'/')) {
-        return FindOfAnyCase("./"_L1 + native).mid(2);
-    }
-    return FindOfAnyCase(native);
-}
 
 // Asks for the access right instead of opening: where closing any descriptor of a file drops all
 // the locks that this process holds on it, a trial opening would unlock an open catalogue.
@@ -131,26 +40,19 @@ bool sys::SameVolume(const QString& folder, const QString& other) {
     return QStorageInfo(ToNative(folder)).rootPath() == QStorageInfo(ToNative(other)).rootPath();
 }
 
-sys::FolderListings::FolderListings() {
-    KeptListings().emplace();
-}
-
-sys::FolderListings::~FolderListings() {
-    KeptListings().reset();
-}
-
 QString sys::ToShown(const QString& path) {
     return QDir::toNativeSeparators(ToNative(path));
 }
 
 bool sys::IsInside(const QString& folder, const QString& path) {
     QFileInfo there(QDir::cleanPath(ToNative(path)));
-    while (!there.exists() && !there.isRoot()) {
+    while (!there.exists() && there.path() != there.filePath()) {
         there.setFile(there.path());
     }
     const QString inside = QFileInfo(ToNative(folder)).canonicalFilePath();
     const QString place = there.canonicalFilePath();
-    return !inside.isEmpty() && (place == inside || place.startsWith(inside + u'/'));
+    return !inside.isEmpty() &&
+           (place.compare(inside, NameCase) == 0 || place.startsWith(inside + u'/', NameCase));
 }
 
 QByteArray sys::ReadBytes(const QString& path) {
@@ -210,10 +112,7 @@ void sys::Delete(const QString& path) {
     if (QFileInfo(file).isDir()) {
         throw Erro(Erro::PathFileAccess);
     }
-    if constexpr (HasDrives) {
-        // There a read-only file refuses to go; elsewhere only the folder's rights count.
-        file.setPermissions(file.permissions() | QFileDevice::WriteUser);
-    }
+    LetGo(file.fileName());
     if (!file.remove()) {
         throw Erro(Erro::PermissionDenied);
     }
@@ -232,30 +131,7 @@ QString sys::ProgramFolder() {
     return QCoreApplication::applicationDirPath();
 }
 
-QString sys::MachineFolder(const QString& product) {
-    const QString base = HasDrives ? qEnvironmentVariable("ProgramData") : u"/etc"_s;
-    const QString folder = base + u'/' + product;
-    return QFileInfo(folder).isDir() ? folder : QString();
-}
-
 QString sys::UserDataFolder() {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    const QString folder = UserDataRoot();
     return !folder.isEmpty() && QDir().mkpath(folder) ? folder : QString();
-}
-
-quint32 sys::VolumeSerial(const QString& root) {
-#ifdef Q_OS_WIN
-    DWORD serial = 0;
-    const std::wstring native = QDir::toNativeSeparators(ToNative(root)).toStdWString();
-    return GetVolumeInformationW(native.c_str(), nullptr, 0, &serial, nullptr, nullptr, nullptr, 0)
-               ? serial
-               : 0;
-#else
-    struct statvfs volume = {};
-    if (statvfs(QFile::encodeName(ToNative(root)).constData(), &volume) != 0) {
-        return 0;
-    }
-    const quint64 id = volume.f_fsid;
-    return static_cast<quint32>(id ^ (id >> 32));
-#endif
 }

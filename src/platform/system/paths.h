@@ -12,6 +12,9 @@ namespace sys {
 // "C:\" as a volume stands for the root of the file system where there are no drives.
 QString ToNative(const QString& path);
 
+// The same for calls of the system that do not go through the toolkit: the engine's, and our own.
+QString ToSystem(const QString& path);
+
 // The same path as the platform writes it, for people to read.
 QString ToShown(const QString& path);
 
@@ -56,6 +59,8 @@ QString ProgramFolder();  // as the platform gives it, without a final separator
 // Machine-wide settings of the product by this name; empty if there is no such folder.
 QString MachineFolder(const QString& product);
 QString UserDataFolder();  // per-user local data, made if need be; empty on failure
+// Where a small file lies that two programs of one user map into their memory.
+QString SharedMemoryFolder();
 
 // Serial number of the volume of a path, 0 when it cannot be had.
 quint32 VolumeSerial(const QString& root);

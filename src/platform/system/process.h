@@ -5,7 +5,8 @@
 
 #include <functional>
 
-// Starting and watching programs. Everything about processes stands in process.cpp.
+// Starting and watching programs. Everything about processes stands in process.cpp and, by system,
+// in process_posix.cpp and process_windows.cpp.
 namespace sys {
 
 using ProcessId = qint64;

@@ -8,12 +8,12 @@
 
 namespace sys {
 
-void WaitForSockets(const std::vector<int>& reading, const std::vector<int>& writing,
+void WaitForSockets(const std::vector<Socket>& reading, const std::vector<Socket>& writing,
                     std::chrono::milliseconds longest) {
     QEventLoop loop;
     std::vector<std::unique_ptr<QSocketNotifier>> notifiers;
-    const auto watch = [&](const std::vector<int>& sockets, QSocketNotifier::Type type) {
-        for (const int socket : sockets) {
+    const auto watch = [&](const std::vector<Socket>& sockets, QSocketNotifier::Type type) {
+        for (const Socket socket : sockets) {
             notifiers.push_back(std::make_unique<QSocketNotifier>(socket, type));
             QObject::connect(notifiers.back().get(), &QSocketNotifier::activated, &loop,
                              &QEventLoop::quit);

@@ -1,0 +1,6 @@
+#include "platform/forms/application.h"
+
+bool forms::HasScreen() {
+    return !qEnvironmentVariableIsEmpty("DISPLAY") ||
+           !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+}

@@ -1,0 +1,5 @@
+#include "platform/forms/application.h"
+
+bool forms::HasScreen() {
+    return true;
+}

@@ -1,0 +1,139 @@
+#include "platform/dao/connection.h"
+#include "platform/system/output.h"
+#include "platform/system/paths.h"
+#include "platform/system/process.h"
+#include "support/test.h"
+
+#include <QElapsedTimer>
+
+#include <thread>
+#include <windows.h>
+
+namespace {
+
+// A file that another program has open; it lets others do what `share` says.
+class Held {
+public:
+    Held(const QString& path, DWORD share)
+        : handle_(CreateFileW(path.toStdWString().c_str(), GENERIC_READ, share, nullptr,
+                              OPEN_EXISTING, 0, nullptr)) {}
+    ~Held() { CloseHandle(handle_); }
+    bool IsOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
+
+private:
+    HANDLE handle_;
+};
+
+}  // namespace
+
+// What only a system of this kind has: drives and servers in paths, limits of their length, files
+// that do not go away while somebody has them open.
+class TestSystem : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir folder_;
+    QString Path(const AnyText& name) const { return folder_.filePath(name); }
+
+private Q_SLOTS:
+    void Notations_data() {
+        const Table<QString, QString, QString> row("text", "native", "system");
+        row("drive", "C:\\Dados\\a.png", "C:/Dados/a.png", "C:\\Dados\\a.png");
+        row("server", "\\\\casa\\dados\\a.png", "//casa/dados/a.png", "\\\\casa\\dados\\a.png");
+        row("steps", "C:\\Dados\\..\\x", "C:/Dados/../x", "C:\\x");
+        const QString many = u"\\pasta"_s.repeated(50);
+        row("long", u"C:"_s + many, QString(u"C:"_s + many).replace(u'\\', u'/'),
+            u"\\\\?\\C:"_s + many);
+        row("long, on a server", u"\\\\casa\\dados"_s + many,
+            QString(u"\\\\casa\\dados"_s + many).replace(u'\\', u'/'),
+            u"\\\\?\\UNC\\casa\\dados"_s + many);
+    }
+    void Notations() {
+        QFETCH(QString, text);
+        QTEST(sys::ToNative(text), "native");
+        QTEST(sys::ToSystem(text), "system");
+    }
+
+    void VolumeOfDrive() {
+        QVERIFY(sys::VolumeSerial(u"C:\\"_s) != 0 || qEnvironmentVariableIsSet("WINEPREFIX"));
+        QCOMPARE(sys::VolumeSerial(u"C:\\nada\\"_s), 0U);
+    }
+
+    void CaseDoesNotCount() {
+        Write(Path("FotoPeca/Ab.JPG"), "x");
+        QVERIFY(sys::CanRead(Path("FOTOPECA\\aB.jpg")));
+        QVERIFY(sys::IsInside(Path("fotopeca"), Path("FotoPeca\\nova.jpg")));
+        QVERIFY(!sys::IsInside(Path("fotopeca"), Path("FotoPeca2\\nova.jpg")));
+    }
+
+    // Of a folder whose own path is longer than the system's calls take without more ado.
+    void LongPaths() {
+        QString folder = folder_.path();
+        for (int i = 0; i < 12; ++i) {
+            folder += u"\\uma pasta de nome comprido"_s;
+            sys::MakeDirectory(folder);
+        }
+        QVERIFY(folder.size() > 300);
+        const QString file = folder + u"\\texto.txt"_s;
+        sys::WriteWhole(file, "velho");
+        sys::WriteWhole(file + u".novo"_s, "novo");
+        sys::Flush(file + u".novo"_s);
+        sys::Replace(file + u".novo"_s, file);
+        QCOMPARE(sys::ReadText(file), u"novo"_s);
+        QVERIFY(sys::IsInside(folder_.path(), file));
+        {
+            dao::Connection made(sys::ToNative(folder + u"\\Tarvo.mdb"_s), "x",
+                                 dao::Connection::Mode::Create);
+            made.Run("CREATE TABLE a (b); INSERT INTO a VALUES (7)");
+            QCOMPARE(made.Value("SELECT b FROM a").toInt(), 7);
+        }
+        sys::Delete(file);
+        QVERIFY(!sys::Exists(file));
+    }
+
+    void ReplacesWhatIsHeldForAMoment() {
+        Write(Path("a.png"), "velha");
+        Write(Path("nova.tmp"), "nova");
+        QVERIFY(QFile::setPermissions(Path("a.png"), QFileDevice::ReadOwner));
+        auto held = std::make_unique<Held>(Path("a.png"), FILE_SHARE_READ);
+        QVERIFY(held->IsOpen());
+        std::thread other([&held] {
+            Sleep(700);
+            held.reset();
+        });
+        const int error = ErrorOf([this] { sys::Replace(Path("nova.tmp"), Path("a.png")); });
+        other.join();
+        QCOMPARE(error, 0);
+        QCOMPARE(sys::ReadText(Path("a.png")), u"nova"_s);
+        QVERIFY(!QFile::exists(Path("nova.tmp")));
+    }
+
+    void RefusesWhatIsHeldForGood() {
+        Write(Path("b.png"), "velha");
+        Write(Path("nova.tmp"), "nova");
+        const Held held(Path("b.png"), FILE_SHARE_READ);
+        QCOMPARE(ErrorOf([this] { sys::Replace(Path("nova.tmp"), Path("b.png")); }), 70);
+        QCOMPARE(sys::ReadText(Path("b.png")), u"velha"_s);
+        QCOMPARE(sys::ReadText(Path("nova.tmp")), u"nova"_s);
+        QCOMPARE(QDir(folder_.path()).entryList({u"*.old"_s}, QDir::Files), QStringList());
+    }
+
+    // An update may bring the program that runs, on this computer or another one.
+    void ReplacesAProgramThatRuns() {
+        const QString program = Path("programa.exe");
+        QVERIFY(QFile::copy(u"C:/windows/system32/notepad.exe"_s, program));
+        const sys::ProcessId process = sys::Start(u'"' + program + u'"', 0);
+        Write(Path("novo.tmp"), "novo");
+        const int error = ErrorOf([&] { sys::Replace(Path("novo.tmp"), program); });
+        const bool runs = sys::IsRunning(process);
+        const HANDLE handle = OpenProcess(PROCESS_TERMINATE, FALSE, DWORD(process));
+        TerminateProcess(handle, 0);
+        CloseHandle(handle);
+        sys::WaitForEnd(process);
+        QCOMPARE(error, 0);
+        QVERIFY(runs);
+        QCOMPARE(sys::ReadText(program), u"novo"_s);
+    }
+};
+
+TARVO_TEST(TestSystem);
+#include "test_system_windows.moc"
