@@ -10,4 +10,5 @@ set_target_properties(SQLCipher::SQLCipher PROPERTIES IMPORTED_LOCATION ${SQLCIP
 target_include_directories(SQLCipher::SQLCipher INTERFACE ${SQLCIPHER_INCLUDE_DIRS})
 set(beside ${SQLCIPHER_STATIC_LIBRARIES})
 list(REMOVE_ITEM beside sqlcipher)
+target_link_directories(SQLCipher::SQLCipher INTERFACE ${SQLCIPHER_STATIC_LIBRARY_DIRS})
 target_link_libraries(SQLCipher::SQLCipher INTERFACE ${beside} ${CMAKE_DL_LIBS})

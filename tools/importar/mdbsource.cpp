@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 namespace importar {
 namespace {
 
-const QString ReaderName = u"tarvo-leitor-mdb"_s;
+const QString ReaderName = QStringLiteral(TARVO_READER);
 const QString CopyName = u"origem.tmp"_s;
 
 QString& OtherReader() {
