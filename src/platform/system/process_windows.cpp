@@ -10,6 +10,8 @@
 #include <unordered_map>
 #include <windows.h>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 struct Closer {
@@ -25,6 +27,8 @@ std::unordered_map<sys::ProcessId, Handle>& Children() {
     return children;
 }
 
+constexpr DWORD ElevationRequired = 740;  // the program wants to be started by an administrator
+
 Erro StartError(DWORD reason) {
     switch (reason) {
         case ERROR_FILE_NOT_FOUND:
@@ -34,7 +38,7 @@ Erro StartError(DWORD reason) {
         case ERROR_INVALID_NAME:
             return Erro(Erro::FileNotFound);
         case ERROR_ACCESS_DENIED:
-        case ERROR_ELEVATION_REQUIRED:
+        case ElevationRequired:
             return Erro(Erro::PermissionDenied);
         default:
             return Erro(Erro::InvalidArgument);
@@ -75,7 +79,7 @@ int CodeOf(HANDLE handle) {
 // ending is taken for an .exe.
 sys::ProcessId sys::StartNative(const CommandLine& command, int windowStyle, Rest) {
     const QString program = QDir::toNativeSeparators(NativeProgram(command.program));
-    std::wstring line = (u'"' + program + u"\" " + command.rest).toStdWString();
+    std::wstring line = (u'"' + program + u"\" "_s + command.rest).toStdWString();
     STARTUPINFOW startup = {};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESHOWWINDOW;

@@ -1,0 +1,129 @@
+#!/usr/bin/python3
+"""Runs the test programs that were built for Windows, under wine. What is known not to hold there stands
+in unproved.txt; anything else that fails, and anything in that list that has come to hold, is told.
+
+    unit.py [PROGRAM...]    all of PROGRAMS without one
+"""
+
+import os
+import re
+import subprocess
+import sys
+import tempfile
+import threading
+import time
+
+import wine
+
+sys.path.insert(0, os.path.join(wine.ROOT, "demo", "demonstration"))
+from screen import Screen  # noqa: E402
+
+PROGRAMS = ["system", "sql", "dao", "session", "settings", "search", "update", "forms", "verificar", "publicar",
+            "importar", "exportar", "verifier"]
+BIN = os.path.join(wine.BUILD, "project", "bin")
+HERE = os.path.dirname(os.path.realpath(__file__))
+PATIENCE = 1500  # seconds for one program
+TOTALS = re.compile(r"^Totals: (\d+) passed, (\d+) failed, (\d+) skipped", re.MULTILINE)
+FAILED = re.compile(r"^(?:FAIL!|XPASS)\s*: ([A-Za-z]+::[A-Za-z_0-9]+)\(", re.MULTILINE)
+PASSED = re.compile(r"^PASS\s*: ([A-Za-z]+::[A-Za-z_0-9]+)\(", re.MULTILINE)
+RUNNING = re.compile(r"^\*+ Start testing of (\w+) \*+$", re.MULTILINE)
+
+
+class Desk(threading.Thread):
+    """Starts the servers that a test asks for by a file, and ends each when its file goes; see
+    tests/support/servers_windows.cpp."""
+
+    def __init__(self, folder):
+        super().__init__(daemon=True)
+        self.folder = folder
+        self.servers = {}
+        self.open = True
+
+    def run(self):
+        while self.open:
+            asked = {name for name in os.listdir(self.folder) if name.endswith(".ask")}
+            for name in asked - self.servers.keys():
+                self.serve(name)
+            for name in self.servers.keys() - asked:
+                self.servers.pop(name).communicate()
+            time.sleep(0.02)
+        for server in self.servers.values():
+            server.communicate()
+
+    def serve(self, name):
+        with open(os.path.join(self.folder, name), encoding="utf-8") as file:
+            folder, log, certified = (file.read().split("\n") + [""])[:3]
+        arguments = [folder, log]
+        if certified:
+            certificate, key = log + ".certificate", log + ".key"
+            subprocess.run(["openssl", "req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1",
+                            "-nodes", "-batch", "-out", certificate, "-keyout", key, "-addext",
+                            "subjectAltName=" + certified], check=True, stderr=subprocess.DEVNULL)
+            arguments += [certificate, key]
+        server = subprocess.Popen([os.path.join(HERE, "..", "support", "server.py"), *arguments],
+                                  stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
+        port = server.stdout.readline()
+        self.servers[name] = server
+        answer = os.path.join(self.folder, name.removesuffix(".ask"))
+        with open(answer + ".new", "w", encoding="ascii") as file:
+            file.write(port)
+        os.rename(answer + ".new", answer + ".port")
+
+
+def unproved():
+    with open(os.path.join(HERE, "unproved.txt"), encoding="utf-8") as file:
+        lines = [line.split("#")[0].split() for line in file]
+    return {words[0] for words in lines if words}
+
+
+def run(program, folder, known):
+    """The problems of one test program, as texts."""
+    log = os.path.join(wine.BUILD, "logs", f"test_{program}.log")
+    temporary = os.path.join(folder, program)
+    os.makedirs(temporary)
+    place = wine.windows_path(temporary)
+    began = time.monotonic()
+    with open(log, "wb") as output:
+        try:
+            code = wine.wine(os.path.join(BIN, f"test_{program}.exe"), stdout=output, stderr=subprocess.STDOUT,
+                             timeout=PATIENCE, cwd=temporary, env=wine.environment(
+                                 TMP=place, TEMP=place, QT_PLUGIN_PATH=wine.windows_path(wine.LIBRARIES + "/plugins"),
+                                 TARVO_SERVERS=wine.windows_path(os.path.join(folder, "desk")))).returncode
+        except subprocess.TimeoutExpired:
+            code = "no end"
+    with open(log, encoding="utf-8", errors="replace") as output:
+        text = output.read().replace("\r\n", "\n")
+    sums = [sum(map(int, column)) for column in zip(*TOTALS.findall(text))] or [0, 0, 0]
+    failed = set(FAILED.findall(text))
+    problems = sorted(failed - known)
+    problems += [f"{name}: holds, but stands in unproved.txt" for name in sorted(
+        (set(PASSED.findall(text)) & known) - failed)]
+    if len(RUNNING.findall(text)) != len(TOTALS.findall(text)) or (code != 0 and not failed):
+        problems.append(f"{program}: ended with {code} (log: {os.path.relpath(log, wine.ROOT)})")
+    print(f"{program}: {sums[0]} passed, {sums[1]} failed, {sums[2]} skipped, {len(failed & known)} known as unproved, "
+          f"{time.monotonic() - began:.0f} s", flush=True)
+    return problems
+
+
+def main():
+    programs = sys.argv[1:] or PROGRAMS
+    known = unproved()
+    problems = []
+    with tempfile.TemporaryDirectory(prefix="tarvo-windows-") as folder, Screen(1280, 960):
+        os.makedirs(os.path.join(folder, "desk"))
+        os.makedirs(os.path.join(folder, "share"))
+        wine.prepare(os.path.join(folder, "share"))
+        desk = Desk(os.path.join(folder, "desk"))
+        desk.start()
+        for program in programs:
+            problems += run(program, folder, known)
+        desk.open = False
+        desk.join()
+        wine.stop()
+    for problem in problems:
+        print(f"FAILED: {problem}")
+    return 1 if problems else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
