@@ -25,18 +25,18 @@ ComandoAtualizacao LerComandoAtualizacao(QString& ComandoBase, const QString& Li
         return {};
     }
     const QStringView inicio = QStringView(Linha).left(2);
-    const QString resto = Linha.mid(2);
+    const QStringView resto = QStringView(Linha).mid(2);
     if (inicio == u"B:") {
-        ComandoBase = resto;
+        ComandoBase = resto.toString();
         return {};
     }
     if (inicio == u"S:") {
-        return {Tipo::Programa, resto};
+        return {Tipo::Programa, resto.toString()};
     }
     if (inicio == u"R:") {
         return {Tipo::Reinicio, QString()};
     }
-    QString comando = inicio == u"E:" ? resto : Preencher(ComandoBase, Linha);
+    QString comando = inicio == u"E:" ? resto.toString() : Preencher(ComandoBase, Linha);
     if (comando.isEmpty()) {
         return {};
     }

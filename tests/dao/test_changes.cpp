@@ -1,8 +1,15 @@
 #include "platform/dao/connection.h"
 #include "platform/dao/dao.h"
 #include "platform/dao/errors.h"
+#include "platform/dao/schema.h"
+#include "platform/sql/parser.h"
+#include "platform/sql/writer.h"
 #include "support/database.h"
 #include "support/test.h"
+
+#include <QRandomGenerator>
+
+#include <functional>
 
 using namespace dao;
 
@@ -22,6 +29,15 @@ INSERT INTO REFERENCIA SELECT 2, Numero, 'B' FROM PECA;
 CREATE VIEW REFERENCIA1 AS SELECT Numero, DoCliente FROM REFERENCIA
     WHERE Cliente = (SELECT Cliente FROM ESCOLHA);
 )";
+
+QString SaidBy(const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const Erro& erro) {
+        return QString::number(erro.Number()) + u' ' + erro.Description();
+    }
+    return {};
+}
 
 }  // namespace
 
@@ -111,6 +127,63 @@ private Q_SLOTS:
         session_.Execute("CREATE TABLE NOVA (A LONG)");
         QCOMPARE(ErrorOf([&] { session_.Execute("INSERT INTO NOVA VALUES ('abc')"); }), 13);
         QCOMPARE(ErrorOf([&] { session_.Execute("UPDATE NOVA SET B = 1"); }), 3061);
+    }
+
+    // Texts of one shape share a translation, and nobody can tell.
+    void RepeatedChangesAreAsSingleOnes() {
+        const QStringList values = List(
+            "7", "-7", "'7'", "' 12 '", "'-3'", "3.5", "-0.25", "'2,5'", ".5", "1E3", "'x'", "''",
+            "'it''s'", "\"d\"\"q\"", "'ÁRVORE'", "'árvore'", "'muito longo'", "300", "40000",
+            "99999999999", "1234567890123456789012", "Null", "True", "No", "#3/5/2024#",
+            "'05/03/2024'", "'31/13/2024'", "C + 1", "Len('ab')", "IIf(C = 7, 1, 2)");
+        const QStringList columns = List("C", "S", "B", "F", "X", "M", "D", "N", "Q", "A");
+        const QStringList texts = {
+            u"INSERT INTO T (C, %1) VALUES (%3, %4)"_s,
+            u"INSERT INTO T (%1, %2) VALUES (%4, %3)"_s,
+            u"UPDATE T SET %1 = %3 WHERE %2 = %4"_s,
+            u"UPDATE T SET %1 = %3, %2 = %4"_s,
+            u"DELETE FROM T WHERE %1 = %3 AND %2 = %4"_s,
+            u"UPDATE T SET %1 = %3 WHERE C > %4 OR X < 'm'"_s,
+            u"INSERT INTO T (%1, C) SELECT %3, C + 50 FROM T WHERE C = %4"_s,
+            u"DELETE T.* FROM T INNER JOIN T AS U ON T.C = U.C WHERE U.%1 = %3 AND U.%2 LIKE '1*'"_s};
+        const QByteArray table =
+            "CREATE TABLE T (C LONG PRIMARY KEY, S SHORT, B BYTE, F YESNO, X TEXT(8), M MEMO, "
+            "D DATETIME, N DOUBLE, Q DECIMAL(6,2), A SINGLE)";
+        const TestDatabase plainFile(Definition);
+        const auto plain = plainFile.Open();
+        Connection& engine = *plain.database->GetConnection();
+        const auto runPlain = [&](const QString& text) {
+            const auto command = sql::Parser::ParseCommand(text.toUtf8());
+            engine.Run(sql::WriteCommand(command, SchemaOf(engine)).statements.first());
+        };
+        session_.Execute(QString::fromUtf8(table));
+        plain.Execute(QString::fromUtf8(table));
+        session_.workspace->BeginTrans();
+        plain.workspace->BeginTrans();
+        QRandomGenerator chance(20260322);
+        const auto any = [&](const QStringList& list) {
+            return list.at(chance.bounded(int(list.size())));
+        };
+        int failed = 0;
+        for (int i = 0; i < 3000; ++i) {
+            const QString first = any(columns);
+            QString second = any(columns);
+            second = second == first ? u"C"_s : second;
+            const QString text = any(texts).arg(first, second, any(values), any(values));
+            const qint64 before = engine.AllChanges();
+            const QString expected = SaidBy([&] { runPlain(text); });
+            const QString said = SaidBy([&] { session_.Execute(text); });
+            QCOMPARE(said + u" <- "_s + text, expected + u" <- "_s + text);
+            failed += said.isEmpty() ? 0 : 1;
+            QVERIFY(!said.isEmpty() ||
+                    session_.database->RecordsAffected() == engine.AllChanges() - before);
+        }
+        QStringList rows;
+        QStringList plainRows;
+        ReadRows(*session_.database, "SELECT * FROM T ORDER BY C", rows);
+        ReadRows(*plain.database, "SELECT * FROM T ORDER BY C", plainRows);
+        QVERIFY(rows.size() > 20 && failed > 500 && failed < 2500);
+        QCOMPARE(rows, plainRows);
     }
 
     // Nothing of such a statement stays, and the next one runs.

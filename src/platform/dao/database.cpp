@@ -2,6 +2,7 @@
 #include "platform/dao/connection.h"
 #include "platform/dao/dao.h"
 #include "platform/dao/errors.h"
+#include "platform/dao/preparedchange.h"
 #include "platform/dao/savepoint.h"
 #include "platform/dao/schema.h"
 #include "platform/dao/statement.h"
@@ -11,6 +12,9 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+
+#include <algorithm>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -57,27 +61,32 @@ QByteArray PasswordOf(const QString& connect) {
     return at < 0 ? QByteArray() : QStringView(connect).sliced(at + mark.size()).toUtf8();
 }
 
-// Rows changed by the statement itself. The engine's own count stays that of the last change where
-// a statement makes none.
-qint64 RunOne(Connection& connection, const QByteArray& sql) {
-    Statement statement(connection, sql);
-    const qint64 before = connection.AllChanges();
-    while (statement.Step()) {
-    }
-    return connection.AllChanges() == before ? 0 : connection.Changes();
-}
-
 // Rows affected: none by a definition, whatever rows it moves.
-qint64 RunAll(Connection& connection, const sql::Translation& translation) {
-    qint64 changes = 0;
-    if (translation.statements.size() == 1) {
-        changes = RunOne(connection, translation.statements.first());  // all or nothing by itself
-    } else {
-        Savepoint savepoint(connection);
-        for (const QByteArray& sql : translation.statements) {
-            changes += RunOne(connection, sql);
+qint64 RunAll(Connection& connection, const sql::Shape& shape,
+              const sql::Translation& translation) {
+    const bool single = translation.statements.size() == 1;
+    if (single && translation.kind == sql::Translation::Kind::Change) {
+        const auto change = std::make_shared<PreparedChange>(connection, shape, translation);
+        const qint64 changes = change->Run(shape);
+        if (std::none_of(translation.tables.begin(), translation.tables.end(), IsCompanionTable)) {
+            KeepChange(connection, shape, change);
         }
-        savepoint.Release();
+        return changes;
+    }
+    qint64 changes = 0;
+    std::optional<Savepoint> savepoint;
+    if (!single) {
+        savepoint.emplace(connection);  // one statement is all or nothing by itself
+    }
+    for (const QByteArray& sql : translation.statements) {
+        Statement statement(connection, sql);
+        const qint64 before = connection.AllChanges();
+        while (statement.Step()) {
+        }
+        changes += connection.AllChanges() == before ? 0 : connection.Changes();
+    }
+    if (savepoint) {
+        savepoint->Release();
     }
     return translation.kind == sql::Translation::Kind::Definition ? 0 : changes;
 }
@@ -123,10 +132,24 @@ std::unique_ptr<Recordset> Database::OpenRecordset(const QString& sql, Recordset
 
 void Database::Execute(const QString& sql, int options) {
     using Kind = sql::Translation::Kind;
-    const sql::Translation translation = Prepare(*connection_, sql);
+    if (!connection_->IsOpen()) {
+        Throw(Failure::ObjectInvalid);
+    }
+    const QByteArray text = sql.toUtf8();
+    const sql::Shape shape(text);
+    const auto known = FindChange(*connection_, shape);
+    sql::Translation translation;
+    if (known) {
+        translation.kind = Kind::Change;
+    } else {
+        translation = Prepare(*connection_, sql);
+    }
     if (translation.kind == Kind::Query) {
         Throw(Failure::NotAnAction);
     }
+    const auto run = [&] {
+        affected_ = known ? known->Run(shape) : RunAll(*connection_, shape, translation);
+    };
     FinishOtherReads(*connection_);
     const bool defines = translation.kind == Kind::Definition || !translation.defined.isEmpty();
     const TablesForgotten forgotten(*connection_, defines);
@@ -139,7 +162,7 @@ void Database::Execute(const QString& sql, int options) {
     connection_->BeginIfWanted();
     const bool within = connection_->InTransaction();
     try {
-        affected_ = RunAll(*connection_, translation);
+        run();
     } catch (const Erro& erro) {
         // A computer that is about to commit waits for the reads of this very connection, and the
         // engine then refuses at once instead of letting both wait. With the reads done, the
@@ -151,7 +174,7 @@ void Database::Execute(const QString& sql, int options) {
             throw;
         }
         connection_->FinishReads();
-        affected_ = RunAll(*connection_, translation);
+        run();
     }
 }
 

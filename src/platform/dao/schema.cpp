@@ -2,6 +2,7 @@
 
 #include "platform/dao/companion.h"
 #include "platform/dao/errors.h"
+#include "platform/dao/preparedchange.h"
 #include "platform/dao/statement.h"
 #include "platform/sql/collation.h"
 #include "platform/sql/plan.h"
@@ -12,6 +13,8 @@
 #include <algorithm>
 #include <chrono>
 #include <memory>
+#include <string>
+#include <unordered_map>
 
 using namespace Qt::StringLiterals;
 
@@ -29,6 +32,7 @@ struct TableCache {
     Clock::time_point until;
     qint64 version = -1;
     QHash<QString, sql::TableInfo> tables;
+    std::unordered_map<std::string, std::shared_ptr<PreparedChange>> changes;  // by shape
 };
 
 namespace {
@@ -101,7 +105,7 @@ std::optional<sql::TableInfo> ReadTable(Connection& connection, const QByteArray
     return table;
 }
 
-QHash<QString, sql::TableInfo>& KnownTables(Connection& connection) {
+TableCache& Known(Connection& connection) {
     if (connection.Tables() == nullptr) {
         connection.Tables() = std::make_shared<TableCache>();
     }
@@ -110,17 +114,18 @@ QHash<QString, sql::TableInfo>& KnownTables(Connection& connection) {
         const qint64 version = connection.Value("PRAGMA schema_version").toLongLong();
         if (version != cache.version) {
             cache.tables.clear();
+            cache.changes.clear();
             cache.version = version;
         }
         cache.until = now + TableCache::Trusted;
     }
-    return cache.tables;
+    return cache;
 }
 
 // What a transaction changes may be rolled back: whoever does that, or sees that the engine did it
 // by itself, calls ForgetTables.
 std::optional<sql::TableInfo> FindTable(Connection& connection, const QString& name) {
-    auto& known = KnownTables(connection);
+    auto& known = Known(connection).tables;
     const QString key = name.toUpper();
     if (const auto table = known.constFind(key); table != known.constEnd()) {
         return *table;
@@ -157,6 +162,26 @@ void ForgetTables(const Connection& connection) {
     }
 }
 
+std::shared_ptr<PreparedChange> FindChange(Connection& connection, const sql::Shape& shape) {
+    const auto& changes = Known(connection).changes;
+    const auto found = changes.find(shape.Key());
+    return found != changes.end() && found->second->Fits(shape) ? found->second : nullptr;
+}
+
+void KeepChange(Connection& connection, const sql::Shape& shape,
+                const std::shared_ptr<PreparedChange>& change) {
+    constexpr std::size_t Most = 32;  // no script goes to and fro between more
+    constexpr std::size_t LongestShape = 10'000;
+    if (shape.Key().size() > LongestShape) {
+        return;
+    }
+    auto& changes = Known(connection).changes;
+    if (changes.size() >= Most) {
+        changes.clear();
+    }
+    changes.insert_or_assign(shape.Key(), change);
+}
+
 sql::Schema SchemaOf(Connection& connection) {
     sql::Schema schema;
     schema.table = [&connection](const QString& name) {
@@ -177,7 +202,8 @@ sql::Translation Prepare(Connection& connection, const QString& sql, sql::Accent
         return connection.Value(query).toLongLong();
     };
     const sql::Schema schema = SchemaOf(connection);
-    sql::Translation translation = sql::PlanQuery(sql, schema, count, accents);
+    sql::Translation translation =
+        sql::PlanQuery(sql, schema, count, accents, sql::Literals::Lifted);
     GuardCompanion(connection, translation);
     if (std::any_of(translation.tables.begin(), translation.tables.end(), IsCompanionTable)) {
         AttachCompanion(connection);

@@ -13,26 +13,21 @@ public:
     ChangeWriter(const Schema& schema, Translation& translation)
         : translation_(translation), writer_(schema), names_(writer_.KnownNames()) {}
 
+    // See Writer::Lift; for a change that becomes one statement.
+    void Lift() { writer_.Lift(translation_.parameters); }
+
     void Write(const Insert& insert);
     void Write(const Update& update);
     void Write(const Delete& deletion);
     void WriteInto(const Query& query);
 
 private:
-    // A column that something is stored in.
-    struct Target {
-        QString table;
-        QString name;
-        ColumnType type;
-        bool required = false;  // the engine would make up a value in the place of Null
-    };
-
     TableInfo TableToChange(std::string_view name) const;
     Target TargetOf(const TableInfo& table, std::string_view column) const;
     std::vector<Target> TargetsOf(const TableInfo& table, const Insert& insert);
     void Finish();
     void WriteStored(const Target& target, const Expr& value);
-    void WriteLiteral(const Target& target, const QVariant& value);
+    void WriteLiteral(const QVariant& kept);
     template <typename Value>
     void WriteConversion(const Target& target, Type from, Value value);
     void WriteRows(const std::vector<Target>& targets, const Query& query);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/sql/shape.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QString>
@@ -9,6 +11,7 @@
 #include <functional>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 // The one place where a text of the system's SQL dialect becomes what the engine runs: tokenizer,
 // syntax tree, writer. Never text replacement.
@@ -62,6 +65,8 @@ struct Translation {
     bool flagColumn = false;
     // Upper-case names of the tables named, so that a table kept in a companion file is attached.
     QStringList tables;
+    // Of a change that is one statement: values that are bound to it (see Shape).
+    std::vector<Parameter> parameters;
     QString defined;  // upper-case name of the table or view that it makes, or empty
 };
 

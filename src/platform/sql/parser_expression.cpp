@@ -122,6 +122,7 @@ ExprPtr Parser::ParsePrefix() {
         if (operand->kind == Expr::Kind::Number) {
             const bool negative = operand->text.front() == '-';
             operand->text = negative ? operand->text.substr(1) : '-' + operand->text;
+            operand->negated = !operand->negated;
             return operand;
         }
         ExprPtr expr = Make(Expr::Kind::Unary, std::move(operand));
@@ -197,11 +198,13 @@ ExprPtr Parser::ParsePrimary() {
     switch (token.kind) {
         case Token::Kind::Number: {
             ExprPtr expr = Make(Expr::Kind::Number);
+            expr->token = static_cast<int>(at_);
             expr->text = TakeNumber();
             return expr;
         }
         case Token::Kind::Text: {
             ExprPtr expr = Make(Expr::Kind::Text);
+            expr->token = static_cast<int>(at_);
             expr->text = Unquote(token);
             ++at_;
             return expr;

@@ -343,7 +343,7 @@ void Planner::WriteStrict(Writer& writer, const Step& step) {
 }  // namespace
 
 Translation PlanQuery(const QString& text, const Schema& schema, const Count& count,
-                      Accents accents) {
+                      Accents accents, Literals literals) {
     const Command command = Parser::ParseCommand(text.toUtf8());
     if (const auto* query = std::get_if<QueryPtr>(&command.body)) {
         Planner planner(schema, count, accents);
@@ -351,7 +351,7 @@ Translation PlanQuery(const QString& text, const Schema& schema, const Count& co
             return planner.Take();
         }
     }
-    return WriteCommand(command, schema, accents);
+    return WriteCommand(command, schema, accents, literals);
 }
 
 }  // namespace sql

@@ -30,6 +30,6 @@ inline constexpr int CountLimit = 1000;
 // function, 3093 bad pattern, 3000 for what cannot be carried over. Unknown tables and columns are
 // left to the engine.
 Translation PlanQuery(const QString& text, const Schema& schema, const Count& count,
-                      Accents accents = Accents::Minded);
+                      Accents accents = Accents::Minded, Literals literals = Literals::Written);
 
 }  // namespace sql

@@ -61,7 +61,8 @@ struct Expr {
     };
     Kind kind = Kind::Null;
     Op op = Op::Not;
-    bool negated = false;  // NOT LIKE, NOT IN, NOT BETWEEN, IS NOT NULL
+    bool negated = false;  // NOT LIKE, NOT IN, NOT BETWEEN, IS NOT NULL; a number with a minus sign
+    int token = -1;        // of a Number or Text that is a literal of the text
     int depth = 1;
     const Function* function = nullptr;
     std::string text;

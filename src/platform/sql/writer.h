@@ -42,6 +42,12 @@ public:
     void WriteSource(const Source& source);
     void WriteWhere(const ExprPtr& where);
 
+    // From now on literals that are stored, or compared with a column of their kind, become
+    // parameters.
+    void Lift(std::vector<Parameter>& parameters) { lifted_ = &parameters; }
+    // Writes a parameter in the place of a literal; false: it has to be written.
+    bool WriteLifted(const Expr& literal, const std::optional<Target>& target = std::nullopt);
+
     // As a value of the dialect (conditions as -1 and 0).
     void Value(const Expr& expr);
     // As a value that becomes part of a text: a date as people read it.
@@ -87,6 +93,7 @@ private:
 
     Names names_;
     Accents accents_;
+    std::vector<Parameter>* lifted_ = nullptr;
     QByteArray out_;
     QStringList tables_;
 };
@@ -98,7 +105,7 @@ void CheckGroups(const Select& select, const std::vector<OrderTerm>& order, Name
 
 // Writes any command; in writer_change.cpp and writer_definition.cpp.
 Translation WriteCommand(const Command& command, const Schema& schema,
-                         Accents accents = Accents::Minded);
+                         Accents accents = Accents::Minded, Literals literals = Literals::Written);
 void WriteDefinition(const Command& command, const Schema& schema, Translation& translation);
 
 // What dao_store is called with behind the value: its column's type, and its name for an error.

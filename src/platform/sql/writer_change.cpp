@@ -214,10 +214,14 @@ void ChangeWriter::Write(const Delete& deletion) {
     Finish();
 }
 
-Translation WriteCommand(const Command& command, const Schema& schema, Accents accents) {
+Translation WriteCommand(const Command& command, const Schema& schema, Accents accents,
+                         Literals literals) {
     Translation translation;
     translation.kind = Translation::Kind::Change;
     ChangeWriter changes(schema, translation);
+    if (literals == Literals::Lifted && !std::holds_alternative<QueryPtr>(command.body)) {
+        changes.Lift();
+    }
     if (const auto* query = std::get_if<QueryPtr>(&command.body)) {
         const Query::Arm& first = (*query)->arms.front();
         if (first.select && !first.select->into.empty()) {

@@ -176,6 +176,18 @@ void Writer::Comparand(const Expr& expr, Type against, bool ordered) {
     Raw(computed ? " AS TEXT)" : "");
 }
 
+bool Writer::WriteLifted(const Expr& literal, const std::optional<Target>& target) {
+    const bool bindable = target || literal.kind == Expr::Kind::Text ||
+                          (literal.kind == Expr::Kind::Number && IsPlainWhole(literal.text));
+    if (!lifted_ || literal.token < 0 || !bindable) {
+        return false;
+    }
+    lifted_->push_back({literal.token, literal.negated, target});
+    Raw("?");
+    Raw(std::to_string(lifted_->size()));
+    return true;
+}
+
 void Writer::Comparison(const Expr& expr) {
     const Expr& left = *expr.args[0];
     const Expr& right = *expr.args[1];
@@ -189,6 +201,11 @@ void Writer::Comparison(const Expr& expr) {
         Raw(collation::Clause);
     }
     Raw(SignOf(expr.op));
+    const bool alike =
+        IsText(leftType) == IsText(rightType) && IsNumber(leftType) == IsNumber(rightType);
+    if (IsColumn(left) && alike && WriteLifted(right)) {
+        return;
+    }
     Comparand(right, leftLiteral ? rightType : leftType, IsOrdered(expr.op));
 }
 

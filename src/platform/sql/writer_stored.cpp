@@ -26,11 +26,8 @@ std::optional<QVariant> LiteralOf(const Expr& expr) {
             return QVariant();
         case Expr::Kind::Text:
             return ToQString(expr.text);
-        case Expr::Kind::Number: {
-            bool whole = false;
-            const qlonglong number = ToQString(expr.text).toLongLong(&whole);
-            return whole ? QVariant(number) : QVariant(ToQString(expr.text).toDouble());
-        }
+        case Expr::Kind::Number:
+            return NumberOf(ToQString(expr.text));
         default:
             return std::nullopt;
     }
@@ -63,7 +60,7 @@ QByteArray DeclarationFor(const ResultColumn& column) {
 
 }  // namespace
 
-ChangeWriter::Target ChangeWriter::TargetOf(const TableInfo& table, std::string_view column) const {
+Target ChangeWriter::TargetOf(const TableInfo& table, std::string_view column) const {
     const ColumnInfo* known = table.Column(column);
     if (!known) {
         if (!table.columns.isEmpty()) {
@@ -75,16 +72,7 @@ ChangeWriter::Target ChangeWriter::TargetOf(const TableInfo& table, std::string_
             known == table.RowNumber() && !table.numbersRows};
 }
 
-void ChangeWriter::WriteLiteral(const Target& target, const QVariant& value) {
-    QVariant kept;
-    try {
-        kept = target.type.Store(value);
-    } catch (const Erro& erro) {
-        throw Erro(erro.Number(), erro.Description() + u' ' + target.name);
-    }
-    if (convert::IsNull(kept) && target.required) {
-        Throw(Failure::NotNull, target.table + u'.' + target.name);
-    }
+void ChangeWriter::WriteLiteral(const QVariant& kept) {
     if (convert::IsNull(kept)) {
         writer_.Raw("NULL");
     } else if (IsText(kept)) {
@@ -114,7 +102,10 @@ void ChangeWriter::WriteConversion(const Target& target, Type from, Value value)
 
 void ChangeWriter::WriteStored(const Target& target, const Expr& value) {
     if (const std::optional<QVariant> literal = LiteralOf(value)) {
-        WriteLiteral(target, *literal);
+        const QVariant kept = target.Kept(*literal);
+        if (!writer_.WriteLifted(value, target)) {
+            WriteLiteral(kept);
+        }
         return;
     }
     WriteConversion(target, names_.TypeOf(value), [&](bool text) {
@@ -127,8 +118,7 @@ void ChangeWriter::WriteStored(const Target& target, const Expr& value) {
 }
 
 // The columns that an INSERT names or means. A key that the engine would make up must be there.
-std::vector<ChangeWriter::Target> ChangeWriter::TargetsOf(const TableInfo& table,
-                                                          const Insert& insert) {
+std::vector<Target> ChangeWriter::TargetsOf(const TableInfo& table, const Insert& insert) {
     std::vector<Target> targets;
     for (const std::string_view column : insert.columns) {
         targets.push_back(TargetOf(table, column));
