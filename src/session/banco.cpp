@@ -11,11 +11,15 @@
 #include <QFile>
 
 #include <algorithm>
+#include <chrono>
 #include <iterator>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
+
+constexpr auto PacienciaDoRegistro = 5s;
 
 // The update lock, while it is held.
 std::unique_ptr<dao::Workspace> mWsLockTrans;
@@ -133,6 +137,11 @@ void GravarUltimaVerificacao(const QString& dataHora, const QString& flagErro) {
     std::unique_ptr<dao::Workspace> workspace;
     std::unique_ptr<dao::Database> banco;
     AbrirBancoDados(workspace, u"sWsNotReadOnly"_s, banco, false);
+    // The window is painted meanwhile.
+    banco->SetPatience([](std::chrono::milliseconds esperado) {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        return esperado < PacienciaDoRegistro;
+    });
     workspace->BeginTrans();
     banco->Execute("UPDATE UMREGISTRO SET "_L1 + campos.join(u','), dao::dbFailOnError);
     workspace->CommitTrans(dao::dbForceOSFlush);

@@ -1,5 +1,6 @@
 #include "update/atualizando.h"
 
+#include "look/paleta.h"
 #include "platform/convert.h"
 #include "platform/erro.h"
 #include "platform/forms/application.h"
@@ -30,6 +31,7 @@ constexpr Coluna PassoAtual{38, {68, 119, 172, 223}, {15, 19}};
 constexpr Coluna PassoConcluido{35, {68, 119, 172, 223}, {23, 18}};
 constexpr Coluna Borda{85, {90, 142, 194, 246}, {228, 17}};
 constexpr Coluna Barra{91, {94, 146, 198, 250}, {0, 9}};
+constexpr QRect Espera{27, 276, 400, 23};
 
 void PorEmFila(const std::array<forms::Panel*, Passos + 1>& imagens, const Coluna& coluna) {
     for (quint8 passo = 1; passo <= Passos; ++passo) {
@@ -62,6 +64,15 @@ frmAtualizando::frmAtualizando() : TelaDeDialogo(Nome, QSize(434, 299), u"atuali
           u"atualizando-concluido"_s);
     criar(imgBordaBarraAtualizacao, u"imgBordaBarraAtualizacao"_s, u"atualizando-borda"_s);
     criar(imgBarraAtualizacao, u"imgBarraAtualizacao"_s, u"atualizando-barra"_s);
+    lblEspera = new forms::Label(u"lblEspera"_s, Picture());
+    // Over the foot of the drawing.
+    QPalette fundo;
+    fundo.setColor(lblEspera->backgroundRole(), Paleta::Atual().petroleoFundo);
+    lblEspera->setPalette(fundo);
+    lblEspera->setAutoFillBackground(true);
+    lblEspera->SetForeColor(Paleta::Atual().gelo);
+    lblEspera->hide();
+    connect(&instalacao_, &Instalacao::Esperando, this, &frmAtualizando::MostrarEspera);
     connect(&instalacao_, &Instalacao::PassoAberto, this, &frmAtualizando::AbrirPasso);
     connect(&instalacao_, &Instalacao::Avancou, this, &frmAtualizando::Avancar);
     connect(&instalacao_, &Instalacao::PassoConcluido, this, &frmAtualizando::FecharPasso);
@@ -72,6 +83,7 @@ void frmAtualizando::PosicionarControles() {
     PorEmFila(imgPassoConcluidoAtualizacao, PassoConcluido);
     PorEmFila(imgBordaBarraAtualizacao, Borda);
     PorEmFila(imgBarraAtualizacao, Barra);
+    lblEspera->setGeometry(Espera);
 }
 
 void frmAtualizando::Load() {
@@ -120,6 +132,8 @@ void frmAtualizando::CloseRequested() {
     const int resposta = forms::MsgBox(
         instalacao_.PassoEmCurso() < Instalacao::PrimeiroPassoQueGrava
             ? u"Deseja cancelar a atualização?"_s
+        : instalacao_.Espera()
+            ? lblEspera->Text() + u".\n\nDeseja interromper a atualização?"_s
             : u"Um comando da atualização está demorando. Deseja interromper a atualização?"_s,
         forms::vbYesNo | forms::vbQuestion | forms::vbDefaultButton2, TituloCatalogo);
     perguntando_ = false;
@@ -154,6 +168,11 @@ void frmAtualizando::AbrirPasso(quint8 sPasso, qint64 maximo) {
     imgBarraAtualizacao.at(sPasso)->show();
     barras_.at(sPasso) = {maximo, 0};
     AtualizarProgressBar(sPasso);
+}
+
+void frmAtualizando::MostrarEspera(const QString& porQuem) {
+    lblEspera->SetText(u"À espera de "_s + porQuem);
+    lblEspera->setVisible(!porQuem.isEmpty());
 }
 
 void frmAtualizando::FecharPasso(quint8 sPasso) {

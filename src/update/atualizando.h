@@ -37,12 +37,14 @@ private:
     void AbrirPasso(quint8 sPasso, qint64 maximo);
     void FecharPasso(quint8 sPasso);
     void Avancar(quint8 sPasso, qint64 quanto);
+    void MostrarEspera(const QString& porQuem);
 
     // Index 0 is not used: the steps count from 1.
     std::array<forms::Panel*, 5> imgPassoAtualAtualizacao{};
     std::array<forms::Panel*, 5> imgPassoConcluidoAtualizacao{};
     std::array<forms::Panel*, 5> imgBordaBarraAtualizacao{};
     std::array<forms::Panel*, 5> imgBarraAtualizacao{};
+    forms::Label* lblEspera = nullptr;
     struct Progresso {
         qint64 maximo = 0;
         qint64 valor = 0;

@@ -33,6 +33,7 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto ComandoDemorado = 2s;
+constexpr auto EsperaNotavel = 1s;  // a reader that is awake is done by then
 
 constexpr QLatin1String FimDeLinha("\r\n");
 // A list has to fit into memory; a server that never ends one must not fill the disk either.
@@ -68,6 +69,13 @@ QString PastaDe(const QString& caminho) {
     return caminho.left(caminho.lastIndexOf(u'\\') + 1);
 }
 
+QString EmPalavras(const std::optional<sys::LockHolder>& leitor) {
+    if (!leitor || leitor->program.isEmpty()) {
+        return u"outro computador, que está usando o catálogo"_s;
+    }
+    return u"%1 (%2), que lê o catálogo neste computador"_s.arg(leitor->program, leitor->user);
+}
+
 void AtualizarCache() {
     dao::DBEngine::Instance().Idle(dao::dbRefreshCache);
     forms::DoEvents();
@@ -101,7 +109,7 @@ void Instalacao::Atualizar(qint16 VersaoAtual, qint16 VersaoNova) {
 }
 
 bool Instalacao::PodeInterromper() const {
-    return Passo < PrimeiroPassoQueGrava ||
+    return Passo < PrimeiroPassoQueGrava || Espera() ||
            (scripts_ && scripts_->ComandoEmCurso() > ComandoDemorado);
 }
 
@@ -295,13 +303,16 @@ void Instalacao::ExecutarScripts(qint16 VersaoAtual, qint16 VersaoNova) {
     }
     AbrirPasso(4, linhas == 0 ? 0 : linhas + 1);
     {
-        ScriptsDaAtualizacao scripts([this] { return ContinuarComando(); });
+        ScriptsDaAtualizacao scripts(
+            [this] { return ContinuarComando(); },
+            [this](std::chrono::milliseconds esperado) { return ContinuarEspera(esperado); });
         scripts_ = &scripts;
         const auto semScripts = qScopeGuard([this] { scripts_ = nullptr; });
         for (const ArquivoAtualizacao& script : lidos) {
             ExecutarLinhas(scripts, script);
         }
         scripts.GravarVersao(VersaoAtual, VersaoNova);
+        TerminarEspera();
         AtualizarCache();
     }
     forms::DoEvents();
@@ -315,6 +326,7 @@ void Instalacao::ExecutarLinhas(ScriptsDaAtualizacao& scripts, const ArquivoAtua
         ++numero;
         try {
             scripts.ExecutarComandoAtualizacao(linha);
+            TerminarEspera();
             ConferirSeInterrompida();
         } catch (const Erro& erro) {
             // What ran is kept, if that is possible; what failed first is what the user is told.
@@ -333,6 +345,23 @@ void Instalacao::ExecutarLinhas(ScriptsDaAtualizacao& scripts, const ArquivoAtua
 bool Instalacao::ContinuarComando() {
     forms::DoEventsInTime();
     return !interrompida_;
+}
+
+bool Instalacao::ContinuarEspera(std::chrono::milliseconds esperado) {
+    if (esperado >= EsperaNotavel) {
+        const QString porQuem = EmPalavras(scripts_->Leitor());
+        if (std::exchange(porQuem_, porQuem) != porQuem) {
+            Q_EMIT Esperando(porQuem);
+        }
+    }
+    forms::DoEventsInTime();
+    return !interrompida_;
+}
+
+void Instalacao::TerminarEspera() {
+    if (!std::exchange(porQuem_, QString()).isEmpty()) {
+        Q_EMIT Esperando(QString());
+    }
 }
 
 void Instalacao::ConferirSeInterrompida() const {

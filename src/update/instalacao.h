@@ -8,6 +8,8 @@
 #include <QHash>
 #include <QObject>
 
+#include <chrono>
+
 class ScriptsDaAtualizacao;
 
 // The four steps of an update, without any window: lists, downloads, files, scripts. To be carried
@@ -34,9 +36,10 @@ public:
 
     // Until the first file is put in place the catalogue is untouched, and the user may change his
     // mind; after that a half-done update would be worse than waiting, unless a statement of a
-    // script does not come to its end.
+    // script does not come to its end, or another computer lets nothing be written.
     bool PodeInterromper() const;
-    // Atualizar ends with Erro 18 or 3059, soon.
+    bool Espera() const { return !porQuem_.isEmpty(); }
+    // Atualizar ends with Erro 18, 3059 or 3260, soon.
     void Interromper();
     bool Interrompida() const { return interrompida_; }
 
@@ -44,6 +47,9 @@ Q_SIGNALS:
     void PassoAberto(quint8 sPasso, qint64 maximo);
     void Avancou(quint8 sPasso, qint64 quanto);
     void PassoConcluido(quint8 sPasso);
+    // Another computer, or program, stops the scripts: "CatalogoTarvo (maria), que lê o catálogo
+    // neste computador". Empty: it goes on.
+    void Esperando(const QString& porQuem);
 
 private:
     void Conectar();
@@ -58,6 +64,8 @@ private:
     void ExecutarScripts(qint16 VersaoAtual, qint16 VersaoNova);
     void ExecutarLinhas(ScriptsDaAtualizacao& scripts, const ArquivoAtualizacao& script);
     bool ContinuarComando();
+    bool ContinuarEspera(std::chrono::milliseconds esperado);
+    void TerminarEspera();
     void ConferirSeInterrompida() const;
     void Desistir(const Erro& erro);
     void ExcluirRecebidos();
@@ -78,5 +86,6 @@ private:
     QStringList recebidos_;            // temporary files that are there, or may be
     QHash<QString, QString> esperas_;  // where files of a folder wait for their turn
     QString ProgramaInstalado;
+    QString porQuem_;                          // is waited for just now
     ScriptsDaAtualizacao* scripts_ = nullptr;  // while the fourth step runs
 };

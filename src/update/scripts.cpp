@@ -33,10 +33,11 @@ bool EhFalhaDoMeio(const Erro& erro) {
 
 }  // namespace
 
-ScriptsDaAtualizacao::ScriptsDaAtualizacao(std::function<bool()> continuar) {
+ScriptsDaAtualizacao::ScriptsDaAtualizacao(std::function<bool()> continuar, Espera esperar) {
     AbrirBancoDados(sessao_, u"sWsNotReadOnly"_s, banco_, false);
     eraLegivel_ = RegistroLegivel();
     banco_->SetIdle(std::move(continuar));
+    banco_->SetPatience(std::move(esperar));
 }
 
 ScriptsDaAtualizacao::~ScriptsDaAtualizacao() {

@@ -19,9 +19,12 @@
 class ScriptsDaAtualizacao {
 public:
     using Relogio = std::chrono::steady_clock;
+    using Espera = std::function<bool(std::chrono::milliseconds)>;
 
     // `continuar` is called again and again while a statement runs; false ends it with Erro 3059.
-    explicit ScriptsDaAtualizacao(std::function<bool()> continuar = {});
+    // `esperar` likewise, every few milliseconds, while other computers' locks are waited for, with
+    // how long they have been; false ends it with Erro 3260. Without it that is after 5 s.
+    explicit ScriptsDaAtualizacao(std::function<bool()> continuar = {}, Espera esperar = {});
     // What has not been committed is rolled back.
     ~ScriptsDaAtualizacao();
     ScriptsDaAtualizacao(const ScriptsDaAtualizacao&) = delete;
@@ -38,6 +41,9 @@ public:
 
     // Records the new version. Erro -112 if the catalogue does not take it.
     void GravarVersao(qint16 VersaoAtual, qint16 VersaoNova);
+
+    // Who reads the catalogue just now, so that no group can be committed.
+    std::optional<sys::LockHolder> Leitor() const { return banco_->Reader(); }
 
     // For how long the statement under way has been running; zero between two.
     Relogio::duration ComandoEmCurso() const;

@@ -23,6 +23,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
+constexpr auto MaiorEspera = 10min;
+
 QString Servidor() {
     const auto registro =
         gDB->OpenRecordset(u"SELECT UrlAtualizacao FROM UMREGISTRO"_s, dao::dbOpenForwardOnly);
@@ -76,6 +78,33 @@ void Bloquear() {
     throw Erro(falha, u"Não foi possível bloquear o catálogo para a atualização."_s);
 }
 
+// Nobody is there to give up waiting for a computer that sleeps in the middle of a search.
+class Paciencia {
+public:
+    explicit Paciencia(Instalacao& instalacao) {
+        limite_.setSingleShot(true);
+        QObject::connect(&limite_, &QTimer::timeout, &instalacao, &Instalacao::Interromper);
+        QObject::connect(&instalacao, &Instalacao::Esperando, &limite_,
+                         [this](const QString& quem) {
+                             porQuem_ = quem;
+                             if (quem.isEmpty()) {
+                                 limite_.stop();
+                             } else if (!limite_.isActive()) {
+                                 limite_.start(MaiorEspera);
+                             }
+                         });
+    }
+
+    QString Desistencia() const {
+        return u"A atualização esperou demais por %1; a próxima recomeça do início."_s.arg(
+            porQuem_);
+    }
+
+private:
+    QTimer limite_;
+    QString porQuem_;
+};
+
 FimSemJanela Instalar() {
     Perguntar();
     Bloquear();
@@ -90,9 +119,13 @@ FimSemJanela Instalar() {
     const Verificador::Resposta resposta = Perguntar();
     const QString servidor = Servidor();
     Instalacao instalacao(false);
+    const Paciencia paciencia(instalacao);
     try {
         instalacao.Atualizar(resposta.local, resposta.servidor);
     } catch (const Erro& erro) {
+        if (instalacao.Interrompida()) {
+            throw FimSemJanela{Desfecho::OutroComputador, paciencia.Desistencia()};
+        }
         throw FimSemJanela{DesfechoDaFalha(erro), FalhaEmPalavras(erro, servidor)};
     }
     instalacao.IniciarProgramaInstalado();

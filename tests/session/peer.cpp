@@ -18,6 +18,12 @@ QString Do(const QString& command, const QString& rest, QTextStream& out) {
     if (command == QLatin1String("value")) {
         return gDB->OpenRecordset(rest)->Fields(0).Value().toString();
     }
+    // Begins to read and does not come to the end.
+    if (command == QLatin1String("hold")) {
+        static std::unique_ptr<dao::Recordset> held;
+        held = gDB->OpenRecordset(rest);
+        return QStringLiteral("0");
+    }
     do {
         gDB->Execute(rest, dao::dbFailOnError);
         if (command == QLatin1String("loop")) {

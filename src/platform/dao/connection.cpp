@@ -12,15 +12,21 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 
 #include <array>
 #include <sqlite3.h>
+#include <thread>
 
 namespace dao {
 
 namespace {
 
 constexpr char ClientKey[] = "tarvo.connection";
+constexpr std::chrono::milliseconds WaitSlice{20};
+// Which every reader locks, by the engine's file format.
+constexpr qint64 FirstSharedByte = 0x40000002;
+constexpr qint64 SharedBytes = 510;
 
 // Never destroyed: the session's own connection may be closed later than any static of this file.
 std::vector<Connection*>& Registry() {
@@ -155,7 +161,47 @@ void Connection::SetIdle(std::function<bool()> idle) {
 }
 
 void Connection::SetBusyTimeout(std::chrono::milliseconds timeout) {
+    if (timeout.count() > 0 && patience_) {
+        sqlite3_busy_handler(
+            Handle(),
+            [](void* self, int tries) {
+                return static_cast<Connection*>(self)->KeepWaiting(tries) ? 1 : 0;
+            },
+            this);
+        return;
+    }
     sqlite3_busy_timeout(Handle(), static_cast<int>(timeout.count()));
+}
+
+void Connection::SetPatience(std::function<bool(std::chrono::milliseconds)> patience) {
+    patience_ = std::move(patience);
+    SetBusyTimeout(Patience);
+}
+
+bool Connection::KeepWaiting(int tries) {
+    if (tries == 0) {
+        waitingSince_ = Clock::now();
+    }
+    std::this_thread::sleep_for(WaitSlice);
+    const auto waited =
+        std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - waitingSince_);
+    // Meanwhile a commit keeps everybody else from reading.
+    return patience_(waited) && (!committing_ || waited < Patience);
+}
+
+void Connection::Commit() {
+    for (int tries = 0; patience_ && Reader(); ++tries) {
+        if (!KeepWaiting(tries)) {
+            Throw(Failure::Locked);
+        }
+    }
+    committing_ = true;
+    const auto committed = qScopeGuard([this] { committing_ = false; });
+    Run("COMMIT");
+}
+
+std::optional<sys::LockHolder> Connection::Reader() const {
+    return sys::FindLock(path_, FirstSharedByte, SharedBytes);
 }
 
 bool Connection::InTransaction() const {

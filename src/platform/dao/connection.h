@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/system/filelocks.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QVariant>
@@ -7,6 +9,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 struct sqlite3;
@@ -46,8 +49,14 @@ public:
     qint64 PagesRead() const;               // from the file, since the connection was opened
     void SetBusyTimeout(std::chrono::milliseconds timeout);
     bool InTransaction() const;
-    // See Database::SetIdle.
+    // See Database::SetIdle and Database::SetPatience.
     void SetIdle(std::function<bool()> idle);
+    void SetPatience(std::function<bool(std::chrono::milliseconds)> patience);
+    // COMMIT. Readers are waited for before it, as SetPatience says: a commit that waits by itself
+    // lets nobody else begin to read.
+    void Commit();
+    // Somebody else who reads the file just now.
+    std::optional<sys::LockHolder> Reader() const;
     sqlite3* Handle() const {
         return handle_.get();
     }  // for the files of platform/dao that register functions
@@ -83,6 +92,7 @@ private:
         void operator()(sqlite3* handle) const;
     };
     void Open(const QByteArray& key, Mode mode);
+    bool KeepWaiting(int tries);
 
     QString path_;
     std::unique_ptr<sqlite3, Closer> handle_;
@@ -90,6 +100,9 @@ private:
     std::vector<RowReader*> readers_;
     std::shared_ptr<TableCache> tables_;
     std::function<bool()> idle_;
+    std::function<bool(std::chrono::milliseconds)> patience_;
+    Clock::time_point waitingSince_;
+    bool committing_ = false;
     Clock::time_point deadline_ = Clock::time_point::max();
     bool transactionWanted_ = false;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/sql/likepattern.h"
+#include "platform/system/filelocks.h"
 
 #include <QObject>
 #include <QString>
@@ -9,6 +10,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 // The database operations of the system under their usual names, over SQLCipher. One thread uses
@@ -160,6 +162,14 @@ public:
     // Called again and again while a statement runs; false ends it with 3059 and rolls its
     // transaction back. It must not throw and not use this database. Empty: nobody is called.
     void SetIdle(std::function<bool()> goOn);
+
+    // Called again and again, every few milliseconds, while a statement or a commit waits for the
+    // locks of another computer, with how long it has waited; false ends the wait with 3260. It
+    // must not throw and, Reader() apart, not use this database. Empty: five seconds, in which
+    // nothing else happens.
+    void SetPatience(std::function<bool(std::chrono::milliseconds waited)> goOn);
+    // Who reads the file just now and so lets no commit through, as far as the system knows.
+    std::optional<sys::LockHolder> Reader() const;
     void Close();
 
     // For tools and data sources only: the connection under this object.
@@ -197,7 +207,7 @@ private:
     explicit Workspace(QString name);
     QString name_;
     void Drop();
-    void End(const QByteArray& statement);
+    void End(bool commit);
     std::vector<std::shared_ptr<Connection>> Open() const;
     std::vector<std::weak_ptr<Connection>> connections_;
     bool inTransaction_ = false;

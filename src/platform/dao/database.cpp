@@ -211,6 +211,14 @@ void Database::SetIdle(std::function<bool()> goOn) {
     connection_->SetIdle(std::move(goOn));
 }
 
+void Database::SetPatience(std::function<bool(std::chrono::milliseconds)> goOn) {
+    connection_->SetPatience(std::move(goOn));
+}
+
+std::optional<sys::LockHolder> Database::Reader() const {
+    return connection_->Reader();
+}
+
 void Database::Close() {
     if (connection_ != nullptr) {
         connection_->Close();
@@ -265,14 +273,14 @@ void Workspace::BeginTrans() {
 
 void Workspace::CommitTrans(int options) {
     Q_UNUSED(options);  // every commit waits for the disk
-    End("COMMIT");
+    End(true);
 }
 
 void Workspace::Rollback() {
-    End("ROLLBACK");
+    End(false);
 }
 
-void Workspace::End(const QByteArray& statement) {
+void Workspace::End(bool commit) {
     if (!inTransaction_) {
         Throw(Failure::NoTransaction);
     }
@@ -281,8 +289,10 @@ void Workspace::End(const QByteArray& statement) {
             // A commit waits for the readers of other connections, a roll-back breaks its own off.
             FinishOtherReads(*connection);
             connection->FinishReads();
-            connection->Run(statement);
-            if (statement == "ROLLBACK") {
+            if (commit) {
+                connection->Commit();
+            } else {
+                connection->Run("ROLLBACK");
                 ForgetTables(*connection);
             }
         }

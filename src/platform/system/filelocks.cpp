@@ -7,6 +7,9 @@
 #include <QFileInfo>
 #include <QList>
 
+#include <algorithm>
+#include <iterator>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -25,6 +28,15 @@ QString Unescaped(const QByteArray& field) {
         }
     }
     return QString::fromUtf8(path);
+}
+
+// There a lock may be another computer's, and the number that of one of its processes.
+bool IsOfManyComputers(const QString& type) {
+    static constexpr QLatin1StringView Types[] = {"nfs"_L1,  "cifs"_L1,          "smb"_L1,
+                                                  "9p"_L1,   "ceph"_L1,          "ocfs2"_L1,
+                                                  "gfs2"_L1, "fuse.glusterfs"_L1};
+    return std::any_of(std::begin(Types), std::end(Types),
+                       [&](QLatin1StringView known) { return type.startsWith(known); });
 }
 
 bool LiesBelow(const QString& path, const QString& folder) {
@@ -102,4 +114,12 @@ sys::LockAnswer sys::ProbeLock(const QString& path) {
             break;
     }
     return TryLock(second) == Outcome::Granted ? LockAnswer::Ignored : LockAnswer::Kept;
+}
+
+std::optional<sys::LockHolder> sys::FindLock(const QString& path, qint64 from, qint64 bytes) {
+    const std::optional<qint64> process = ProcessThatLocks(ToNative(path), from, bytes);
+    if (!process) {
+        return std::nullopt;
+    }
+    return IsOfManyComputers(MountOf(path).type) ? LockHolder() : DescribeProcess(*process);
 }

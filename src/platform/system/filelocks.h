@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 // Whether a lock on a file keeps other computers out. Path texts as in paths.h.
 namespace sys {
 
@@ -30,5 +32,16 @@ enum class LockAnswer {
 // The content is left alone. Not for a file that this process has open as a database: closing it
 // here would let go the locks that the engine holds of it.
 LockAnswer ProbeLock(const QString& path);
+
+// Who holds a lock; both empty where the system can't tell, as of another computer's.
+struct LockHolder {
+    QString program;
+    QString user;
+    friend bool operator==(const LockHolder&, const LockHolder&) = default;
+};
+// The holder of a lock, of another process, on these bytes of a file, that would keep this one from
+// writing there. Nothing where there is none, or no such question (Windows). The file stays open to
+// this process until its end: closing it would let go the locks that a database engine holds of it.
+std::optional<LockHolder> FindLock(const QString& path, qint64 from, qint64 bytes);
 
 }  // namespace sys

@@ -15,3 +15,12 @@ sys::Outcome sys::TryLock(const QFile& file) {
     return reason == ERROR_LOCK_VIOLATION || reason == ERROR_IO_PENDING ? Outcome::Taken
                                                                         : Outcome::Impossible;
 }
+
+// The system doesn't tell, and would count the locks of this very program among the others.
+std::optional<qint64> sys::ProcessThatLocks(const QString&, qint64, qint64) {
+    return std::nullopt;
+}
+
+sys::LockHolder sys::DescribeProcess(qint64) {
+    return {};
+}
