@@ -121,9 +121,12 @@ void Screen::Change(const Search& search, Order last) {
     }
 }
 
-Measured Screen::Run(const Search& search, const OrderBy& order) {
+Measured Screen::Run(const Search& search, const OrderBy& order, const Moments& moments) {
     Enter(search, order.order);
     Settle();
+    if (moments.beforeLastKey) {
+        moments.beforeLastKey();
+    }
 
     Measured measured;
     const Clock::time_point start = Clock::now();
@@ -132,6 +135,9 @@ Measured Screen::Run(const Search& search, const OrderBy& order) {
         Change(search, order.order);
         handlerMs = MillisecondsSince(start);
     });
+    if (moments.painted) {
+        moments.painted();
+    }
     while (!source_->GetRecordset()->IsComplete()) {
         QCoreApplication::processEvents();
     }

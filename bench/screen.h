@@ -6,7 +6,15 @@
 #include "platform/forms/datasource.h"
 #include "watch.h"
 
+#include <functional>
+
 namespace bench {
+
+// What else is to happen in a run; nothing where there is none.
+struct Moments {
+    std::function<void()> beforeLastKey;
+    std::function<void()> painted;
+};
 
 // The real search screen over the catalogue of `folder`, with its part panel open.
 class Screen {
@@ -16,7 +24,7 @@ public:
 
     // Brings every input but the last one into place, then changes that one and waits for the
     // paint and for the whole result.
-    Measured Run(const Search& search, const OrderBy& order);
+    Measured Run(const Search& search, const OrderBy& order, const Moments& moments = {});
 
     // The text that the last Run searched by, in the system's dialect.
     QString Sql() const { return source_->RecordSource(); }
