@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # What a small web server bears: how many checks and how many whole updates a second one lighttpd
-# serves on the loopback, and what that costs it. Writes the table of docs/many-computers.md.
+# serves on the loopback, and what that costs it. Writes the table into docs/many-computers.md.
 #
 #   bench/server.sh
 #
@@ -41,13 +41,16 @@ processor_ticks() {
     awk '{ print $14 + $15 }' "/proc/$server/stat"
 }
 
-# Requests a second, and the server's own processor time of one in microseconds.
+# Requests a second, the server's own processor time of one in microseconds, bytes of its answer's head.
 measure() {  # name, requests
-    local before rate ticks
+    local before
     before=$(processor_ticks)
-    rate=$(ab -q -n "$2" -c 16 "http://127.0.0.1:$port/$1" | awk '/^Requests per second/ { print $4 }')
-    ticks=$(($(processor_ticks) - before))
-    echo "$rate $(awk -v t="$ticks" -v n="$2" -v hz="$(getconf CLK_TCK)" 'BEGIN { print t / hz / n * 1e6 }')"
+    ab -q -n "$2" -c 16 "http://127.0.0.1:$port/$1" >"$site/report"
+    awk -v t=$(($(processor_ticks) - before)) -v n="$2" -v hz="$(getconf CLK_TCK)" '
+        /^Requests per second/ { rate = $4 }
+        /^Total transferred/ { total = $3 }
+        /^HTML transferred/ { body = $3 }
+        END { print rate, t / hz / n * 1e6, (total - body) / n }' "$site/report"
 }
 
 {
@@ -58,24 +61,31 @@ measure() {  # name, requests
     echo figure $(measure figura.png 20000)
     echo large $(measure figura@3x.png 12000)
 } | LC_ALL=C awk -v parts=$parts -v computers=$computers '
-    { rate[$1] = $2; cpu[$1] = $3 }
+    { rate[$1] = $2; cpu[$1] = $3; head[$1] = $4 }
     # A check asks for a number and its signature; an update asks twice, then fetches.
     END {
         check_s = 2 / rate["small"]
         check_cpu = 2 * cpu["small"]
-        check_bytes = 2 * (3 + 144) / 2
+        check_bytes = 3 + 144 + 2 * head["small"]
         update_s = 2 * check_s + 1 / rate["list"] + 1 / rate["small"] + 1 / rate["script"] \
             + parts * (1 / rate["photo"] + 1 / rate["figure"] + 1 / rate["large"])
         update_cpu = 2 * check_cpu + cpu["list"] + cpu["small"] + cpu["script"] \
             + parts * (cpu["photo"] + cpu["figure"] + cpu["large"])
         requests = 4 + 2 + 1 + parts * 3
-        bytes = 2 * check_bytes + parts * 3 * 110 + 130 + 300000 + parts * 160000
-        print "| | Requests | Bytes | A second | Processor time of one | " computers " computers |"
+        bytes = 2 * check_bytes + parts * 3 * 110 + 130 + 300000 + parts * 160000 \
+            + (requests - 4) * head["small"]
+        print "| | Requests | Answered bytes | A second | Processor time of one " \
+            "| 100,000 computers, one a day each |"
         print "|---|--:|--:|--:|--:|---|"
-        printf "| Check | 2 | %d and %d of heads | %.0f | %.2f ms | a check a day each: %d requests, %.0f MB, %.0f s of one core |\n", \
-            check_bytes, 2 * 420, 1 / check_s, check_cpu / 1e3, 2 * computers, \
-            computers * (check_bytes + 840) / 1e6, computers * check_cpu / 1e6
-        printf "| Whole update | %d | %.1f MB | %.0f | %.1f ms | an update each: %.1f million requests, %.0f GB, %.0f s of one core |\n", \
+        printf "| Check | 2 | %d | %.0f | %.3f ms " \
+            "| %.1f million requests, %.0f MB, %.0f s of one core |\n", \
+            check_bytes, 1 / check_s, check_cpu / 1e3, 2 * computers / 1e6, \
+            computers * check_bytes / 1e6, computers * check_cpu / 1e6
+        printf "| Whole update | %d | %.1f MB | %.0f | %.1f ms " \
+            "| %.1f million requests, %.0f GB, %.0f s of one core |\n", \
             requests, bytes / 1e6, 1 / update_s, update_cpu / 1e3, requests * computers / 1e6, \
             bytes * computers / 1e9, computers * update_cpu / 1e6
-    }'
+    }' >"$site/table"
+sed -i -e "/<!-- server: begin -->/,/<!-- server: end -->/{//!d}" \
+    -e "/<!-- server: begin -->/r $site/table" docs/many-computers.md
+cat "$site/table"

@@ -1,13 +1,15 @@
-"""A data folder on a share that may only be read. Runs as an ordinary user, because nothing is
-read-only to root."""
+"""A data folder on a share that may only be read, or that is only read. Runs as an ordinary user,
+because nothing is read-only to root."""
 
+import hashlib
 import os
 import stat
 import subprocess
 import tempfile
 
 import runs
-from runs import EXIT, ProgramTest, wait
+import stations
+from runs import EXIT, TOOL, ProgramTest, wait
 
 NOBODY = 65534
 
@@ -22,6 +24,36 @@ class ReadOnlyTest(ProgramTest):
             wait("the search screen", lambda: catalogue.find(*EXIT))
             self.type_number(catalogue, "1")
             self.assertFalse(catalogue.box())
+
+    def test_daily_work_writes_nothing(self):
+        """Searching, choosing customers, leafing, printing: from the start to the settings."""
+        data = self.new_data()
+        # No check for updates comes in between, which would note its date.
+        subprocess.run([TOOL, "run", os.path.join(data, "Tarvo.mdb"),
+                        "UPDATE UMREGISTRO SET DataUltimaVerificacao = "
+                        "julianday('now', 'localtime') - julianday('1899-12-30')"], check=True)
+        before = picture_of(data)
+        with self.catalogue(data) as tour:
+            tour.data = data
+            tour.pictures = self.folder
+            for station in stations.STATIONS[:stations.STATIONS.index(stations.settings)]:
+                station(tour)
+            tour.click(*stations.LEAVE)
+            wait("the end", tour.ended)
+        self.assertEqual(picture_of(data), before)
+
+
+def picture_of(folder):
+    """Every file's content and time, and the folders' times, which tell of a file that came and
+    went."""
+    found = {}
+    for path, _, names in os.walk(folder, followlinks=True):
+        found[path] = os.stat(path).st_mtime_ns
+        for name in names:
+            file = os.path.join(path, name)
+            with open(file, "rb") as content:
+                found[file] = (os.stat(file).st_mtime_ns, hashlib.sha256(content.read()).hexdigest())
+    return found
 
 
 def make_read_only(folder):
