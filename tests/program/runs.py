@@ -73,8 +73,8 @@ class ProgramTest(unittest.TestCase):
         return text
 
 
-def main():
-    with Screen() as screen:
+def main(*size):
+    with Screen(*size) as screen:
         ProgramTest.screen = screen
         outcome = unittest.main(module="__main__", exit=False, verbosity=2).result
     sys.exit(not outcome.wasSuccessful())
