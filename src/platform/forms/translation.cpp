@@ -43,6 +43,10 @@ constexpr Entry Entries[] = {
     {"&Yes"_L1, u"&Sim"},
     {"&No"_L1, u"&Não"},
     {"Close"_L1, u"Fechar"},
+    {"Folder"_L1, u"Pasta"},
+    {"Drive"_L1, u"Unidade"},
+    {"File"_L1, u"Arquivo"},
+    {"%1 File"_L1, u"Arquivo %1"},
 };
 
 class OwnTranslation : public QTranslator {
