@@ -1,10 +1,10 @@
 #include "importar/mdbsource.h"
 
+#include "importar/copyfile.h"
 #include "importar/mdbformat.h"
 #include "importar/mdbprotocol.h"
 #include "platform/erro.h"
 #include "platform/system/child.h"
-#include "platform/system/output.h"
 #include "platform/system/paths.h"
 
 #include <QDir>
@@ -164,24 +164,6 @@ private:
     quint32 frames_ = 0;
 };
 
-void Copy(const QString& from, const QString& to) {
-    QFile source(from);
-    if (!source.open(QIODevice::ReadOnly)) {
-        throw Erro(Erro::PathFileAccess, u"Não foi possível ler \"%1\"."_s.arg(from));
-    }
-    sys::Output target(to);
-    constexpr qint64 Piece = 1 << 20;
-    qint64 copied = 0;
-    for (QByteArray bytes = source.read(Piece); !bytes.isEmpty(); bytes = source.read(Piece)) {
-        target.Write(bytes.constData(), bytes.size());
-        copied += bytes.size();
-    }
-    target.Close();
-    if (source.error() != QFileDevice::NoError || copied != source.size()) {
-        throw Erro(Erro::PathFileAccess, u"Não foi possível ler \"%1\" até o fim."_s.arg(from));
-    }
-}
-
 }  // namespace
 
 void SetMdbReader(const QString& program) {
@@ -197,7 +179,7 @@ MdbSource::MdbSource(const QString& path, const QString& aside, std::chrono::mil
             "novo."_s.arg(lock);
     }
     try {
-        Copy(path, copy_);
+        CopyFile(path, copy_);
     } catch (const Erro& erro) {
         QFile::remove(copy_);
         if (erro.Number() == Erro::DiskFull) {

@@ -1,12 +1,11 @@
 #include "importar/pictures.h"
 
+#include "importar/copyfile.h"
 #include "platform/erro.h"
-#include "platform/system/output.h"
 #include "platform/system/paths.h"
 
 #include <QDir>
 #include <QDirIterator>
-#include <QFile>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -18,29 +17,15 @@ const QString PictureFolders[] = {u"FotoPeca"_s, u"Figuras"_s};
 const QString HelpFolder = u"Ajuda"_s;
 const QString HelpName = u"Ajuda_Catalogo_TARVO-LINDEN.hlp"_s;
 
-[[noreturn]] void Fail(Erro::Code code, const QString& file) {
-    throw Erro(code, code == Erro::DiskFull
-                         ? u"Não foi possível copiar \"%1\": o disco está cheio."_s.arg(file)
-                         : u"Não foi possível copiar \"%1\"."_s.arg(file));
-}
-
-void CopyFile(const QString& from, const QString& to) {
-    QFile source(from);
-    if (!source.open(QIODevice::ReadOnly)) {
-        Fail(Erro::PathFileAccess, from);
-    }
+// Whatever stands in the way, the file is what the user knows.
+void Bring(const QString& from, const QString& to) {
     try {
-        sys::Output target(to);
-        constexpr qint64 Piece = 1 << 20;
-        for (QByteArray bytes = source.read(Piece); !bytes.isEmpty(); bytes = source.read(Piece)) {
-            target.Write(bytes.constData(), bytes.size());
-        }
-        if (source.error() != QFileDevice::NoError) {
-            Fail(Erro::PathFileAccess, from);
-        }
-        target.Close();
+        CopyFile(from, to);
     } catch (const Erro& erro) {
-        Fail(static_cast<Erro::Code>(erro.Number()), from);
+        throw Erro(erro.Number(),
+                   erro.Number() == Erro::DiskFull
+                       ? u"Não foi possível copiar \"%1\": o disco está cheio."_s.arg(from)
+                       : u"Não foi possível copiar \"%1\"."_s.arg(from));
     }
 }
 
@@ -64,7 +49,7 @@ void MakePictureFolders(const QString& to) {
 qint64 BringPictures(const QString& from, const QString& to, tabelas::Progress& progress) {
     qint64 copied = 0;
     const auto copy = [&](const QString& source, const QString& target) {
-        CopyFile(source, target);
+        Bring(source, target);
         progress.Step(0, ++copied);
     };
     for (const QString& name : {PictureFolders[0], PictureFolders[1], HelpFolder}) {
