@@ -3,6 +3,7 @@
 #include "platform/dao/schema.h"
 #include "platform/system/paths.h"
 #include "session/banco.h"
+#include "session/global.h"
 
 #include <sqlite3.h>
 #include <stdexcept>
@@ -23,10 +24,28 @@ struct Finalizer {
 BareApi::BareApi(const QString& folder)
     : connection_(std::make_shared<dao::Connection>(sys::ToNative(folder + u"\\Tarvo.mdb"_s),
                                                     SenhaBancoDados().toUtf8(),
-                                                    dao::Connection::Mode::ReadOnly)) {}
+                                                    dao::Connection::Mode::ReadOnly)) {
+    const auto session = gDB->GetConnection();
+    connection_->Run(
+        "CREATE TEMP TABLE CODIGOCLIENTECONCORRENTE (CodigoClienteConcorrente INTEGER)");
+    connection_->Run("CREATE TEMP VIEW REFERENCIACRUZADA1 AS " +
+                     session
+                         ->Value("SELECT substr(sql, instr(sql, 'SELECT')) FROM main.sqlite_schema "
+                                 "WHERE name = 'REFERENCIACRUZADA1'")
+                         .toByteArray());
+}
 
 // A result may be several statements, one behind the other.
 Measured BareApi::Run(const QString& sql) {
+    // The customer in force is the session's own choice.
+    const QByteArray code =
+        gDB->GetConnection()
+            ->Value("SELECT CodigoClienteConcorrente FROM CODIGOCLIENTECONCORRENTE")
+            .toByteArray();
+    connection_->Run(
+        "DELETE FROM temp.CODIGOCLIENTECONCORRENTE; INSERT INTO temp.CODIGOCLIENTECONCORRENTE "
+        "VALUES (" +
+        code + ")");
     const QList<QByteArray> texts = dao::Prepare(*connection_, sql).statements;
 
     Measured measured;
