@@ -357,6 +357,10 @@ private Q_SLOTS:
              "UPDATE T SET Nome = 'mais que dez letras', Qtd = Qtd & 'x'",
              "INSERT INTO T (Nome) VALUES ('b')"},
             "SELECT Id, Nome, Qtd FROM T", {"1|mais que dez letras|5x", "3|b|-"});
+        row("dates of an older catalogue",
+            {"ALTER TABLE UMREGISTRO ALTER COLUMN DataEmissao DATETIME NOT NULL",
+             "UPDATE UMREGISTRO SET DataEmissao = '05/03/2024'"},
+            "SELECT 'rev. ' & DataEmissao, Versao FROM UMREGISTRO", {"rev. 05/03/2024|5"});
         row("several columns at once",
             {create, "INSERT INTO T (Nome) VALUES ('a')",
              "ALTER TABLE T ADD COLUMN X LONG, COLUMN Z DOUBLE",

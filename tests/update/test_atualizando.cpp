@@ -1,7 +1,9 @@
 #include "platform/dao/connection.h"
 #include "platform/forms/controls.h"
+#include "platform/system/clock.h"
 #include "platform/system/paths.h"
 #include "platform/system/process.h"
+#include "session/arquivos.h"
 #include "session/banco.h"
 #include "session/global.h"
 #include "support/catalogo.h"
@@ -11,6 +13,7 @@
 #include "support/windows.h"
 #include "update/atualizando.h"
 #include "update/internet.h"
+#include "update/restos.h"
 
 #include <QTimer>
 
@@ -435,6 +438,25 @@ private Q_SLOTS:
         QCOMPARE(Update(1, 2),
                  List("Erro nº: 3035\nO comando precisa de memória demais. (dois.txt, linha 12)"));
         QCOMPARE(Versions(), u"1/0"_s);
+    }
+
+    // A moment, a disk and a number of four digits make the name: two may well come to the same.
+    void NoTwoDownloadsShareAName() {
+        sys::SetClock([] { return QDateTime(QDate(2026, 3, 5), QTime(9, 0), Qt::UTC); });
+        for (int number = 0; number < 10000; ++number) {
+            const QString name =
+                u"000900000305"_s + SerialVolume(u"C:\\"_s) + QString::number(number);
+            if (number % 3000 != 7) {
+                Write(Path(name + u"-recebido.tmp"_s));
+            }
+        }
+        for (int i = 0; i < 4; ++i) {
+            const QString name = sys::ToNative(NomeDoRecebido(gCaminho));
+            QVERIFY2(!QFile::exists(name), qPrintable(name));
+            Write(name);
+        }
+        QCOMPARE(catalogo_->Temporarios().size(), 10000);
+        sys::SetClock({});
     }
 
     void RemovesWhatDeadUpdatesLeft() {

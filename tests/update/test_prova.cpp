@@ -165,6 +165,19 @@ private Q_SLOTS:
                 QFile::remove(s.Folder() + "/ListVersao3.txt.sig"_L1);
             },
             unsignedList);
+        row(
+            "the list before a replacement, genuine like the one after it",
+            [](auto& s) {
+                const QByteArray list = Read(s, "ListVersao3.txt");
+                const QByteArray signature = Read(s, "ListVersao3.txt.sig");
+                s.Put("FotoPeca/b.png", "outra, melhor");
+                s.Put("ListVersao3.txt", "FOTO;FotoPeca\\b.png;13\r\n");
+                SignAll(s, {Publisher});
+                QVERIFY(Read(s, "ListVersao3.txt") != list);
+                s.Put("ListVersao3.txt", list);
+                s.Put("ListVersao3.txt.sig", signature);
+            },
+            u"Erro nº: -104\nInternetReadFile:0;-111;*FotoPeca\\b.png*"_s);
         // Not even needed: without keys the list's own word is checked all the same.
         row(
             "wrong SHA-256, no keys",
