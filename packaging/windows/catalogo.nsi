@@ -3,7 +3,7 @@
 ;   FOLDER   the folder of programs
 ;   FILES    a file of "File" lines for it, REMOVE one of what the uninstaller takes away again
 ;   ICON, OUTPUT
-Unicode true
+Target amd64-unicode
 !include MUI2.nsh
 !include nsDialogs.nsh
 !include FileFunc.nsh
