@@ -28,6 +28,7 @@ foreach(library libgcc_s_seh-1 libstdc++-6 libssp-0 libwinpthread-1)
         set(path ${path_${library}})
     endif()
     install(PROGRAMS ${path} DESTINATION .)
+    install(CODE "execute_process(COMMAND ${CMAKE_STRIP} \${CMAKE_INSTALL_PREFIX}/${library}.dll)")
 endforeach()
 
 # The toolkit looks for all this where it was built, unless it is told.

@@ -22,6 +22,14 @@ void MakeFolderOf(const QString& path) {
     QDir().mkpath(QFileInfo(path).path());
 }
 
+// On Windows what a test says goes to a debugger. With TARVO_TEST_LOG each class writes a file that
+// begins with it.
+QStringList LogOf(const char* name) {
+    const QString log = qEnvironmentVariable("TARVO_TEST_LOG");
+    return log.isEmpty() ? QStringList()
+                         : QStringList{u"-o"_s, log + QLatin1String(name) + u",txt"_s};
+}
+
 }  // namespace
 
 bool testing_support::KeepFullKeys() {
@@ -83,7 +91,7 @@ int main(int argc, char** argv) {
             continue;
         }
         any = true;
-        failures += QTest::qExec(test.get(), arguments);
+        failures += QTest::qExec(test.get(), arguments + LogOf(test->metaObject()->className()));
     }
     return any && failures == 0 ? 0 : 1;
 }

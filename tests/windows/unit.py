@@ -5,6 +5,7 @@ in unproved.txt; anything else that fails, and anything in that list that has co
     unit.py [PROGRAM...]    all of PROGRAMS without one
 """
 
+import glob
 import os
 import re
 import subprocess
@@ -88,9 +89,14 @@ def run(program, folder, known):
             code = wine.wine(os.path.join(BIN, f"test_{program}.exe"), stdout=output, stderr=subprocess.STDOUT,
                              timeout=PATIENCE, cwd=temporary, env=wine.environment(
                                  TMP=place, TEMP=place, QT_PLUGIN_PATH=wine.windows_path(wine.LIBRARIES + "/plugins"),
-                                 TARVO_SERVERS=wine.windows_path(os.path.join(folder, "desk")))).returncode
+                                 TARVO_SERVERS=wine.windows_path(os.path.join(folder, "desk")),
+                                 TARVO_TEST_LOG=place + "\\log-")).returncode
         except subprocess.TimeoutExpired:
             code = "no end"
+    with open(log, "ab") as output:
+        for part in sorted(glob.glob(os.path.join(temporary, "log-*"))):
+            with open(part, "rb") as file:
+                output.write(file.read())
     with open(log, encoding="utf-8", errors="replace") as output:
         text = output.read().replace("\r\n", "\n")
     sums = [sum(map(int, column)) for column in zip(*TOTALS.findall(text))] or [0, 0, 0]

@@ -10,6 +10,7 @@ painted by another system.
 import argparse
 import glob
 import os
+import re
 import shutil
 import subprocess
 import sys
@@ -25,8 +26,12 @@ from screen import Screen  # noqa: E402
 from site_of_updates import UpdateSite  # noqa: E402
 
 PATIENCE = 90  # seconds
-# How far two pictures may be apart, 0 to 1: letters lie a little otherwise, and a cursor may blink.
-ALIKE = 0.055
+# How far two pictures may be apart, 0 to 1. Letters are drawn a little otherwise; other rows in a grid are
+# further away than that.
+ALIKE = 0.027
+# A dialog does not stand on the very same pixels; another dialog, or none, is further away.
+DIALOG = 0.1
+LETTERS = 0.12  # a whole screen of them
 
 
 SAVE_TITLE = "Nenhuma impressora instalada: salvar em PDF"
@@ -107,7 +112,8 @@ class Walk:
 
     def window(self, title):
         """Whether a window of this title shows."""
-        return bool(xdotool("search", "--onlyvisible", "--name", f"^{title}$").strip())
+        plain = re.sub("[^ -~]", ".+", title)  # in any coding
+        return bool(xdotool("search", "--onlyvisible", "--name", f"^{plain}$").strip())
 
     def click(self, place, times=1):
         x, y = self.screen.design_to_screen(*place)
@@ -208,7 +214,7 @@ def figure(walk):
 
 def settings(walk):
     walk.click(st.SETTINGS)
-    walk.shows("settings")
+    walk.shows("settings", DIALOG)
     walk.press("Escape")
     walk.move(st.BACKGROUND)
     walk.shows("search-screen")
@@ -217,7 +223,7 @@ def settings(walk):
 def help_window(walk):
     walk.click(st.HELP)
     walk.wait("the help", lambda: walk.window(st.HELP_TITLE))
-    walk.shows("help-window")
+    walk.shows("help-window", LETTERS)
     walk.press("alt+F4")
     walk.wait("the help's end", lambda: not walk.window(st.HELP_TITLE))
     walk.move(st.BACKGROUND)
@@ -228,9 +234,9 @@ def update(walk):
     walk.site.publish()
     before = walk.running()
     walk.click(st.CHECK_FOR_UPDATES)
-    walk.shows("update-question")
+    walk.shows("update-question", DIALOG)
     walk.press("alt+s")
-    walk.shows("update-done")
+    walk.shows("update-done", DIALOG)
     walk.press("Return")
     walk.wait("another process", lambda: walk.running() and not set(walk.running()) & set(before))
     walk.shows("search-screen")
