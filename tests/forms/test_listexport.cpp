@@ -108,8 +108,8 @@ private Q_SLOTS:
         QCOMPARE(Clipboard(), u"12a\t-3\tAnel; \"O\""_s);
         QTest::keyClick(&scene.grid, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
         const QString list =
-            u"Item\tQuantidade\tDescrição; nome\n1\t2.5\t=1+1\n12a\t-3\tAnel; \"O\"\n13\t\t\n"
-            "14\t1e-07\tduas linhas\n"_s;
+            u"Item\tQuantidade\tDescrição; nome\n1\t2,5\t=1+1\n12a\t-3\tAnel; \"O\"\n13\t\t\n"
+            "14\t0,0000001\tduas linhas\n"_s;
         QCOMPARE(Clipboard(), list);
         scene.grid.Export().SetNote([] { return u"só alguns"_s; });
         scene.grid.Export().CopyList();

@@ -7,6 +7,7 @@
 #include "platform/dao/schema.h"
 #include "platform/dao/statement.h"
 #include "platform/secret.h"
+#include "platform/sql/token.h"
 #include "platform/system/paths.h"
 
 #include <QDir>
@@ -191,12 +192,12 @@ void Database::Shadow(const QStringList& names) {
         }
         const QByteArray own = '"' + find.Column(0).toString().toUtf8() + '"';
         const QByteArray kind = find.Column(1).toString().toUtf8().toUpper();
-        // The engine keeps each definition with these two words in front.
-        const QByteArray definition =
-            find.Column(2).toString().toUtf8().sliced(qstrlen("CREATE ") + kind.size());
+        const QByteArray definition = find.Column(2).toString().toUtf8();
         find.Reset();
+        const std::string_view create = sql::Tokenize(definition).front().text;
         connection.Run("DROP " + kind + " IF EXISTS temp." + own);
-        connection.Run("CREATE TEMP " + kind + definition);
+        connection.Run("CREATE TEMP" +
+                       definition.sliced(create.data() + create.size() - definition.constData()));
         if (kind == "TABLE") {
             connection.Run("INSERT INTO temp." + own + " SELECT * FROM main." + own);
         }

@@ -163,9 +163,7 @@ QStringList ListExport::Cells(qint64 row, bool forSpreadsheet) const {
         // The blanks that align a number are none of its own.
         const QString text = convert::ToTextOrEmpty(value).trimmed();
         const bool decimal = value.typeId() == QMetaType::Double;
-        cells += !forSpreadsheet ? OneLine(text)
-                 : decimal       ? sys::CsvNumber(value.toDouble())
-                                 : text;
+        cells += decimal ? sys::CsvNumber(value.toDouble()) : forSpreadsheet ? text : OneLine(text);
     }
     return cells;
 }
