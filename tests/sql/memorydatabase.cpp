@@ -134,6 +134,13 @@ QStringList MemoryDatabase::Run(const AnyText& text, bool names, sql::Accents ac
     return rows;
 }
 
+QStringList MemoryDatabase::RunAll(const QStringList& texts, const QString& query) const {
+    for (const QString& text : texts) {
+        Run(text);
+    }
+    return Run(query);
+}
+
 sql::Schema MemoryDatabase::Schema() const {
     dao::ForgetTables(*connection_);
     return dao::SchemaOf(*connection_);

@@ -31,6 +31,9 @@ public:
     QStringList Run(const AnyText& text, bool names = false,
                     sql::Accents accents = sql::Accents::Minded) const;
 
+    // Texts one after the other, and what a query gives then.
+    QStringList RunAll(const QStringList& texts, const QString& query) const;
+
     void MakeCatalogue() const;
 
 private:
