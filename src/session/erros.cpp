@@ -1,25 +1,31 @@
 #include "session/erros.h"
 
+#include "platform/dao/errors.h"
 #include "platform/forms/application.h"
 #include "platform/forms/msgbox.h"
-#include "session/arquivos.h"
+#include "platform/system/paths.h"
 #include "session/global.h"
+
+#include <QFileInfo>
 
 using namespace Qt::StringLiterals;
 
-QString DescreverErro(const QString& descricao) {
-    if (!gDB || ArquivoExiste(gCaminho + u"Tarvo.mdb"_s)) {
+QString DescreverErro(const QString& numero, const QString& descricao) {
+    // Not opened: its closing would let go the locks that the engine holds of it.
+    const bool haArquivo = QFileInfo(sys::ToNative(gCaminho + u"Tarvo.mdb"_s)).isFile();
+    const bool haLeitura = numero != QString::number(int(dao::Failure::InOut));
+    if (!gDB || (haArquivo && haLeitura)) {
         return descricao;
     }
     return descricao +
-           u"\n\nA pasta de dados não pode ser alcançada:\n%1\n\n"
+           u"\n\nA pasta de dados não pode ser %1:\n%2\n\n"
            "Se ela fica na rede, verifique a conexão e abra o catálogo de novo."_s.arg(
-               QString(gCaminho).replace(u'/', u'\\'));
+               haArquivo ? u"lida"_s : u"alcançada"_s, QString(gCaminho).replace(u'/', u'\\'));
 }
 
 void MostrarErro(const QString& numero, const QString& descricao) {
     forms::SetMousePointer(0);
-    forms::MsgBox(forms::ErrorText(numero, DescreverErro(descricao)), forms::vbCritical,
+    forms::MsgBox(forms::ErrorText(numero, DescreverErro(numero, descricao)), forms::vbCritical,
                   TituloCatalogo);
 }
 

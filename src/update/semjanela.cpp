@@ -151,7 +151,7 @@ FimSemJanela NaPasta() {
     } catch (const FimSemJanela& antes) {
         fim = antes;  // before anything was installed, or in its middle
     } catch (const Erro& erro) {
-        fim = {Desfecho::Falha, DescreverErro(erro.Description())};
+        fim = {Desfecho::Falha, DescreverErro(QString::number(erro.Number()), erro.Description())};
     }
     AnotarVerificacao(fim.desfecho);
     return fim;

@@ -1,4 +1,4 @@
-#include "session/arquivos.h"
+#include "platform/forms/picturefile.h"
 #include "session/banco.h"
 #include "session/erros.h"
 #include "session/global.h"
@@ -40,24 +40,35 @@ private Q_SLOTS:
         QCOMPARE(ErroAoLer(), 0);
     }
 
+    // The box names the folder, and a picture in it is a missing one.
     void goesAway_data() {
-        const Table<bool> row("desmontada");
-        row("each read fails", false);
-        row("unmounted", true);
+        const Table<QStringList, QString> row("files", "words");
+        row("each read fails", {"morto"}, "A pasta de dados não pode ser lida:\n");
+        row("each read takes its time and fails", {"lento", "morto"},
+            "A pasta de dados não pode ser lida:\n");
+        row("unmounted", {}, "A pasta de dados não pode ser alcançada:\n");
     }
     void goesAway() {
-        QFETCH(bool, desmontada);
-        if (desmontada) {
-            pasta_->Unmount();
-        } else {
-            Write(pasta_->Behind() + u"/morto"_s);
+        QFETCH(QStringList, files);
+        QFETCH(QString, words);
+        WritePicture(pasta_->Behind() + u"/FotoPeca/a.png"_s, {20, 20});
+        for (const QString& file : files) {
+            Write(pasta_->Behind() + u'/' + file, "50");
         }
-        QVERIFY(ErroAoLer() != 0);
+        if (files.isEmpty()) {
+            pasta_->Unmount();
+        }
+        const int erro = ErroAoLer();
+        QVERIFY(erro != 0);
         BoxAnswers caixas;
-        MostrarErro(ErroAoLer(), u"Falhou."_s);
+        MostrarErro(erro, u"Falhou."_s);
+        MostrarErro(Erro::TypeMismatch, u"Outra coisa."_s);
         const QString texto = caixas.Texts().value(0);
-        QCOMPARE(texto.contains(u"A pasta de dados não pode ser alcançada:\n"_s), desmontada);
-        QCOMPARE(texto.contains(gCaminho.chopped(1).section(u'/', -1)), desmontada);
+        QVERIFY2(texto.contains(words + QString(gCaminho).replace(u'/', u'\\')), qPrintable(texto));
+        QCOMPARE(caixas.Texts().value(1).contains(u"A pasta de dados"_s), files.isEmpty());
+        QVERIFY(ErrorOf([] {
+                    forms::LoadPicture(gCaminho + u"FotoPeca\\a.png"_s, {10, 10}, 1);
+                }) != 0);
     }
 };
 

@@ -3,7 +3,7 @@
 //   frailfs <folder> <mount point> [ignore-locks]
 //
 // With ignore-locks every lock is granted to everybody. A file "lento" in the folder makes each
-// read take as many milliseconds as it says; a file "morto" makes each fail.
+// read take as many milliseconds as it says; a file "morto" makes each fail, after that time.
 
 #define FUSE_USE_VERSION 31
 #include <cerrno>
@@ -67,12 +67,12 @@ int Create(const char* path, mode_t mode, fuse_file_info* file) {
 }
 
 int Read(const char*, char* bytes, size_t size, off_t from, fuse_file_info* file) {
-    if (access(At("/morto").c_str(), F_OK) == 0) {
-        return -EIO;
-    }
     int milliseconds = 0;
     if (std::ifstream(At("/lento")) >> milliseconds) {
         std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+    }
+    if (access(At("/morto").c_str(), F_OK) == 0) {
+        return -EIO;
     }
     return Answer(pread(Handle(file), bytes, size, from));
 }

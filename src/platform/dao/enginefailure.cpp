@@ -2,6 +2,7 @@
 
 #include "platform/dao/errors.h"
 
+#include <cerrno>
 #include <sqlite3.h>
 
 namespace dao {
@@ -96,6 +97,14 @@ void RaiseOwn(const QByteArray& message) {
     Throw(Failure::NotSupported);
 }
 
+// Of a read that the system refuses the engine thinks the worst, that the file is damaged; it may
+// be a share whose server has gone.
+bool CouldNotBeRead(sqlite3* handle) {
+    int reason = 0;
+    return sqlite3_file_control(handle, "main", SQLITE_FCNTL_LAST_ERRNO, &reason) == SQLITE_OK &&
+           (reason == EIO || reason == ENXIO || reason == ERANGE);
+}
+
 }  // namespace
 
 void Raise(sqlite3* handle, int code) {
@@ -106,6 +115,9 @@ void Raise(sqlite3* handle, int code) {
     }
     if ((code & 0xFF) == SQLITE_MISMATCH) {
         throw Erro(Erro::TypeMismatch);
+    }
+    if ((code & 0xFF) == SQLITE_CORRUPT && handle != nullptr && CouldNotBeRead(handle)) {
+        Throw(Failure::InOut);
     }
     for (const CodeEntry& entry : Codes) {
         if (entry.code != extended && entry.code != (code & 0xFF)) {

@@ -57,7 +57,7 @@ void Application::Fail(const QString& number, const QString& description) {
     }
     failing_ = true;
     SetMousePointer(0);
-    MsgBox(ErrorText(number, describe_ ? describe_(description) : description), vbCritical,
+    MsgBox(ErrorText(number, describe_ ? describe_(number, description) : description), vbCritical,
            ProgramTitle());
     if (emergencyExit_) {
         try {

@@ -24,9 +24,8 @@ public:
     void SetEmergencyExit(std::function<void()> exit) { emergencyExit_ = std::move(exit); }
 
     // What an untrapped error's box says for its description; without one, the description.
-    void SetDescriber(std::function<QString(const QString& description)> describe) {
-        describe_ = std::move(describe);
-    }
+    using Describer = std::function<QString(const QString& number, const QString& description)>;
+    void SetDescriber(Describer describe) { describe_ = std::move(describe); }
 
     // Runs `start` as the first event and then the event loop until exit(); the status to return
     // from main. The program ends by exit() only, never because no window is left.
@@ -37,7 +36,7 @@ public:
 private:
     void Fail(const QString& number, const QString& description);
     std::function<void()> emergencyExit_;
-    std::function<QString(const QString&)> describe_;
+    Describer describe_;
     bool failing_ = false;
 };
 
