@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <memory>
 #include <optional>
@@ -68,6 +69,9 @@ void TellOpening(const QString& folder) {
         {"shadow the customer in force", [] { RenovarSessao(); }},
     };
     gCaminho = folder + u'\\';
+    double load = 0;
+    getloadavg(&load, 1);
+    std::printf("Load average %.1f at the start; the reads hardly depend on it.\n\n", load);
     std::puts("| Step of the start | Reads | Locks | ms |\n|---|--:|--:|--:|");
     for (const Step& step : Steps) {
         bench::TakeTraffic();
