@@ -49,8 +49,14 @@ private Q_SLOTS:
             "UPDATE UMREGISTRO SET DataEmissao = 46086, ComplementoDataEmissao = ' +A', "
             "DataUltimaVerificacao = 46086.604166666664, FlagErroUltimaVerificacao = 1, "
             "UrlAtualizacao = 'http://a.example/;', Versao = 32767, VersaoAnterior = -1");
-        Export(catalogo_->Pasta(), In("um"));
-        tabelas::Progress progress;
+        QStringList shown;
+        QStringList stages;
+        tabelas::Progress progress([&shown](const QString& line) { shown += line; });
+        for (const auto& [file, rows] : exportar::Export(catalogo_->Pasta(), In("um"), progress)) {
+            QCOMPARE(Valor(u"SELECT Count(*) FROM "_s + file.chopped(4)), QString::number(rows));
+            stages += file;
+        }
+        QCOMPARE(shown, stages << u"Gravação"_s);
         const auto outcome = importar::Import({In("um"), In("dados")}, progress);
         QCOMPARE(outcome.refusedExamples, QStringList());
         Export(In("dados"), In("dois"));
