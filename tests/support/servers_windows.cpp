@@ -20,11 +20,6 @@ QString Desk() {
     return folder;
 }
 
-// As the outside calls it.
-QByteArray Outside(const QString& path) {
-    return (path.startsWith("Z:"_L1, Qt::CaseInsensitive) ? path.mid(2) : path).toUtf8();
-}
-
 bool IsOpen(int port) {
     [[maybe_unused]] static const int started = [] {
         WSADATA data;
@@ -46,7 +41,7 @@ bool IsOpen(int port) {
 WrongServer::WrongServer(const AnyText& certified) {
     QDir().mkpath(Folder());
     asked_ = Desk() + u'/' + QString::number(QRandomGenerator::global()->generate());
-    Write(asked_ + u".part"_s, Outside(Folder()) + '\n' + Outside(folder_.filePath("log"_L1)) +
+    Write(asked_ + u".part"_s, Folder().toUtf8() + '\n' + folder_.filePath("log"_L1).toUtf8() +
                                    '\n' + certified.toUtf8());
     QFile::rename(asked_ + u".part"_s, asked_ + u".ask"_s);
     for (int waited = 0; port_ == 0; waited += 20) {

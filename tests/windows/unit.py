@@ -54,6 +54,7 @@ class Desk(threading.Thread):
     def serve(self, name):
         with open(os.path.join(self.folder, name), encoding="utf-8") as file:
             folder, log, certified = (file.read().split("\n") + [""])[:3]
+        folder, log = map(wine.here, (folder, log))
         arguments = [folder, log]
         if certified:
             certificate, key = log + ".certificate", log + ".key"
@@ -61,7 +62,7 @@ class Desk(threading.Thread):
                             "-nodes", "-batch", "-out", certificate, "-keyout", key, "-addext",
                             "subjectAltName=" + certified], check=True, stderr=subprocess.DEVNULL)
             arguments += [certificate, key]
-        server = subprocess.Popen([os.path.join(HERE, "..", "support", "server.py"), *arguments],
+        server = subprocess.Popen([sys.executable, os.path.join(HERE, "..", "support", "server.py"), *arguments],
                                   stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
         port = server.stdout.readline()
         self.servers[name] = server

@@ -17,13 +17,19 @@ def windows_path(path):
     return "Z:" + os.path.realpath(path).replace("/", "\\")
 
 
+def here(path):
+    """The other way round: where a path of the programs in there lies on this machine."""
+    drive, rest = path[:2].upper(), path[2:].replace("\\", "/")
+    return {"Z:": "", "C:": os.path.join(PREFIX, "drive_c")}.get(drive, drive) + rest
+
+
 def environment(**more):
     compiler = subprocess.run(["x86_64-w64-mingw32-g++-posix", "-print-file-name=libstdc++-6.dll"],
                               capture_output=True, text=True, check=True).stdout.strip()
     folders = [os.path.join(LIBRARIES, "bin"), os.path.dirname(compiler), "/usr/x86_64-w64-mingw32/lib"]
     kept = {name: os.environ[name] for name in ("PATH", "HOME", "DISPLAY", "XDG_RUNTIME_DIR") if name in os.environ}
     return {**kept, "WINEPREFIX": PREFIX, "WINEDEBUG": "-all", "WINEDLLOVERRIDES": "mscoree,mshtml=",
-            "WINEPATH": ";".join(map(windows_path, folders)), "LC_ALL": "pt_BR.UTF-8", **more}
+            "WINEPATH": ";".join(map(windows_path, folders)), "LC_ALL": "C.UTF-8", **more}
 
 
 def wine(*arguments, **options):
