@@ -62,7 +62,7 @@ class Desk(threading.Thread):
                             "-nodes", "-batch", "-out", certificate, "-keyout", key, "-addext",
                             "subjectAltName=" + certified], check=True, stderr=subprocess.DEVNULL)
             arguments += [certificate, key]
-        server = subprocess.Popen([sys.executable, os.path.join(HERE, "..", "support", "server.py"), *arguments],
+        server = subprocess.Popen(["python3", os.path.join(HERE, "..", "support", "server.py"), *arguments],
                                   stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
         port = server.stdout.readline()
         self.servers[name] = server
