@@ -122,10 +122,11 @@ QImage PageOf(int number) {
 }  // namespace
 
 void DrawTour(const QString& folder) {
-    for (int number = 1; number <= Pages; ++number) {
+    DrawAll(Pages, [&folder](size_t i) {
+        const int number = static_cast<int>(i) + 1;
         const QString name = u"CK%1.bmp"_s.arg(number, 2, 10, QChar(u'0'));
         SavePicture(PageOf(number), QDir(folder).filePath(name));
-    }
+    });
 }
 
 }  // namespace demo

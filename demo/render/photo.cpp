@@ -12,6 +12,8 @@ namespace {
 
 constexpr int Oversampling = 2;
 constexpr int Middle = Oversampling / 2;  // of a pixel, in samples
+constexpr int FloorReach = 5;             // cells over which visibility is smoothed
+constexpr int SurfaceReach = 2;
 constexpr float Azimuth = 0;  // assemblies turn themselves, the camera stays with the lights
 
 // Tileable noise of unit-sized cells, as three independent values from -1 to 1.
@@ -105,6 +107,13 @@ public:
     }
 
 private:
+    struct Cell {
+        Visibility::Share share;
+        float depth = 0;
+        Vec3 normal;
+        uint16_t surface = 0;
+    };
+
     // Places the camera so that the whole assembly is in the picture.
     void Aim(const Assembly& assembly) {
         const float size = std::max(extent_, 1.0f);
@@ -197,40 +206,66 @@ private:
     }
 
     // A mean over the cells around that lie on the same surface: first along, then across. The
-    // floor is smooth anyway and takes a wider one.
+    // floor is smooth anyway and takes a wider one, from running sums.
     void SmoothShares() {
-        const float near = extent_ * 0.03f;
         std::vector<Cell> smooth = cells_;
         for (const bool across : {false, true}) {
-            for (int y = 0; y < half_.height(); ++y) {
-                for (int x = 0; x < half_.width(); ++x) {
-                    Cell& cell = smooth[CellIndex(x, y)];
-                    const int reach = cell.surface == 0 ? 5 : 2;
-                    Visibility::Share sum{0, 0};
-                    float total = 0;
-                    for (int k = -reach; k <= reach; ++k) {
-                        const int u = across ? x : x + k;
-                        const int v = across ? y + k : y;
-                        if (u < 0 || v < 0 || u >= half_.width() || v >= half_.height()) {
-                            continue;
-                        }
-                        const Cell& other = cells_[CellIndex(u, v)];
-                        if ((cell.surface == 0) != (other.surface == 0)) {
-                            continue;
-                        }
-                        if (cell.surface != 0 && (std::abs(cell.depth - other.depth) > near ||
-                                                  Dot(cell.normal, other.normal) < 0.8f)) {
-                            continue;
-                        }
-                        sum.key += other.share.key;
-                        sum.tent += other.share.tent;
-                        total += 1;
-                    }
-                    cell.share = {sum.key / total, sum.tent / total};
-                }
+            const int lines = across ? half_.width() : half_.height();
+            for (int line = 0; line < lines; ++line) {
+                SmoothLine(line, across, smooth);
             }
             cells_ = smooth;
         }
+    }
+
+    void SmoothLine(int line, bool across, std::vector<Cell>& smooth) const {
+        struct Sum {
+            double key = 0;
+            double tent = 0;
+            int cells = 0;
+        };
+        const int length = across ? half_.height() : half_.width();
+        const auto at = [&](int k) { return across ? CellIndex(line, k) : CellIndex(k, line); };
+        std::vector<Sum> floor{{}};  // of the cells before each
+        for (int k = 0; k < length; ++k) {
+            Sum sum = floor.back();
+            if (const Cell& cell = cells_[at(k)]; cell.surface == 0) {
+                sum = {sum.key + cell.share.key, sum.tent + cell.share.tent, sum.cells + 1};
+            }
+            floor.push_back(sum);
+        }
+        for (int k = 0; k < length; ++k) {
+            Cell& cell = smooth[at(k)];
+            if (cell.surface != 0) {
+                cell.share = MeanOfSurface(k, length, at);
+                continue;
+            }
+            const Sum& before = floor[static_cast<size_t>(std::max(0, k - FloorReach))];
+            const Sum& after = floor[static_cast<size_t>(std::min(length, k + FloorReach + 1))];
+            const int cells = after.cells - before.cells;
+            cell.share = {static_cast<float>((after.key - before.key) / cells),
+                          static_cast<float>((after.tent - before.tent) / cells)};
+        }
+    }
+
+    template <typename At>
+    Visibility::Share MeanOfSurface(int k, int length, const At& at) const {
+        const float near = extent_ * 0.03f;
+        const Cell& cell = cells_[at(k)];
+        Visibility::Share sum{0, 0};
+        float total = 0;
+        for (int i = std::max(0, k - SurfaceReach); i <= std::min(length - 1, k + SurfaceReach);
+             ++i) {
+            const Cell& other = cells_[at(i)];
+            if (other.surface != 0 && std::abs(cell.depth - other.depth) <= near &&
+                Dot(cell.normal, other.normal) >= 0.8f) {
+                sum.key += other.share.key;
+                sum.tent += other.share.tent;
+                total += 1;
+            }
+        }
+        // A cell without a normal is like none, not even itself.
+        return total > 0 ? Visibility::Share{sum.key / total, sum.tent / total} : cell.share;
     }
 
     // The measured visibility at a pixel, from the four cells around that suit it.
@@ -351,13 +386,6 @@ private:
     }
 
     static QRgb Colour(Vec3 c) { return qRgb(Developed(c.x), Developed(c.y), Developed(c.z)); }
-
-    struct Cell {
-        Visibility::Share share;
-        float depth = 0;
-        Vec3 normal;
-        uint16_t surface = 0;
-    };
 
     size_t CellIndex(int x, int y) const {
         return static_cast<size_t>(y) * static_cast<size_t>(half_.width()) + static_cast<size_t>(x);

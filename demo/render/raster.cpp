@@ -66,7 +66,7 @@ public:
             for (int column = first; column <= last; ++column) {
                 const float x = static_cast<float>(column) + 0.5f - a.x;
                 const auto at = [x, dy = y - a.y](const Plane& p) {
-                    return p.base + p.dx * x + p.dy * dy;
+                    return p.base + p.dy * dy + p.dx * x;
                 };
                 const float z = std::clamp(at(depth), lowest, highest);
                 const size_t i = line + static_cast<size_t>(column);

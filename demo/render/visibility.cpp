@@ -8,8 +8,8 @@
 namespace render {
 namespace {
 
-constexpr int KeyViews = 6;
-constexpr int TentViews = 10;
+constexpr int KeyViews = 4;
+constexpr int TentViews = 7;
 
 // Where around a point a view is read, in texels.
 struct Offset {
