@@ -12,6 +12,9 @@ import tempfile
 import time
 
 
+PATIENCE = 180  # seconds; only what never comes is waited for so long
+
+
 class Screen:
     """While it is open, the environment of this process names its display and its bus."""
 
@@ -91,7 +94,9 @@ class Screen:
         read_end, write_end = os.pipe()
         self._start(
             ["Xvfb", "-displayfd", str(write_end), "-screen", "0",
-             f"{self.width}x{self.height}x24", "-nolisten", "tcp"],
+             f"{self.width}x{self.height}x24", "-nolisten", "tcp",
+             # Otherwise the end of its only client starts the server anew, and takes who comes then along.
+             "-noreset"],
             pass_fds=[write_end])
         os.close(write_end)
         with os.fdopen(read_end) as answer:
@@ -101,9 +106,10 @@ class Screen:
         return number
 
     def _start_window_manager(self):
-        self._start(["openbox", "--sm-disable"])
+        manager = self._start(["openbox", "--sm-disable"])
         # A window that comes before its manager would be placed by nobody.
-        for _ in range(200):
+        end = time.monotonic() + PATIENCE
+        while manager.poll() is None and time.monotonic() < end:
             answer = subprocess.run(["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"],
                                     capture_output=True, text=True, check=False)
             if "window id" in answer.stdout:
