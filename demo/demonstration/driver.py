@@ -14,13 +14,11 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
+from screen import PATIENCE  # noqa: E402
+
 PROGRAM = "CatalogoTarvo"
 LAUNCHER = "Tarvo.exe"
 VERIFIER = "VerifAtualizCatalogoTarvo.exe"
-
-
-# Seconds. Only what never comes is waited for so long, however busy the machine is.
-PATIENCE = 180
 
 
 class NotReached(Exception):

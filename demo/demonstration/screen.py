@@ -12,7 +12,8 @@ import tempfile
 import time
 
 
-PATIENCE = 180  # seconds; only what never comes is waited for so long
+# Seconds. Only what never comes is waited for so long, however busy the machine is.
+PATIENCE = 180
 
 
 class Screen:
