@@ -203,12 +203,16 @@ private Q_SLOTS:
         row("long texts",
             "SELECT Max(t) FROM (SELECT TOP 1000 String(500000, 'a') & CodigoPeca AS t FROM PECA "
             "ORDER BY 1)");
+        row("kept long", u"SELECT a.Numero & Space(200) AS n"_s + pairs);
+        row("kept short", u"SELECT Null AS n FROM PECA AS c,"_s + pairs.sliced(5));
     }
     void StatementsDoNotFillTheMemory() {
         QFETCH(QString, text);
+        std::unique_ptr<Recordset> refused;
         QCOMPARE(ErrorOf([&] {
                      if (text.startsWith(u"SELECT"_s)) {
-                         session_.database->OpenRecordset(text)->MoveLast();
+                         refused = session_.database->OpenRecordset(text);
+                         refused->MoveLast();
                      } else {
                          session_.Execute(text);
                      }

@@ -1,6 +1,7 @@
 #include "platform/dao/memorylimit.h"
 
 #include "platform/dao/connection.h"
+#include "platform/dao/errors.h"
 
 #include <QFileInfo>
 
@@ -14,6 +15,10 @@ namespace {
 // Bytes for a statement beside its data: what connections keep of their files in memory, and once
 // more the largest file, so that what a catalogue holds can be sorted and indexed.
 constexpr qint64 ForStatements = 120'000'000;
+// Of them nothing is for large results, so that beside one that has grown too much the engine still
+// works and small ones are still read.
+constexpr qint64 Reserve = 20'000'000;
+constexpr qint64 SmallResult = 1'000'000;
 
 sqlite3_mem_methods engines;  // its own way to the memory
 qint64 used = 0;
@@ -33,7 +38,7 @@ qint64 Allowed() {
 }
 
 // What is allowed grows with the data, so it is looked up where it seems to be used up.
-bool IsTooMuch(int more) {
+bool IsTooMuch(qint64 more) {
     if (used + more > allowed) {
         allowed = Allowed();
     }
@@ -65,6 +70,19 @@ void* Resize(void* piece, int bytes) {
 }
 
 }  // namespace
+
+void MemoryShare::Grow(qint64 bytes) {
+    if (IsTooMuch(bytes_ + bytes > SmallResult ? bytes + Reserve : bytes)) {
+        Throw(Failure::Resources);
+    }
+    bytes_ += bytes;
+    used += bytes;
+}
+
+void MemoryShare::Reset(qint64 bytes) {
+    used += bytes - bytes_;
+    bytes_ = bytes;
+}
 
 void BoundMemory() {
     // Nobody reads the engine's own count, and keeping it takes a lock at each piece.

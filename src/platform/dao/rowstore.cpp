@@ -40,8 +40,9 @@ struct RowStore::Stored {
 void RowStore::AddBlock(std::size_t bytes) {
     const std::size_t size = std::max(
         bytes, std::min(FirstBlock << std::min<std::size_t>(blocks_.size(), 8), LargestBlock));
-    blocks_.push_back(std::make_unique_for_overwrite<char[]>(size));
-    free_ = blocks_.back().get();
+    share_.Grow(static_cast<qint64>(size));
+    blocks_.push_back({std::make_unique_for_overwrite<char[]>(size), size});
+    free_ = blocks_.back().bytes.get();
     end_ = free_ + size;
 }
 
@@ -117,6 +118,7 @@ void RowStore::Append(const Statement& row, int columns) {
                 break;
         }
     }
+    share_.Grow(sizeof(const char*));
     rows_.push_back(writer.Finish());
 }
 
@@ -126,7 +128,8 @@ void RowStore::Clear() {
     if (blocks_.size() > 1) {
         blocks_.erase(blocks_.begin(), blocks_.end() - 1);
     }
-    free_ = blocks_.empty() ? nullptr : blocks_.front().get();
+    free_ = blocks_.empty() ? nullptr : blocks_.front().bytes.get();
+    share_.Reset(blocks_.empty() ? 0 : static_cast<qint64>(blocks_.front().size));
 }
 
 RowStore::Stored RowStore::Decode(const char* at) {

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "platform/dao/memorylimit.h"
+
 #include <QString>
 #include <QVariant>
 
+#include <deque>
 #include <memory>
 #include <vector>
 
@@ -14,7 +17,7 @@ class Statement;
 // as UTF-8 until somebody asks for one. Growing never moves what is there.
 class RowStore {
 public:
-    void Append(const Statement& row, int columns);
+    void Append(const Statement& row, int columns);  // throws 3035 for more than a result may keep
     void Clear();
 
     qint64 Rows() const { return static_cast<qint64>(rows_.size()); }
@@ -28,8 +31,13 @@ private:
     static Stored Decode(const char* at);
     void AddBlock(std::size_t bytes);
 
-    std::vector<std::unique_ptr<char[]>> blocks_;
-    std::vector<const char*> rows_;
+    struct Block {
+        std::unique_ptr<char[]> bytes;
+        std::size_t size;
+    };
+    MemoryShare share_;
+    std::vector<Block> blocks_;
+    std::deque<const char*> rows_;
     char* free_ = nullptr;
     char* end_ = nullptr;
 };
