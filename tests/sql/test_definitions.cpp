@@ -64,11 +64,12 @@ private Q_SLOTS:
              "ALTER TABLE T ALTER Qtd SET DEFAULT '8'", "INSERT INTO T (Nome) VALUES ('b')"},
             "SELECT Nome, Qtd, D FROM T", {"a|-7|-", "b|8|-"});
         row("quotes in a definition",
-            {"CREATE TABLE Q ([a,b)] TEXT(9) DEFAULT 'it''s (', B TEXT(20) DEFAULT \"x\"\"(,\", C "
-             "LONG, CONSTRAINT [K (] CHECK (B <> 'NOT NULL'''))",
+            {"CREATE TABLE Q ([a,b)] TEXT(9) DEFAULT 'it''s (', B TEXT(30) DEFAULT \"x\"\"(, "
+             "PRIMARY KEY\", C LONG, CONSTRAINT [K (] CHECK (B <> 'NOT NULL'''))",
              "ALTER TABLE Q ALTER COLUMN C TEXT(5)", "CREATE INDEX N ON Q (B) WITH DISALLOW NULL",
-             "INSERT INTO Q (C) VALUES (7)", "ALTER TABLE Q DROP CONSTRAINT [k (]"},
-            "SELECT * FROM Q", {"it's (|x\"(,|7"});
+             "INSERT INTO Q (C) VALUES (7)", "ALTER TABLE Q DROP CONSTRAINT [k (]",
+             "ALTER TABLE Q ALTER COLUMN B TEXT(40)", "INSERT INTO Q (B) SELECT B FROM Q"},
+            "SELECT * FROM Q", {"it's (|x\"(, PRIMARY KEY|7", "it's (|x\"(, PRIMARY KEY|-"});
         row("drop a column", {"ALTER TABLE PECA DROP COLUMN CodigoFigura"},
             "SELECT * FROM PECA WHERE CodigoPeca = 5", {"5|99|Pino d´água|-|-"});
         row("rebuilding keeps indexes, triggers and views",
@@ -113,8 +114,10 @@ private Q_SLOTS:
         row("no number", {}, "INSERT INTO G VALUES ('x', 'a', 1)");
         row("unique, whatever the case", {one, u"CREATE UNIQUE INDEX U ON G (B)"_s},
             "INSERT INTO G VALUES (2, 'A', 1)");
-        row("disallow null", {u"CREATE INDEX N ON G (B) WITH DISALLOW NULL"_s},
-            "INSERT INTO G VALUES (1, Null, 1)");
+        row("disallow null",
+            {u"ALTER TABLE G ADD COLUMN D TEXT(9) DEFAULT 'NOT NULL'''"_s,
+             u"CREATE INDEX N ON G (D) WITH DISALLOW NULL"_s},
+            "INSERT INTO G VALUES (1, 'a', 1, Null)");
         row("second key", {}, "CREATE INDEX P ON G (B) WITH PRIMARY");
         row("check", {u"ALTER TABLE G ADD CONSTRAINT K CHECK (C < 5)"_s},
             "INSERT INTO G VALUES (1, 'a', 5)");

@@ -119,10 +119,16 @@ private Q_SLOTS:
             list += "FOTO;FotoPeca\\" + QByteArray::number(i) + ".png;20000\r\n";
             server_.Put(FileName(i), QByteArray(20000, 'n'));
         }
-        QByteArray script = "B:INSERT INTO CLIENTECONCORRENTE VALUES (1?, '2?', 'C')\r\n";
+        // Between its first and its last line the catalogue has no version.
+        QByteArray script =
+            "E:DELETE FROM UMREGISTRO\r\n"
+            "B:INSERT INTO CLIENTECONCORRENTE VALUES (1?, '2?', 'C')\r\n";
         for (int i = 0; i < Rows; ++i) {
             script += QByteArray::number(100 + i) + "<<;>>Nome " + QByteArray::number(i) + "\r\n";
         }
+        script +=
+            "E:INSERT INTO UMREGISTRO (DataEmissao, Versao, VersaoAnterior, UrlAtualizacao) "
+            "VALUES (46000, 1, 0, 'atualiza.exemplo')\r\n";
         list_ = list + "SDB;dois.txt;1\r\n";
         server_.Put("ListVersao2.txt", list_);
         server_.Put("dois.txt", script);
