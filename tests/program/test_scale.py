@@ -81,7 +81,7 @@ class ScaleTest(ProgramTest):
         self.show_at((1920, 1080))
         self.scaling(100)
         self.addCleanup(os.environ.pop, "QT_SCALE_FACTOR", None)
-        for factor, scale in (("1.25", 1.25), ("3", 1.8)):
+        for factor, scale in (("1.25", 1.25), ("3", 1.8), ("0.8", 1)):
             os.environ["QT_SCALE_FACTOR"] = factor
             with self.subTest(factor=factor), self.catalogue(data) as catalogue:
                 self.start(catalogue)

@@ -48,7 +48,7 @@ void ScreenScale::Watch(QScreen* screen) {
 void ScreenScale::Fit(QScreen* screen) {
     const double users = UsersFactor();
     const double fitting = ScaleFor(screen->handle()->availableGeometry().size());
-    const double wanted = users > 0 ? std::min(users, fitting) : fitting;
+    const double wanted = users > 0 ? std::clamp(users, 1.0, fitting) : fitting;
     if (!qFuzzyCompare(QHighDpiScaling::factor(screen), wanted)) {
         QHighDpiScaling::setScreenFactor(screen, users > 0 ? wanted / users : wanted);
     }

@@ -16,7 +16,8 @@ inline constexpr QSize PictureSize(800, 600);
 double ScaleFor(QSize available);
 
 // Keeps every screen at that scale, whatever the desktop's own display scaling is, from its
-// construction on; a QT_SCALE_FACTOR that the user has set holds as far as the picture fits.
+// construction on; a QT_SCALE_FACTOR that the user has set holds from 1 on as far as the picture
+// fits.
 class ScreenScale : public QObject {
     Q_OBJECT
 
