@@ -344,7 +344,7 @@ void Instalacao::ExecutarLinhas(ScriptsDaAtualizacao& scripts, const ArquivoAtua
 
 bool Instalacao::ContinuarComando() {
     forms::DoEventsInTime();
-    return !interrompida_;
+    return !interrompida_ && scripts_->ComandoEmCurso() < maiorComando_;
 }
 
 bool Instalacao::ContinuarEspera(std::chrono::milliseconds esperado) {

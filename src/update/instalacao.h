@@ -25,6 +25,10 @@ public:
     explicit Instalacao(bool podePerguntar);
     ~Instalacao() override;
 
+    // With nobody there to interrupt: a statement of a script that takes longer ends Atualizar with
+    // Erro 3059.
+    void LimitarComandos(std::chrono::steady_clock::duration maior) { maiorComando_ = maior; }
+
     // Throws what went wrong, with the file or the line that it is about.
     void Atualizar(qint16 VersaoAtual, qint16 VersaoNova);
 
@@ -77,6 +81,7 @@ private:
 
     bool podePerguntar_;
     bool interrompida_ = false;
+    std::chrono::steady_clock::duration maiorComando_ = std::chrono::steady_clock::duration::max();
     quint8 Passo = 0;
     QString caminhoBase_;
     QString usuario_;

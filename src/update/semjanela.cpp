@@ -24,6 +24,7 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto MaiorEspera = 10min;
+constexpr auto MaiorComando = 60min;
 
 QString Servidor() {
     const auto registro =
@@ -119,12 +120,19 @@ FimSemJanela Instalar() {
     const Verificador::Resposta resposta = Perguntar();
     const QString servidor = Servidor();
     Instalacao instalacao(false);
+    instalacao.LimitarComandos(MaiorComando);
     const Paciencia paciencia(instalacao);
     try {
         instalacao.Atualizar(resposta.local, resposta.servidor);
     } catch (const Erro& erro) {
         if (instalacao.Interrompida()) {
             throw FimSemJanela{Desfecho::OutroComputador, paciencia.Desistencia()};
+        }
+        if (erro.Number() == int(dao::Failure::Interrupted)) {
+            throw FimSemJanela{Desfecho::Falha,
+                               u"Um comando da atualização não terminou em %1 minutos: %2"_s
+                                   .arg(MaiorComando.count())
+                                   .arg(erro.Description())};
         }
         throw FimSemJanela{DesfechoDaFalha(erro), FalhaEmPalavras(erro, servidor)};
     }

@@ -363,6 +363,9 @@ private Q_SLOTS:
                       "Atualização interrompida. Uma parte dela já está no catálogo; a próxima "
                       "atualização recomeça do início."));
         QVERIFY(seen >= 15);
+        Instalacao unattended(false);
+        unattended.LimitarComandos(50ms);
+        QCOMPARE(ErrorOf([&] { unattended.Atualizar(1, 2); }), 3059);
         QCOMPARE(Versions(), u"1/0"_s);
     }
 
