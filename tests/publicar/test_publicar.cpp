@@ -131,12 +131,16 @@ private Q_SLOTS:
         row("wants the update's own lock", "E:UPDATE CONTROLETRAN SET a = 2\r\n",
             {"!Comando que falha (no cliente, em silêncio): a.sdb, linha 1: erro 3260"});
         row("never ends",
+            "E:INSERT INTO REFERENCIACRUZADA (CodigoClienteConcorrente, NumeroTarvo, "
+            "NumeroClienteConcorrente) SELECT 9, '12002', 'X' & A.CodigoPeca & "
+            "B.CodigoPeca & C.CodigoPeca & D.CodigoPeca & E.CodigoPeca & F.CodigoPeca FROM PECA "
+            "AS A, PECA AS B, PECA AS C, PECA AS D, PECA AS E, PECA AS F\r\n"
             "E:UPDATE PECA SET DescricaoPeca = (SELECT Count(*) FROM PECA AS A, PECA AS B, PECA AS "
             "C, "
             "COMPONENTE AS D, COMPONENTE AS E, COMPONENTE AS F, JOGOREPARO AS G, JOGOREPARO AS H, "
             "JOGOREPARO AS I, PECA AS J, PECA AS K, PECA AS L, PECA AS M, PECA AS N, PECA AS O, "
             "PECA AS P, PECA AS Q, PECA AS R)\r\n",
-            {"!Comando que não termina em 1 segundos: a.sdb, linha 1: UPDATE"});
+            {"!Comando que não termina em 1 segundos: a.sdb, linha 2: UPDATE"});
         row("breaks a rule of the rows",
             "E:UPDATE PECA SET DescricaoPeca = ' a' WHERE CodigoPeca = 1\r\n",
             {"!Depois dos scripts: PECA.DescricaoPeca que a pesquisa não acha"});

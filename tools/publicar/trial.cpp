@@ -14,6 +14,7 @@
 #include <QFileInfo>
 #include <QHash>
 #include <QMap>
+#include <QScopeGuard>
 #include <QSet>
 #include <QTemporaryDir>
 
@@ -219,6 +220,8 @@ private:
     void Execute(const Line& line) const {
         const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(order_.patience);
         gDB->SetIdle([end] { return std::chrono::steady_clock::now() < end; });
+        // What is looked up afterwards takes as long as it takes.
+        const auto nobodyWaits = qScopeGuard([] { gDB->SetIdle({}); });
         // Nobody shares the copy: a lock that is met is the update's own, and waiting would not
         // help.
         gDB->Execute(line.command.texto, dao::dbFailOnError + dao::dbSeeChanges);
