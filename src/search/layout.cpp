@@ -67,6 +67,10 @@ struct Entrada {
     QString valor;
 };
 
+Entrada Digitado(const forms::TextBox& caixa) {
+    return {caixa.accessibleName(), caixa.text()};
+}
+
 // The last line of these lists stands for all.
 Entrada Escolhido(const forms::ComboList& lista) {
     const bool todos = lista.ListIndex() == lista.ListCount() - 1;
@@ -130,11 +134,8 @@ void frmPesquisa::CriarPainelPecas() {
     grdPesquisa1->AddColumn(u"Tipo"_s, u"Tipo"_s, 129);
     grdPesquisa1->SetDataSource(dtcPesquisa1);
     grdPesquisa1->Export().SetNote([this] {
-        return Filtro(
-            {{txtNumeroTarvo->accessibleName(), txtNumeroTarvo->text()},
-             {txtDescricao->accessibleName(), txtDescricao->text()},
-             {txtNumeroClienteConcorrente->accessibleName(), txtNumeroClienteConcorrente->text()},
-             Escolhido(*cboTipo)});
+        return Filtro({Digitado(*txtNumeroTarvo), Digitado(*txtDescricao),
+                       Digitado(*txtNumeroClienteConcorrente), Escolhido(*cboTipo)});
     });
 }
 
@@ -151,8 +152,7 @@ void frmPesquisa::CriarPainelVeiculos() {
     grdPesquisa2->AddColumn(u"Fabricante"_s, u"Fabricante"_s, 250);
     grdPesquisa2->SetDataSource(dtcPesquisa2);
     grdPesquisa2->Export().SetNote([this] {
-        return Filtro(
-            {{txtVeiculo->accessibleName(), txtVeiculo->text()}, Escolhido(*cboFabricante)});
+        return Filtro({Digitado(*txtVeiculo), Escolhido(*cboFabricante)});
     });
 }
 

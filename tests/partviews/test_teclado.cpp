@@ -25,6 +25,18 @@ class TestTeclado : public QObject {
         return true;
     }
 
+    // What has the keyboard on the Tab key's way round, from this control on.
+    static QString Volta(const AnyText& tela, const AnyText& nome) {
+        QWidget* inicio = Achar(tela, nome);
+        inicio->setFocus();
+        QStringList nomes;
+        do {
+            nomes += QApplication::focusWidget()->objectName();
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        } while (QApplication::focusWidget() != inicio && nomes.size() < 30);
+        return nomes.join(u' ');
+    }
+
 private Q_SLOTS:
     void init() { janela_ = std::make_unique<Janela>(); }
     void cleanup() { janela_.reset(); }
@@ -44,6 +56,21 @@ private Q_SLOTS:
         QVERIFY(Apertar(Lista, "imgResultadoPesquisaFundo"));
         QVERIFY(Apertar(Resultado, "imgPesquisaFundo"));
         QVERIFY(Achar(Busca, "txtNumeroTarvo")->isVisible());
+    }
+
+    void theWayRound() {
+        Janela::Abrir();
+        Janela::AbrirDaBusca("Peças", "12002");
+        QCOMPARE(
+            Volta(Resultado, "cboNumeroClienteConcorrentePeca"),
+            u"cboNumeroClienteConcorrentePeca grdResultadoPesquisaPeca grdVeiculosPeca "
+            "imgPesquisaFundo imgListaComponentesFundo imgFiguraDetalhadaFundo imgMinimizar"_s);
+        Clicar(Resultado, "imgListaComponentesFundo");
+        QCOMPARE(Volta(Lista, "cboMostraNaListaPecas"),
+                 u"cboMostraNaListaPecas txtItem txtDescricaoComponente txtNumeroTarvo "
+                 "txtNumeroClienteConcorrente cboNumeroClienteConcorrenteComponente grdListaPecas "
+                 "grdJogosReparoComponente imgImprimir imgPesquisaFundo imgResultadoPesquisaFundo "
+                 "imgFiguraDetalhadaFundo imgMinimizar"_s);
     }
 };
 
