@@ -1,10 +1,12 @@
 #include "platform/forms/listexport.h"
+#include "platform/system/process.h"
 #include "session/passagens.h"
 #include "support/janela.h"
 #include "support/test.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QTimer>
 
 class TestPesquisa : public QObject {
     Q_OBJECT
@@ -280,6 +282,38 @@ private Q_SLOTS:
         QTest::mouseMove(Achar<forms::BoundGrid>(Busca, "grdPesquisa2")->viewport());
         QTRY_COMPARE(gFrmPesquisa->ImagemAtual(), u"FORM"_s);
         QVERIFY(!Achar(Busca, "imgConfiguracoesSelecionada")->isVisible());
+    }
+
+    void theButtonsOpenTheirScreens() {
+        for (const auto& [botao, tela] : {std::pair("imgConfiguracoes", u"frmConfiguracoes"_s),
+                                          std::pair("imgConhecaTarvo", u"frmConhecaTarvo"_s)}) {
+            bool aberta = false;
+            QTimer::singleShot(0, this, [&, nome = tela] {
+                aberta = Visivel(nome);
+                forms::Form::Find(nome)->close();
+            });
+            Clicar(Busca, botao);
+            QVERIFY2(aberta, botao);
+        }
+        Clicar(Busca, "imgMinimizar");
+        QVERIFY(gFrmPesquisa->isMinimized());
+        Clicar(Busca, "imgSair");
+        QCOMPARE(TelasCarregadas(), List("frmCreditos"));
+    }
+
+    void leavingGivesUpACheck() {
+        QString resposta;
+        sys::SetStartHandler([&](const QString& comando, int) {
+            resposta = comando.section(u'|', 1).replace(u'\\', u'/');
+            Write(resposta, "15|6");
+            return sys::OwnProcessId();  // never ends
+        });
+        Clicar(Busca, "pctVerificarAtualizacoes");
+        sys::SetStartHandler({});
+        QVERIFY(QFile::exists(resposta));
+        gFrmPesquisa->Tag = Recarregando;
+        gFrmPesquisa->Unload();
+        QVERIFY(!QFile::exists(resposta));
     }
 
     void missingHelpGivesTheBox() {
