@@ -193,10 +193,11 @@ private Q_SLOTS:
 
     void JoinsStatementsAndDropsFlaggedRows() {
         sql::Translation query;
-        query.statements = {"SELECT Codigo, Codigo % 2 FROM ITEM WHERE Codigo <= 4 ORDER BY 1",
-                            "SELECT Codigo, NULL FROM ITEM WHERE Codigo = 5",
-                            "SELECT Codigo, 1 FROM ITEM WHERE Codigo IN (6, 7) ORDER BY 1"};
-        query.flagColumn = true;
+        query.statements = {
+            "SELECT Codigo, Codigo % 2 FROM ITEM WHERE Codigo <= 4 ORDER BY 1",
+            "SELECT Codigo, NULL FROM ITEM WHERE Codigo = 5",
+            "SELECT Codigo, 1, -Codigo FROM ITEM WHERE Codigo IN (6, 7) ORDER BY 3"};
+        query.resultColumns = 1;
         RowStore store;
         const auto connection = session_.database->GetConnection();
         RowReader reader(connection, query, store);
@@ -216,14 +217,14 @@ private Q_SLOTS:
         for (qint64 row = 0; row < store.Rows(); ++row) {
             codes.append(store.Text(row, 0));
         }
-        QCOMPARE(codes.join(u' '), u"1 3 6 7"_s);
+        QCOMPARE(codes.join(u' '), u"1 3 7 6"_s);
     }
 
     // A long way without a result must not keep the window from its events.
     void GivesBackTheThreadBetweenFlaggedRows() {
         sql::Translation query;
         query.statements = {"SELECT a.Codigo, 0 FROM ITEM a, ITEM b"};
-        query.flagColumn = true;
+        query.resultColumns = 1;
         RowStore store;
         RowReader reader(session_.database->GetConnection(), query, store);
         reader.Read(1, Connection::Clock::now() + std::chrono::milliseconds(2));

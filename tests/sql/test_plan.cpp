@@ -51,6 +51,12 @@ void Fill(const MemoryDatabase& db) {
     }
 }
 
+const QString SearchOfParts =
+    u"SELECT PECA.NumeroTarvoPECA As NumeroTarvo,PECA.DescricaoPECA AS "
+    "Descricao,REFERENCIACRUZADA1.NumeroClienteConcorrente,'Peça' AS Tipo,CodigoPECA AS "
+    "Codigo FROM PECA LEFT JOIN REFERENCIACRUZADA1 ON PECA.NumeroTarvoPECA = "
+    "REFERENCIACRUZADA1.NumeroTarvo "_s;
+
 // A search as the screen builds it, of any combination of inputs.
 QString RandomSearch(const QString& order) {
     const int customer = g_random.bounded(3);  // none, shown, selected but not shown
@@ -158,18 +164,15 @@ private Q_SLOTS:
             "3");
         row("customer's beginning, by number",
             "WHERE REFERENCIACRUZADA1.NumeroClienteConcorrente LIKE 'X*' ", "1");
+        row("customer's beginning, by kind",
+            "WHERE REFERENCIACRUZADA1.NumeroClienteConcorrente LIKE 'X*' ", "4,1");
     }
     void WalksAnIndexInItsOrder() {
         QFETCH(QString, where);
         QFETCH(QString, order);
-        const QString text =
-            u"SELECT PECA.NumeroTarvoPECA As NumeroTarvo,PECA.DescricaoPECA AS "
-            "Descricao,REFERENCIACRUZADA1.NumeroClienteConcorrente,'Peça' AS Tipo,CodigoPECA AS "
-            "Codigo FROM PECA LEFT JOIN REFERENCIACRUZADA1 ON PECA.NumeroTarvoPECA = "
-            "REFERENCIACRUZADA1.NumeroTarvo "_s +
-            where + u"ORDER BY "_s + order;
         const auto many = [](const QByteArray&) { return qint64(sql::CountLimit + 1); };
-        const auto plan = sql::PlanQuery(text, db_->Schema(), many);
+        const auto plan =
+            sql::PlanQuery(SearchOfParts + where + u"ORDER BY "_s + order, db_->Schema(), many);
         g_pulse = Pulse::Always;
         qsizetype passed = 0;
         for (const QByteArray& statement : plan.statements) {
@@ -180,6 +183,38 @@ private Q_SLOTS:
         // Every row on the way gives the reader a chance, the ones that do not match as well.
         const bool ranged = where.contains(u"LIKE 'e"_s) || where.contains(u"LIKE 'X"_s);
         QVERIFY2(ranged || passed >= RowsPerTable, qPrintable(QString::number(passed)));
+    }
+
+    // A handful of customer's numbers is looked up at once. More of them are walked in the order
+    // wanted: theirs, or the table's where they are not too thin in it.
+    void ReadsNoMoreThanAScreen_data() {
+        const Table<qint64, qint64, QString, QString> row("partners", "rows", "order", "walk");
+        const auto sorted =
+            u"REFERENCIACRUZADA_CLIENTE (CodigoClienteConcorrente=? AND "
+            "NumeroClienteConcorrente>?"_s;
+        const auto theirs = u"REFERENCIACRUZADA_TARVO (CodigoClienteConcorrente=?)"_s;
+        row("a handful by number", 64, 100, "1", sorted);
+        row("more by number", 65, 100, "1", theirs);
+        row("a handful by description", 64, 100, "2", sorted);
+        row("dense by description", 96, 20'000, "2", u"PECA_DESCRICAO"_s);
+        row("thin by description", 96, 20'001, "2", sorted);
+        row("very many by description", sql::CountLimit + 1, 9'000'000, "2", u"PECA_DESCRICAO"_s);
+    }
+    void ReadsNoMoreThanAScreen() {
+        QFETCH(qint64, partners);
+        QFETCH(qint64, rows);
+        QFETCH(QString, order);
+        QFETCH(QString, walk);
+        const auto count = [&](const QByteArray& sql) {
+            return sql.startsWith("SELECT max(") ? rows : partners;
+        };
+        const auto plan = sql::PlanQuery(
+            SearchOfParts + u"WHERE REFERENCIACRUZADA1.NumeroClienteConcorrente LIKE 'X*' "_s +
+                u"ORDER BY "_s + order,
+            db_->Schema(), count);
+        const QString first =
+            db_->RunNative("EXPLAIN QUERY PLAN " + plan.statements.first()).first();
+        QVERIFY2(first.contains(walk), qPrintable(first));
     }
 
     void SortsTheFewRowsOfABeginning() {
@@ -239,7 +274,7 @@ private Q_SLOTS:
     void LeavesOtherShapesAlone() {
         QFETCH(QString, text);
         const auto plan = sql::PlanQuery(text, db_->Schema(), Counter());
-        QVERIFY(!plan.flagColumn);
+        QCOMPARE(plan.resultColumns, 0);
         QCOMPARE(plan.statements, db_->Translate(text).statements);
     }
 
@@ -250,25 +285,22 @@ private:
         };
     }
 
-    // The names, then the rows that are some, without the flag. Counts are right or far too high,
-    // so that both ways of finding rows are gone.
+    // The names, then the rows that are some, without what is hidden. What is counted is few, some
+    // or very many, so that all ways of finding rows are gone.
     QStringList RunPlan(const QString& text) const {
-        const auto count = [this](const QByteArray& sql) {
-            return g_random.bounded(2) == 0 ? qint64(sql::CountLimit + 1) : Counter()(sql);
+        const auto count = [](const QByteArray&) {
+            return Any(QList<qint64>{1, 100, sql::CountLimit + 1, 1'000'000});
         };
         const auto plan = sql::PlanQuery(text, db_->Schema(), count, accents_);
         QStringList rows;
         for (const QByteArray& statement : plan.statements) {
             const QStringList part = db_->RunNative(statement, true);
-            if (rows.isEmpty()) {
-                rows.append(plan.flagColumn ? part.first().section(u'|', 0, -2) : part.first());
-            }
-            for (const QString& row : part.mid(1)) {
-                const QString flag = row.section(u'|', -1);
-                if (!plan.flagColumn) {
+            for (const QString& row : rows.isEmpty() ? part : part.mid(1)) {
+                const QString flag = row.section(u'|', plan.resultColumns, plan.resultColumns);
+                if (plan.resultColumns == 0) {
                     rows.append(row);
                 } else if (flag != u"0"_s && flag != u"-"_s) {
-                    rows.append(row.section(u'|', 0, -2));
+                    rows.append(row.section(u'|', 0, plan.resultColumns - 1));
                 }
             }
         }

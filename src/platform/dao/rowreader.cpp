@@ -8,7 +8,7 @@ namespace dao {
 
 RowReader::RowReader(std::shared_ptr<Connection> connection, const sql::Translation& query,
                      RowStore& store)
-    : connection_(std::move(connection)), store_(store), flagColumn_(query.flagColumn) {
+    : connection_(std::move(connection)), store_(store), resultColumns_(query.resultColumns) {
     // All are prepared now, so that an error in the last one comes up before the first row.
     for (const QByteArray& sql : query.statements) {
         statements_.push_back(std::make_unique<Statement>(*connection_, sql));
@@ -35,7 +35,7 @@ RowReader::Step RowReader::Next() {
     Statement& statement = *statements_[current_];
     const bool any = statement.Step();
     if (columns_.isEmpty()) {
-        const int visible = statement.ColumnCount() - (flagColumn_ ? 1 : 0);
+        const int visible = resultColumns_ > 0 ? resultColumns_ : statement.ColumnCount();
         for (int column = 0; column < visible; ++column) {
             columns_.append(statement.ColumnName(column));
         }
@@ -45,7 +45,7 @@ RowReader::Step RowReader::Next() {
         return ++current_ == statements_.size() ? Step::End : Step::Nothing;
     }
     const int columns = static_cast<int>(columns_.size());
-    if (flagColumn_ && statement.Int64(columns) == 0) {
+    if (resultColumns_ > 0 && statement.Int64(columns) == 0) {
         return Step::Nothing;
     }
     store_.Append(statement, columns);

@@ -29,7 +29,7 @@ public:
     // What is still to come is no longer open to changes of its own connection: a search whose last
     // statement has begun, and has looked up by then what its rows depend on. Other results have
     // parts that begin later.
-    bool IsSettled() const { return flagColumn_ && current_ + 1 >= statements_.size(); }
+    bool IsSettled() const { return resultColumns_ > 0 && current_ + 1 >= statements_.size(); }
 
     // Everything is in the store and the lock is gone.
     bool Done() const { return statements_.empty() && !failure_; }
@@ -58,7 +58,7 @@ private:
     // Keeps the read lock from one statement to the next, so that all see the same data.
     std::unique_ptr<Statement> anchor_;
     QStringList columns_;
-    bool flagColumn_;
+    int resultColumns_;  // as in Translation
     std::optional<Erro> failure_;
 };
 

@@ -60,9 +60,10 @@ struct Translation {
     // Run in this order, all or nothing. The rows of a query are those of its statements, one
     // statement after the other; names and number of columns are those of the first.
     QList<QByteArray> statements;
-    // The last column of a query's statements is no part of the result: where it is 0 or Null, the
-    // row is none, and only lets the reader look at the clock on a long way to the next one.
-    bool flagColumn = false;
+    // Columns of the result, where a query's statements have more, or 0. The one behind them is a
+    // flag: where it is 0 or Null, the row is none, and only lets the reader look at the clock on a
+    // long way to the next one. Others behind it are there to be sorted by.
+    int resultColumns = 0;
     // Upper-case names of the tables named, so that a table kept in a companion file is attached.
     QStringList tables;
     // Of a change that is one statement: values that are bound to it (see Shape).

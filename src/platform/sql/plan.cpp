@@ -12,11 +12,21 @@ namespace sql {
 
 namespace {
 
+// So few rows that each may cost its way into the other tables before the first one is shown.
+constexpr qint64 Handful = 64;
+
+// A walk along the order wanted, past rows that have no partner, is let be this long for the rows
+// of a screen: some milliseconds, and over a network as many pages as a hundred partners of their
+// own would cost.
+constexpr qint64 ScreenRows = 24;
+constexpr qint64 LongestWalk = 5000;
+
 // From where the rows of an arm come.
 enum class Drive {
     Order,        // the table, in the order wanted or in any; conditions on the way
     Range,        // few rows of the table, found by one condition, then sorted
     Joined,       // the joined table, in its order; conditions on the way
+    JoinedKey,    // the same, in the order of what the join compares, which is the order wanted
     JoinedRange,  // few rows of the joined table, then sorted
     Lonely,       // rows of the table without a partner
 };
@@ -46,11 +56,17 @@ private:
     Step StepByTable(const Arm& arm, const Expr* key);
     Step StepByJoined(const Arm& arm);
     Step StepLonely(const Arm& arm);
-    const Term* Few(const Arm& arm, bool joined, const Expr* except);
-    bool IsFew(const Arm& arm, const Term& term);
+    // A condition that finds few rows, and how many; or null.
+    struct Found {
+        const Term* term = nullptr;
+        qint64 rows = 0;
+    };
+    Found Few(const Arm& arm, bool joined, const Expr* except);
+    qint64 CountOf(const Arm& arm, const Term& term);
+    bool IsShortWalk(const Arm& arm, qint64 partners);
 
     void Write(const std::vector<Step>& steps, const Ordinals& order);
-    void WriteStep(Writer& writer, const Step& step, std::size_t key);
+    void WriteStep(Writer& writer, const Step& step, std::size_t key, bool hidden);
     void WriteFrom(Writer& writer, const Step& step);
     void WriteConditions(Writer& writer, const Step& step);
     void WriteStrict(Writer& writer, const Step& step);
@@ -90,7 +106,7 @@ bool Planner::Plan(const Query& query) {
     }
     // A flag in every statement, so that they are alike; where nothing is tested on the way it
     // is 1.
-    translation_.flagColumn = true;
+    translation_.resultColumns = static_cast<int>(query.arms[0].select->items.size());
     return !order.empty() && PlanArms(arms, order);
 }
 
@@ -169,7 +185,7 @@ bool Planner::PlanByJoined(const std::vector<const Arm*>& arms, const Ordinals& 
     return true;
 }
 
-bool Planner::IsFew(const Arm& arm, const Term& term) {
+qint64 Planner::CountOf(const Arm& arm, const Term& term) {
     Writer writer(schema_, accents_);
     const Names::Scope scope(writer.KnownNames(), *arm.select);
     writer.Raw("SELECT count(*) FROM (SELECT 1 FROM ");
@@ -177,18 +193,37 @@ bool Planner::IsFew(const Arm& arm, const Term& term) {
     writer.Raw(" WHERE ");
     writer.Range(*term.expr);
     writer.Raw(" LIMIT " + std::to_string(CountLimit + 1) + ")");
-    return count_(writer.Take()) <= CountLimit;
+    return count_(writer.Take());
 }
 
 // A condition, on another column than the one that gives the order, that finds few rows.
-const Term* Planner::Few(const Arm& arm, bool joined, const Expr* except) {
+Planner::Found Planner::Few(const Arm& arm, bool joined, const Expr* except) {
     for (const Term& term : arm.terms) {
         const bool other = !except || !EqualWords(term.column->name, except->name);
-        if (term.range && term.joined == joined && other && IsFew(arm, term)) {
-            return &term;
+        if (!term.range || term.joined != joined || !other) {
+            continue;
+        }
+        const qint64 rows = CountOf(arm, term);
+        if (rows <= CountLimit) {
+            return {&term, rows};
         }
     }
-    return nullptr;
+    return {};
+}
+
+// As if the rows with a partner lay evenly among all. The highest number of a row stands for how
+// many there are: that is one way down the tree, where counting is the whole of it.
+bool Planner::IsShortWalk(const Arm& arm, qint64 partners) {
+    const ColumnInfo* number = arm.info.RowNumber();
+    if (!number || partners <= Handful) {
+        return false;
+    }
+    Writer writer(schema_, accents_);
+    writer.Raw("SELECT max(");
+    writer.Name(number->name);
+    writer.Raw(") FROM ");
+    writer.WriteSource(*arm.table);
+    return count_(writer.Take()) <= LongestWalk * partners / ScreenRows;
 }
 
 const Term* RangeOn(const Arm& arm, bool joined, const Expr* column) {
@@ -202,35 +237,55 @@ const Term* RangeOn(const Arm& arm, bool joined, const Expr* column) {
 }
 
 Step Planner::StepByTable(const Arm& arm, const Expr* key) {
-    if (const Term* few = Few(arm, false, key)) {
+    if (const Term* few = Few(arm, false, key).term) {
         return {&arm, Drive::Range, few};
     }
-    if (const Term* few = Few(arm, true, nullptr)) {
+    const Term* range = RangeOn(arm, false, key);
+    const auto [few, rows] = Few(arm, true, nullptr);
+    if (few && rows <= Handful) {
         return {&arm, Drive::JoinedRange, few};
     }
-    return {&arm, Drive::Order, RangeOn(arm, false, key)};
+    // What has no partner is not even passed.
+    const bool byPartner = key && NeedsPartner(arm) &&
+                           EqualWords(key->name, arm.tableColumn->name) &&
+                           (!range || range->expr->kind == Expr::Kind::Like);
+    if (byPartner) {
+        return {&arm, Drive::JoinedKey, range, true};
+    }
+    if (few && !(key && IsShortWalk(arm, rows))) {
+        return {&arm, Drive::JoinedRange, few};
+    }
+    return {&arm, Drive::Order, range};
 }
 
 Step Planner::StepByJoined(const Arm& arm) {
-    if (const Term* few = Few(arm, false, nullptr)) {
+    if (const Term* few = Few(arm, false, nullptr).term) {
         return {&arm, Drive::Range, few, true};
     }
     return {&arm, Drive::Joined, RangeOn(arm, true, nullptr), true};
 }
 
 Step Planner::StepLonely(const Arm& arm) {
-    const Term* few = Few(arm, false, nullptr);
+    const Term* few = Few(arm, false, nullptr).term;
     return {&arm, Drive::Lonely, few ? few : RangeOn(arm, false, nullptr)};
 }
 
 void Planner::Write(const std::vector<Step>& steps, const Ordinals& order) {
     Writer writer(schema_, accents_);
+    // The engine walks an index in its order only where that very column is what it sorts by: the
+    // partner's, which shows another spelling perhaps and is hidden.
+    const bool hidden = std::any_of(steps.begin(), steps.end(), [](const Step& step) {
+        return step.drive == Drive::JoinedKey;
+    });
     for (std::size_t i = 0; i < steps.size(); ++i) {
         writer.Raw(i ? " UNION ALL " : "");
-        WriteStep(writer, steps[i], order.empty() ? 0 : order.front());
+        WriteStep(writer, steps[i], order.empty() ? 0 : order.front(), hidden);
     }
     for (std::size_t i = 0; i < order.size(); ++i) {
-        writer.Raw((i ? ", " : " ORDER BY ") + std::to_string(order[i]));
+        const bool partner = hidden && i == 0;
+        writer.Raw(i ? ", " : " ORDER BY ");
+        writer.Raw(
+            std::to_string(partner ? std::size_t(translation_.resultColumns) + 2 : order[i]));
     }
     translation_.statements.append(writer.Take());
     for (const QString& table : writer.Tables()) {
@@ -240,7 +295,7 @@ void Planner::Write(const std::vector<Step>& steps, const Ordinals& order) {
     }
 }
 
-void Planner::WriteStep(Writer& writer, const Step& step, std::size_t key) {
+void Planner::WriteStep(Writer& writer, const Step& step, std::size_t key, bool hidden) {
     writer.Raw("SELECT ");
     const Select& select = *step.arm->select;
     const Names::Scope scope(writer.KnownNames(), select);
@@ -253,7 +308,7 @@ void Planner::WriteStep(Writer& writer, const Step& step, std::size_t key) {
             writer.Name(item.alias.empty() ? item.expr->name : item.alias);
         } else {
             // The sign keeps the engine from walking the whole index instead of sorting few rows.
-            writer.Raw(sorted && i + 1 == key ? "+" : "");
+            writer.Raw(sorted && !hidden && i + 1 == key ? "+" : "");
             writer.WriteItem(item, i, Writer::Naming::Fixed);
         }
         writer.Raw(", ");
@@ -266,6 +321,12 @@ void Planner::WriteStep(Writer& writer, const Step& step, std::size_t key) {
         writer.Raw("1");
     }
     writer.Raw(" AS dao_flag");
+    if (hidden) {
+        writer.Raw(sorted ? ", +" : ", ");
+        writer.Value(step.drive == Drive::JoinedKey ? *step.arm->joinedColumn
+                                                    : step.arm->Item(key));
+        writer.Raw(" AS dao_key");
+    }
     WriteFrom(writer, step);
     WriteConditions(writer, step);
 }
@@ -279,7 +340,7 @@ void Planner::WriteFrom(Writer& writer, const Step& step) {
     }
     // Left joins where a row without a partner must come by, so that it can carry the pulse. The
     // other join keeps the engine from turning the tables round.
-    const bool fromJoined = step.drive == Drive::Joined || step.drive == Drive::JoinedRange;
+    const bool fromJoined = step.drive != Drive::Order && step.drive != Drive::Range;
     const bool few = step.drive == Drive::Range || step.drive == Drive::JoinedRange;
     const bool outer = !(few && (step.paired || NeedsPartner(*step.arm)));
     writer.WriteSource(fromJoined ? *arm.joined : *arm.table);
@@ -300,9 +361,23 @@ void Planner::WriteConditions(Writer& writer, const Step& step) {
     if (step.range) {
         writer.Raw(separator);
         writer.Raw("(");
-        writer.Range(*step.range->expr);
+        if (step.drive == Drive::JoinedKey) {
+            writer.LikePrefix(*step.arm->joinedColumn, step.range->expr->args[1]->text);
+        } else {
+            writer.Range(*step.range->expr);
+        }
         writer.Raw(")");
         separator = " AND ";
+    }
+    // Asked of a row before its partner in the table is looked for.
+    for (const Term& term : step.arm->terms) {
+        if (step.drive == Drive::JoinedKey && term.joined) {
+            writer.Raw(separator);
+            writer.Raw("(");
+            writer.Test(*term.expr);
+            writer.Raw(" OR dao_pulse())");
+            separator = " AND ";
+        }
     }
     if (!HasStrict(step)) {
         return;
@@ -329,7 +404,8 @@ void Planner::WriteStrict(Writer& writer, const Step& step) {
         separator = " AND ";
     }
     if (step.paired) {
-        writer.Value(step.drive == Drive::Joined ? *arm.tableColumn : *arm.joinedColumn);
+        const bool fromJoined = step.drive == Drive::Joined || step.drive == Drive::JoinedKey;
+        writer.Value(fromJoined ? *arm.tableColumn : *arm.joinedColumn);
         writer.Raw(" IS NOT NULL");
         separator = " AND ";
     }

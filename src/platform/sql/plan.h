@@ -14,7 +14,8 @@
 // million rows between two.
 namespace sql {
 
-// Result of "SELECT count(*) ..." over at most CountLimit rows.
+// Result of "SELECT count(*) ..." over at most CountLimit rows, or of "SELECT max(...)" of a
+// table's own numbers of its rows.
 using Count = std::function<qint64(const QByteArray& sql)>;
 inline constexpr int CountLimit = 1000;
 
@@ -23,8 +24,8 @@ inline constexpr int CountLimit = 1000;
 // each, perhaps left-joined to another one; conditions joined by AND; ordinals to order by) becomes
 // the plain translation.
 //
-// With Translation::flagColumn the statements call dao_pulse(), which is 1 when the reader's time
-// is up: then a row that is none comes through, and the reader gets to look up.
+// With Translation::resultColumns the statements call dao_pulse(), which is 1 when the reader's
+// time is up: then a row that is none comes through, and the reader gets to look up.
 //
 // `accents` is for LIKE in a query. Throws Erro: 3075 syntax, 3129 no statement, 3085 unknown
 // function, 3093 bad pattern, 3000 for what cannot be carried over. Unknown tables and columns are

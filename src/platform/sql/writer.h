@@ -59,6 +59,8 @@ public:
     // and what decides. For LIKE the former is only needed, the latter alone is no use to an index.
     void Range(const Expr& term);
     void Test(const Expr& term);
+    // The range of LIKE, of this column, which may be another one that is equal to the term's.
+    void LikePrefix(const Expr& column, std::string_view pattern);
 
 private:
     void Column(const Expr& expr);
@@ -73,7 +75,6 @@ private:
     void Truth(const Expr& expr);
     void Like(const Expr& expr, bool met);
     void LikeTest(const Expr& expr);
-    void LikePrefix(const Expr& column, std::string_view pattern);
     void In(const Expr& expr);
     void Between(const Expr& expr);
     void Call(const Expr& expr);
