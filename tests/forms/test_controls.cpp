@@ -11,6 +11,7 @@
 #include <QMenu>
 #include <QScrollBar>
 #include <QTextDocument>
+#include <QTextEdit>
 #include <QTimer>
 #include <QToolTip>
 
@@ -289,12 +290,16 @@ private Q_SLOTS:
             auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget());
             QTimer::singleShot(5000, box, &QDialog::reject);  // a test that fails must end, too
             QVERIFY(QTest::qWaitForWindowActive(box));
+            const auto* text = box->findChild<QTextEdit*>();
+            QVERIFY(text->height() < text->document()->size().height() + 20);  // no empty space
             QTest::keyClick(box, static_cast<Qt::Key>(key),
                             key == Qt::Key_S ? Qt::AltModifier : Qt::NoModifier);
         });
-        QCOMPARE(MsgBox(u"<b>Peça</b> & \"aspas\"\n"_s.repeated(300) + QString(3000, u'x'), flags,
-                        u"Título"_s),
-                 answer);
+        const int lines = key == Qt::Key_Escape ? 1 : 300;
+        QCOMPARE(
+            MsgBox(u"<b>Peça</b> & \"aspas\"\n"_s.repeated(lines) + QString(10 * lines + 100, u'x'),
+                   flags, u"Título"_s),
+            answer);
     }
 };
 

@@ -116,7 +116,9 @@ private:
         edit->setTabChangesFocus(true);
         edit->setPlainText(text);
         edit->document()->setDocumentMargin(0);
-        edit->document()->setTextWidth(WidestText);
+        // A width given to the document itself would last until it is asked for its size.
+        edit->setLineWrapMode(QTextEdit::FixedPixelWidth);
+        edit->setLineWrapColumnOrWidth(WidestText);
         const int height = qCeil(edit->document()->size().height()) + 2;
         edit->setFixedSize(WidestText + CurrentTheme().scrollPixels,
                            std::clamp(height, IconPixels, HighestText));
