@@ -226,21 +226,25 @@ void Instalacao::BaixarArquivo(ArquivoAtualizacao& arquivo) {
 // Where the list tells what the file must be, more bytes than that are not even taken down.
 void Instalacao::ReceberConteudo(ArquivoAtualizacao& arquivo) {
     const bool conhecido = !arquivo.Sha256.isEmpty();
-    const auto recusar = [&arquivo] {
+    qint64 total = 0;
+    const auto demais = [&] { return conhecido && total > arquivo.Bytes; };
+    try {
+        Buscar(arquivo.Nome, arquivo.Conteudo, [&](qint32 bytes) {
+            Q_EMIT Avancou(2, bytes);
+            total += bytes;
+            if (demais()) {
+                throw Erro(ConteudoAlterado, QString());  // said below
+            }
+        });
+    } catch (const Erro&) {
+        if (!demais()) {
+            throw;
+        }
+    }
+    if (demais() || (conhecido && sys::HashOfFile(arquivo.Conteudo) != arquivo.Sha256)) {
         throw Erro(ConteudoAlterado,
                    u"O arquivo \"%1\" que veio do servidor não é o que a lista descreve"_s.arg(
                        arquivo.Nome));
-    };
-    qint64 total = 0;
-    Buscar(arquivo.Nome, arquivo.Conteudo, [&](qint32 bytes) {
-        Q_EMIT Avancou(2, bytes);
-        total += bytes;
-        if (conhecido && total > arquivo.Bytes) {
-            recusar();
-        }
-    });
-    if (conhecido && sys::HashOfFile(arquivo.Conteudo) != arquivo.Sha256) {
-        recusar();
     }
 }
 

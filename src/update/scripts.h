@@ -13,9 +13,10 @@
 // access, and the new version.
 //
 // Lines are committed in groups, since each commit waits for the disk: a group ends after a quarter
-// of a second, before a program starts and at the end. A death in the middle costs the last group,
-// which the next update repeats. A group never ends while UMREGISTRO has no row, or one that cannot
-// be read: such a catalogue could neither be updated nor say what it is.
+// of a second, before a program starts and at the end. A death in the middle, or of a statement
+// that the user ends, costs the last group, which the next update repeats. A group never ends while
+// UMREGISTRO has no row, or one that cannot be read: such a catalogue could neither be updated nor
+// say what it is.
 class ScriptsDaAtualizacao {
 public:
     using Relogio = std::chrono::steady_clock;

@@ -1,5 +1,7 @@
 #include "support/servers.h"
 
+#include <QRegularExpression>
+
 namespace testing_support {
 
 void WrongServer::Put(const AnyText& name, const QByteArray& content) const {
@@ -23,6 +25,14 @@ QStringList WrongServer::Requests() const {
         }
     }
     return requests;
+}
+
+QString Like(const QString& text, const AnyText& pattern) {
+    const QRegularExpression like(
+        QRegularExpression::anchoredPattern(
+            QRegularExpression::escape(pattern).replace("\\*"_L1, ".*"_L1)),
+        QRegularExpression::DotMatchesEverythingOption);
+    return like.match(text).hasMatch() ? pattern : text;
 }
 
 ProxySetting::ProxySetting(int port, const QByteArray& scheme) {

@@ -38,6 +38,10 @@ public:
     ~ProxySetting();
 };
 
+// `pattern` itself where `text` is like it, each * in it standing for anything; else the text. For
+// a comparison with the pattern that says what came instead.
+QString Like(const QString& text, const AnyText& pattern);
+
 // A port where nobody listens, at least a moment ago.
 int FreePort();
 
