@@ -31,7 +31,6 @@ Galeria::Galeria(forms::Panel* painel)
     pctPesquisaFiguras->setFocusPolicy(Qt::StrongFocus);
     sclPesquisaFiguras->setAccessibleName(u"Rolar as figuras"_s);
     sclPesquisaFiguras->SetMin(1);
-    sclPesquisaFiguras->SetMax(1);
     sclPesquisaFiguras->SetLargeChange(3);
     imgFiguraSelecionada->setAttribute(Qt::WA_TransparentForMouseEvents);
     imgFiguraSelecionada->hide();

@@ -31,10 +31,10 @@ class TestTeclado : public QObject {
         inicio->setFocus();
         QStringList nomes;
         do {
-            nomes += QApplication::focusWidget()->objectName();
+            nomes += QApplication::focusWidget()->accessibleName();
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         } while (QApplication::focusWidget() != inicio && nomes.size() < 30);
-        return nomes.join(u' ');
+        return nomes.join(u", "_s);
     }
 
 private Q_SLOTS:
@@ -61,16 +61,15 @@ private Q_SLOTS:
     void theWayRound() {
         Janela::Abrir();
         Janela::AbrirDaBusca("Peças", "12002");
-        QCOMPARE(
-            Volta(Resultado, "cboNumeroClienteConcorrentePeca"),
-            u"cboNumeroClienteConcorrentePeca grdResultadoPesquisaPeca grdVeiculosPeca "
-            "imgPesquisaFundo imgListaComponentesFundo imgFiguraDetalhadaFundo imgMinimizar"_s);
+        QCOMPARE(Volta(Resultado, "cboNumeroClienteConcorrentePeca"),
+                 u"Cliente, Peças, Veículos da peça, Voltar à pesquisa, Lista de componentes, "
+                 "Figura detalhada, Minimizar a janela"_s);
         Clicar(Resultado, "imgListaComponentesFundo");
         QCOMPARE(Volta(Lista, "cboMostraNaListaPecas"),
-                 u"cboMostraNaListaPecas txtItem txtDescricaoComponente txtNumeroTarvo "
-                 "txtNumeroClienteConcorrente cboNumeroClienteConcorrenteComponente grdListaPecas "
-                 "grdJogosReparoComponente imgImprimir imgPesquisaFundo imgResultadoPesquisaFundo "
-                 "imgFiguraDetalhadaFundo imgMinimizar"_s);
+                 u"Componentes de qual jogo de reparo, Item, Descrição, Nº Tarvo, Nº do cliente, "
+                 u"Cliente, "
+                 "Componentes, Jogos de reparo do componente, Imprimir, Voltar à pesquisa, "
+                 "Voltar às peças, Figura detalhada, Minimizar a janela"_s);
     }
 };
 

@@ -238,17 +238,17 @@ private Q_SLOTS:
         const auto segue = [](std::initializer_list<const char*> nomes) {
             for (const char* nome : nomes) {
                 QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-                QVERIFY2(Focado(nome), nome);
+                QCOMPARE(QApplication::focusWidget()->accessibleName(), AnyText(nome));
             }
         };
-        segue({"txtDescricao", "txtNumeroClienteConcorrente", "cboNumeroClienteConcorrente",
-               "cboTipo", "grdPesquisa1", "pctResultadoPesquisaFundo(0)"});
+        segue({"Descrição", "Nº do cliente ou concorrente", "Cliente ou concorrente", "Tipo",
+               "Resultado da pesquisa", "Abrir a linha escolhida"});
         Clicar(Busca, "imgPesquisa2");
         QTRY_VERIFY(Focado("txtVeiculo"));
-        segue({"cboFabricante", "grdPesquisa2", "pctResultadoPesquisaFundo(1)"});
+        segue({"Fabricante", "Veículos encontrados", "Abrir a linha escolhida"});
         Clicar(Busca, "imgPesquisa3");
         QTRY_VERIFY(Focado("pctPesquisaFiguras"));
-        segue({"sclPesquisaFiguras", "pctResultadoPesquisaFundo(2)"});
+        segue({"Rolar as figuras", "Abrir a linha escolhida"});
     }
 
     void lightFollowsTheMouse() {
