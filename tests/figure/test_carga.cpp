@@ -30,6 +30,7 @@ private Q_SLOTS:
         QVERIFY(!Marcador()->isVisible());
     }
 
+    // The first row names the picture; without rows there is none.
     void laterRowsDoNotChangeThePicture() {
         // A table in the view's place: there a part's rows may differ in their file.
         mao_->catalogo.Executar(
@@ -41,6 +42,11 @@ private Q_SLOTS:
         mao_->AbrirFigura();
         QCOMPARE(Itens().size(), 2);
         QCOMPARE(Achar(Figura, "imgFigura(1)")->size(), QSize(500, 340));
+        mao_->catalogo.Executar({"DELETE FROM FIGURADETALHADA1"});
+        forms::Form::Find(Figura)->Unload();
+        UnicaInstancia<frmFiguraDetalhada>().Show();
+        QCOMPARE(Itens().size(), 0);
+        QCOMPARE(mao_->Caixas(), QStringList());
     }
 
     void rowsThatDoNotFitAreErrors_data() {
@@ -99,13 +105,6 @@ private Q_SLOTS:
         for (const QPoint botao : {QPoint(240, 548), QPoint(348, 560), QPoint(493, 560)}) {
             QCOMPARE(imagem.pixelColor(canto + botao), Paleta::Atual().petroleoVivo);
         }
-    }
-
-    void aFigureWithoutRowsIsEmpty() {
-        mao_->catalogo.Executar({"DELETE FROM FIGURADETALHADA"});
-        mao_->AbrirFigura();
-        QCOMPARE(Itens().size(), 0);
-        QCOMPARE(mao_->Caixas(), QStringList());
     }
 
     void numbersHaveNamesAndCanBePressed() {
