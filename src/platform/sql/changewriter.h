@@ -23,7 +23,7 @@ public:
 
 private:
     TableInfo TableToChange(std::string_view name) const;
-    Target TargetOf(const TableInfo& table, std::string_view column) const;
+    Target TargetOf(const TableInfo& table, QAnyStringView column) const;
     std::vector<Target> TargetsOf(const TableInfo& table, const Insert& insert);
     void Finish();
     void WriteStored(const Target& target, const Expr& value);
@@ -34,7 +34,7 @@ private:
     void WriteJoinedUpdate(const Update& update);
     const Source* SourceOf(const Source& source, const Assignment& assignment) const;
     QStringList RowKey(const TableInfo& table) const;
-    void WriteRowKey(const QStringList& key, std::string_view table);
+    void WriteRowKey(const QStringList& key, QByteArrayView table);
 
     Translation& translation_;
     Writer writer_;

@@ -102,17 +102,14 @@ int SizeAt(const QStringList& sizes, qsizetype place, int otherwise) {
 }  // namespace
 
 ColumnType ColumnType::OfDialect(const WrittenType& written) {
-    const QString word = u' ' + ToQString(written.name) + u' ';
+    const QString word = u' ' + written.name + u' ';
     ColumnType type(
         FindEntry([&](const Entry& entry) { return QLatin1String(entry.names).contains(word); }));
     const Entry& entry = Entries[type.entry_];
     if (type.entry_ == AnyEntry) {
-        Throw(Failure::SyntaxError, ToQString(written.name));
+        Throw(Failure::SyntaxError, written.name);
     }
-    QStringList sizes;
-    for (const std::string& size : written.sizes) {
-        sizes.append(ToQString(size));
-    }
+    const QStringList& sizes = written.sizes;
     type.size_ = entry.sizes == Entry::None ? entry.size : SizeAt(sizes, 0, entry.size);
     type.scale_ = entry.sizes == Entry::Precision ? SizeAt(sizes, 1, entry.scale) : entry.scale;
     // The limits of the dialect; a decimal's digits beyond the fifteenth would not be kept.
@@ -120,7 +117,7 @@ ColumnType ColumnType::OfDialect(const WrittenType& written) {
                       (type.size_ >= 1 && type.size_ <= (entry.sizes == Entry::Length ? 255 : 28) &&
                        type.scale_ >= 0 && type.scale_ <= type.size_);
     if (!fits) {
-        Throw(Failure::SyntaxError, ToQString(written.name) + u'(' + sizes.join(u", ") + u')');
+        Throw(Failure::SyntaxError, written.name + u'(' + sizes.join(u", ") + u')');
     }
     return type;
 }

@@ -8,9 +8,9 @@ using namespace Qt::StringLiterals;
 
 namespace sql {
 
-const ColumnInfo* TableInfo::Column(std::string_view wanted) const {
+const ColumnInfo* TableInfo::Column(QAnyStringView wanted) const {
     const auto column = std::find_if(columns.begin(), columns.end(), [&](const ColumnInfo& known) {
-        return SameName(known.name.toStdString(), wanted);
+        return SameName(known.name, wanted);
     });
     return column == columns.end() ? nullptr : &*column;
 }

@@ -10,11 +10,14 @@
 
 #include <functional>
 #include <optional>
-#include <string_view>
 #include <vector>
 
 // The one place where a text of the system's SQL dialect becomes what the engine runs: tokenizer,
 // syntax tree, writer. Never text replacement.
+//
+// A text of SQL, the dialect's or the engine's, is a QByteArray in UTF-8, a piece of one a
+// std::string_view; a literal that the parser had to make owns its letters. What has left the text,
+// a name of the schema, a value, a word of an error, is a QString.
 namespace sql {
 
 struct ColumnInfo {
@@ -43,7 +46,7 @@ struct TableInfo {
     QStringList triggers;  // their CREATE texts
 
     // Without regard to case; null when there is none.
-    const ColumnInfo* Column(std::string_view wanted) const;
+    const ColumnInfo* Column(QAnyStringView wanted) const;
     // The one column that is the engine's own number of a row, or null. Where the table does not
     // number its rows, the engine would make up a value for a row without one.
     const ColumnInfo* RowNumber() const;

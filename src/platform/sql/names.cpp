@@ -116,7 +116,7 @@ std::optional<ResultColumn> Names::FindIn(const Source& table, std::string_view 
         return ResultColumn{column->name, type, column->declaredType, {}, nullptr};
     }
     for (const ResultColumn& column : ColumnsOf(*table.query)) {
-        if (SameName(column.name.toStdString(), name)) {
+        if (SameName(column.name, name)) {
             return column;
         }
     }

@@ -75,15 +75,16 @@ WrittenType Parser::ParseColumnType() {
     if (Peek().kind != Token::Kind::Word) {
         Fail();
     }
-    type.name = ToQString(tokens_[at_++].text).toUpper().toStdString();
+    type.name = ToQString(tokens_[at_++].text).toUpper();
     // Types of two words.
-    if (TakeAnyWord({"PRECISION", "VARYING"}) || (type.name == "NATIONAL" && TakeWord("CHAR"))) {
+    const bool national = type.name == "NATIONAL"_L1;
+    if (TakeAnyWord({"PRECISION", "VARYING"}) || (national && TakeWord("CHAR"))) {
         TakeWord("VARYING");
-        type.name = type.name == "NATIONAL" ? "CHAR" : type.name;
+        type.name = national ? u"CHAR"_s : type.name;
     }
     if (TakeSign("(")) {
         do {
-            type.sizes.push_back(TakeNumber());
+            type.sizes.append(ToQString(TakeNumber()));
         } while (TakeSign(","));
         ExpectSign(")");
     }

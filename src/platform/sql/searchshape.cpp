@@ -54,7 +54,7 @@ bool Arm::IsIndexed(const Expr& column) const {
         return true;
     }
     return std::any_of(info.indexes.begin(), info.indexes.end(), [&](const IndexInfo& index) {
-        return !index.partial && SameName(index.columns.value(0).toStdString(), column.name);
+        return !index.partial && SameName(index.columns.value(0), column.name);
     });
 }
 

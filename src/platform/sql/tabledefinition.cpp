@@ -13,10 +13,6 @@ namespace {
 
 using Tokens = std::span<const Token>;
 
-QByteArray Bytes(std::string_view text) {
-    return QByteArray(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 QByteArray Bracketed(const QByteArray& name) {
     return "[" + name + "]";
 }
@@ -77,10 +73,10 @@ QByteArray Between(const QByteArray& text, const Token& first, const Token& behi
 }  // namespace
 
 QString EngineIndexName(const TableInfo& table, std::string_view index) {
-    const std::string full = table.name.toStdString() + '.' + std::string(index);
+    const QString full = table.name + u'.' + ToQString(index);
     for (const IndexInfo& known : table.indexes) {
-        const std::string name = known.name.toStdString();
-        if (!known.definition.isEmpty() && (SameName(name, index) || SameName(name, full))) {
+        if (!known.definition.isEmpty() &&
+            (SameName(known.name, index) || SameName(known.name, full))) {
             return known.name;
         }
     }
@@ -112,7 +108,7 @@ TableDefinition::TableDefinition(const TableInfo& table) : table_(table) {
         const bool named = IsWord(tokens[begin], Begins[0]);
         const std::string_view name =
             named ? tokens[begin + 1].text : (constraint ? std::string_view() : tokens[begin].text);
-        pieces_.push_back({constraint, Bytes(name), Between(text, tokens[begin], tokens[at])});
+        pieces_.push_back({constraint, ToQString(name), Between(text, tokens[begin], tokens[at])});
         more = IsSign(tokens[at], ",");
         ++at;
     }
@@ -121,7 +117,7 @@ TableDefinition::TableDefinition(const TableInfo& table) : table_(table) {
 
 TableDefinition::Piece& TableDefinition::FindColumn(std::string_view name) {
     const auto found = std::find_if(pieces_.begin(), pieces_.end(), [&](const Piece& piece) {
-        return !piece.constraint && SameName(piece.name.toStdString(), name);
+        return !piece.constraint && SameName(piece.name, name);
     });
     if (found == pieces_.end()) {
         Throw(Failure::UnknownColumn, ToQString(name));
@@ -144,7 +140,7 @@ void TableDefinition::SetColumn(std::string_view name, const QByteArray& text) {
     }
     const auto behindColumns = std::find_if(pieces_.begin(), pieces_.end(),
                                             [](const Piece& piece) { return piece.constraint; });
-    pieces_.insert(behindColumns, {false, Bytes(name), text});
+    pieces_.insert(behindColumns, {false, ToQString(name), text});
 }
 
 void TableDefinition::SetDefault(std::string_view name, const QByteArray& value) {
@@ -175,7 +171,7 @@ void TableDefinition::AddConstraint(const QByteArray& text) {
 
 bool TableDefinition::DropConstraint(std::string_view name) {
     return std::erase_if(pieces_, [&](const Piece& piece) {
-               return piece.constraint && SameName(piece.name.toStdString(), name);
+               return piece.constraint && SameName(piece.name, name);
            }) > 0;
 }
 
@@ -189,13 +185,13 @@ QList<QByteArray> TableDefinition::Rebuild(const QList<NewValue>& values) const 
         const Piece& piece = pieces_[i];
         create += (i ? ", " : "") + piece.text;
         const auto given = std::find_if(values.begin(), values.end(), [&](const NewValue& value) {
-            return SameName(value.column.toStdString(), piece.name.toStdString());
+            return SameName(value.column, piece.name);
         });
-        const bool had = table_.Column(piece.name.toStdString()) != nullptr;
+        const bool had = table_.Column(piece.name) != nullptr;
         if (piece.constraint || (!had && given == values.end())) {
             continue;  // a new column gets its default, or the next number of a counter
         }
-        const QByteArray column = Bracketed(piece.name);
+        const QByteArray column = Bracketed(piece.name.toUtf8());
         const QByteArray separator = columns.isEmpty() ? "" : ", ";
         columns += separator + column;
         selected += separator + (given == values.end() ? column : given->sql);

@@ -36,7 +36,7 @@ public:
 private:
     struct Piece {
         bool constraint;
-        QByteArray name;
+        QString name;
         QByteArray text;
     };
     Piece& FindColumn(std::string_view name);  // throws Erro 3061

@@ -201,7 +201,11 @@ bool SameName(std::string_view a, std::string_view b) {
     if (IsAscii(a)) {
         return EqualWords(a, b);
     }
-    return ToQString(a).compare(ToQString(b), Qt::CaseInsensitive) == 0;
+    return SameName(ToQString(a), b);
+}
+
+bool SameName(const QString& a, QAnyStringView b) {
+    return QAnyStringView::compare(a, b, Qt::CaseInsensitive) == 0;
 }
 
 QString ToQString(std::string_view text) {

@@ -35,6 +35,7 @@ bool IsAscii(std::string_view text);
 
 // Without regard to the case of any letter: names of tables and columns may have accents.
 bool SameName(std::string_view a, std::string_view b);
+bool SameName(const QString& a, QAnyStringView b);
 
 QString ToQString(std::string_view text);
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QStringList>
 
 #include <memory>
 #include <string>
@@ -150,8 +151,8 @@ struct Delete {
 };
 
 struct WrittenType {
-    std::string name;                // upper case
-    std::vector<std::string> sizes;  // numbers in brackets behind it
+    QString name;       // upper case
+    QStringList sizes;  // numbers in brackets behind it
 };
 
 struct ConstraintDefinition {

@@ -28,9 +28,9 @@ public:
     // Who writes parts of a query brings their tables into sight by a Names::Scope.
     Names& KnownNames() { return names_; }
 
-    void Raw(std::string_view sql) { out_.append(sql.data(), static_cast<qsizetype>(sql.size())); }
-    void Name(std::string_view name);
-    void Name(const QString& name) { Name(std::string_view(name.toStdString())); }
+    void Raw(QByteArrayView sql) { out_ += sql; }
+    void Name(QByteArrayView name);
+    void Name(const QString& name) { Name(QByteArrayView(name.toUtf8())); }
     void TableName(std::string_view name);  // as the table is declared
     void Text(std::string_view text);
 

@@ -115,7 +115,7 @@ QStringList ChangeWriter::RowKey(const TableInfo& table) const {
     return key;
 }
 
-void ChangeWriter::WriteRowKey(const QStringList& key, std::string_view table) {
+void ChangeWriter::WriteRowKey(const QStringList& key, QByteArrayView table) {
     for (qsizetype i = 0; i < key.size(); ++i) {
         writer_.Raw(i ? ", " : "");
         writer_.Name(table);
@@ -171,7 +171,7 @@ void ChangeWriter::WriteJoinedUpdate(const Update& update) {
     writer_.Raw(") AS [_new] WHERE ");
     for (qsizetype i = 0; i < key.size(); ++i) {
         writer_.Raw(i ? " AND " : "");
-        WriteRowKey({key.at(i)}, table.name.toStdString());
+        WriteRowKey({key.at(i)}, table.name.toUtf8());
         writer_.Raw(" = [_new].");
         writer_.Name("k" + std::to_string(i));
     }
@@ -204,7 +204,7 @@ void ChangeWriter::Write(const Delete& deletion) {
     const QStringList key = RowKey(table);
     writer_.Name(table.name);
     writer_.Raw(" WHERE (");
-    WriteRowKey(key, table.name.toStdString());
+    WriteRowKey(key, table.name.toUtf8());
     writer_.Raw(") IN (SELECT ");
     WriteRowKey(key, target->Alias());
     writer_.Raw(" FROM ");

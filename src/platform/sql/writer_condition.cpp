@@ -159,7 +159,7 @@ void Writer::Comparand(const Expr& expr, Type against, bool ordered) {
             Throw(Failure::MixedComparison, text);
         }
         Raw(text.startsWith(u'-') ? "(" : "");
-        Raw(QByteArray::number(number, 'g', 17).toStdString());
+        Raw(QByteArray::number(number, 'g', 17));
         Raw(text.startsWith(u'-') ? ")" : "");
         return;
     }

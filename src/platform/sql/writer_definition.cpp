@@ -14,8 +14,8 @@ namespace {
 
 using Constraint = ConstraintDefinition;
 
-QByteArray Bracketed(std::string_view name) {
-    return "[" + QByteArray(name.data(), static_cast<qsizetype>(name.size())) + "]";
+QByteArray Bracketed(QByteArrayView name) {
+    return '[' + name.toByteArray() + ']';
 }
 
 QByteArray BracketedList(const std::vector<std::string_view>& names) {
@@ -73,13 +73,13 @@ TableInfo DefinitionWriter::TableToChange(std::string_view table) const {
 
 QByteArray DefinitionWriter::TableText(std::string_view table) const {
     const auto info = schema_.table ? schema_.table(ToQString(table)) : std::nullopt;
-    return Bracketed(info ? info->name.toStdString() : std::string(table));
+    return info ? Bracketed(info->name.toUtf8()) : Bracketed(table);
 }
 
 QByteArray DefinitionWriter::ColumnName(std::string_view table, std::string_view column) const {
     const auto info = schema_.table ? schema_.table(ToQString(table)) : std::nullopt;
     const ColumnInfo* known = info ? info->Column(column) : nullptr;
-    return Bracketed(known ? known->name.toStdString() : std::string(column));
+    return known ? Bracketed(known->name.toUtf8()) : Bracketed(column);
 }
 
 QByteArray DefinitionWriter::ConditionText(const Expr& expr) {
@@ -134,7 +134,7 @@ QByteArray DefinitionWriter::ConstraintText(const Constraint& constraint) {
 }
 
 QByteArray IndexName(std::string_view table, std::string_view index) {
-    return Bracketed(std::string(table) + "." + std::string(index));
+    return Bracketed((ToQString(table) + u'.' + ToQString(index)).toUtf8());
 }
 
 // As an index, so that it can be dropped without building the table anew.
@@ -272,7 +272,7 @@ void DefinitionWriter::AlterColumn(const AlterTable& alter, const TableInfo& inf
     }
     const ColumnType type = ColumnType::OfDialect(column.type);
     const bool fromDate = ColumnType::OfDeclaration(known->declaredType).Reads() == Type::Date;
-    QByteArray value = Bracketed(known->name.toStdString());
+    QByteArray value = Bracketed(known->name.toUtf8());
     if (fromDate && type.Reads() == Type::Text) {
         value = "dao_datetext(" + value + ")";
     }
@@ -327,7 +327,7 @@ void DefinitionWriter::AddConstraint(const AlterTable& alter, const TableInfo& i
 void DefinitionWriter::DropNamed(const TableInfo& info, std::string_view name) {
     const QString index = EngineIndexName(info, name);
     if (!index.isEmpty()) {
-        Add("DROP INDEX " + Bracketed(index.toStdString()));
+        Add("DROP INDEX " + Bracketed(index.toUtf8()));
         return;
     }
     TableDefinition table(info);

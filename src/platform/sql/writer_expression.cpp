@@ -30,7 +30,7 @@ bool IsAtom(const Expr& expr) {
 
 }  // namespace
 
-void Writer::Name(std::string_view name) {
+void Writer::Name(QByteArrayView name) {
     Raw("[");
     Raw(name);
     Raw("]");

@@ -35,7 +35,7 @@ std::optional<QVariant> LiteralOf(const Expr& expr) {
 
 // How a column of a new table is declared that takes the values of a query's column.
 QByteArray DeclarationFor(const ResultColumn& column) {
-    const auto declared = [&](const char* type) {
+    const auto declared = [&](const QString& type) {
         return ColumnType::OfDialect({type, {}}).Declaration();
     };
     if (!column.declared.isEmpty()) {
@@ -49,9 +49,9 @@ QByteArray DeclarationFor(const ResultColumn& column) {
         case Type::Number:
             return "NUMERIC";
         case Type::Date:
-            return declared("DATETIME");
+            return declared(u"DATETIME"_s);
         case Type::Text:
-            return declared("MEMO");
+            return declared(u"MEMO"_s);
         default:
             return QByteArray(collation::Clause.data(),
                               collation::Clause.size());  // harmless on numbers, needed on texts
@@ -60,13 +60,13 @@ QByteArray DeclarationFor(const ResultColumn& column) {
 
 }  // namespace
 
-Target ChangeWriter::TargetOf(const TableInfo& table, std::string_view column) const {
+Target ChangeWriter::TargetOf(const TableInfo& table, QAnyStringView column) const {
     const ColumnInfo* known = table.Column(column);
     if (!known) {
         if (!table.columns.isEmpty()) {
-            Throw(Failure::UnknownColumn, ToQString(column));
+            Throw(Failure::UnknownColumn, column.toString());
         }
-        return {table.name, ToQString(column), ColumnType::OfDeclaration({})};
+        return {table.name, column.toString(), ColumnType::OfDeclaration({})};
     }
     return {table.name, known->name, ColumnType::OfDeclaration(known->declaredType),
             known == table.RowNumber() && !table.numbersRows};
@@ -76,11 +76,12 @@ void ChangeWriter::WriteLiteral(const QVariant& kept) {
     if (convert::IsNull(kept)) {
         writer_.Raw("NULL");
     } else if (IsText(kept)) {
-        writer_.Text(kept.toString().toStdString());
+        const QByteArray text = kept.toString().toUtf8();
+        writer_.Text({text.constData(), static_cast<std::size_t>(text.size())});
     } else if (kept.typeId() == QMetaType::Double) {
-        writer_.Raw(QByteArray::number(kept.toDouble(), 'g', 17).toStdString());
+        writer_.Raw(QByteArray::number(kept.toDouble(), 'g', 17));
     } else {
-        writer_.Raw(std::to_string(kept.toLongLong()));
+        writer_.Raw(QByteArray::number(kept.toLongLong()));
     }
 }
 
@@ -96,7 +97,7 @@ void ChangeWriter::WriteConversion(const Target& target, Type from, Value value)
     }
     writer_.Raw(target.required ? "dao_storekey(" : "dao_store(");
     value(text);
-    writer_.Raw(StoreArguments(target.type, target.table, target.name).toStdString());
+    writer_.Raw(StoreArguments(target.type, target.table, target.name));
     writer_.Raw(")");
 }
 
@@ -126,14 +127,14 @@ std::vector<Target> ChangeWriter::TargetsOf(const TableInfo& table, const Insert
     if (targets.empty() && insert.query) {
         // Without a list, the columns of a query are matched by name, not by place.
         for (const ResultColumn& column : names_.ColumnsOf(*insert.query)) {
-            targets.push_back(TargetOf(table, column.name.toStdString()));
+            targets.push_back(TargetOf(table, column.name));
         }
         if (targets.empty()) {
             Throw(Failure::NotSupported, table.name);
         }
     } else if (targets.empty()) {
         for (const ColumnInfo& column : table.columns) {
-            targets.push_back(TargetOf(table, column.name.toStdString()));
+            targets.push_back(TargetOf(table, column.name));
         }
     }
     const ColumnInfo* key = table.numbersRows ? nullptr : table.RowNumber();
@@ -222,7 +223,7 @@ void ChangeWriter::WriteInto(const Query& query) {
         writer_.Raw(i ? ", " : " (");
         writer_.Name(columns[i].name);
         writer_.Raw(" ");
-        writer_.Raw(DeclarationFor(columns[i]).toStdString());
+        writer_.Raw(DeclarationFor(columns[i]));
     }
     writer_.Raw(")");
     Finish();
