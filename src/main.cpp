@@ -8,16 +8,20 @@
 
 #include <QCoreApplication>
 
+#include <chrono>
+#include <optional>
+
 using namespace Qt::StringLiterals;
 
 namespace {
 
 const QString Uso =
     u"Uso: CatalogoTarvo\n"
-    "     CatalogoTarvo --atualizar\n"
+    "     CatalogoTarvo --atualizar [--espera MINUTOS]\n"
     "O Catálogo TARVO-LINDEN. Para acessá-lo, execute \"Tarvo.exe\".\n"
     "\n"
     "  --atualizar    instala, sem nenhuma janela, o que há de novo\n"
+    "  --espera       por quanto tempo, no máximo, por quem usa o catálogo (10 minutos)\n"
     "  --help         mostra esta ajuda\n"
     "  --version      mostra a versão\n"_s;
 
@@ -29,10 +33,23 @@ QStringList Argumentos(int argc, char** argv) {
     return argumentos;
 }
 
+// What may follow the word that asks for the update; nothing where it is something else.
+std::optional<std::chrono::minutes> MaiorEspera(const QStringList& opcoes) {
+    if (opcoes.isEmpty()) {
+        return EsperaPadrao;
+    }
+    bool numero = false;
+    const ushort minutos = opcoes.value(1).toUShort(&numero);
+    if (opcoes.size() != 2 || opcoes.first() != "--espera"_L1 || !numero) {
+        return std::nullopt;
+    }
+    return std::chrono::minutes(minutos);
+}
+
 // For a scheduler: what was asked for goes to the standard output, what went wrong to the other.
-int Atualizar(int argc, char** argv) {
+int Atualizar(int argc, char** argv, std::chrono::minutes maiorEspera) {
     const QCoreApplication aplicacao(argc, argv);
-    const FimSemJanela fim = AtualizarSemJanela();
+    const FimSemJanela fim = AtualizarSemJanela(maiorEspera);
     const bool bom = fim.desfecho == Desfecho::NadaDeNovo || fim.desfecho == Desfecho::Atualizado;
     sys::Print(bom ? stdout : stderr, fim.linha + u'\n');
     return int(fim.desfecho);
@@ -47,8 +64,8 @@ int main(int argc, char** argv) {
         return 0;
     }
     if (argumentos.value(0) == "--atualizar"_L1) {
-        if (argumentos.size() == 1) {
-            return Atualizar(argc, argv);
+        if (const auto maiorEspera = MaiorEspera(argumentos.mid(1))) {
+            return Atualizar(argc, argv, *maiorEspera);
         }
         sys::Print(stderr, Uso);
         return int(Desfecho::UsoErrado);

@@ -20,12 +20,13 @@ namespace {
 
 const QString Uso =
     u"Uso: Tarvo.exe [IDENTIFICADOR]\n"
-    "     Tarvo.exe --atualizar\n"
+    "     Tarvo.exe --atualizar [--espera MINUTOS]\n"
     "Inicia o Catálogo TARVO-LINDEN.\n"
     "\n"
     "  IDENTIFICADOR  espera antes o fim do processo com este identificador\n"
     "  --atualizar    instala, sem nenhuma janela, o que há de novo; os códigos de saída estão\n"
     "                 no manual\n"
+    "  --espera       por quanto tempo, no máximo, por quem usa o catálogo (10 minutos)\n"
     "  --help         mostra esta ajuda\n"
     "  --version      mostra a versão\n"_s;
 

@@ -23,7 +23,6 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto MaiorEspera = 10min;
 constexpr auto MaiorComando = 60min;
 
 QString Servidor() {
@@ -82,16 +81,16 @@ void Bloquear() {
 // Nobody is there to give up waiting for a computer that sleeps in the middle of a search.
 class Paciencia {
 public:
-    explicit Paciencia(Instalacao& instalacao) {
+    Paciencia(Instalacao& instalacao, std::chrono::minutes maiorEspera) {
         limite_.setSingleShot(true);
         QObject::connect(&limite_, &QTimer::timeout, &instalacao, &Instalacao::Interromper);
         QObject::connect(&instalacao, &Instalacao::Esperando, &limite_,
-                         [this](const QString& quem) {
+                         [this, maiorEspera](const QString& quem) {
                              porQuem_ = quem;
                              if (quem.isEmpty()) {
                                  limite_.stop();
                              } else if (!limite_.isActive()) {
-                                 limite_.start(MaiorEspera);
+                                 limite_.start(maiorEspera);
                              }
                          });
     }
@@ -106,7 +105,7 @@ private:
     QString porQuem_;
 };
 
-FimSemJanela Instalar() {
+FimSemJanela Instalar(std::chrono::minutes maiorEspera) {
     Perguntar();
     Bloquear();
     const auto soltar = qScopeGuard([] {
@@ -121,7 +120,7 @@ FimSemJanela Instalar() {
     const QString servidor = Servidor();
     Instalacao instalacao(false);
     instalacao.LimitarComandos(MaiorComando);
-    const Paciencia paciencia(instalacao);
+    const Paciencia paciencia(instalacao, maiorEspera);
     try {
         instalacao.Atualizar(resposta.local, resposta.servidor);
     } catch (const Erro& erro) {
@@ -152,10 +151,10 @@ void AnotarVerificacao(Desfecho desfecho) {
     }
 }
 
-FimSemJanela NaPasta() {
+FimSemJanela NaPasta(std::chrono::minutes maiorEspera) {
     FimSemJanela fim;
     try {
-        fim = Instalar();
+        fim = Instalar(maiorEspera);
     } catch (const FimSemJanela& antes) {
         fim = antes;  // before anything was installed, or in its middle
     } catch (const Erro& erro) {
@@ -167,14 +166,14 @@ FimSemJanela NaPasta() {
 
 }  // namespace
 
-FimSemJanela AtualizarSemJanela() {
+FimSemJanela AtualizarSemJanela(std::chrono::minutes maiorEspera) {
     FimSemJanela fim;
     try {
         gCaminho = LocalizarDados();
         gFaltaDeTravas = FaltaDeTravas(gCaminho);
         if (gFaltaDeTravas.isEmpty()) {
             AbrirSessao();
-            fim = NaPasta();
+            fim = NaPasta(maiorEspera);
         } else {
             fim = {Desfecho::SemTravas, gFaltaDeTravas};
         }

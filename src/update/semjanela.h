@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <chrono>
+
 // What became of an update without a window, for a scheduler: one line, and the exit code.
 struct FimSemJanela {
     Desfecho desfecho = Desfecho::Falha;
@@ -12,5 +14,8 @@ struct FimSemJanela {
 
 // Checks, takes the update lock, checks again under it, installs: the window's own steps, without a
 // question to anybody. Opens the catalogue of this program's data folder and closes it again; needs
-// a QCoreApplication. Never throws.
-FimSemJanela AtualizarSemJanela();
+// a QCoreApplication. Who reads or writes the catalogue meanwhile is waited for so long and no
+// longer. Never throws.
+FimSemJanela AtualizarSemJanela(std::chrono::minutes maiorEspera);
+
+inline constexpr std::chrono::minutes EsperaPadrao{10};

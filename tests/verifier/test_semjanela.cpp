@@ -150,15 +150,24 @@ private Q_SLOTS:
         QVERIFY2(end.printed.startsWith(u"Não foi possível conectar"_s), qPrintable(end.printed));
     }
 
-    void AnotherComputerUpdates() {
+    // It is not waited for any longer than was said.
+    void AnotherComputerIsThere_data() {
+        const Table<QString, QString, QString> row("statement", "words", "flag");
+        row("updates", "UPDATE CONTROLETRAN SET a = a", "Outro computador", "0");
+        row("writes", "UPDATE UMREGISTRO SET VersaoAnterior = 5",
+            "A atualização esperou demais por test_verifier (", "7");
+    }
+    void AnotherComputerIsThere() {
+        QFETCH(QString, statement);
+        QFETCH(QString, words);
         const OutroComputador other;
         other.sessao->BeginTrans();
-        other.banco->Execute(u"UPDATE CONTROLETRAN SET a = a"_s);
-        const End end = Run();
+        other.banco->Execute(statement);
+        const End end = Run({"--atualizar", "--espera", "0"});
         QCOMPARE(end.code, 4);
-        QVERIFY2(end.printed.startsWith(u"Outro computador"_s), qPrintable(end.printed));
+        QVERIFY2(end.printed.startsWith(words), qPrintable(end.printed));
         QCOMPARE(Version(), u"1/1"_s);
-        QCOMPARE(Valor("SELECT FlagErroUltimaVerificacao FROM UMREGISTRO"), u"0"_s);
+        QTEST(Valor("SELECT FlagErroUltimaVerificacao FROM UMREGISTRO"), "flag");
     }
 
     void UsesTheStoredCredentials() {
@@ -205,7 +214,10 @@ private Q_SLOTS:
         const End end = Run();
         QCOMPARE(end.code, 1);
         QCOMPARE(end.printed.count(u'\n'), 1);
-        QCOMPARE(Run({"--atualizar", "agora"}).code, 2);
+        for (const QStringList& wrong : {List("agora"), List("--espera"), List("--espera", "muito"),
+                                         List("--atraso", "1"), List("--espera", "1", "2")}) {
+            QCOMPARE(Run(List("--atualizar") + wrong).code, 2);
+        }
     }
 };
 
