@@ -49,7 +49,8 @@ private Q_SLOTS:
         Clicar(Busca, "imgPesquisa2");
         Clicar(Busca, "pctResultadoPesquisaFundo(1)");
         QCOMPARE(Pecas(), List("12002"));
-        QCOMPARE(Coluna(Resultado, "dtcVeiculosPeca", "Veiculo"), List("Bravil 1620"));
+        QCOMPARE(Copiada(Resultado, "grdVeiculosPeca"),
+                 u"Veículo|Fabricante / Bravil 1620|Bravil"_s);
         Clicar(Resultado, "imgPesquisaFundo");
 
         Clicar(Busca, "imgPesquisa3");
@@ -93,7 +94,9 @@ private Q_SLOTS:
         QCOMPARE(combo->SelectedItemData(), SemCliente);
         QCOMPARE(Pecas("NumeroClienteConcorrente"), List(QString()));
         combo->SetListIndex(1);
-        QCOMPARE(Pecas("NumeroClienteConcorrente"), List("A71", "A72"));
+        QCOMPARE(
+            Copiada(Resultado, "grdResultadoPesquisaPeca"),
+            u"Nº Tarvo|Descrição|Nº do cliente / 12002|Válvula relé|A71 / 12002|Válvula relé|A72"_s);
 
         Clicar(Resultado, "imgListaComponentesFundo");
         QCOMPARE(Achar<forms::ComboList>(Lista, "cboNumeroClienteConcorrenteComponente")
@@ -131,7 +134,8 @@ private Q_SLOTS:
         Clicar(Resultado, "imgFiguraDetalhadaFundo");
         QCOMPARE(janela_->Caixas(), List("64 Essa Peça não possui Lista de Componentes.",
                                          "64 Essa Peça não possui Figura Detalhada."));
-        QCOMPARE(Coluna(Resultado, "dtcVeiculosPeca", "Veiculo"), QStringList());
+        QCOMPARE(Achar(Resultado, "grdVeiculosPeca")->accessibleDescription(),
+                 u"Nenhum veículo cadastrado para essa Peça."_s);
     }
 
     void photoStaysWhenTheNextOneIsMissing() {

@@ -1,11 +1,8 @@
-#include "platform/forms/listexport.h"
 #include "platform/system/process.h"
 #include "session/passagens.h"
 #include "support/janela.h"
 #include "support/test.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QTimer>
 
 class TestPesquisa : public QObject {
@@ -115,15 +112,14 @@ private Q_SLOTS:
 
     void aCopiedListTellsWhatShortenedIt() {
         const auto primeira = [](const AnyText& grade) {
-            Achar<forms::BoundGrid>(Busca, grade)->Export().CopyList();
-            return QGuiApplication::clipboard()->text().section(u'\n', 0, 0);
+            return Copiada(Busca, grade).section(u" / "_s, 0, 0);
         };
         Escolher(Busca, "cboTipo", "Peças");
         Digitar(Busca, "txtNumeroTarvo", "1200");
         QCOMPARE(primeira("grdPesquisa1"), u"Só as linhas com Nº Tarvo: 1200; Tipo: Peças"_s);
         Escolher(Busca, "cboTipo", "TODOS OS TIPOS");
         Digitar(Busca, "txtNumeroTarvo", "");
-        QCOMPARE(primeira("grdPesquisa1"), u"Nº Tarvo\tDescrição\tNº do cliente\tTipo"_s);
+        QCOMPARE(primeira("grdPesquisa1"), u"Nº Tarvo|Descrição|Nº do cliente|Tipo"_s);
         Digitar(Busca, "txtVeiculo", "c");
         QCOMPARE(primeira("grdPesquisa2"), u"Só as linhas com Veículo: c"_s);
     }

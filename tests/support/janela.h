@@ -3,6 +3,7 @@
 #include "platform/forms/boundgrid.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
+#include "platform/forms/listexport.h"
 #include "search/pesquisa.h"
 #include "session/global.h"
 #include "session/passagens.h"
@@ -10,6 +11,7 @@
 #include "support/windows.h"
 
 #include <QApplication>
+#include <QClipboard>
 
 // The search screen over a small catalogue, and a hand for its controls and for those of the
 // screens that open from it, each named by its screen and its own name.
@@ -65,6 +67,13 @@ inline QStringList Coluna(const AnyText& tela, const AnyText& fonte, const AnyTe
         valores += linhas->Text(i, linhas->FieldIndex(campo));
     }
     return valores;
+}
+
+// What a grid shows, as whoever takes its list along gets it: titles and rows, "a|b / 1|2".
+inline QString Copiada(const AnyText& tela, const AnyText& grade) {
+    Achar<forms::BoundGrid>(tela, grade)->Export().CopyList();
+    const QString lista = QGuiApplication::clipboard()->text().replace(u'\t', u'|');
+    return lista.split(u'\n', Qt::SkipEmptyParts).join(u" / "_s);
 }
 
 inline QString ItemAtualDaLista() {
