@@ -4,8 +4,6 @@
 #include "platform/system/process.h"
 #include "support/test.h"
 
-#include <QElapsedTimer>
-
 #include <thread>
 #include <windows.h>
 
@@ -23,6 +21,22 @@ public:
 private:
     HANDLE handle_;
 };
+
+// The error of `work` on a file that is held when it begins, and let go soon after.
+template <typename Work>
+int ErrorWhileHeld(const QString& path, DWORD share, Work&& work) {
+    auto held = std::make_unique<Held>(path, share);
+    if (!held->IsOpen()) {
+        return -1;
+    }
+    std::thread other([&held] {
+        Sleep(400);
+        held.reset();
+    });
+    const int error = ErrorOf(work);
+    other.join();
+    return error;
+}
 
 }  // namespace
 
@@ -90,21 +104,35 @@ private Q_SLOTS:
         QVERIFY(!sys::Exists(file));
     }
 
-    void ReplacesWhatIsHeldForAMoment() {
-        Write(Path("a.png"), "velha");
+    // Another computer that shows a picture, two programs of one user at his settings, a guard
+    // against viruses.
+    void WaitsForWhatIsHeldForAMoment() {
+        const QString path = Path("a.png");
+        Write(path, "velha");
         Write(Path("nova.tmp"), "nova");
-        QVERIFY(QFile::setPermissions(Path("a.png"), QFileDevice::ReadOwner));
-        auto held = std::make_unique<Held>(Path("a.png"), FILE_SHARE_READ);
-        QVERIFY(held->IsOpen());
-        std::thread other([&held] {
-            Sleep(700);
-            held.reset();
-        });
-        const int error = ErrorOf([this] { sys::Replace(Path("nova.tmp"), Path("a.png")); });
-        other.join();
-        QCOMPARE(error, 0);
-        QCOMPARE(sys::ReadText(Path("a.png")), u"nova"_s);
+        QVERIFY(QFile::setPermissions(path, QFileDevice::ReadOwner));
+        const auto replace = [this, path] { sys::Replace(Path("nova.tmp"), path); };
+        QCOMPARE(ErrorWhileHeld(path, FILE_SHARE_READ, replace), 0);
+        QCOMPARE(sys::ReadText(path), u"nova"_s);
         QVERIFY(!QFile::exists(Path("nova.tmp")));
+        const auto write = [path] { sys::WriteWhole(path, "outra"); };
+        QCOMPARE(ErrorWhileHeld(path, FILE_SHARE_READ, write), 0);
+        QCOMPARE(sys::ReadText(path), u"outra"_s);
+        QString text;
+        const auto read = [path, &text] { text = sys::ReadText(path); };
+        QCOMPARE(ErrorWhileHeld(path, 0, read), 0);
+        QCOMPARE(text, u"outra"_s);
+    }
+
+    // Who gives a download up takes it away before the program that writes it has let go.
+    void OutputGoesWhileItIsWritten() {
+        const QString path = Path("resposta.tmp");
+        {
+            sys::Output output(path);
+            output.Write("meia", 4);
+            sys::Delete(path);
+        }
+        QVERIFY(!QFile::exists(path));
     }
 
     void RefusesWhatIsHeldForGood() {
@@ -114,7 +142,10 @@ private Q_SLOTS:
         QCOMPARE(ErrorOf([this] { sys::Replace(Path("nova.tmp"), Path("b.png")); }), 70);
         QCOMPARE(sys::ReadText(Path("b.png")), u"velha"_s);
         QCOMPARE(sys::ReadText(Path("nova.tmp")), u"nova"_s);
-        QCOMPARE(QDir(folder_.path()).entryList({u"*.old"_s}, QDir::Files), QStringList());
+        QCOMPARE(ErrorOf([this] { sys::WriteWhole(Path("b.png"), "outra"); }), 75);
+        QCOMPARE(sys::ReadText(Path("b.png")), u"velha"_s);
+        const QStringList left = {u"b.png"_s, u"nova.tmp"_s};
+        QCOMPARE(QDir(folder_.path()).entryList({u"b.*"_s, u"n*"_s}, QDir::Files), left);
     }
 
     // An update may bring the program that runs, on this computer or another one.

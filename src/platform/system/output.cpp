@@ -19,7 +19,7 @@ Erro::Code sys::WriteFailure(const QFileDevice& file) {
 }
 
 sys::Output::Output(const QString& path) : file_(ToNative(path)) {
-    if (!file_.open(QIODevice::WriteOnly)) {
+    if (!OpenOutput(file_)) {
         throw Erro(WriteFailure(file_));
     }
 }

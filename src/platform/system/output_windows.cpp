@@ -2,7 +2,7 @@
 #include "platform/system/output_native.h"
 #include "platform/system/paths.h"
 
-#include <QElapsedTimer>
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QFileInfo>
 
@@ -10,12 +10,14 @@
 #include <string>
 #include <windows.h>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 // How long somebody may have a file open that is to be replaced: another computer that shows a
-// picture, a guard against viruses that looks at what is new. Milliseconds.
-constexpr qint64 Patience = 10000;
-constexpr DWORD Pause = 50;
+// picture, a guard against viruses that looks at what is new.
+constexpr auto Patience = 10s;
+constexpr DWORD Pause = 50;  // milliseconds
 
 bool Move(const std::wstring& from, const std::wstring& to) {
     return MoveFileExW(from.c_str(), to.c_str(),
@@ -46,6 +48,24 @@ bool Swap(const std::wstring& from, const std::wstring& to) {
 
 }  // namespace
 
+bool sys::AwaitRelease(const QDeadlineTimer& end) {
+    Sleep(Pause);
+    return !end.hasExpired();
+}
+
+// The toolkit opens files so that nobody can delete them meanwhile, not even who opened them.
+bool sys::OpenOutput(QFile& file) {
+    const HANDLE handle =
+        CreateFileW(ToSystem(file.fileName()).toStdWString().c_str(), GENERIC_WRITE,
+                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, CREATE_ALWAYS,
+                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) {
+        return false;
+    }
+    const int descriptor = _open_osfhandle(reinterpret_cast<intptr_t>(handle), 0);
+    return file.open(descriptor, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle);
+}
+
 // A folder's names need no flush of their own.
 void sys::FlushNative(const QString& path) {
     QFile file(path);
@@ -60,19 +80,15 @@ void sys::FlushNative(const QString& path) {
 void sys::ReplaceNative(const QString& from, const QString& to) {
     const std::wstring source = ToSystem(from).toStdWString();
     const std::wstring target = ToSystem(to).toStdWString();
-    QElapsedTimer since;
-    since.start();
-    while (!Move(source, target)) {
-        const DWORD reason = GetLastError();
-        if (!IsHeld(reason)) {
+    for (const QDeadlineTimer end(Patience); !Move(source, target);) {
+        if (!IsHeld(GetLastError())) {
             throw Erro(Erro::PathFileAccess);
         }
         if (Swap(source, target)) {
             return;
         }
-        if (since.hasExpired(Patience)) {
+        if (!AwaitRelease(end)) {
             throw Erro(Erro::PermissionDenied);
         }
-        Sleep(Pause);
     }
 }

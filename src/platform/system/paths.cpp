@@ -2,6 +2,7 @@
 
 #include "platform/erro.h"
 #include "platform/system/output.h"
+#include "platform/system/output_native.h"
 #include "platform/system/paths_native.h"
 
 #include <QCoreApplication>
@@ -14,8 +15,13 @@
 #include <array>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
+
+// How long somebody may be at a file: another program that writes or reads it at the same moment.
+constexpr auto ToWrite = 3s;
+constexpr auto ToRead = 1s;
 
 // 0x80 to 0x9F; the rest of Windows-1252 is Latin-1. Its five empty places keep their control code.
 constexpr std::array<char16_t, 32> Windows1252 = {
@@ -60,8 +66,13 @@ QByteArray sys::ReadBytes(const QString& path) {
     QFile file(native);
     // Asked about only afterwards: the toolkit's answer can be no while another program puts a new
     // file in place of the old one.
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw Erro(QFileInfo::exists(native) ? Erro::PathFileAccess : Erro::FileNotFound);
+    for (const QDeadlineTimer end(ToRead); !file.open(QIODevice::ReadOnly);) {
+        if (!QFileInfo::exists(native)) {
+            throw Erro(Erro::FileNotFound);
+        }
+        if (!AwaitRelease(end)) {
+            throw Erro(Erro::PathFileAccess);
+        }
     }
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError) {
@@ -90,17 +101,24 @@ QString sys::ReadText(const QString& path) {
 
 void sys::WriteWhole(const QString& path, const QByteArray& bytes, Access access) {
     const QString native = ToNative(path);
-    QSaveFile file(native);  // a name of its own beside the old file, flushed before it takes over
-    if (!file.open(QIODevice::WriteOnly)) {
-        throw Erro(QFileInfo(native).dir().exists() ? Erro::PathFileAccess : Erro::PathNotFound);
-    }
-    if (access == Access::OwnerOnly &&
-        !file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner)) {
-        throw Erro(Erro::PathFileAccess);
-    }
-    // Flushed here, since the commit would forget why it failed.
-    if (file.write(bytes) != bytes.size() || !file.flush() || !file.commit()) {
-        throw Erro(WriteFailure(file));
+    for (const QDeadlineTimer end(ToWrite);;) {
+        // Has a name of its own beside the old file, and is flushed before it takes over.
+        QSaveFile file(native);
+        if (!file.open(QIODevice::WriteOnly)) {
+            throw Erro(QFileInfo(native).dir().exists() ? Erro::PathFileAccess
+                                                        : Erro::PathNotFound);
+        }
+        if (access == Access::OwnerOnly &&
+            !file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner)) {
+            throw Erro(Erro::PathFileAccess);
+        }
+        // Flushed here, since the commit would forget why it failed.
+        if (file.write(bytes) == bytes.size() && file.flush() && file.commit()) {
+            return;
+        }
+        if (file.error() != QFileDevice::RenameError || !AwaitRelease(end)) {
+            throw Erro(WriteFailure(file));
+        }
     }
 }
 
