@@ -50,6 +50,8 @@ void NewFolder::Place() {
         sys::Flush(files.next());
     }
     sys::Flush(Path());
+    // An empty folder is not replaced everywhere. One that has been filled meanwhile stays.
+    QDir().rmdir(target_);
     std::error_code error;
     std::filesystem::rename(QFileInfo(Path()).filesystemFilePath(),
                             QFileInfo(target_).filesystemFilePath(), error);
