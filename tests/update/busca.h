@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/system/paths.h"
 #include "support/test.h"
 #include "update/acesso.h"
 #include "update/internet.h"
@@ -31,34 +30,18 @@ inline QString Fetch(const AnyText& path, const Credentials& with = {}) {
     });
     return failure.isEmpty() ? text : failure;
 }
-// The same for a file, a new one where none is given.
-inline QByteArray FetchBytes(const AnyText& path, const Credentials& with = {},
-                             const QString& file = {}) {
-    QString fetched;
-    const QString failure = Failure([&] {
-        fetched =
-            HttpExecutar(u"D"_s, with.dialogs, path, false, file, {}, {}, with.user, with.password);
-    });
-    if (!failure.isEmpty()) {
-        return failure.toUtf8();
-    }
-    return file.isEmpty() || fetched == file ? sys::ReadBytes(fetched) : "not where it was wanted";
-}
 
 // Answers the log-in dialog with "user/password", the last answer again and again, and keeps how
 // often it came. Without answers it is cancelled.
 class Logins {
 public:
-    explicit Logins(const AnyTexts& answers) : answers_(answers) {
-        SetPedidoDeAcesso([this](AcessoAoProxy& acesso) {
+    explicit Logins(const AnyTexts& answers) {
+        SetPedidoDeAcesso([this, answers](AcessoAoProxy& acesso) {
+            const QString answer = answers.value(qMin(asked.size(), answers.size() - 1));
             asked.append(acesso);
-            if (answers_.isEmpty()) {
-                return false;
-            }
-            const QString answer = answers_.size() > 1 ? answers_.takeFirst() : answers_.first();
             acesso.usuario = answer.section(u'/', 0, 0);
             acesso.senha = answer.section(u'/', 1);
-            return true;
+            return !answer.isEmpty();
         });
     }
     ~Logins() {
@@ -67,7 +50,4 @@ public:
     }
 
     QList<AcessoAoProxy> asked;
-
-private:
-    QStringList answers_;
 };

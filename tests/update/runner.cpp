@@ -1,9 +1,10 @@
 // One update in a process of its own, which a test can kill:
-//   update_runner FOLDER FROM TO [lock]
-// Prints each message box and, when the update has come to its end, the catalogue's version, its
-// number of customers and whether it is sound. With "lock" it takes the update lock first, or says
-// that another has it. The publisher's key stands in TARVO_TEST_KEY. TARVO_TEST_DEATH is the number
-// of the file in whose place nothing comes any more: the process dies instead of renaming.
+//   update_runner FOLDER
+// Takes the update lock, or says that another has it, and goes from version 1 to 2. Prints each
+// message box and, when the update has come to its end, the catalogue's version, its number of
+// customers and whether it is sound. The publisher's key stands in TARVO_TEST_KEY. TARVO_TEST_DEATH
+// is the number of the file in whose place nothing comes any more: the process dies instead of
+// renaming.
 #include "platform/convert.h"
 #include "platform/dao/connection.h"
 #include "platform/erro.h"
@@ -49,20 +50,17 @@ void Run(const QStringList& arguments, QTextStream& out) {
     if (const QByteArray key = qgetenv("TARVO_TEST_KEY"); !key.isEmpty()) {
         UsarChaves(ChavesDaAtualizacao{QStringLiteral("loja"), {QByteArray::fromHex(key)}});
     }
-    const bool lock = arguments.value(4) == QLatin1String("lock");
-    if (lock && !BloquearBancoDados(true)) {
+    if (!BloquearBancoDados(true)) {
         out << "locked\n";
         return;
     }
-    ParametroFormulario = arguments.at(2) + u'|' + arguments.at(3);
+    ParametroFormulario = QStringLiteral("1|2");
     (new frmAtualizando)->ShowModal();
     out << Value("SELECT Versao FROM UMREGISTRO") << ' '
         << Value("SELECT Count(*) FROM CLIENTECONCORRENTE") << ' '
         << gDB->GetConnection()->Value("PRAGMA integrity_check").toString()
         << gDB->GetConnection()->Value("PRAGMA cipher_integrity_check").toString() << '\n';
-    if (lock) {
-        BloquearBancoDados(false);
-    }
+    BloquearBancoDados(false);
     FecharBancoDados(gWS, gDB);
 }
 

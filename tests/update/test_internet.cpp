@@ -1,4 +1,5 @@
 #include "busca.h"
+#include "platform/system/paths.h"
 #include "session/global.h"
 #include "support/servers.h"
 #include "support/test.h"
@@ -26,6 +27,9 @@ private Q_SLOTS:
     void cleanup() {
         HttpDesconectar();
         proxy_.reset();
+        for (const QString& file : QDir(folder_.path()).entryList(QDir::Files)) {
+            QFile::remove(folder_.filePath(file));
+        }
     }
 
     void AsksAsItMust() {
@@ -43,76 +47,58 @@ private Q_SLOTS:
         QVERIFY(!head.contains("Accept:"_L1));
     }
 
-    void BodyAsTextAndAsFile() {
-        QCOMPARE(Fetch("ok"), u"conteúdo"_s);
-        QCOMPARE(Fetch("empty"), QString());
-        QCOMPARE(QDir(folder_.path()).entryList(QDir::Files), QStringList());
-
-        const QString given = folder_.filePath(u"dado"_s);
-        Write(given, "was here before and is longer");
-        QCOMPARE(FetchBytes("ok", {}, given), QByteArray("conteúdo"));
-        QCOMPARE(FetchBytes("empty", {}, given), QByteArray());
-        QCOMPARE(FetchBytes("long", {}, given), QByteArray("0123456789"));
-        QCOMPARE(Fetch("identity"), u"abc"_s);
-        QCOMPARE(Fetch("same-length"), u"abc"_s);
-        QCOMPARE(FetchBytes("unannounced"), QByteArray(10000, 'y'));
+    // The text that comes, or why none does, and after how many requests.
+    void Answers_data() {
+        const Table<QString, QString, int> row("path", "answer", "requests");
+        for (const auto& [path, text] :
+             {std::pair("ok", "conteúdo"), std::pair("empty", ""), std::pair("long", "0123456789"),
+              std::pair("identity", "abc"), std::pair("same-length", "abc"),
+              // Three bytes, one a second, take longer than any wait may, but each wait is short.
+              std::pair("drip", "abc")}) {
+            row(path, path, text, 1);
+        }
+        row("no length", "unannounced", QString(10000, u'y'), 1);
+        for (const int status : {302, 404, 500}) {
+            const QByteArray path = QByteArray::number(status);
+            row(path, path.constData(),
+                u"-104 HttpQueryInfo:0;-103;Status="_s + QString::number(status), 1);
+        }
+        for (const auto& [path, code] :
+             {std::pair("close", 12030), std::pair("reset", 12031), std::pair("garbage", 12152),
+              std::pair("endless-head", 12152), std::pair("endless-line", 12152),
+              std::pair("encoded", 12152), std::pair("two-lengths", 12152),
+              std::pair("list-of-lengths", 12152), std::pair("silent", 12002)}) {
+            row(path, path, u"-104 HttpSendRequest:%1"_s.arg(code), 2);
+        }
+        for (const auto& [path, failure] :
+             {std::pair("reset-body", "12031;-105;Ret=0"), std::pair("short", "12030;-105;Ret=0"),
+              std::pair("silent-body", "12002;-105;Ret=0"),
+              std::pair("endless", "0;14;Espaço insuficiente para o texto")}) {
+            row(path, path, u"-104 InternetReadFile:"_s + QString::fromUtf8(failure), 1);
+        }
     }
-
-    void Failures_data() {
-        const Table<QString, QString, int> row("path", "failure", "requests");
-        row("not found", "404", "HttpQueryInfo:0;-103;Status=404", 1);
-        row("server's fault", "500", "HttpQueryInfo:0;-103;Status=500", 1);
-        row("redirect", "302", "HttpQueryInfo:0;-103;Status=302", 1);
-        row("closed without a word", "close", "HttpSendRequest:12030", 2);
-        row("reset", "reset", "HttpSendRequest:12031", 2);
-        row("no HTTP", "garbage", "HttpSendRequest:12152", 2);
-        row("endless head", "endless-head", "HttpSendRequest:12152", 2);
-        row("endless head line", "endless-line", "HttpSendRequest:12152", 2);
-        row("encoded body", "encoded", "HttpSendRequest:12152", 2);
-        row("two lengths", "two-lengths", "HttpSendRequest:12152", 2);
-        row("a list of lengths", "list-of-lengths", "HttpSendRequest:12152", 2);
-        row("nothing at all", "silent", "HttpSendRequest:12002", 2);
-        row("body reset", "reset-body", "InternetReadFile:12031;-105;Ret=0", 1);
-        row("body too short", "short", "InternetReadFile:12030;-105;Ret=0", 1);
-        row("body stops", "silent-body", "InternetReadFile:12002;-105;Ret=0", 1);
-        row("endless text", "endless", "InternetReadFile:0;14;Espaço insuficiente para o texto", 1);
-    }
-    void Failures() {
+    void Answers() {
         QFETCH(QString, path);
-        QFETCH(QString, failure);
-        QFETCH(int, requests);
-        if (failure.contains("12002"_L1)) {
-            DefinirTempoLimite(1s);
+        QFETCH(QString, answer);
+        if (answer.contains("12002"_L1) || path == "drip"_L1) {
+            DefinirTempoLimite(2500ms);
         }
         const qsizetype before = server_.Requests().size();
-        QCOMPARE(Fetch(path), u"-104 "_s + failure);
-        QCOMPARE(server_.Requests().size() - before, requests);
+        QCOMPARE(Fetch(path), answer);
+        QTEST(int(server_.Requests().size() - before), "requests");
+        QCOMPARE(QDir(folder_.path()).entryList(QDir::Files).size(),
+                 answer.contains("InternetReadFile:12"_L1));  // half a body stays
     }
 
-    void Refused() {
-        proxy_.emplace(FreePort());
-        QCOMPARE(Fetch("ok"), u"-104 HttpSendRequest:12029"_s);
-    }
-
-    void UnknownName() {
-        proxy_.emplace(0);
-        HttpConectar(u"servidor.invalid"_s);
-        QCOMPARE(Fetch("ok"), u"-104 HttpSendRequest:12007"_s);
-    }
-
-    void BadHosts_data() {
-        const Table<QString> row("host");
-        for (const char* host : {"", "a b", "https:", "exemplo:8080", "eu@exemplo"}) {
-            row(host, QString::fromLatin1(host));
+    void IntoAFile() {
+        const QString given = folder_.filePath(u"dado"_s);
+        Write(given, "was here before and is longer");
+        for (const auto& [path, content] : {std::pair("ok", "conteúdo"), std::pair("empty", "")}) {
+            QCOMPARE(
+                HttpExecutar(u"D"_s, true, QString::fromLatin1(path), false, given, {}, {}, {}, {}),
+                given);
+            QCOMPARE(sys::ReadBytes(given), QByteArray(content));
         }
-    }
-    void BadHosts() {
-        QFETCH(QString, host);
-        QCOMPARE(Failure([&] { HttpConectar(host); }), u"-100 InternetConnect:12005"_s);
-        QVERIFY(Fetch("ok").startsWith("-104 HttpOpenRequest:"_L1));
-    }
-
-    void UploadIsRefused() {
         for (const QString& mode : {u"U"_s, u"d"_s, QString()}) {
             const qsizetype before = server_.Requests().size();
             QCOMPARE(Failure([&] { HttpExecutar(mode, true, u"ok"_s, true, {}, {}, {}, {}, {}); }),
@@ -121,10 +107,17 @@ private Q_SLOTS:
         }
     }
 
-    // Three bytes, one a second, take longer than any wait may, but each wait is short.
-    void SlowBody() {
-        DefinirTempoLimite(2500ms);
-        QCOMPARE(Fetch("drip"), u"abc"_s);
+    void NobodyThere() {
+        proxy_.emplace(FreePort());
+        QCOMPARE(Fetch("ok"), u"-104 HttpSendRequest:12029"_s);
+        proxy_.emplace(0);
+        HttpConectar(u"servidor.invalid"_s);
+        QCOMPARE(Fetch("ok"), u"-104 HttpSendRequest:12007"_s);
+        for (const char* host : {"", "a b", "https:", "exemplo:8080", "eu@exemplo"}) {
+            QCOMPARE(Failure([&] { HttpConectar(QString::fromLatin1(host)); }),
+                     u"-100 InternetConnect:12005"_s);
+            QVERIFY(Fetch("ok").startsWith("-104 HttpOpenRequest:"_L1));
+        }
     }
 
     void ScreenLivesDuringAWait() {
@@ -134,10 +127,7 @@ private Q_SLOTS:
         timer.start(20ms);
         QCOMPARE(Fetch("late"), u"tarde"_s);
         QVERIFY2(ticks > 4, qPrintable(QString::number(ticks)));  // of fifty, on an idle machine
-    }
-
-    void Interrupted() {
-        QTimer::singleShot(100ms, this, [] { HttpInterromper(); });
+        connect(&timer, &QTimer::timeout, this, [] { HttpInterromper(); });
         QCOMPARE(Fetch("silent"), u"-104 HttpSendRequest:0;18;Interrompido pelo usuário"_s);
     }
 
@@ -154,39 +144,36 @@ private Q_SLOTS:
         QCOMPARE(impostor.Requests(), QStringList());
     }
 
-    void StoredCredentialsComeFirst() {
-        Logins logins({});
-        QCOMPARE(Fetch("password", {"maria", "s3nha"}), u"dentro"_s);
-        QCOMPARE(logins.asked.size(), 0);
-        // What got through is offered at once from then on.
-        const qsizetype before = server_.Requests().size();
-        QCOMPARE(Fetch("password"), u"dentro"_s);
-        QVERIFY(server_.Requests().size() - before <= 2);
+    void Passwords_data() {
+        const Table<QString, bool, QStringList, QString, int> row("stored", "dialogs", "typed",
+                                                                  "answer", "asked");
+        row("the stored one first", "s3nha", true, {}, "dentro", 0);
+        row("refused, typed", "velha", true, {"maria/errada", "maria/s3nha"}, "dentro", 2);
+        row("given up", {}, true, {}, "-104 InternetErrorDlg:0;-106;Cancel Proxy Auth", 1);
+        row("never right", {}, true, {"maria/errada"}, "-104 InternetErrorDlg:0;-102;Cont=7", 7);
+        row("nobody to ask", "velha", false, {"maria/s3nha"},
+            "-104 HttpQueryInfo:0;-103;Status=407", 0);
     }
-
-    void DialogAfterRefusedCredentials() {
-        Logins logins({"maria/errada", "maria/s3nha"});
-        QCOMPARE(Fetch("password", {"maria", "velha"}), u"dentro"_s);
-        QCOMPARE(logins.asked.size(), 2);
-        QCOMPARE(logins.asked.first().area, u"Oficina"_s);
-        QCOMPARE(logins.asked.first().proxy, u"127.0.0.1:%1"_s.arg(server_.Port()));
-    }
-
-    void DialogLimits() {
-        {
-            Logins logins({});
-            QCOMPARE(Fetch("password"), u"-104 InternetErrorDlg:0;-106;Cancel Proxy Auth"_s);
-            QCOMPARE(logins.asked.size(), 1);
+    void Passwords() {
+        QFETCH(QString, stored);
+        QFETCH(bool, dialogs);
+        QFETCH(QStringList, typed);
+        QFETCH(QString, answer);
+        Logins logins(typed);
+        const QString user = stored.isEmpty() ? QString() : u"maria"_s;
+        QCOMPARE(Fetch("password", {user, stored, dialogs}), answer);
+        QTEST(int(logins.asked.size()), "asked");
+        for (const AcessoAoProxy& asked : logins.asked) {
+            QCOMPARE(asked.area, u"Oficina"_s);
+            QCOMPARE(asked.proxy, u"127.0.0.1:%1"_s.arg(server_.Port()));
+            QCOMPARE(asked.recusado, !stored.isEmpty() || &asked != &logins.asked.first());
         }
-        {
-            Logins logins({"maria/errada"});
-            QCOMPARE(Fetch("password"), u"-104 InternetErrorDlg:0;-102;Cont=7"_s);
-            QCOMPARE(logins.asked.size(), 7);
+        if (answer == "dentro"_L1) {
+            // What got through is offered at once from then on.
+            const qsizetype before = server_.Requests().size();
+            QCOMPARE(Fetch("password"), answer);
+            QVERIFY(server_.Requests().size() - before <= 2);
         }
-        Logins logins({"maria/s3nha"});
-        QCOMPARE(Fetch("password", {"maria", "velha", false}),
-                 u"-104 HttpQueryInfo:0;-103;Status=407"_s);
-        QCOMPARE(logins.asked.size(), 0);
     }
 };
 

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "platform/system/paths.h"
+#include "platform/system/proof.h"
+#include "support/catalogo.h"
+#include "support/servers.h"
+
+#include <QProcess>
+
+// The shipped programs in a folder of their own, without a display, and a catalogue that their
+// "Caminho.txt" names.
+class Programs {
+public:
+    explicit Programs(const AnyTexts& names) {
+        for (const QString& name : names) {
+            if (!QFile::copy(QStringLiteral(TARVO_PROGRAMS "/") + name, folder_.filePath(name))) {
+                qFatal("no %s", qPrintable(name));
+            }
+        }
+    }
+
+    QString Path(const AnyText& name) const { return folder_.filePath(name); }
+    void Point(const QString& data) const { Write(Path("Caminho.txt"), data.toUtf8()); }
+
+    // Without text the keys of the shop "loja" whose secret is all of this letter; none for 0.
+    void PutKeys(char letter, const QByteArray& text = {}) const {
+        QFile::remove(Path("ChavesAtualizacao.txt"));
+        if (letter != 0) {
+            Write(Path("ChavesAtualizacao.txt"),
+                  !text.isEmpty()
+                      ? text
+                      : "Site: loja\nChave: " + sys::OpenKeyOf(QByteArray(32, letter)).toHex());
+        }
+    }
+
+    struct End {
+        int code = -1;
+        QString printed;
+    };
+    End Run(const AnyText& program, const AnyTexts& arguments) const {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const char* display : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+            environment.remove(QLatin1String(display));
+        }
+        process.setProcessEnvironment(environment);
+        process.setProcessChannelMode(QProcess::MergedChannels);
+        process.start(Path(program), arguments);
+        if (!process.waitForFinished(120000)) {
+            process.kill();
+            qFatal("%s did not end", qPrintable(program));
+        }
+        return {process.exitCode(), QString::fromLocal8Bit(process.readAll())};
+    }
+
+private:
+    QTemporaryDir folder_;
+};
