@@ -8,6 +8,10 @@
 
 namespace testing_support {
 
+inline QString Given(const AnyText& name) {
+    return QStringLiteral(TARVO_ANTIGOS) + u'/' + name;
+}
+
 // Rows of a query on a new folder's catalogue, cells with "|" between them, Null as "-".
 inline QStringList RowsIn(const QString& folder, const AnyText& sql) {
     const auto catalogue = std::make_shared<dao::Connection>(

@@ -53,7 +53,7 @@ QString WhatElse(const QByteArray& start, qint64 size) {
         return u"não começa como um arquivo .mdb: é de outro tipo, está danificado no início ou "
                "está cifrado por inteiro"_s;
     }
-    const qint64 page = start.size() > VersionAt ? PageSizeOf(start.at(VersionAt)) : 1;
+    const qint64 page = PageSizeOf(start.size() > VersionAt ? start.at(VersionAt) : char(Jet3));
     return size < SmallestPages * page || size % page != 0 ? u"está cortado: falta o fim"_s
                                                            : QString();
 }
