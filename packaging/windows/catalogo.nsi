@@ -1,7 +1,8 @@
 ; The installer. packaging/windows/build calls it with
 ;   VERSION  1.0.0
-;   FOLDER   the folder of programs
-;   FILES    a file of "File" lines for it, REMOVE one of what the uninstaller takes away again
+;   FILES    a file of "File" lines for the folder of programs, REMOVE one of what the uninstaller takes away
+;            again
+;   MARGIN   the picture beside the first and the last page
 ;   ICON, OUTPUT
 Target amd64-unicode
 !include MUI2.nsh
@@ -36,8 +37,12 @@ Var DataField
 
 !define MUI_ICON "${ICON}"
 !define MUI_UNICON "${ICON}"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${MARGIN}"
 !define MUI_ABORTWARNING
-!define MUI_FINISHPAGE_RUN "$INSTDIR\Tarvo.exe"
+!define MUI_WELCOMEPAGE_TITLE "${NAME}"
+!define MUI_WELCOMEPAGE_TEXT "Este assistente instala o catálogo de peças neste computador, ou atualiza o que já está instalado.$\r$\n$\r$\nFeche o catálogo, se ele estiver aberto.$\r$\n$\r$\n$_CLICK"
+!define MUI_FINISHPAGE_RUN
+!define MUI_FINISHPAGE_RUN_FUNCTION OpenCatalogue
 !define MUI_FINISHPAGE_RUN_TEXT "Abrir o catálogo"
 !insertmacro MUI_PAGE_WELCOME
 !define MUI_PAGE_CUSTOMFUNCTION_LEAVE ReadPointer
@@ -177,6 +182,11 @@ Function MakeDataFolder
     Pop $0
 FunctionEnd
 
+; As the user, not as the administrator that the installation needed: what the catalogue writes is the user's.
+Function OpenCatalogue
+    Exec '"$WINDIR\explorer.exe" "$INSTDIR\Tarvo.exe"'
+FunctionEnd
+
 ; --- installing
 
 Function .onInit
@@ -228,6 +238,7 @@ Section Uninstall
     Delete "$INSTDIR\Caminho.txt"
     Delete "$INSTDIR\desinstalar.exe"
     RMDir "$INSTDIR"
+    RMDir "$PROGRAMFILES64\Tarvo Linden"
     Delete "$SMPROGRAMS\Tarvo Linden\${NAME}.lnk"
     RMDir "$SMPROGRAMS\Tarvo Linden"
     DeleteRegKey HKLM "${KEY}"

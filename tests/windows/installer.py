@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""The installer's life under wine: installs without questions, upgrades, refuses while the catalogue is
-open, goes again and leaves the data.
+"""The installer's life under wine: installs without questions and with them, upgrades, refuses while the
+catalogue is open, goes again and leaves the data.
 
     installer.py [INSTALLER]
 """
@@ -16,6 +16,7 @@ import time
 import wine
 
 sys.path.insert(0, os.path.join(wine.ROOT, "demo", "demonstration"))
+from driver import photograph, xdotool  # noqa: E402
 from screen import Screen  # noqa: E402
 
 FOLDER = os.path.join(wine.BUILD, "Catalogo")
@@ -23,6 +24,7 @@ DRIVE = os.path.join(wine.PREFIX, "drive_c")
 PLACE = os.path.join(DRIVE, "Catalogo")
 KEY = r"HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall\TarvoCatalogo"
 DATA = "\\\\servidor\\reposição"
+PICTURES = os.path.join(wine.ROOT, "build", "demonstration-windows")
 OPEN = 2  # exit code while the catalogue is open
 PATIENCE = 120  # seconds
 
@@ -56,6 +58,44 @@ def registered():
     return run("reg", "query", KEY) == 0
 
 
+def uninstall():
+    """Waits for its end, which it otherwise reaches elsewhere, as a copy of itself."""
+    return run(os.path.join(PLACE, "desinstalar.exe"), "/S", r"_?=C:\Catalogo")
+
+
+def wait(what, condition):
+    end = time.monotonic() + PATIENCE
+    while not condition():
+        if time.monotonic() > end:
+            raise AssertionError(what)
+        time.sleep(0.5)
+
+
+def ask(installer):
+    """Page after page as they come, each kept as a picture."""
+    place = os.path.join(DRIVE, "Program Files", "Tarvo Linden", "Catalogo")
+    pages = subprocess.Popen([wine.WINE, installer], env=wine.environment(), stdin=subprocess.DEVNULL,
+                             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+    wait("the first page", lambda: xdotool("search", "--onlyvisible", "--name", "TARVO-LINDEN").strip())
+    os.makedirs(PICTURES, exist_ok=True)
+    for page in ("welcome", "programs", "data"):
+        time.sleep(2)
+        photograph(os.path.join(PICTURES, f"installer-{page}.png"))
+        xdotool("key", "Return")
+    wait("the installed files", lambda: os.path.exists(os.path.join(place, "Caminho.txt")) and registered())
+    time.sleep(3)
+    photograph(os.path.join(PICTURES, "installer-done.png"))
+    check(pages.poll() is None, "asks, and installs")
+    xdotool("key", "space", "Return")  # without opening the catalogue
+    wait("the installer's end", lambda: pages.poll() is not None)
+    with open(os.path.join(place, "Caminho.txt"), "rb") as file:
+        check(file.read() == b"C:\\ProgramData\\Tarvo Linden\\Dados", "proposes a folder for all who use the computer")
+    check(os.path.isdir(os.path.join(DRIVE, "ProgramData", "Tarvo Linden", "Dados")), "which it makes")
+    run(os.path.join(place, "desinstalar.exe"), "/S")
+    wait("the programs go, to the last file", lambda: not os.path.exists(os.path.dirname(place)))
+    print("  goes again, to the last file")
+
+
 def live(installer):
     check(run(installer, "/S", "/DADOS=" + DATA, r"/D=C:\Catalogo") == 0, "installs")
     check(files(PLACE) == files(FOLDER) | {"Caminho.txt", "desinstalar.exe"}, "brings the folder and what is its own")
@@ -72,6 +112,8 @@ def live(installer):
     check(catalogue.poll() is None, "the catalogue is open")
     check(run(installer, "/S") == OPEN, "refuses to upgrade an open catalogue")
     check(not os.path.exists(os.path.join(PLACE, "LEIAME.txt")), "and has changed nothing")
+    before = files(PLACE)
+    check(uninstall() == OPEN and files(PLACE) == before, "refuses to go while it is open")
     catalogue.kill()
     catalogue.wait()
     wine.stop()
@@ -86,7 +128,7 @@ def live(installer):
     with open(data, "w", encoding="ascii") as file:
         file.write("data")
 
-    check(run(os.path.join(PLACE, "desinstalar.exe"), "/S", r"_?=C:\Catalogo") == 0, "uninstalls")
+    check(uninstall() == 0, "uninstalls")
     left = files(PLACE) - {"desinstalar.exe"}  # which cannot delete itself where it runs
     check(left == {os.path.relpath(data, PLACE)}, "leaves the data, and nothing else")
     check(not links() and not registered(), "has gone from menu and list")
@@ -99,6 +141,7 @@ def main():
         subprocess.run(["rm", "-rf", PLACE], check=True)
         try:
             live(installer)
+            ask(installer)
         except AssertionError as problem:
             print(f"FAILED: installer: {problem}")
             return 1
