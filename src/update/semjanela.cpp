@@ -151,7 +151,9 @@ void AnotarVerificacao(Desfecho desfecho) {
     }
 }
 
-FimSemJanela NaPasta(std::chrono::minutes maiorEspera) {
+}  // namespace
+
+FimSemJanela AtualizarAberto(std::chrono::minutes maiorEspera) {
     FimSemJanela fim;
     try {
         fim = Instalar(maiorEspera);
@@ -161,10 +163,9 @@ FimSemJanela NaPasta(std::chrono::minutes maiorEspera) {
         fim = {Desfecho::Falha, DescreverErro(QString::number(erro.Number()), erro.Description())};
     }
     AnotarVerificacao(fim.desfecho);
+    fim.linha = fim.linha.simplified();
     return fim;
 }
-
-}  // namespace
 
 FimSemJanela AtualizarSemJanela(std::chrono::minutes maiorEspera) {
     FimSemJanela fim;
@@ -173,14 +174,13 @@ FimSemJanela AtualizarSemJanela(std::chrono::minutes maiorEspera) {
         gFaltaDeTravas = FaltaDeTravas(gCaminho);
         if (gFaltaDeTravas.isEmpty()) {
             AbrirSessao();
-            fim = NaPasta(maiorEspera);
+            fim = AtualizarAberto(maiorEspera);
         } else {
-            fim = {Desfecho::SemTravas, gFaltaDeTravas};
+            fim = {Desfecho::SemTravas, gFaltaDeTravas.simplified()};
         }
     } catch (const Erro& erro) {
-        fim = {Desfecho::Falha, erro.Description()};
+        fim = {Desfecho::Falha, erro.Description().simplified()};
     }
     FecharBancoDados(gWS, gDB);
-    fim.linha = fim.linha.simplified();
     return fim;
 }

@@ -18,4 +18,7 @@ struct FimSemJanela {
 // longer. Never throws.
 FimSemJanela AtualizarSemJanela(std::chrono::minutes maiorEspera);
 
+// The same for a catalogue that is open as the session's own, and stays so.
+FimSemJanela AtualizarAberto(std::chrono::minutes maiorEspera);
+
 inline constexpr std::chrono::minutes EsperaPadrao{10};

@@ -6,6 +6,7 @@ class TestConversa : public QObject {
 
 private Q_SLOTS:
     void initTestCase() { qputenv("XDG_RUNTIME_DIR", folder_.path().toLocal8Bit()); }
+    void cleanupTestCase() { qunsetenv("XDG_RUNTIME_DIR"); }
 
     void BothEnds() {
         {

@@ -13,6 +13,7 @@
 #include "support/test.h"
 #include "support/windows.h"
 #include "update/atualizando.h"
+#include "update/conversa.h"
 #include "update/novidades.h"
 
 #include <QDialog>
@@ -34,6 +35,7 @@ public:
         sys::SetStartHandler([this](const QString& commandLine, int) -> sys::ProcessId {
             started += commandLine;
             const QString result = results_.value(started.size() - 1);
+            conversation = Conversa::Atender();
             if (running || result == u'!') {
                 return running ? sys::OwnProcessId() : throw Erro(Erro::FileNotFound);
             }
@@ -46,6 +48,7 @@ public:
 
     QStringList started;
     bool running = false;
+    std::unique_ptr<Conversa> conversation;
 
 private:
     QStringList results_;
@@ -197,11 +200,17 @@ private Q_SLOTS:
         Verifier verifier({});
         verifier.running = true;
         ClickAt(*gFrmPesquisa, Button);
-        ClickAt(*gFrmPesquisa, Button);
+        VerificacaoAutomatica = true;
         SlowTick();
+        QVERIFY(verifier.conversation && !verifier.conversation->FoiChamada());
+        ClickAt(*gFrmPesquisa, Button);  // it may be asking for a password behind another window
+        QVERIFY(verifier.conversation->FoiChamada());
         Tick("tmrVerificaProcessoVerificacao");
         QVERIFY(Watching());
         QCOMPARE(verifier.started.size(), 1);
+        QVERIFY(!verifier.conversation->Desistiu());
+        Leave();
+        QVERIFY(verifier.conversation->Desistiu());
     }
 
     void SlowTimer_data() {
