@@ -151,6 +151,22 @@ private Q_SLOTS:
         }
     }
 
+    // As Unicode takes letters apart.
+    void FindsEveryAccentedLetter() {
+        int letters = 0;
+        for (char16_t code = 0x00C0; code < 0x0180; ++code) {
+            const QString base = QChar(code).decomposition().left(1);
+            if (QChar(code).decompositionTag() == QChar::Canonical) {
+                const sql::Pattern plain(base, sql::Accents::AsTyped);
+                QVERIFY2(plain.Matches(QString(QChar(code))), qPrintable(QString(QChar(code))));
+                QVERIFY(collation::Compare(QString(QChar(code)), base) > 0);
+                QVERIFY(collation::Compare(QString(QChar(code)), base + u'a') < 0);
+                ++letters;
+            }
+        }
+        QVERIFY(letters > 150);
+    }
+
     void RefusesBadPatterns_data() {
         const Table<QString> row("pattern");
         row("open", "abc[de");

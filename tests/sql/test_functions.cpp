@@ -2,6 +2,8 @@
 #include "platform/sql/functiontable.h"
 #include "support/test.h"
 
+#include <QLocale>
+
 using sql::Function;
 
 class TestFunctions : public QObject {
@@ -30,7 +32,16 @@ private Q_SLOTS:
               {"N BETWEEN .5 AND 7.5", "-1"},
               {"Yes & No & On & Off", "-10-10"},
               {"#5-Mar-2024# = #3/5/2024#", "-1"},
-              {"#March-5-2024# = #3/5/2024#", "-1"}});
+              {"CDate('12:30 AM') = #0:30#", "-1"}});
+        for (int month = 1; month <= 12; ++month) {
+            for (const QLocale& spoken : {QLocale(QLocale::C), QLocale(QLocale::Portuguese)}) {
+                const QString name = spoken.monthName(month);
+                for (const QString& written : {name, name.left(3).toUpper()}) {
+                    const QString date = u"Month(#5-%1-2024#) = %2"_s.arg(written).arg(month);
+                    row(date.toUtf8(), date, "-1");
+                }
+            }
+        }
         // A date that becomes a text is one.
         rows({{"'rev. ' & D", "rev. 05/03/2024 18:30:00"},
               {"#3/5/2024# & ''", "05/03/2024"},
@@ -151,21 +162,53 @@ private Q_SLOTS:
                 row(expression, expression, error);
             }
         };
-        rows(Erro::TypeMismatch,
-             {"Abs('x')", "CLng('1,000')", "CDbl('nan')", "CDate('x')", "Year('x')", "CBool('x')",
-              "1 - 'x'", "2 * 'x'", "1 / 'x'", "'x' \\ 2", "'x' ^ 2", "Left('abc', 'x')",
-              "DateAdd('d', 'x', D)", "Space('x')", "-T * 'x'"});
+        rows(Erro::TypeMismatch, {"Abs('x')",
+                                  "CLng('1,000')",
+                                  "CDbl('nan')",
+                                  "CDate('x')",
+                                  "Year('x')",
+                                  "CBool('x')",
+                                  "1 - 'x'",
+                                  "2 * 'x'",
+                                  "1 / 'x'",
+                                  "'x' \\ 2",
+                                  "'x' ^ 2",
+                                  "Left('abc', 'x')",
+                                  "DateAdd('d', 'x', D)",
+                                  "Space('x')",
+                                  "-T * 'x'",
+                                  "CDate('13:00 PM')",
+                                  "CDate('0:30 AM')",
+                                  "CDate('24:00')",
+                                  "CDate('32/13/2024')",
+                                  "CDate('30/2/2024')"});
         rows(Erro::Overflow,
              {"1e308 * 10", "1e308 + 1e308", "-1e308 - 1e308", "1e308 / 1e-10", "10 ^ 400",
               "CByte(256)", "CInt(32768)", "CLng(2147483648)", "CSng(1e39)", "CCur(1e15)",
               "Val('1e999')", "CDate(1e9)", "DateAdd('d', 1e9, D)", "Year(1e9)", "Space(1e9)",
               "String(1e9, 'x')", "Replace(Space(9000000), ' ', 'abc')", "2147483648 \\ 1"});
-        rows(Erro::InvalidArgument,
-             {"Left('abc', -1)", "Mid('abc', 0)", "Chr(0)", "Chr(70000)", "String(2, '')",
-              "Asc('')", "Round(1, 30)", "Sqr(-1)", "StrComp('a', 'b', 3)", "InStr(0, 'a', 'a')",
-              "InStrRev('a', 'a', 0)", "Replace('a', 'a', 'b', 0)", "Replace('a', 'a', 'b', 1, -2)",
-              "StrConv('a', 4)", "DatePart('x', D)", "Weekday(D, 8)", "Format(1, '0.0E+00')",
-              "Format('a', '@-@')"});
+        rows(Erro::InvalidArgument, {"Left('abc', -1)",
+                                     "Mid('abc', 0)",
+                                     "Chr(0)",
+                                     "Chr(70000)",
+                                     "String(2, '')",
+                                     "Asc('')",
+                                     "Round(1, 30)",
+                                     "Sqr(-1)",
+                                     "StrComp('a', 'b', 3)",
+                                     "InStr(0, 'a', 'a')",
+                                     "InStrRev('a', 'a', 0)",
+                                     "Replace('a', 'a', 'b', 0)",
+                                     "Replace('a', 'a', 'b', 1, -2)",
+                                     "StrConv('a', 4)",
+                                     "DatePart('x', D)",
+                                     "Weekday(D, 8)",
+                                     "Format(1, '0.0E+00')",
+                                     "Format('a', '@-@')",
+                                     "Format(D, 'ddddd')",
+                                     "Format(D, 'yyy')",
+                                     "Format(D, 'hhh')",
+                                     "Format(D, 'qq')"});
     }
     void Refuses() {
         QFETCH(QString, expression);

@@ -219,6 +219,7 @@ QString DatePart(const serialdate::Moment& moment, QChar code, qsizetype length,
 }
 
 constexpr QStringView DateLetters = u"dmyhnsqw";
+constexpr qsizetype MostOfEach[] = {4, 4, 4, 2, 2, 2, 1, 2};
 
 // The marks for before and after noon, the longest first.
 struct NoonMark {
@@ -276,6 +277,9 @@ QString FormatDate(double serial, const QString& pattern) {
                pieces.at(i + 1).text.front().toLower() == code) {
             ++length;
             ++i;
+        }
+        if (length > MostOfEach[DateLetters.indexOf(code)] || (code == u'y' && length == 3)) {
+            throw Erro(Erro::InvalidArgument);
         }
         result += DatePart(moment, code, length, code == u'm' && previous == u'h', twelve);
         previous = code;

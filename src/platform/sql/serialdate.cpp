@@ -159,8 +159,12 @@ double FromTime(qint64 hour, qint64 minute, qint64 second) {
 
 std::optional<double> Parse(QStringView text, Order order) {
     text = text.trimmed();
+    // A T behind a digit is no letter of a month's name.
+    const auto endsDay = [&text](qsizetype at) {
+        return text.at(at) == u' ' || (text.at(at) == u'T' && at > 0 && text.at(at - 1).isDigit());
+    };
     qsizetype blank = 0;
-    while (blank < text.size() && text.at(blank) != u' ' && text.at(blank) != u'T') {
+    while (blank < text.size() && !endsDay(blank)) {
         ++blank;
     }
     const std::optional<QDate> date = ParseDay(text.first(blank), order);
