@@ -117,8 +117,9 @@ private Q_SLOTS:
                            "v.CodigoPeca = PECA.CodigoPeca)"_s),
             Failure::NotGrouped);
         row("in a join of it",
-            correlated.arg(
-                u"EXISTS (SELECT 1 FROM VEICULO AS v LEFT JOIN (VEICULO_PECA AS w INNER JOIN VEICULO_PECA AS x ON x.CodigoPeca = PECA.CodigoPeca) ON v.CodigoVeiculo = w.CodigoVeiculo)"_s),
+            correlated.arg(u"EXISTS (SELECT 1 FROM VEICULO AS v LEFT JOIN (VEICULO_PECA AS w INNER "
+                           "JOIN VEICULO_PECA AS x ON x.CodigoPeca = PECA.CodigoPeca) ON "
+                           "v.CodigoVeiculo = w.CodigoVeiculo)"_s),
             Failure::NotGrouped);
         row("in a query of it",
             correlated.arg(u"EXISTS (SELECT 1 FROM (SELECT PECA.CodigoPeca AS c) AS o)"_s),
