@@ -1,11 +1,13 @@
 #include "platform/system/paths.h"
 #include "platform/system/proof.h"
 #include "publicar/publish.h"
+#include "support/cases.h"
 #include "support/catalogo.h"
 #include "support/servers.h"
 #include "update/prova.h"
 
 #include <QProcess>
+#include <QRegularExpression>
 
 using publicar::Finding;
 using verificar::Weight;
@@ -78,111 +80,18 @@ private Q_SLOTS:
         QVERIFY(QDir().mkpath(order_.folder) && QDir().mkpath(order_.site));
     }
 
-    // What the folder of the version brings, "name=content" for files, and what is said of it: for
-    // each finding the beginning of its line, in their order.
     void Folders_data() {
         const Table<QByteArray, QStringList, QStringList> row("script", "files", "said");
-        const auto script = [&row](const QByteArray& name, const QByteArray& text,
-                                   const AnyTexts& said = {}) { row(name, text, {}, said); };
-        script("good",
-               "B:UPDATE PECA SET DescricaoPeca = '1?' WHERE CodigoPeca = 2?\r\n"
-               "Rel\xc3\xa9<<;>>1\r\nAnel<<;>>2\r\n\r\nR:\r\n");
-        script("fails in the middle",
-               "E:UPDATE PECA SET DescricaoPeca = 'a' WHERE CodigoPeca = 1\r\n"
-               "E:UPDATE PESSA SET DescricaoPeca = 'a'\r\n"
-               "E:INSERT INTO PECA (CodigoPeca) VALUES (1)\r\n",
-               {"!Comando que falha (no cliente, em silêncio): a.sdb, linha 2: erro 3078",
-                "!Comando que falha (no cliente, em silêncio): a.sdb, linha 3: erro 3022"});
-        script("changes nothing", "E:DELETE FROM PECA WHERE CodigoPeca = 99\r\n",
-               {"?Comando que não muda nada: a.sdb, linha 1: DELETE"});
-        script("no template", "1<<;>>2\r\n",
-               {"!Linha de dados sem um modelo \"B:\" antes dela: a.sdb, linha 1"});
-        script("too few values",
-               "B:UPDATE PECA SET DescricaoPeca = '1?' WHERE CodigoPeca = 2?\r\nx\r\n",
-               {"!Linha com menos valores do que o modelo pede: a.sdb, linha 2: 1 em vez de 2",
-                "!Comando que falha (no cliente, em silêncio): a.sdb, linha 2"});
-        script("too many values",
-               "B:UPDATE PECA SET DescricaoPeca = '1?' WHERE CodigoPeca = 1\r\nx<<;>>y\r\n",
-               {"?Linha com mais valores do que o modelo pede: a.sdb, linha 2: 2 em vez de 1"});
-        script("line feeds alone",
-               "E:UPDATE PECA SET DescricaoPeca = 'a'\nE:UPDATE PECA SET DescricaoPeca = 'b'\n",
-               {"!Fim de linha que não é CR LF: o instalador lê as linhas como uma só: a.sdb",
-                "!Comando que falha (no cliente, em silêncio): a.sdb, linha 1"});
-        script("encoding mark",
-               "\xef\xbb\xbf"
-               "E:UPDATE PECA SET DescricaoPeca = 'a'\r\n");
-        script("looks like a command", "B:\r\n e:UPDATE PECA SET DescricaoPeca = 'a'\r\n",
-               {"!Linha de dados sem um modelo",
-                "?Linha de dados que parece um comando: a.sdb, linha 2"});
-        script("other encoding", "E:UPDATE PECA SET DescricaoPeca = 'v\xe1lvula'\r\n",
-               {"?Script que não está em UTF-8"});
-        script("starts a program", "S:instalar.exe /s\r\n",
-               {"?Programa que o script inicia (aqui não foi iniciado): a.sdb, linha 1: instalar"});
-        const QString again =
-            u"?Tabela que muda quando os scripts correm de novo, como depois de uma queda de luz: "
-            "%1 linhas; a.sdb, linha 1"_s;
-        script("adds again",
-               "E:INSERT INTO PECA (CodigoPeca, NumeroTarvoPeca, DescricaoPeca) SELECT "
-               "Max(CodigoPeca) + 1, 'N', 'Nova' FROM PECA\r\n",
-               {again.arg(u"PECA: de 4 para 5"_s)});
-        script("counts on",
-               "E:UPDATE COMPONENTE SET DescricaoComponente = DescricaoComponente & '!' "
-               "WHERE CodigoComponente = 1\r\n",
-               {again.arg(u"COMPONENTE: de 3 para 3"_s)});
-        script("wants the update's own lock", "E:UPDATE CONTROLETRAN SET a = 2\r\n",
-               {"!Comando que falha (no cliente, em silêncio): a.sdb, linha 1: erro 3260"});
-        QByteArray many;  // tables beside one another
-        for (char name = 'A'; name < 'S'; ++name) {
-            many += QByteArray(many.isEmpty() ? "" : ", ") + "PECA AS " + name;
+        for (const Case& one : Cases(QStringLiteral(TARVO_CASES "/folders.data"))) {
+            const QStringList said = one.lines.filter(QRegularExpression(u"^[!?]"_s));
+            row(one.name, {}, one.lines.mid(0, one.lines.size() - said.size()), said);
         }
-        script("never ends",
-               "E:INSERT INTO REFERENCIACRUZADA (CodigoClienteConcorrente, NumeroTarvo, "
-               "NumeroClienteConcorrente) SELECT 9, '12002', 'X' & A.CodigoPeca & B.CodigoPeca & "
-               "C.CodigoPeca & D.CodigoPeca & E.CodigoPeca & F.CodigoPeca FROM " +
-                   many.left(6 * 11 - 2) +
-                   "\r\nE:UPDATE PECA SET DescricaoPeca = (SELECT Count(*) FROM " + many + ")\r\n",
-               {"!Comando que não termina em 1 segundos: a.sdb, linha 2: UPDATE"});
-        script("breaks a rule of the rows",
-               "E:UPDATE PECA SET DescricaoPeca = ' a' WHERE CodigoPeca = 1\r\n",
-               {"!Depois dos scripts: PECA.DescricaoPeca que a pesquisa não acha"});
-        script("leaves no version", "E:DELETE FROM UMREGISTRO\r\n",
-               {"!Depois dos scripts: UMREGISTRO"});
-        script("takes out and puts in again",
-               "E:DELETE FROM REFERENCIACRUZADA WHERE NumeroTarvo = '12002'\r\n"
-               "E:INSERT INTO REFERENCIACRUZADA (CodigoClienteConcorrente, NumeroTarvo, "
-               "NumeroClienteConcorrente) VALUES (7, '12002', 'A71')\r\n");
-        row("the template goes on in the next script",
-            "B:UPDATE PECA SET DescricaoPeca = '1?' WHERE CodigoPeca = 1", {"b.sdb=Nova\r\n"}, {});
-
-        const auto files = [&row](const QByteArray& name, const AnyTexts& names,
-                                  const AnyTexts& said) { row(name, {}, names, said); };
-        // One name here, a way out there; two names here, one file there.
-        files("names",
-              {"FotoPeca/boa.png", "Tarvo.mdb", "a;b.png", ".oculto", "x\\..\\..\\fora.png",
-               "FotoPeca/BOA.PNG", "-> atalho.txt", "-> pasta"},
-              {"!Atalho que leva para fora da pasta: atalho.txt",
-               "!Atalho para outra pasta, que não é seguido: pasta",
-               "?Arquivo oculto, que não é publicado: .oculto",
-               "!Nome que o instalador recusa: *\"Tarvo.mdb\", que é parte do catálogo aberto",
-               "!Nome que o instalador recusa: *fora.png\", que fica fora da pasta de dados",
-               "!Nome que não cabe numa lista (ponto e vírgula ou espaço na ponta): a;b.png",
-               "!Nomes que só diferem *: FotoPeca\\BOA.PNG / FotoPeca\\boa.png"});
-        files("names of earlier versions", {"dados.sdb=R:\r\n", "FotoPeca/A.png"},
-              {"!Script com o nome*: dados.sdb (versão 1)",
-               "?Nome que outra versão já tem*: FotoPeca\\A.png (versão 1)"});
-        const auto owned = [](const AnyText& name) {
-            return u"!Nome que o próprio servidor de atualizações usa: "_s + name;
-        };
-        const QString unasked = u"!Nome que nenhum cliente consegue pedir *: "_s;
-        files("names that lock customers out",
-              {"versao.TXT", "ListVersao1.txt", "ListVersao12.txt.sig", "Versao.sig", "a%20b.png",
-               "que?.png", "FotoPeca/nul.png", "ponto.", "100%.png", "FotoPeca/Versao.txt"},
-              {"!Nome que o instalador recusa: *\"FotoPeca\\nul.png\", que o Windows não aceita",
-               "!Nome que o instalador recusa: *\"que?.png\", que o Windows não aceita",
-               owned("ListVersao1.txt"), owned("ListVersao12.txt.sig"), owned("Versao.sig"),
-               owned("versao.TXT"), unasked + u"a%20b.png"_s, unasked + u"que?.png"_s,
-               "!Nome que o Windows muda (ponto ou espaço no fim do arquivo ou da pasta): ponto."});
-        files("nothing", {}, {"!Pasta sem nenhum arquivo para publicar: "});
+        const QByteArray change = "E:UPDATE PECA SET DescricaoPeca = '";
+        row("line feeds alone", change + "a'\n" + change + "b'\n", {},
+            {"!Fim de linha que não é CR LF: o instalador lê as linhas como uma só: a.sdb",
+             "!Comando que falha (no cliente, em silêncio): a.sdb, linha 1"});
+        row("encoding mark", "\xef\xbb\xbf" + change + "a'\r\n", {}, {});
+        row("other encoding", change + "v\xe1lvula'\r\n", {}, {"?Script que não está em UTF-8"});
     }
     void Folders() {
         QFETCH(QByteArray, script);
@@ -198,7 +107,7 @@ private Q_SLOTS:
             if (file.startsWith("->"_L1)) {
                 QVERIFY(QFile::link(In(file.endsWith("txt"_L1) ? "fora.txt" : "dados"), path));
             } else {
-                Write(path, file.section(u'=', 1).toUtf8() + (file.contains(u'=') ? "" : "x"));
+                Write(path, file.section(u'=', 1).append(u'\n').replace(u'\n', u"\r\n"_s).toUtf8());
             }
         }
         const QByteArray before = sys::ReadBytes(In("dados/Tarvo.mdb"));

@@ -29,17 +29,14 @@ private Q_SLOTS:
              "FlagErroUltimaVerificacao = 7, UrlAtualizacao = "
              "'atualiza.exemplo/base'"});
         programs_.Point(catalogue_->Pasta());
-        for (const QString& site : List("base", "guarded", "curto", "semlista")) {
+        for (const QString& site : List("base", "guarded")) {
             server_.Put(site + u"/Versao.txt"_s, "2");
             server_.Put(site + u"/FotoPeca/a.png"_s, "nova");
             server_.Put(site + u"/dois.txt"_s,
                         "E:INSERT INTO CLIENTECONCORRENTE VALUES (20, 'Bravil', 'C')");
-            if (site != "semlista"_L1) {
-                server_.Put(site + u"/ListVersao2.txt"_s,
-                            "FOTO;FotoPeca\\a.png;4\r\nSDB;dois.txt;1\r\n");
-            }
+            server_.Put(site + u"/ListVersao2.txt"_s,
+                        "FOTO;FotoPeca\\a.png;4\r\nSDB;dois.txt;1\r\n");
         }
-        server_.Put("curto/ListVersao2.txt", "FOTO;FotoPeca\\a.png;4\r\nFOTO;short;100\r\n");
     }
     void cleanup() {
         catalogue_.reset();
@@ -63,26 +60,17 @@ private Q_SLOTS:
         site("a proxy that asks", "atualiza.exemplo/guarded",
              "O proxy da rede pede usuário e senha* =7");
         site("a server in trouble", "atualiza.exemplo/500", "*respondeu com o estado 500* =6");
-        site("a site without versions", "atualiza.exemplo/nada", "*qual é a versão mais nova* =1");
-        site("a list that is missing", "atualiza.exemplo/semlista",
-             "O servidor de atualizações \"atualiza.exemplo\" não tem um dos arquivos. "
-             "(HttpQueryInfo:0;-103;Status=404 (ListVersao2.txt)) =1");
-        site("a file that breaks off", "atualiza.exemplo/curto", "*interrompeu a resposta* =6");
-        site("nobody at the server", "ninguem.invalid", "Não foi possível conectar* =6");
-        site("no address", "", "*não tem o endereço do servidor* =1");
         row("no record", "DELETE FROM UMREGISTRO", "*sem o registro da versão* =1", "gone old");
         row("nothing new", "UPDATE UMREGISTRO SET Versao = 2",
             "Nada de novo: o catálogo está na versão 2. =0", "2/0/0 old");
         // Another computer is not waited for any longer than was said.
-        row("another one updates", "other: UPDATE CONTROLETRAN SET a = a", "Outro computador* =4",
-            "1/0/0 old");
         row("another one writes", "other: UPDATE UMREGISTRO SET VersaoAnterior = 5",
             "A atualização esperou demais por test_verifier (* =4", "1/0/7 nova");
     }
     void Ends() {
         QFETCH(QString, statement);
         QFETCH(QString, line);
-        const ProxySetting proxy(statement.contains("ninguem"_L1) ? FreePort() : server_.Port());
+        const ProxySetting proxy(server_.Port());
         const OutroComputador other;
         if (statement.startsWith("other: "_L1)) {
             other.sessao->BeginTrans();

@@ -1,7 +1,7 @@
 #include "programas.h"
 #include "session/global.h"
 #include "settings/arquivo.h"
-#include "support/test.h"
+#include "support/cases.h"
 #include "update/prova.h"
 
 // The real program, against servers that answer well, badly, or not at all.
@@ -47,82 +47,39 @@ private Q_SLOTS:
     }
 
     void Answers_data() {
-        // Without a signature the publisher's keys are not there; a password is the stored one of
-        // "maria". The answer is a pattern.
-        const Table<QString, QByteArray, QByteArray, QString, QString> row(
-            "address", "version", "signature", "password", "answer");
-        const auto answer = [&row](const QByteArray& name, const QByteArray& version,
-                                   const AnyText& pattern, const QByteArray& signature = {}) {
-            row(name, "http://atualiza.example/catalogo", version, signature, {}, pattern);
-        };
-        const QString refused = u"0O servidor * não informou uma versão, e sim \"%1\". =1"_s;
-        answer("newer", "12", "17|12 =0");
-        answer("line end and blanks", " 7 \r\n", "17|7 =0");
-        answer("oldest", "0", "17|0 =0");
-        answer("largest", "32767", "17|32767 =0");
-        answer("far too long", QByteArray(5000, '1'), "0*(*;14;*) =1");
-        for (const char* text : {"32768", "-1", "", "3 4", "<html> <b>Entre</b>"}) {
-            answer(QByteArray("no version: ") + text, QByteArray(text).replace(' ', "\n "),
-                   refused.arg(QLatin1String(text)));
+        const Table<QStringList, QString> row("changes", "answer");
+        for (Case& one : Cases(QStringLiteral(TARVO_CASES "/answers.data"))) {
+            const QString answer = one.Take(u'>').first();
+            row(one.name, one.lines, answer);
         }
-
-        // With the publisher's keys beside the program, a number counts only if he has signed it.
-        const auto signedBy = [](char key, int release, const char* day) {
-            const QDate date = QDate::fromString(QLatin1String(day), Qt::ISODate);
-            const QByteArray message = MensagemDaVersao(u"loja"_s, release, date);
-            return QByteArray::number(release) + ';' + day + "\r\n" +
-                   sys::Sign(message, QByteArray(32, key)).toHex() + "\r\n";
-        };
-        const QByteArray twelve = signedBy('p', 12, "2026-11-20");
-        const QString unsigned_ = u"0O número da versão mais nova não foi assinado por * =1"_s;
-        answer("signed", "12", "17|12|2026-11-20 =0", twelve);
-        answer("rollback", "5", "17|5|2026-01-02 =0", signedBy('p', 5, "2026-01-02"));
-        answer("fast-forward", "32767", "0* informa a versão 32767, e a assinada é a 12. =1",
-               twelve);
-        answer("a stranger", "12", unsigned_, signedBy('s', 12, "2026-11-20"));
-        answer("number changed", "13", unsigned_, "13" + twelve.mid(2));
-        answer("date changed", "12", unsigned_, QByteArray(twelve).replace("-20", "-21"));
-        answer("no signature", "12", unsigned_, "none");
-        answer("something else", "12", unsigned_, "<html>");
-
-        const auto behaves = [&row](const char* folder, const AnyText& pattern) {
-            row(folder, u"atualiza.example/"_s + QLatin1String(folder), {}, {}, {}, pattern);
-        };
-        behaves("404", "0*não informa qual é a versão mais nova* =1");
-        behaves("500", "0*respondeu com o estado 500* =6");
-        behaves("302", "0*respondeu com o estado 302* =1");
-        behaves("password", "0O proxy da rede pede usuário e senha* =7");
-        behaves("reset", "0*foi interrompida* =6");
-        behaves("close", "0*interrompeu a resposta* =6");
-        behaves("garbage", "0*enviou uma resposta inválida* =6");
-        behaves("endless", "0*;14;* =1");
-        behaves("silent", "0*demorou demais* =6");
-        behaves("silent-body", "0*demorou demais* =6");
-        row("the stored password", "atualiza.example/password", {}, {}, "s3nha",
-            "0*e sim \"dentro\"* =1");
-        row("another one", "atualiza.example/password", {}, {}, "outra",
-            "0*recusou os que estão nas Configurações* =7");
-        row("no address", " ", {}, {}, {},
-            "0O catálogo não tem o endereço do servidor de atualizações. =1");
+        row("far too long", {u"Versao.txt="_s + QString(5000, u'1')}, "0*(*;14;*) =1");
     }
     void Answers() {
-        QFETCH(QString, address);
-        QFETCH(QByteArray, version);
-        QFETCH(QByteArray, signature);
-        QFETCH(QString, password);
+        QFETCH(QStringList, changes);
         QFETCH(QString, answer);
         const ProxySetting proxy(server_.Port());
-        SetAddress(address);
         server_.Clear();
-        server_.Put("catalogo/Versao.txt", version);
-        if (!signature.isEmpty()) {
-            programs_.PutKeys('p');
-        }
-        if (signature.size() > 4) {
-            server_.Put("catalogo/Versao.sig", signature);
-        }
-        if (!password.isEmpty()) {
-            GravarConfiguracao(QString(), u"maria"_s, password, true);
+        SetAddress("http://atualiza.example/catalogo");
+        for (const QString& change : changes) {
+            const QStringList words = change.split(u' ');
+            if (words.first() == "at"_L1) {
+                SetAddress(words.value(1));
+            } else if (words.first() == "password"_L1) {
+                GravarConfiguracao(QString(), u"maria"_s, words.last(), true);
+            } else if (words.first() == "keys"_L1) {
+                programs_.PutKeys('p');
+            } else if (words.first() == "sign"_L1) {
+                programs_.PutKeys('p');
+                const QByteArray message = MensagemDaVersao(
+                    u"loja"_s, words.at(2).toInt(), QDate::fromString(words.at(3), Qt::ISODate));
+                const QByteArray key(32, words.at(1).front().toLatin1());
+                const QString head = words.value(4, words.at(2) + u';' + words.at(3));
+                server_.Put("catalogo/Versao.sig",
+                            head.toUtf8() + "\r\n" + sys::Sign(message, key).toHex() + "\r\n");
+            } else {
+                server_.Put(u"catalogo/"_s + change.section(u'=', 0, 0),
+                            change.section(u'=', 1).replace(u'\n', u"\r\n"_s).toUtf8());
+            }
         }
         const bool silent = answer.contains("demorou"_L1);
         QCOMPARE(Like(Ask(silent ? List("--limit", "2") : List()), answer), answer);
