@@ -1,24 +1,29 @@
 // A file system that shows a folder at another place and is as bad as it is told to be.
 //
-//   frailfs <folder> <mount point> [ignore-locks]
+//   frailfs <folder> <mount point> [ignore-locks | handle-locks]
 //
-// With ignore-locks every lock is granted to everybody. A file "lento" in the folder makes each
+// With ignore-locks every lock is granted to everybody; with handle-locks a lock belongs to the
+// open file, as on SMB: it keeps out all others of the same process, is let go by none of them, and
+// a shared one keeps its own owner from an exclusive one. A file "lento" in the folder makes each
 // read take as many milliseconds as it says; a file "morto" makes each fail, after that time.
 
 #define FUSE_USE_VERSION 31
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
-#include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
 #include <fstream>
 #include <fuse.h>
+#include <limits>
+#include <mutex>
 #include <string>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <thread>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -81,7 +86,46 @@ int Write(const char*, const char* bytes, size_t size, off_t to, fuse_file_info*
     return Answer(pwrite(Handle(file), bytes, size, to));
 }
 
-fuse_operations Operations(bool ignoreLocks) {
+struct Lock {
+    std::string path;
+    uint64_t handle;
+    uint64_t owner;  // the process: one that inherits a file and closes it lets nothing go
+    short type;
+    off_t from;
+    off_t to;
+};
+std::vector<Lock> locks;
+
+int LockByHandle(const char* path, fuse_file_info* file, int command, struct flock* range) {
+    static std::mutex one;
+    const std::lock_guard guard(one);
+    const off_t to =
+        range->l_len == 0 ? std::numeric_limits<off_t>::max() : range->l_start + range->l_len;
+    const auto isOwn = [file](const Lock& lock) {
+        return lock.handle == file->fh && lock.owner == file->lock_owner;
+    };
+    if (range->l_type == F_UNLCK) {
+        std::erase_if(locks, [&](const Lock& lock) {
+            return isOwn(lock) && lock.from >= range->l_start && lock.to <= to;
+        });
+        return 0;
+    }
+    const bool taken = std::any_of(locks.begin(), locks.end(), [&](const Lock& lock) {
+        const bool meets = lock.path == path && lock.from < to && range->l_start < lock.to;
+        const bool shared = range->l_type == F_RDLCK;
+        return meets && !(shared && (lock.type == F_RDLCK || isOwn(lock)));
+    });
+    if (command == F_GETLK) {
+        range->l_type = static_cast<short>(taken ? F_WRLCK : F_UNLCK);
+        return 0;
+    }
+    if (!taken) {
+        locks.push_back({path, file->fh, file->lock_owner, range->l_type, range->l_start, to});
+    }
+    return taken ? -EAGAIN : 0;
+}
+
+fuse_operations Operations(const std::string& option) {
     fuse_operations all = {};
     all.getattr = Attributes;
     all.readdir = List;
@@ -89,7 +133,10 @@ fuse_operations Operations(bool ignoreLocks) {
     all.create = Create;
     all.read = Read;
     all.write = Write;
-    all.release = [](const char*, fuse_file_info* file) { return Answer(close(Handle(file))); };
+    all.release = [](const char*, fuse_file_info* file) {
+        std::erase_if(locks, [&](const Lock& lock) { return lock.handle == file->fh; });
+        return Answer(close(Handle(file)));
+    };
     all.fsync = [](const char*, int, fuse_file_info* file) { return Answer(fsync(Handle(file))); };
     all.truncate = [](const char* path, off_t size, fuse_file_info*) {
         return Answer(truncate(At(path).c_str(), size));
@@ -103,8 +150,10 @@ fuse_operations Operations(bool ignoreLocks) {
     all.chmod = [](const char* path, mode_t mode, fuse_file_info*) {
         return Answer(chmod(At(path).c_str(), mode));
     };
-    if (ignoreLocks) {
+    if (option == "ignore-locks") {
         all.lock = [](const char*, fuse_file_info*, int, struct flock*) { return 0; };
+    } else if (option == "handle-locks") {
+        all.lock = LockByHandle;
     }
     return all;
 }
@@ -113,12 +162,11 @@ fuse_operations Operations(bool ignoreLocks) {
 
 int main(int count, char** arguments) {
     if (count < 3) {
-        std::fputs("frailfs <folder> <mount point> [ignore-locks]\n", stderr);
+        std::fputs("frailfs <folder> <mount point> [ignore-locks | handle-locks]\n", stderr);
         return 2;
     }
     folder = arguments[1];
-    const fuse_operations operations =
-        Operations(count > 3 && std::strcmp(arguments[3], "ignore-locks") == 0);
+    const fuse_operations operations = Operations(count > 3 ? arguments[3] : "");
     char foreground[] = "-f";
     char* mine[] = {arguments[0], arguments[2], foreground};
     return fuse_main(3, mine, &operations, nullptr);

@@ -3,6 +3,7 @@
 #include "session/travas.h"
 #include "support/catalogo.h"
 #include "support/frailfolder.h"
+#include "support/peer.h"
 #include "verificar/network.h"
 
 #include <QDirIterator>
@@ -12,6 +13,14 @@ class TestNetwork : public QObject {
 
     static verificar::Network Check(const QString& folder) {
         return verificar::CheckNetwork(folder, QStringLiteral(TARVO_OTHER_SIDE));
+    }
+
+    // With a catalogue in it.
+    static std::unique_ptr<FrailFolder> Frail(const char* option) {
+        auto frail = std::make_unique<FrailFolder>(List(option));
+        const CatalogoDeTeste catalogo;
+        QFile::copy(catalogo.Pasta() + u"/Tarvo.mdb"_s, frail->Behind() + u"/Tarvo.mdb"_s);
+        return frail;
     }
 
 private Q_SLOTS:
@@ -28,19 +37,39 @@ private Q_SLOTS:
         QCOMPARE(ErrorOf([] { Check(u"/nada"_s); }), int(Erro::FileNotFound));
     }
 
-    void locksThatHoldNobody() {
-        FrailFolder frail(List("ignore-locks"));
-        if (!frail.IsThere()) {
+    // As on SMB: a lock belongs to the open file.
+    void locksOfOpenFiles() {
+        const auto frail = Frail("handle-locks");
+        if (!frail->IsThere()) {
             QSKIP("this system mounts no file system for this user");
         }
+        const verificar::Network network = Check(frail->Seen());
+        QCOMPARE((network.faults + network.hints).join(u'\n'), QString());
+        // Two of our own read, the first to come is the first to go, and nothing stays locked.
+        gCaminho = frail->Seen() + u'\\';
+        AbrirSessao();
         {
-            const CatalogoDeTeste catalogo;
-            QVERIFY(
-                QFile::copy(catalogo.Pasta() + u"/Tarvo.mdb"_s, frail.Behind() + u"/Tarvo.mdb"_s));
+            const auto two =
+                u"SELECT Versao FROM UMREGISTRO UNION ALL "
+                "SELECT Versao FROM UMREGISTRO"_s;
+            auto first = gDB->OpenRecordset(two, dao::dbOpenForwardOnly);
+            const OutroComputador other;
+            const auto second = other.banco->OpenRecordset(two, dao::dbOpenForwardOnly);
+            first.reset();
         }
-        const QString why = FaltaDeTravas(frail.Seen() + u'\\');
+        Peer peer(frail->Seen());
+        QCOMPARE(peer.Ask("execute UPDATE UMREGISTRO SET VersaoAnterior = 7"), u"0"_s);
+        FecharBancoDados(gWS, gDB);
+    }
+
+    void locksThatHoldNobody() {
+        const auto frail = Frail("ignore-locks");
+        if (!frail->IsThere()) {
+            QSKIP("this system mounts no file system for this user");
+        }
+        const QString why = FaltaDeTravas(frail->Seen() + u'\\');
         QVERIFY2(why.contains(u"duas vezes"_s), qPrintable(why));
-        const QStringList faults = Check(frail.Seen()).faults;
+        const QStringList faults = Check(frail->Seen()).faults;
         QCOMPARE(faults.size(), 3);
         QCOMPARE(faults.first(), why);
         QVERIFY(faults.at(1).contains(u"trava de gravação"_s));

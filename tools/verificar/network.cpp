@@ -68,6 +68,12 @@ void TryLocks(const QString& folder, const QString& program, Network& network) {
     try {
         dao::DBEngine::Instance().CreateDatabase(file, Connect, TrialDefinition);
     } catch (const Erro& erro) {
+        if (erro.Number() == int(dao::Failure::Locked)) {
+            network.faults +=
+                u"Nem um arquivo novo, que ninguém mais usa, pode ser travado e gravado nesta "
+                "pasta: nada poderá ser atualizado."_s;
+            return;
+        }
         network.hints +=
             u"Nada pode ser gravado na pasta (%1): as travas não foram postas à prova "
             "entre dois programas."_s.arg(erro.Description());

@@ -12,7 +12,7 @@ struct Network {
     QStringList faults;    // why the folder cannot be shared; empty: it can
     QStringList hints;     // what may be meant so
     double openMs = 0;     // key derivation and first page
-    qint64 openPages = 0;  // pages of the catalogue that were read, 4 KB each
+    qint64 openPages = 0;  // pages of the catalogue that were read, 4 KB each and each by itself
     double searchMs = 0;   // the first screen of a search by number, with nothing in memory
     qint64 searchPages = 0;
     double flushMs = 0;  // the median of a few small files, each written whole

@@ -8,6 +8,7 @@
 #include "platform/dao/rowreader.h"
 #include "platform/dao/seal.h"
 #include "platform/dao/statement.h"
+#include "platform/system/enginelocks.h"
 #include "platform/system/paths.h"
 
 #include <QFile>
@@ -46,6 +47,16 @@ QByteArray SealOf(const QString& path, const Connection* except) {
     return file.open(QIODevice::ReadOnly) ? file.read(seal::Size) : QByteArray();
 }
 
+// Once, before the first file is opened.
+bool PrepareEngine() {
+    BoundMemory();
+    if (const sys::SystemCall lock = sys::EngineLockCall()) {
+        sqlite3_vfs* files = sqlite3_vfs_find(nullptr);
+        files->xSetSystemCall(files, "fcntl", lock);
+    }
+    return true;
+}
+
 }  // namespace
 
 void Connection::Closer::operator()(sqlite3* handle) const {
@@ -65,7 +76,7 @@ Connection::~Connection() {
 
 void Connection::Open(const QByteArray& key, Mode mode) {
     static_assert(SQLITE_VERSION_NUMBER >= 3044000, "client data needs 3.44");
-    [[maybe_unused]] static const bool bounded = (BoundMemory(), true);
+    [[maybe_unused]] static const bool prepared = PrepareEngine();
     constexpr std::array Flags = {SQLITE_OPEN_READWRITE, SQLITE_OPEN_READONLY,
                                   SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE};
     sqlite3* raw = nullptr;

@@ -1,0 +1,5 @@
+#include "platform/system/enginelocks.h"
+
+sys::SystemCall sys::EngineLockCall() {
+    return nullptr;
+}
