@@ -33,7 +33,7 @@ private Q_SLOTS:
         QVERIFY(network.openPages > 0 && network.searchPages > 0);
         QCOMPARE(QDir(catalogo.Pasta()).entryList(QDir::AllEntries), before);
         QVERIFY(verificar::Report(catalogo.Pasta(), network)
-                    .contains(u"As travas de arquivo valem nesta pasta."_s));
+                    .contains(u"As travas de arquivo valem nesta pasta"_s));
         QCOMPARE(ErrorOf([] { Check(u"/nada"_s); }), int(Erro::FileNotFound));
     }
 

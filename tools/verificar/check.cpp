@@ -60,10 +60,15 @@ QList<Finding> Check(const Order& order) {
     };
     run([&] { CheckPages(*catalogue, order.examples, findings); });
     run([&] { CheckOrder(*catalogue, order, findings); });
-    run([&] { CheckStructure(*catalogue, order.examples, findings); });
-    run([&] { CheckRows(*catalogue, order.examples, findings); });
+    bool whole = false;
+    run([&] {
+        const qsizetype before = findings.size();
+        CheckStructure(*catalogue, order.examples, findings);
+        whole = findings.size() == before;
+    });
+    run([&] { CheckRows(*catalogue, order.examples, whole, findings); });
     CheckCompanion(*catalogue, order.folder + u"/Tarvo.ldb"_s, findings);
-    run([&] { CheckPictures(*catalogue, order.folder, order.examples, findings); });
+    run([&] { CheckPictures(*catalogue, order.folder, order.examples, whole, findings); });
     unread.AppendTo(findings);
     return findings;
 }

@@ -4,14 +4,15 @@
 
 namespace verificar {
 
-// Runs a check that reads named tables. Where one of them or a column is missing it is left out:
-// CheckStructure tells of that. Any other failure rises.
-void UnlessMissing(auto check) {
+// Runs a check that reads named tables. Where one of them or a column is missing and CheckStructure
+// has told so (`whole` is false) it is left out. Any other failure rises.
+void UnlessMissing(bool whole, auto check) {
     try {
         check();
     } catch (const Erro& erro) {
-        if (erro.Number() != int(dao::Failure::UnknownTable) &&
-            erro.Number() != int(dao::Failure::UnknownColumn)) {
+        const bool missing = erro.Number() == int(dao::Failure::UnknownTable) ||
+                             erro.Number() == int(dao::Failure::UnknownColumn);
+        if (whole || !missing) {
             throw;
         }
     }

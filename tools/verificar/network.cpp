@@ -196,7 +196,7 @@ QString Report(const QString& folder, const Network& network) {
         text += u"Aviso  "_s + hint + u'\n';
     }
     if (network.faults.isEmpty()) {
-        text += u"As travas de arquivo valem nesta pasta.\n"_s;
+        text += u"As travas de arquivo valem nesta pasta, até onde se vê deste computador.\n"_s;
     }
     text += u"\nAbrir o catálogo:   %1, %2 páginas lidas\n"_s.arg(ms(network.openMs),
                                                                   pt.toString(network.openPages));

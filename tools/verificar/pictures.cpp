@@ -94,21 +94,21 @@ void CheckNumbers(dao::Connection& catalogue, const PictureFolder& folder, int e
 
 }  // namespace
 
-void CheckPictures(dao::Connection& catalogue, const QString& folder, int examples,
+void CheckPictures(dao::Connection& catalogue, const QString& folder, int examples, bool whole,
                    QList<Finding>& findings) {
     const PictureFolder photos(sys::ToNative(folder + u"\\FotoPeca"_s));
     const PictureFolder figures(sys::ToNative(folder + u"\\Figuras"_s));
-    UnlessMissing([&] {
+    UnlessMissing(whole, [&] {
         CheckColumn(catalogue, u"PECA"_s, u"ArquivoFotoPeca"_s, photos, examples, findings);
     });
-    UnlessMissing([&] {
+    UnlessMissing(whole, [&] {
         CheckColumn(catalogue, u"FOTOPECAPESQUISA"_s, u"ArquivoFotoPecaPesquisa"_s, photos,
                     examples, findings);
     });
-    UnlessMissing([&] {
+    UnlessMissing(whole, [&] {
         CheckColumn(catalogue, u"FIGURA"_s, u"ArquivoFigura"_s, figures, examples, findings);
     });
-    UnlessMissing([&] { CheckNumbers(catalogue, figures, examples, findings); });
+    UnlessMissing(whole, [&] { CheckNumbers(catalogue, figures, examples, findings); });
 
     Cases pages(Weight::Hint, u"Falta uma página do Conheça a Tarvo (800 por 573)"_s, TourPages);
     for (int page = 1; page <= TourPages; ++page) {

@@ -292,10 +292,10 @@ QList<Rule> AllRules() {
 
 }  // namespace
 
-void CheckRows(dao::Connection& catalogue, int examples, QList<Finding>& findings) {
+void CheckRows(dao::Connection& catalogue, int examples, bool whole, QList<Finding>& findings) {
     for (const Rule& rule : AllRules()) {
         Cases cases(rule.weight, rule.what, examples);
-        UnlessMissing([&] {
+        UnlessMissing(whole, [&] {
             for (dao::Statement statement(catalogue, rule.cases.toUtf8()); statement.Step();) {
                 cases.Add(statement.Column(0).toString());
             }
