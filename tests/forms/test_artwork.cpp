@@ -18,7 +18,6 @@ private Q_SLOTS:
               "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 80 60'><rect class='fundo' "
               "width='80' height='60'/><rect class='botao' x='10.3' y='20.7' width='30' "
               "height='15' rx='4'/></svg>");
-        ;
         Write(folder_.filePath(u"estilo.css"_s), ".fundo { fill: #d0e0f0 }");
         Write(folder_.filePath(u"repouso.css"_s), ".botao { fill: #204060 }");
         Write(folder_.filePath(u"aceso.css"_s), ".botao { fill: #e08020 }");

@@ -32,9 +32,9 @@ struct RowChange {
     Bookmark now;
 };
 
-// A screen with one grid of five rows.
+// A screen with one grid of five rows; with a text to read it is shown.
 struct Scene {
-    explicit Scene(const QString& path) {
+    explicit Scene(const QString& path, const QString& sql = {}) {
         source.SetDatabaseName(path);
         grid.setGeometry(14, 58, 711, 92);
         grid.AddColumn(u"Nome"_s, u"Peça"_s, 159.987);
@@ -45,6 +45,10 @@ struct Scene {
                          [this](const Bookmark& last, int lastColumn) {
                              changes.append({last, lastColumn, grid.CurrentBookmark()});
                          });
+        if (!sql.isEmpty()) {
+            source.SetRecordSource(sql);
+            form->Show();
+        }
     }
 
     ~Scene() {
@@ -112,9 +116,7 @@ private Q_SLOTS:
 
     // The current row and column, moved from either side, step by step on one scene.
     void BothSidesMoveTogether() {
-        Scene scene(file_.Path());
-        scene.source.SetRecordSource(All);
-        scene.form->Show();
+        Scene scene(file_.Path(), All);
         auto& records = *scene.source.GetRecordset();
         const auto bookmark = [&](qint64 row) {
             return Bookmark{records.CurrentBookmark().recordset, row};
@@ -171,9 +173,7 @@ private Q_SLOTS:
     }
 
     void RefreshAnnouncesARowChangeEvenWithoutRows() {
-        Scene scene(file_.Path());
-        scene.source.SetRecordSource(All);
-        scene.form->Show();
+        Scene scene(file_.Path(), All);
         scene.source.GetRecordset()->SetAbsolutePosition(700);
         const Bookmark before = scene.grid.CurrentBookmark();
         scene.changes.clear();
@@ -202,9 +202,7 @@ private Q_SLOTS:
 
     // As a row-change handler may do: run the source's own query again.
     void RefreshFromTheRowChange() {
-        Scene scene(file_.Path());
-        scene.source.SetRecordSource(All);
-        scene.form->Show();
+        Scene scene(file_.Path(), All);
         bool again = true;
         connect(&scene.grid, &BoundGrid::RowColChange, &scene.grid, [&] {
             if (std::exchange(again, false)) {
@@ -218,9 +216,7 @@ private Q_SLOTS:
     }
 
     void ViewScrollsWithoutTheCurrentRow() {
-        Scene scene(file_.Path());
-        scene.source.SetRecordSource(All);
-        scene.form->Show();
+        Scene scene(file_.Path(), All);
         scene.Finish();
         scene.grid.Scroll(0, 100);
         QCOMPARE(scene.grid.rowAt(0), 100);
@@ -234,9 +230,7 @@ private Q_SLOTS:
     }
 
     void MouseOnRowsAndBesideThem() {
-        Scene scene(file_.Path());
-        scene.source.SetRecordSource(u"SELECT TOP 2 Nome, Codigo FROM ITEM ORDER BY Codigo"_s);
-        scene.form->Show();
+        Scene scene(file_.Path(), u"SELECT TOP 2 Nome, Codigo FROM ITEM ORDER BY Codigo"_s);
         int opened = 0;
         connect(&scene.grid, &BoundGrid::DblClick, [&] { ++opened; });
         const QPoint place = scene.grid.mapTo(scene.form->Picture(), QPoint(0, 0));
@@ -255,9 +249,7 @@ private Q_SLOTS:
     }
 
     void IsATableForAssistiveTechnology() {
-        Scene scene(file_.Path());
-        scene.source.SetRecordSource(All);
-        scene.form->Show();
+        Scene scene(file_.Path(), All);
         QAccessibleInterface* grid = QAccessible::queryAccessibleInterface(&scene.grid);
         QCOMPARE(grid->text(QAccessible::Name), u"Peças"_s);
         QVERIFY(grid->tableInterface());

@@ -28,52 +28,42 @@ private Q_SLOTS:
     void AnswersFromIndexes_data() {
         const Table<QString> row("sql");
         row("all kinds",
-            "SELECT PECA.NumeroTarvoPECA AS N, PECA.DescricaoPECA AS D, '' AS C, CodigoPECA AS K "
-            "FROM PECA UNION ALL SELECT COMPONENTE.NumeroTarvoCOMPONENTE AS N, "
-            "COMPONENTE.DescricaoCOMPONENTE AS D, '' AS C, CodigoCOMPONENTE AS K FROM COMPONENTE "
+            "SELECT NumeroTarvoPeca AS N, DescricaoPeca, CodigoPeca FROM PECA UNION ALL "
+            "SELECT NumeroTarvoComponente, DescricaoComponente, CodigoComponente FROM COMPONENTE "
             "ORDER BY 1");
         row("number",
-            "SELECT NumeroTarvoPeca, DescricaoPeca, CodigoPeca FROM PECA WHERE NumeroTarvoPeca "
-            "LIKE '12*' ORDER BY 1");
+            "SELECT NumeroTarvoPeca FROM PECA WHERE NumeroTarvoPeca LIKE '12*' ORDER BY 1");
         row("description",
             "SELECT NumeroTarvoJogoReparo, DescricaoJogoReparo FROM JOGOREPARO WHERE "
             "DescricaoJogoReparo LIKE 'VAL*' ORDER BY 2");
-        row("cross reference shown",
-            "SELECT NumeroTarvoPeca, REFERENCIACRUZADA1.NumeroClienteConcorrente FROM PECA LEFT "
-            "JOIN REFERENCIACRUZADA1 ON PECA.NumeroTarvoPeca = REFERENCIACRUZADA1.NumeroTarvo "
-            "ORDER BY 1");
+        const QString reference =
+            u"SELECT NumeroTarvoPeca, R.NumeroClienteConcorrente FROM PECA LEFT JOIN "
+            "REFERENCIACRUZADA1 AS R ON PECA.NumeroTarvoPeca = R.NumeroTarvo "_s;
+        row("cross reference shown", reference + u"ORDER BY 1"_s);
         row("cross reference searched",
-            "SELECT NumeroTarvoComponente, REFERENCIACRUZADA1.NumeroClienteConcorrente FROM "
-            "COMPONENTE LEFT JOIN REFERENCIACRUZADA1 ON COMPONENTE.NumeroTarvoComponente = "
-            "REFERENCIACRUZADA1.NumeroTarvo WHERE REFERENCIACRUZADA1.NumeroClienteConcorrente LIKE "
-            "'A7*' ORDER BY 2");
+            reference + u"WHERE R.NumeroClienteConcorrente LIKE 'A7*' ORDER BY 2"_s);
         row("component list",
-            "SELECT PECA_COMPONENTE.ItemComponente, "
-            "Min(REFERENCIACRUZADA1.NumeroClienteConcorrente) AS N FROM ((PECA_COMPONENTE LEFT "
-            "JOIN PECA_COMPONENTE_JOGOREPARO ON PECA_COMPONENTE.CodigoPeca = "
-            "PECA_COMPONENTE_JOGOREPARO.CodigoPeca AND PECA_COMPONENTE.ItemComponente = "
-            "PECA_COMPONENTE_JOGOREPARO.ItemComponente) INNER JOIN COMPONENTE ON "
-            "PECA_COMPONENTE.CodigoComponente = COMPONENTE.CodigoComponente) LEFT JOIN "
-            "REFERENCIACRUZADA1 ON COMPONENTE.NumeroTarvoComponente = "
-            "REFERENCIACRUZADA1.NumeroTarvo WHERE PECA_COMPONENTE.CodigoPeca = 3 GROUP BY "
-            "PECA_COMPONENTE.ItemComponente ORDER BY 1");
+            "SELECT L.ItemComponente, Min(J.CodigoJogoReparo) AS N FROM (PECA_COMPONENTE AS L LEFT "
+            "JOIN PECA_COMPONENTE_JOGOREPARO AS J ON L.CodigoPeca = J.CodigoPeca AND "
+            "L.ItemComponente = J.ItemComponente) INNER JOIN COMPONENTE ON L.CodigoComponente = "
+            "COMPONENTE.CodigoComponente WHERE L.CodigoPeca = 3 GROUP BY L.ItemComponente ORDER BY "
+            "1");
         row("vehicles",
-            "SELECT VEICULO.DescricaoVeiculo, CLIENTECONCORRENTE.DescricaoClienteConcorrente FROM "
-            "VEICULO INNER JOIN CLIENTECONCORRENTE ON VEICULO.CodigoClienteConcorrente = "
-            "CLIENTECONCORRENTE.CodigoClienteConcorrente WHERE VEICULO.CodigoClienteConcorrente = "
-            "3 ORDER BY 1");
+            "SELECT DescricaoVeiculo, DescricaoClienteConcorrente FROM VEICULO AS V INNER JOIN "
+            "CLIENTECONCORRENTE AS C ON V.CodigoClienteConcorrente = C.CodigoClienteConcorrente "
+            "WHERE V.CodigoClienteConcorrente = 3 ORDER BY 1");
         row("figure",
             "SELECT ArquivoFigura, ItemComponente FROM FIGURADETALHADA1 WHERE CodigoPeca = 4 ORDER "
             "BY CodigoFiguraDetalhada");
         row("gallery", "SELECT DescricaoFotoPecaPesquisa FROM FOTOPECAPESQUISA ORDER BY 1");
-        row("component in use",
-            "SELECT CodigoComponente FROM PECA_COMPONENTE WHERE CodigoComponente = 1");
-        row("kit in use",
-            "SELECT CodigoJogoReparo FROM PECA_COMPONENTE_JOGOREPARO WHERE CodigoJogoReparo = 1");
-        row("vehicle in use", "SELECT CodigoVeiculo FROM VEICULO_PECA WHERE CodigoVeiculo = 1");
-        row("vehicles of a part", "SELECT CodigoVeiculo FROM VEICULO_PECA WHERE CodigoPeca = 1");
-        row("picture in use",
-            "SELECT CodigoFotoPecaPesquisa FROM PECA WHERE CodigoFotoPecaPesquisa = 1");
+        for (const auto& [table, code] :
+             {std::pair("PECA_COMPONENTE", "CodigoComponente"),
+              std::pair("PECA_COMPONENTE_JOGOREPARO", "CodigoJogoReparo"),
+              std::pair("VEICULO_PECA", "CodigoVeiculo"), std::pair("VEICULO_PECA", "CodigoPeca"),
+              std::pair("PECA", "CodigoFotoPecaPesquisa")}) {
+            row(QByteArray(code) + " in use",
+                u"SELECT %2 FROM %1 WHERE %2 = 1"_s.arg(QLatin1String(table), QLatin1String(code)));
+        }
     }
     void AnswersFromIndexes() {
         QFETCH(QString, sql);

@@ -1,22 +1,7 @@
 #include "support/servers.h"
 
-#include <QThread>
-
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
 namespace testing_support {
 namespace {
-
-sockaddr_in Loopback(int port) {
-    sockaddr_in address = {};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(quint16(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    return address;
-}
 
 constexpr int Patience = 60000;  // milliseconds
 
@@ -47,31 +32,21 @@ WrongServer::~WrongServer() {
     process_.waitForFinished(Patience);
 }
 
+// The interpreter that serves knows sockets.
 int FreePort() {
-    const int descriptor = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in address = Loopback(0);
-    socklen_t size = sizeof address;
-    auto* general = reinterpret_cast<sockaddr*>(&address);
-    if (bind(descriptor, general, size) != 0 || getsockname(descriptor, general, &size) != 0) {
-        qFatal("no free port");
-    }
-    close(descriptor);
-    return ntohs(address.sin_port);
+    return OutputOf("python3", {"-c",
+                                "import socket; s = socket.create_server(('127.0.0.1', 0)); "
+                                "print(s.getsockname()[1])"})
+        .toInt();
 }
 
 bool WaitForPort(int port) {
-    for (int waited = 0; waited < Patience; waited += 50) {
-        const int descriptor = socket(AF_INET, SOCK_STREAM, 0);
-        sockaddr_in address = Loopback(port);
-        const bool open =
-            connect(descriptor, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
-        close(descriptor);
-        if (open) {
-            return true;
-        }
-        QThread::msleep(50);
-    }
-    return false;
+    const QString tries =
+        u"import socket, time\n"
+        "while socket.socket().connect_ex(('127.0.0.1', %1)): time.sleep(.05)"_s;
+    QProcess process;
+    process.start(u"python3"_s, {u"-c"_s, tries.arg(port)});
+    return process.waitForFinished(Patience);
 }
 
 }  // namespace testing_support
