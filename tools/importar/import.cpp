@@ -63,9 +63,9 @@ public:
         }
         const auto catalogue = Fill(aside.path(), {});
         progress_.Stage(u"Conferência"_s);
-        verificar::CheckRows(*catalogue, order_.examples, outcome_.findings);
+        verificar::CheckRows(*catalogue, order_.examples, true, outcome_.findings);
         if (const QString folder = FolderOf(order_.from); HasPictures(folder)) {
-            verificar::CheckPictures(*catalogue, folder, order_.examples, outcome_.findings);
+            verificar::CheckPictures(*catalogue, folder, order_.examples, true, outcome_.findings);
         }
         return std::move(outcome_);
     }

@@ -229,8 +229,9 @@ private:
 
     QList<Finding> Rules() const {
         QList<Finding> findings;
-        verificar::CheckStructure(*gDB->GetConnection(), order_.examples, findings);
-        verificar::CheckRows(*gDB->GetConnection(), order_.examples, findings);
+        dao::Connection& catalogue = *gDB->GetConnection();
+        const bool whole = verificar::CheckStructure(catalogue, order_.examples, findings);
+        verificar::CheckRows(catalogue, order_.examples, whole, findings);
         return findings;
     }
 

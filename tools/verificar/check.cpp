@@ -61,11 +61,7 @@ QList<Finding> Check(const Order& order) {
     run([&] { CheckPages(*catalogue, order.examples, findings); });
     run([&] { CheckOrder(*catalogue, order, findings); });
     bool whole = false;
-    run([&] {
-        const qsizetype before = findings.size();
-        CheckStructure(*catalogue, order.examples, findings);
-        whole = findings.size() == before;
-    });
+    run([&] { whole = CheckStructure(*catalogue, order.examples, findings); });
     run([&] { CheckRows(*catalogue, order.examples, whole, findings); });
     CheckCompanion(*catalogue, order.folder + u"/Tarvo.ldb"_s, findings);
     run([&] { CheckPictures(*catalogue, order.folder, order.examples, whole, findings); });

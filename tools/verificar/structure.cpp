@@ -73,7 +73,8 @@ const Structure& NewCatalogue() {
 
 }  // namespace
 
-void CheckStructure(dao::Connection& catalogue, int examples, QList<Finding>& findings) {
+bool CheckStructure(dao::Connection& catalogue, int examples, QList<Finding>& findings) {
+    const qsizetype before = findings.size();
     const Structure& model = NewCatalogue();
     Cases tables(Weight::Fault, u"Falta a tabela"_s, examples);
     Cases columns(Weight::Fault, u"Falta a coluna"_s, examples);
@@ -101,6 +102,7 @@ void CheckStructure(dao::Connection& catalogue, int examples, QList<Finding>& fi
     tables.AppendTo(findings);
     columns.AppendTo(findings);
     indexes.AppendTo(findings);
+    return findings.size() == before;
 }
 
 }  // namespace verificar

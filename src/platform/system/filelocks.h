@@ -33,8 +33,8 @@ enum class LockAnswer {
 // here would let go the locks that the engine holds of it.
 LockAnswer ProbeLock(const QString& path);
 
-// Who holds a lock; both empty where the system can't tell, as of another computer's: neither SMB nor
-// NFS carries its name, and who only reads leaves nothing in the folder that would hold it.
+// Who holds a lock; both empty where the system can't tell, as of another computer's: neither SMB
+// nor NFS carries its name, and who only reads leaves nothing in the folder that would hold it.
 struct LockHolder {
     QString program;
     QString user;
