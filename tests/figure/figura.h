@@ -66,9 +66,16 @@ inline QString Acesos() {
     return acesos.join(u' ');
 }
 
+// What is told of the marked item, behind a "!" where it stands in the colour of the blinking.
 inline QString Rotulos() {
-    return Rotulo(Figura, "lblComponente") + u'|' + Rotulo(Figura, "lblNumeroTarvo") + u'|' +
-           Rotulo(Figura, "lblObservacao");
+    const QImage pintado = Achar(Figura, "lblComponente")->grab().toImage();
+    bool pisca = false;
+    for (int i = 0; i < pintado.width() * pintado.height() && !pisca; ++i) {
+        pisca = pintado.pixelColor(i % pintado.width(), i / pintado.width()) ==
+                CorDe(Cor::VermelhoClaro);
+    }
+    return (pisca ? u"!"_s : QString()) + Rotulo(Figura, "lblComponente") + u'|' +
+           Rotulo(Figura, "lblNumeroTarvo") + u'|' + Rotulo(Figura, "lblObservacao");
 }
 
 inline void IrNaLista(const AnyText& item) {

@@ -22,7 +22,7 @@ private Q_SLOTS:
                                                                      "apagados", "rotulos");
         // The template counts for " 100," too: its "0," is in it.
         row("component at two items", "Componentes", "A340", "0:12 100:12 12a:12",
-            "0:15 100:15 12a:15", "Anel de vedação|A3400|Anel de vedação");
+            "0:15 100:15 12a:15", "!Anel de vedação|A3400|Anel de vedação");
         row("kit", "Jogos de Reparo", "A340", "100:9 12a:9", "100:15 12a:15", "||");
         row("part", "Peças", "12002", {}, {}, "||");
     }
@@ -46,12 +46,13 @@ private Q_SLOTS:
         // "jogo" counts the rows of the kit panel.
         const Table<QString, QString, int, QString, QString> row("peca", "item", "jogo", "acesos",
                                                                  "rotulos");
-        row("item", "12002", "   1", 0, "1:12", "Corpo da válvula|K5600|");
+        row("item", "12002", "   1", 0, "1:12", "!Corpo da válvula|K5600|");
         row("item and kit", "12002", "  12a", 0, "100:9 12a:12",
-            "Anel de vedação|A3400|Válvula relé, Anel de vedação");
+            "!Anel de vedação|A3400|Válvula relé, Anel de vedação");
         row("item and its other kit", "12002", "  12a", 1, "12a:12",
-            "Anel de vedação|A3400|Válvula relé, Anel de vedação");
-        row("one caption within another", "A3402", "11", 0, "11:12 1:12", "Anel de vedação|A3400|");
+            "!Anel de vedação|A3400|Válvula relé, Anel de vedação");
+        row("one caption within another", "A3402", "11", 0, "11:12 1:12",
+            "!Anel de vedação|A3400|");
         row("seen by the template alone", "A3402", "10", 0, "0:12", "||");
     }
     void whatTheListShowsBlinks() {

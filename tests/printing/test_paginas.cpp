@@ -116,6 +116,19 @@ private Q_SLOTS:
         QVERIFY(!dialogo_->Aberto());
     }
 
+    // The rest of the job is printed.
+    void kitsThatDoNotComeOut() {
+        preparar_ = [](Gravador& gravador) {
+            gravador.alturas = {{10, 135}, {12, 61}};
+            gravador.aoVirar = [] { throw Erro(Erro::PrinterError); };
+        };
+        DarLista(10, 2);
+        dialogo_->Imprimir("FD:0LC:1");
+        QCOMPARE(dialogo_->Caixas(), List("16 Erro nº: 482\nErro de impressora"));
+        QCOMPARE(Paginas().join(u' '), u"HL10"_s);
+        QCOMPARE(folha_.passos.last(), u"fim"_s);
+    }
+
     // Places, fonts, order of items (as text), Nulls, and the kits of an item in its last column.
     void everythingOnAPage() {
         dialogo_->catalogo.Executar(
