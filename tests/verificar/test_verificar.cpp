@@ -61,9 +61,11 @@ private Q_SLOTS:
     void cleanup() { catalogo_.reset(); }
 
     void ASoundFolderHasNoFaults() {
+        Estragar("UPDATE PECA SET NumeroTarvoPeca = '12002' WHERE CodigoPeca = 2");
         QCOMPARE(Textos(Achados(Weight::Fault)), QStringList());
         const QStringList avisos = Textos(Achados(Weight::Hint));
         QVERIFY(avisos.contains(u"1 JOGOREPARO que nenhuma peça usa: CodigoJogoReparo 3"_s));
+        QVERIFY(avisos.contains(u"1 PECA.NumeroTarvoPeca repetido: 12002 (2 linhas)"_s));
         QVERIFY(avisos.contains(u"1 Falta a ajuda: Ajuda_Catalogo_TARVO-LINDEN.hlp"_s));
         QVERIFY(
             avisos.contains(u"1 PECA_COMPONENTE.QuantidadeComponente vazia ou não positiva: "
