@@ -242,9 +242,10 @@ void Instalacao::ReceberConteudo(ArquivoAtualizacao& arquivo) {
         }
     }
     if (demais() || (conhecido && sys::HashOfFile(arquivo.Conteudo) != arquivo.Sha256)) {
-        throw Erro(ConteudoAlterado,
-                   u"O arquivo \"%1\" que veio do servidor não é o que a lista descreve"_s.arg(
-                       arquivo.Nome));
+        throw Erro(
+            ConteudoAlterado,
+            u"O arquivo \"%1\" que veio do servidor não é o que a lista descreve. O catálogo "
+            "continua como estava."_s.arg(arquivo.Nome));
     }
 }
 

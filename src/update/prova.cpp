@@ -94,7 +94,8 @@ void ConferirLista(const ChavesDaAtualizacao& chaves, int versao, const QByteArr
                      assinaturas.split('\n'))) {
         throw Erro(
             AssinaturaRecusada,
-            u"A lista da versão %1 não foi assinada por quem publica este catálogo."_s.arg(versao));
+            u"A lista da versão %1 não foi assinada por quem publica este catálogo, que continua "
+            "como estava."_s.arg(versao));
     }
 }
 
