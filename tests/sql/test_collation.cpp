@@ -189,6 +189,7 @@ private Q_SLOTS:
         QCOMPARE(ErrorOf([&] { sql::Pattern(u'*' + beginning + u'b').MatchesUtf8(text); }),
                  static_cast<int>(sql::Failure::BadPattern));
         QVERIFY(sql::Pattern(u"*a*b*"_s).MatchesUtf8(text + 'b'));
+        QVERIFY(!sql::Pattern(QString(32767, u'*') + u"b*"_s).Matches(u"a"_s));  // a full box
     }
 
     // Would take longer than the test may run if runs were tried in all their combinations.

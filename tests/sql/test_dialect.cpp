@@ -92,6 +92,9 @@ private Q_SLOTS:
         row("unknown function", "SELECT DLookup('a','b')", Failure::UnknownFunction);
         row("half a pair", "SELECT Switch(1=1, 2, 3)", Failure::SyntaxError);
         row("star", "SELECT Max(*) FROM PECA", Failure::SyntaxError);
+        row("very long", u"SELECT '"_s + QString(12'000'000, u'x') + u'\'', Failure::Resources);
+        row("very long pattern", u"SELECT 'a' LIKE '"_s + u"*a"_s.repeated(20001) + u'\'',
+            Failure::BadPattern);
         row("very many pieces", u"SELECT 1 IN (1"_s + u",1"_s.repeated(200000) + u')',
             Failure::SyntaxError);
         row("text compared with a number", "SELECT 1 FROM PECA WHERE NumeroTarvoPeca > 100",

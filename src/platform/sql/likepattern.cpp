@@ -18,6 +18,11 @@ bool BoundsARange(std::string_view pattern) {
 }
 
 Pattern::Pattern(QStringView pattern, Accents accents) : accents_(accents) {
+    // A box that people type into holds 32,767; each character takes a quarter of a kilobyte.
+    constexpr qsizetype Longest = 40'000;
+    if (pattern.size() > Longest) {
+        Throw(Failure::BadPattern, pattern.first(40).toString() + u"…"_s);
+    }
     elements_.reserve(static_cast<std::size_t>(pattern.size()));
     for (qsizetype at = 0; at < pattern.size(); ++at) {
         const QChar c = pattern.at(at);

@@ -177,6 +177,11 @@ private:
 }  // namespace
 
 std::vector<Token> Tokenize(const QByteArray& source) {
+    // Twice what the longest value takes; the tree and what is made of it take several times that.
+    constexpr qsizetype LongestSource = 12'000'000;
+    if (source.size() > LongestSource) {
+        Throw(Failure::Resources);
+    }
     return Tokenizer({source.constData(), static_cast<std::size_t>(source.size())}).Run();
 }
 
