@@ -95,6 +95,11 @@ class Walk:
         self.keep(name)
         print(f"  {self.number:02} {name}: {distance:.3f}", flush=True)
 
+    def dialog(self, name, behind=1):
+        """The picture alone does not tell a small dialog from none. `behind` it: so many windows."""
+        self.wait(f"the window of {name}", lambda: self.windows() > behind)
+        self.shows(name, DIALOG)
+
     def keep(self, name):
         self.number += 1
         photograph(os.path.join(self.pictures, f"{self.number:02}-{name}.png"))
@@ -214,7 +219,7 @@ def figure(walk):
 
 def settings(walk):
     walk.click(st.SETTINGS)
-    walk.shows("settings", DIALOG)
+    walk.dialog("settings")
     walk.press("Escape")
     walk.move(st.BACKGROUND)
     walk.shows("search-screen")
@@ -234,9 +239,9 @@ def update(walk):
     walk.site.publish()
     before = walk.running()
     walk.click(st.CHECK_FOR_UPDATES)
-    walk.shows("update-question", DIALOG)
+    walk.dialog("update-question")
     walk.press("alt+s")
-    walk.shows("update-done", DIALOG)
+    walk.dialog("update-done", behind=2)
     walk.press("Return")
     walk.wait("another process", lambda: walk.running() and not set(walk.running()) & set(before))
     walk.shows("search-screen")
@@ -260,7 +265,9 @@ def leave(walk):
     walk.wait("the end", lambda: not walk.running())
 
 
-STATIONS = [start, parts, result, component_list, print_to_file, figure, settings, help_window, update, leave]
+# Printing at the end, in a program of its own: wine's question for a file sometimes ends it.
+STATIONS = [start, parts, result, component_list, figure, settings, help_window, update, leave,
+            start, parts, result, component_list, print_to_file]
 
 
 def go(options, folder):
