@@ -189,11 +189,14 @@ private Q_SLOTS:
             Apply(change);
         }
         QStringList started;
+        QString seen;  // by the program that the script starts
         sys::SetStartHandler([&](const QString& commandLine, int) {
+            seen += Valor("SELECT Count(*) FROM CLIENTECONCORRENTE");
             started += commandLine;
             return sys::ProcessId(0);
         });
         QCOMPARE(Update(), List(Done));
+        QCOMPARE(seen, u"32"_s);
         QCOMPARE(State(), u"3/1 2 nova none 0"_s);
         QCOMPARE(Valor("SELECT FlagErroUltimaVerificacao FROM UMREGISTRO WHERE "
                        "DataUltimaVerificacao IS NOT NULL"),

@@ -60,7 +60,8 @@ private Q_SLOTS:
         site("a proxy that asks", "atualiza.exemplo/guarded",
              "O proxy da rede pede usuário e senha* =7");
         site("a server in trouble", "atualiza.exemplo/500", "*respondeu com o estado 500* =6");
-        row("no record", "DELETE FROM UMREGISTRO", "*sem o registro da versão* =1", "gone old");
+        row("no record", "DELETE FROM UMREGISTRO", "O catálogo está sem o registro da versão* =1",
+            "gone old");
         row("nothing new", "UPDATE UMREGISTRO SET Versao = 2",
             "Nada de novo: o catálogo está na versão 2. =0", "2/0/0 old");
         // Another computer is not waited for any longer than was said.
