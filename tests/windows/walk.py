@@ -58,17 +58,17 @@ class Walk:
                   timeout=PATIENCE, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
 
     def running(self):
-        """Processes of the catalogue itself."""
+        """Processes of this catalogue itself; others may run on the machine."""
+        program = (wine.windows_path(self.programs) + "\\CatalogoTarvo").encode()
         found = []
-        for entry in os.listdir("/proc"):
-            if entry.isdigit():
-                try:
-                    with open(f"/proc/{entry}/cmdline", "rb") as file:
-                        words = file.read()
-                except OSError:
-                    continue
-                if b"CatalogoTarvo" in words.split(b"\0")[0] or b"CatalogoTarvo.exe" in words.split(b" ")[0]:
-                    found.append(int(entry))
+        for entry in filter(str.isdigit, os.listdir("/proc")):
+            try:
+                with open(f"/proc/{entry}/cmdline", "rb") as file:
+                    words = file.read()
+            except OSError:
+                continue
+            if program in words:
+                found.append(int(entry))
         return found
 
     def distance(self, name):
