@@ -192,6 +192,24 @@ private Q_SLOTS:
         QVERIFY(!sql::Pattern(QString(32767, u'*') + u"b*"_s).Matches(u"a"_s));  // a full box
     }
 
+    // However many a statement holds; what it gave back serves the next.
+    void ManyLongPatterns() {
+        const sql::Pattern manyRuns(u"*a"_s.repeated(40));
+        QVERIFY(manyRuns.MatchesUtf8(std::string(40, 'a')));
+        QVERIFY(!manyRuns.MatchesUtf8(std::string(39, 'a')));
+        const QString longOne = u"*a"_s.repeated(20000);
+        for (int round = 0; round < 2; ++round) {
+            std::vector<std::unique_ptr<sql::Pattern>> held;
+            const int error = ErrorOf([&] {
+                while (held.size() < 300) {
+                    held.push_back(std::make_unique<sql::Pattern>(longOne));
+                }
+            });
+            QCOMPARE(error, static_cast<int>(sql::Failure::Resources));
+            QVERIFY(held.size() > 20);
+        }
+    }
+
     // Would take longer than the test may run if runs were tried in all their combinations.
     void ManyRunsDoNotExplode() {
         const QString text = QString(20000, u'a') + u'b';

@@ -9,6 +9,26 @@ namespace sql {
 using letters::Weight;
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// Thirty patterns as long as a pattern may be; a search of people's has six.
+constexpr std::size_t MostBytes = 60'000'000;
+std::size_t bytesInUse = 0;
+
+}  // namespace
+
+void Pattern::Share::Take(std::size_t bytes) {
+    if (bytes > MostBytes - bytesInUse) {
+        Throw(Failure::Resources);
+    }
+    bytesInUse += bytes;
+    bytes_ = bytes;
+}
+
+Pattern::Share::~Share() {
+    bytesInUse -= bytes_;
+}
+
 std::string_view LiteralBeginning(std::string_view pattern) {
     return pattern.substr(0, std::min(pattern.find_first_of("*?#["), pattern.size()));
 }
@@ -18,7 +38,7 @@ bool BoundsARange(std::string_view pattern) {
 }
 
 Pattern::Pattern(QStringView pattern, Accents accents) : accents_(accents) {
-    // A box that people type into holds 32,767; each character takes a quarter of a kilobyte.
+    // A box that people type into holds 32,767.
     constexpr qsizetype Longest = 40'000;
     if (pattern.size() > Longest) {
         Throw(Failure::BadPattern, pattern.first(40).toString() + u"…"_s);
@@ -49,10 +69,11 @@ Pattern::Pattern(QStringView pattern, Accents accents) : accents_(accents) {
         }
     }
     FindLiterals();
+    share_.Take(elements_.capacity() * sizeof(Element) + literals_.capacity() * sizeof(Literal));
 }
 
 void Pattern::FindLiterals() {
-    for (std::size_t i = 1; i < elements_.size(); ++i) {
+    for (std::size_t i = 1; i < elements_.size() && literals_.size() < Literal::Most; ++i) {
         if (elements_[i - 1].kind != Kind::AnyRun || elements_[i].kind != Kind::Character) {
             continue;
         }

@@ -30,7 +30,8 @@ bool BoundsARange(std::string_view pattern);
 // `accents` says. Matching takes at most length of text times length of pattern steps.
 class Pattern {
 public:
-    // Throws Erro 3093 for a bracket left open and for a range that runs backwards.
+    // Throws Erro 3093 for a bracket left open, for a range that runs backwards and for more than
+    // 40,000 characters; 3035 where all patterns in use together would take too much memory.
     explicit Pattern(QStringView pattern, Accents accents = Accents::Minded);
 
     // Both throw Erro 3093 where text and pattern are so long that nobody would wait for the
@@ -62,8 +63,22 @@ private:
     // of a byte's places: a character of the weight at place i can begin with it.
     struct Literal {
         static constexpr std::size_t Longest = 8;
-        std::size_t length = 0;  // in characters; no match has fewer bytes
+        static constexpr std::size_t Most = 32;  // in one pattern; behind them nothing is skipped
+        std::size_t length = 0;                  // in characters; no match has fewer bytes
         std::array<unsigned char, 256> places{};
+    };
+
+    // Its part in the memory that all patterns take: a statement may hold any number of them.
+    class Share {
+    public:
+        Share() = default;
+        Share(const Share&) = delete;
+        Share& operator=(const Share&) = delete;
+        ~Share();
+        void Take(std::size_t bytes);
+
+    private:
+        std::size_t bytes_ = 0;
     };
 
     void CheckLength(std::size_t text) const {
@@ -83,6 +98,7 @@ private:
     Accents accents_;
     std::vector<Element> elements_;
     std::vector<Literal> literals_;
+    Share share_;
 };
 
 }  // namespace sql
