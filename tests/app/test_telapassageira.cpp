@@ -19,23 +19,19 @@ protected:
 
 }  // namespace
 
-class TestTelaPassageira : public QObject {
-    Q_OBJECT
+struct TestTelaPassageira : Fixture {};
 
-private Q_SLOTS:
-    void aKeyOrAClickEndsItOnce_data() {
-        const Table<int, int> row("tecla", "encerramentos");
-        row("a letter", Qt::Key_A, 1);
-        row("escape", Qt::Key_Escape, 1);
-        // Held for another key: Alt+F4 closes the window.
-        row("alt", Qt::Key_Alt, 0);
-        row("shift", Qt::Key_Shift, 0);
-        row("control", Qt::Key_Control, 0);
-        row("the system's key", Qt::Key_Meta, 0);
-        row("the mouse", 0, 1);
-    }
-    void aKeyOrAClickEndsItOnce() {
-        QFETCH(const int, tecla);
+TEST(TestTelaPassageira, aKeyOrAClickEndsItOnce) {
+    for (const auto& [tecla, encerramentos] : Each<int, int>{
+             {"a letter", Qt::Key_A, 1},
+             {"escape", Qt::Key_Escape, 1},
+             // Held for another key: Alt+F4 closes the window.
+             {"alt", Qt::Key_Alt, 0},
+             {"shift", Qt::Key_Shift, 0},
+             {"control", Qt::Key_Control, 0},
+             {"the system's key", Qt::Key_Meta, 0},
+             {"the mouse", 0, 1},
+         }) {
         auto* tela = new Passageira;
         tela->Show();
         for (int vez = 0; vez < 2; ++vez) {
@@ -45,22 +41,19 @@ private Q_SLOTS:
                 QTest::keyClick(tela, Qt::Key(tecla));
             }
         }
-        QTEST(tela->encerramentos, "encerramentos");
+        QCOMPARE(tela->encerramentos, encerramentos);
         tela->Unload();
     }
+}
 
-    // Never early, however busy the machine is.
-    void itStandsForTwoAndAHalfSeconds() {
-        auto* tela = new Passageira;
-        tela->Show();
-        QElapsedTimer desde;
-        desde.start();
-        tela->LigarRelogio();
-        QTRY_COMPARE_WITH_TIMEOUT(tela->encerramentos, 1, 20000);
-        QVERIFY2(desde.elapsed() >= 2495, qPrintable(QString::number(desde.elapsed())));
-        tela->Unload();
-    }
-};
-
-TARVO_TEST(TestTelaPassageira);
-#include "test_telapassageira.moc"
+// Never early, however busy the machine is.
+TEST(TestTelaPassageira, itStandsForTwoAndAHalfSeconds) {
+    auto* tela = new Passageira;
+    tela->Show();
+    QElapsedTimer desde;
+    desde.start();
+    tela->LigarRelogio();
+    QTRY_COMPARE_WITH_TIMEOUT(tela->encerramentos, 1, 20000);
+    QVERIFY2(desde.elapsed() >= 2495, qPrintable(QString::number(desde.elapsed())));
+    tela->Unload();
+}

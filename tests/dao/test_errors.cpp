@@ -36,10 +36,7 @@ void Content(Database& database, QStringList& rows) {
 
 }  // namespace
 
-class TestErrors : public QObject {
-    Q_OBJECT
-
-private:
+struct TestErrors : Fixture {
     TestDatabase file_{Definition};
     const QByteArray whole_ = sys::ReadBytes(file_.Path());
     TestDatabase::Session session_ = file_.Open();
@@ -48,158 +45,149 @@ private:
     std::unique_ptr<Database> Open(const AnyText& path, const AnyText& password = u"segredo"_s) {
         return another_.workspace->OpenDatabase(path, false, false, u";pwd="_s + password);
     }
+};
 
-private Q_SLOTS:
-    void TellsWhyAFileDoesNotOpen_data() {
-        const Table<QByteArray, QString, int> row("content", "password", "number");
-        const QString right = u"segredo"_s;
-        row("empty", {}, right, 3343);
-        row("text", QByteArray("Peças\r\n").repeated(2000), right, 3343);
-        row("picture", QByteArray("BM6\0\0\0\0\0", 8).repeated(999), right, 3343);
-        row("open database", QByteArray("SQLite format 3\0", 16) + whole_.mid(16), right, 3343);
-        row("wrong password", whole_, "Segredo", 3031);
-        row("no password", whole_, {}, 3031);
-        row("first page", Flipped(whole_, 1000), right, 3049);
-        row("cut in the seal", whole_.first(9), right, 3049);
-        row("cut in the first page", whole_.first(700), right, 3049);
-        for (const int i : {0, 3, 4, 8, 13, 14, 15}) {
-            row("seal byte " + QByteArray::number(i), Flipped(whole_, i), right, 3049);
-        }
+TEST(TestErrors, TellsWhyAFileDoesNotOpen) {
+    Each<QByteArray, QString, int> row;
+    const QString right = u"segredo"_s;
+    row("empty", {}, right, 3343);
+    row("text", QByteArray("Peças\r\n").repeated(2000), right, 3343);
+    row("picture", QByteArray("BM6\0\0\0\0\0", 8).repeated(999), right, 3343);
+    row("open database", QByteArray("SQLite format 3\0", 16) + whole_.mid(16), right, 3343);
+    row("wrong password", whole_, "Segredo", 3031);
+    row("no password", whole_, {}, 3031);
+    row("first page", Flipped(whole_, 1000), right, 3049);
+    row("cut in the seal", whole_.first(9), right, 3049);
+    row("cut in the first page", whole_.first(700), right, 3049);
+    for (const int i : {0, 3, 4, 8, 13, 14, 15}) {
+        row("seal byte " + QByteArray::number(i), Flipped(whole_, i), right, 3049);
     }
-    void TellsWhyAFileDoesNotOpen() {
-        QFETCH(QByteArray, content);
-        QFETCH(QString, password);
-        QFETCH(int, number);
+    for (const auto& [content, password, number] : row) {
         const QString path = file_.Folder() + "/outro.mdb"_L1;
         Write(path, content);
         QCOMPARE(ErrorOf([&] { Open(path, password); }), number);
         QVERIFY(sys::ReadBytes(path) == content);
     }
+}
 
-    void TellsWhyAPathDoesNotOpen() {
-        const QString folder = file_.Folder();
-        QCOMPARE(ErrorOf([&] { Open(folder + "\\nada\\Tarvo.mdb"_L1); }), 3044);
-        try {
-            Open(folder + "\\nada.mdb"_L1);
-            QFAIL("opened");
-        } catch (const Erro& erro) {  // named as the platform writes it, not half and half
-            QCOMPARE(erro.Number(), 3024);
-            QVERIFY(erro.Description().contains(QDir::toNativeSeparators(folder + "/nada.mdb"_L1)));
-        }
-        QVERIFY(!QFile::exists(folder + "/nada.mdb"_L1));
-        QCOMPARE(ErrorOf([&] { Open(folder); }), 3024);
-        QCOMPARE(ErrorOf([&] { Open(folder + "\\TARVO.MDB"_L1); }), 0);
+TEST(TestErrors, TellsWhyAPathDoesNotOpen) {
+    const QString folder = file_.Folder();
+    QCOMPARE(ErrorOf([&] { Open(folder + "\\nada\\Tarvo.mdb"_L1); }), 3044);
+    try {
+        Open(folder + "\\nada.mdb"_L1);
+        QFAIL("opened");
+    } catch (const Erro& erro) {  // named as the platform writes it, not half and half
+        QCOMPARE(erro.Number(), 3024);
+        QVERIFY(erro.Description().contains(QDir::toNativeSeparators(folder + "/nada.mdb"_L1)));
     }
+    QVERIFY(!QFile::exists(folder + "/nada.mdb"_L1));
+    QCOMPARE(ErrorOf([&] { Open(folder); }), 3024);
+    QCOMPARE(ErrorOf([&] { Open(folder + "\\TARVO.MDB"_L1); }), 0);
+}
 
-    // With the file open in this process already, it must not be opened by other means: that would
-    // drop the locks of the open connection.
-    void TellsAWrongPasswordWhileTheFileIsOpen() {
-        session_.workspace->BeginTrans();
-        session_.Execute("UPDATE PECA SET Ano = 1951 WHERE Codigo = 1");
-        QCOMPARE(ErrorOf([&] { Open(file_.Path(), u"x"_s); }), 3031);
-        QCOMPARE(ErrorOf([&] {
-                     another_.database->Execute(u"DELETE FROM PECA WHERE Codigo = 2"_s,
-                                                dbFailOnError + dbSeeChanges);
-                 }),
-                 3260);
-        session_.workspace->Rollback();
-    }
+// With the file open in this process already, it must not be opened by other means: that would
+// drop the locks of the open connection.
+TEST(TestErrors, TellsAWrongPasswordWhileTheFileIsOpen) {
+    session_.workspace->BeginTrans();
+    session_.Execute("UPDATE PECA SET Ano = 1951 WHERE Codigo = 1");
+    QCOMPARE(ErrorOf([&] { Open(file_.Path(), u"x"_s); }), 3031);
+    QCOMPARE(ErrorOf([&] {
+                 another_.database->Execute(u"DELETE FROM PECA WHERE Codigo = 2"_s,
+                                            dbFailOnError + dbSeeChanges);
+             }),
+             3260);
+    session_.workspace->Rollback();
+}
 
-    void OpensACatalogueWithoutASeal() {
-        const QString path = file_.Folder() + "/alheio.mdb"_L1;
-        Write(path, QByteArray());
-        Connection& connection = *session_.database->GetConnection();
-        connection.Run("ATTACH '" + path.toUtf8() + "' AS alheio KEY 'outra'");
-        connection.Run("CREATE TABLE alheio.T (a INTEGER); INSERT INTO alheio.T VALUES (7)");
-        connection.Run("DETACH alheio");
-        const auto database = Open(path, u"outra"_s);
-        QCOMPARE(database->OpenRecordset(u"SELECT a FROM T"_s)->Fields(0).Value().toInt(), 7);
-    }
+TEST(TestErrors, OpensACatalogueWithoutASeal) {
+    const QString path = file_.Folder() + "/alheio.mdb"_L1;
+    Write(path, QByteArray());
+    Connection& connection = *session_.database->GetConnection();
+    connection.Run("ATTACH '" + path.toUtf8() + "' AS alheio KEY 'outra'");
+    connection.Run("CREATE TABLE alheio.T (a INTEGER); INSERT INTO alheio.T VALUES (7)");
+    connection.Run("DETACH alheio");
+    const auto database = Open(path, u"outra"_s);
+    QCOMPARE(database->OpenRecordset(u"SELECT a FROM T"_s)->Fields(0).Value().toInt(), 7);
+}
 
-    void NeverReadsADamagedPage() {
-        QStringList good;
-        Content(*session_.database, good);
-        QCOMPARE(good.size(), 602);
-        const QString path = file_.Folder() + "/dano.mdb"_L1;
-        const qsizetype pages = whole_.size() / PageSize;
-        QVERIFY(pages > 8);
-        for (qsizetype page = 0; page < pages; ++page) {
-            // Another place in each page; data, initialisation vector or HMAC, all count.
-            Write(path, Flipped(whole_, page * PageSize + 16 + page * 997 % (PageSize - 16)));
-            QStringList rows;
-            QString said;
-            try {
-                Content(*Open(path), rows);
-            } catch (const Erro& erro) {
-                QCOMPARE(erro.Number(), 3049);
-                said = erro.Description();
-            }
-            QVERIFY2(said.startsWith(u"O catálogo está danificado"_s),
-                     qPrintable(u"page %1 of %2"_s.arg(page + 1).arg(pages)));
-            QCOMPARE(rows, good.first(rows.size()));
-        }
-        Write(path, whole_.first(whole_.size() - 2 * PageSize));
+TEST(TestErrors, NeverReadsADamagedPage) {
+    QStringList good;
+    Content(*session_.database, good);
+    QCOMPARE(good.size(), 602);
+    const QString path = file_.Folder() + "/dano.mdb"_L1;
+    const qsizetype pages = whole_.size() / PageSize;
+    QVERIFY(pages > 8);
+    for (qsizetype page = 0; page < pages; ++page) {
+        // Another place in each page; data, initialisation vector or HMAC, all count.
+        Write(path, Flipped(whole_, page * PageSize + 16 + page * 997 % (PageSize - 16)));
         QStringList rows;
-        QCOMPARE(ErrorOf([&] { Content(*Open(path), rows); }), 3049);
-    }
-
-    // Of the dialect, or in the engine's own language below it.
-    void NumbersWhatTheEngineRefuses_data() {
-        const Table<QString, int, bool> row("sql", "number", "own");
-        const QString all = sys::ReadText(QStringLiteral(TARVO_DAO_CASES "/recusas.tsv"));
-        for (const QString& line : all.split(u'\n', Qt::SkipEmptyParts)) {
-            const QStringList cells = line.split(u'\t');
-            row(line.toUtf8(), cells.at(2), cells.at(0).toInt(), cells.at(1) == "engine"_L1);
+        QString said;
+        try {
+            Content(*Open(path), rows);
+        } catch (const Erro& erro) {
+            QCOMPARE(erro.Number(), 3049);
+            said = erro.Description();
         }
+        QVERIFY2(said.startsWith(u"O catálogo está danificado"_s),
+                 qPrintable(u"page %1 of %2"_s.arg(page + 1).arg(pages)));
+        QCOMPARE(rows, good.first(rows.size()));
     }
-    void NumbersWhatTheEngineRefuses() {
-        QFETCH(QString, sql);
-        QFETCH(bool, own);
+    Write(path, whole_.first(whole_.size() - 2 * PageSize));
+    QStringList rows;
+    QCOMPARE(ErrorOf([&] { Content(*Open(path), rows); }), 3049);
+}
+
+// Of the dialect, or in the engine's own language below it.
+TEST(TestErrors, NumbersWhatTheEngineRefuses) {
+    Each<QString, int, bool> row;
+    const QString all = sys::ReadText(QStringLiteral(TARVO_DAO_CASES "/recusas.tsv"));
+    for (const QString& line : all.split(u'\n', Qt::SkipEmptyParts)) {
+        const QStringList cells = line.split(u'\t');
+        row(line.toUtf8(), cells.at(2), cells.at(0).toInt(), cells.at(1) == "engine"_L1);
+    }
+    for (const auto& [sql, number, own] : row) {
         const auto session = file_.Open();
         Connection& connection = *session.database->GetConnection();
-        const auto number = [&] {
+        const auto refused = [&] {
             return ErrorOf([&] { own ? connection.Run(sql.toUtf8()) : session.Execute(sql); });
         };
-        QVERIFY(number() != 0);  // the lock's own file is not attached yet
+        QVERIFY(refused() != 0);  // the lock's own file is not attached yet
         QCOMPARE(session.Value("SELECT Count(*) FROM CONTROLETRAN"), u"1"_s);
-        QTEST(number(), "number");
+        QCOMPARE(refused(), number);
     }
+}
 
-    void ChangesAllRowsOrNone() {
-        const auto session = file_.Open();
-        const auto count = [&](const AnyText& where) {
-            return session.Value(u"SELECT Count(*) FROM PECA WHERE "_s + where).toInt();
-        };
-        QCOMPARE(ErrorOf([&] {
-                     session.Execute(
-                         "UPDATE PECA SET Codigo = Codigo + 1000, Ano = IIf(Codigo = 300, 1, "
-                         "1960)");
-                 }),
-                 3317);
-        QCOMPARE(count("Codigo > 1000"), 0);
-        session.Execute("UPDATE PECA SET Ano = 1970 WHERE Codigo <= 12");
-        QCOMPARE(session.database->RecordsAffected(), 12);
+TEST(TestErrors, ChangesAllRowsOrNone) {
+    const auto session = file_.Open();
+    const auto count = [&](const AnyText& where) {
+        return session.Value(u"SELECT Count(*) FROM PECA WHERE "_s + where).toInt();
+    };
+    QCOMPARE(ErrorOf([&] {
+                 session.Execute(
+                     "UPDATE PECA SET Codigo = Codigo + 1000, Ano = IIf(Codigo = 300, 1, "
+                     "1960)");
+             }),
+             3317);
+    QCOMPARE(count("Codigo > 1000"), 0);
+    session.Execute("UPDATE PECA SET Ano = 1970 WHERE Codigo <= 12");
+    QCOMPARE(session.database->RecordsAffected(), 12);
 
-        session.workspace->BeginTrans();
-        session.Execute("UPDATE PECA SET Ano = 1980");
-        QCOMPARE(count("Ano = 1980"), 301);
-        session.workspace->Rollback();
-        QCOMPARE(count("Ano = 1970"), 12);
-        QCOMPARE(ErrorOf([&] { session.workspace->CommitTrans(); }), 3034);
+    session.workspace->BeginTrans();
+    session.Execute("UPDATE PECA SET Ano = 1980");
+    QCOMPARE(count("Ano = 1980"), 301);
+    session.workspace->Rollback();
+    QCOMPARE(count("Ano = 1970"), 12);
+    QCOMPARE(ErrorOf([&] { session.workspace->CommitTrans(); }), 3034);
 
-        session.workspace->BeginTrans();
-        session.Execute("UPDATE PECA SET Ano = 1990");
-        session.workspace->Close();
-        QCOMPARE(ErrorOf([&] { count("Ano = 1990"); }), 3420);
-        QCOMPARE(session_.Value("SELECT Count(*) FROM PECA WHERE Ano = 1990"), u"0"_s);
-    }
+    session.workspace->BeginTrans();
+    session.Execute("UPDATE PECA SET Ano = 1990");
+    session.workspace->Close();
+    QCOMPARE(ErrorOf([&] { count("Ano = 1990"); }), 3420);
+    QCOMPARE(session_.Value("SELECT Count(*) FROM PECA WHERE Ano = 1990"), u"0"_s);
+}
 
-    void ReadsOnlyWhereAskedTo() {
-        const auto session = file_.Open(true);
-        QCOMPARE(session.Value("SELECT Count(*) FROM PECA"), u"301"_s);
-        QCOMPARE(ErrorOf([&] { session.Execute("DELETE FROM PECA"); }), 3027);
-    }
-};
-
-TARVO_TEST(TestErrors);
-#include "test_errors.moc"
+TEST(TestErrors, ReadsOnlyWhereAskedTo) {
+    const auto session = file_.Open(true);
+    QCOMPARE(session.Value("SELECT Count(*) FROM PECA"), u"301"_s);
+    QCOMPARE(ErrorOf([&] { session.Execute("DELETE FROM PECA"); }), 3027);
+}

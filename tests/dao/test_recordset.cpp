@@ -30,220 +30,210 @@ const QString NoItem = u"SELECT Codigo FROM ITEM WHERE Codigo = -5"_s;
 
 }  // namespace
 
-class TestRecordset : public QObject {
-    Q_OBJECT
-
-private:
+struct TestRecordset : Fixture {
     TestDatabase file_{Definition};
     TestDatabase::Session session_ = file_.Open();
 
     std::unique_ptr<Recordset> Open(const AnyText& sql, RecordsetType type = dbOpenSnapshot) {
         return session_.database->OpenRecordset(sql, type);
     }
+};
 
-private Q_SLOTS:
-    void ReadsNoMoreThanAskedFor() {
-        const auto rows = Open(AllItems);
-        QCOMPARE(rows->RecordCount(), 1);
-        QCOMPARE(rows->AbsolutePosition(), 0);
-        rows->MoveNext();
-        QCOMPARE(rows->RecordCount(), 2);
-        QCOMPARE(rows->ReadUpTo(100), 100);
-        QCOMPARE(rows->AbsolutePosition(), 1);
-        QVERIFY(!rows->IsComplete());
-        rows->SetAbsolutePosition(149);
-        QCOMPARE(rows->RecordCount(), 150);
-        rows->MoveLast();
-        QCOMPARE(rows->RecordCount(), Rows);
-        QCOMPARE(rows->AbsolutePosition(), Rows - 1);
-        QVERIFY(rows->IsComplete());
-        QVERIFY(!rows->Eof());
-        rows->MoveNext();
-        QVERIFY(rows->Eof());
-        QCOMPARE(rows->AbsolutePosition(), -1);
-        rows->SetAbsolutePosition(0);
-        QVERIFY(!rows->Eof());
-        QCOMPARE(rows->Fields(0).Value().toLongLong(), 1);
-    }
+TEST(TestRecordset, ReadsNoMoreThanAskedFor) {
+    const auto rows = Open(AllItems);
+    QCOMPARE(rows->RecordCount(), 1);
+    QCOMPARE(rows->AbsolutePosition(), 0);
+    rows->MoveNext();
+    QCOMPARE(rows->RecordCount(), 2);
+    QCOMPARE(rows->ReadUpTo(100), 100);
+    QCOMPARE(rows->AbsolutePosition(), 1);
+    QVERIFY(!rows->IsComplete());
+    rows->SetAbsolutePosition(149);
+    QCOMPARE(rows->RecordCount(), 150);
+    rows->MoveLast();
+    QCOMPARE(rows->RecordCount(), Rows);
+    QCOMPARE(rows->AbsolutePosition(), Rows - 1);
+    QVERIFY(rows->IsComplete());
+    QVERIFY(!rows->Eof());
+    rows->MoveNext();
+    QVERIFY(rows->Eof());
+    QCOMPARE(rows->AbsolutePosition(), -1);
+    rows->SetAbsolutePosition(0);
+    QVERIFY(!rows->Eof());
+    QCOMPARE(rows->Fields(0).Value().toLongLong(), 1);
+}
 
-    void KeepsValuesAsTheyAre() {
-        const auto rows = Open(AllItems);
-        QCOMPARE(rows->Fields(0).Value(), QVariant(qlonglong{1}));
-        QCOMPARE(rows->Fields(1).Value(), QVariant(QStringLiteral("Peça 1")));
-        QCOMPARE(rows->Fields(2).Value(), QVariant(0.5));
-        rows->SetAbsolutePosition(2);
-        QVERIFY(!rows->Fields(2).Value().isValid());
-        rows->SetAbsolutePosition(7);
-        QVERIFY(rows->Fields(1).Value().isValid());
-        rows->MoveLast();
-        QCOMPARE(rows->Text(2, 2), QString());
-        QCOMPARE(rows->Text(1, 2), u"1"_s);
-        QCOMPARE(rows->Text(6, 1), QString(1000, QChar(u'é')));
-        QCOMPARE(rows->Text(7, 1), QString());
-        for (qint64 row = 8; row < Rows; ++row) {
-            QCOMPARE(rows->Text(row, 1), u"Peça %1"_s.arg(row + 1));
-        }
-        QCOMPARE(ErrorOf([&] { rows->Text(Rows, 0); }), 9);
-        QCOMPARE(ErrorOf([&] { rows->Text(0, 3); }), 9);
+TEST(TestRecordset, KeepsValuesAsTheyAre) {
+    const auto rows = Open(AllItems);
+    QCOMPARE(rows->Fields(0).Value(), QVariant(qlonglong{1}));
+    QCOMPARE(rows->Fields(1).Value(), QVariant(QStringLiteral("Peça 1")));
+    QCOMPARE(rows->Fields(2).Value(), QVariant(0.5));
+    rows->SetAbsolutePosition(2);
+    QVERIFY(!rows->Fields(2).Value().isValid());
+    rows->SetAbsolutePosition(7);
+    QVERIFY(rows->Fields(1).Value().isValid());
+    rows->MoveLast();
+    QCOMPARE(rows->Text(2, 2), QString());
+    QCOMPARE(rows->Text(1, 2), u"1"_s);
+    QCOMPARE(rows->Text(6, 1), QString(1000, QChar(u'é')));
+    QCOMPARE(rows->Text(7, 1), QString());
+    for (qint64 row = 8; row < Rows; ++row) {
+        QCOMPARE(rows->Text(row, 1), u"Peça %1"_s.arg(row + 1));
     }
+    QCOMPARE(ErrorOf([&] { rows->Text(Rows, 0); }), 9);
+    QCOMPARE(ErrorOf([&] { rows->Text(0, 3); }), 9);
+}
 
-    void NamesFields() {
-        const auto rows = Open(AllItems);
-        QCOMPARE(rows->FieldCount(), 3);
-        QCOMPARE(rows->FieldIndex(u"Descricao"_s), 1);
-        QCOMPARE(rows->Fields(u"DESCRICAO"_s).Value().toString(), u"Peça 1"_s);
-        // Reads at the time of the call, not of its making.
-        const Field code = rows->Fields(u"codigo"_s);
-        rows->MoveNext();
-        QCOMPARE(code.Value().toLongLong(), 2);
-        QCOMPARE(ErrorOf([&] { rows->Fields(u"Nome"_s); }), 3265);
-        QCOMPARE(Open(NoItem)->FieldIndex(u"Codigo"_s), 0);
-    }
+TEST(TestRecordset, NamesFields) {
+    const auto rows = Open(AllItems);
+    QCOMPARE(rows->FieldCount(), 3);
+    QCOMPARE(rows->FieldIndex(u"Descricao"_s), 1);
+    QCOMPARE(rows->Fields(u"DESCRICAO"_s).Value().toString(), u"Peça 1"_s);
+    // Reads at the time of the call, not of its making.
+    const Field code = rows->Fields(u"codigo"_s);
+    rows->MoveNext();
+    QCOMPARE(code.Value().toLongLong(), 2);
+    QCOMPARE(ErrorOf([&] { rows->Fields(u"Nome"_s); }), 3265);
+    QCOMPARE(Open(NoItem)->FieldIndex(u"Codigo"_s), 0);
+}
 
-    void ForwardOnlyKeepsOneRow() {
-        const auto rows = Open(AllItems, dbOpenForwardOnly);
-        qint64 sum = 0;
-        for (; !rows->Eof(); rows->MoveNext()) {
-            sum += rows->Fields(0).Value().toLongLong();
-        }
-        QCOMPARE(sum, Rows * (Rows + 1) / 2);
-        QCOMPARE(rows->RecordCount(), Rows);
-        QCOMPARE(ErrorOf([&] { rows->Text(0, 0); }), 9);
+TEST(TestRecordset, ForwardOnlyKeepsOneRow) {
+    const auto rows = Open(AllItems, dbOpenForwardOnly);
+    qint64 sum = 0;
+    for (; !rows->Eof(); rows->MoveNext()) {
+        sum += rows->Fields(0).Value().toLongLong();
     }
+    QCOMPARE(sum, Rows * (Rows + 1) / 2);
+    QCOMPARE(rows->RecordCount(), Rows);
+    QCOMPARE(ErrorOf([&] { rows->Text(0, 0); }), 9);
+}
 
-    void FindsTheFirstMatch() {
-        const auto rows = Open(AllItems);
-        rows->FindFirst(u"Codigo = 40"_s);
-        QVERIFY(!rows->NoMatch());
-        QCOMPARE(rows->AbsolutePosition(), 39);
-        QCOMPARE(rows->RecordCount(), 40);  // read on no further than the match
-        rows->FindFirst(u"Descricao = 'Peça 3'"_s);
-        QCOMPARE(rows->AbsolutePosition(), 2);
-        rows->FindFirst(u"Codigo = -5"_s);
-        QVERIFY(rows->NoMatch());
-        QCOMPARE(rows->AbsolutePosition(), 2);
-        QVERIFY(rows->IsComplete());
-        const auto none = Open(NoItem);
-        none->FindFirst(u"Codigo = 1"_s);
-        QVERIFY(none->NoMatch());
-    }
+TEST(TestRecordset, FindsTheFirstMatch) {
+    const auto rows = Open(AllItems);
+    rows->FindFirst(u"Codigo = 40"_s);
+    QVERIFY(!rows->NoMatch());
+    QCOMPARE(rows->AbsolutePosition(), 39);
+    QCOMPARE(rows->RecordCount(), 40);  // read on no further than the match
+    rows->FindFirst(u"Descricao = 'Peça 3'"_s);
+    QCOMPARE(rows->AbsolutePosition(), 2);
+    rows->FindFirst(u"Codigo = -5"_s);
+    QVERIFY(rows->NoMatch());
+    QCOMPARE(rows->AbsolutePosition(), 2);
+    QVERIFY(rows->IsComplete());
+    const auto none = Open(NoItem);
+    none->FindFirst(u"Codigo = 1"_s);
+    QVERIFY(none->NoMatch());
+}
 
-    void BookmarksBelongToOneRecordset() {
-        const auto rows = Open(AllItems);
-        const auto others = Open(AllItems);
-        QVERIFY(!(rows->CurrentBookmark() == others->CurrentBookmark()));
-        rows->SetAbsolutePosition(9);
-        const Bookmark tenth = rows->CurrentBookmark();
-        rows->MoveLast();
-        QVERIFY(rows->CurrentBookmark() != tenth);
-        rows->SetAbsolutePosition(9);
-        QVERIFY(rows->CurrentBookmark() == tenth);
-        others->SetAbsolutePosition(9);
-        QVERIFY(others->CurrentBookmark() != tenth);
-    }
+TEST(TestRecordset, BookmarksBelongToOneRecordset) {
+    const auto rows = Open(AllItems);
+    const auto others = Open(AllItems);
+    QVERIFY(!(rows->CurrentBookmark() == others->CurrentBookmark()));
+    rows->SetAbsolutePosition(9);
+    const Bookmark tenth = rows->CurrentBookmark();
+    rows->MoveLast();
+    QVERIFY(rows->CurrentBookmark() != tenth);
+    rows->SetAbsolutePosition(9);
+    QVERIFY(rows->CurrentBookmark() == tenth);
+    others->SetAbsolutePosition(9);
+    QVERIFY(others->CurrentBookmark() != tenth);
+}
 
-    void TellsTheGridOfRowsAndMoves() {
-        const auto rows = Open(AllItems);
-        QSignalSpy read(rows.get(), &Recordset::RowsRead);
-        QSignalSpy moved(rows.get(), &Recordset::CurrentChanged);
-        qint64 next = 0;
-        while (!rows->ReadFor(std::chrono::microseconds(200))) {
-        }
-        rows->MoveLast();
-        for (const QList<QVariant>& call : read) {
-            QCOMPARE(call.at(0).toLongLong(), next);
-            next = call.at(1).toLongLong() + 1;
-        }
-        QCOMPARE(next, Rows);
-        QCOMPARE(moved.count(), 1);
-        rows->MoveLast();
-        QCOMPARE(moved.count(), 1);
+TEST(TestRecordset, TellsTheGridOfRowsAndMoves) {
+    const auto rows = Open(AllItems);
+    QSignalSpy read(rows.get(), &Recordset::RowsRead);
+    QSignalSpy moved(rows.get(), &Recordset::CurrentChanged);
+    qint64 next = 0;
+    while (!rows->ReadFor(std::chrono::microseconds(200))) {
     }
+    rows->MoveLast();
+    for (const QList<QVariant>& call : read) {
+        QCOMPARE(call.at(0).toLongLong(), next);
+        next = call.at(1).toLongLong() + 1;
+    }
+    QCOMPARE(next, Rows);
+    QCOMPARE(moved.count(), 1);
+    rows->MoveLast();
+    QCOMPARE(moved.count(), 1);
+}
 
-    void RefusesWhatCannotBe_data() {
-        using Use = std::function<void(Recordset&)>;
-        const Table<Use, int, int> row("use", "empty", "forward");
-        row("value", Use([](auto& r) { r.Fields(0).Value(); }), 3021, 0);
-        row("bookmark", Use([](auto& r) { r.CurrentBookmark(); }), 3021, 0);
-        row("next", Use([](auto& r) { r.MoveNext(); }), 3021, 0);
-        row("last", Use([](auto& r) { r.MoveLast(); }), 3021, 3219);
-        row("position", Use([](auto& r) { r.SetAbsolutePosition(0); }), 3021, 3219);
-        row("find", Use([](auto& r) { r.FindFirst(u"Codigo = 3"_s); }), 0, 3219);
-        row("read up to", Use([](auto& r) { r.ReadUpTo(3); }), 0, 3219);
-        row("read in time", Use([](auto& r) { r.ReadUpTo(3, Budget); }), 0, 3219);
-        row("read for", Use([](auto& r) { r.ReadFor(Budget); }), 0, 3219);
-        row("end", Use([](auto& r) { r.Eof(); }), 0, 0);
-        row("count", Use([](auto& r) { r.RecordCount(); }), 0, 0);
-        row("place", Use([](auto& r) { r.AbsolutePosition(); }), 0, 0);
-        row("complete", Use([](auto& r) { r.IsComplete(); }), 0, 0);
-        row("text", Use([](auto& r) { r.Text(0, 0); }), 9, 0);
-        row("value of a row", Use([](auto& r) { r.Value(0, 0); }), 9, 0);
-        row("no such field", Use([](auto& r) { r.Fields(-1); }), 3265, 3265);
-        row("behind the fields", Use([](auto& r) { r.Fields(1); }), 3265, 3265);
-    }
-    void RefusesWhatCannotBe() {
-        QFETCH(std::function<void(Recordset&)>, use);
+TEST(TestRecordset, RefusesWhatCannotBe) {
+    using Use = std::function<void(Recordset&)>;
+    for (const auto& [use, onEmpty, onForward] : Each<Use, int, int>{
+             {"value", Use([](auto& r) { r.Fields(0).Value(); }), 3021, 0},
+             {"bookmark", Use([](auto& r) { r.CurrentBookmark(); }), 3021, 0},
+             {"next", Use([](auto& r) { r.MoveNext(); }), 3021, 0},
+             {"last", Use([](auto& r) { r.MoveLast(); }), 3021, 3219},
+             {"position", Use([](auto& r) { r.SetAbsolutePosition(0); }), 3021, 3219},
+             {"find", Use([](auto& r) { r.FindFirst(u"Codigo = 3"_s); }), 0, 3219},
+             {"read up to", Use([](auto& r) { r.ReadUpTo(3); }), 0, 3219},
+             {"read in time", Use([](auto& r) { r.ReadUpTo(3, Budget); }), 0, 3219},
+             {"read for", Use([](auto& r) { r.ReadFor(Budget); }), 0, 3219},
+             {"end", Use([](auto& r) { r.Eof(); }), 0, 0},
+             {"count", Use([](auto& r) { r.RecordCount(); }), 0, 0},
+             {"place", Use([](auto& r) { r.AbsolutePosition(); }), 0, 0},
+             {"complete", Use([](auto& r) { r.IsComplete(); }), 0, 0},
+             {"text", Use([](auto& r) { r.Text(0, 0); }), 9, 0},
+             {"value of a row", Use([](auto& r) { r.Value(0, 0); }), 9, 0},
+             {"no such field", Use([](auto& r) { r.Fields(-1); }), 3265, 3265},
+             {"behind the fields", Use([](auto& r) { r.Fields(1); }), 3265, 3265},
+         }) {
         const auto empty = Open(NoItem);
         QVERIFY(empty->Eof());
-        QTEST(ErrorOf([&] { use(*empty); }), "empty");
+        QCOMPARE(ErrorOf([&] { use(*empty); }), onEmpty);
         empty->Close();
         QCOMPARE(ErrorOf([&] { use(*empty); }), 3420);
         const auto forward = Open("SELECT Codigo FROM ITEM", dbOpenForwardOnly);
-        QTEST(ErrorOf([&] { use(*forward); }), "forward");
+        QCOMPARE(ErrorOf([&] { use(*forward); }), onForward);
     }
+}
 
-    void OutlivesItsDatabase() {
-        auto other = file_.Open();
-        const auto rows = other.database->OpenRecordset(AllItems);
-        rows->ReadUpTo(10);
-        other.database->Close();
-        QCOMPARE(rows->Text(9, 1), u"Peça 10"_s);  // a grid may still paint it
-        QVERIFY(rows->ReadFor(std::chrono::microseconds(100)));
-        QCOMPARE(ErrorOf([&] { rows->MoveLast(); }), 3420);
-        QCOMPARE(ErrorOf([&] { other.database->OpenRecordset(AllItems); }), 3420);
+TEST(TestRecordset, OutlivesItsDatabase) {
+    auto other = file_.Open();
+    const auto rows = other.database->OpenRecordset(AllItems);
+    rows->ReadUpTo(10);
+    other.database->Close();
+    QCOMPARE(rows->Text(9, 1), u"Peça 10"_s);  // a grid may still paint it
+    QVERIFY(rows->ReadFor(std::chrono::microseconds(100)));
+    QCOMPARE(ErrorOf([&] { rows->MoveLast(); }), 3420);
+    QCOMPARE(ErrorOf([&] { other.database->OpenRecordset(AllItems); }), 3420);
+}
+
+TEST(TestRecordset, JoinsStatementsAndDropsFlaggedRows) {
+    sql::Translation query;
+    query.statements = {"SELECT Codigo, Codigo % 2 FROM ITEM WHERE Codigo <= 4 ORDER BY 1",
+                        "SELECT Codigo, NULL FROM ITEM WHERE Codigo = 5",
+                        "SELECT Codigo, 1, -Codigo FROM ITEM WHERE Codigo IN (6, 7) ORDER BY 3"};
+    query.resultColumns = 1;
+    RowStore store;
+    const auto connection = session_.database->GetConnection();
+    RowReader reader(connection, query, store);
+    reader.Read(1);
+    QCOMPARE(reader.Columns(), List("Codigo"));
+    // The lock is held from one statement to the next.
+    auto other = file_.Open();
+    Connection& writer = *other.database->GetConnection();
+    writer.SetBusyTimeout(std::chrono::milliseconds(0));
+    reader.Read(2);
+    QCOMPARE(ErrorOf([&] { writer.Run("DELETE FROM ITEM WHERE Codigo = 7"); }), 3260);
+    reader.Read(9);
+    QVERIFY(reader.Done());
+    QCOMPARE(ErrorOf([&] { writer.Run("UPDATE ITEM SET Codigo = Codigo WHERE Codigo = 7"); }), 0);
+    QStringList codes;
+    for (qint64 row = 0; row < store.Rows(); ++row) {
+        codes.append(store.Text(row, 0));
     }
+    QCOMPARE(codes.join(u' '), u"1 3 7 6"_s);
+}
 
-    void JoinsStatementsAndDropsFlaggedRows() {
-        sql::Translation query;
-        query.statements = {
-            "SELECT Codigo, Codigo % 2 FROM ITEM WHERE Codigo <= 4 ORDER BY 1",
-            "SELECT Codigo, NULL FROM ITEM WHERE Codigo = 5",
-            "SELECT Codigo, 1, -Codigo FROM ITEM WHERE Codigo IN (6, 7) ORDER BY 3"};
-        query.resultColumns = 1;
-        RowStore store;
-        const auto connection = session_.database->GetConnection();
-        RowReader reader(connection, query, store);
-        reader.Read(1);
-        QCOMPARE(reader.Columns(), List("Codigo"));
-        // The lock is held from one statement to the next.
-        auto other = file_.Open();
-        Connection& writer = *other.database->GetConnection();
-        writer.SetBusyTimeout(std::chrono::milliseconds(0));
-        reader.Read(2);
-        QCOMPARE(ErrorOf([&] { writer.Run("DELETE FROM ITEM WHERE Codigo = 7"); }), 3260);
-        reader.Read(9);
-        QVERIFY(reader.Done());
-        QCOMPARE(ErrorOf([&] { writer.Run("UPDATE ITEM SET Codigo = Codigo WHERE Codigo = 7"); }),
-                 0);
-        QStringList codes;
-        for (qint64 row = 0; row < store.Rows(); ++row) {
-            codes.append(store.Text(row, 0));
-        }
-        QCOMPARE(codes.join(u' '), u"1 3 7 6"_s);
-    }
-
-    // A long way without a result must not keep the window from its events.
-    void GivesBackTheThreadBetweenFlaggedRows() {
-        sql::Translation query;
-        query.statements = {"SELECT a.Codigo, 0 FROM ITEM a, ITEM b"};
-        query.resultColumns = 1;
-        RowStore store;
-        RowReader reader(session_.database->GetConnection(), query, store);
-        reader.Read(1, Connection::Clock::now() + std::chrono::milliseconds(2));
-        QVERIFY(!reader.Done());
-        QCOMPARE(store.Rows(), 0);
-    }
-};
-
-TARVO_TEST(TestRecordset);
-#include "test_recordset.moc"
+// A long way without a result must not keep the window from its events.
+TEST(TestRecordset, GivesBackTheThreadBetweenFlaggedRows) {
+    sql::Translation query;
+    query.statements = {"SELECT a.Codigo, 0 FROM ITEM a, ITEM b"};
+    query.resultColumns = 1;
+    RowStore store;
+    RowReader reader(session_.database->GetConnection(), query, store);
+    reader.Read(1, Connection::Clock::now() + std::chrono::milliseconds(2));
+    QVERIFY(!reader.Done());
+    QCOMPARE(store.Rows(), 0);
+}

@@ -8,9 +8,7 @@
 #include "support/test.h"
 #include "tabelas/dates.h"
 
-class TestExportar : public QObject {
-    Q_OBJECT
-
+struct TestExportar : Fixture {
     std::unique_ptr<CatalogoDeTeste> catalogo_;
     std::unique_ptr<QTemporaryDir> root_;
 
@@ -20,117 +18,109 @@ class TestExportar : public QObject {
         exportar::Export(data, folder, progress);
     }
 
-private Q_SLOTS:
-    void init() {
+    void init() override {
         catalogo_ = std::make_unique<CatalogoDeTeste>();
         root_ = std::make_unique<QTemporaryDir>();
         catalogo_->Executar(LinhasDePesquisa() + LinhasDePecas());
     }
-    void cleanup() {
+    void cleanup() override {
         catalogo_.reset();
         root_.reset();
     }
+};
 
-    void ExportImportExport() {
-        // Whatever a spreadsheet or a reader could take for something else.
-        gDB->GetConnection()->Run(
-            "UPDATE PECA SET DescricaoPeca = '=1+1;\"x\"' || char(10) || ' y ' WHERE CodigoPeca = "
-            "1;"
-            "UPDATE PECA SET DescricaoPeca = '-12,5' WHERE CodigoPeca = 2;"
-            "INSERT INTO FIGURA VALUES (7, '#1 a.png'), (8, 'b.png');"
-            "INSERT INTO FIGURADETALHADA VALUES (7, 2, '  12a', -16, 20.100000381469727), "
-            "(7, 1, '   1', 0.1, 1e-7);"
-            "UPDATE PECA SET CodigoFigura = 7 WHERE CodigoPeca = 1;"
-            "UPDATE PECA_COMPONENTE SET QuantidadeComponente = 1234567.5 WHERE CodigoPeca = 1 AND "
-            "ItemComponente = '   2';"
-            "UPDATE CLIENTECONCORRENTE SET DescricaoClienteConcorrente = '@ \"A\"''s, B; C';"
-            "UPDATE CODIGOCLIENTECONCORRENTE SET CodigoClienteConcorrente = 9;"
-            "UPDATE UMREGISTRO SET DataEmissao = 46086, ComplementoDataEmissao = ' +A', "
-            "DataUltimaVerificacao = 46086.604166666664, FlagErroUltimaVerificacao = 1, "
-            "UrlAtualizacao = 'http://a.example/;', Versao = 32767, VersaoAnterior = -1");
-        QStringList shown;
-        QStringList stages;
-        tabelas::Progress progress([&shown](const QString& line) { shown += line; });
-        for (const auto& [file, rows] : exportar::Export(catalogo_->Pasta(), In("um"), progress)) {
-            QCOMPARE(Valor(u"SELECT Count(*) FROM "_s + file.chopped(4)), QString::number(rows));
-            stages += file;
-        }
-        QCOMPARE(shown, stages << u"Gravação"_s);
-        const auto outcome = importar::Import({In("um"), In("dados")}, progress);
-        QCOMPARE(outcome.refusedExamples, QStringList());
-        Export(In("dados"), In("dois"));
-        const QStringList files = QDir(In("um")).entryList(QDir::Files);
-        QCOMPARE(files.size(), 14);
-        for (const QString& file : files) {
-            QCOMPARE(sys::ReadBytes(In("dois/") + file), sys::ReadBytes(In("um/") + file));
-        }
-        const QString parts = sys::ReadText(In("um/PECA.csv"));
-        QVERIFY2(parts.startsWith(u"CodigoPeca;NumeroTarvoPeca;DescricaoPeca;ArquivoFotoPeca;"
-                                  "CodigoFotoPecaPesquisa;CodigoFigura\r\n1;"_s) &&
-                     parts.contains(u";\"'=1+1;\"\"x\"\"\n y \";"_s) &&
-                     parts.contains(u";-12,5;"_s),
-                 qPrintable(parts));
-        QVERIFY(sys::ReadText(In("um/FIGURADETALHADA.csv"))
-                    .endsWith(u"7;1;1;0,1;0,0000001\r\n7;2;12a;-16;20,100000381469727\r\n"_s));
-        QVERIFY(
-            sys::ReadText(In("um/UMREGISTRO.csv"))
+TEST(TestExportar, ExportImportExport) {
+    // Whatever a spreadsheet or a reader could take for something else.
+    gDB->GetConnection()->Run(
+        "UPDATE PECA SET DescricaoPeca = '=1+1;\"x\"' || char(10) || ' y ' WHERE CodigoPeca = "
+        "1;"
+        "UPDATE PECA SET DescricaoPeca = '-12,5' WHERE CodigoPeca = 2;"
+        "INSERT INTO FIGURA VALUES (7, '#1 a.png'), (8, 'b.png');"
+        "INSERT INTO FIGURADETALHADA VALUES (7, 2, '  12a', -16, 20.100000381469727), "
+        "(7, 1, '   1', 0.1, 1e-7);"
+        "UPDATE PECA SET CodigoFigura = 7 WHERE CodigoPeca = 1;"
+        "UPDATE PECA_COMPONENTE SET QuantidadeComponente = 1234567.5 WHERE CodigoPeca = 1 AND "
+        "ItemComponente = '   2';"
+        "UPDATE CLIENTECONCORRENTE SET DescricaoClienteConcorrente = '@ \"A\"''s, B; C';"
+        "UPDATE CODIGOCLIENTECONCORRENTE SET CodigoClienteConcorrente = 9;"
+        "UPDATE UMREGISTRO SET DataEmissao = 46086, ComplementoDataEmissao = ' +A', "
+        "DataUltimaVerificacao = 46086.604166666664, FlagErroUltimaVerificacao = 1, "
+        "UrlAtualizacao = 'http://a.example/;', Versao = 32767, VersaoAnterior = -1");
+    QStringList shown;
+    QStringList stages;
+    tabelas::Progress progress([&shown](const QString& line) { shown += line; });
+    for (const auto& [file, rows] : exportar::Export(catalogo_->Pasta(), In("um"), progress)) {
+        QCOMPARE(Valor(u"SELECT Count(*) FROM "_s + file.chopped(4)), QString::number(rows));
+        stages += file;
+    }
+    QCOMPARE(shown, stages << u"Gravação"_s);
+    const auto outcome = importar::Import({In("um"), In("dados")}, progress);
+    QCOMPARE(outcome.refusedExamples, QStringList());
+    Export(In("dados"), In("dois"));
+    const QStringList files = QDir(In("um")).entryList(QDir::Files);
+    QCOMPARE(files.size(), 14);
+    for (const QString& file : files) {
+        QCOMPARE(sys::ReadBytes(In("dois/") + file), sys::ReadBytes(In("um/") + file));
+    }
+    const QString parts = sys::ReadText(In("um/PECA.csv"));
+    QVERIFY2(parts.startsWith(u"CodigoPeca;NumeroTarvoPeca;DescricaoPeca;ArquivoFotoPeca;"
+                              "CodigoFotoPecaPesquisa;CodigoFigura\r\n1;"_s) &&
+                 parts.contains(u";\"'=1+1;\"\"x\"\"\n y \";"_s) && parts.contains(u";-12,5;"_s),
+             qPrintable(parts));
+    QVERIFY(sys::ReadText(In("um/FIGURADETALHADA.csv"))
+                .endsWith(u"7;1;1;0,1;0,0000001\r\n7;2;12a;-16;20,100000381469727\r\n"_s));
+    QVERIFY(sys::ReadText(In("um/UMREGISTRO.csv"))
                 .endsWith(u"\r\n05/03/2026;\" +A\";05/03/2026 14:30:00;1;\"http://a.example/;\";"
                           "32767;-1\r\n"_s));
-    }
+}
 
-    void Dates_data() {
-        const Table<double, QString> row("serial", "text");
-        row("day", 46086, "05/03/2026");
-        row("second", 46086.25, "05/03/2026 06:00:00");
-        row("between seconds", 46086.250001, "46086,250001");
-        row("before the first", -1.25, "29/12/1899 06:00:00");
-        row("an hour that summer time skips", 41196 + 1.0 / 48, "14/10/2012 00:30:00");
-    }
-    void Dates() {
-        QFETCH(double, serial);
-        QFETCH(QString, text);
+TEST(TestExportar, Dates) {
+    for (const auto& [serial, text] : Each<double, QString>{
+             {"day", 46086, "05/03/2026"},
+             {"second", 46086.25, "05/03/2026 06:00:00"},
+             {"between seconds", 46086.250001, "46086,250001"},
+             {"before the first", -1.25, "29/12/1899 06:00:00"},
+             {"an hour that summer time skips", 41196 + 1.0 / 48, "14/10/2012 00:30:00"},
+         }) {
         QCOMPARE(tabelas::FormatDate(serial), text);
         QCOMPARE(tabelas::FormatDate(tabelas::ParseDate(text).value_or(0)), text);
     }
-    void NoDates() {
-        for (const AnyText wrong : {"", "31/02/2026", "5/3/26", "05/03/2026 25:00", "x",
-                                    "05/03/2026 06:00:00 7", "9e9"}) {
-            QVERIFY2(!tabelas::ParseDate(wrong), qPrintable(wrong));
-        }
-    }
+}
 
-    // The real program: one that has no catalogue, places that cannot take the files.
-    void TheProgram() {
-        const auto run = [](const AnyTexts& arguments) {
-            return SaidBy(QStringLiteral(TARVO_EXPORTAR), arguments);
-        };
-        QVERIFY(run({}).startsWith(u"2 Uso: "_s));
-        QVERIFY(run({catalogo_->Pasta(), In("um"), "--nada"}).startsWith(u"2 Uso: "_s));
-        const QString none = run({root_->path(), In("um")});
-        QVERIFY2(none.startsWith(u"2 tarvo-exportar: Não há catálogo"_s), qPrintable(none));
-        Write(In("velho/Tarvo.mdb"), QByteArray(1000, 'x'));
-        QVERIFY(run({In("velho"), In("um")}).contains(u"não é um catálogo"_s));
-        const QString made = run({catalogo_->Pasta(), In("um")});
-        QVERIFY2(made.startsWith(u"0 "_s) && made.contains(u"PECA.csv"_s), qPrintable(made));
-        QVERIFY(run({catalogo_->Pasta(), In("um")}).contains(u"não é uma pasta vazia"_s));
-        QCOMPARE(
-            QDir(root_->path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
-            List("um", "velho"));
+TEST(TestExportar, NoDates) {
+    for (const AnyText wrong :
+         {"", "31/02/2026", "5/3/26", "05/03/2026 25:00", "x", "05/03/2026 06:00:00 7", "9e9"}) {
+        QVERIFY2(!tabelas::ParseDate(wrong), qPrintable(wrong));
     }
+}
 
-    void FullDisk() {
-        const QString output =
-            SaidAlone(u"mount -t tmpfs -o size=24k t '%1' && '%2' '%3' '%1/um'"_s.arg(
-                          root_->path(), QStringLiteral(TARVO_EXPORTAR), catalogo_->Pasta()),
-                      root_->path());
-        if (output.isEmpty()) {
-            QSKIP("no disk of one's own to be had here");
-        }
-        QVERIFY2(output.contains(u"isco cheio"_s) && output.endsWith(u"\n 2\n"_s),
-                 qPrintable(output));
+// The real program: one that has no catalogue, places that cannot take the files.
+TEST(TestExportar, TheProgram) {
+    const auto run = [](const AnyTexts& arguments) {
+        return SaidBy(QStringLiteral(TARVO_EXPORTAR), arguments);
+    };
+    QVERIFY(run({}).startsWith(u"2 Uso: "_s));
+    QVERIFY(run({catalogo_->Pasta(), In("um"), "--nada"}).startsWith(u"2 Uso: "_s));
+    const QString none = run({root_->path(), In("um")});
+    QVERIFY2(none.startsWith(u"2 tarvo-exportar: Não há catálogo"_s), qPrintable(none));
+    Write(In("velho/Tarvo.mdb"), QByteArray(1000, 'x'));
+    QVERIFY(run({In("velho"), In("um")}).contains(u"não é um catálogo"_s));
+    const QString made = run({catalogo_->Pasta(), In("um")});
+    QVERIFY2(made.startsWith(u"0 "_s) && made.contains(u"PECA.csv"_s), qPrintable(made));
+    QVERIFY(run({catalogo_->Pasta(), In("um")}).contains(u"não é uma pasta vazia"_s));
+    QCOMPARE(QDir(root_->path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+             List("um", "velho"));
+}
+
+TEST(TestExportar, FullDisk) {
+    const QString output =
+        SaidAlone(u"mount -t tmpfs -o size=24k t '%1' && '%2' '%3' '%1/um'"_s.arg(
+                      root_->path(), QStringLiteral(TARVO_EXPORTAR), catalogo_->Pasta()),
+                  root_->path());
+    if (output.isEmpty()) {
+        QSKIP("no disk of one's own to be had here");
     }
-};
+    QVERIFY2(output.contains(u"isco cheio"_s) && output.endsWith(u"\n 2\n"_s), qPrintable(output));
+}
 
 TARVO_FULL_KEYS;
-TARVO_TEST(TestExportar);
-#include "test_exportar.moc"

@@ -4,84 +4,77 @@
 
 #include <QAccessible>
 
-class TestCarga : public QObject {
-    Q_OBJECT
-
+struct TestCarga : Fixture {
     std::unique_ptr<Mao> mao_;
 
-private Q_SLOTS:
-    void init() { mao_ = std::make_unique<Mao>(); }
-    void cleanup() { mao_.reset(); }
+    void init() override { mao_ = std::make_unique<Mao>(); }
+    void cleanup() override { mao_.reset(); }
+};
 
-    void numbersStandWhereTheRowsSay() {
-        mao_->AbrirFigura();
-        QStringList itens;
-        for (const ItemFigura* item : Itens()) {
-            itens +=
-                u"%1 %2,%3 %4"_s.arg(item->Caption()).arg(item->x()).arg(item->y()).arg(item->Tag);
-            QCOMPARE(item->size(), QSize(33, 13));
-        }
-        QCOMPARE(itens, List("   1 66,127 ", "   2 166,177 ", "   2 366,187 ",
-                             "  12a 266,227 .1,.2,", " 100 466,227 .2,", "  77 116,427 "));
-        QCOMPARE(Rotulo(Figura, "lblInf"),
-                 u"Peça: Válvula relé"_s + QString(15, u' ') + u"Nº Tarvo: 12002"_s);
-        QCOMPARE(Achar(Figura, "imgFigura(1)")->geometry(), QRect(66, 127, 500, 340));
-        QVERIFY(!Achar(Figura, "imgFigura(0)")->isVisible());
-        QVERIFY(!Marcador()->isVisible());
+TEST(TestCarga, numbersStandWhereTheRowsSay) {
+    mao_->AbrirFigura();
+    QStringList itens;
+    for (const ItemFigura* item : Itens()) {
+        itens += u"%1 %2,%3 %4"_s.arg(item->Caption()).arg(item->x()).arg(item->y()).arg(item->Tag);
+        QCOMPARE(item->size(), QSize(33, 13));
     }
+    QCOMPARE(itens, List("   1 66,127 ", "   2 166,177 ", "   2 366,187 ", "  12a 266,227 .1,.2,",
+                         " 100 466,227 .2,", "  77 116,427 "));
+    QCOMPARE(Rotulo(Figura, "lblInf"),
+             u"Peça: Válvula relé"_s + QString(15, u' ') + u"Nº Tarvo: 12002"_s);
+    QCOMPARE(Achar(Figura, "imgFigura(1)")->geometry(), QRect(66, 127, 500, 340));
+    QVERIFY(!Achar(Figura, "imgFigura(0)")->isVisible());
+    QVERIFY(!Marcador()->isVisible());
+}
 
-    // The first row names the picture; without rows there is none.
-    void laterRowsDoNotChangeThePicture() {
-        // A table in the view's place: there a part's rows may differ in their file.
-        mao_->catalogo.Executar(
-            {"DROP VIEW FIGURADETALHADA1",
-             "CREATE TABLE FIGURADETALHADA1 (CodigoFiguraDetalhada LONG, CodigoPeca LONG, "
-             "ItemComponente TEXT(5), ArquivoFigura TEXT(50), LLeft LONG, TTop LONG)",
-             "INSERT INTO FIGURADETALHADA1 VALUES (8, 1, '5', 'no.png', 9, 9)",
-             "INSERT INTO FIGURADETALHADA1 VALUES (3, 1, '4', 'fig1.png', 1, 1)"});
-        mao_->AbrirFigura();
-        QCOMPARE(Itens().size(), 2);
-        QCOMPARE(Achar(Figura, "imgFigura(1)")->size(), QSize(500, 340));
-        mao_->catalogo.Executar({"DELETE FROM FIGURADETALHADA1"});
-        forms::Form::Find(Figura)->Unload();
-        UnicaInstancia<frmFiguraDetalhada>().Show();
-        QCOMPARE(Itens().size(), 0);
-        QCOMPARE(mao_->Caixas(), QStringList());
-    }
+// The first row names the picture; without rows there is none.
+TEST(TestCarga, laterRowsDoNotChangeThePicture) {
+    // A table in the view's place: there a part's rows may differ in their file.
+    mao_->catalogo.Executar(
+        {"DROP VIEW FIGURADETALHADA1",
+         "CREATE TABLE FIGURADETALHADA1 (CodigoFiguraDetalhada LONG, CodigoPeca LONG, "
+         "ItemComponente TEXT(5), ArquivoFigura TEXT(50), LLeft LONG, TTop LONG)",
+         "INSERT INTO FIGURADETALHADA1 VALUES (8, 1, '5', 'no.png', 9, 9)",
+         "INSERT INTO FIGURADETALHADA1 VALUES (3, 1, '4', 'fig1.png', 1, 1)"});
+    mao_->AbrirFigura();
+    QCOMPARE(Itens().size(), 2);
+    QCOMPARE(Achar(Figura, "imgFigura(1)")->size(), QSize(500, 340));
+    mao_->catalogo.Executar({"DELETE FROM FIGURADETALHADA1"});
+    forms::Form::Find(Figura)->Unload();
+    UnicaInstancia<frmFiguraDetalhada>().Show();
+    QCOMPARE(Itens().size(), 0);
+    QCOMPARE(mao_->Caixas(), QStringList());
+}
 
-    void rowsThatDoNotFitAreErrors_data() {
-        const Table<QString, int> row("mudanca", "erro");
-        row("last code", "CodigoFiguraDetalhada = 32767", 0);
-        row("code beyond 16 bits", "CodigoFiguraDetalhada = 32768", 6);
-        row("no left", "LLeft = NULL", 94);
-        row("no top", "TTop = NULL", 94);
-        row("no item", "ItemComponente = NULL", 94);
-        row("far left", "LLeft = 2147483647", 6);
-    }
-    void rowsThatDoNotFitAreErrors() {
-        QFETCH(QString, mudanca);
+TEST(TestCarga, rowsThatDoNotFitAreErrors) {
+    for (const auto& [mudanca, erro] : Each<QString, int>{
+             {"last code", "CodigoFiguraDetalhada = 32767", 0},
+             {"code beyond 16 bits", "CodigoFiguraDetalhada = 32768", 6},
+             {"no left", "LLeft = NULL", 94},
+             {"no top", "TTop = NULL", 94},
+             {"no item", "ItemComponente = NULL", 94},
+             {"far left", "LLeft = 2147483647", 6},
+         }) {
         mao_->catalogo.Executar({u"UPDATE FIGURADETALHADA SET "_s + mudanca +
                                  u" WHERE CodigoFigura = 1 AND CodigoFiguraDetalhada = 9"_s});
         gCodigoPeca = 1;
-        QTEST(ErrorOf([] { UnicaInstancia<frmFiguraDetalhada>().Show(); }), "erro");
+        QCOMPARE(ErrorOf([] { UnicaInstancia<frmFiguraDetalhada>().Show(); }), erro);
     }
+}
 
-    void picturesOfAnyKind_data() {
-        // Without a size in the file there is no picture.
-        const Table<QString, QSize, QSize> row("nome", "tamanho", "visto");
-        row("none", {}, QSize(), QSize(0, 0));
-        row("missing", "nada.png", QSize(), QSize(0, 0));
-        row("folder", "..\\Figuras", QSize(), QSize(0, 0));
-        row("no picture", "texto.png", QSize(), QSize(0, 0));
-        row("bitmap", "figura.bmp", QSize(582, 343), QSize(582, 343));
-        row("beyond the frame", "maior.png", QSize(640, 400), QSize(640, 400));
-        row("beyond the window", "jan.png", QSize(900, 700), QSize(734, 473));
-        row("very wide", "larga.png", QSize(20000, 300), QSize(734, 300));
-        row("other case", "FIGURA.JPG", QSize(90, 70), QSize(90, 70));
-    }
-    void picturesOfAnyKind() {
-        QFETCH(QString, nome);
-        QFETCH(QSize, tamanho);
+TEST(TestCarga, picturesOfAnyKind) {
+    // Without a size in the file there is no picture.
+    for (const auto& [nome, tamanho, visto] : Each<QString, QSize, QSize>{
+             {"none", {}, QSize(), QSize(0, 0)},
+             {"missing", "nada.png", QSize(), QSize(0, 0)},
+             {"folder", "..\\Figuras", QSize(), QSize(0, 0)},
+             {"no picture", "texto.png", QSize(), QSize(0, 0)},
+             {"bitmap", "figura.bmp", QSize(582, 343), QSize(582, 343)},
+             {"beyond the frame", "maior.png", QSize(640, 400), QSize(640, 400)},
+             {"beyond the window", "jan.png", QSize(900, 700), QSize(734, 473)},
+             {"very wide", "larga.png", QSize(20000, 300), QSize(734, 300)},
+             {"other case", "FIGURA.JPG", QSize(90, 70), QSize(90, 70)},
+         }) {
         if (tamanho.isValid()) {
             mao_->GravarFigura(nome.toLower(), tamanho);
         } else if (nome == u"texto.png") {
@@ -90,36 +83,33 @@ private Q_SLOTS:
         mao_->catalogo.Executar({u"UPDATE FIGURA SET ArquivoFigura = '"_s + nome + u'\''});
         mao_->AbrirFigura();
         QCOMPARE(mao_->Caixas(), QStringList());
-        QTEST(Achar(Figura, "imgFigura(1)")->size(), "visto");
+        QCOMPARE(Achar(Figura, "imgFigura(1)")->size(), visto);
         Passar(1);
         QCOMPARE(Acesos(), u"1:15"_s);
     }
+}
 
-    void noPictureHidesAButton() {
-        mao_->GravarFigura("fig1.png", {900, 700});
-        mao_->AbrirFigura();
-        forms::Form* tela = forms::Form::Find(Figura);
-        const QImage imagem = tela->grab().toImage();
-        const QPoint canto = tela->Picture()->mapTo(tela, QPoint());
-        QCOMPARE(imagem.pixelColor(canto + QPoint(660, 580)), QColor(Qt::yellow));
-        for (const QPoint botao : {QPoint(240, 548), QPoint(348, 560), QPoint(493, 560)}) {
-            QCOMPARE(imagem.pixelColor(canto + botao), Paleta::Atual().petroleoVivo);
-        }
+TEST(TestCarga, noPictureHidesAButton) {
+    mao_->GravarFigura("fig1.png", {900, 700});
+    mao_->AbrirFigura();
+    forms::Form* tela = forms::Form::Find(Figura);
+    const QImage imagem = tela->grab().toImage();
+    const QPoint canto = tela->Picture()->mapTo(tela, QPoint());
+    QCOMPARE(imagem.pixelColor(canto + QPoint(660, 580)), QColor(Qt::yellow));
+    for (const QPoint botao : {QPoint(240, 548), QPoint(348, 560), QPoint(493, 560)}) {
+        QCOMPARE(imagem.pixelColor(canto + botao), Paleta::Atual().petroleoVivo);
     }
+}
 
-    void numbersHaveNamesAndCanBePressed() {
-        mao_->AbrirFigura();
-        const auto nome = [](int indice) {
-            return QAccessible::queryAccessibleInterface(Item(indice))->text(QAccessible::Name);
-        };
-        QCOMPARE(nome(4), u"Item 12a, Anel de vedação"_s);
-        QCOMPARE(nome(6), u"Item 77, não se aplica a essa peça"_s);
-        auto* botao = QAccessible::queryAccessibleInterface(Item(4))->actionInterface();
-        botao->doAction(QAccessibleActionInterface::pressAction());
-        QVERIFY(WaitForForm(Lista));
-        QCOMPARE(ItemAtualDaLista(), u"  12a"_s);
-    }
-};
-
-TARVO_TEST(TestCarga);
-#include "test_carga.moc"
+TEST(TestCarga, numbersHaveNamesAndCanBePressed) {
+    mao_->AbrirFigura();
+    const auto nome = [](int indice) {
+        return QAccessible::queryAccessibleInterface(Item(indice))->text(QAccessible::Name);
+    };
+    QCOMPARE(nome(4), u"Item 12a, Anel de vedação"_s);
+    QCOMPARE(nome(6), u"Item 77, não se aplica a essa peça"_s);
+    auto* botao = QAccessible::queryAccessibleInterface(Item(4))->actionInterface();
+    botao->doAction(QAccessibleActionInterface::pressAction());
+    QVERIFY(WaitForForm(Lista));
+    QCOMPARE(ItemAtualDaLista(), u"  12a"_s);
+}

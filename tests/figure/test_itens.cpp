@@ -17,34 +17,29 @@ public:
 
 }  // namespace
 
-class TestItens : public QObject {
-    Q_OBJECT
-
+struct TestItens : Fixture {
     std::unique_ptr<Mao> mao_;
 
-private Q_SLOTS:
-    void init() { mao_ = std::make_unique<Mao>(); }
-    void cleanup() { mao_.reset(); }
+    void init() override { mao_ = std::make_unique<Mao>(); }
+    void cleanup() override { mao_.reset(); }
+};
 
-    void theMouseLightsANumberAndItsRelatives_data() {
-        const Table<int, QString, QString, QPointF> row("indice", "acesos", "rotulos", "marcador");
-        row("alone", 1, "1:15", "Corpo da válvula|K5600|", QPointF(76, 122.5));
-        row("two places", 2, "2:12 2:15", "Válvula relé|12000|", QPointF(176, 172.5));
-        row("two kits", 4, "100:9 12a:15", "Anel de vedação|A3400|Válvula relé, Anel de vedação",
-            QPointF(274.5, 222.5));
-        row("one kit", 5, "100:15 12a:9", "Anel de vedação|A3400|Anel de vedação",
-            QPointF(473, 222.5));
-        row("no component", 6, "77:15", "NÃO APLICAVEL||", QPointF(124.5, 422.5));
-    }
-    void theMouseLightsANumberAndItsRelatives() {
-        QFETCH(int, indice);
-        QFETCH(QString, rotulos);
+TEST(TestItens, theMouseLightsANumberAndItsRelatives) {
+    for (const auto& [indice, acesos, rotulos, marcador] : Each<int, QString, QString, QPointF>{
+             {"alone", 1, "1:15", "Corpo da válvula|K5600|", QPointF(76, 122.5)},
+             {"two places", 2, "2:12 2:15", "Válvula relé|12000|", QPointF(176, 172.5)},
+             {"two kits", 4, "100:9 12a:15", "Anel de vedação|A3400|Válvula relé, Anel de vedação",
+              QPointF(274.5, 222.5)},
+             {"one kit", 5, "100:15 12a:9", "Anel de vedação|A3400|Anel de vedação",
+              QPointF(473, 222.5)},
+             {"no component", 6, "77:15", "NÃO APLICAVEL||", QPointF(124.5, 422.5)},
+         }) {
         mao_->AbrirFigura();
         Passar(indice == 4 ? 5 : 4);  // straight from a number with kits to this one
         Passar(indice);
-        QTEST(Acesos(), "acesos");
+        QCOMPARE(Acesos(), acesos);
         QCOMPARE(Rotulos(), rotulos);
-        QTEST(Marcador()->Lugar().topLeft(), "marcador");
+        QCOMPARE(Marcador()->Lugar().topLeft(), marcador);
         QVERIFY(Marcador()->isVisible());
 
         PassarSobre({729, 460});  // a button
@@ -54,15 +49,14 @@ private Q_SLOTS:
         QCOMPARE(Rotulos(), u"||"_s);
         QVERIFY(!Marcador()->isVisible());
     }
+}
 
-    void theNumberStandsWhiteOnItsMarkerOnThePicture_data() {
-        const Table<QString> row("item");
-        row("three", "12a");
-        row("four", "1000");
-        row("five", "1000a");
-    }
-    void theNumberStandsWhiteOnItsMarkerOnThePicture() {
-        QFETCH(const QString, item);
+TEST(TestItens, theNumberStandsWhiteOnItsMarkerOnThePicture) {
+    for (const auto& [item] : Each<QString>{
+             {"three", "12a"},
+             {"four", "1000"},
+             {"five", "1000a"},
+         }) {
         mao_->catalogo.Executar(
             {u"UPDATE FIGURADETALHADA SET ItemComponente = '%1' WHERE "
              "CodigoFiguraDetalhada = 4"_s.arg(item)});
@@ -85,7 +79,8 @@ private Q_SLOTS:
         }
         QVERIFY(brancos > 8);
         QVERIFY(fundo > 120);
-        // No white beside it: with its own edge behind, each white pixel has the marker around it.
+        // No white beside it: with its own edge behind, each white pixel has the marker around
+        // it.
         for (int x = marca.left() - 8; x <= marca.right() + 8; ++x) {
             for (int y = marca.top(); y <= marca.bottom(); ++y) {
                 if (branco({x, y})) {
@@ -95,140 +90,136 @@ private Q_SLOTS:
             }
         }
     }
+}
 
-    // What the labels cut can be read on the number itself.
-    void theNumbersTipHoldsWhatIsCut() {
-        mao_->catalogo.Executar(
-            {"UPDATE JOGOREPARO SET DescricaoJogoReparo = 'Jogo de <reparo> do diafragma ' & "
-             "CodigoJogoReparo"});
-        mao_->AbrirFigura();
-        Passar(4);
-        QTextDocument dica;
-        dica.setHtml(Item(4)->toolTip());
-        QCOMPARE(dica.toPlainText(),
-                 u"Jogo de <reparo> do diafragma 1, Jogo de <reparo> do "
-                 "diafragma 2"_s);
-        Passar(5);
-        QCOMPARE(Item(5)->toolTip(), QString());
-    }
+// What the labels cut can be read on the number itself.
+TEST(TestItens, theNumbersTipHoldsWhatIsCut) {
+    mao_->catalogo.Executar(
+        {"UPDATE JOGOREPARO SET DescricaoJogoReparo = 'Jogo de <reparo> do diafragma ' & "
+         "CodigoJogoReparo"});
+    mao_->AbrirFigura();
+    Passar(4);
+    QTextDocument dica;
+    dica.setHtml(Item(4)->toolTip());
+    QCOMPARE(dica.toPlainText(),
+             u"Jogo de <reparo> do diafragma 1, Jogo de <reparo> do "
+             "diafragma 2"_s);
+    Passar(5);
+    QCOMPARE(Item(5)->toolTip(), QString());
+}
 
-    // The list's button under the mouse that has just been on a number.
-    void whatTheMouseLitIsGoneAfterTheList() {
-        mao_->AbrirFigura();
-        Passar(5);
-        Clicar(Figura, "imgListaComponentesFundo");
-        IrNaLista(" 100");
-        Clicar(Lista, "imgFiguraDetalhadaFundo");
-        QVERIFY(!Marcador()->isVisible());
-        QCOMPARE(Acesos(), u"0:0 100:0 12a:0"_s);
-        const QString rotulos = Rotulos();
-        PassarSobreFundo();
-        QCOMPARE(Rotulos(), rotulos);
-        QVERIFY(!rotulos.startsWith(u'|'));
-    }
+// The list's button under the mouse that has just been on a number.
+TEST(TestItens, whatTheMouseLitIsGoneAfterTheList) {
+    mao_->AbrirFigura();
+    Passar(5);
+    Clicar(Figura, "imgListaComponentesFundo");
+    IrNaLista(" 100");
+    Clicar(Lista, "imgFiguraDetalhadaFundo");
+    QVERIFY(!Marcador()->isVisible());
+    QCOMPARE(Acesos(), u"0:0 100:0 12a:0"_s);
+    const QString rotulos = Rotulos();
+    PassarSobreFundo();
+    QCOMPARE(Rotulos(), rotulos);
+    QVERIFY(!rotulos.startsWith(u'|'));
+}
 
-    // The filter lets go of a kit that does not have the item.
-    void aClickFindsItsItemBehindAKitFilter() {
-        mao_->AbrirListaNoItem("12002", "  12a");
-        Escolher(Lista, "cboMostraNaListaPecas", 1);
-        QCOMPARE(Linhas(Lista, "dtcListaPecas")->RecordCount(), 1);
-        Clicar(Lista, "imgFiguraDetalhadaFundo");
-        Passar(4);
-        ClicarItem(4);  // one of the kit's own
-        const auto* filtro = Achar<forms::ComboList>(Lista, "cboMostraNaListaPecas");
-        QCOMPARE(filtro->ListIndex(), 1);
-        Clicar(Lista, "imgFiguraDetalhadaFundo");
-        Passar(1);
-        ClicarItem(1);
-        QCOMPARE(ItemAtualDaLista(), u"   1"_s);
-        QCOMPARE(filtro->Text(), u"TODOS OS COMPONENTES"_s);
-    }
+// The filter lets go of a kit that does not have the item.
+TEST(TestItens, aClickFindsItsItemBehindAKitFilter) {
+    mao_->AbrirListaNoItem("12002", "  12a");
+    Escolher(Lista, "cboMostraNaListaPecas", 1);
+    QCOMPARE(Linhas(Lista, "dtcListaPecas")->RecordCount(), 1);
+    Clicar(Lista, "imgFiguraDetalhadaFundo");
+    Passar(4);
+    ClicarItem(4);  // one of the kit's own
+    const auto* filtro = Achar<forms::ComboList>(Lista, "cboMostraNaListaPecas");
+    QCOMPARE(filtro->ListIndex(), 1);
+    Clicar(Lista, "imgFiguraDetalhadaFundo");
+    Passar(1);
+    ClicarItem(1);
+    QCOMPARE(ItemAtualDaLista(), u"   1"_s);
+    QCOMPARE(filtro->Text(), u"TODOS OS COMPONENTES"_s);
+}
 
-    void blanksMoveTheMarker_data() {
-        const Table<QString, double> row("item", "deslocado");
-        row("none", "12", 0.0);
-        row("behind", "12 ", 1.5);
-        row("both", "  1  ", 6.0);
-    }
-    void blanksMoveTheMarker() {
-        QFETCH(QString, item);
+TEST(TestItens, blanksMoveTheMarker) {
+    for (const auto& [item, deslocado] : Each<QString, double>{
+             {"none", "12", 0.0},
+             {"behind", "12 ", 1.5},
+             {"both", "  1  ", 6.0},
+         }) {
         mao_->catalogo.Executar({u"UPDATE FIGURADETALHADA SET ItemComponente = '"_s + item +
                                  u"' WHERE CodigoFigura = 1 AND CodigoFiguraDetalhada = 1"_s});
         mao_->AbrirFigura();
         Passar(1);
-        QTEST(Marcador()->Lugar().center().x() - (66 + 16.5), "deslocado");
+        QCOMPARE(Marcador()->Lugar().center().x() - (66 + 16.5), deslocado);
     }
+}
 
-    void aTagBeyondEightBitsIsAnError() {
-        mao_->AbrirFigura();
-        QString jogos;
-        while (jogos.size() < 253) {
-            jogos += u".12,"_s;
-        }
-        Item(1)->Tag = jogos.left(252);
-        Passar(1);
-        QCOMPARE(Acesos(), u"1:15"_s);
-        Item(2)->Tag = jogos;
-        QCOMPARE(ErrorOf([] { Q_EMIT Item(2)->MouseMove(); }), 6);
+TEST(TestItens, aTagBeyondEightBitsIsAnError) {
+    mao_->AbrirFigura();
+    QString jogos;
+    while (jogos.size() < 253) {
+        jogos += u".12,"_s;
     }
+    Item(1)->Tag = jogos.left(252);
+    Passar(1);
+    QCOMPARE(Acesos(), u"1:15"_s);
+    Item(2)->Tag = jogos;
+    QCOMPARE(ErrorOf([] { Q_EMIT Item(2)->MouseMove(); }), 6);
+}
 
-    void aClickOpensTheListAtTheItem() {
-        mao_->AbrirFigura();
-        Passar(5);
-        ClicarItem(5);
-        QVERIFY(Visivel(Lista));
-        QVERIFY(!Visivel(Figura));
-        QCOMPARE(ItemAtualDaLista(), u" 100"_s);
+TEST(TestItens, aClickOpensTheListAtTheItem) {
+    mao_->AbrirFigura();
+    Passar(5);
+    ClicarItem(5);
+    QVERIFY(Visivel(Lista));
+    QVERIFY(!Visivel(Figura));
+    QCOMPARE(ItemAtualDaLista(), u" 100"_s);
 
-        Clicar(Lista, "imgFiguraDetalhadaFundo");
-        ClicarItem(2);  // where the mouse rested all the while
-        QCOMPARE(ItemAtualDaLista(), u"   2"_s);
+    Clicar(Lista, "imgFiguraDetalhadaFundo");
+    ClicarItem(2);  // where the mouse rested all the while
+    QCOMPARE(ItemAtualDaLista(), u"   2"_s);
 
-        Clicar(Lista, "imgFiguraDetalhadaFundo");
-        Passar(6);
-        ClicarItem(6);
-        QCOMPARE(mao_->Caixas(), List("64 Esse Item não se aplica a essa Peça."));
-        QCOMPARE(Acesos(), u"77:15"_s);
-        QVERIFY(Visivel(Figura));
+    Clicar(Lista, "imgFiguraDetalhadaFundo");
+    Passar(6);
+    ClicarItem(6);
+    QCOMPARE(mao_->Caixas(), List("64 Esse Item não se aplica a essa Peça."));
+    QCOMPARE(Acesos(), u"77:15"_s);
+    QVERIFY(Visivel(Figura));
+}
+
+TEST(TestItens, anApostropheInAnItemIsText) {
+    mao_->catalogo.Executar(
+        {"UPDATE FIGURADETALHADA SET ItemComponente = '1''' WHERE CodigoFigura = 1 AND "
+         "CodigoFiguraDetalhada = 1"});
+    mao_->AbrirFigura();
+    Passar(1);
+    QCOMPARE(Rotulos(), u"NÃO APLICAVEL||"_s);
+}
+
+TEST(TestItens, blinkingEndsAtTheFirstTouch) {
+    mao_->AbrirFiguraDoItem("   2");
+    QCOMPARE(forms::Form::Find(Figura)->findChild<QTimer*>(u"Timer1"_s)->interval(), 100);
+    QCOMPARE(Acesos(), u"2:0 2:0"_s);
+    QTRY_COMPARE(Acesos(), u"2:15 2:15"_s);
+    QTRY_COMPARE(Acesos(), u"2:12 2:12"_s);
+    QTRY_COMPARE(Acesos(), u"2:15 2:15"_s);
+    PassarSobreFundo();
+    QVERIFY(Piscando());
+    Passar(1);
+    QVERIFY(!Piscando());
+    QCOMPARE(Acesos(), u"1:15"_s);
+}
+
+TEST(TestItens, blinkingPaintsNothingElse) {
+    mao_->AbrirFiguraDoItem("   2");
+    QTRY_COMPARE(Acesos(), u"2:15 2:15"_s);
+    Settle();
+    Pinturas pisca;
+    Pinturas resto;
+    Item(2)->installEventFilter(&pisca);
+    for (const QString& nome : {u"lblItem(1)"_s, u"lblItem(4)"_s, u"lblInf"_s}) {
+        Achar(Figura, nome)->installEventFilter(&resto);
     }
-
-    void anApostropheInAnItemIsText() {
-        mao_->catalogo.Executar(
-            {"UPDATE FIGURADETALHADA SET ItemComponente = '1''' WHERE CodigoFigura = 1 AND "
-             "CodigoFiguraDetalhada = 1"});
-        mao_->AbrirFigura();
-        Passar(1);
-        QCOMPARE(Rotulos(), u"NÃO APLICAVEL||"_s);
-    }
-
-    void blinkingEndsAtTheFirstTouch() {
-        mao_->AbrirFiguraDoItem("   2");
-        QCOMPARE(forms::Form::Find(Figura)->findChild<QTimer*>(u"Timer1"_s)->interval(), 100);
-        QCOMPARE(Acesos(), u"2:0 2:0"_s);
-        QTRY_COMPARE(Acesos(), u"2:15 2:15"_s);
-        QTRY_COMPARE(Acesos(), u"2:12 2:12"_s);
-        QTRY_COMPARE(Acesos(), u"2:15 2:15"_s);
-        PassarSobreFundo();
-        QVERIFY(Piscando());
-        Passar(1);
-        QVERIFY(!Piscando());
-        QCOMPARE(Acesos(), u"1:15"_s);
-    }
-
-    void blinkingPaintsNothingElse() {
-        mao_->AbrirFiguraDoItem("   2");
-        QTRY_COMPARE(Acesos(), u"2:15 2:15"_s);
-        Settle();
-        Pinturas pisca;
-        Pinturas resto;
-        Item(2)->installEventFilter(&pisca);
-        for (const QString& nome : {u"lblItem(1)"_s, u"lblItem(4)"_s, u"lblInf"_s}) {
-            Achar(Figura, nome)->installEventFilter(&resto);
-        }
-        QTRY_VERIFY(pisca.quantas >= 4);
-        QCOMPARE(resto.quantas, 0);
-    }
-};
-
-TARVO_TEST(TestItens);
-#include "test_itens.moc"
+    QTRY_VERIFY(pisca.quantas >= 4);
+    QCOMPARE(resto.quantas, 0);
+}

@@ -2,9 +2,7 @@
 #include "platform/forms/application.h"
 #include "support/test.h"
 
-class TestPassagens : public QObject {
-    Q_OBJECT
-
+struct TestPassagens : Fixture {
     std::unique_ptr<Mao> mao_;
 
     static void DuploCliqueEm(const AnyText& tela, const AnyText& nome) {
@@ -13,24 +11,19 @@ class TestPassagens : public QObject {
         DoubleClickAt(form, grade->mapTo(form.Picture(), QPoint(30, 8)));
     }
 
-private Q_SLOTS:
-    void init() { mao_ = std::make_unique<Mao>(); }
-    void cleanup() { mao_.reset(); }
+    void init() override { mao_ = std::make_unique<Mao>(); }
+    void cleanup() override { mao_.reset(); }
+};
 
-    void whatWasSearchedForBlinks_data() {
-        const Table<QString, QString, QString, QString, QString> row("tipo", "numero", "acesos",
-                                                                     "apagados", "rotulos");
-        // The template counts for " 100," too: its "0," is in it.
-        row("component at two items", "Componentes", "A340", "0:12 100:12 12a:12",
-            "0:15 100:15 12a:15", "!Anel de vedação|A3400|Anel de vedação");
-        row("kit", "Jogos de Reparo", "A340", "100:9 12a:9", "100:15 12a:15", "||");
-        row("part", "Peças", "12002", {}, {}, "||");
-    }
-    void whatWasSearchedForBlinks() {
-        QFETCH(QString, tipo);
-        QFETCH(QString, numero);
-        QFETCH(QString, acesos);
-        QFETCH(QString, apagados);
+TEST(TestPassagens, whatWasSearchedForBlinks) {
+    for (const auto& [tipo, numero, acesos, apagados, rotulos] :
+         Each<QString, QString, QString, QString, QString>{
+             // The template counts for " 100," too: its "0," is in it.
+             {"component at two items", "Componentes", "A340", "0:12 100:12 12a:12",
+              "0:15 100:15 12a:15", "!Anel de vedação|A3400|Anel de vedação"},
+             {"kit", "Jogos de Reparo", "A340", "100:9 12a:9", "100:15 12a:15", "||"},
+             {"part", "Peças", "12002", {}, {}, "||"},
+         }) {
         mao_->AbrirResultado(tipo, numero);
         Clicar(Resultado, "imgFiguraDetalhadaFundo");
         QVERIFY(Visivel(Figura) && !Visivel(Resultado));
@@ -38,28 +31,24 @@ private Q_SLOTS:
         QTRY_COMPARE(Acesos(), apagados);
         QTRY_COMPARE(Acesos(), acesos);
         QCOMPARE(Piscando(), !acesos.isEmpty());
-        QTEST(Rotulos(), "rotulos");
+        QCOMPARE(Rotulos(), rotulos);
         QCOMPARE(mao_->Caixas(), QStringList());
     }
+}
 
-    void whatTheListShowsBlinks_data() {
-        // "jogo" counts the rows of the kit panel.
-        const Table<QString, QString, int, QString, QString> row("peca", "item", "jogo", "acesos",
-                                                                 "rotulos");
-        row("item", "12002", "   1", 0, "1:12", "!Corpo da válvula|K5600|");
-        row("item and kit", "12002", "  12a", 0, "100:9 12a:12",
-            "!Anel de vedação|A3400|Válvula relé, Anel de vedação");
-        row("item and its other kit", "12002", "  12a", 1, "12a:12",
-            "!Anel de vedação|A3400|Válvula relé, Anel de vedação");
-        row("one caption within another", "A3402", "11", 0, "11:12 1:12",
-            "!Anel de vedação|A3400|");
-        row("seen by the template alone", "A3402", "10", 0, "0:12", "||");
-    }
-    void whatTheListShowsBlinks() {
-        QFETCH(QString, peca);
-        QFETCH(QString, item);
-        QFETCH(int, jogo);
-        QFETCH(QString, acesos);
+TEST(TestPassagens, whatTheListShowsBlinks) {
+    // "jogo" counts the rows of the kit panel.
+    for (const auto& [peca, item, jogo, acesos, rotulos] :
+         Each<QString, QString, int, QString, QString>{
+             {"item", "12002", "   1", 0, "1:12", "!Corpo da válvula|K5600|"},
+             {"item and kit", "12002", "  12a", 0, "100:9 12a:12",
+              "!Anel de vedação|A3400|Válvula relé, Anel de vedação"},
+             {"item and its other kit", "12002", "  12a", 1, "12a:12",
+              "!Anel de vedação|A3400|Válvula relé, Anel de vedação"},
+             {"one caption within another", "A3402", "11", 0, "11:12 1:12",
+              "!Anel de vedação|A3400|"},
+             {"seen by the template alone", "A3402", "10", 0, "0:12", "||"},
+         }) {
         mao_->AbrirListaNoItem(peca, item);
         for (int i = 0; i < jogo; ++i) {
             Linhas(Lista, "dtcJogosReparoComponente")->MoveNext();
@@ -67,22 +56,19 @@ private Q_SLOTS:
         Clicar(Lista, "imgFiguraDetalhadaFundo");
         QVERIFY(Visivel(Figura) && !Visivel(Lista));
         QTRY_COMPARE(Acesos(), acesos);
-        QTEST(Rotulos(), "rotulos");
+        QCOMPARE(Rotulos(), rotulos);
         QCOMPARE(mao_->Caixas(), QStringList());
     }
+}
 
-    void whatHasNoNumberIsSaid_data() {
-        // Without a kind: by way of the list.
-        const Table<QString, QString, QString> row("tipo", "numero", "caixa");
-        const QString nao = u" não representado graficamente."_s;
-        row("item", {}, "12002", u"64 Item"_s + nao);
-        row("component", "Componentes", "K560", u"64 Componente"_s + nao);
-        row("kit", "Jogos de Reparo", "1200", u"64 Jogo de Reparo"_s + nao);
-    }
-    void whatHasNoNumberIsSaid() {
-        QFETCH(QString, tipo);
-        QFETCH(QString, numero);
-        QFETCH(QString, caixa);
+TEST(TestPassagens, whatHasNoNumberIsSaid) {
+    // Without a kind: by way of the list.
+    Each<QString, QString, QString> row;
+    const QString nao = u" não representado graficamente."_s;
+    row("item", {}, "12002", u"64 Item"_s + nao);
+    row("component", "Componentes", "K560", u"64 Componente"_s + nao);
+    row("kit", "Jogos de Reparo", "1200", u"64 Jogo de Reparo"_s + nao);
+    for (const auto& [tipo, numero, caixa] : row) {
         mao_->catalogo.Executar({"DELETE FROM FIGURADETALHADA WHERE CodigoFiguraDetalhada = 1",
                                  "DELETE FROM FIGURADETALHADA WHERE CodigoFiguraDetalhada = 4"});
         if (tipo.isEmpty()) {
@@ -96,87 +82,81 @@ private Q_SLOTS:
         QVERIFY(!Piscando());
         QCOMPARE(forms::MousePointer(), forms::vbDefault);
     }
+}
 
-    void anEmptyListMarksNothing() {
-        mao_->AbrirListaNoItem("12002", "   1");
-        mao_->catalogo.Executar({"DELETE FROM PECA_COMPONENTE_JOGOREPARO"});
-        Escolher(Lista, "cboMostraNaListaPecas", 0);
-        Clicar(Lista, "imgFiguraDetalhadaFundo");
-        QVERIFY(Visivel(Figura));
-        QCOMPARE(Acesos(), QString());
-        QCOMPARE(mao_->Caixas(), QStringList());
+TEST(TestPassagens, anEmptyListMarksNothing) {
+    mao_->AbrirListaNoItem("12002", "   1");
+    mao_->catalogo.Executar({"DELETE FROM PECA_COMPONENTE_JOGOREPARO"});
+    Escolher(Lista, "cboMostraNaListaPecas", 0);
+    Clicar(Lista, "imgFiguraDetalhadaFundo");
+    QVERIFY(Visivel(Figura));
+    QCOMPARE(Acesos(), QString());
+    QCOMPARE(mao_->Caixas(), QStringList());
+}
+
+TEST(TestPassagens, listAndFigureTakeTurns) {
+    mao_->AbrirFiguraDoItem("   1");
+    QTRY_COMPARE(Acesos(), u"1:15"_s);
+    const forms::Form* lista = forms::Form::Find(Lista);
+    const forms::Form* figura = forms::Form::Find(Figura);
+    Clicar(Figura, "imgListaComponentesFundo");
+    QVERIFY(lista->isVisible() && !figura->isVisible());
+    QVERIFY(!Piscando());
+    QCOMPARE(Acesos(), QString());
+    QCOMPARE(ItemAtualDaLista(), u"   1"_s);
+
+    IrNaLista(" 100");
+    Clicar(Lista, "imgFiguraDetalhadaFundo");
+    QVERIFY(!lista->isVisible() && figura->isVisible());
+    QTRY_COMPARE(Acesos(), u"0:12 100:12 12a:9"_s);
+}
+
+TEST(TestPassagens, aPartWithoutListKeepsBlinking) {
+    mao_->catalogo.Executar({"UPDATE PECA SET CodigoFigura = 1 WHERE CodigoPeca = 3",
+                             "INSERT INTO PECA_COMPONENTE_JOGOREPARO VALUES (3, '   1', 3)"});
+    mao_->AbrirResultado("Jogos de Reparo", "K560");
+    Clicar(Resultado, "imgFiguraDetalhadaFundo");
+    Clicar(Figura, "imgListaComponentesFundo");
+    QCOMPARE(mao_->Caixas(), List("64 Essa Peça não possui Lista de Componentes."));
+    QVERIFY(Visivel(Figura));
+    QTRY_COMPARE(Acesos(), u"1:9"_s);
+    QVERIFY(Piscando());
+}
+
+TEST(TestPassagens, printingLeavesTheBlinkAlone) {
+    mao_->AbrirFiguraDoItem("   1");
+    QString figura;
+    QString lista;
+    QTimer::singleShot(0, this, [&] {
+        const QString dialogo = u"frmImpressao"_s;
+        figura = Achar<forms::ClickZone>(dialogo, "imgFiguraDetalhada")->Tag;
+        lista = Achar<forms::ClickZone>(dialogo, "imgListaComponentes")->Tag;
+        Clicar(dialogo, "imgCancelar");
+    });
+    Clicar(Figura, "imgImprimir");
+    QCOMPARE(figura + lista, u"10"_s);
+    QCOMPARE(forms::MousePointer(), forms::vbDefault);
+    QTRY_COMPARE(Acesos(), u"1:15"_s);
+    QTRY_COMPARE(Acesos(), u"1:12"_s);
+
+    Clicar(Figura, "imgListaComponentesFundo");
+    IrNaLista("   2");
+    Clicar(Lista, "imgFiguraDetalhadaFundo");
+    QTRY_COMPARE(Acesos(), u"2:12 2:12"_s);
+}
+
+TEST(TestPassagens, theWaysBack) {
+    // Without a button the window is closed.
+    Each<bool, QString, QString, QStringList> row;
+    for (const bool pelaLista : {false, true}) {
+        const QByteArray por = pelaLista ? "list, figure" : "result, figure";
+        row(por + " to parts", pelaLista, Figura, "imgResultadoPesquisaFundo", {Busca, Resultado});
+        row(por + " closed", pelaLista, Figura, {}, {Busca, Resultado});
+        row(por + " to search", pelaLista, Figura, "imgPesquisaFundo", {Busca});
     }
-
-    void listAndFigureTakeTurns() {
-        mao_->AbrirFiguraDoItem("   1");
-        QTRY_COMPARE(Acesos(), u"1:15"_s);
-        const forms::Form* lista = forms::Form::Find(Lista);
-        const forms::Form* figura = forms::Form::Find(Figura);
-        Clicar(Figura, "imgListaComponentesFundo");
-        QVERIFY(lista->isVisible() && !figura->isVisible());
-        QVERIFY(!Piscando());
-        QCOMPARE(Acesos(), QString());
-        QCOMPARE(ItemAtualDaLista(), u"   1"_s);
-
-        IrNaLista(" 100");
-        Clicar(Lista, "imgFiguraDetalhadaFundo");
-        QVERIFY(!lista->isVisible() && figura->isVisible());
-        QTRY_COMPARE(Acesos(), u"0:12 100:12 12a:9"_s);
-    }
-
-    void aPartWithoutListKeepsBlinking() {
-        mao_->catalogo.Executar({"UPDATE PECA SET CodigoFigura = 1 WHERE CodigoPeca = 3",
-                                 "INSERT INTO PECA_COMPONENTE_JOGOREPARO VALUES (3, '   1', 3)"});
-        mao_->AbrirResultado("Jogos de Reparo", "K560");
-        Clicar(Resultado, "imgFiguraDetalhadaFundo");
-        Clicar(Figura, "imgListaComponentesFundo");
-        QCOMPARE(mao_->Caixas(), List("64 Essa Peça não possui Lista de Componentes."));
-        QVERIFY(Visivel(Figura));
-        QTRY_COMPARE(Acesos(), u"1:9"_s);
-        QVERIFY(Piscando());
-    }
-
-    void printingLeavesTheBlinkAlone() {
-        mao_->AbrirFiguraDoItem("   1");
-        QString figura;
-        QString lista;
-        QTimer::singleShot(0, this, [&] {
-            const QString dialogo = u"frmImpressao"_s;
-            figura = Achar<forms::ClickZone>(dialogo, "imgFiguraDetalhada")->Tag;
-            lista = Achar<forms::ClickZone>(dialogo, "imgListaComponentes")->Tag;
-            Clicar(dialogo, "imgCancelar");
-        });
-        Clicar(Figura, "imgImprimir");
-        QCOMPARE(figura + lista, u"10"_s);
-        QCOMPARE(forms::MousePointer(), forms::vbDefault);
-        QTRY_COMPARE(Acesos(), u"1:15"_s);
-        QTRY_COMPARE(Acesos(), u"1:12"_s);
-
-        Clicar(Figura, "imgListaComponentesFundo");
-        IrNaLista("   2");
-        Clicar(Lista, "imgFiguraDetalhadaFundo");
-        QTRY_COMPARE(Acesos(), u"2:12 2:12"_s);
-    }
-
-    void theWaysBack_data() {
-        // Without a button the window is closed.
-        const Table<bool, QString, QString, QStringList> row("pelaLista", "tela", "botao",
-                                                             "restam");
-        for (const bool pelaLista : {false, true}) {
-            const QByteArray por = pelaLista ? "list, figure" : "result, figure";
-            row(por + " to parts", pelaLista, Figura, "imgResultadoPesquisaFundo",
-                {Busca, Resultado});
-            row(por + " closed", pelaLista, Figura, {}, {Busca, Resultado});
-            row(por + " to search", pelaLista, Figura, "imgPesquisaFundo", {Busca});
-        }
-        row("list to parts", true, Lista, "imgResultadoPesquisaFundo", {Busca, Resultado});
-        row("list to search", true, Lista, "imgPesquisaFundo", {Busca});
-    }
-    void theWaysBack() {
-        QFETCH(bool, pelaLista);
-        QFETCH(QString, tela);
-        QFETCH(QString, botao);
-        QFETCH(QStringList, restam);
+    row("list to parts", true, Lista, "imgResultadoPesquisaFundo", {Busca, Resultado});
+    row("list to search", true, Lista, "imgPesquisaFundo", {Busca});
+    for (const auto& [pelaLista, tela, botao, restam] : row) {
         if (pelaLista) {
             mao_->AbrirFiguraDoItem("   1");
         } else {
@@ -193,20 +173,17 @@ private Q_SLOTS:
         QCOMPARE(TelasCarregadas(), restam);
         QVERIFY(Visivel(restam.last()));
     }
+}
 
-    // From the parts' row and from the list's.
-    void aDoubleClickOnARowOpensTheFigure() {
-        mao_->AbrirResultado("Peças", "12002");
-        DuploCliqueEm(Resultado, "grdResultadoPesquisaPeca");
-        QVERIFY(Visivel(Figura));
-        QVERIFY(!Piscando());
-        Clicar(Figura, "imgListaComponentesFundo");
-        IrNaLista(" 100");
-        DuploCliqueEm(Lista, "grdListaPecas");
-        QVERIFY(Visivel(Figura));
-        QVERIFY(Piscando());
-    }
-};
-
-TARVO_TEST(TestPassagens);
-#include "test_passagens.moc"
+// From the parts' row and from the list's.
+TEST(TestPassagens, aDoubleClickOnARowOpensTheFigure) {
+    mao_->AbrirResultado("Peças", "12002");
+    DuploCliqueEm(Resultado, "grdResultadoPesquisaPeca");
+    QVERIFY(Visivel(Figura));
+    QVERIFY(!Piscando());
+    Clicar(Figura, "imgListaComponentesFundo");
+    IrNaLista(" 100");
+    DuploCliqueEm(Lista, "grdListaPecas");
+    QVERIFY(Visivel(Figura));
+    QVERIFY(Piscando());
+}

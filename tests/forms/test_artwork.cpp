@@ -6,14 +6,10 @@
 
 using forms::Artwork;
 
-class TestArtwork : public QObject {
-    Q_OBJECT
-
-private:
+struct TestArtwork : Fixture {
     QTemporaryDir folder_;
 
-private Q_SLOTS:
-    void initTestCase() {
+    TestArtwork() {
         Write(folder_.filePath(u"botao.svg"_s),
               "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 80 60'><rect class='fundo' "
               "width='80' height='60'/><rect class='botao' x='10.3' y='20.7' width='30' "
@@ -23,63 +19,57 @@ private Q_SLOTS:
         Write(folder_.filePath(u"aceso.css"_s), ".botao { fill: #e08020 }");
         Artwork::SetFolder(folder_.path());
     }
+    ~TestArtwork() override { Artwork::SetFolder(u":/artwork"_s); }
+};
 
-    void cleanupTestCase() { Artwork::SetFolder(u":/artwork"_s); }
-
-    void StylesBecomeAttributes_data() {
-        // What is refused resolves to nothing.
-        const Table<QString, QString, QString> row("sheet", "element", "resolved");
-        row("class", ".a { fill: red }", "<r class='a' x='1'/>", "<r x=\"1\" fill=\"red\"/>");
-        row("sheet wins over attribute", ".a{fill:red}", "<r class='a' fill='blue'/>",
-            "<r fill=\"red\"/>");
-        row("style wins over sheet", ".a{fill:red}", "<r class='a' style='fill:blue;'/>",
-            "<r fill=\"blue\"/>");
-        row("later rule", ".b{fill:red} .a{fill:blue}", "<r class='a b'/>", "<r fill=\"blue\"/>");
-        row("element, classes, list", "t{x:1} r.a.b, .c {y:2}", "<r class='b a'/>", "<r y=\"2\"/>");
-        row("not all classes", ".a.b{y:2}", "<r class='a'/>", "<r/>");
-        row("variable", ":root{--k: var(--m); --m: #123} .a{fill:var( --k )}", "<r class='a'/>",
-            "<r fill=\"#123\"/>");
-        row("later variable", ":root{--k:1} .a{y:var(--k)} :root{--k:2}", "<r class='a'/>",
-            "<r y=\"2\"/>");
-        row("left out", ".a{display:none}", "<g><r class='a'><q/></r><q/></g>", "<g><q/></g>");
-        row("comment", "/* .a{y:1} */ .a{y:2}", "<r class='a'><!-- x --></r>", "<r y=\"2\"/>");
-        row("text and prefix", "", "<t xlink:href='#a'>P &amp; ção</t>",
-            "<t xlink:href=\"#a\">P &amp; ção</t>");
-        row("unknown variable", ".a{y:var(--k)}", "<r class='a'/>", "");
-        row("circle", ":root{--k:var(--k)} .a{y:var(--k)}", "<r class='a'/>", "");
-        row("selector out of reach", ".a > .b {y:1}", "<r/>", "");
-        row("rule left open", ".a {y:1", "<r/>", "");
-        row("drawing left open", "", "<r>", "");
-    }
-    void StylesBecomeAttributes() {
-        QFETCH(const QString, sheet);
-        QFETCH(const QString, element);
-        QFETCH(const QString, resolved);
+TEST(TestArtwork, StylesBecomeAttributes) {
+    // What is refused resolves to nothing.
+    for (const auto& [sheet, element, resolved] : Each<QString, QString, QString>{
+             {"class", ".a { fill: red }", "<r class='a' x='1'/>", "<r x=\"1\" fill=\"red\"/>"},
+             {"sheet wins over attribute", ".a{fill:red}", "<r class='a' fill='blue'/>",
+              "<r fill=\"red\"/>"},
+             {"style wins over sheet", ".a{fill:red}", "<r class='a' style='fill:blue;'/>",
+              "<r fill=\"blue\"/>"},
+             {"later rule", ".b{fill:red} .a{fill:blue}", "<r class='a b'/>", "<r fill=\"blue\"/>"},
+             {"element, classes, list", "t{x:1} r.a.b, .c {y:2}", "<r class='b a'/>",
+              "<r y=\"2\"/>"},
+             {"not all classes", ".a.b{y:2}", "<r class='a'/>", "<r/>"},
+             {"variable", ":root{--k: var(--m); --m: #123} .a{fill:var( --k )}", "<r class='a'/>",
+              "<r fill=\"#123\"/>"},
+             {"later variable", ":root{--k:1} .a{y:var(--k)} :root{--k:2}", "<r class='a'/>",
+              "<r y=\"2\"/>"},
+             {"left out", ".a{display:none}", "<g><r class='a'><q/></r><q/></g>", "<g><q/></g>"},
+             {"comment", "/* .a{y:1} */ .a{y:2}", "<r class='a'><!-- x --></r>", "<r y=\"2\"/>"},
+             {"text and prefix", "", "<t xlink:href='#a'>P &amp; ção</t>",
+              "<t xlink:href=\"#a\">P &amp; ção</t>"},
+             {"unknown variable", ".a{y:var(--k)}", "<r class='a'/>", ""},
+             {"circle", ":root{--k:var(--k)} .a{y:var(--k)}", "<r class='a'/>", ""},
+             {"selector out of reach", ".a > .b {y:1}", "<r/>", ""},
+             {"rule left open", ".a {y:1", "<r/>", ""},
+             {"drawing left open", "", "<r>", ""},
+         }) {
         if (resolved.isEmpty()) {
             QCOMPARE(ErrorOf([&] { forms::ResolveStyles(element.toUtf8(), sheet); }), 481);
-            return;
+            continue;
         }
         QCOMPARE(QString::fromUtf8(forms::ResolveStyles(element.toUtf8(), sheet)), resolved);
     }
+}
 
-    void MissingDrawingIsAnError() {
-        QCOMPARE(ErrorOf([] { Artwork::Load(u"nada"_s); }), 53);
-    }
+TEST(TestArtwork, MissingDrawingIsAnError) {
+    QCOMPARE(ErrorOf([] { Artwork::Load(u"nada"_s); }), 53);
+}
 
-    // At any enlargement and wherever the picture begins, a part of the drawing painted over the
-    // whole one changes nothing: no pixel is shifted, no edge shines through.
-    void PartsFitTheWholeWithoutASeam_data() {
-        const Table<qreal, QPoint> row("ratio", "corner");
-        for (const qreal ratio : {0.853, 1.0, 1.28, 1.5, 1.707, 1.8, 3.6}) {
-            for (const QPoint corner : {QPoint(0, 0), QPoint(133, 0), QPoint(7, 5)}) {
-                row(QByteArray::number(ratio) + " at " + QByteArray::number(corner.x()), ratio,
-                    corner);
-            }
+// At any enlargement and wherever the picture begins, a part of the drawing painted over the
+// whole one changes nothing: no pixel is shifted, no edge shines through.
+TEST(TestArtwork, PartsFitTheWholeWithoutASeam) {
+    Each<qreal, QPoint> row;
+    for (const qreal ratio : {0.853, 1.0, 1.28, 1.5, 1.707, 1.8, 3.6}) {
+        for (const QPoint corner : {QPoint(0, 0), QPoint(133, 0), QPoint(7, 5)}) {
+            row(QByteArray::number(ratio) + " at " + QByteArray::number(corner.x()), ratio, corner);
         }
     }
-    void PartsFitTheWholeWithoutASeam() {
-        QFETCH(const qreal, ratio);
-        QFETCH(const QPoint, corner);
+    for (const auto& [ratio, corner] : row) {
         const auto artwork = Artwork::Load(u"botao"_s);
         const QRect whole(QPoint(), artwork->Size());
         QImage image((QSizeF(240, 70) * ratio).toSize(), QImage::Format_RGB32);
@@ -101,7 +91,4 @@ private Q_SLOTS:
         paint(whole, Artwork::State::Lit);
         QCOMPARE(lit, image);
     }
-};
-
-TARVO_TEST(TestArtwork);
-#include "test_artwork.moc"
+}

@@ -75,203 +75,196 @@ struct Scene {
 
 }  // namespace
 
-class TestBoundGrid : public QObject {
-    Q_OBJECT
-
-private:
+struct TestBoundGrid : Fixture {
     TestDatabase file_{Definition};
     TestDatabase::Session session_ = file_.Open();
+};
 
-private Q_SLOTS:
-    void OpensWhenTheScreenShowsAndFillsInIdleTime() {
-        Scene scene(file_.Path());
-        scene.source.SetRecordSource(All);
-        QVERIFY(!scene.source.GetRecordset());
-        scene.form->Show();
-        QVERIFY(scene.grid.model()->rowCount() >= 6);
-        QVERIFY(scene.grid.model()->rowCount() < Rows);
-        QCOMPARE(scene.changes.size(), 1);
-        QCOMPARE(scene.changes.first().last, Bookmark());
-        QCOMPARE(scene.changes.first().now, scene.source.GetRecordset()->CurrentBookmark());
-        scene.Finish();
-        QCOMPARE(scene.grid.model()->rowCount(), Rows);
-        QCOMPARE(scene.grid.VisibleRows(), 5);
-        QCOMPARE(scene.changes.size(), 1);
-        scene.form->SetVisible(false);
-        scene.form->SetVisible(true);
-        QCOMPARE(scene.changes.size(), 1);
-    }
+TEST(TestBoundGrid, OpensWhenTheScreenShowsAndFillsInIdleTime) {
+    Scene scene(file_.Path());
+    scene.source.SetRecordSource(All);
+    QVERIFY(!scene.source.GetRecordset());
+    scene.form->Show();
+    QVERIFY(scene.grid.model()->rowCount() >= 6);
+    QVERIFY(scene.grid.model()->rowCount() < Rows);
+    QCOMPARE(scene.changes.size(), 1);
+    QCOMPARE(scene.changes.first().last, Bookmark());
+    QCOMPARE(scene.changes.first().now, scene.source.GetRecordset()->CurrentBookmark());
+    scene.Finish();
+    QCOMPARE(scene.grid.model()->rowCount(), Rows);
+    QCOMPARE(scene.grid.VisibleRows(), 5);
+    QCOMPARE(scene.changes.size(), 1);
+    scene.form->SetVisible(false);
+    scene.form->SetVisible(true);
+    QCOMPARE(scene.changes.size(), 1);
+}
 
-    void ColumnsAreBoundByName() {
-        Scene scene(file_.Path());
-        scene.source.SetRecordSource(All);
-        scene.source.Refresh();
-        const QAbstractItemModel& model = *scene.grid.model();
-        QCOMPARE(model.index(2, 0).data(), u"Peça 00003"_s);
-        QCOMPARE(model.index(2, 1).data(), u"3"_s);
-        QCOMPARE(model.index(2, 2).data(), QString());
-        QCOMPARE(scene.grid.columnWidth(0), 160);
-        QCOMPARE(scene.grid.columnWidth(1), 356);
-    }
+TEST(TestBoundGrid, ColumnsAreBoundByName) {
+    Scene scene(file_.Path());
+    scene.source.SetRecordSource(All);
+    scene.source.Refresh();
+    const QAbstractItemModel& model = *scene.grid.model();
+    QCOMPARE(model.index(2, 0).data(), u"Peça 00003"_s);
+    QCOMPARE(model.index(2, 1).data(), u"3"_s);
+    QCOMPARE(model.index(2, 2).data(), QString());
+    QCOMPARE(scene.grid.columnWidth(0), 160);
+    QCOMPARE(scene.grid.columnWidth(1), 356);
+}
 
-    // The current row and column, moved from either side, step by step on one scene.
-    void BothSidesMoveTogether() {
-        Scene scene(file_.Path(), All);
-        auto& records = *scene.source.GetRecordset();
-        const auto bookmark = [&](qint64 row) {
-            return Bookmark{records.CurrentBookmark().recordset, row};
-        };
-        const auto click = [&](int row, int column) {
-            QTest::mouseClick(
-                scene.grid.viewport(), Qt::LeftButton, Qt::ControlModifier,
-                scene.grid.visualRect(scene.grid.model()->index(row, column)).center());
-        };
-        const auto key = [&](Qt::Key which) { QTest::keyClick(&scene.grid, which); };
-        const struct {
-            const char* name;
-            std::function<void()> act;
-            int row;
-            int lastRow;  // -1: no row change
-            int column;
-        } steps[] = {
-            {"click", [&] { click(3, 1); }, 3, 0, 1},
-            {"same cell", [&] { click(3, 1); }, 3, -1, 1},
-            {"other column", [&] { click(3, 0); }, 3, 3, 0},
-            {"down", [&] { key(Qt::Key_Down); }, 4, 3, 0},
-            {"seek", [&] { records.SetAbsolutePosition(15000); }, 15000, 4, 0},
-            {"seek the same", [&] { records.SetAbsolutePosition(15000); }, 15000, -1, 0},
-            {"next", [&] { records.MoveNext(); }, 15001, 15000, 0},
-            {"up", [&] { key(Qt::Key_Up); }, 15000, 15001, 0},
-            {"end", [&] { key(Qt::Key_End); }, Rows - 1, 15000, 0},
-            {"home", [&] { key(Qt::Key_Home); }, 0, Rows - 1, 0},
-            {"page", [&] { key(Qt::Key_PageDown); }, 5, 0, 0},
-            {"letters", [&] { key(Qt::Key_P); }, 5, -1, 0},
-            {"right", [&] { key(Qt::Key_Right); }, 5, 5, 1},
-            {"last", [&] { records.MoveLast(); }, Rows - 1, 5, 1},
-        };
-        for (const auto& step : steps) {
-            scene.changes.clear();
-            step.act();
-            const char* where = step.name;
-            QVERIFY2(records.AbsolutePosition() == step.row, where);
-            QVERIFY2(scene.grid.currentIndex().row() == step.row, where);
-            QVERIFY2(scene.grid.currentIndex().column() == step.column, where);
-            QVERIFY2(scene.grid.selectionModel()->isRowSelected(step.row), where);
-            QVERIFY2(scene.CurrentInView(), where);
-            QVERIFY2(scene.changes.size() == (step.lastRow < 0 ? 0 : 1), where);
-            if (step.lastRow >= 0) {
-                QVERIFY2(scene.changes.first().last == bookmark(step.lastRow), where);
-                QVERIFY2(scene.changes.first().now == bookmark(step.row), where);
-            }
+// The current row and column, moved from either side, step by step on one scene.
+TEST(TestBoundGrid, BothSidesMoveTogether) {
+    Scene scene(file_.Path(), All);
+    auto& records = *scene.source.GetRecordset();
+    const auto bookmark = [&](qint64 row) {
+        return Bookmark{records.CurrentBookmark().recordset, row};
+    };
+    const auto click = [&](int row, int column) {
+        QTest::mouseClick(scene.grid.viewport(), Qt::LeftButton, Qt::ControlModifier,
+                          scene.grid.visualRect(scene.grid.model()->index(row, column)).center());
+    };
+    const auto key = [&](Qt::Key which) { QTest::keyClick(&scene.grid, which); };
+    const struct {
+        const char* name;
+        std::function<void()> act;
+        int row;
+        int lastRow;  // -1: no row change
+        int column;
+    } steps[] = {
+        {"click", [&] { click(3, 1); }, 3, 0, 1},
+        {"same cell", [&] { click(3, 1); }, 3, -1, 1},
+        {"other column", [&] { click(3, 0); }, 3, 3, 0},
+        {"down", [&] { key(Qt::Key_Down); }, 4, 3, 0},
+        {"seek", [&] { records.SetAbsolutePosition(15000); }, 15000, 4, 0},
+        {"seek the same", [&] { records.SetAbsolutePosition(15000); }, 15000, -1, 0},
+        {"next", [&] { records.MoveNext(); }, 15001, 15000, 0},
+        {"up", [&] { key(Qt::Key_Up); }, 15000, 15001, 0},
+        {"end", [&] { key(Qt::Key_End); }, Rows - 1, 15000, 0},
+        {"home", [&] { key(Qt::Key_Home); }, 0, Rows - 1, 0},
+        {"page", [&] { key(Qt::Key_PageDown); }, 5, 0, 0},
+        {"letters", [&] { key(Qt::Key_P); }, 5, -1, 0},
+        {"right", [&] { key(Qt::Key_Right); }, 5, 5, 1},
+        {"last", [&] { records.MoveLast(); }, Rows - 1, 5, 1},
+    };
+    for (const auto& step : steps) {
+        scene.changes.clear();
+        step.act();
+        const char* where = step.name;
+        QVERIFY2(records.AbsolutePosition() == step.row, where);
+        QVERIFY2(scene.grid.currentIndex().row() == step.row, where);
+        QVERIFY2(scene.grid.currentIndex().column() == step.column, where);
+        QVERIFY2(scene.grid.selectionModel()->isRowSelected(step.row), where);
+        QVERIFY2(scene.CurrentInView(), where);
+        QVERIFY2(scene.changes.size() == (step.lastRow < 0 ? 0 : 1), where);
+        if (step.lastRow >= 0) {
+            QVERIFY2(scene.changes.first().last == bookmark(step.lastRow), where);
+            QVERIFY2(scene.changes.first().now == bookmark(step.row), where);
         }
-        scene.changes.clear();
-        records.MoveNext();  // behind the last row
-        QVERIFY(!scene.grid.currentIndex().isValid());
-        QVERIFY(!scene.grid.selectionModel()->hasSelection());
-        QCOMPARE(scene.changes.size(), 1);
-        QCOMPARE(scene.changes.first().now, Bookmark());
     }
+    scene.changes.clear();
+    records.MoveNext();  // behind the last row
+    QVERIFY(!scene.grid.currentIndex().isValid());
+    QVERIFY(!scene.grid.selectionModel()->hasSelection());
+    QCOMPARE(scene.changes.size(), 1);
+    QCOMPARE(scene.changes.first().now, Bookmark());
+}
 
-    void RefreshAnnouncesARowChangeEvenWithoutRows() {
-        Scene scene(file_.Path(), All);
-        scene.source.GetRecordset()->SetAbsolutePosition(700);
-        const Bookmark before = scene.grid.CurrentBookmark();
-        scene.changes.clear();
+TEST(TestBoundGrid, RefreshAnnouncesARowChangeEvenWithoutRows) {
+    Scene scene(file_.Path(), All);
+    scene.source.GetRecordset()->SetAbsolutePosition(700);
+    const Bookmark before = scene.grid.CurrentBookmark();
+    scene.changes.clear();
 
-        scene.source.Refresh();
-        QCOMPARE(scene.grid.currentIndex().row(), 0);
-        QVERIFY(scene.CurrentInView());
-        QCOMPARE(scene.changes.size(), 1);
-        QCOMPARE(scene.changes.first().last, before);
-        QVERIFY(scene.changes.first().now != before);
+    scene.source.Refresh();
+    QCOMPARE(scene.grid.currentIndex().row(), 0);
+    QVERIFY(scene.CurrentInView());
+    QCOMPARE(scene.changes.size(), 1);
+    QCOMPARE(scene.changes.first().last, before);
+    QVERIFY(scene.changes.first().now != before);
 
-        scene.source.SetRecordSource(None);
-        scene.source.Refresh();
-        QCOMPARE(scene.changes.size(), 2);
-        QCOMPARE(scene.changes.last().now, Bookmark());
-        QCOMPARE(scene.grid.model()->rowCount(), 0);
-        QCOMPARE(scene.grid.VisibleRows(), 0);
-        scene.Finish();
+    scene.source.SetRecordSource(None);
+    scene.source.Refresh();
+    QCOMPARE(scene.changes.size(), 2);
+    QCOMPARE(scene.changes.last().now, Bookmark());
+    QCOMPARE(scene.grid.model()->rowCount(), 0);
+    QCOMPARE(scene.grid.VisibleRows(), 0);
+    scene.Finish();
 
-        scene.source.SetRecordSource(u"SELECT Nada FROM ITEM"_s);
-        QVERIFY(ErrorOf([&] { scene.source.Refresh(); }) != 0);
-        QVERIFY(scene.source.GetRecordset()->Eof());
-        scene.source.SetDatabaseName(file_.Folder() + u"/Outro.mdb"_s);
-        QCOMPARE(ErrorOf([&] { scene.source.Refresh(); }), 3024);
-    }
+    scene.source.SetRecordSource(u"SELECT Nada FROM ITEM"_s);
+    QVERIFY(ErrorOf([&] { scene.source.Refresh(); }) != 0);
+    QVERIFY(scene.source.GetRecordset()->Eof());
+    scene.source.SetDatabaseName(file_.Folder() + u"/Outro.mdb"_s);
+    QCOMPARE(ErrorOf([&] { scene.source.Refresh(); }), 3024);
+}
 
-    // As a row-change handler may do: run the source's own query again.
-    void RefreshFromTheRowChange() {
-        Scene scene(file_.Path(), All);
-        bool again = true;
-        connect(&scene.grid, &BoundGrid::RowColChange, &scene.grid, [&] {
-            if (std::exchange(again, false)) {
-                scene.source.Refresh();
-            }
-        });
-        scene.source.GetRecordset()->FindFirst(u"Codigo = 500"_s);
-        QCOMPARE(scene.grid.currentIndex().row(), 0);
-        scene.Finish();
-        QCOMPARE(scene.grid.model()->rowCount(), Rows);
-    }
+// As a row-change handler may do: run the source's own query again.
+TEST(TestBoundGrid, RefreshFromTheRowChange) {
+    Scene scene(file_.Path(), All);
+    bool again = true;
+    connect(&scene.grid, &BoundGrid::RowColChange, &scene.grid, [&] {
+        if (std::exchange(again, false)) {
+            scene.source.Refresh();
+        }
+    });
+    scene.source.GetRecordset()->FindFirst(u"Codigo = 500"_s);
+    QCOMPARE(scene.grid.currentIndex().row(), 0);
+    scene.Finish();
+    QCOMPARE(scene.grid.model()->rowCount(), Rows);
+}
 
-    void ViewScrollsWithoutTheCurrentRow() {
-        Scene scene(file_.Path(), All);
-        scene.Finish();
-        scene.grid.Scroll(0, 100);
-        QCOMPARE(scene.grid.rowAt(0), 100);
-        QCOMPARE(scene.source.GetRecordset()->AbsolutePosition(), 0);
-        scene.grid.Scroll(0, Rows * 2);
-        QCOMPARE(scene.grid.VisibleRows(), 5);
-        scene.changes.clear();
-        scene.grid.ReBind();
-        QVERIFY(scene.CurrentInView());
-        QCOMPARE(scene.changes.size(), 0);
-    }
+TEST(TestBoundGrid, ViewScrollsWithoutTheCurrentRow) {
+    Scene scene(file_.Path(), All);
+    scene.Finish();
+    scene.grid.Scroll(0, 100);
+    QCOMPARE(scene.grid.rowAt(0), 100);
+    QCOMPARE(scene.source.GetRecordset()->AbsolutePosition(), 0);
+    scene.grid.Scroll(0, Rows * 2);
+    QCOMPARE(scene.grid.VisibleRows(), 5);
+    scene.changes.clear();
+    scene.grid.ReBind();
+    QVERIFY(scene.CurrentInView());
+    QCOMPARE(scene.changes.size(), 0);
+}
 
-    void MouseOnRowsAndBesideThem() {
-        Scene scene(file_.Path(), u"SELECT TOP 2 Nome, Codigo FROM ITEM ORDER BY Codigo"_s);
-        int opened = 0;
-        connect(&scene.grid, &BoundGrid::DblClick, [&] { ++opened; });
-        const QPoint place = scene.grid.mapTo(scene.form->Picture(), QPoint(0, 0));
-        DoubleClickAt(*scene.form, place + QPoint(20, 25));
-        QCOMPARE(opened, 1);
-        DoubleClickAt(*scene.form, place + QPoint(20, 80));
-        QCOMPARE(opened, 1);
-        QCOMPARE(scene.grid.currentIndex().row(), 1);
-        QVERIFY(scene.grid.selectionModel()->isRowSelected(1));
-        QCOMPARE(scene.grid.VisibleRows(), 2);
+TEST(TestBoundGrid, MouseOnRowsAndBesideThem) {
+    Scene scene(file_.Path(), u"SELECT TOP 2 Nome, Codigo FROM ITEM ORDER BY Codigo"_s);
+    int opened = 0;
+    connect(&scene.grid, &BoundGrid::DblClick, [&] { ++opened; });
+    const QPoint place = scene.grid.mapTo(scene.form->Picture(), QPoint(0, 0));
+    DoubleClickAt(*scene.form, place + QPoint(20, 25));
+    QCOMPARE(opened, 1);
+    DoubleClickAt(*scene.form, place + QPoint(20, 80));
+    QCOMPARE(opened, 1);
+    QCOMPARE(scene.grid.currentIndex().row(), 1);
+    QVERIFY(scene.grid.selectionModel()->isRowSelected(1));
+    QCOMPARE(scene.grid.VisibleRows(), 2);
 
-        scene.source.SetRecordSource(None);
-        scene.source.Refresh();
-        DoubleClickAt(*scene.form, place + QPoint(20, 80));
-        QCOMPARE(opened, 2);
-    }
+    scene.source.SetRecordSource(None);
+    scene.source.Refresh();
+    DoubleClickAt(*scene.form, place + QPoint(20, 80));
+    QCOMPARE(opened, 2);
+}
 
-    void IsATableForAssistiveTechnology() {
-        Scene scene(file_.Path(), All);
-        QAccessibleInterface* grid = QAccessible::queryAccessibleInterface(&scene.grid);
-        QCOMPARE(grid->text(QAccessible::Name), u"Peças"_s);
-        QVERIFY(grid->tableInterface());
-        QAccessibleTableInterface* table = grid->tableInterface();
-        const QAccessibleInterface* cell = table->cellAt(1, 0);
-        QCOMPARE(cell->text(QAccessible::Name), u"Peça 00002"_s);
-        QCOMPARE(table->columnDescription(1), u"Código"_s);
-        const QString whole = u"Peça: Peça 00002, Código: 2"_s;
-        QCOMPARE(table->rowDescription(1), whole);
-        QCOMPARE(cell->text(QAccessible::Description), whole);
-    }
+TEST(TestBoundGrid, IsATableForAssistiveTechnology) {
+    Scene scene(file_.Path(), All);
+    QAccessibleInterface* grid = QAccessible::queryAccessibleInterface(&scene.grid);
+    QCOMPARE(grid->text(QAccessible::Name), u"Peças"_s);
+    QVERIFY(grid->tableInterface());
+    QAccessibleTableInterface* table = grid->tableInterface();
+    const QAccessibleInterface* cell = table->cellAt(1, 0);
+    QCOMPARE(cell->text(QAccessible::Name), u"Peça 00002"_s);
+    QCOMPARE(table->columnDescription(1), u"Código"_s);
+    const QString whole = u"Peça: Peça 00002, Código: 2"_s;
+    QCOMPARE(table->rowDescription(1), whole);
+    QCOMPARE(cell->text(QAccessible::Description), whole);
+}
 
-    // To the ear always, to the eye where there is nothing.
-    void SaysHowManyRowsThereAreOrWhyNone_data() {
-        const Table<QString, QString, bool> row("sql", "said", "seen");
-        row("many", All, "20.000 linhas", false);
-        row("one", "SELECT Nome FROM ITEM WHERE Codigo = 7", "1 linha", false);
-        row("none", None, "Nada com esse número.", true);
-    }
-    void SaysHowManyRowsThereAreOrWhyNone() {
-        QFETCH(const QString, sql);
-        QFETCH(const bool, seen);
+// To the ear always, to the eye where there is nothing.
+TEST(TestBoundGrid, SaysHowManyRowsThereAreOrWhyNone) {
+    for (const auto& [sql, said, seen] : Each<QString, QString, bool>{
+             {"many", All, "20.000 linhas", false},
+             {"one", "SELECT Nome FROM ITEM WHERE Codigo = 7", "1 linha", false},
+             {"none", None, "Nada com esse número.", true},
+         }) {
         Scene scene(file_.Path());
         scene.grid.SetEmptyText(u"Nada com esse número."_s);
         QStringList heard;
@@ -280,14 +273,11 @@ private Q_SLOTS:
         scene.form->Show();
         scene.Finish();
         QTRY_COMPARE(heard.size(), 1);
-        QTEST(heard.first(), "said");
+        QCOMPARE(heard.first(), said);
         QCOMPARE(QAccessible::queryAccessibleInterface(&scene.grid)->text(QAccessible::Description),
                  heard.first());
         const QImage before = scene.grid.grab().toImage();
         scene.grid.SetEmptyText({});
         QCOMPARE(scene.grid.grab().toImage() != before, seen);
     }
-};
-
-TARVO_TEST(TestBoundGrid);
-#include "test_boundgrid.moc"
+}

@@ -86,43 +86,43 @@ const QHash<QString, std::function<void(Screen& it, Screen& other)>> Steps = {
 
 }  // namespace
 
-class TestForm : public QObject {
-    Q_OBJECT
-
-private Q_SLOTS:
-    void init() { history.clear(); }
-
-    void cleanup() {
+struct TestForm : Fixture {
+    void init() override { history.clear(); }
+    void cleanup() override {
         for (Form* form : Form::Loaded()) {
             form->Unload();
         }
         Settle();
         QVERIFY(Form::Loaded().isEmpty());
     }
+};
 
-    void Activation_data() {
-        const Table<QString, QStringList> row("steps", "expected");
-        row("next screen, own visibility off", "b show, a hide", {"b load", "b activate"});
-        row("there and back", "b show, a hide, a reveal, b unload",
-            {"b load", "b activate", "a activate", "b unloading"});
-        row("hidden first, then the next", "a hide, b show", {"b load", "b activate"});
-        row("the one in front goes", "b show, b unload",
-            {"b load", "b activate", "b unloading", "a activate"});
-        row("the one in front hides and comes back", "b show, b hide, b reveal",
-            {"b load", "b activate", "a activate", "b activate"});
-        row("shown again while in front", "a show", {});
-        row("visible already", "b show, a reveal", {"b load", "b activate"});
-        row("minimised and back", "a minimise, a restore", {});
-        row("another window that is no screen", "a window, a front", {});
-        row("the user changes between two of them", "b show, a front",
-            {"b load", "b activate", "a activate"});
-        row("message box", "a box", {});
-        row("unloads itself while loading", "b only-load, b show", {"b load", "b unloading"});
-        row("next screen from the unload", "a then-other, a unload",
-            {"a unloading", "b load", "b activate"});
-    }
-    void Activation() {
-        QFETCH(const QString, steps);
+TEST(TestForm, Activation) {
+    for (const auto& [steps, expected] : Each<QString, QStringList>{
+             {"next screen, own visibility off", "b show, a hide", {"b load", "b activate"}},
+             {"there and back",
+              "b show, a hide, a reveal, b unload",
+              {"b load", "b activate", "a activate", "b unloading"}},
+             {"hidden first, then the next", "a hide, b show", {"b load", "b activate"}},
+             {"the one in front goes",
+              "b show, b unload",
+              {"b load", "b activate", "b unloading", "a activate"}},
+             {"the one in front hides and comes back",
+              "b show, b hide, b reveal",
+              {"b load", "b activate", "a activate", "b activate"}},
+             {"shown again while in front", "a show", {}},
+             {"visible already", "b show, a reveal", {"b load", "b activate"}},
+             {"minimised and back", "a minimise, a restore", {}},
+             {"another window that is no screen", "a window, a front", {}},
+             {"the user changes between two of them",
+              "b show, a front",
+              {"b load", "b activate", "a activate"}},
+             {"message box", "a box", {}},
+             {"unloads itself while loading", "b only-load, b show", {"b load", "b unloading"}},
+             {"next screen from the unload",
+              "a then-other, a unload",
+              {"a unloading", "b load", "b activate"}},
+         }) {
         const QPointer<Screen> a(new Screen(u"a"_s));
         const QPointer<Screen> b(new Screen(u"b"_s));
         a->Show();
@@ -135,193 +135,189 @@ private Q_SLOTS:
             Steps.value(step.mid(2))(ofA ? *a : *b, ofA ? *b : *a);
         }
         Settle();
-        QTEST(history, "expected");
+        QCOMPARE(history, expected);
         if (b && !b->IsLoaded()) {
             b->Unload();
         }
     }
+}
 
-    void ModalDialogBlocksAndGivesBack() {
-        auto* screen = new Screen(u"screen"_s);
-        screen->Show();
-        auto* dialog = new Screen(u"dialog"_s, Form::Kind::Dialog);
-        const QPointer<Form> watch(dialog);
-        QTimer::singleShot(50, [&] {
-            QCOMPARE(Form::Active(), dialog);
-            QVERIFY(QApplication::activeModalWidget() == dialog);
-            dialog->close();
-            QVERIFY(!dialog->isVisible());
-            QVERIFY(!Form::Find(u"dialog"_s));
-        });
-        dialog->ShowModal();
-        QCOMPARE(history, List("screen load", "screen activate", "dialog load", "dialog activate",
-                               "dialog unloading", "screen activate"));
-        Settle();
-        QVERIFY(watch.isNull());
-    }
+TEST(TestForm, ModalDialogBlocksAndGivesBack) {
+    auto* screen = new Screen(u"screen"_s);
+    screen->Show();
+    auto* dialog = new Screen(u"dialog"_s, Form::Kind::Dialog);
+    const QPointer<Form> watch(dialog);
+    QTimer::singleShot(50, [&] {
+        QCOMPARE(Form::Active(), dialog);
+        QVERIFY(QApplication::activeModalWidget() == dialog);
+        dialog->close();
+        QVERIFY(!dialog->isVisible());
+        QVERIFY(!Form::Find(u"dialog"_s));
+    });
+    dialog->ShowModal();
+    QCOMPARE(history, List("screen load", "screen activate", "dialog load", "dialog activate",
+                           "dialog unloading", "screen activate"));
+    Settle();
+    QVERIFY(watch.isNull());
+}
 
-    void FailedLoadLeavesNothing() {
-        auto* screen = new Screen(u"screen"_s);
-        const QPointer<Form> watch(screen);
-        screen->onLoad = [] { throw Erro(3021, u"Nenhum registro atual."_s); };
-        QVERIFY_THROWS_EXCEPTION(Erro, screen->Show());
-        QVERIFY(!Form::Find(u"screen"_s));
-        QVERIFY(!Form::Active());
-        Settle();
-        QVERIFY(watch.isNull());
-    }
+TEST(TestForm, FailedLoadLeavesNothing) {
+    auto* screen = new Screen(u"screen"_s);
+    const QPointer<Form> watch(screen);
+    screen->onLoad = [] { throw Erro(3021, u"Nenhum registro atual."_s); };
+    QVERIFY_THROWS_EXCEPTION(Erro, screen->Show());
+    QVERIFY(!Form::Find(u"screen"_s));
+    QVERIFY(!Form::Active());
+    Settle();
+    QVERIFY(watch.isNull());
+}
 
-    void ClicksReachWhatTheyHit() {
-        auto* screen = new Screen(u"screen"_s);
-        QStringList heard;
-        screen->onLoad = [&] {
-            auto* zone = new forms::ClickZone(u"imgSair"_s, u"Sair"_s, screen->Picture());
-            zone->setGeometry(27, 509, 45, 31);
-            connect(zone, &forms::Zone::Click, [&] { heard += u"zone"_s; });
-            connect(zone, &forms::Zone::MouseMove, [&] { heard += u"zone move"_s; });
-            auto* label = new forms::Label(u"lblEmissao"_s, screen->Picture());
-            label->setGeometry(142, 10, 107, 17);
-            auto* picture = new forms::Picture(u"imgFigura(0)"_s, {}, screen->Picture());
-            picture->setGeometry(10, 100, 120, 75);
-            connect(picture, &forms::Zone::Click, [&] { heard += u"picture"_s; });
-            connect(picture, &forms::Zone::DblClick, [&] { heard += u"picture double"_s; });
-        };
-        connect(screen, &Form::Click, [&] { heard += u"form"_s; });
-        connect(screen, &Form::MouseMove, [&] { heard += u"form move"_s; });
-        screen->Show();
+TEST(TestForm, ClicksReachWhatTheyHit) {
+    auto* screen = new Screen(u"screen"_s);
+    QStringList heard;
+    screen->onLoad = [&] {
+        auto* zone = new forms::ClickZone(u"imgSair"_s, u"Sair"_s, screen->Picture());
+        zone->setGeometry(27, 509, 45, 31);
+        connect(zone, &forms::Zone::Click, [&] { heard += u"zone"_s; });
+        connect(zone, &forms::Zone::MouseMove, [&] { heard += u"zone move"_s; });
+        auto* label = new forms::Label(u"lblEmissao"_s, screen->Picture());
+        label->setGeometry(142, 10, 107, 17);
+        auto* picture = new forms::Picture(u"imgFigura(0)"_s, {}, screen->Picture());
+        picture->setGeometry(10, 100, 120, 75);
+        connect(picture, &forms::Zone::Click, [&] { heard += u"picture"_s; });
+        connect(picture, &forms::Zone::DblClick, [&] { heard += u"picture double"_s; });
+    };
+    connect(screen, &Form::Click, [&] { heard += u"form"_s; });
+    connect(screen, &Form::MouseMove, [&] { heard += u"form move"_s; });
+    screen->Show();
 
-        ClickAt(*screen, {28, 510});
-        DoubleClickAt(*screen, {28, 510});
-        ClickAt(*screen, {300, 300});
-        ClickAt(*screen, {150, 15});  // a label keeps the mouse to itself
-        DoubleClickAt(*screen, {20, 110});
-        QCOMPARE(heard, List("zone", "zone", "zone", "form", "picture", "picture double"));
+    ClickAt(*screen, {28, 510});
+    DoubleClickAt(*screen, {28, 510});
+    ClickAt(*screen, {300, 300});
+    ClickAt(*screen, {150, 15});  // a label keeps the mouse to itself
+    DoubleClickAt(*screen, {20, 110});
+    QCOMPARE(heard, List("zone", "zone", "zone", "form", "picture", "picture double"));
 
-        heard.clear();
-        auto& zone = Find<forms::ClickZone>(*screen, "imgSair");
-        QTest::mousePress(&zone, Qt::LeftButton);
-        QTest::mouseRelease(&zone, Qt::LeftButton, {}, {-5, -5});
-        QTest::mouseClick(&zone, Qt::RightButton);
-        // The first half of this double click was spent on the screen before.
-        zone.hide();
-        zone.show();
-        QTest::mouseDClick(&zone, Qt::LeftButton);
-        QCOMPARE(heard, QStringList());
+    heard.clear();
+    auto& zone = Find<forms::ClickZone>(*screen, "imgSair");
+    QTest::mousePress(&zone, Qt::LeftButton);
+    QTest::mouseRelease(&zone, Qt::LeftButton, {}, {-5, -5});
+    QTest::mouseClick(&zone, Qt::RightButton);
+    // The first half of this double click was spent on the screen before.
+    zone.hide();
+    zone.show();
+    QTest::mouseDClick(&zone, Qt::LeftButton);
+    QCOMPARE(heard, QStringList());
 
-        QTest::mouseMove(&zone);
-        QTest::mouseMove(screen->Picture(), {400, 300});
-        Settle();
-        QCOMPARE(heard.first(), u"zone move"_s);
-        QCOMPARE(heard.last(), u"form move"_s);
-    }
+    QTest::mouseMove(&zone);
+    QTest::mouseMove(screen->Picture(), {400, 300});
+    Settle();
+    QCOMPARE(heard.first(), u"zone move"_s);
+    QCOMPARE(heard.last(), u"form move"_s);
+}
 
-    // Entering a box has meaning on some screens: the toolkit must not do it by itself.
-    void NobodyEntersABoxUnasked() {
-        auto* screen = new Screen(u"screen"_s);
-        int entered = 0;
-        int left = 0;
-        int keys = 0;
-        screen->onLoad = [&] {
-            for (const auto& name : {u"txtA"_s, u"txtB"_s}) {
-                auto* panel = new forms::Panel(u"pct"_s + name, {}, screen->Picture());
-                panel->setGeometry(0, name == u"txtA"_s ? 0 : 100, 200, 100);
-                auto* box = new forms::TextBox(name, name, panel);
-                connect(box, &forms::TextBox::GotFocus, [&] { ++entered; });
-                connect(box, &forms::TextBox::LostFocus, [&] { ++left; });
-            }
-        };
-        connect(screen, &Form::KeyDown, [&] { ++keys; });
-        screen->Show();
-        QVERIFY(QTest::qWaitForWindowActive(screen));
-        QCOMPARE(entered, 0);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F5);
-        QCOMPARE(keys, 1);
+// Entering a box has meaning on some screens: the toolkit must not do it by itself.
+TEST(TestForm, NobodyEntersABoxUnasked) {
+    auto* screen = new Screen(u"screen"_s);
+    int entered = 0;
+    int left = 0;
+    int keys = 0;
+    screen->onLoad = [&] {
+        for (const auto& name : {u"txtA"_s, u"txtB"_s}) {
+            auto* panel = new forms::Panel(u"pct"_s + name, {}, screen->Picture());
+            panel->setGeometry(0, name == u"txtA"_s ? 0 : 100, 200, 100);
+            auto* box = new forms::TextBox(name, name, panel);
+            connect(box, &forms::TextBox::GotFocus, [&] { ++entered; });
+            connect(box, &forms::TextBox::LostFocus, [&] { ++left; });
+        }
+    };
+    connect(screen, &Form::KeyDown, [&] { ++keys; });
+    screen->Show();
+    QVERIFY(QTest::qWaitForWindowActive(screen));
+    QCOMPARE(entered, 0);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F5);
+    QCOMPARE(keys, 1);
 
-        auto& box = Find<forms::TextBox>(*screen, "txtA");
-        box.setFocus();
-        QCOMPARE(entered, 1);
-        QWidget other;
-        other.show();
-        LeaveOverTo(other);
-        other.hide();
-        LeaveOverTo(*screen);
-        QCOMPARE(entered, 1);
+    auto& box = Find<forms::TextBox>(*screen, "txtA");
+    box.setFocus();
+    QCOMPARE(entered, 1);
+    QWidget other;
+    other.show();
+    LeaveOverTo(other);
+    other.hide();
+    LeaveOverTo(*screen);
+    QCOMPARE(entered, 1);
 
-        box.parentWidget()->hide();
-        QCOMPARE(entered, 1);
-        QCOMPARE(left, 1);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_X);
-        QCOMPARE(box.text(), QString());
-    }
+    box.parentWidget()->hide();
+    QCOMPARE(entered, 1);
+    QCOMPARE(left, 1);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_X);
+    QCOMPARE(box.text(), QString());
+}
 
-    void PictureStandsInTheMiddle() {
-        auto* screen = new Screen(u"screen"_s);
-        screen->Show();
-        screen->setWindowState(Qt::WindowNoState);
-        screen->resize(1067, 600);
-        QCOMPARE(screen->Picture()->geometry(), QRect(133, 0, 800, 600));
-        screen->resize(800, 600);
-        QCOMPARE(screen->Picture()->geometry(), QRect(0, 0, 800, 600));
-        screen->resize(640, 480);  // whole, behind scroll bars
-        QCOMPARE(screen->Picture()->geometry(), QRect(0, 0, 800, 600));
-        auto* area = screen->findChild<QScrollArea*>();
-        QVERIFY(area->verticalScrollBar()->maximum() >= 120);
-        QVERIFY(area->horizontalScrollBar()->maximum() >= 160);
-    }
+TEST(TestForm, PictureStandsInTheMiddle) {
+    auto* screen = new Screen(u"screen"_s);
+    screen->Show();
+    screen->setWindowState(Qt::WindowNoState);
+    screen->resize(1067, 600);
+    QCOMPARE(screen->Picture()->geometry(), QRect(133, 0, 800, 600));
+    screen->resize(800, 600);
+    QCOMPARE(screen->Picture()->geometry(), QRect(0, 0, 800, 600));
+    screen->resize(640, 480);  // whole, behind scroll bars
+    QCOMPARE(screen->Picture()->geometry(), QRect(0, 0, 800, 600));
+    auto* area = screen->findChild<QScrollArea*>();
+    QVERIFY(area->verticalScrollBar()->maximum() >= 120);
+    QVERIFY(area->horizontalScrollBar()->maximum() >= 160);
+}
 
-    // An error, an inner piece of work, a box and a modal screen come between begin and end.
-    void HourglassStandsAsLongAsTheWork() {
-        const auto work = [](const std::function<void()>& inner) {
-            const forms::Busy busy;
-            inner();
-            return forms::MousePointer();
-        };
-        QCOMPARE(work([&] { work([] {}); }), forms::vbHourglass);
-        QCOMPARE(forms::MousePointer(), forms::vbDefault);
-        QCOMPARE(ErrorOf([&] { work([] { throw Erro(Erro::InvalidArgument); }); }), 5);
-        QCOMPARE(forms::MousePointer(), forms::vbDefault);
+// An error, an inner piece of work, a box and a modal screen come between begin and end.
+TEST(TestForm, HourglassStandsAsLongAsTheWork) {
+    const auto work = [](const std::function<void()>& inner) {
+        const forms::Busy busy;
+        inner();
+        return forms::MousePointer();
+    };
+    QCOMPARE(work([&] { work([] {}); }), forms::vbHourglass);
+    QCOMPARE(forms::MousePointer(), forms::vbDefault);
+    QCOMPARE(ErrorOf([&] { work([] { throw Erro(Erro::InvalidArgument); }); }), 5);
+    QCOMPARE(forms::MousePointer(), forms::vbDefault);
 
-        int behind = -1;
-        QTimer::singleShot(50, [&] {
-            behind = forms::MousePointer();
-            QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
-        });
-        QCOMPARE(work([] { forms::MsgBox(u"Pronto."_s, forms::vbInformation, {}); }),
-                 forms::vbHourglass);
-        QCOMPARE(behind, forms::vbDefault);
+    int behind = -1;
+    QTimer::singleShot(50, [&] {
+        behind = forms::MousePointer();
+        QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
+    });
+    QCOMPARE(work([] { forms::MsgBox(u"Pronto."_s, forms::vbInformation, {}); }),
+             forms::vbHourglass);
+    QCOMPARE(behind, forms::vbDefault);
 
-        auto* dialog = new Screen(u"dialog"_s, Form::Kind::Dialog);
-        dialog->onActivate = [] { forms::SetMousePointer(forms::vbDefault); };
-        QTimer::singleShot(50, [&] {
-            behind = forms::MousePointer();
-            dialog->Unload();
-        });
-        QCOMPARE(work([&] { dialog->ShowModal(); }), forms::vbDefault);
-        QCOMPARE(behind, forms::vbDefault);
-    }
+    auto* dialog = new Screen(u"dialog"_s, Form::Kind::Dialog);
+    dialog->onActivate = [] { forms::SetMousePointer(forms::vbDefault); };
+    QTimer::singleShot(50, [&] {
+        behind = forms::MousePointer();
+        dialog->Unload();
+    });
+    QCOMPARE(work([&] { dialog->ShowModal(); }), forms::vbDefault);
+    QCOMPARE(behind, forms::vbDefault);
+}
 
-    void UntrappedErrorEndsTheProgramInOrder() {
-        auto* application = qobject_cast<forms::Application*>(qApp);
-        BoxAnswers boxes;
-        bool emergency = false;
-        application->SetEmergencyExit([&] {
-            emergency = true;
-            throw Erro(Erro::InternalError);
-        });
-        forms::SetMousePointer(11);
-        const int status = application->Run([] {
-            QTimer::singleShot(0, qApp, [] { throw Erro(3021, u"Nenhum registro atual."_s); });
-        });
-        application->SetEmergencyExit({});
-        QCOMPARE(status, 1);
-        QVERIFY(emergency);
-        QCOMPARE(forms::MousePointer(), 0);
-        QCOMPARE(boxes.Boxes().size(), 1);
-        QCOMPARE(boxes.Boxes().first().text, u"Erro nº: 3021\nNenhum registro atual."_s);
-        QCOMPARE(boxes.Boxes().first().flags, forms::vbCritical);
-        QCOMPARE(boxes.Boxes().first().title, u"Catálogo TARVO-LINDEN"_s);
-    }
-};
-
-TARVO_TEST(TestForm);
-#include "test_form.moc"
+TEST(TestForm, UntrappedErrorEndsTheProgramInOrder) {
+    auto* application = qobject_cast<forms::Application*>(qApp);
+    BoxAnswers boxes;
+    bool emergency = false;
+    application->SetEmergencyExit([&] {
+        emergency = true;
+        throw Erro(Erro::InternalError);
+    });
+    forms::SetMousePointer(11);
+    const int status = application->Run(
+        [] { QTimer::singleShot(0, qApp, [] { throw Erro(3021, u"Nenhum registro atual."_s); }); });
+    application->SetEmergencyExit({});
+    QCOMPARE(status, 1);
+    QVERIFY(emergency);
+    QCOMPARE(forms::MousePointer(), 0);
+    QCOMPARE(boxes.Boxes().size(), 1);
+    QCOMPARE(boxes.Boxes().first().text, u"Erro nº: 3021\nNenhum registro atual."_s);
+    QCOMPARE(boxes.Boxes().first().flags, forms::vbCritical);
+    QCOMPARE(boxes.Boxes().first().title, u"Catálogo TARVO-LINDEN"_s);
+}

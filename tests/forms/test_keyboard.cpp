@@ -8,9 +8,7 @@ using forms::ClickZone;
 using forms::Form;
 
 // A painted button under the keyboard.
-class TestKeyboard : public QObject {
-    Q_OBJECT
-
+struct TestKeyboard : Fixture {
     Form* screen_ = nullptr;
 
     ClickZone* Zone(const QString& name, const QRect& place) {
@@ -25,24 +23,22 @@ class TestKeyboard : public QObject {
         QVERIFY(QTest::qWaitForWindowActive(screen_));
     }
 
-private Q_SLOTS:
-    void init() { screen_ = new Form(u"screen"_s, Form::Kind::Screen, QSize(800, 600), {}); }
-    void cleanup() { screen_->Unload(); }
-
-    void KeysPressAZone_data() {
-        const Table<bool, int, QStringList> row("tickBox", "key", "heard");
-        const QStringList pressed = List("down", "click");
-        row("button, space", false, Qt::Key_Space, pressed);
-        row("button, enter", false, Qt::Key_Return, pressed);
-        row("button, enter of the number pad", false, Qt::Key_Enter, pressed);
-        row("button, another", false, Qt::Key_Escape, {"key"});
-        row("tick box, space", true, Qt::Key_Space, pressed);
-        row("tick box, enter", true, Qt::Key_Return, {"key"});
+    void init() override {
+        screen_ = new Form(u"screen"_s, Form::Kind::Screen, QSize(800, 600), {});
     }
-    void KeysPressAZone() {
-        QFETCH(bool, tickBox);
-        QFETCH(int, key);
-        QFETCH(QStringList, heard);
+    void cleanup() override { screen_->Unload(); }
+};
+
+TEST(TestKeyboard, KeysPressAZone) {
+    Each<bool, int, QStringList> row;
+    const QStringList pressed = List("down", "click");
+    row("button, space", false, Qt::Key_Space, pressed);
+    row("button, enter", false, Qt::Key_Return, pressed);
+    row("button, enter of the number pad", false, Qt::Key_Enter, pressed);
+    row("button, another", false, Qt::Key_Escape, {"key"});
+    row("tick box, space", true, Qt::Key_Space, pressed);
+    row("tick box, enter", true, Qt::Key_Return, {"key"});
+    for (const auto& [tickBox, key, heard] : row) {
         ClickZone* zone = Zone(u"imgOk"_s, {0, 0, 40, 20});
         if (tickBox) {
             zone->SetTicked(true);
@@ -56,47 +52,44 @@ private Q_SLOTS:
         QTest::keyClick(zone, Qt::Key(key));
         QCOMPARE(events, heard);
     }
+}
 
-    void TickBoxTellsItsState() {
-        ClickZone* zone = Zone(u"imgVerificarAuto"_s, {0, 0, 40, 20});
-        const QAccessibleInterface* box = QAccessible::queryAccessibleInterface(zone);
-        for (const bool ticked : {true, false}) {
-            zone->SetTicked(ticked);
-            QCOMPARE(box->role(), QAccessible::CheckBox);
-            QVERIFY(box->state().checkable);
-            QCOMPARE(bool(box->state().checked), ticked);
-        }
+TEST(TestKeyboard, TickBoxTellsItsState) {
+    ClickZone* zone = Zone(u"imgVerificarAuto"_s, {0, 0, 40, 20});
+    const QAccessibleInterface* box = QAccessible::queryAccessibleInterface(zone);
+    for (const bool ticked : {true, false}) {
+        zone->SetTicked(ticked);
+        QCOMPARE(box->role(), QAccessible::CheckBox);
+        QVERIFY(box->state().checkable);
+        QCOMPARE(bool(box->state().checked), ticked);
     }
+}
 
-    void AClickLeavesTheKeyboard() {
-        ClickZone* zone = Zone(u"imgAbrir"_s, {0, 0, 40, 20});
-        forms::TextBox box(u"txtNumeroTarvo"_s, u"Nº Tarvo"_s, screen_->Picture());
-        box.setGeometry(0, 100, 100, 21);
-        Open();
-        box.setFocus();
-        QTest::mouseClick(zone, Qt::LeftButton);
-        QVERIFY(box.hasFocus());
-    }
+TEST(TestKeyboard, AClickLeavesTheKeyboard) {
+    ClickZone* zone = Zone(u"imgAbrir"_s, {0, 0, 40, 20});
+    forms::TextBox box(u"txtNumeroTarvo"_s, u"Nº Tarvo"_s, screen_->Picture());
+    box.setGeometry(0, 100, 100, 21);
+    Open();
+    box.setFocus();
+    QTest::mouseClick(zone, Qt::LeftButton);
+    QVERIFY(box.hasFocus());
+}
 
-    // What an open panel covers is not reached, in either direction.
-    void TabPassesOverWhatIsCovered() {
-        ClickZone* above = Zone(u"above"_s, {10, 10, 40, 20});
-        Zone(u"covered"_s, {10, 110, 40, 20});
-        ClickZone* below = Zone(u"below"_s, {10, 310, 40, 20});
-        auto* panel = new forms::Panel(u"panel"_s, {}, screen_->Picture());
-        panel->setGeometry(0, 100, 800, 162);
-        Open();
-        const auto after = [](Qt::Key key) {
-            QTest::keyClick(QApplication::focusWidget(), key);
-            return QApplication::focusWidget();
-        };
-        QCOMPARE(after(Qt::Key_Tab), above);
-        QCOMPARE(after(Qt::Key_Tab), below);
-        QCOMPARE(after(Qt::Key_Backtab), above);
-        panel->hide();
-        QCOMPARE(after(Qt::Key_Tab)->objectName(), u"covered"_s);
-    }
-};
-
-TARVO_TEST(TestKeyboard);
-#include "test_keyboard.moc"
+// What an open panel covers is not reached, in either direction.
+TEST(TestKeyboard, TabPassesOverWhatIsCovered) {
+    ClickZone* above = Zone(u"above"_s, {10, 10, 40, 20});
+    Zone(u"covered"_s, {10, 110, 40, 20});
+    ClickZone* below = Zone(u"below"_s, {10, 310, 40, 20});
+    auto* panel = new forms::Panel(u"panel"_s, {}, screen_->Picture());
+    panel->setGeometry(0, 100, 800, 162);
+    Open();
+    const auto after = [](Qt::Key key) {
+        QTest::keyClick(QApplication::focusWidget(), key);
+        return QApplication::focusWidget();
+    };
+    QCOMPARE(after(Qt::Key_Tab), above);
+    QCOMPARE(after(Qt::Key_Tab), below);
+    QCOMPARE(after(Qt::Key_Backtab), above);
+    panel->hide();
+    QCOMPARE(after(Qt::Key_Tab)->objectName(), u"covered"_s);
+}

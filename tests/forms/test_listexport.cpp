@@ -92,53 +92,45 @@ void Cancel(forms::ProgressBox& box) {
 
 }  // namespace
 
-class TestListExport : public QObject {
-    Q_OBJECT
-
+struct TestListExport : Fixture {
     TestDatabase file_{Definition};
     TestDatabase::Session session_ = file_.Open();
 
-private Q_SLOTS:
-    void init() { QGuiApplication::clipboard()->setText(u"antes"_s); }
+    void init() override { QGuiApplication::clipboard()->setText(u"antes"_s); }
+};
 
-    void KeysCopyTheRowAndTheList() {
-        Scene scene(file_.Path(), Few);
-        QTest::keyClick(&scene.grid, Qt::Key_Down);
-        QTest::keyClick(&scene.grid, Qt::Key_C, Qt::ControlModifier);
-        QCOMPARE(Clipboard(), u"12a\t-3\tAnel; \"O\""_s);
-        QTest::keyClick(&scene.grid, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
-        const QString list =
-            u"Item\tQuantidade\tDescrição; nome\n1\t2,5\t=1+1\n12a\t-3\tAnel; \"O\"\n13\t\t\n"
-            "14\t0,0000001\tduas linhas\n"_s;
-        QCOMPARE(Clipboard(), list);
-        scene.grid.Export().SetNote([] { return u"só alguns"_s; });
-        scene.grid.Export().CopyList();
-        QCOMPARE(Clipboard(), u"só alguns\n"_s + list);
-        QCOMPARE(scene.grid.currentIndex().row(), 1);
-    }
+TEST(TestListExport, KeysCopyTheRowAndTheList) {
+    Scene scene(file_.Path(), Few);
+    QTest::keyClick(&scene.grid, Qt::Key_Down);
+    QTest::keyClick(&scene.grid, Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(Clipboard(), u"12a\t-3\tAnel; \"O\""_s);
+    QTest::keyClick(&scene.grid, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    const QString list =
+        u"Item\tQuantidade\tDescrição; nome\n1\t2,5\t=1+1\n12a\t-3\tAnel; \"O\"\n13\t\t\n"
+        "14\t0,0000001\tduas linhas\n"_s;
+    QCOMPARE(Clipboard(), list);
+    scene.grid.Export().SetNote([] { return u"só alguns"_s; });
+    scene.grid.Export().CopyList();
+    QCOMPARE(Clipboard(), u"só alguns\n"_s + list);
+    QCOMPARE(scene.grid.currentIndex().row(), 1);
+}
 
-    void SavesForSpreadsheets() {
-        Scene scene(file_.Path(), Few);
-        scene.grid.Export().SaveList();
-        const QByteArray rows =
-            "Item;Quantidade;\"Descrição; nome\"\r\n1;2,5;'=1+1\r\n12a;-3;\"Anel; "
-            "\"\"O\"\"\"\r\n13;;\r\n"
-            "14;0,0000001;\"duas\nlinhas\"\r\n";
-        QCOMPARE(sys::ReadBytes(scene.path), "\xEF\xBB\xBF" + rows);
-        scene.grid.Export().SetNote([] { return u"Só os do jogo \"X\""_s; });
-        scene.grid.Export().SaveList();
-        QCOMPARE(sys::ReadBytes(scene.path), "\xEF\xBB\xBF\"Só os do jogo \"\"X\"\"\"\r\n" + rows);
-        QCOMPARE(scene.Names(), List("lista.csv"));
-    }
+TEST(TestListExport, SavesForSpreadsheets) {
+    Scene scene(file_.Path(), Few);
+    scene.grid.Export().SaveList();
+    const QByteArray rows =
+        "Item;Quantidade;\"Descrição; nome\"\r\n1;2,5;'=1+1\r\n12a;-3;\"Anel; "
+        "\"\"O\"\"\"\r\n13;;\r\n"
+        "14;0,0000001;\"duas\nlinhas\"\r\n";
+    QCOMPARE(sys::ReadBytes(scene.path), "\xEF\xBB\xBF" + rows);
+    scene.grid.Export().SetNote([] { return u"Só os do jogo \"X\""_s; });
+    scene.grid.Export().SaveList();
+    QCOMPARE(sys::ReadBytes(scene.path), "\xEF\xBB\xBF\"Só os do jogo \"\"X\"\"\"\r\n" + rows);
+    QCOMPARE(scene.Names(), List("lista.csv"));
+}
 
-    void MenuByMouseAndByKeys_data() {
-        QTest::addColumn<int>("how");
-        QTest::newRow("mouse") << 0;
-        QTest::newRow("menu key") << 1;
-        QTest::newRow("Shift+F10") << 2;
-    }
-    void MenuByMouseAndByKeys() {
-        QFETCH(int, how);
+TEST(TestListExport, MenuByMouseAndByKeys) {
+    for (const int how : {0, 1, 2}) {  // the mouse, the menu key, Shift+F10
         Scene scene(file_.Path(), Few);
         const QPoint place(100, 27);
         QWidget* viewport = scene.grid.viewport();
@@ -170,72 +162,69 @@ private Q_SLOTS:
         // A word of the dialog's list that the toolkit's own translation leaves out.
         QCOMPARE(QFileIconProvider().type(QFileInfo(QFileInfo(file_.Path()).path())), u"Pasta"_s);
     }
+}
 
-    void NothingToTake() {
-        Scene scene(file_.Path(), None);
-        QTest::keyClick(&scene.grid, Qt::Key_C, Qt::ControlModifier);
-        QTest::keyClick(&scene.grid, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
-        QTest::keyClick(&scene.grid, Qt::Key_F10, Qt::ShiftModifier);
-        for (const QAction* action : scene.Menu()->actions()) {
-            QVERIFY(!action->isEnabled());
-        }
-        scene.Menu()->close();
-        scene.grid.Export().SaveList();
-        QCOMPARE(Clipboard(), u"antes"_s);
-        QCOMPARE(scene.asked, 0);
+TEST(TestListExport, NothingToTake) {
+    Scene scene(file_.Path(), None);
+    QTest::keyClick(&scene.grid, Qt::Key_C, Qt::ControlModifier);
+    QTest::keyClick(&scene.grid, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    QTest::keyClick(&scene.grid, Qt::Key_F10, Qt::ShiftModifier);
+    for (const QAction* action : scene.Menu()->actions()) {
+        QVERIFY(!action->isEnabled());
     }
+    scene.Menu()->close();
+    scene.grid.Export().SaveList();
+    QCOMPARE(Clipboard(), u"antes"_s);
+    QCOMPARE(scene.asked, 0);
+}
 
-    void ALongListIsWhole() {
-        Scene scene(file_.Path(), All);
-        QVERIFY(!scene.source.GetRecordset()->IsComplete());
-        scene.grid.Export().SaveList();
-        const QByteArray saved = sys::ReadBytes(scene.path);
-        QCOMPARE(saved.count('\n'), Many + 1);
-        QVERIFY(saved.endsWith("\r\n;;Peça 300000\r\n"));
-    }
+TEST(TestListExport, ALongListIsWhole) {
+    Scene scene(file_.Path(), All);
+    QVERIFY(!scene.source.GetRecordset()->IsComplete());
+    scene.grid.Export().SaveList();
+    const QByteArray saved = sys::ReadBytes(scene.path);
+    QCOMPARE(saved.count('\n'), Many + 1);
+    QVERIFY(saved.endsWith("\r\n;;Peça 300000\r\n"));
+}
 
-    void CancellingLeavesEverythingAsItWas() {
-        Scene scene(file_.Path(), All);
-        Write(scene.path, "velha");
-        const int before = forms::ProgressBox::SetDelay(0);
-        WhenTheBoxIsUp(Cancel);
-        scene.grid.Export().SaveList();
-        QCOMPARE(sys::ReadBytes(scene.path), "velha"_ba);
-        WhenTheBoxIsUp([](forms::ProgressBox& box) { box.reject(); });
-        scene.grid.Export().CopyList();
-        QCOMPARE(Clipboard(), u"antes"_s);
-        scene.grid.Export().SaveList();
-        QVERIFY(sys::ReadBytes(scene.path).endsWith(";;Peça 300000\r\n"));
-        QCOMPARE(scene.Names(), List("lista.csv"));
-        forms::ProgressBox::SetDelay(before);
-    }
+TEST(TestListExport, CancellingLeavesEverythingAsItWas) {
+    Scene scene(file_.Path(), All);
+    Write(scene.path, "velha");
+    const int before = forms::ProgressBox::SetDelay(0);
+    WhenTheBoxIsUp(Cancel);
+    scene.grid.Export().SaveList();
+    QCOMPARE(sys::ReadBytes(scene.path), "velha"_ba);
+    WhenTheBoxIsUp([](forms::ProgressBox& box) { box.reject(); });
+    scene.grid.Export().CopyList();
+    QCOMPARE(Clipboard(), u"antes"_s);
+    scene.grid.Export().SaveList();
+    QVERIFY(sys::ReadBytes(scene.path).endsWith(";;Peça 300000\r\n"));
+    QCOMPARE(scene.Names(), List("lista.csv"));
+    forms::ProgressBox::SetDelay(before);
+}
 
-    // Something that runs meanwhile brings another result, or takes the screen away.
-    void AListThatGivesWay() {
-        Scene scene(file_.Path(), All);
-        BoxAnswers boxes;
-        const int before = forms::ProgressBox::SetDelay(0);
-        WhenTheBoxIsUp([&scene](forms::ProgressBox&) { scene.source.Refresh(); });
-        scene.grid.Export().SaveList();
-        forms::ProgressBox::SetDelay(before);
-        QCOMPARE(boxes.Texts().size(), 1);
-        QVERIFY(boxes.Texts().first().contains(u"A lista mudou"_s));
-        QCOMPARE(scene.Names(), QStringList());
-    }
+// Something that runs meanwhile brings another result, or takes the screen away.
+TEST(TestListExport, AListThatGivesWay) {
+    Scene scene(file_.Path(), All);
+    BoxAnswers boxes;
+    const int before = forms::ProgressBox::SetDelay(0);
+    WhenTheBoxIsUp([&scene](forms::ProgressBox&) { scene.source.Refresh(); });
+    scene.grid.Export().SaveList();
+    forms::ProgressBox::SetDelay(before);
+    QCOMPARE(boxes.Texts().size(), 1);
+    QVERIFY(boxes.Texts().first().contains(u"A lista mudou"_s));
+    QCOMPARE(scene.Names(), QStringList());
+}
 
-    void WhatFailsIsTold() {
-        Scene scene(file_.Path(), Few);
-        BoxAnswers boxes;
-        scene.path = scene.folder.filePath(u"nada/lista.csv"_s);
-        scene.grid.Export().SaveList();
-        QCOMPARE(boxes.Boxes().size(), 1);
-        QVERIFY(boxes.Boxes().first().text.startsWith(
-            u"A lista não foi salva em \"%1\"."_s.arg(scene.path)));
-        scene.path.clear();
-        scene.grid.Export().SaveList();
-        QCOMPARE(boxes.Boxes().size(), 1);
-    }
-};
-
-TARVO_TEST(TestListExport);
-#include "test_listexport.moc"
+TEST(TestListExport, WhatFailsIsTold) {
+    Scene scene(file_.Path(), Few);
+    BoxAnswers boxes;
+    scene.path = scene.folder.filePath(u"nada/lista.csv"_s);
+    scene.grid.Export().SaveList();
+    QCOMPARE(boxes.Boxes().size(), 1);
+    QVERIFY(boxes.Boxes().first().text.startsWith(
+        u"A lista não foi salva em \"%1\"."_s.arg(scene.path)));
+    scene.path.clear();
+    scene.grid.Export().SaveList();
+    QCOMPARE(boxes.Boxes().size(), 1);
+}

@@ -18,9 +18,7 @@ QStringList LinesOf(const QString& text) {
 }  // namespace
 
 // Rows from spreadsheets.
-class TestPlanilhas : public QObject {
-    Q_OBJECT
-
+struct TestPlanilhas : Fixture {
     std::unique_ptr<QTemporaryDir> root_;
     importar::Order order_;
 
@@ -41,8 +39,7 @@ class TestPlanilhas : public QObject {
     }
     QStringList Rows(const AnyText& sql) const { return RowsIn(In("novo"), sql); }
 
-private Q_SLOTS:
-    void init() {
+    void init() override {
         root_ = std::make_unique<QTemporaryDir>();
         order_ = {In("csv"), In("novo")};
         QDir().mkpath(In("csv"));
@@ -51,27 +48,26 @@ private Q_SLOTS:
             QVERIFY(QFile::copy(small.filePath(name), In("csv/") + name));
         }
     }
-    void cleanup() { root_.reset(); }
+    void cleanup() override { root_.reset(); }
+};
 
-    void AllOfIt() {
-        const auto outcome = Import();
-        QVERIFY(outcome.made);
-        // Only pictures are missing: the rows keep every rule, and every index is there.
-        for (const auto& finding : outcome.findings) {
-            QVERIFY2(finding.weight == verificar::Weight::Hint ||
-                         finding.what.contains(u"o arquivo não existe"_s),
-                     qPrintable(finding.what));
-        }
+TEST(TestPlanilhas, AllOfIt) {
+    const auto outcome = Import();
+    QVERIFY(outcome.made);
+    // Only pictures are missing: the rows keep every rule, and every index is there.
+    for (const auto& finding : outcome.findings) {
+        QVERIFY2(finding.weight == verificar::Weight::Hint ||
+                     finding.what.contains(u"o arquivo não existe"_s),
+                 qPrintable(finding.what));
     }
+}
 
-    void Cases_data() {
-        const Table<QString> row("text");
-        for (const QString& text : Pieces(sys::ReadText(Given("casos.data")), u"== "_s)) {
-            row(text.section(u'\n', 0, 0).toUtf8(), text.section(u'\n', 1));
-        }
+TEST(TestPlanilhas, Cases) {
+    Each<QString> row;
+    for (const QString& text : Pieces(sys::ReadText(Given("casos.data")), u"== "_s)) {
+        row(text.section(u'\n', 0, 0).toUtf8(), text.section(u'\n', 1));
     }
-    void Cases() {
-        QFETCH(QString, text);
+    for (const auto& [text] : row) {
         static const QRegularExpression files(u"\n(\\?\\?|!!)"_s);
         for (const QString& file : Pieces(text.split(files).first(), u"-- "_s)) {
             const QString name = file.section(u'\n', 0, 0);
@@ -92,19 +88,16 @@ private Q_SLOTS:
         }
         QCOMPARE(told, LinesOf(text.section(u"\n!!"_s, 1)));
     }
+}
 
-    // A line at the end of a file is refused, and the rest goes in as if it had not been there.
-    void Refused_data() {
-        const Table<QString, QString, QString> row("file", "line", "why");
-        for (const QString& text : LinesOf(sys::ReadText(Given("recusadas.tsv")))) {
-            const QStringList cells = text.split(u'\t');
-            row(cells.at(1).toUtf8(), cells.at(0), cells.at(1), cells.at(2));
-        }
+// A line at the end of a file is refused, and the rest goes in as if it had not been there.
+TEST(TestPlanilhas, Refused) {
+    Each<QString, QString, QString> row;
+    for (const QString& text : LinesOf(sys::ReadText(Given("recusadas.tsv")))) {
+        const QStringList cells = text.split(u'\t');
+        row(cells.at(1).toUtf8(), cells.at(0), cells.at(1), cells.at(2));
     }
-    void Refused() {
-        QFETCH(QString, file);
-        QFETCH(QString, line);
-        QFETCH(QString, why);
+    for (const auto& [file, line, why] : row) {
         const QString before = sys::ReadText(In("csv/") + file);
         const qsizetype number = before.count(u'\n') + 1;
         Write(In("csv/") + file, (before + line).toUtf8());
@@ -115,93 +108,93 @@ private Q_SLOTS:
         QVERIFY(sys::ReadText(In("novo/recusadas.csv"))
                     .contains(file + u';' + QString::number(number)));
         QCOMPARE(
-            Rows("SELECT (SELECT count(*) FROM PECA) || (SELECT count(*) FROM PECA_COMPONENTE) || "
+            Rows("SELECT (SELECT count(*) FROM PECA) || (SELECT count(*) FROM PECA_COMPONENTE) "
+                 "|| "
                  "(SELECT count(*) FROM REFERENCIACRUZADA) || (SELECT Versao FROM UMREGISTRO)"),
             List("2214"));
     }
+}
 
-    void NothingIsWrittenByACheck() {
-        Change(u"COMPONENTE.csv"_s, "x;C1;Mola\n");
-        order_.check = true;
-        order_.folder.clear();
-        const auto outcome = Import();
-        QCOMPARE(outcome.refused, 4);  // what hung on the components
-        QVERIFY(!outcome.made);
-        QCOMPARE(NamesIn(root_->path()), List("csv"));
-        QVERIFY(importar::Report(order_, outcome).endsWith(u"Conferido; nada foi gravado.\n"_s));
-    }
+TEST(TestPlanilhas, NothingIsWrittenByACheck) {
+    Change(u"COMPONENTE.csv"_s, "x;C1;Mola\n");
+    order_.check = true;
+    order_.folder.clear();
+    const auto outcome = Import();
+    QCOMPARE(outcome.refused, 4);  // what hung on the components
+    QVERIFY(!outcome.made);
+    QCOMPARE(NamesIn(root_->path()), List("csv"));
+    QVERIFY(importar::Report(order_, outcome).endsWith(u"Conferido; nada foi gravado.\n"_s));
+}
 
-    void AllOrNothing() {
-        Change(u"VEICULO_PECA.csv"_s, "1;99\n");
-        order_.allOrNothing = true;
-        const auto outcome = Import();
-        QVERIFY(!outcome.made);
-        QCOMPARE(outcome.refusedFile, In("recusadas.csv"));
-        QCOMPARE(NamesIn(root_->path()), List("csv", "recusadas.csv"));
-        QCOMPARE(sys::ReadText(In("recusadas.csv")),
-                 u"Arquivo;Linha;Motivo;Campos\r\nVEICULO_PECA.csv;2;\"CodigoPeca: \"\"99\"\" não "
-                 "existe em PECA\";1;99\r\n"_s);
-        Change(u"VEICULO_PECA.csv"_s, "1;10\n");
-        QVERIFY(Import().made);
-    }
+TEST(TestPlanilhas, AllOrNothing) {
+    Change(u"VEICULO_PECA.csv"_s, "1;99\n");
+    order_.allOrNothing = true;
+    const auto outcome = Import();
+    QVERIFY(!outcome.made);
+    QCOMPARE(outcome.refusedFile, In("recusadas.csv"));
+    QCOMPARE(NamesIn(root_->path()), List("csv", "recusadas.csv"));
+    QCOMPARE(sys::ReadText(In("recusadas.csv")),
+             u"Arquivo;Linha;Motivo;Campos\r\nVEICULO_PECA.csv;2;\"CodigoPeca: \"\"99\"\" não "
+             "existe em PECA\";1;99\r\n"_s);
+    Change(u"VEICULO_PECA.csv"_s, "1;10\n");
+    QVERIFY(Import().made);
+}
 
-    void PicturesComeAlong() {
-        Write(In("csv/fotopeca/foto.jpg"), "foto");
-        Write(In("csv/FIGURAS/valvula.png"), "figura");
-        Write(In("csv/ajuda_catalogo_tarvo-linden.hlp"), "ajuda");
-        QCOMPARE(Import().pictures, 3);
-        QCOMPARE(sys::ReadBytes(In("novo/FotoPeca/foto.jpg")), "foto"_ba);
-        QCOMPARE(sys::ReadBytes(In("novo/Figuras/valvula.png")), "figura"_ba);
-        QCOMPARE(sys::ReadBytes(In("novo/Ajuda_Catalogo_TARVO-LINDEN.hlp")), "ajuda"_ba);
-        order_.folder = In("outro");
-        order_.pictures = false;
-        QCOMPARE(Import().pictures, 0);
-        QCOMPARE(NamesIn(In("outro/FotoPeca")), QStringList());
-    }
+TEST(TestPlanilhas, PicturesComeAlong) {
+    Write(In("csv/fotopeca/foto.jpg"), "foto");
+    Write(In("csv/FIGURAS/valvula.png"), "figura");
+    Write(In("csv/ajuda_catalogo_tarvo-linden.hlp"), "ajuda");
+    QCOMPARE(Import().pictures, 3);
+    QCOMPARE(sys::ReadBytes(In("novo/FotoPeca/foto.jpg")), "foto"_ba);
+    QCOMPARE(sys::ReadBytes(In("novo/Figuras/valvula.png")), "figura"_ba);
+    QCOMPARE(sys::ReadBytes(In("novo/Ajuda_Catalogo_TARVO-LINDEN.hlp")), "ajuda"_ba);
+    order_.folder = In("outro");
+    order_.pictures = false;
+    QCOMPARE(Import().pictures, 0);
+    QCOMPARE(NamesIn(In("outro/FotoPeca")), QStringList());
+}
 
-    void ModelsAreAcceptedAsTheyAre() {
-        importar::WriteModels(In("modelos"));
-        QCOMPARE(NamesIn(In("modelos")).size(), 13);
-        QVERIFY(sys::ReadText(In("modelos/PECA_COMPONENTE.csv"))
-                    .startsWith(
-                        u"CodigoPeca;NumeroTarvoPeca;ItemComponente;CodigoComponente;"
+TEST(TestPlanilhas, ModelsAreAcceptedAsTheyAre) {
+    importar::WriteModels(In("modelos"));
+    QCOMPARE(NamesIn(In("modelos")).size(), 13);
+    QVERIFY(
+        sys::ReadText(In("modelos/PECA_COMPONENTE.csv"))
+            .startsWith(u"CodigoPeca;NumeroTarvoPeca;ItemComponente;CodigoComponente;"
                         "NumeroTarvoComponente;QuantidadeComponente\r\n# código da peça;em vez de "
                         "CodigoPeca;"_s));
-        order_.from = In("modelos");
-        const auto outcome = Import();
-        QVERIFY(outcome.made);
-        QCOMPARE(outcome.refused, 0);
-        QCOMPARE(Rows("SELECT (SELECT count(*) FROM PECA) || Versao FROM UMREGISTRO"), List("01"));
-    }
+    order_.from = In("modelos");
+    const auto outcome = Import();
+    QVERIFY(outcome.made);
+    QCOMPARE(outcome.refused, 0);
+    QCOMPARE(Rows("SELECT (SELECT count(*) FROM PECA) || Versao FROM UMREGISTRO"), List("01"));
+}
 
-    void WhereItMayNotGo() {
-        Write(In("cheia/arquivo"));
-        QDir().mkpath(In("vazia"));
-        const auto complaint = [&](const AnyText& from, const AnyText& to) {
-            return ComplaintOf({In(from), In(to)});
-        };
-        QVERIFY(complaint("csv", "cheia").contains(u"já existe e não é uma pasta vazia"_s));
-        QVERIFY(complaint("csv", "nada/novo").contains(u"Não há pasta"_s));
-        QVERIFY(complaint("nada", "novo").contains(u"Não há \"%1\""_s.arg(In("nada"))));
-        QCOMPARE(complaint("csv", "vazia"), QString());
-    }
+TEST(TestPlanilhas, WhereItMayNotGo) {
+    Write(In("cheia/arquivo"));
+    QDir().mkpath(In("vazia"));
+    const auto complaint = [&](const AnyText& from, const AnyText& to) {
+        return ComplaintOf({In(from), In(to)});
+    };
+    QVERIFY(complaint("csv", "cheia").contains(u"já existe e não é uma pasta vazia"_s));
+    QVERIFY(complaint("csv", "nada/novo").contains(u"Não há pasta"_s));
+    QVERIFY(complaint("nada", "novo").contains(u"Não há \"%1\""_s.arg(In("nada"))));
+    QCOMPARE(complaint("csv", "vazia"), QString());
+}
 
-    // The real program, in a world of its own: a disk with little room, a folder that nobody may
-    // write.
-    void BadPlaces_data() {
-        const Table<QString, QString> row("command", "told");
-        row("full disk", "mount -t tmpfs -o size=100k t '%2' && '%1' '%3' '%2/novo'",
-            "spaço no disco");
-        row("full behind the catalogue",
-            "mount -t tmpfs -o size=1m t '%2' && head -c 2000000 /dev/zero > '%3/foto' && mkdir "
-            "'%3/FotoPeca' && mv '%3/foto' '%3/FotoPeca' && '%1' '%3' '%2/novo'",
-            "disco está cheio");
-        row("read only", "mount -t tmpfs -o size=1m,ro t '%2' && '%1' '%3' '%2/novo'",
-            "Não foi possível gravar na pasta");
-    }
-    void BadPlaces() {
-        QFETCH(QString, command);
-        QFETCH(QString, told);
+// The real program, in a world of its own: a disk with little room, a folder that nobody may
+// write.
+TEST(TestPlanilhas, BadPlaces) {
+    for (const auto& [command, told] : Each<QString, QString>{
+             {"full disk", "mount -t tmpfs -o size=100k t '%2' && '%1' '%3' '%2/novo'",
+              "spaço no disco"},
+             {"full behind the catalogue",
+              "mount -t tmpfs -o size=1m t '%2' && head -c 2000000 /dev/zero > '%3/foto' && "
+              "mkdir "
+              "'%3/FotoPeca' && mv '%3/foto' '%3/FotoPeca' && '%1' '%3' '%2/novo'",
+              "disco está cheio"},
+             {"read only", "mount -t tmpfs -o size=1m,ro t '%2' && '%1' '%3' '%2/novo'",
+              "Não foi possível gravar na pasta"},
+         }) {
         QDir().mkpath(In("disco"));
         const QString said = SaidAlone(command.arg(Program, In("disco"), In("csv")), In("disco"));
         if (said.isEmpty()) {
@@ -209,51 +202,48 @@ private Q_SLOTS:
         }
         QVERIFY2(said.contains(told) && said.endsWith(u"\n 2\n"_s), qPrintable(said));
     }
+}
 
-    void AnInterruptionLeavesNothing() {
-        QByteArray many;
-        for (int i = 1; i <= 300000; ++i) {
-            many += "3;1234;" + QByteArray::number(i) + '\n';
-        }
-        Change(u"REFERENCIACRUZADA.csv"_s, QString::fromLatin1(many));
-        QProcess process;
-        process.start(Program, {In("csv"), In("novo")});
-        QTRY_VERIFY(NamesIn(root_->path()).size() > 1);
-        process.terminate();
-        QVERIFY(process.waitForFinished());
-        QCOMPARE(process.exitCode(), 2);
-        QVERIFY(process.readAllStandardError().contains("Interrompido; nada foi criado"));
-        QCOMPARE(NamesIn(root_->path()), List("csv"));
+TEST(TestPlanilhas, AnInterruptionLeavesNothing) {
+    QByteArray many;
+    for (int i = 1; i <= 300000; ++i) {
+        many += "3;1234;" + QByteArray::number(i) + '\n';
     }
+    Change(u"REFERENCIACRUZADA.csv"_s, QString::fromLatin1(many));
+    QProcess process;
+    process.start(Program, {In("csv"), In("novo")});
+    QTRY_VERIFY(NamesIn(root_->path()).size() > 1);
+    process.terminate();
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 2);
+    QVERIFY(process.readAllStandardError().contains("Interrompido; nada foi criado"));
+    QCOMPARE(NamesIn(root_->path()), List("csv"));
+}
 
-    void TheProgram() {
-        const QString from = order_.from;
-        for (const AnyTexts& wrong : {AnyTexts{},
-                                      {"a"},
-                                      {"a", "b", "c"},
-                                      {"a", "--nada"},
-                                      {"a", "b", "--exemplos"},
-                                      {"a", "b", "--exemplos", "-1"},
-                                      {"a", "b", "--conferir"},
-                                      {"a", "b", "--recusadas"}}) {
-            QVERIFY(SaidBy(Program, wrong).startsWith(u"2 Uso: "_s));
-        }
-        const auto ends = [&](const AnyTexts& arguments, const AnyText& said) {
-            const QString all = SaidBy(Program, arguments);
-            QVERIFY2(all.startsWith(said.first(2)) && all.contains(said.mid(2)), qPrintable(all));
-        };
-        ends({"--ajuda"}, "0 Uso: ");
-        ends({from, "--conferir"}, "0 Conferido");
-        ends({from, order_.folder}, "0 Catálogo criado");
-        Change(u"VEICULO_PECA.csv"_s, "1;99\n1;98\n");
-        ends({from, In("b"), "--exemplos", "1", "--recusadas", In("r.csv")}, "1 … e mais 1\n");
-        ends({from, In("c"), "--tudo-ou-nada"}, "2 Nada foi criado");
-        ends({"--modelos", In("m")}, "0 Modelos gravados");
-        ends({"--modelos", In("m")}, "2 tarvo-importar: ");
-        QCOMPARE(NamesIn(root_->path()), List("b", "csv", "m", "novo", "r.csv", "recusadas.csv"));
-        QVERIFY(!QFile::exists(In("b/recusadas.csv")));
+TEST(TestPlanilhas, TheProgram) {
+    const QString from = order_.from;
+    for (const AnyTexts& wrong : {AnyTexts{},
+                                  {"a"},
+                                  {"a", "b", "c"},
+                                  {"a", "--nada"},
+                                  {"a", "b", "--exemplos"},
+                                  {"a", "b", "--exemplos", "-1"},
+                                  {"a", "b", "--conferir"},
+                                  {"a", "b", "--recusadas"}}) {
+        QVERIFY(SaidBy(Program, wrong).startsWith(u"2 Uso: "_s));
     }
-};
-
-TARVO_TEST(TestPlanilhas);
-#include "test_planilhas.moc"
+    const auto ends = [&](const AnyTexts& arguments, const AnyText& said) {
+        const QString all = SaidBy(Program, arguments);
+        QVERIFY2(all.startsWith(said.first(2)) && all.contains(said.mid(2)), qPrintable(all));
+    };
+    ends({"--ajuda"}, "0 Uso: ");
+    ends({from, "--conferir"}, "0 Conferido");
+    ends({from, order_.folder}, "0 Catálogo criado");
+    Change(u"VEICULO_PECA.csv"_s, "1;99\n1;98\n");
+    ends({from, In("b"), "--exemplos", "1", "--recusadas", In("r.csv")}, "1 … e mais 1\n");
+    ends({from, In("c"), "--tudo-ou-nada"}, "2 Nada foi criado");
+    ends({"--modelos", In("m")}, "0 Modelos gravados");
+    ends({"--modelos", In("m")}, "2 tarvo-importar: ");
+    QCOMPARE(NamesIn(root_->path()), List("b", "csv", "m", "novo", "r.csv", "recusadas.csv"));
+    QVERIFY(!QFile::exists(In("b/recusadas.csv")));
+}

@@ -16,9 +16,7 @@ QColor Tom(int pagina) {
 
 }  // namespace
 
-class ConhecaTarvoTest : public QObject {
-    Q_OBJECT
-
+struct ConhecaTarvoTest : Fixture {
     std::unique_ptr<QTemporaryDir> pasta_;
     frmConhecaTarvo* tela_ = nullptr;
 
@@ -60,95 +58,90 @@ class ConhecaTarvoTest : public QObject {
 
     QColor Fundo() const { return tela_->grab().toImage().pixelColor(400, 100); }
 
-private Q_SLOTS:
-    void init() {
+    void init() override {
         pasta_ = std::make_unique<QTemporaryDir>();
         gCaminho = pasta_->path() + u'\\';
         for (int i = 1; i <= TotalPaginas; ++i) {
             WritePicture(Pagina(i), {800, 573}, Tom(i));
         }
     }
-
-    void cleanup() {
+    void cleanup() override {
         if (forms::Form::Find(frmConhecaTarvo::Nome)) {
             tela_->Unload();
         }
         Settle();
     }
-
-    void ForwardAndBack() {
-        const QStringList lugares = {
-            u"A81,518 F15,518"_s,           u"A714,525 F428,525 V667,525"_s,
-            u"A272,529 F15,529 V225,529"_s, u"A512,516 F15,516 V465,516"_s,
-            u"F15,524 V522,524"_s,
-        };
-        Abrir();
-        QCOMPARE(tela_->size(), QSize(800, 573));
-        for (int i = 1; i <= TotalPaginas; ++i) {
-            QCOMPARE(Botoes(), lugares.at(i - 1));
-            QCOMPARE(Fundo(), Tom(i));
-            if (i < TotalPaginas) {
-                ClickAt(*tela_, Meio(u"imgAvancar"_s));
-            }
-        }
-        QTest::keyClick(tela_, Qt::Key_Right);  // no further page
-        for (int i = TotalPaginas; i > 1; --i) {
-            QCOMPARE(Botoes(), lugares.at(i - 1));
-            ClickAt(*tela_, Meio(u"imgVoltar"_s));
-        }
-        QTest::keyClick(tela_, Qt::Key_Left);
-        QCOMPARE(Botoes(), lugares.at(0));
-        QCOMPARE(Fundo(), Tom(1));
-    }
-
-    // A lit picture belongs to its button wherever that stands, and lies over it.
-    void LightTravelsWithTheButtons() {
-        Abrir();
-        MoveTo(*tela_, Meio(u"imgAvancar"_s));
-        QCOMPARE(Acesas(), List("imgAvancarSelecionada"));
-        const QImage acesa = Find<QWidget>(*tela_, "imgAvancarSelecionada").grab().toImage();
-
-        ClickAt(*tela_, Meio(u"imgAvancar"_s));
-        QCOMPARE(Acesas(), QStringList());  // the button has gone from under the mouse
-        for (const auto& [nome, desvio] :
-             {std::pair(u"imgAvancar"_s, QPoint(0, -1)), std::pair(u"imgVoltar"_s, QPoint(-7, -1)),
-              std::pair(u"imgFechar"_s, QPoint(-4, -1))}) {
-            MoveTo(*tela_, {400, 100});
-            QCOMPARE(Acesas(), QStringList());
-            const QImage apagado = tela_->grab().toImage();
-            MoveTo(*tela_, Meio(nome));
-            QCOMPARE(Acesas(), List(nome + u"Selecionada"_s));
-            QCOMPARE(Find<QWidget>(*tela_, nome + u"Selecionada"_s).pos(),
-                     Find<QWidget>(*tela_, nome).pos() + desvio);
-            QVERIFY(tela_->grab().toImage().pixel(Meio(nome) - QPoint(0, 12)) !=
-                    apagado.pixel(Meio(nome) - QPoint(0, 12)));
-        }
-        QCOMPARE(Find<QWidget>(*tela_, "imgAvancarSelecionada").grab().toImage(), acesa);
-    }
-
-    void APageThatCannotBeShownIsWhite() {
-        QVERIFY(QFile::remove(Pagina(2)));
-        Write(Pagina(3), "BM nothing");
-        Abrir();
-        for (int i = 2; i <= 3; ++i) {
-            ClickAt(*tela_, Meio(u"imgAvancar"_s));
-            QCOMPARE(Fundo(), QColor(Qt::white));
-        }
-        ClickAt(*tela_, Meio(u"imgAvancar"_s));
-        QCOMPARE(Fundo(), Tom(4));
-
-        // Left at page 4, it begins at the first again.
-        ClickAt(*tela_, Meio(u"imgFechar"_s));
-        QVERIFY(!forms::Form::Find(frmConhecaTarvo::Nome));
-        QCOMPARE(forms::MousePointer(), forms::vbDefault);
-        forms::SetMousePointer(forms::vbHourglass);  // as the search screen leaves it
-        Abrir();
-        QCOMPARE(forms::MousePointer(), forms::vbDefault);
-        QCOMPARE(Fundo(), Tom(1));
-        QTest::keyClick(tela_, Qt::Key_Escape);
-        QVERIFY(!forms::Form::Find(frmConhecaTarvo::Nome));
-    }
 };
 
-TARVO_TEST(ConhecaTarvoTest);
-#include "conheca_tarvo_test.moc"
+TEST(ConhecaTarvoTest, ForwardAndBack) {
+    const QStringList lugares = {
+        u"A81,518 F15,518"_s,           u"A714,525 F428,525 V667,525"_s,
+        u"A272,529 F15,529 V225,529"_s, u"A512,516 F15,516 V465,516"_s,
+        u"F15,524 V522,524"_s,
+    };
+    Abrir();
+    QCOMPARE(tela_->size(), QSize(800, 573));
+    for (int i = 1; i <= TotalPaginas; ++i) {
+        QCOMPARE(Botoes(), lugares.at(i - 1));
+        QCOMPARE(Fundo(), Tom(i));
+        if (i < TotalPaginas) {
+            ClickAt(*tela_, Meio(u"imgAvancar"_s));
+        }
+    }
+    QTest::keyClick(tela_, Qt::Key_Right);  // no further page
+    for (int i = TotalPaginas; i > 1; --i) {
+        QCOMPARE(Botoes(), lugares.at(i - 1));
+        ClickAt(*tela_, Meio(u"imgVoltar"_s));
+    }
+    QTest::keyClick(tela_, Qt::Key_Left);
+    QCOMPARE(Botoes(), lugares.at(0));
+    QCOMPARE(Fundo(), Tom(1));
+}
+
+// A lit picture belongs to its button wherever that stands, and lies over it.
+TEST(ConhecaTarvoTest, LightTravelsWithTheButtons) {
+    Abrir();
+    MoveTo(*tela_, Meio(u"imgAvancar"_s));
+    QCOMPARE(Acesas(), List("imgAvancarSelecionada"));
+    const QImage acesa = Find<QWidget>(*tela_, "imgAvancarSelecionada").grab().toImage();
+
+    ClickAt(*tela_, Meio(u"imgAvancar"_s));
+    QCOMPARE(Acesas(), QStringList());  // the button has gone from under the mouse
+    for (const auto& [nome, desvio] :
+         {std::pair(u"imgAvancar"_s, QPoint(0, -1)), std::pair(u"imgVoltar"_s, QPoint(-7, -1)),
+          std::pair(u"imgFechar"_s, QPoint(-4, -1))}) {
+        MoveTo(*tela_, {400, 100});
+        QCOMPARE(Acesas(), QStringList());
+        const QImage apagado = tela_->grab().toImage();
+        MoveTo(*tela_, Meio(nome));
+        QCOMPARE(Acesas(), List(nome + u"Selecionada"_s));
+        QCOMPARE(Find<QWidget>(*tela_, nome + u"Selecionada"_s).pos(),
+                 Find<QWidget>(*tela_, nome).pos() + desvio);
+        QVERIFY(tela_->grab().toImage().pixel(Meio(nome) - QPoint(0, 12)) !=
+                apagado.pixel(Meio(nome) - QPoint(0, 12)));
+    }
+    QCOMPARE(Find<QWidget>(*tela_, "imgAvancarSelecionada").grab().toImage(), acesa);
+}
+
+TEST(ConhecaTarvoTest, APageThatCannotBeShownIsWhite) {
+    QVERIFY(QFile::remove(Pagina(2)));
+    Write(Pagina(3), "BM nothing");
+    Abrir();
+    for (int i = 2; i <= 3; ++i) {
+        ClickAt(*tela_, Meio(u"imgAvancar"_s));
+        QCOMPARE(Fundo(), QColor(Qt::white));
+    }
+    ClickAt(*tela_, Meio(u"imgAvancar"_s));
+    QCOMPARE(Fundo(), Tom(4));
+
+    // Left at page 4, it begins at the first again.
+    ClickAt(*tela_, Meio(u"imgFechar"_s));
+    QVERIFY(!forms::Form::Find(frmConhecaTarvo::Nome));
+    QCOMPARE(forms::MousePointer(), forms::vbDefault);
+    forms::SetMousePointer(forms::vbHourglass);  // as the search screen leaves it
+    Abrir();
+    QCOMPARE(forms::MousePointer(), forms::vbDefault);
+    QCOMPARE(Fundo(), Tom(1));
+    QTest::keyClick(tela_, Qt::Key_Escape);
+    QVERIFY(!forms::Form::Find(frmConhecaTarvo::Nome));
+}

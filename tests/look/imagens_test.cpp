@@ -36,23 +36,16 @@ protected:
 
 }  // namespace
 
-class TestImagens : public QObject {
-    Q_OBJECT
+struct TestImagens : Fixture {};
 
-private Q_SLOTS:
-    void TheNewPictureComesBeforeTheOldOneGoes() {
-        Tela tela;
-        tela.diario.clear();
-        for (const char* palavra : {"FORM", "OK", "OK", "SAIR", "FORM", "FORM", "ok"}) {
-            tela.diario += QLatin1String(palavra);
-            tela.MostrarSelecionada(QLatin1String(palavra));
-            QCOMPARE(tela.ImagemAtual(), QLatin1String(palavra));
-        }
-        QCOMPARE(tela.diario.join(u' '),
-                 "FORM OK +OK OK SAIR +SAIR -OK FORM -SAIR FORM ok +SAIR"_L1);
-        QVERIFY(!tela.perguntas.contains("FORM"_L1));
+TEST(TestImagens, TheNewPictureComesBeforeTheOldOneGoes) {
+    Tela tela;
+    tela.diario.clear();
+    for (const char* palavra : {"FORM", "OK", "OK", "SAIR", "FORM", "FORM", "ok"}) {
+        tela.diario += QLatin1String(palavra);
+        tela.MostrarSelecionada(QLatin1String(palavra));
+        QCOMPARE(tela.ImagemAtual(), QLatin1String(palavra));
     }
-};
-
-TARVO_TEST(TestImagens);
-#include "imagens_test.moc"
+    QCOMPARE(tela.diario.join(u' '), "FORM OK +OK OK SAIR +SAIR -OK FORM -SAIR FORM ok +SAIR"_L1);
+    QVERIFY(!tela.perguntas.contains("FORM"_L1));
+}

@@ -23,36 +23,26 @@ double Contraste(const QColor& a, const QColor& b) {
 }  // namespace
 
 // Text keeps 4.5 to 1 on every ground that it stands on, and the edge of a box 3 to 1.
-class PaletaTest : public QObject {
-    Q_OBJECT
+struct PaletaTest : Fixture {};
 
-private Q_SLOTS:
-    void Contrastes_data() {
-        const Table<QColor, QColor, double> row("frente", "fundo", "minimo");
-        const Paleta& p = Paleta::Atual();
-        const auto texto = [&row](const char* nome, const QColor& frente,
-                                  std::initializer_list<QColor> fundos) {
-            for (const QColor& fundo : fundos) {
-                row(QByteArray(nome) + ' ' + fundo.name().toLatin1(), frente, fundo, 4.5);
-            }
-        };
-        texto("tinta", p.tinta,
-              {p.papel, p.branco, p.gaveta, p.cabecaGrade, p.acento, p.acentoPalido});
-        texto("tintaSuave", p.tintaSuave, {p.papel, p.branco, p.gaveta});
-        texto("gelo", p.gelo, {p.petroleo, p.petroleoFundo, p.petroleoVivo, p.alerta});
-        texto("nevoa", p.nevoa, {p.petroleo, p.petroleoFundo, p.petroleoVivo});
-        row("contorno", p.contorno, p.branco, 3.0);
-        row("acento", p.acento, p.petroleoVivo, 3.0);
-        row("acentoTraco", p.acentoTraco, p.papel, 3.0);
-    }
-    void Contrastes() {
-        QFETCH(QColor, frente);
-        QFETCH(QColor, fundo);
-        QFETCH(double, minimo);
+TEST(PaletaTest, Contrastes) {
+    Each<QColor, QColor, double> row;
+    const Paleta& p = Paleta::Atual();
+    const auto texto = [&row](const char* nome, const QColor& frente,
+                              std::initializer_list<QColor> fundos) {
+        for (const QColor& fundo : fundos) {
+            row(QByteArray(nome) + ' ' + fundo.name().toLatin1(), frente, fundo, 4.5);
+        }
+    };
+    texto("tinta", p.tinta, {p.papel, p.branco, p.gaveta, p.cabecaGrade, p.acento, p.acentoPalido});
+    texto("tintaSuave", p.tintaSuave, {p.papel, p.branco, p.gaveta});
+    texto("gelo", p.gelo, {p.petroleo, p.petroleoFundo, p.petroleoVivo, p.alerta});
+    texto("nevoa", p.nevoa, {p.petroleo, p.petroleoFundo, p.petroleoVivo});
+    row("contorno", p.contorno, p.branco, 3.0);
+    row("acento", p.acento, p.petroleoVivo, 3.0);
+    row("acentoTraco", p.acentoTraco, p.papel, 3.0);
+    for (const auto& [frente, fundo, minimo] : row) {
         const double contraste = Contraste(frente, fundo);
         QVERIFY2(contraste >= minimo, qPrintable(QString::number(contraste)));
     }
-};
-
-TARVO_TEST(PaletaTest);
-#include "paleta_test.moc"
+}

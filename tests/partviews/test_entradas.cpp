@@ -2,9 +2,7 @@
 #include "support/test.h"
 
 // What the data and other computers can do to the part views.
-class TestEntradas : public QObject {
-    Q_OBJECT
-
+struct TestEntradas : Fixture {
     std::unique_ptr<Janela> janela_;
 
     void Abrir(const AnyText& numero) {
@@ -15,109 +13,102 @@ class TestEntradas : public QObject {
     QStringList Pecas() { return Coluna(Resultado, "dtcResultadoPesquisaPeca", "NumeroTarvoPeca"); }
     QStringList Itens() { return Coluna(Lista, "dtcListaPecas", "ItemComponente"); }
 
-private Q_SLOTS:
-    void init() { janela_ = std::make_unique<Janela>(); }
-    void cleanup() { janela_.reset(); }
+    void init() override { janela_ = std::make_unique<Janela>(); }
+    void cleanup() override { janela_.reset(); }
+};
 
-    void aPartOfAThousandItems() {
-        constexpr int Total = 1000;
-        QStringList linhas;
-        for (int i = 1; i <= Total; ++i) {
-            linhas += u"1, '%1', %2, %3"_s.arg(i, 4).arg(i % 3 + 1).arg(i);
-        }
-        janela_->catalogo.Executar(List("DELETE FROM PECA_COMPONENTE") +
-                                   Inserir("PECA_COMPONENTE", linhas));
-        Abrir("12002");
-        Clicar(Resultado, "imgListaComponentesFundo");
-        auto* caixa = Achar<QLineEdit>(Lista, "txtItem");
-        caixa->setFocus();
-        QTest::keyClicks(caixa, u"1000"_s);
-        QCOMPARE(caixa->text(), u"1000"_s);
-        QCOMPARE(Itens().size(), Total);
-        QCOMPARE(Linhas(Lista, "dtcListaPecas")->AbsolutePosition(), Total - 1);
-        QCOMPARE(Itens().last(), u"1000"_s);
+TEST(TestEntradas, aPartOfAThousandItems) {
+    constexpr int Total = 1000;
+    QStringList linhas;
+    for (int i = 1; i <= Total; ++i) {
+        linhas += u"1, '%1', %2, %3"_s.arg(i, 4).arg(i % 3 + 1).arg(i);
     }
+    janela_->catalogo.Executar(List("DELETE FROM PECA_COMPONENTE") +
+                               Inserir("PECA_COMPONENTE", linhas));
+    Abrir("12002");
+    Clicar(Resultado, "imgListaComponentesFundo");
+    auto* caixa = Achar<QLineEdit>(Lista, "txtItem");
+    caixa->setFocus();
+    QTest::keyClicks(caixa, u"1000"_s);
+    QCOMPARE(caixa->text(), u"1000"_s);
+    QCOMPARE(Itens().size(), Total);
+    QCOMPARE(Linhas(Lista, "dtcListaPecas")->AbsolutePosition(), Total - 1);
+    QCOMPARE(Itens().last(), u"1000"_s);
+}
 
-    // Every column that may be Null is Null, in every row that a screen can show.
-    void nullsEverywhere() {
-        janela_->catalogo.Executar(
-            {"UPDATE PECA SET DescricaoPeca = NULL, ArquivoFotoPeca = NULL",
-             "UPDATE COMPONENTE SET NumeroTarvoComponente = NULL, DescricaoComponente = NULL",
-             "UPDATE JOGOREPARO SET NumeroTarvoJogoReparo = NULL, DescricaoJogoReparo = NULL",
-             "UPDATE PECA_COMPONENTE SET QuantidadeComponente = NULL",
-             "UPDATE VEICULO SET DescricaoVeiculo = NULL",
-             "UPDATE CLIENTECONCORRENTE SET DescricaoClienteConcorrente = NULL",
-             "UPDATE REFERENCIACRUZADA SET NumeroClienteConcorrente = NULL WHERE NumeroTarvo = "
-             "'12002' AND NumeroClienteConcorrente = 'A71'",
-             "UPDATE FOTOPECAPESQUISA SET DescricaoFotoPecaPesquisa = NULL, "
-             "ArquivoFotoPecaPesquisa = NULL"});
-        Abrir("12002");
-        QCOMPARE(Pecas(), List("12002"));
-        QCOMPARE(Coluna(Resultado, "dtcVeiculosPeca", "Veiculo"), List(QString()));
-        Escolher(Resultado, "cboNumeroClienteConcorrentePeca", 1);
-        QCOMPARE(Pecas().size(), 2);
-        Clicar(Resultado, "imgListaComponentesFundo");
+// Every column that may be Null is Null, in every row that a screen can show.
+TEST(TestEntradas, nullsEverywhere) {
+    janela_->catalogo.Executar(
+        {"UPDATE PECA SET DescricaoPeca = NULL, ArquivoFotoPeca = NULL",
+         "UPDATE COMPONENTE SET NumeroTarvoComponente = NULL, DescricaoComponente = NULL",
+         "UPDATE JOGOREPARO SET NumeroTarvoJogoReparo = NULL, DescricaoJogoReparo = NULL",
+         "UPDATE PECA_COMPONENTE SET QuantidadeComponente = NULL",
+         "UPDATE VEICULO SET DescricaoVeiculo = NULL",
+         "UPDATE CLIENTECONCORRENTE SET DescricaoClienteConcorrente = NULL",
+         "UPDATE REFERENCIACRUZADA SET NumeroClienteConcorrente = NULL WHERE NumeroTarvo = "
+         "'12002' AND NumeroClienteConcorrente = 'A71'",
+         "UPDATE FOTOPECAPESQUISA SET DescricaoFotoPecaPesquisa = NULL, "
+         "ArquivoFotoPecaPesquisa = NULL"});
+    Abrir("12002");
+    QCOMPARE(Pecas(), List("12002"));
+    QCOMPARE(Coluna(Resultado, "dtcVeiculosPeca", "Veiculo"), List(QString()));
+    Escolher(Resultado, "cboNumeroClienteConcorrentePeca", 1);
+    QCOMPARE(Pecas().size(), 2);
+    Clicar(Resultado, "imgListaComponentesFundo");
+    QCOMPARE(Itens().size(), 4);
+    for (const QString& caixa : {u"txtDescricaoComponente"_s, u"txtNumeroTarvo"_s,
+                                 u"txtNumeroClienteConcorrente"_s, u"txtItem"_s}) {
+        auto* texto = Achar<QLineEdit>(Lista, caixa);
+        texto->setFocus();
+        QTest::keyClicks(texto, u"1"_s);
         QCOMPARE(Itens().size(), 4);
-        for (const QString& caixa : {u"txtDescricaoComponente"_s, u"txtNumeroTarvo"_s,
-                                     u"txtNumeroClienteConcorrente"_s, u"txtItem"_s}) {
-            auto* texto = Achar<QLineEdit>(Lista, caixa);
-            texto->setFocus();
-            QTest::keyClicks(texto, u"1"_s);
-            QCOMPARE(Itens().size(), 4);
-        }
-        auto* jogos = Achar<forms::ComboList>(Lista, "cboMostraNaListaPecas");
-        jogos->SetListIndex(1);
-        QVERIFY(Itens().size() < 4);
-        Clicar(Lista, "imgPesquisaFundo");
-        Clicar(Busca, "imgPesquisa3");
-        Clicar(Busca, "imgFigura(0)");
-        QCOMPARE(janela_->Caixas(), QStringList());
     }
+    auto* jogos = Achar<forms::ComboList>(Lista, "cboMostraNaListaPecas");
+    jogos->SetListIndex(1);
+    QVERIFY(Itens().size() < 4);
+    Clicar(Lista, "imgPesquisaFundo");
+    Clicar(Busca, "imgPesquisa3");
+    Clicar(Busca, "imgFigura(0)");
+    QCOMPARE(janela_->Caixas(), QStringList());
+}
 
-    // The search hands six digits over: a longer code is cut to another one.
-    void aCodeOfSevenDigitsIsCut_data() {
-        const Table<QString, QStringList> row("outra", "pecas");
-        row("to nobody's", "654321", {});
-        row("to another part's", "123456", {"B9"});
-    }
-    void aCodeOfSevenDigitsIsCut() {
-        QFETCH(QString, outra);
-        QFETCH(QStringList, pecas);
+// The search hands six digits over: a longer code is cut to another one.
+TEST(TestEntradas, aCodeOfSevenDigitsIsCut) {
+    for (const auto& [outra, pecas] : Each<QString, QStringList>{
+             {"to nobody's", "654321", {}},
+             {"to another part's", "123456", {"B9"}},
+         }) {
         janela_->catalogo.Executar(
             Inserir("PECA", {"1234567, 'B8', 'Bujão', NULL, NULL, NULL",
                              outra + u", 'B9', 'Bujão', NULL, NULL, NULL"_s}));
         Abrir("B8");
         QCOMPARE(Pecas(), pecas);
     }
+}
 
-    // The row of the chosen customer belongs to all who share the file. Whoever comes back to a
-    // screen of his own finds his choice in force again.
-    void anotherComputerChoosesAnotherCustomer() {
-        Abrir("12002");
-        Escolher(Resultado, "cboNumeroClienteConcorrentePeca", 1);
-        QCOMPARE(Pecas().size(), 2);
-        Clicar(Resultado, "imgListaComponentesFundo");
+// The row of the chosen customer belongs to all who share the file. Whoever comes back to a
+// screen of his own finds his choice in force again.
+TEST(TestEntradas, anotherComputerChoosesAnotherCustomer) {
+    Abrir("12002");
+    Escolher(Resultado, "cboNumeroClienteConcorrentePeca", 1);
+    QCOMPARE(Pecas().size(), 2);
+    Clicar(Resultado, "imgListaComponentesFundo");
 
-        const OutroComputador outro;
-        outro.banco->Execute(u"UPDATE CODIGOCLIENTECONCORRENTE SET CodigoClienteConcorrente = 9"_s);
-        QCOMPARE(Itens().size(), 4);
-        Clicar(Lista, "imgResultadoPesquisaFundo");
-        QVERIFY(QTest::qWaitForWindowActive(forms::Form::Find(Resultado)));
-        QTRY_COMPARE(Valor("SELECT CodigoClienteConcorrente FROM CODIGOCLIENTECONCORRENTE"),
-                     u"7"_s);
-        QCOMPARE(Pecas().size(), 2);
-    }
+    const OutroComputador outro;
+    outro.banco->Execute(u"UPDATE CODIGOCLIENTECONCORRENTE SET CodigoClienteConcorrente = 9"_s);
+    QCOMPARE(Itens().size(), 4);
+    Clicar(Lista, "imgResultadoPesquisaFundo");
+    QVERIFY(QTest::qWaitForWindowActive(forms::Form::Find(Resultado)));
+    QTRY_COMPARE(Valor("SELECT CodigoClienteConcorrente FROM CODIGOCLIENTECONCORRENTE"), u"7"_s);
+    QCOMPARE(Pecas().size(), 2);
+}
 
-    void aPhotoOfThirtyMegapixelsIsKeptSmall() {
-        WritePicture(janela_->catalogo.Pasta() + u"/FotoPeca/peca1.png"_s, {6400, 4800},
-                     Qt::darkCyan, "JPG");
-        Abrir("12002");
-        const QPixmap vista = Achar<forms::Picture>(Resultado, "imgFotoPeca")->Pixmap();
-        const QSizeF lugar = vista.deviceIndependentSize();
-        QVERIFY(lugar.width() <= 250 && lugar.height() <= 195);
-        QVERIFY(lugar.width() > 240);
-    }
-};
-
-TARVO_TEST(TestEntradas);
-#include "test_entradas.moc"
+TEST(TestEntradas, aPhotoOfThirtyMegapixelsIsKeptSmall) {
+    WritePicture(janela_->catalogo.Pasta() + u"/FotoPeca/peca1.png"_s, {6400, 4800}, Qt::darkCyan,
+                 "JPG");
+    Abrir("12002");
+    const QPixmap vista = Achar<forms::Picture>(Resultado, "imgFotoPeca")->Pixmap();
+    const QSizeF lugar = vista.deviceIndependentSize();
+    QVERIFY(lugar.width() <= 250 && lugar.height() <= 195);
+    QVERIFY(lugar.width() > 240);
+}

@@ -4,9 +4,7 @@
 
 #include <QTimer>
 
-class TestLista : public QObject {
-    Q_OBJECT
-
+struct TestLista : Fixture {
     std::unique_ptr<Janela> janela_;
 
     QStringList Valores(const AnyText& campo) { return Coluna(Lista, "dtcListaPecas", campo); }
@@ -17,189 +15,187 @@ class TestLista : public QObject {
     }
     bool PainelVisivel() { return Achar(Lista, "pctJogosReparo")->isVisible(); }
 
-private Q_SLOTS:
-    void init() {
+    void init() override {
         janela_ = std::make_unique<Janela>();
         janela_->Abrir();
         Janela::AbrirDaBusca("Peças", "12002");
         Clicar(Resultado, "imgListaComponentesFundo");
         QVERIFY(QTest::qWaitForWindowActive(forms::Form::Find(Lista)));
     }
-    void cleanup() { janela_.reset(); }
+    void cleanup() override { janela_.reset(); }
+};
 
-    void oneRowPerItem() {
-        QCOMPARE(Rotulo(Lista, "lblInf"), u"Peça: Válvula relé        Nº Tarvo: 12002"_s);
-        janela_->catalogo.Executar(
-            {"UPDATE PECA_COMPONENTE SET QuantidadeComponente = 0.5 WHERE ItemComponente = '   "
-             "2'"});
-        Achar(Lista, "txtItem")->setFocus();
-        QCOMPARE(
-            Copiada(Lista, "grdListaPecas"),
-            u"Item|Quantidade|Descrição|Nº Tarvo|Nº do cliente / 1|1|Corpo da válvula|K5600| / "
-            "2|0,5|Válvula relé|12000| / 12a|2|Anel de vedação|A3400| / 100||Anel de vedação|A3400|"_s);
-    }
+TEST(TestLista, oneRowPerItem) {
+    QCOMPARE(Rotulo(Lista, "lblInf"), u"Peça: Válvula relé        Nº Tarvo: 12002"_s);
+    janela_->catalogo.Executar(
+        {"UPDATE PECA_COMPONENTE SET QuantidadeComponente = 0.5 WHERE ItemComponente = '   "
+         "2'"});
+    Achar(Lista, "txtItem")->setFocus();
+    QCOMPARE(
+        Copiada(Lista, "grdListaPecas"),
+        u"Item|Quantidade|Descrição|Nº Tarvo|Nº do cliente / 1|1|Corpo da válvula|K5600| / "
+        "2|0,5|Válvula relé|12000| / 12a|2|Anel de vedação|A3400| / 100||Anel de vedação|A3400|"_s);
+}
 
-    void seeks_data() {
-        const Table<QString, QString, QString> row("caixa", "texto", "item");
-        row("item", "txtItem", "12A", "  12a");
-        row("item not there", "txtItem", "13", " 100");
-        row("behind the last", "txtItem", "999", " 100");
-        row("description", "txtDescricaoComponente", "c", "   1");
-        row("quote", "txtDescricaoComponente", "v'", "   2");
-        row("number", "txtNumeroTarvo", "0-1K", "   1");
-        // A customer's number keeps the digit in front of its letter.
-        row("customer's number", "txtNumeroClienteConcorrente", "05-a", "   1");
-    }
-    void seeks() {
-        QFETCH(QString, caixa);
-        QFETCH(QString, texto);
+TEST(TestLista, seeks) {
+    for (const auto& [caixa, texto, item] : Each<QString, QString, QString>{
+             {"item", "txtItem", "12A", "  12a"},
+             {"item not there", "txtItem", "13", " 100"},
+             {"behind the last", "txtItem", "999", " 100"},
+             {"description", "txtDescricaoComponente", "c", "   1"},
+             {"quote", "txtDescricaoComponente", "v'", "   2"},
+             {"number", "txtNumeroTarvo", "0-1K", "   1"},
+             // A customer's number keeps the digit in front of its letter.
+             {"customer's number", "txtNumeroClienteConcorrente", "05-a", "   1"},
+         }) {
         UmNumeroDeCadaUm();
         auto* campo = Achar<QLineEdit>(Lista, caixa);
         campo->setFocus();
         QTRY_VERIFY(campo->hasFocus());
         QTest::keyClicks(campo, texto);
-        QTEST(ItemAtualDaLista(), "item");
+        QCOMPARE(ItemAtualDaLista(), item);
         QCOMPARE(campo->text(), texto);
         QVERIFY(campo->hasFocus());
     }
+}
 
-    void enteringABoxSortsByItsColumn_data() {
-        const Table<QString, QString, QStringList> row("caixa", "campo", "valores");
-        row("item", "txtItem", "ItemComponente", {"   1", "   2", "  12a", " 100"});
-        row("description", "txtDescricaoComponente", "DescricaoComponente",
-            {"Anel de vedação", "Anel de vedação", "Corpo da válvula", "Válvula relé"});
-        row("number", "txtNumeroTarvo", "NumeroTarvoComponente",
-            {"12000", "A3400", "A3400", "K5600"});
-        row("customer's number", "txtNumeroClienteConcorrente", "NumeroClienteConcorrente",
-            {QString(), "5A9", "B2", "B2"});
-    }
-    void enteringABoxSortsByItsColumn() {
-        QFETCH(QString, caixa);
-        QFETCH(QString, campo);
+TEST(TestLista, enteringABoxSortsByItsColumn) {
+    for (const auto& [caixa, campo, valores] : Each<QString, QString, QStringList>{
+             {"item", "txtItem", "ItemComponente", {"   1", "   2", "  12a", " 100"}},
+             {"description",
+              "txtDescricaoComponente",
+              "DescricaoComponente",
+              {"Anel de vedação", "Anel de vedação", "Corpo da válvula", "Válvula relé"}},
+             {"number",
+              "txtNumeroTarvo",
+              "NumeroTarvoComponente",
+              {"12000", "A3400", "A3400", "K5600"}},
+             {"customer's number",
+              "txtNumeroClienteConcorrente",
+              "NumeroClienteConcorrente",
+              {QString(), "5A9", "B2", "B2"}},
+         }) {
         UmNumeroDeCadaUm();
         Achar(Lista, caixa == u"txtItem" ? u"txtNumeroTarvo"_s : u"txtItem"_s)->setFocus();
         QTest::mouseClick(Achar(Lista, caixa), Qt::LeftButton);
-        QTEST(Valores(campo), "valores");
+        QCOMPARE(Valores(campo), valores);
     }
+}
 
-    void theGridHasTheKeyboardWheneverTheListComes() {
-        const auto* grade = Achar(Lista, "grdListaPecas");
-        QTRY_VERIFY(grade->hasFocus());
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
-        QCOMPARE(Linhas(Lista, "dtcListaPecas")->AbsolutePosition(), 1);
-        Clicar(Lista, "imgResultadoPesquisaFundo");
-        QTRY_VERIFY(Achar(Resultado, "grdResultadoPesquisaPeca")->hasFocus());
-        // By the keyboard alone: the button that was pressed gives it up.
-        auto* botao = Achar(Resultado, "imgListaComponentesFundo");
-        botao->setFocus();
-        QTest::keyClick(botao, Qt::Key_Space);
-        QTRY_VERIFY(Achar(Lista, "grdListaPecas")->hasFocus());
-        forms::Form::Find(Lista)->close();
-        QTRY_VERIFY(Achar(Resultado, "grdResultadoPesquisaPeca")->hasFocus());
+TEST(TestLista, theGridHasTheKeyboardWheneverTheListComes) {
+    const auto* grade = Achar(Lista, "grdListaPecas");
+    QTRY_VERIFY(grade->hasFocus());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    QCOMPARE(Linhas(Lista, "dtcListaPecas")->AbsolutePosition(), 1);
+    Clicar(Lista, "imgResultadoPesquisaFundo");
+    QTRY_VERIFY(Achar(Resultado, "grdResultadoPesquisaPeca")->hasFocus());
+    // By the keyboard alone: the button that was pressed gives it up.
+    auto* botao = Achar(Resultado, "imgListaComponentesFundo");
+    botao->setFocus();
+    QTest::keyClick(botao, Qt::Key_Space);
+    QTRY_VERIFY(Achar(Lista, "grdListaPecas")->hasFocus());
+    forms::Form::Find(Lista)->close();
+    QTRY_VERIFY(Achar(Resultado, "grdResultadoPesquisaPeca")->hasFocus());
+}
+
+TEST(TestLista, theCursorStaysOnItsItemAcrossANewOrder) {
+    Linhas(Lista, "dtcListaPecas")->FindFirst(u"ItemComponente = ' 100'"_s);
+    Achar(Lista, "txtNumeroTarvo")->setFocus();
+    QTRY_COMPARE(ItemAtualDaLista(), u" 100"_s);
+    QVERIFY(PainelVisivel());
+}
+
+TEST(TestLista, thePanelFollowsTheCursor) {
+    dao::Recordset* lista = Linhas(Lista, "dtcListaPecas");
+    lista->FindFirst(u"ItemComponente = '   1'"_s);
+    QVERIFY(!PainelVisivel());
+    lista->FindFirst(u"ItemComponente = '  12a'"_s);
+    QVERIFY(PainelVisivel());
+    QCOMPARE(
+        Copiada(Lista, "grdJogosReparoComponente"),
+        u"Jogo de reparo|Nº Tarvo|Nº do cliente / Anel de vedação|A3401| / Válvula relé|12001|"_s);
+}
+
+TEST(TestLista, aKitFiltersTheList) {
+    auto* filtro = Achar<forms::ComboList>(Lista, "cboMostraNaListaPecas");
+    QCOMPARE(filtro->ListCount(), 3);
+    filtro->SetListIndex(1);  // the kit that one item alone has
+    QCOMPARE(Valores("ItemComponente"), List("  12a"));
+    QCOMPARE(Coluna(Lista, "dtcJogosReparoComponente", "CodigoJogoReparo").size(), 2);
+    // Whoever takes the list along is told that it is not the whole one.
+    QVERIFY(Copiada(Lista, "grdListaPecas")
+                .startsWith(u"Só os componentes de: %1 / Item|"_s.arg(filtro->Text())));
+    janela_->catalogo.Executar({"DELETE FROM PECA_COMPONENTE_JOGOREPARO"});
+    filtro->SetListIndex(0);
+    QCOMPARE(Valores("ItemComponente"), QStringList());
+    QVERIFY(!PainelVisivel());
+    const auto* grade = Achar<forms::BoundGrid>(Lista, "grdListaPecas");
+    QTRY_COMPARE(grade->accessibleDescription(),
+                 u"Nenhum componente dessa Peça faz parte do Jogo de Reparo."_s);
+    Achar(Lista, "txtItem")->setFocus();
+    QCOMPARE(grade->Tag, u"3"_s);
+}
+
+TEST(TestLista, kitsOfOneDescriptionShowTheirNumbers) {
+    janela_->catalogo.Executar(
+        {"UPDATE JOGOREPARO SET DescricaoJogoReparo = 'Reparo do diafragma'",
+         "INSERT INTO PECA_COMPONENTE_JOGOREPARO VALUES (1, ' 100', 3)",
+         "UPDATE JOGOREPARO SET DescricaoJogoReparo = 'Vedação' WHERE CodigoJogoReparo = 3"});
+    forms::Form::Find(Lista)->Unload();
+    UnicaInstancia<frmListaPecas>().Show();
+    const auto* filtro = Achar<forms::ComboList>(Lista, "cboMostraNaListaPecas");
+    QStringList linhas;
+    for (int i = 0; i < filtro->ListCount(); ++i) {
+        linhas += u"%1 %2"_s.arg(filtro->ItemData(i)).arg(filtro->itemText(i).simplified());
     }
+    linhas.sort();
+    QCOMPARE(linhas, List("-5 TODOS OS COMPONENTES", "1 Reparo do diafragma 12001",
+                          "2 Reparo do diafragma A3401", "3 Vedação"));
+}
 
-    void theCursorStaysOnItsItemAcrossANewOrder() {
-        Linhas(Lista, "dtcListaPecas")->FindFirst(u"ItemComponente = ' 100'"_s);
-        Achar(Lista, "txtNumeroTarvo")->setFocus();
-        QTRY_COMPARE(ItemAtualDaLista(), u" 100"_s);
-        QVERIFY(PainelVisivel());
-    }
+TEST(TestLista, anItemWithAnApostropheIsText) {
+    janela_->catalogo.Executar(
+        {"UPDATE PECA_COMPONENTE SET ItemComponente = '1''a' WHERE ItemComponente = '  12a'",
+         "UPDATE PECA_COMPONENTE_JOGOREPARO SET ItemComponente = '1''a' WHERE ItemComponente "
+         "= '  12a'"});
+    Achar(Lista, "txtItem")->setFocus();
+    Linhas(Lista, "dtcListaPecas")->MoveLast();
+    QCOMPARE(ItemAtualDaLista(), u"1'a"_s);
+    QCOMPARE(Coluna(Lista, "dtcJogosReparoComponente", "CodigoJogoReparo").size(), 2);
+    Achar(Lista, "txtDescricaoComponente")->setFocus();
+    QCOMPARE(ItemAtualDaLista(), u"1'a"_s);
+}
 
-    void thePanelFollowsTheCursor() {
-        dao::Recordset* lista = Linhas(Lista, "dtcListaPecas");
-        lista->FindFirst(u"ItemComponente = '   1'"_s);
-        QVERIFY(!PainelVisivel());
-        lista->FindFirst(u"ItemComponente = '  12a'"_s);
-        QVERIFY(PainelVisivel());
-        QCOMPARE(
-            Copiada(Lista, "grdJogosReparoComponente"),
-            u"Jogo de reparo|Nº Tarvo|Nº do cliente / Anel de vedação|A3401| / Válvula relé|12001|"_s);
-    }
+TEST(TestLista, numbersOfTheChosenCustomer) {
+    auto* combo = Achar<forms::ComboList>(Lista, "cboNumeroClienteConcorrenteComponente");
+    Linhas(Lista, "dtcListaPecas")->FindFirst(u"ItemComponente = ' 100'"_s);
+    combo->SetListIndex(1);
+    QCOMPARE(ItemAtualDaLista(), u" 100"_s);
+    QCOMPARE(Valores("NumeroClienteConcorrente"), List("B2", "B2", QString(), QString()));
+    QCOMPARE(Rotulo(Lista, "lblNumeroClienteConcorrente"), u"Nº Bravil"_s);
+}
 
-    void aKitFiltersTheList() {
-        auto* filtro = Achar<forms::ComboList>(Lista, "cboMostraNaListaPecas");
-        QCOMPARE(filtro->ListCount(), 3);
-        filtro->SetListIndex(1);  // the kit that one item alone has
-        QCOMPARE(Valores("ItemComponente"), List("  12a"));
-        QCOMPARE(Coluna(Lista, "dtcJogosReparoComponente", "CodigoJogoReparo").size(), 2);
-        // Whoever takes the list along is told that it is not the whole one.
-        QVERIFY(Copiada(Lista, "grdListaPecas")
-                    .startsWith(u"Só os componentes de: %1 / Item|"_s.arg(filtro->Text())));
-        janela_->catalogo.Executar({"DELETE FROM PECA_COMPONENTE_JOGOREPARO"});
-        filtro->SetListIndex(0);
-        QCOMPARE(Valores("ItemComponente"), QStringList());
-        QVERIFY(!PainelVisivel());
-        const auto* grade = Achar<forms::BoundGrid>(Lista, "grdListaPecas");
-        QTRY_COMPARE(grade->accessibleDescription(),
-                     u"Nenhum componente dessa Peça faz parte do Jogo de Reparo."_s);
-        Achar(Lista, "txtItem")->setFocus();
-        QCOMPARE(grade->Tag, u"3"_s);
-    }
+TEST(TestLista, thePrintButtonOpensTheDialogOnTheList) {
+    QString marca;
+    QTimer::singleShot(0, this, [&marca] {
+        marca = Achar<forms::ClickZone>("frmImpressao", "imgListaComponentes")->Tag;
+        forms::Form::Find(u"frmImpressao"_s)->close();
+    });
+    Clicar(Lista, "imgImprimir");  // comes back when the dialog is gone
+    QCOMPARE(marca, u"1"_s);
+    QCOMPARE(forms::Form::Active(), forms::Form::Find(Lista));
+}
 
-    void kitsOfOneDescriptionShowTheirNumbers() {
-        janela_->catalogo.Executar(
-            {"UPDATE JOGOREPARO SET DescricaoJogoReparo = 'Reparo do diafragma'",
-             "INSERT INTO PECA_COMPONENTE_JOGOREPARO VALUES (1, ' 100', 3)",
-             "UPDATE JOGOREPARO SET DescricaoJogoReparo = 'Vedação' WHERE CodigoJogoReparo = 3"});
-        forms::Form::Find(Lista)->Unload();
-        UnicaInstancia<frmListaPecas>().Show();
-        const auto* filtro = Achar<forms::ComboList>(Lista, "cboMostraNaListaPecas");
-        QStringList linhas;
-        for (int i = 0; i < filtro->ListCount(); ++i) {
-            linhas += u"%1 %2"_s.arg(filtro->ItemData(i)).arg(filtro->itemText(i).simplified());
-        }
-        linhas.sort();
-        QCOMPARE(linhas, List("-5 TODOS OS COMPONENTES", "1 Reparo do diafragma 12001",
-                              "2 Reparo do diafragma A3401", "3 Vedação"));
-    }
+TEST(TestLista, closingTheWindowGoesBackAStep) {
+    forms::Form::Find(Lista)->close();
+    QVERIFY(!forms::Form::Find(Lista));
+    QVERIFY(Visivel(Resultado));
+    forms::Form::Find(Resultado)->close();
+    QVERIFY(gFrmPesquisa->isVisible());
+}
 
-    void anItemWithAnApostropheIsText() {
-        janela_->catalogo.Executar(
-            {"UPDATE PECA_COMPONENTE SET ItemComponente = '1''a' WHERE ItemComponente = '  12a'",
-             "UPDATE PECA_COMPONENTE_JOGOREPARO SET ItemComponente = '1''a' WHERE ItemComponente "
-             "= '  12a'"});
-        Achar(Lista, "txtItem")->setFocus();
-        Linhas(Lista, "dtcListaPecas")->MoveLast();
-        QCOMPARE(ItemAtualDaLista(), u"1'a"_s);
-        QCOMPARE(Coluna(Lista, "dtcJogosReparoComponente", "CodigoJogoReparo").size(), 2);
-        Achar(Lista, "txtDescricaoComponente")->setFocus();
-        QCOMPARE(ItemAtualDaLista(), u"1'a"_s);
-    }
-
-    void numbersOfTheChosenCustomer() {
-        auto* combo = Achar<forms::ComboList>(Lista, "cboNumeroClienteConcorrenteComponente");
-        Linhas(Lista, "dtcListaPecas")->FindFirst(u"ItemComponente = ' 100'"_s);
-        combo->SetListIndex(1);
-        QCOMPARE(ItemAtualDaLista(), u" 100"_s);
-        QCOMPARE(Valores("NumeroClienteConcorrente"), List("B2", "B2", QString(), QString()));
-        QCOMPARE(Rotulo(Lista, "lblNumeroClienteConcorrente"), u"Nº Bravil"_s);
-    }
-
-    void thePrintButtonOpensTheDialogOnTheList() {
-        QString marca;
-        QTimer::singleShot(0, this, [&marca] {
-            marca = Achar<forms::ClickZone>("frmImpressao", "imgListaComponentes")->Tag;
-            forms::Form::Find(u"frmImpressao"_s)->close();
-        });
-        Clicar(Lista, "imgImprimir");  // comes back when the dialog is gone
-        QCOMPARE(marca, u"1"_s);
-        QCOMPARE(forms::Form::Active(), forms::Form::Find(Lista));
-    }
-
-    void closingTheWindowGoesBackAStep() {
-        forms::Form::Find(Lista)->close();
-        QVERIFY(!forms::Form::Find(Lista));
-        QVERIFY(Visivel(Resultado));
-        forms::Form::Find(Resultado)->close();
-        QVERIFY(gFrmPesquisa->isVisible());
-    }
-
-    void backToTheSearchTakesAllWithIt() {
-        Clicar(Lista, "imgPesquisaFundo");
-        QVERIFY(gFrmPesquisa->isVisible());
-        QCOMPARE(forms::Form::Loaded(), QList<forms::Form*>{gFrmPesquisa});
-    }
-};
-
-TARVO_TEST(TestLista);
-#include "test_lista.moc"
+TEST(TestLista, backToTheSearchTakesAllWithIt) {
+    Clicar(Lista, "imgPesquisaFundo");
+    QVERIFY(gFrmPesquisa->isVisible());
+    QCOMPARE(forms::Form::Loaded(), QList<forms::Form*>{gFrmPesquisa});
+}

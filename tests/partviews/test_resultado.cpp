@@ -1,154 +1,139 @@
 #include "support/janela.h"
 #include "support/test.h"
 
-class TestResultado : public QObject {
-    Q_OBJECT
-
+struct TestResultado : Fixture {
     std::unique_ptr<Janela> janela_;
 
     QStringList Pecas(const AnyText& campo = u"NumeroTarvoPeca"_s) {
         return Coluna(Resultado, "dtcResultadoPesquisaPeca", campo);
     }
 
-private Q_SLOTS:
-    void init() {
+    void init() override {
         janela_ = std::make_unique<Janela>();
         janela_->Abrir();
     }
-    void cleanup() { janela_.reset(); }
+    void cleanup() override { janela_.reset(); }
+};
 
-    void everyKindLeadsToItsParts_data() {
-        const Table<QString, QString, QString, QStringList> row("tipo", "numero", "titulo",
-                                                                "pecas");
-        const QString vao(15, u' ');
-        row("part", "Peças", "12002", u"Peça: Válvula relé"_s + vao + u"Nº Tarvo: 12002"_s,
-            {"12002"});
-        row("component at two items of one part", "Componentes", "A340",
-            u"Componente: Anel de vedação"_s + vao + u"Nº Tarvo: A3400"_s, {"12002"});
-        row("component of two parts", "Componentes", "K560",
-            u"Componente: Corpo da válvula"_s + vao + u"Nº Tarvo: K5600"_s, {"12002", "A3402"});
-        row("kit", "Jogos de Reparo", "A340",
-            u"Jogo de Reparo: Anel de vedação"_s + vao + u"Nº Tarvo: A3401"_s, {"12002"});
-    }
-    void everyKindLeadsToItsParts() {
-        QFETCH(QString, tipo);
-        QFETCH(QString, numero);
+TEST(TestResultado, everyKindLeadsToItsParts) {
+    Each<QString, QString, QString, QStringList> row;
+    const QString vao(15, u' ');
+    row("part", "Peças", "12002", u"Peça: Válvula relé"_s + vao + u"Nº Tarvo: 12002"_s, {"12002"});
+    row("component at two items of one part", "Componentes", "A340",
+        u"Componente: Anel de vedação"_s + vao + u"Nº Tarvo: A3400"_s, {"12002"});
+    row("component of two parts", "Componentes", "K560",
+        u"Componente: Corpo da válvula"_s + vao + u"Nº Tarvo: K5600"_s, {"12002", "A3402"});
+    row("kit", "Jogos de Reparo", "A340",
+        u"Jogo de Reparo: Anel de vedação"_s + vao + u"Nº Tarvo: A3401"_s, {"12002"});
+    for (const auto& [tipo, numero, titulo, pecas] : row) {
         Janela::AbrirDaBusca(tipo, numero);
         QVERIFY(!gFrmPesquisa->isVisible());
-        QTEST(Rotulo(Resultado, "lblInf"), "titulo");
-        QTEST(Pecas(), "pecas");
+        QCOMPARE(Rotulo(Resultado, "lblInf"), titulo);
+        QCOMPARE(Pecas(), pecas);
         QCOMPARE(ParametroFormulario, QString());
         Clicar(Resultado, "imgPesquisaFundo");
         QVERIFY(gFrmPesquisa->isVisible());
         QVERIFY(!forms::Form::Find(Resultado));
         QCOMPARE(Achar<QLineEdit>(Busca, "txtNumeroTarvo")->text(), numero);
     }
+}
 
-    void vehiclesAndPicturesLeadToTheirParts() {
-        Digitar(Busca, "txtVeiculo", "bravil");
-        Clicar(Busca, "imgPesquisa2");
-        Clicar(Busca, "pctResultadoPesquisaFundo(1)");
-        QCOMPARE(Pecas(), List("12002"));
-        QCOMPARE(Copiada(Resultado, "grdVeiculosPeca"),
-                 u"Veículo|Fabricante / Bravil 1620|Bravil"_s);
-        Clicar(Resultado, "imgPesquisaFundo");
+TEST(TestResultado, vehiclesAndPicturesLeadToTheirParts) {
+    Digitar(Busca, "txtVeiculo", "bravil");
+    Clicar(Busca, "imgPesquisa2");
+    Clicar(Busca, "pctResultadoPesquisaFundo(1)");
+    QCOMPARE(Pecas(), List("12002"));
+    QCOMPARE(Copiada(Resultado, "grdVeiculosPeca"), u"Veículo|Fabricante / Bravil 1620|Bravil"_s);
+    Clicar(Resultado, "imgPesquisaFundo");
 
-        Clicar(Busca, "imgPesquisa3");
-        Clicar(Busca, "imgFigura(2)");
-        Clicar(Busca, "pctResultadoPesquisaFundo(2)");
-        QCOMPARE(Pecas(), List("12002", "A3402"));
-        QCOMPARE(Rotulo(Resultado, "lblInf"), u"Figura: Válvulas"_s);
-    }
+    Clicar(Busca, "imgPesquisa3");
+    Clicar(Busca, "imgFigura(2)");
+    Clicar(Busca, "pctResultadoPesquisaFundo(2)");
+    QCOMPARE(Pecas(), List("12002", "A3402"));
+    QCOMPARE(Rotulo(Resultado, "lblInf"), u"Figura: Válvulas"_s);
+}
 
-    void rowsThatLeadNowhereStay_data() {
-        const Table<QString, QString, QString> row("tipo", "numero", "caixa");
-        row("unused kit", "Jogos de Reparo", "K560",
-            "64 Nenhuma Peça faz referência ao item selecionado.");
-        row("no row", "Peças", "ZZZ", "16 Nenhum item selecionado.");
-    }
-    void rowsThatLeadNowhereStay() {
-        QFETCH(QString, tipo);
-        QFETCH(QString, numero);
-        QFETCH(QString, caixa);
+TEST(TestResultado, rowsThatLeadNowhereStay) {
+    for (const auto& [tipo, numero, caixa] : Each<QString, QString, QString>{
+             {"unused kit", "Jogos de Reparo", "K560",
+              "64 Nenhuma Peça faz referência ao item selecionado."},
+             {"no row", "Peças", "ZZZ", "16 Nenhum item selecionado."},
+         }) {
         Janela::AbrirDaBusca(tipo, numero);
         QCOMPARE(janela_->Caixas(), List(caixa));
         QVERIFY(gFrmPesquisa->isVisible());
         QVERIFY(!forms::Form::Find(Resultado));
     }
+}
 
-    void aRowDeletedMeanwhileOpensAnEmptyList() {
-        Digitar(Busca, "txtNumeroTarvo", "12002");
-        janela_->catalogo.Executar({"DELETE FROM PECA WHERE CodigoPeca = 1"});
-        Clicar(Busca, "imgPesquisa1");
-        Clicar(Busca, "pctResultadoPesquisaFundo(0)");
-        QCOMPARE(Pecas(), QStringList());
-        Clicar(Resultado, "imgListaComponentesFundo");
-        Clicar(Resultado, "imgFiguraDetalhadaFundo");
-        QCOMPARE(janela_->Caixas(),
-                 List("16 Nenhuma Peça encontrada.", "16 Nenhuma Peça encontrada."));
-    }
+TEST(TestResultado, aRowDeletedMeanwhileOpensAnEmptyList) {
+    Digitar(Busca, "txtNumeroTarvo", "12002");
+    janela_->catalogo.Executar({"DELETE FROM PECA WHERE CodigoPeca = 1"});
+    Clicar(Busca, "imgPesquisa1");
+    Clicar(Busca, "pctResultadoPesquisaFundo(0)");
+    QCOMPARE(Pecas(), QStringList());
+    Clicar(Resultado, "imgListaComponentesFundo");
+    Clicar(Resultado, "imgFiguraDetalhadaFundo");
+    QCOMPARE(janela_->Caixas(), List("16 Nenhuma Peça encontrada.", "16 Nenhuma Peça encontrada."));
+}
 
-    void customerIsInForceHereAndGivenBack() {
-        Janela::AbrirDaBusca("Peças", "12002");
-        auto* combo = Achar<forms::ComboList>(Resultado, "cboNumeroClienteConcorrentePeca");
-        QCOMPARE(combo->SelectedItemData(), SemCliente);
-        QCOMPARE(Pecas("NumeroClienteConcorrente"), List(QString()));
-        combo->SetListIndex(1);
-        QCOMPARE(
-            Copiada(Resultado, "grdResultadoPesquisaPeca"),
-            u"Nº Tarvo|Descrição|Nº do cliente / 12002|Válvula relé|A71 / 12002|Válvula relé|A72"_s);
+TEST(TestResultado, customerIsInForceHereAndGivenBack) {
+    Janela::AbrirDaBusca("Peças", "12002");
+    auto* combo = Achar<forms::ComboList>(Resultado, "cboNumeroClienteConcorrentePeca");
+    QCOMPARE(combo->SelectedItemData(), SemCliente);
+    QCOMPARE(Pecas("NumeroClienteConcorrente"), List(QString()));
+    combo->SetListIndex(1);
+    QCOMPARE(
+        Copiada(Resultado, "grdResultadoPesquisaPeca"),
+        u"Nº Tarvo|Descrição|Nº do cliente / 12002|Válvula relé|A71 / 12002|Válvula relé|A72"_s);
 
-        Clicar(Resultado, "imgListaComponentesFundo");
-        QCOMPARE(Achar<forms::ComboList>(Lista, "cboNumeroClienteConcorrenteComponente")
-                     ->SelectedItemData(),
-                 7);
-        QVERIFY(!Visivel(Resultado));
-        Clicar(Lista, "imgResultadoPesquisaFundo");
-        QVERIFY(Visivel(Resultado));
-        QCOMPARE(Pecas("NumeroClienteConcorrente").size(), 2);
-    }
+    Clicar(Resultado, "imgListaComponentesFundo");
+    QCOMPARE(
+        Achar<forms::ComboList>(Lista, "cboNumeroClienteConcorrenteComponente")->SelectedItemData(),
+        7);
+    QVERIFY(!Visivel(Resultado));
+    Clicar(Lista, "imgResultadoPesquisaFundo");
+    QVERIFY(Visivel(Resultado));
+    QCOMPARE(Pecas("NumeroClienteConcorrente").size(), 2);
+}
 
-    void aSingleVisibleRowBringsTheOthersBack() {
-        Janela::AbrirDaBusca("Componentes", "K560");
-        auto* grade = Achar<forms::BoundGrid>(Resultado, "grdResultadoPesquisaPeca");
-        const auto veiculos = [] { return Coluna(Resultado, "dtcVeiculosPeca", "Veiculo"); };
-        const QStringList dosPrimeiros = veiculos();
-        QVERIFY(!dosPrimeiros.isEmpty());
-        const QSize inteira = grade->size();
-        grade->resize(inteira.width(), 20);
-        QCOMPARE(grade->VisibleRows(), 1);
-        dao::Recordset* pecas = Linhas(Resultado, "dtcResultadoPesquisaPeca");
-        pecas->MoveNext();
-        QCOMPARE(veiculos(), dosPrimeiros);  // the row change ends with the rows in view
-        QCOMPARE(grade->currentIndex().row(), 1);
-        QCOMPARE(grade->rowAt(0), int(pecas->RecordCount()) - 1);
-        grade->resize(inteira);
-        pecas->SetAbsolutePosition(0);
-        pecas->MoveNext();
-        QVERIFY(veiculos() != dosPrimeiros);
-    }
+TEST(TestResultado, aSingleVisibleRowBringsTheOthersBack) {
+    Janela::AbrirDaBusca("Componentes", "K560");
+    auto* grade = Achar<forms::BoundGrid>(Resultado, "grdResultadoPesquisaPeca");
+    const auto veiculos = [] { return Coluna(Resultado, "dtcVeiculosPeca", "Veiculo"); };
+    const QStringList dosPrimeiros = veiculos();
+    QVERIFY(!dosPrimeiros.isEmpty());
+    const QSize inteira = grade->size();
+    grade->resize(inteira.width(), 20);
+    QCOMPARE(grade->VisibleRows(), 1);
+    dao::Recordset* pecas = Linhas(Resultado, "dtcResultadoPesquisaPeca");
+    pecas->MoveNext();
+    QCOMPARE(veiculos(), dosPrimeiros);  // the row change ends with the rows in view
+    QCOMPARE(grade->currentIndex().row(), 1);
+    QCOMPARE(grade->rowAt(0), int(pecas->RecordCount()) - 1);
+    grade->resize(inteira);
+    pecas->SetAbsolutePosition(0);
+    pecas->MoveNext();
+    QVERIFY(veiculos() != dosPrimeiros);
+}
 
-    void partsWithoutListOrFigureSaySo() {
-        Janela::AbrirDaBusca("Peças", "K5602");
-        Clicar(Resultado, "imgListaComponentesFundo");
-        Clicar(Resultado, "imgFiguraDetalhadaFundo");
-        QCOMPARE(janela_->Caixas(), List("64 Essa Peça não possui Lista de Componentes.",
-                                         "64 Essa Peça não possui Figura Detalhada."));
-        QCOMPARE(Achar(Resultado, "grdVeiculosPeca")->accessibleDescription(),
-                 u"Nenhum veículo cadastrado para essa Peça."_s);
-    }
+TEST(TestResultado, partsWithoutListOrFigureSaySo) {
+    Janela::AbrirDaBusca("Peças", "K5602");
+    Clicar(Resultado, "imgListaComponentesFundo");
+    Clicar(Resultado, "imgFiguraDetalhadaFundo");
+    QCOMPARE(janela_->Caixas(), List("64 Essa Peça não possui Lista de Componentes.",
+                                     "64 Essa Peça não possui Figura Detalhada."));
+    QCOMPARE(Achar(Resultado, "grdVeiculosPeca")->accessibleDescription(),
+             u"Nenhum veículo cadastrado para essa Peça."_s);
+}
 
-    void photoStaysWhenTheNextOneIsMissing() {
-        WritePicture(janela_->catalogo.Pasta() + u"/FotoPeca/PECA1.PNG"_s, {4000, 3000});
-        Janela::AbrirDaBusca("Componentes", "K560");
-        auto* figura = Achar<forms::Picture>(Resultado, "imgFotoPeca");
-        const qint64 primeira = figura->Pixmap().cacheKey();
-        QVERIFY(!figura->Pixmap().isNull());
-        QVERIFY(figura->Pixmap().width() <= 250 * 4);
-        Linhas(Resultado, "dtcResultadoPesquisaPeca")->MoveNext();
-        QCOMPARE(figura->Pixmap().cacheKey(), primeira);
-    }
-};
-
-TARVO_TEST(TestResultado);
-#include "test_resultado.moc"
+TEST(TestResultado, photoStaysWhenTheNextOneIsMissing) {
+    WritePicture(janela_->catalogo.Pasta() + u"/FotoPeca/PECA1.PNG"_s, {4000, 3000});
+    Janela::AbrirDaBusca("Componentes", "K560");
+    auto* figura = Achar<forms::Picture>(Resultado, "imgFotoPeca");
+    const qint64 primeira = figura->Pixmap().cacheKey();
+    QVERIFY(!figura->Pixmap().isNull());
+    QVERIFY(figura->Pixmap().width() <= 250 * 4);
+    Linhas(Resultado, "dtcResultadoPesquisaPeca")->MoveNext();
+    QCOMPARE(figura->Pixmap().cacheKey(), primeira);
+}

@@ -2,9 +2,7 @@
 #include "support/test.h"
 
 // The whole way from the search to a component by keyboard alone.
-class TestTeclado : public QObject {
-    Q_OBJECT
-
+struct TestTeclado : Fixture {
     std::unique_ptr<Janela> janela_;
 
     // The Tab key until the control of this name has the keyboard; false when it goes round
@@ -37,41 +35,37 @@ class TestTeclado : public QObject {
         return nomes.join(u", "_s);
     }
 
-private Q_SLOTS:
-    void init() { janela_ = std::make_unique<Janela>(); }
-    void cleanup() { janela_.reset(); }
-
-    void fromTheSearchToAComponentAndBack() {
-        Janela::Abrir();
-        QVERIFY(Apertar(Busca, "imgPesquisa1"));
-        QTRY_VERIFY(Achar(Busca, "txtNumeroTarvo")->hasFocus());
-        QTest::keyClicks(QApplication::focusWidget(), u"12002"_s);
-        QVERIFY(Apertar(Busca, "pctResultadoPesquisaFundo(0)"));
-
-        QVERIFY(Apertar(Resultado, "imgListaComponentesFundo"));
-        QVERIFY(IrAte(Lista, "grdListaPecas"));
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Home, Qt::ControlModifier);
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
-        QCOMPARE(Linhas(Lista, "dtcListaPecas")->AbsolutePosition(), 1);
-        QVERIFY(Apertar(Lista, "imgResultadoPesquisaFundo"));
-        QVERIFY(Apertar(Resultado, "imgPesquisaFundo"));
-        QVERIFY(Achar(Busca, "txtNumeroTarvo")->isVisible());
-    }
-
-    void theWayRound() {
-        Janela::Abrir();
-        Janela::AbrirDaBusca("Peças", "12002");
-        QCOMPARE(Volta(Resultado, "cboNumeroClienteConcorrentePeca"),
-                 u"Cliente, Peças, Veículos da peça, Voltar à pesquisa, Lista de componentes, "
-                 "Figura detalhada, Minimizar a janela"_s);
-        Clicar(Resultado, "imgListaComponentesFundo");
-        QCOMPARE(Volta(Lista, "cboMostraNaListaPecas"),
-                 u"Componentes de qual jogo de reparo, Item, Descrição, Nº Tarvo, Nº do cliente, "
-                 u"Cliente, "
-                 "Componentes, Jogos de reparo do componente, Imprimir, Voltar à pesquisa, "
-                 "Voltar às peças, Figura detalhada, Minimizar a janela"_s);
-    }
+    void init() override { janela_ = std::make_unique<Janela>(); }
+    void cleanup() override { janela_.reset(); }
 };
 
-TARVO_TEST(TestTeclado);
-#include "test_teclado.moc"
+TEST(TestTeclado, fromTheSearchToAComponentAndBack) {
+    Janela::Abrir();
+    QVERIFY(Apertar(Busca, "imgPesquisa1"));
+    QTRY_VERIFY(Achar(Busca, "txtNumeroTarvo")->hasFocus());
+    QTest::keyClicks(QApplication::focusWidget(), u"12002"_s);
+    QVERIFY(Apertar(Busca, "pctResultadoPesquisaFundo(0)"));
+
+    QVERIFY(Apertar(Resultado, "imgListaComponentesFundo"));
+    QVERIFY(IrAte(Lista, "grdListaPecas"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Home, Qt::ControlModifier);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    QCOMPARE(Linhas(Lista, "dtcListaPecas")->AbsolutePosition(), 1);
+    QVERIFY(Apertar(Lista, "imgResultadoPesquisaFundo"));
+    QVERIFY(Apertar(Resultado, "imgPesquisaFundo"));
+    QVERIFY(Achar(Busca, "txtNumeroTarvo")->isVisible());
+}
+
+TEST(TestTeclado, theWayRound) {
+    Janela::Abrir();
+    Janela::AbrirDaBusca("Peças", "12002");
+    QCOMPARE(Volta(Resultado, "cboNumeroClienteConcorrentePeca"),
+             u"Cliente, Peças, Veículos da peça, Voltar à pesquisa, Lista de componentes, "
+             "Figura detalhada, Minimizar a janela"_s);
+    Clicar(Resultado, "imgListaComponentesFundo");
+    QCOMPARE(Volta(Lista, "cboMostraNaListaPecas"),
+             u"Componentes de qual jogo de reparo, Item, Descrição, Nº Tarvo, Nº do cliente, "
+             u"Cliente, "
+             "Componentes, Jogos de reparo do componente, Imprimir, Voltar à pesquisa, "
+             "Voltar às peças, Figura detalhada, Minimizar a janela"_s);
+}

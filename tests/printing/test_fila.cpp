@@ -10,10 +10,8 @@
 #include <QTimer>
 
 // From the button to the queue of a real print system, through the real printer dialog.
-class TestFila : public QObject {
-    Q_OBJECT
-
-    std::unique_ptr<PrintSystem> sistema_;
+struct TestFila : Fixture {
+    static inline std::unique_ptr<PrintSystem> sistema_;
     std::unique_ptr<Dialogo> dialogo_;
 
     // Presses OK and uses the printer dialog: sets it by `usar`, and accepts.
@@ -56,30 +54,28 @@ class TestFila : public QObject {
         WritePicture(dialogo_->ArquivoDaFigura("f@3x.png"), {3 * 582, 3 * 343});
     }
 
-private Q_SLOTS:
-    void initTestCase() {
+    static void initTestCase() {
         sistema_ = std::make_unique<PrintSystem>();
         if (!sistema_->Missing().isEmpty()) {
             QSKIP(qPrintable(u"No print system here: "_s + sistema_->Missing()));
         }
         QVERIFY(sistema_->MakeQueue(u"balcao"_s));
     }
-    void cleanupTestCase() { sistema_.reset(); }
-    void init() {
+    static void cleanupTestCase() { sistema_.reset(); }
+    void init() override {
         dialogo_ = std::make_unique<Dialogo>([] { return nullptr; });
         printer::SetPrintDialogHandler({});
     }
-    void cleanup() { dialogo_.reset(); }
+    void cleanup() override { dialogo_.reset(); }
+};
 
-    // Pages are made at 600 dots per inch, where a figure's pixel is 7 dots wide, and of the
-    // picture for dense screens: its pixels are 7/3 dots wide.
-    void printed_data() {
-        const Table<QString> row("impressora");
-        row("queue", "balcao");
-        row("file", QString());
-    }
-    void printed() {
-        QFETCH(QString, impressora);
+// Pages are made at 600 dots per inch, where a figure's pixel is 7 dots wide, and of the
+// picture for dense screens: its pixels are 7/3 dots wide.
+TEST(TestFila, printed) {
+    for (const auto& [impressora] : Each<QString>{
+             {"queue", "balcao"},
+             {"file", QString()},
+         }) {
         DarFigura();
         QString arquivo = dialogo_->catalogo.Pasta() + u"/saída.pdf"_s;
         Imprimir(u"FD:1LC:1"_s, [&](QPrintDialog& dialogo) {
@@ -101,48 +97,44 @@ private Q_SLOTS:
         QCOMPARE(FiguraEm(arquivo), u"1746x1029 at 257"_s);
         QVERIFY(OutputOf("pdftotext", {arquivo, "-"}).contains(u"Lista de Componentes"_s));
     }
+}
 
-    // Which pages come out is not for the user to choose: what a queue would leave out, a file
-    // would not.
-    void noPageRanges() {
-        QStringList oferecidos;
-        Imprimir(u"FD:0LC:1"_s, [&](QPrintDialog& dialogo) {
-            Escolher(dialogo, u"balcao"_s);
-            for (const char* nome : {"printRange", "pagesRadioButton", "pageSetCombo", "copies"}) {
-                const auto* widget = dialogo.findChild<QWidget*>(QLatin1StringView(nome));
-                const auto* ficha = dialogo.findChild<QWidget*>(u"copiesTab"_s);
-                if (widget && ficha && widget->isVisibleTo(ficha)) {
-                    oferecidos += QLatin1StringView(nome);
-                }
+// Which pages come out is not for the user to choose: what a queue would leave out, a file
+// would not.
+TEST(TestFila, noPageRanges) {
+    QStringList oferecidos;
+    Imprimir(u"FD:0LC:1"_s, [&](QPrintDialog& dialogo) {
+        Escolher(dialogo, u"balcao"_s);
+        for (const char* nome : {"printRange", "pagesRadioButton", "pageSetCombo", "copies"}) {
+            const auto* widget = dialogo.findChild<QWidget*>(QLatin1StringView(nome));
+            const auto* ficha = dialogo.findChild<QWidget*>(u"copiesTab"_s);
+            if (widget && ficha && widget->isVisibleTo(ficha)) {
+                oferecidos += QLatin1StringView(nome);
             }
-        });
-        QCOMPARE(oferecidos, List("copies"));
-    }
+        }
+    });
+    QCOMPARE(oferecidos, List("copies"));
+}
 
-    // What the print system does not take is told, and the dialog stays for another try.
-    void refused_data() {
-        const Table<std::function<void()>, std::function<void()>, QString> row("antes", "depois",
-                                                                               "razao");
-        using F = std::function<void()>;
-        const auto comando = [this](const QString& nome) {
-            return F([this, nome] { QVERIFY(sistema_->Run(nome, {u"balcao"_s})); });
-        };
-        const F refazer = [this] { QVERIFY(sistema_->MakeQueue(u"balcao"_s)); };
-        row("not accepting", comando(u"cupsreject"_s), comando(u"cupsaccept"_s),
-            "A impressora \"balcao\" não está aceitando trabalhos.");
-        row("stopped", comando(u"cupsdisable"_s), comando(u"cupsenable"_s),
-            "A impressora \"balcao\" está parada.");
-        row("deleted", F([this] {
-                QVERIFY(sistema_->Run(u"lpadmin"_s, {u"-x"_s, u"balcao"_s}));
-            }),
-            refazer, "A impressora \"balcao\" não existe mais.");
-        row("server gone", F([this] { sistema_->Stop(); }),
-            F([this] { QVERIFY(sistema_->Start()); }), "O sistema de impressão não responde.");
-    }
-    void refused() {
-        QFETCH(std::function<void()>, antes);
-        QFETCH(std::function<void()>, depois);
-        QFETCH(QString, razao);
+// What the print system does not take is told, and the dialog stays for another try.
+TEST(TestFila, refused) {
+    Each<std::function<void()>, std::function<void()>, QString> row;
+    using F = std::function<void()>;
+    const auto comando = [this](const QString& nome) {
+        return F([this, nome] { QVERIFY(sistema_->Run(nome, {u"balcao"_s})); });
+    };
+    const F refazer = [this] { QVERIFY(sistema_->MakeQueue(u"balcao"_s)); };
+    row("not accepting", comando(u"cupsreject"_s), comando(u"cupsaccept"_s),
+        "A impressora \"balcao\" não está aceitando trabalhos.");
+    row("stopped", comando(u"cupsdisable"_s), comando(u"cupsenable"_s),
+        "A impressora \"balcao\" está parada.");
+    row("deleted", F([this] {
+            QVERIFY(sistema_->Run(u"lpadmin"_s, {u"-x"_s, u"balcao"_s}));
+        }),
+        refazer, "A impressora \"balcao\" não existe mais.");
+    row("server gone", F([this] { sistema_->Stop(); }), F([this] { QVERIFY(sistema_->Start()); }),
+        "O sistema de impressão não responde.");
+    for (const auto& [antes, depois, razao] : row) {
         const auto escolher = [](QPrintDialog& dialogo) { Escolher(dialogo, u"balcao"_s); };
         Imprimir(u"FD:0LC:1"_s, [&](QPrintDialog& dialogo) {
             escolher(dialogo);
@@ -158,7 +150,4 @@ private Q_SLOTS:
         QVERIFY(!dialogo_->Aberto());
         QVERIFY(sistema_->NewestDocument() != anterior);
     }
-};
-
-TARVO_TEST(TestFila);
-#include "test_fila.moc"
+}

@@ -6,16 +6,13 @@
 #include <QTimer>
 
 // The dialog and the job, on a device that records.
-class TestImpressao : public QObject {
-    Q_OBJECT
-
+struct TestImpressao : Fixture {
     Folha folha_;
     std::function<void(Gravador&)> preparar_;
     bool cancelar_ = false;
     std::unique_ptr<Dialogo> dialogo_;
 
-private Q_SLOTS:
-    void init() {
+    void init() override {
         folha_ = {};
         cancelar_ = false;
         preparar_ = [](Gravador&) {};
@@ -28,67 +25,63 @@ private Q_SLOTS:
             return gravador;
         });
     }
-    void cleanup() { dialogo_.reset(); }
+    void cleanup() override { dialogo_.reset(); }
+};
 
-    void firstTicks_data() {
-        const Table<QString, QString> row("parametro", "marcas");
-        row("figure", "FD:1LC:0", "10");
-        row("list", "FD:0LC:1", "01");
-        row("markers count, not places", "LC:1 FD:0", "01");
-        row("nothing", {}, "00");
-    }
-    void firstTicks() {
-        QFETCH(QString, parametro);
+TEST(TestImpressao, firstTicks) {
+    for (const auto& [parametro, marcas] : Each<QString, QString>{
+             {"figure", "FD:1LC:0", "10"},
+             {"list", "FD:0LC:1", "01"},
+             {"markers count, not places", "LC:1 FD:0", "01"},
+             {"nothing", {}, "00"},
+         }) {
         dialogo_->Abrir(parametro);
-        QTEST(dialogo_->Marcas(), "marcas");
+        QCOMPARE(dialogo_->Marcas(), marcas);
         QCOMPARE(ParametroFormulario, QString());
         QCOMPARE(forms::MousePointer(), forms::vbDefault);
     }
+}
 
-    // The mouse going down asks the data each time a box is to be ticked.
-    void ticks() {
-        dialogo_->Abrir("FD:0LC:1");
-        auto& lista = Find<QWidget>(*dialogo_->form, "imgListaComponentes");
-        QTest::mousePress(&lista, Qt::LeftButton);
-        QCOMPARE(dialogo_->Marcas(), u"00"_s);
-        QTest::mouseRelease(&lista, Qt::LeftButton);
-        QCOMPARE(dialogo_->Marcas(), u"00"_s);
-        dialogo_->Clicar("imgListaComponentes");
-        dialogo_->Clicar("imgFiguraDetalhada");
-        QCOMPARE(dialogo_->Marcas(), u"01"_s);
-        dialogo_->catalogo.Executar({"UPDATE PECA SET CodigoFigura = 1 WHERE CodigoPeca = 1",
-                                     "DELETE FROM PECA_COMPONENTE"});
-        dialogo_->Clicar("imgFiguraDetalhada");
-        dialogo_->Clicar("imgListaComponentes");
-        dialogo_->Clicar("imgListaComponentes");
-        QCOMPARE(dialogo_->Marcas(), u"10"_s);
-        QCOMPARE(dialogo_->Caixas(), List("64 Essa Peça não possui Figura Detalhada.",
-                                          "64 Essa Peça não possui Lista de Componentes."));
-    }
+// The mouse going down asks the data each time a box is to be ticked.
+TEST(TestImpressao, ticks) {
+    dialogo_->Abrir("FD:0LC:1");
+    auto& lista = Find<QWidget>(*dialogo_->form, "imgListaComponentes");
+    QTest::mousePress(&lista, Qt::LeftButton);
+    QCOMPARE(dialogo_->Marcas(), u"00"_s);
+    QTest::mouseRelease(&lista, Qt::LeftButton);
+    QCOMPARE(dialogo_->Marcas(), u"00"_s);
+    dialogo_->Clicar("imgListaComponentes");
+    dialogo_->Clicar("imgFiguraDetalhada");
+    QCOMPARE(dialogo_->Marcas(), u"01"_s);
+    dialogo_->catalogo.Executar(
+        {"UPDATE PECA SET CodigoFigura = 1 WHERE CodigoPeca = 1", "DELETE FROM PECA_COMPONENTE"});
+    dialogo_->Clicar("imgFiguraDetalhada");
+    dialogo_->Clicar("imgListaComponentes");
+    dialogo_->Clicar("imgListaComponentes");
+    QCOMPARE(dialogo_->Marcas(), u"10"_s);
+    QCOMPARE(dialogo_->Caixas(), List("64 Essa Peça não possui Figura Detalhada.",
+                                      "64 Essa Peça não possui Lista de Componentes."));
+}
 
-    void job() {
-        dialogo_->Imprimir("FD:0LC:1");
-        QCOMPARE(dialogo_->flags, 0x14000C);
-        QCOMPARE(folha_.passos, List("paisagem", dialogo_->form->font().family(), "fim"));
-        QVERIFY(!dialogo_->Aberto());
-        QCOMPARE(forms::MousePointer(), forms::vbDefault);
-        QCOMPARE(dialogo_->Caixas(), QStringList());
-    }
+TEST(TestImpressao, job) {
+    dialogo_->Imprimir("FD:0LC:1");
+    QCOMPARE(dialogo_->flags, 0x14000C);
+    QCOMPARE(folha_.passos, List("paisagem", dialogo_->form->font().family(), "fim"));
+    QVERIFY(!dialogo_->Aberto());
+    QCOMPARE(forms::MousePointer(), forms::vbDefault);
+    QCOMPARE(dialogo_->Caixas(), QStringList());
+}
 
-    void failures_data() {
-        const Table<QString, QString, QStringList, bool> row("parametro", "onde", "caixas",
-                                                             "aberto");
-        const QString impressora = u"16 Erro nº: 482\nErro de impressora"_s;
-        row("nothing ticked", "FD:0LC:0", {}, {"16 Nenhuma opção de impressão selecionada."}, true);
-        row("cancelled", "FD:1LC:1", "dialogo", {}, true);
-        row("font refused", "FD:0LC:1", "letra", {}, false);
-        row("no printer: each section, and the job goes on", "FD:1LC:1", "comeco",
-            {impressora, impressora}, false);
-        row("not taken at the end", "FD:0LC:1", "fim", {impressora}, true);
-    }
-    void failures() {
-        QFETCH(QString, parametro);
-        QFETCH(QString, onde);
+TEST(TestImpressao, failures) {
+    Each<QString, QString, QStringList, bool> row;
+    const QString impressora = u"16 Erro nº: 482\nErro de impressora"_s;
+    row("nothing ticked", "FD:0LC:0", {}, {"16 Nenhuma opção de impressão selecionada."}, true);
+    row("cancelled", "FD:1LC:1", "dialogo", {}, true);
+    row("font refused", "FD:0LC:1", "letra", {}, false);
+    row("no printer: each section, and the job goes on", "FD:1LC:1", "comeco",
+        {impressora, impressora}, false);
+    row("not taken at the end", "FD:0LC:1", "fim", {impressora}, true);
+    for (const auto& [parametro, onde, caixas, aberto] : row) {
         const auto falhar = [] { throw Erro(Erro::PrinterError); };
         cancelar_ = onde == u"dialogo";
         preparar_ = [&](Gravador& gravador) {
@@ -102,8 +95,8 @@ private Q_SLOTS:
         };
         dialogo_->DarFigura("f.png", {{u"   1"_s, {1, 1}}});
         dialogo_->Imprimir(parametro);
-        QTEST(dialogo_->Caixas(), "caixas");
-        QTEST(dialogo_->Aberto(), "aberto");
+        QCOMPARE(dialogo_->Caixas(), caixas);
+        QCOMPARE(dialogo_->Aberto(), aberto);
         QCOMPARE(forms::MousePointer(), forms::vbDefault);
         if (onde == u"fim") {  // a second press starts over
             preparar_ = [](Gravador&) {};
@@ -114,26 +107,21 @@ private Q_SLOTS:
         QCOMPARE(folha_.passos.contains(u"fim"_s),
                  onde != u"comeco" && onde != u"dialogo" && !parametro.contains(u"FD:0LC:0"_s));
     }
+}
 
-    // What would fall off a sheet is said before anything is printed; the heights are those of the
-    // printable area in page units, of A4, of a figure's page and of A5.
-    void smallPaper_data() {
-        const Table<QString, double, int, bool, bool> row("parametro", "altura", "resposta",
-                                                          "pergunta", "impresso");
-        row("list on A4", "FD:0LC:1", 2875, 0, false, true);
-        row("list on A5, no", "FD:1LC:1", 1997, forms::vbNo, true, false);
-        row("list on A5, yes", "FD:0LC:1", 1997, forms::vbYes, true, true);
-        row("the last row whole", "FD:0LC:1", 2480, 0, false, true);
-        row("the last row cut", "FD:0LC:1", 2479, forms::vbNo, true, false);
-        row("figure where a list would not go", "FD:1LC:0", 2090, 0, false, true);
-        row("figure on A5", "FD:1LC:0", 1997, forms::vbNo, true, false);
-    }
-    void smallPaper() {
-        QFETCH(QString, parametro);
-        QFETCH(double, altura);
-        QFETCH(int, resposta);
-        QFETCH(bool, pergunta);
-        QFETCH(bool, impresso);
+// What would fall off a sheet is said before anything is printed; the heights are those of the
+// printable area in page units, of A4, of a figure's page and of A5.
+TEST(TestImpressao, smallPaper) {
+    for (const auto& [parametro, altura, resposta, pergunta, impresso] :
+         Each<QString, double, int, bool, bool>{
+             {"list on A4", "FD:0LC:1", 2875, 0, false, true},
+             {"list on A5, no", "FD:1LC:1", 1997, forms::vbNo, true, false},
+             {"list on A5, yes", "FD:0LC:1", 1997, forms::vbYes, true, true},
+             {"the last row whole", "FD:0LC:1", 2480, 0, false, true},
+             {"the last row cut", "FD:0LC:1", 2479, forms::vbNo, true, false},
+             {"figure where a list would not go", "FD:1LC:0", 2090, 0, false, true},
+             {"figure on A5", "FD:1LC:0", 1997, forms::vbNo, true, false},
+         }) {
         preparar_ = [altura](Gravador& gravador) { gravador.altura = altura; };
         dialogo_->DarFigura("f.png", {{u"   1"_s, {1, 1}}});
         WritePicture(dialogo_->ArquivoDaFigura("f.png"), {582, 343});
@@ -145,44 +133,40 @@ private Q_SLOTS:
         QCOMPARE(dialogo_->Aberto(), !impresso);
         QCOMPARE(forms::MousePointer(), forms::vbDefault);
     }
+}
 
-    // A job lets events through; none of them may start another or take the dialog away.
-    void eventsDuringAJob() {
-        preparar_ = [this](Gravador& gravador) {
-            gravador.aoComecar = [this] {
-                QTimer::singleShot(0, dialogo_->form, [this] {
-                    dialogo_->Clicar("imgOk");
-                    dialogo_->Clicar("imgCancelar");
-                    dialogo_->Clicar("imgListaComponentes");
-                    dialogo_->form->close();
-                    QCOMPARE(dialogo_->Aberto(), true);
-                    QCOMPARE(dialogo_->Marcas(), u"01"_s);
-                    folha_.passos += u"eventos"_s;
-                });
-            };
-            gravador.alturas[10] = 2000;  // every row takes a page
+// A job lets events through; none of them may start another or take the dialog away.
+TEST(TestImpressao, eventsDuringAJob) {
+    preparar_ = [this](Gravador& gravador) {
+        gravador.aoComecar = [this] {
+            QTimer::singleShot(0, dialogo_->form, [this] {
+                dialogo_->Clicar("imgOk");
+                dialogo_->Clicar("imgCancelar");
+                dialogo_->Clicar("imgListaComponentes");
+                dialogo_->form->close();
+                QCOMPARE(dialogo_->Aberto(), true);
+                QCOMPARE(dialogo_->Marcas(), u"01"_s);
+                folha_.passos += u"eventos"_s;
+            });
         };
-        dialogo_->Imprimir("FD:0LC:1");
-        QVERIFY(folha_.passos.contains(u"eventos"_s));
-        QCOMPARE(folha_.passos.count(u"fim"_s), 1);
-        QVERIFY(!dialogo_->Aberto());
-    }
+        gravador.alturas[10] = 2000;  // every row takes a page
+    };
+    dialogo_->Imprimir("FD:0LC:1");
+    QVERIFY(folha_.passos.contains(u"eventos"_s));
+    QCOMPARE(folha_.passos.count(u"fim"_s), 1);
+    QVERIFY(!dialogo_->Aberto());
+}
 
-    void leaving_data() {
-        const Table<std::function<void()>> row("sair");
-        row("button", std::function<void()>([this] { dialogo_->Clicar("imgCancelar"); }));
-        row("key",
-            std::function<void()>([this] { QTest::keyClick(dialogo_->form, Qt::Key_Escape); }));
-        row("window", std::function<void()>([this] { dialogo_->form->close(); }));
-    }
-    void leaving() {
-        QFETCH(std::function<void()>, sair);
+TEST(TestImpressao, leaving) {
+    for (const auto& [sair] : Each<std::function<void()>>{
+             {"button", std::function<void()>([this] { dialogo_->Clicar("imgCancelar"); })},
+             {"key",
+              std::function<void()>([this] { QTest::keyClick(dialogo_->form, Qt::Key_Escape); })},
+             {"window", std::function<void()>([this] { dialogo_->form->close(); })},
+         }) {
         dialogo_->Abrir("FD:0LC:1");
         sair();
         QVERIFY(!dialogo_->Aberto());
         QVERIFY(folha_.passos.isEmpty());
     }
-};
-
-TARVO_TEST(TestImpressao);
-#include "test_impressao.moc"
+}

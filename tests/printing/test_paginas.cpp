@@ -4,9 +4,7 @@
 #include "support/test.h"
 
 // The pages on a device that records, at one pixel a page unit unless a case says otherwise.
-class TestPaginas : public QObject {
-    Q_OBJECT
-
+struct TestPaginas : Fixture {
     Folha folha_;
     int pontos_ = 360;
     std::function<void(Gravador&)> preparar_;
@@ -70,8 +68,7 @@ class TestPaginas : public QObject {
         return textos;
     }
 
-private Q_SLOTS:
-    void init() {
+    void init() override {
         folha_ = {};
         pontos_ = 360;
         preparar_ = [](Gravador&) {};
@@ -81,115 +78,108 @@ private Q_SLOTS:
             return gravador;
         });
     }
-    void cleanup() { dialogo_.reset(); }
+    void cleanup() override { dialogo_.reset(); }
+};
 
-    // With a head of 95 + 2 lines, titles of 100 + 1 and rows of 20 + 1, a line of 121 puts the
-    // cursor on 2400 itself after 12 rows, and one of 135 on 2300 after 10.
-    void breaks_data() {
-        const Table<int, int, double, double, QString> row("itens", "jogos", "linha",
-                                                           "linhaDoTitulo", "paginas");
-        row("nothing to print", 0, 0, 50, 60, {});
-        row("list alone", 3, 0, 50, 60, "HL3");
-        row("up to the limit", 12, 0, 121, 60, "HL12");
-        row("at the limit", 13, 0, 121, 60, "HL13");
-        row("two past it", 14, 0, 121, 60, "HL13 HL1");
-        row("one unit past it", 13, 0, 121, 61, "HL12 HL1");
-        row("a hair past it", 13, 0, 121, 60.001, "HL12 HL1");
-        row("kits at 2300", 10, 2, 135, 60, "HL10J1 HJ1");
-        row("kits at 2301", 10, 2, 135, 61, "HL10 HJ2");
-        row("kits in the middle", 3, 2, 50, 60, "HL3J2");
-        row("kits over several pages", 1, 70, 50, 60, "HL1J25 HJ28 HJ17");
-        row("both over several pages", 60, 30, 50, 60, "HL28 HL28 HL4J22 HJ8");
-    }
-    void breaks() {
-        QFETCH(int, itens);
-        QFETCH(int, jogos);
-        QFETCH(double, linha);
-        QFETCH(double, linhaDoTitulo);
+// With a head of 95 + 2 lines, titles of 100 + 1 and rows of 20 + 1, a line of 121 puts the
+// cursor on 2400 itself after 12 rows, and one of 135 on 2300 after 10.
+TEST(TestPaginas, breaks) {
+    for (const auto& [itens, jogos, linha, linhaDoTitulo, paginas] :
+         Each<int, int, double, double, QString>{
+             {"nothing to print", 0, 0, 50, 60, {}},
+             {"list alone", 3, 0, 50, 60, "HL3"},
+             {"up to the limit", 12, 0, 121, 60, "HL12"},
+             {"at the limit", 13, 0, 121, 60, "HL13"},
+             {"two past it", 14, 0, 121, 60, "HL13 HL1"},
+             {"one unit past it", 13, 0, 121, 61, "HL12 HL1"},
+             {"a hair past it", 13, 0, 121, 60.001, "HL12 HL1"},
+             {"kits at 2300", 10, 2, 135, 60, "HL10J1 HJ1"},
+             {"kits at 2301", 10, 2, 135, 61, "HL10 HJ2"},
+             {"kits in the middle", 3, 2, 50, 60, "HL3J2"},
+             {"kits over several pages", 1, 70, 50, 60, "HL1J25 HJ28 HJ17"},
+             {"both over several pages", 60, 30, 50, 60, "HL28 HL28 HL4J22 HJ8"},
+         }) {
         preparar_ = [&](Gravador& gravador) {
             gravador.alturas[10] = linha;
             gravador.alturas[12] = linhaDoTitulo;
         };
         DarLista(itens, jogos);
         dialogo_->Imprimir("FD:0LC:1");
-        QTEST(Paginas().join(u' '), "paginas");
+        QCOMPARE(Paginas().join(u' '), paginas);
         QVERIFY(!dialogo_->Aberto());
     }
+}
 
-    // The rest of the job is printed.
-    void kitsThatDoNotComeOut() {
-        preparar_ = [](Gravador& gravador) {
-            gravador.alturas = {{10, 135}, {12, 61}};
-            gravador.aoVirar = [] { throw Erro(Erro::PrinterError); };
+// The rest of the job is printed.
+TEST(TestPaginas, kitsThatDoNotComeOut) {
+    preparar_ = [](Gravador& gravador) {
+        gravador.alturas = {{10, 135}, {12, 61}};
+        gravador.aoVirar = [] { throw Erro(Erro::PrinterError); };
+    };
+    DarLista(10, 2);
+    dialogo_->Imprimir("FD:0LC:1");
+    QCOMPARE(dialogo_->Caixas(), List("16 Erro nº: 482\nErro de impressora"));
+    QCOMPARE(Paginas().join(u' '), u"HL10"_s);
+    QCOMPARE(folha_.passos.last(), u"fim"_s);
+}
+
+// Places, fonts, order of items (as text), Nulls, and the kits of an item in its last column.
+TEST(TestPaginas, everythingOnAPage) {
+    dialogo_->catalogo.Executar(
+        {"INSERT INTO JOGOREPARO (CodigoJogoReparo) VALUES (30)",
+         "INSERT INTO PECA_COMPONENTE_JOGOREPARO (CodigoPeca, ItemComponente, "
+         "CodigoJogoReparo) VALUES (1, '  12a', 30)",
+         "UPDATE PECA_COMPONENTE SET ItemComponente = '10' WHERE CodigoPeca = 1 AND "
+         "ItemComponente = '   1'",
+         "UPDATE COMPONENTE SET DescricaoComponente = NULL WHERE CodigoComponente = 1",
+         "UPDATE PECA_COMPONENTE SET QuantidadeComponente = 1.5 WHERE CodigoPeca = 1 AND "
+         "ItemComponente = '  12a'"});
+    dialogo_->Imprimir("FD:0LC:1");
+    QCOMPARE(
+        Textos(1),
+        List("200,150 Catálogo TARVO-LINDEN     2.0     05-MAR-2026 12",
+             "200,210 Lista de Componentes 10",
+             "200,260 Peça: Válvula relé               Nº Tarvo: 12002 10", "200,310 Página: 1 7",
+             "200,445 Item 10bi", "400,445 Qtd. 10bi", "600,445 Descrição do Componente 10bi",
+             "1600,445 Nº Tarvo 10bi", "2200,445 Jogo(s) de Reparo 10bi", "200,515    2 10",
+             "400,515 4 10", "1600,515 12000 10", "200,585   12a 10", "400,585 1,5 10",
+             "600,585 Anel de vedação 10", "1600,585 A3400 10", "2200,585 1, 2, 30 10",
+             "200,655  100 10", "600,655 Anel de vedação 10", "1600,655 A3400 10", "2200,655 2 10",
+             "200,725 10 10", "400,725 1 10", "600,725 Corpo da válvula 10", "1600,725 K5600 10",
+             "200,875 Código 10bi", "500,875 Descrição do Jogo de Reparo 10bi",
+             "1600,875 Nº Tarvo 10bi", "200,945 1 10", "500,945 Válvula relé 10",
+             "1600,945 12001 10", "200,1015 2 10", "500,1015 Anel de vedação 10",
+             "1600,1015 A3401 10", "200,1085 30 10"));
+}
+
+// The part is asked for once a job; the pages count through it.
+TEST(TestPaginas, laterHeads) {
+    preparar_ = [this](Gravador& gravador) {
+        gravador.alturas[10] = 1000;
+        gravador.aoVirar = [this] {
+            dialogo_->catalogo.Executar({"UPDATE PECA SET DescricaoPeca = 'Outra'"});
         };
-        DarLista(10, 2);
-        dialogo_->Imprimir("FD:0LC:1");
-        QCOMPARE(dialogo_->Caixas(), List("16 Erro nº: 482\nErro de impressora"));
-        QCOMPARE(Paginas().join(u' '), u"HL10"_s);
-        QCOMPARE(folha_.passos.last(), u"fim"_s);
-    }
+    };
+    dialogo_->Imprimir("FD:0LC:1");
+    QCOMPARE(Textos(3).mid(2, 2),
+             List("200,1210 Peça: Válvula relé               Nº Tarvo: 12002 10",
+                  "200,2210 Página: 3 7"));
+    dialogo_->catalogo.Executar({"DELETE FROM PECA"});
+    folha_ = {};
+    TextoEmissao.clear();
+    dialogo_->Imprimir("FD:0LC:1");
+    QCOMPARE(Textos(1).first(), u"200,150 Catálogo TARVO-LINDEN     2.0      12"_s);
+    QCOMPARE(Textos(1).at(2), u"200,1210 Peça: 10"_s);
+}
 
-    // Places, fonts, order of items (as text), Nulls, and the kits of an item in its last column.
-    void everythingOnAPage() {
-        dialogo_->catalogo.Executar(
-            {"INSERT INTO JOGOREPARO (CodigoJogoReparo) VALUES (30)",
-             "INSERT INTO PECA_COMPONENTE_JOGOREPARO (CodigoPeca, ItemComponente, "
-             "CodigoJogoReparo) VALUES (1, '  12a', 30)",
-             "UPDATE PECA_COMPONENTE SET ItemComponente = '10' WHERE CodigoPeca = 1 AND "
-             "ItemComponente = '   1'",
-             "UPDATE COMPONENTE SET DescricaoComponente = NULL WHERE CodigoComponente = 1",
-             "UPDATE PECA_COMPONENTE SET QuantidadeComponente = 1.5 WHERE CodigoPeca = 1 AND "
-             "ItemComponente = '  12a'"});
-        dialogo_->Imprimir("FD:0LC:1");
-        QCOMPARE(
-            Textos(1),
-            List("200,150 Catálogo TARVO-LINDEN     2.0     05-MAR-2026 12",
-                 "200,210 Lista de Componentes 10",
-                 "200,260 Peça: Válvula relé               Nº Tarvo: 12002 10",
-                 "200,310 Página: 1 7", "200,445 Item 10bi", "400,445 Qtd. 10bi",
-                 "600,445 Descrição do Componente 10bi", "1600,445 Nº Tarvo 10bi",
-                 "2200,445 Jogo(s) de Reparo 10bi", "200,515    2 10", "400,515 4 10",
-                 "1600,515 12000 10", "200,585   12a 10", "400,585 1,5 10",
-                 "600,585 Anel de vedação 10", "1600,585 A3400 10", "2200,585 1, 2, 30 10",
-                 "200,655  100 10", "600,655 Anel de vedação 10", "1600,655 A3400 10",
-                 "2200,655 2 10", "200,725 10 10", "400,725 1 10", "600,725 Corpo da válvula 10",
-                 "1600,725 K5600 10", "200,875 Código 10bi",
-                 "500,875 Descrição do Jogo de Reparo 10bi", "1600,875 Nº Tarvo 10bi",
-                 "200,945 1 10", "500,945 Válvula relé 10", "1600,945 12001 10", "200,1015 2 10",
-                 "500,1015 Anel de vedação 10", "1600,1015 A3401 10", "200,1085 30 10"));
-    }
-
-    // The part is asked for once a job; the pages count through it.
-    void laterHeads() {
-        preparar_ = [this](Gravador& gravador) {
-            gravador.alturas[10] = 1000;
-            gravador.aoVirar = [this] {
-                dialogo_->catalogo.Executar({"UPDATE PECA SET DescricaoPeca = 'Outra'"});
-            };
-        };
-        dialogo_->Imprimir("FD:0LC:1");
-        QCOMPARE(Textos(3).mid(2, 2),
-                 List("200,1210 Peça: Válvula relé               Nº Tarvo: 12002 10",
-                      "200,2210 Página: 3 7"));
-        dialogo_->catalogo.Executar({"DELETE FROM PECA"});
-        folha_ = {};
-        TextoEmissao.clear();
-        dialogo_->Imprimir("FD:0LC:1");
-        QCOMPARE(Textos(1).first(), u"200,150 Catálogo TARVO-LINDEN     2.0      12"_s);
-        QCOMPARE(Textos(1).at(2), u"200,1210 Peça: 10"_s);
-    }
-
-    // The head ends at 345 units and the picture's corner is at 645; the numbers stand on it as
-    // they do on the screen, centred in boxes of 33 by their width there.
-    void figure_data() {
-        const Table<int, int> row("pontos", "s");
-        row("300", 300, 3);
-        row("360", 360, 4);
-        row("600", 600, 7);
-    }
-    void figure() {
-        QFETCH(int, s);
-        QFETCH(int, pontos);
+// The head ends at 345 units and the picture's corner is at 645; the numbers stand on it as
+// they do on the screen, centred in boxes of 33 by their width there.
+TEST(TestPaginas, figure) {
+    for (const auto& [pontos, s] : Each<int, int>{
+             {"300", 300, 3},
+             {"360", 360, 4},
+             {"600", 600, 7},
+         }) {
         pontos_ = pontos;
         preparar_ = [pontos](Gravador& gravador) {
             for (const int corpo : {7, 10, 12}) {
@@ -223,24 +213,21 @@ private Q_SLOTS:
                      qPrintable(u"%1 off by %2,%3"_s.arg(item).arg(erro.x()).arg(erro.y())));
         }
     }
+}
 
-    void figureFailures_data() {
-        const Table<int, QString, QString> row("pontos", "sql", "caixa");
-        row("too fine a printer", 2400, {}, "16 Erro nº: 6\nEstouro");
-        row("picture missing", 360, "UPDATE FIGURA SET ArquivoFigura = 'x.png'",
-            "16 Erro nº: 53\nArquivo não encontrado\n%1/Figuras/x.png");
-        row("no name", 360, "UPDATE FIGURA SET ArquivoFigura = NULL",
-            "16 Erro nº: 53\nArquivo não encontrado\n%1/Figuras/");
-        row("no place", 360, "UPDATE FIGURADETALHADA SET TTop = NULL",
-            "16 Erro nº: 94\nUso de Nulo inválido");
-        row("far away", 360, "UPDATE FIGURADETALHADA SET LLeft = 9000", "16 Erro nº: 6\nEstouro");
-        row("no numbers", 360, "DELETE FROM FIGURADETALHADA", {});
-    }
-    // The head stands by then, and the rest of the job is printed.
-    void figureFailures() {
-        QFETCH(int, pontos);
-        QFETCH(QString, sql);
-        QFETCH(QString, caixa);
+// The head stands by then, and the rest of the job is printed.
+TEST(TestPaginas, figureFailures) {
+    for (const auto& [pontos, sql, caixa] : Each<int, QString, QString>{
+             {"too fine a printer", 2400, {}, "16 Erro nº: 6\nEstouro"},
+             {"picture missing", 360, "UPDATE FIGURA SET ArquivoFigura = 'x.png'",
+              "16 Erro nº: 53\nArquivo não encontrado\n%1/Figuras/x.png"},
+             {"no name", 360, "UPDATE FIGURA SET ArquivoFigura = NULL",
+              "16 Erro nº: 53\nArquivo não encontrado\n%1/Figuras/"},
+             {"no place", 360, "UPDATE FIGURADETALHADA SET TTop = NULL",
+              "16 Erro nº: 94\nUso de Nulo inválido"},
+             {"far away", 360, "UPDATE FIGURADETALHADA SET LLeft = 9000", "16 Erro nº: 6\nEstouro"},
+             {"no numbers", 360, "DELETE FROM FIGURADETALHADA", {}},
+         }) {
         pontos_ = pontos;
         preparar_ = [pontos](Gravador& gravador) { gravador.alturas[10] = pontos / 7.2; };
         dialogo_->DarFigura("f.png", {{u"1"_s, {5, 5}}});
@@ -249,12 +236,10 @@ private Q_SLOTS:
             dialogo_->catalogo.Executar({sql});
         }
         dialogo_->Imprimir("FD:1LC:1");
-        caixa.replace(u"%1"_s, dialogo_->catalogo.Pasta());  // the box names the file
-        QCOMPARE(dialogo_->Caixas(), caixa.isEmpty() ? QStringList() : List(caixa));
+        // The box names the file.
+        const QString dita = QString(caixa).replace(u"%1"_s, dialogo_->catalogo.Pasta());
+        QCOMPARE(dialogo_->Caixas(), caixa.isEmpty() ? QStringList() : List(dita));
         QCOMPARE(folha_.textos.last().pagina, caixa.isEmpty() ? 1 : 2);
         QCOMPARE(folha_.passos.last(), u"fim"_s);
     }
-};
-
-TARVO_TEST(TestPaginas);
-#include "test_paginas.moc"
+}

@@ -41,15 +41,12 @@ QList<Palavra> Palavras(const QString& arquivo) {
 }  // namespace
 
 // Real documents, at the resolutions of real printers.
-class TestPapel : public QObject {
-    Q_OBJECT
-
+struct TestPapel : Fixture {
     int pontos_ = 600;
     QString arquivo_;
     std::unique_ptr<Dialogo> dialogo_;
 
-private Q_SLOTS:
-    void init() {
+    void init() override {
         pontos_ = 600;
         dialogo_ = std::make_unique<Dialogo>([this] {
             auto qt = std::make_unique<QPrinter>(QPrinter::HighResolution);
@@ -60,15 +57,14 @@ private Q_SLOTS:
         });
         arquivo_ = dialogo_->catalogo.Pasta() + u"/saída.pdf"_s;
     }
-    void cleanup() { dialogo_.reset(); }
+    void cleanup() override { dialogo_.reset(); }
+};
 
-    void list_data() {
-        const Table<int> row("pontos");
-        row("300", 300);
-        row("600", 600);
-    }
-    void list() {
-        QFETCH(int, pontos);
+TEST(TestPapel, list) {
+    for (const auto& [pontos] : Each<int>{
+             {"300", 300},
+             {"600", 600},
+         }) {
         pontos_ = pontos;
         QStringList linhas;
         for (int i = 1; i <= 60; ++i) {
@@ -122,40 +118,37 @@ private Q_SLOTS:
         QVERIFY(achar(1, u"25"_s).y() > 2300);
         QVERIFY(achar(2, u"26"_s).y() < 700);
     }
+}
 
-    // Bold and italic titles, everything embedded; the text comes out with its accents.
-    void fonts() {
-        dialogo_->Imprimir("FD:0LC:1");
-        const QStringList letras = OutputOf("pdffonts", {arquivo_}).split(u'\n').mid(2);
-        QStringList nomes;
-        for (const QString& letra : letras) {
-            const QStringList colunas = letra.simplified().split(u' ');
-            if (colunas.size() > 5) {
-                // name type(2) encoding emb sub uni object(2)
-                nomes += colunas.first().split(u'+').last() + u' ' + colunas.at(4) + u' ' +
-                         colunas.at(6);
-            }
-        }
-        nomes.sort();
-        QCOMPARE(nomes, List("LiberationSans yes yes", "LiberationSans-BoldItalic yes yes"));
-        const QString texto = OutputOf("pdftotext", {"-layout", arquivo_, "-"}).simplified();
-        for (const QString& linha :
-             {u"Descrição do Componente"_s, u"Código"_s, u"Anel de vedação"_s,
-              u"Peça: Válvula relé Nº Tarvo: 12002"_s}) {
-            QVERIFY2(texto.contains(linha), qPrintable(linha));
+// Bold and italic titles, everything embedded; the text comes out with its accents.
+TEST(TestPapel, fonts) {
+    dialogo_->Imprimir("FD:0LC:1");
+    const QStringList letras = OutputOf("pdffonts", {arquivo_}).split(u'\n').mid(2);
+    QStringList nomes;
+    for (const QString& letra : letras) {
+        const QStringList colunas = letra.simplified().split(u' ');
+        if (colunas.size() > 5) {
+            // name type(2) encoding emb sub uni object(2)
+            nomes +=
+                colunas.first().split(u'+').last() + u' ' + colunas.at(4) + u' ' + colunas.at(6);
         }
     }
-
-    // The picture is printed in whole printer pixels, and a number beside its mark on the picture
-    // stays beside it.
-    void figure_data() {
-        const Table<int, int> row("pontos", "s");
-        row("300", 300, 3);
-        row("600", 600, 7);
+    nomes.sort();
+    QCOMPARE(nomes, List("LiberationSans yes yes", "LiberationSans-BoldItalic yes yes"));
+    const QString texto = OutputOf("pdftotext", {"-layout", arquivo_, "-"}).simplified();
+    for (const QString& linha : {u"Descrição do Componente"_s, u"Código"_s, u"Anel de vedação"_s,
+                                 u"Peça: Válvula relé Nº Tarvo: 12002"_s}) {
+        QVERIFY2(texto.contains(linha), qPrintable(linha));
     }
-    void figure() {
-        QFETCH(int, pontos);
-        QFETCH(int, s);
+}
+
+// The picture is printed in whole printer pixels, and a number beside its mark on the picture
+// stays beside it.
+TEST(TestPapel, figure) {
+    for (const auto& [pontos, s] : Each<int, int>{
+             {"300", 300, 3},
+             {"600", 600, 7},
+         }) {
         pontos_ = pontos;
         QImage imagem(582, 343, QImage::Format_RGB32);
         imagem.fill(Qt::white);
@@ -201,18 +194,16 @@ private Q_SLOTS:
         QVERIFY(std::abs(noPapel.x() - canto.x() - s * (marca.x() + recuo)) <= s / 2.0 + 2);
         QVERIFY(std::abs(noPapel.y() - canto.y() - s * marca.y()) <= s / 2.0 + 2);
     }
+}
 
-    // What was in the file before stays when the document cannot be written.
-    void unwritable_data() {
-        const Table<QString, QString, bool> row("arquivo", "caixa", "aberto");
-        row("no folder", "/não há/saída.pdf", "76\nCaminho não encontrado", false);
-        row("a folder", "/", "75\nErro de acesso ao caminho/arquivo", false);
-        row("full disk", "full", "61\nDisco cheio", true);
-        row("neither printer nor file", {}, "482\nErro de impressora", false);
-    }
-    void unwritable() {
-        QFETCH(QString, arquivo);
-        QFETCH(QString, caixa);
+// What was in the file before stays when the document cannot be written.
+TEST(TestPapel, unwritable) {
+    for (const auto& [arquivo, caixa, aberto] : Each<QString, QString, bool>{
+             {"no folder", "/não há/saída.pdf", "76\nCaminho não encontrado", false},
+             {"a folder", "/", "75\nErro de acesso ao caminho/arquivo", false},
+             {"full disk", "full", "61\nDisco cheio", true},
+             {"neither printer nor file", {}, "482\nErro de impressora", false},
+         }) {
         arquivo_ = arquivo == u"full"  ? u"/dev/full"_s
                    : arquivo.isEmpty() ? QString()
                                        : dialogo_->catalogo.Pasta() + arquivo;
@@ -220,9 +211,6 @@ private Q_SLOTS:
         QCOMPARE(dialogo_->Caixas().size(), 1);
         QVERIFY2(dialogo_->Caixas().first().startsWith(u"16 Erro nº: "_s + caixa),
                  qPrintable(dialogo_->Caixas().first()));
-        QTEST(dialogo_->Aberto(), "aberto");
+        QCOMPARE(dialogo_->Aberto(), aberto);
     }
-};
-
-TARVO_TEST(TestPapel);
-#include "test_papel.moc"
+}

@@ -1,9 +1,7 @@
 #include "support/janela.h"
 #include "support/test.h"
 
-class TestGaleria : public QObject {
-    Q_OBJECT
-
+struct TestGaleria : Fixture {
     std::unique_ptr<Janela> janela_;
 
     // Opens the gallery with `total` pictures called "F 001" and on.
@@ -29,68 +27,66 @@ class TestGaleria : public QObject {
         }
     }
 
-private Q_SLOTS:
-    void init() { janela_ = std::make_unique<Janela>(); }
-    void cleanup() { janela_.reset(); }
+    void init() override { janela_ = std::make_unique<Janela>(); }
+    void cleanup() override { janela_.reset(); }
+};
 
-    void keysWalkTheStrip() {
-        Abrir(6);
-        QCOMPARE(Tag(), u"0"_s);
-        Teclar(Qt::Key_Left);
-        QCOMPARE(Tag(), u"0"_s);
-        Teclar(Qt::Key_Right, 3);
-        QCOMPARE(Tag(), u"3"_s);
-        QCOMPARE(Barra()->Value(), 1);
-        Teclar(Qt::Key_Right);
-        QCOMPARE(Tag(), u"3"_s);
-        QCOMPARE(Barra()->Value(), 2);
-        QCOMPARE(Legenda(3), u"F 005"_s);
-        Teclar(Qt::Key_Right, 5);
-        QCOMPARE(Legenda(3), u"F 006"_s);
-        Teclar(Qt::Key_Left, 4);
-        QCOMPARE(Tag(), u"0"_s);
-        QCOMPARE(Legenda(0), u"F 002"_s);
-        QCOMPARE(Achar(Busca, "imgFiguraSelecionada")->x(), 0);
-    }
+TEST(TestGaleria, keysWalkTheStrip) {
+    Abrir(6);
+    QCOMPARE(Tag(), u"0"_s);
+    Teclar(Qt::Key_Left);
+    QCOMPARE(Tag(), u"0"_s);
+    Teclar(Qt::Key_Right, 3);
+    QCOMPARE(Tag(), u"3"_s);
+    QCOMPARE(Barra()->Value(), 1);
+    Teclar(Qt::Key_Right);
+    QCOMPARE(Tag(), u"3"_s);
+    QCOMPARE(Barra()->Value(), 2);
+    QCOMPARE(Legenda(3), u"F 005"_s);
+    Teclar(Qt::Key_Right, 5);
+    QCOMPARE(Legenda(3), u"F 006"_s);
+    Teclar(Qt::Key_Left, 4);
+    QCOMPARE(Tag(), u"0"_s);
+    QCOMPARE(Legenda(0), u"F 002"_s);
+    QCOMPARE(Achar(Busca, "imgFiguraSelecionada")->x(), 0);
+}
 
-    void aSelectionOffTheStripComesBackAtTheEndOfTheKey() {
-        Abrir(20);
-        Barra()->SetValue(10);
-        QCOMPARE(Tag(), QString());
-        QVERIFY(!Achar(Busca, "imgFiguraSelecionada")->isVisible());
-        Teclar(Qt::Key_Left);
-        QCOMPARE(Tag(), u"3"_s);
-        Barra()->SetValue(1);
-        Teclar(Qt::Key_Right);
-        QCOMPARE(Tag(), u"0"_s);
-    }
+TEST(TestGaleria, aSelectionOffTheStripComesBackAtTheEndOfTheKey) {
+    Abrir(20);
+    Barra()->SetValue(10);
+    QCOMPARE(Tag(), QString());
+    QVERIFY(!Achar(Busca, "imgFiguraSelecionada")->isVisible());
+    Teclar(Qt::Key_Left);
+    QCOMPARE(Tag(), u"3"_s);
+    Barra()->SetValue(1);
+    Teclar(Qt::Key_Right);
+    QCOMPARE(Tag(), u"0"_s);
+}
 
-    // Arrow by one, track by three, wheel; the chosen picture goes out of view and comes back.
-    void theBarLeavesTheSelection() {
-        Abrir(20);
-        const auto clicar = [this](int x) {
-            QTest::mouseClick(Barra(), Qt::LeftButton, {}, QPoint(x, 8));
-        };
-        clicar(552);
-        QCOMPARE(Legenda(0), u"F 002"_s);
-        QCOMPARE(Tag(), QString());
-        clicar(530);
-        QCOMPARE(Legenda(0), u"F 005"_s);
-        QVERIFY(Achar(Busca, "pctPesquisaFiguras")->hasFocus());
-        clicar(8);
-        Wheel(*Barra(), 1);
-        QCOMPARE(Legenda(0), u"F 001"_s);
-        QCOMPARE(Tag(), u"0"_s);
-    }
+// Arrow by one, track by three, wheel; the chosen picture goes out of view and comes back.
+TEST(TestGaleria, theBarLeavesTheSelection) {
+    Abrir(20);
+    const auto clicar = [this](int x) {
+        QTest::mouseClick(Barra(), Qt::LeftButton, {}, QPoint(x, 8));
+    };
+    clicar(552);
+    QCOMPARE(Legenda(0), u"F 002"_s);
+    QCOMPARE(Tag(), QString());
+    clicar(530);
+    QCOMPARE(Legenda(0), u"F 005"_s);
+    QVERIFY(Achar(Busca, "pctPesquisaFiguras")->hasFocus());
+    clicar(8);
+    Wheel(*Barra(), 1);
+    QCOMPARE(Legenda(0), u"F 001"_s);
+    QCOMPARE(Tag(), u"0"_s);
+}
 
-    // On a thumbnail or its caption.
-    void aDoubleClickOpensThePicture_data() {
-        const Table<QString> row("nome");
-        row("thumbnail", "imgFigura(2)");
-        row("caption", "lblDescricaoFigura(2)");
-    }
-    void aDoubleClickOpensThePicture() {
-        QFETCH(const QString, nome);
+// On a thumbnail or its caption.
+TEST(TestGaleria, aDoubleClickOpensThePicture) {
+    for (const auto& [nome] : Each<QString>{
+             {"thumbnail", "imgFigura(2)"},
+             {"caption", "lblDescricaoFigura(2)"},
+         }) {
         janela_->Abrir();
         Clicar(Busca, "imgPesquisa3");
         auto* alvo = Achar(Busca, nome);
@@ -98,47 +94,46 @@ private Q_SLOTS:
         QVERIFY(Visivel(Resultado));
         QCOMPARE(Rotulo(Resultado, "lblInf"), u"Figura: Válvulas"_s);
     }
+}
 
-    // Nothing of the longest caption lies on the frame.
-    void theFrameIsClearOfTheCaption() {
-        janela_->catalogo.Executar(
-            {"UPDATE FOTOPECAPESQUISA SET DescricaoFotoPecaPesquisa = 'Aggjpqy aggjpqy aggjpqy "
-             "aggjpqy aggjpqy aggjpqy aggjpqy aggjpqy'"});
-        janela_->Abrir();
-        Clicar(Busca, "imgPesquisa3");
-        auto* moldura = Achar(Busca, "imgFiguraSelecionada");
-        auto* legenda = Achar(Busca, "lblDescricaoFigura(0)");
-        const auto retrato = [&](bool comLegenda) {
-            legenda->setVisible(comLegenda);
-            return Achar(Busca, "pctPesquisaFiguras")->grab(moldura->geometry()).toImage();
-        };
-        const QImage com = retrato(true);
-        const QImage sem = retrato(false);
-        moldura->hide();
-        const QImage nada = retrato(false);
-        int linhas = 0;
-        for (int y = 0; y < com.height(); ++y) {
-            bool texto = false;
-            for (int x = 0; x < com.width(); ++x) {
-                if (com.pixel(x, y) != sem.pixel(x, y)) {
-                    texto = true;
-                    QCOMPARE(sem.pixelColor(x, y), nada.pixelColor(x, y));
-                }
+// Nothing of the longest caption lies on the frame.
+TEST(TestGaleria, theFrameIsClearOfTheCaption) {
+    janela_->catalogo.Executar(
+        {"UPDATE FOTOPECAPESQUISA SET DescricaoFotoPecaPesquisa = 'Aggjpqy aggjpqy aggjpqy "
+         "aggjpqy aggjpqy aggjpqy aggjpqy aggjpqy'"});
+    janela_->Abrir();
+    Clicar(Busca, "imgPesquisa3");
+    auto* moldura = Achar(Busca, "imgFiguraSelecionada");
+    auto* legenda = Achar(Busca, "lblDescricaoFigura(0)");
+    const auto retrato = [&](bool comLegenda) {
+        legenda->setVisible(comLegenda);
+        return Achar(Busca, "pctPesquisaFiguras")->grab(moldura->geometry()).toImage();
+    };
+    const QImage com = retrato(true);
+    const QImage sem = retrato(false);
+    moldura->hide();
+    const QImage nada = retrato(false);
+    int linhas = 0;
+    for (int y = 0; y < com.height(); ++y) {
+        bool texto = false;
+        for (int x = 0; x < com.width(); ++x) {
+            if (com.pixel(x, y) != sem.pixel(x, y)) {
+                texto = true;
+                QCOMPARE(sem.pixelColor(x, y), nada.pixelColor(x, y));
             }
-            linhas += texto;
         }
-        QVERIFY(linhas > 15);  // both lines of it
+        linhas += texto;
     }
+    QVERIFY(linhas > 15);  // both lines of it
+}
 
-    void fewPictures_data() {
-        const Table<int> row("total");
-        row("none", 0);
-        row("one", 1);
-        row("three", 3);
-        row("four", 4);
-    }
-    void fewPictures() {
-        QFETCH(int, total);
+TEST(TestGaleria, fewPictures) {
+    for (const auto& [total] : Each<int>{
+             {"none", 0},
+             {"one", 1},
+             {"three", 3},
+             {"four", 4},
+         }) {
         Abrir(total);
         QCOMPARE(Tag(), u"0"_s);
         QCOMPARE(Legenda(3), total == 4 ? u"F 004"_s : QString());
@@ -146,14 +141,13 @@ private Q_SLOTS:
         QCOMPARE(Barra()->Value(), 1);
         QCOMPARE(Legenda(0), total > 0 ? u"F 001"_s : QString());
     }
+}
 
-    void theStripEndsWithTheLastPicture_data() {
-        const Table<int> row("total");
-        row("five", 5);
-        row("five thousand", 5000);
-    }
-    void theStripEndsWithTheLastPicture() {
-        QFETCH(int, total);
+TEST(TestGaleria, theStripEndsWithTheLastPicture) {
+    for (const auto& [total] : Each<int>{
+             {"five", 5},
+             {"five thousand", 5000},
+         }) {
         Abrir(total);
         const int fim = total - 3;
         Barra()->SetValue(fim);
@@ -163,21 +157,18 @@ private Q_SLOTS:
         QCOMPARE(Tag(), u"3"_s);
         QCOMPARE(Barra()->Value(), fim);
     }
+}
 
-    void aPictureThatIsNoneEmptiesItsOwnThumbnail() {
-        const QString pasta = janela_->catalogo.Pasta() + u"/FotoPeca/"_s;
-        WritePicture(pasta + u"cilindros.png"_s, {300, 200});
-        Write(pasta + u"molas.png"_s, "not a picture");
-        janela_->Abrir();
-        const auto vazia = [](int i) {
-            return Achar<forms::Picture>(Busca, u"imgFigura(%1)"_s.arg(i))->Pixmap().isNull();
-        };
-        QVERIFY(!vazia(0));
-        QVERIFY(vazia(1));
-        QVERIFY(vazia(2));
-        QCOMPARE(Legenda(1), u"Molas"_s);
-    }
-};
-
-TARVO_TEST(TestGaleria);
-#include "test_galeria.moc"
+TEST(TestGaleria, aPictureThatIsNoneEmptiesItsOwnThumbnail) {
+    const QString pasta = janela_->catalogo.Pasta() + u"/FotoPeca/"_s;
+    WritePicture(pasta + u"cilindros.png"_s, {300, 200});
+    Write(pasta + u"molas.png"_s, "not a picture");
+    janela_->Abrir();
+    const auto vazia = [](int i) {
+        return Achar<forms::Picture>(Busca, u"imgFigura(%1)"_s.arg(i))->Pixmap().isNull();
+    };
+    QVERIFY(!vazia(0));
+    QVERIFY(vazia(1));
+    QVERIFY(vazia(2));
+    QCOMPARE(Legenda(1), u"Molas"_s);
+}

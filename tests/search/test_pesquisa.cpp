@@ -5,9 +5,7 @@
 
 #include <QTimer>
 
-class TestPesquisa : public QObject {
-    Q_OBJECT
-
+struct TestPesquisa : Fixture {
     std::unique_ptr<Janela> janela_;
 
     static QStringList Pecas(const AnyText& campo) { return Coluna(Busca, "dtcPesquisa1", campo); }
@@ -25,51 +23,74 @@ class TestPesquisa : public QObject {
     }
     static bool Focado(const AnyText& nome) { return Achar(Busca, nome)->hasFocus(); }
 
-private Q_SLOTS:
-    void init() {
+    void init() override {
         janela_ = std::make_unique<Janela>();
         Janela::Abrir();
     }
-    void cleanup() { janela_.reset(); }
+    void cleanup() override { janela_.reset(); }
+};
 
-    void opensWithNothingButTheButtons() {
-        QVERIFY(!Aberto(0) && !Aberto(1) && !Aberto(2));
-        QCOMPARE(Achar<forms::ComboList>(Busca, "cboTipo")->Text(), u"TODOS OS TIPOS"_s);
-        QCOMPARE(Achar<forms::ComboList>(Busca, "cboFabricante")->Text(),
-                 u"TODOS OS FABRICANTES"_s);
-        QCOMPARE(Achar<forms::ComboList>(Busca, "cboNumeroClienteConcorrente")->SelectedItemData(),
-                 SemCliente);
-        QCOMPARE(Rotulo(Busca, "lblEmissao"), u"05-MAR-2026 - teste"_s);
-        QVERIFY(Consulta("dtcPesquisa1").endsWith(u"CodigoPeca = -5"_s));
-        QCOMPARE(Pecas("Tipo"), QStringList());
-        QCOMPARE(ClienteEmVigor(), u"-5"_s);
-    }
+TEST(TestPesquisa, opensWithNothingButTheButtons) {
+    QVERIFY(!Aberto(0) && !Aberto(1) && !Aberto(2));
+    QCOMPARE(Achar<forms::ComboList>(Busca, "cboTipo")->Text(), u"TODOS OS TIPOS"_s);
+    QCOMPARE(Achar<forms::ComboList>(Busca, "cboFabricante")->Text(), u"TODOS OS FABRICANTES"_s);
+    QCOMPARE(Achar<forms::ComboList>(Busca, "cboNumeroClienteConcorrente")->SelectedItemData(),
+             SemCliente);
+    QCOMPARE(Rotulo(Busca, "lblEmissao"), u"05-MAR-2026 - teste"_s);
+    QVERIFY(Consulta("dtcPesquisa1").endsWith(u"CodigoPeca = -5"_s));
+    QCOMPARE(Pecas("Tipo"), QStringList());
+    QCOMPARE(ClienteEmVigor(), u"-5"_s);
+}
 
-    // Inputs of the panel, the number last, and the rows that come of it.
-    void findsTheParts_data() {
-        const Table<QString, QString, QString, QString, QString, QStringList> row(
-            "cliente", "tipo", "numeroCliente", "descricao", "numero", "linhas");
-        row("vehicle maker, beginning of its number", "Nº Bravil", "Peças", "0A-7", {}, "1",
-            {"12002 A71 Peça 1", "12002 A72 Peça 1"});
-        row("in the order of its numbers", "Nº Bravil", "Componentes", "B", {}, {},
-            {"A3400 B2 Componente 2", "A3400 B9 Componente 2"});
-        row("competitor, whole number", "Nº Zenpar", "Componentes", "055", {}, {},
-            {"A3400 55 Componente 2"});
-        row("competitor, beginning", "Nº Zenpar", "Componentes", "5", {}, {}, {});
-        row("competitor without a number: a column that is empty", "Nº Zenpar", "Componentes", {},
-            {}, "a340", {"A3400  Componente 2"});
-        row("a customer's number keeps its first digit", "Nº Zenpar", "Peças", "05-b5", {}, {},
-            {"K5602 5B5 Peça 3"});
-        row("apostrophe", {}, "Peças", {}, " d'água ", {}, {"7  Peça 7"});
-        row("a digit in front of a letter", {}, "Jogos de Reparo", {}, {}, "1k-560",
-            {"K5601  Jogo de Reparo 3"});
-    }
-    void findsTheParts() {
-        QFETCH(QString, cliente);
-        QFETCH(QString, tipo);
-        QFETCH(QString, numeroCliente);
-        QFETCH(QString, descricao);
-        QFETCH(QString, numero);
+// Inputs of the panel, the number last, and the rows that come of it.
+TEST(TestPesquisa, findsTheParts) {
+    for (const auto& [cliente, tipo, numeroCliente, descricao, numero, linhas] :
+         Each<QString, QString, QString, QString, QString, QStringList>{
+             {"vehicle maker, beginning of its number",
+              "Nº Bravil",
+              "Peças",
+              "0A-7",
+              {},
+              "1",
+              {"12002 A71 Peça 1", "12002 A72 Peça 1"}},
+             {"in the order of its numbers",
+              "Nº Bravil",
+              "Componentes",
+              "B",
+              {},
+              {},
+              {"A3400 B2 Componente 2", "A3400 B9 Componente 2"}},
+             {"competitor, whole number",
+              "Nº Zenpar",
+              "Componentes",
+              "055",
+              {},
+              {},
+              {"A3400 55 Componente 2"}},
+             {"competitor, beginning", "Nº Zenpar", "Componentes", "5", {}, {}, {}},
+             {"competitor without a number: a column that is empty",
+              "Nº Zenpar",
+              "Componentes",
+              {},
+              {},
+              "a340",
+              {"A3400  Componente 2"}},
+             {"a customer's number keeps its first digit",
+              "Nº Zenpar",
+              "Peças",
+              "05-b5",
+              {},
+              {},
+              {"K5602 5B5 Peça 3"}},
+             {"apostrophe", {}, "Peças", {}, " d'água ", {}, {"7  Peça 7"}},
+             {"a digit in front of a letter",
+              {},
+              "Jogos de Reparo",
+              {},
+              {},
+              "1k-560",
+              {"K5601  Jogo de Reparo 3"}},
+         }) {
         janela_->catalogo.Executar(
             Inserir("PECA", {"7, '7', 'D´água', NULL, NULL, NULL"}) +
             Inserir("REFERENCIACRUZADA", {"9, 'K5602', '5B5'", "9, 'K5602', '55B'"}));
@@ -82,90 +103,87 @@ private Q_SLOTS:
                 Digitar(Busca, caixa, valor);
             }
         }
-        QStringList linhas = Pecas("NumeroTarvo");
+        QStringList vistas = Pecas("NumeroTarvo");
         for (const char* campo : {"NumeroClienteConcorrente", "Tipo", "Codigo"}) {
             const QStringList coluna = Pecas(campo);
-            for (qsizetype i = 0; i < linhas.size(); ++i) {
-                linhas[i] += u' ' + coluna.at(i);
+            for (qsizetype i = 0; i < vistas.size(); ++i) {
+                vistas[i] += u' ' + coluna.at(i);
             }
         }
-        QTEST(linhas, "linhas");
+        QCOMPARE(vistas, linhas);
     }
+}
 
-    void everyKindComesInTheOrderOfTheControlThatWasTouched() {
-        Digitar(Busca, "txtDescricao", "*VÁLVULA");
-        QCOMPARE(Pecas("Descricao"),
-                 List("Corpo da válvula", "Corpo da válvula", "Corpo da válvula", "Válvula relé",
-                      "Válvula relé", "Válvula relé"));
-        Digitar(Busca, "txtDescricao", "");
-        QCOMPARE(Pecas("Descricao").mid(2, 2), List("Anel de vedação", "Corpo da válvula"));
-        Digitar(Busca, "txtNumeroTarvo", "k");
-        Digitar(Busca, "txtNumeroTarvo", "");
-        QCOMPARE(Pecas("NumeroTarvo").mid(2, 2), List("12002", "A3400"));
+TEST(TestPesquisa, everyKindComesInTheOrderOfTheControlThatWasTouched) {
+    Digitar(Busca, "txtDescricao", "*VÁLVULA");
+    QCOMPARE(Pecas("Descricao"), List("Corpo da válvula", "Corpo da válvula", "Corpo da válvula",
+                                      "Válvula relé", "Válvula relé", "Válvula relé"));
+    Digitar(Busca, "txtDescricao", "");
+    QCOMPARE(Pecas("Descricao").mid(2, 2), List("Anel de vedação", "Corpo da válvula"));
+    Digitar(Busca, "txtNumeroTarvo", "k");
+    Digitar(Busca, "txtNumeroTarvo", "");
+    QCOMPARE(Pecas("NumeroTarvo").mid(2, 2), List("12002", "A3400"));
 
-        Escolher(Busca, "cboTipo", 0);
-        Escolher(Busca, "cboTipo", 3);
-        QCOMPARE(Pecas("Tipo").first(), u"Componente"_s);
-        QCOMPARE(Pecas("NumeroTarvo"), List("12000", "A3400", "K5600", "12001", "A3401", "K5601",
-                                            "12002", "A3402", "K5602"));
-    }
+    Escolher(Busca, "cboTipo", 0);
+    Escolher(Busca, "cboTipo", 3);
+    QCOMPARE(Pecas("Tipo").first(), u"Componente"_s);
+    QCOMPARE(Pecas("NumeroTarvo"),
+             List("12000", "A3400", "K5600", "12001", "A3401", "K5601", "12002", "A3402", "K5602"));
+}
 
-    void aCopiedListTellsWhatShortenedIt() {
-        const auto primeira = [](const AnyText& grade) {
-            return Copiada(Busca, grade).section(u" / "_s, 0, 0);
-        };
-        Escolher(Busca, "cboTipo", "Peças");
-        Digitar(Busca, "txtNumeroTarvo", "1200");
-        QCOMPARE(primeira("grdPesquisa1"), u"Só as linhas com Nº Tarvo: 1200; Tipo: Peças"_s);
-        Escolher(Busca, "cboTipo", "TODOS OS TIPOS");
-        Digitar(Busca, "txtNumeroTarvo", "");
-        QCOMPARE(primeira("grdPesquisa1"), u"Nº Tarvo|Descrição|Nº do cliente|Tipo"_s);
-        Digitar(Busca, "txtVeiculo", "c");
-        QCOMPARE(primeira("grdPesquisa2"), u"Só as linhas com Veículo: c"_s);
-    }
+TEST(TestPesquisa, aCopiedListTellsWhatShortenedIt) {
+    const auto primeira = [](const AnyText& grade) {
+        return Copiada(Busca, grade).section(u" / "_s, 0, 0);
+    };
+    Escolher(Busca, "cboTipo", "Peças");
+    Digitar(Busca, "txtNumeroTarvo", "1200");
+    QCOMPARE(primeira("grdPesquisa1"), u"Só as linhas com Nº Tarvo: 1200; Tipo: Peças"_s);
+    Escolher(Busca, "cboTipo", "TODOS OS TIPOS");
+    Digitar(Busca, "txtNumeroTarvo", "");
+    QCOMPARE(primeira("grdPesquisa1"), u"Nº Tarvo|Descrição|Nº do cliente|Tipo"_s);
+    Digitar(Busca, "txtVeiculo", "c");
+    QCOMPARE(primeira("grdPesquisa2"), u"Só as linhas com Veículo: c"_s);
+}
 
-    // A letter without accent stands for all its forms, one with an accent for itself.
-    void accentsNeedNotBeTyped() {
-        Digitar(Busca, "txtDescricao", "*valvula rele");
-        QCOMPARE(Pecas("Descricao"), List("Válvula relé", "Válvula relé", "Válvula relé"));
-        Digitar(Busca, "txtDescricao", "valvulà");
-        QCOMPARE(Pecas("Descricao"), List());
-        gDB->Execute(
-            u"UPDATE VEICULO SET DescricaoVeiculo = 'Ônibus' WHERE DescricaoVeiculo = "
-            "'Cavalo 2040'"_s);
-        Digitar(Busca, "txtVeiculo", "onibus");
-        QCOMPARE(Veiculos("Veiculo"), List("Ônibus"));
-    }
+// A letter without accent stands for all its forms, one with an accent for itself.
+TEST(TestPesquisa, accentsNeedNotBeTyped) {
+    Digitar(Busca, "txtDescricao", "*valvula rele");
+    QCOMPARE(Pecas("Descricao"), List("Válvula relé", "Válvula relé", "Válvula relé"));
+    Digitar(Busca, "txtDescricao", "valvulà");
+    QCOMPARE(Pecas("Descricao"), List());
+    gDB->Execute(
+        u"UPDATE VEICULO SET DescricaoVeiculo = 'Ônibus' WHERE DescricaoVeiculo = "
+        "'Cavalo 2040'"_s);
+    Digitar(Busca, "txtVeiculo", "onibus");
+    QCOMPARE(Veiculos("Veiculo"), List("Ônibus"));
+}
 
-    void choosingAMakerPutsItInForceBeforeTheSearch() {
-        Escolher(Busca, "cboNumeroClienteConcorrente", "Nº Bravil");
-        QCOMPARE(ClienteEmVigor(), u"7"_s);
-        // Two parts have two of the maker's numbers each; those without one come first.
-        QCOMPARE(Pecas("NumeroClienteConcorrente").size(), 11);
-        QCOMPARE(Pecas("NumeroClienteConcorrente").mid(7), List("A71", "A72", "B2", "B9"));
-        Escolher(Busca, "cboNumeroClienteConcorrente", 0);
-        QCOMPARE(ClienteEmVigor(), u"-5"_s);
-    }
+TEST(TestPesquisa, choosingAMakerPutsItInForceBeforeTheSearch) {
+    Escolher(Busca, "cboNumeroClienteConcorrente", "Nº Bravil");
+    QCOMPARE(ClienteEmVigor(), u"7"_s);
+    // Two parts have two of the maker's numbers each; those without one come first.
+    QCOMPARE(Pecas("NumeroClienteConcorrente").size(), 11);
+    QCOMPARE(Pecas("NumeroClienteConcorrente").mid(7), List("A71", "A72", "B2", "B9"));
+    Escolher(Busca, "cboNumeroClienteConcorrente", 0);
+    QCOMPARE(ClienteEmVigor(), u"-5"_s);
+}
 
-    void searchesVehicles() {
-        Digitar(Busca, "txtVeiculo", "c");
-        QCOMPARE(Veiculos("Veiculo"), List("Cavalo 2040"));
-        Escolher(Busca, "cboFabricante", 0);
-        QCOMPARE(Veiculos("Fabricante"), List("Bravil"));
-        Digitar(Busca, "txtVeiculo", "");
-        QCOMPARE(Veiculos("Fabricante").size(), 2);
-    }
+TEST(TestPesquisa, searchesVehicles) {
+    Digitar(Busca, "txtVeiculo", "c");
+    QCOMPARE(Veiculos("Veiculo"), List("Cavalo 2040"));
+    Escolher(Busca, "cboFabricante", 0);
+    QCOMPARE(Veiculos("Fabricante"), List("Bravil"));
+    Digitar(Busca, "txtVeiculo", "");
+    QCOMPARE(Veiculos("Fabricante").size(), 2);
+}
 
-    // Only a vehicle maker goes along to the parts.
-    void aChosenCustomerTravelsWithTheRow_data() {
-        const Table<QString, QString, int> row("cliente", "numero", "levado");
-        row("vehicle maker", "Nº Bravil", "12002", 7);
-        row("competitor", "Nº Zenpar", "A3400", SemCliente);
-        row("nobody", {}, "12002", SemCliente);
-    }
-    void aChosenCustomerTravelsWithTheRow() {
-        QFETCH(const QString, cliente);
-        QFETCH(const QString, numero);
+// Only a vehicle maker goes along to the parts.
+TEST(TestPesquisa, aChosenCustomerTravelsWithTheRow) {
+    for (const auto& [cliente, numero, levado] : Each<QString, QString, int>{
+             {"vehicle maker", "Nº Bravil", "12002", 7},
+             {"competitor", "Nº Zenpar", "A3400", SemCliente},
+             {"nobody", {}, "12002", SemCliente},
+         }) {
         gCodigoClienteConcorrente = 99;
         Escolher(Busca, "cboNumeroClienteConcorrente", cliente);
         Digitar(Busca, "txtNumeroTarvo", numero);
@@ -173,158 +191,154 @@ private Q_SLOTS:
         const auto* grade = Achar<forms::BoundGrid>(Busca, "grdPesquisa1");
         DoubleClickAt(*gFrmPesquisa, grade->mapTo(gFrmPesquisa->Picture(), QPoint(30, 8)));
         QVERIFY(Visivel(Resultado));
-        QTEST(int(gCodigoClienteConcorrente), "levado");
+        QCOMPARE(int(gCodigoClienteConcorrente), levado);
     }
+}
 
-    void anEmptyGridSaysWhy() {
-        const auto dito = [](const AnyText& nome) {
-            return Achar<forms::BoundGrid>(Busca, nome)->accessibleDescription();
-        };
-        QTRY_COMPARE(dito("grdPesquisa1"), u"Digite um número ou uma descrição."_s);
-        QTRY_COMPARE(dito("grdPesquisa2"), u"Digite um veículo ou escolha um fabricante."_s);
-        Escolher(Busca, "cboTipo", 0);
-        Escolher(Busca, "cboNumeroClienteConcorrente", 1);
-        Digitar(Busca, "txtNumeroClienteConcorrente", "x9");
-        Digitar(Busca, "txtDescricao", "mola");
-        Digitar(Busca, "txtNumeroTarvo", " 777 ");
-        QTRY_COMPARE(dito("grdPesquisa1"),
-                     u"Nada encontrado em componentes com Nº Bravil x9, "
-                     "Nº Tarvo 777, descrição “mola”."_s);
-        QCOMPARE(Achar(Busca, "txtDescricao")->accessibleDescription(), dito("grdPesquisa1"));
-        Escolher(Busca, "cboFabricante", 0);
-        Digitar(Busca, "txtVeiculo", "trator");
-        QTRY_COMPARE(dito("grdPesquisa2"),
-                     u"Nenhum veículo encontrado com a descrição “trator”, o fabricante Bravil."_s);
-        Digitar(Busca, "txtVeiculo", "");
-        QTRY_COMPARE(Achar(Busca, "txtVeiculo")->accessibleDescription(), u"2 linhas"_s);
+TEST(TestPesquisa, anEmptyGridSaysWhy) {
+    const auto dito = [](const AnyText& nome) {
+        return Achar<forms::BoundGrid>(Busca, nome)->accessibleDescription();
+    };
+    QTRY_COMPARE(dito("grdPesquisa1"), u"Digite um número ou uma descrição."_s);
+    QTRY_COMPARE(dito("grdPesquisa2"), u"Digite um veículo ou escolha um fabricante."_s);
+    Escolher(Busca, "cboTipo", 0);
+    Escolher(Busca, "cboNumeroClienteConcorrente", 1);
+    Digitar(Busca, "txtNumeroClienteConcorrente", "x9");
+    Digitar(Busca, "txtDescricao", "mola");
+    Digitar(Busca, "txtNumeroTarvo", " 777 ");
+    QTRY_COMPARE(dito("grdPesquisa1"),
+                 u"Nada encontrado em componentes com Nº Bravil x9, "
+                 "Nº Tarvo 777, descrição “mola”."_s);
+    QCOMPARE(Achar(Busca, "txtDescricao")->accessibleDescription(), dito("grdPesquisa1"));
+    Escolher(Busca, "cboFabricante", 0);
+    Digitar(Busca, "txtVeiculo", "trator");
+    QTRY_COMPARE(dito("grdPesquisa2"),
+                 u"Nenhum veículo encontrado com a descrição “trator”, o fabricante Bravil."_s);
+    Digitar(Busca, "txtVeiculo", "");
+    QTRY_COMPARE(Achar(Busca, "txtVeiculo")->accessibleDescription(), u"2 linhas"_s);
+}
+
+TEST(TestPesquisa, aDoubleClickOnAnEmptyGridIsAnswered) {
+    for (const auto& [botao, nome] :
+         {std::pair("imgPesquisa1", "grdPesquisa1"), std::pair("imgPesquisa2", "grdPesquisa2")}) {
+        Clicar(Busca, botao);
+        const auto* grade = Achar<forms::BoundGrid>(Busca, nome);
+        DoubleClickAt(*gFrmPesquisa, grade->mapTo(gFrmPesquisa->Picture(), QPoint(30, 50)));
     }
+    QCOMPARE(janela_->Caixas(), List("16 Nenhum item selecionado.", "16 Nenhum item selecionado."));
+}
 
-    void aDoubleClickOnAnEmptyGridIsAnswered() {
-        for (const auto& [botao, nome] : {std::pair("imgPesquisa1", "grdPesquisa1"),
-                                          std::pair("imgPesquisa2", "grdPesquisa2")}) {
-            Clicar(Busca, botao);
-            const auto* grade = Achar<forms::BoundGrid>(Busca, nome);
-            DoubleClickAt(*gFrmPesquisa, grade->mapTo(gFrmPesquisa->Picture(), QPoint(30, 50)));
+TEST(TestPesquisa, onePanelAtATime) {
+    Clicar(Busca, "imgPesquisa1");
+    QVERIFY(Aberto(0));
+    QTRY_VERIFY(Focado("txtNumeroTarvo"));
+    Digitar(Busca, "txtNumeroTarvo", "12");
+
+    Clicar(Busca, "imgPesquisa3");
+    QVERIFY(!Aberto(0));
+    QTRY_VERIFY(Focado("pctPesquisaFiguras"));
+
+    ClickAt(*gFrmPesquisa, {300, 300});
+    QVERIFY(!Aberto(2));
+    Clicar(Busca, "imgPesquisa1");
+    QCOMPARE(Achar<QLineEdit>(Busca, "txtNumeroTarvo")->text(), u"12"_s);
+    Clicar(Busca, "pctBarraAtualizacao");
+    QVERIFY(!Aberto(0));
+}
+
+TEST(TestPesquisa, tabGoesThroughThePanel) {
+    Clicar(Busca, "imgPesquisa1");
+    QTRY_VERIFY(Focado("txtNumeroTarvo"));
+    const auto segue = [](std::initializer_list<const char*> nomes) {
+        for (const char* nome : nomes) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            QCOMPARE(QApplication::focusWidget()->accessibleName(), AnyText(nome));
         }
-        QCOMPARE(janela_->Caixas(),
-                 List("16 Nenhum item selecionado.", "16 Nenhum item selecionado."));
+    };
+    segue({"Descrição", "Nº do cliente ou concorrente", "Cliente ou concorrente", "Tipo",
+           "Resultado da pesquisa", "Abrir a linha escolhida"});
+    Clicar(Busca, "imgPesquisa2");
+    QTRY_VERIFY(Focado("txtVeiculo"));
+    segue({"Fabricante", "Veículos encontrados", "Abrir a linha escolhida"});
+    Clicar(Busca, "imgPesquisa3");
+    QTRY_VERIFY(Focado("pctPesquisaFiguras"));
+    segue({"Rolar as figuras", "Abrir a linha escolhida"});
+}
+
+TEST(TestPesquisa, lightFollowsTheMouse) {
+    Clicar(Busca, "imgPesquisa2");
+    for (const auto& [zona, acesa] :
+         {std::pair("imgPesquisa1", "imgPesquisa1Selecionada"),
+          std::pair("imgAjuda", "imgAjudaSelecionada"),
+          std::pair("pctResultadoPesquisaFundo(1)", "pctResultadoPesquisaSelecionada(1)"),
+          std::pair("imgConfiguracoes", "imgConfiguracoesSelecionada")}) {
+        QTest::mouseMove(Achar(Busca, zona));
+        QTRY_VERIFY(Achar(Busca, acesa)->isVisible());
     }
+    QVERIFY(!Achar(Busca, "imgAjudaSelecionada")->isVisible());
+    QTest::mouseMove(Achar<forms::BoundGrid>(Busca, "grdPesquisa2")->viewport());
+    QTRY_COMPARE(gFrmPesquisa->ImagemAtual(), u"FORM"_s);
+    QVERIFY(!Achar(Busca, "imgConfiguracoesSelecionada")->isVisible());
+}
 
-    void onePanelAtATime() {
-        Clicar(Busca, "imgPesquisa1");
-        QVERIFY(Aberto(0));
-        QTRY_VERIFY(Focado("txtNumeroTarvo"));
-        Digitar(Busca, "txtNumeroTarvo", "12");
-
-        Clicar(Busca, "imgPesquisa3");
-        QVERIFY(!Aberto(0));
-        QTRY_VERIFY(Focado("pctPesquisaFiguras"));
-
-        ClickAt(*gFrmPesquisa, {300, 300});
-        QVERIFY(!Aberto(2));
-        Clicar(Busca, "imgPesquisa1");
-        QCOMPARE(Achar<QLineEdit>(Busca, "txtNumeroTarvo")->text(), u"12"_s);
-        Clicar(Busca, "pctBarraAtualizacao");
-        QVERIFY(!Aberto(0));
-    }
-
-    void tabGoesThroughThePanel() {
-        Clicar(Busca, "imgPesquisa1");
-        QTRY_VERIFY(Focado("txtNumeroTarvo"));
-        const auto segue = [](std::initializer_list<const char*> nomes) {
-            for (const char* nome : nomes) {
-                QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-                QCOMPARE(QApplication::focusWidget()->accessibleName(), AnyText(nome));
-            }
-        };
-        segue({"Descrição", "Nº do cliente ou concorrente", "Cliente ou concorrente", "Tipo",
-               "Resultado da pesquisa", "Abrir a linha escolhida"});
-        Clicar(Busca, "imgPesquisa2");
-        QTRY_VERIFY(Focado("txtVeiculo"));
-        segue({"Fabricante", "Veículos encontrados", "Abrir a linha escolhida"});
-        Clicar(Busca, "imgPesquisa3");
-        QTRY_VERIFY(Focado("pctPesquisaFiguras"));
-        segue({"Rolar as figuras", "Abrir a linha escolhida"});
-    }
-
-    void lightFollowsTheMouse() {
-        Clicar(Busca, "imgPesquisa2");
-        for (const auto& [zona, acesa] :
-             {std::pair("imgPesquisa1", "imgPesquisa1Selecionada"),
-              std::pair("imgAjuda", "imgAjudaSelecionada"),
-              std::pair("pctResultadoPesquisaFundo(1)", "pctResultadoPesquisaSelecionada(1)"),
-              std::pair("imgConfiguracoes", "imgConfiguracoesSelecionada")}) {
-            QTest::mouseMove(Achar(Busca, zona));
-            QTRY_VERIFY(Achar(Busca, acesa)->isVisible());
-        }
-        QVERIFY(!Achar(Busca, "imgAjudaSelecionada")->isVisible());
-        QTest::mouseMove(Achar<forms::BoundGrid>(Busca, "grdPesquisa2")->viewport());
-        QTRY_COMPARE(gFrmPesquisa->ImagemAtual(), u"FORM"_s);
-        QVERIFY(!Achar(Busca, "imgConfiguracoesSelecionada")->isVisible());
-    }
-
-    void theButtonsOpenTheirScreens() {
-        for (const auto& [botao, tela] : {std::pair("imgConfiguracoes", u"frmConfiguracoes"_s),
-                                          std::pair("imgConhecaTarvo", u"frmConhecaTarvo"_s)}) {
-            bool aberta = false;
-            QTimer::singleShot(0, this, [&, nome = tela] {
-                aberta = Visivel(nome);
-                forms::Form::Find(nome)->close();
-            });
-            Clicar(Busca, botao);
-            QVERIFY2(aberta, botao);
-        }
-        Clicar(Busca, "imgMinimizar");
-        QVERIFY(gFrmPesquisa->isMinimized());
-        Clicar(Busca, "imgSair");
-        QCOMPARE(TelasCarregadas(), List("frmCreditos"));
-    }
-
-    void leavingGivesUpACheck() {
-        QString resposta;
-        sys::SetStartHandler([&](const QString& comando, int) {
-            resposta = comando.section(u'|', 1).replace(u'\\', u'/');
-            Write(resposta, "15|6");
-            return sys::OwnProcessId();  // never ends
+TEST(TestPesquisa, theButtonsOpenTheirScreens) {
+    for (const auto& [botao, tela] : {std::pair("imgConfiguracoes", u"frmConfiguracoes"_s),
+                                      std::pair("imgConhecaTarvo", u"frmConhecaTarvo"_s)}) {
+        bool aberta = false;
+        QTimer::singleShot(0, this, [&, nome = tela] {
+            aberta = Visivel(nome);
+            forms::Form::Find(nome)->close();
         });
-        Clicar(Busca, "pctVerificarAtualizacoes");
-        sys::SetStartHandler({});
-        QVERIFY(QFile::exists(resposta));
-        gFrmPesquisa->Tag = Recarregando;
-        gFrmPesquisa->Unload();
-        QVERIFY(!QFile::exists(resposta));
+        Clicar(Busca, botao);
+        QVERIFY2(aberta, botao);
     }
+    Clicar(Busca, "imgMinimizar");
+    QVERIFY(gFrmPesquisa->isMinimized());
+    Clicar(Busca, "imgSair");
+    QCOMPARE(TelasCarregadas(), List("frmCreditos"));
+}
 
-    void missingHelpGivesTheBox() {
-        Clicar(Busca, "imgAjuda");
-        QCOMPARE(janela_->Caixas().size(), 1);
-        QVERIFY(janela_->Caixas().first().startsWith(u"16 Erro nº: 53"_s));
-    }
+TEST(TestPesquisa, leavingGivesUpACheck) {
+    QString resposta;
+    sys::SetStartHandler([&](const QString& comando, int) {
+        resposta = comando.section(u'|', 1).replace(u'\\', u'/');
+        Write(resposta, "15|6");
+        return sys::OwnProcessId();  // never ends
+    });
+    Clicar(Busca, "pctVerificarAtualizacoes");
+    sys::SetStartHandler({});
+    QVERIFY(QFile::exists(resposta));
+    gFrmPesquisa->Tag = Recarregando;
+    gFrmPesquisa->Unload();
+    QVERIFY(!QFile::exists(resposta));
+}
 
-    void anyTextIsSearchedWithoutHarm() {
-        for (const QString& texto :
-             {QString(10000, u'x'), u"'"_s, u"?#*[a-c][!x]"_s, u"\U0001F527\U0001F680"_s,
-              u"שלום مرحبا"_s, u"a\tb\u0001c\u2028d"_s, QString(QChar(0xD83D)), u"?????"_s,
-              u"\" -- /* ; DROP TABLE PECA"_s}) {
-            for (const char* caixa :
-                 {"txtNumeroTarvo", "txtDescricao", "txtNumeroClienteConcorrente", "txtVeiculo"}) {
-                Digitar(Busca, caixa, texto);
-                Digitar(Busca, caixa, "");
-            }
-            QVERIFY2(Pecas("NumeroTarvo").size() == 9, qPrintable(texto.left(20)));
+TEST(TestPesquisa, missingHelpGivesTheBox) {
+    Clicar(Busca, "imgAjuda");
+    QCOMPARE(janela_->Caixas().size(), 1);
+    QVERIFY(janela_->Caixas().first().startsWith(u"16 Erro nº: 53"_s));
+}
+
+TEST(TestPesquisa, anyTextIsSearchedWithoutHarm) {
+    for (const QString& texto :
+         {QString(10000, u'x'), u"'"_s, u"?#*[a-c][!x]"_s, u"\U0001F527\U0001F680"_s,
+          u"שלום مرحبا"_s, u"a\tb\u0001c\u2028d"_s, QString(QChar(0xD83D)), u"?????"_s,
+          u"\" -- /* ; DROP TABLE PECA"_s}) {
+        for (const char* caixa :
+             {"txtNumeroTarvo", "txtDescricao", "txtNumeroClienteConcorrente", "txtVeiculo"}) {
+            Digitar(Busca, caixa, texto);
+            Digitar(Busca, caixa, "");
         }
+        QVERIFY2(Pecas("NumeroTarvo").size() == 9, qPrintable(texto.left(20)));
     }
+}
 
-    void aReloadReplacesTheScreen() {
-        const frmPesquisa* antes = gFrmPesquisa;
-        Digitar(Busca, "txtNumeroTarvo", "12");
-        RecarregarFormularios(QString());
-        QVERIFY(gFrmPesquisa != antes);
-        QCOMPARE(forms::Form::Loaded(), QList<forms::Form*>{gFrmPesquisa});
-        QCOMPARE(Achar<QLineEdit>(Busca, "txtNumeroTarvo")->text(), QString());
-        QCOMPARE(Valor("SELECT Count(*) FROM PECA"), u"3"_s);
-    }
-};
-
-TARVO_TEST(TestPesquisa);
-#include "test_pesquisa.moc"
+TEST(TestPesquisa, aReloadReplacesTheScreen) {
+    const frmPesquisa* antes = gFrmPesquisa;
+    Digitar(Busca, "txtNumeroTarvo", "12");
+    RecarregarFormularios(QString());
+    QVERIFY(gFrmPesquisa != antes);
+    QCOMPARE(forms::Form::Loaded(), QList<forms::Form*>{gFrmPesquisa});
+    QCOMPARE(Achar<QLineEdit>(Busca, "txtNumeroTarvo")->text(), QString());
+    QCOMPARE(Valor("SELECT Count(*) FROM PECA"), u"3"_s);
+}

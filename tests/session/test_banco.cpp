@@ -20,204 +20,195 @@ const QString Advance =
 
 }  // namespace
 
-class TestBanco : public QObject {
-    Q_OBJECT
+struct TestBanco : Fixture {
+    CatalogoDeTeste catalogue_;
 
-    std::unique_ptr<CatalogoDeTeste> catalogue_;
-
-private Q_SLOTS:
-    void initTestCase() {
-        catalogue_ = std::make_unique<CatalogoDeTeste>();
+    TestBanco() {
         gDB->GetConnection()->Run(
             "WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 2000) "
             "INSERT INTO VEICULO SELECT i, 'Caminhão ' || i, 1 FROM n");
-        catalogue_->Executar(Inserir("PECA", {"1, 'A1', 'Válvula', NULL, 30, 40",
-                                              "2, 'A2', 'Cilindro', NULL, 31, NULL"}) +
-                             Inserir("PECA_COMPONENTE", {"1, '   1', 10, 2"}) +
-                             Inserir("PECA_COMPONENTE_JOGOREPARO", {"1, '   1', 20"}) +
-                             Inserir("VEICULO_PECA", {"5, 1"}));
-    }
-    void cleanupTestCase() { catalogue_.reset(); }
-
-    void AnOldCatalogueIsToldFromOtherFiles() {
-        const QScopedValueRollback guard(gCaminho);
-        const QTemporaryDir folder;
-        gCaminho = folder.path() + u'\\';
-        const auto complaint = [&](const QByteArray& content) {
-            Write(folder.filePath(u"Tarvo.mdb"_s), content);
-            std::unique_ptr<dao::Workspace> workspace;
-            std::unique_ptr<dao::Database> database;
-            try {
-                AbrirBancoDados(workspace, u"outro"_s, database, true);
-            } catch (const Erro& erro) {
-                return QString::number(erro.Number()) + u' ' + erro.Description();
-            }
-            return QString();
-        };
-        const QByteArray old = QByteArray("\0\1\0\0Standard Jet DB\0", 20) + QByteArray(9000, 'x');
-        QVERIFY(complaint(old).startsWith(u"3343 "_s));
-        QVERIFY(complaint(old).endsWith(
-            u"\nÉ um catálogo antigo: o tarvo-importar faz dele um catálogo de hoje."_s));
-        QVERIFY(!complaint(QByteArray(9000, 'x')).contains(u"tarvo-importar"_s));
-    }
-
-    void TellsWhatIsInUse() {
-        const std::pair<const char*, int> used[] = {
-            {"COM", 10}, {"JRE", 20}, {"VEI", 5}, {"FPC", 31}, {"PCA", 777}};
-        for (const auto& [kind, code] : used) {
-            QVERIFY2(CodigoEmUso(QLatin1String(kind), code), kind);
-            QVERIFY2(CodigoEmUso(QLatin1String(kind), 1) == (code == 777), kind);  // any part is
-        }
-        QCOMPARE(ErrorOf([] { CodigoEmUso(u"XXX"_s, 1); }), 3129);
-    }
-
-    void TellsWhatAPartHas() {
-        QVERIFY(PossuiFiguraDetalhada(1));
-        QVERIFY(!PossuiFiguraDetalhada(2));  // Null
-        QVERIFY(!PossuiFiguraDetalhada(3));  // no such part
-        QVERIFY(PossuiListaComponentes(1));
-        QVERIFY(!PossuiListaComponentes(2));
-    }
-
-    void WritesTheLastCheckForAllToSee() {
-        // A result of which the grid has read no more than it shows.
-        const auto pending = gDB->OpenRecordset(u"SELECT * FROM VEICULO"_s);
-        pending->ReadUpTo(10);
-        GravarUltimaVerificacao(u"DateSerial(2024,2,29)+TimeSerial(12,0,0)"_s, u"1"_s);
-        QCOMPARE(Valor("SELECT DataUltimaVerificacao FROM UMREGISTRO").toDouble(), 45351.5);
-        pending->MoveLast();
-        QCOMPARE(pending->RecordCount(), 2000);
-        GravarUltimaVerificacao(QString(), u"0"_s);
-        QCOMPARE(Valor("SELECT FlagErroUltimaVerificacao FROM UMREGISTRO"), u"0"_s);
-        QCOMPARE(Valor("SELECT DataUltimaVerificacao FROM UMREGISTRO").toDouble(), 45351.5);
-        gCaminho = u"\\nada\\"_s;
-        GravarUltimaVerificacao(QString(), QString());  // opens nothing
-        QCOMPARE(ErrorOf([] { GravarUltimaVerificacao(QString(), u"1"_s); }), 3044);
-        gCaminho = catalogue_->Pasta() + u'\\';
-    }
-
-    void EachProgramHasItsOwnCustomer() {
-        const QString number = u"SELECT NumeroClienteConcorrente FROM REFERENCIACRUZADA1"_s;
-        const QString chosen = u"SELECT CodigoClienteConcorrente FROM CODIGOCLIENTECONCORRENTE"_s;
-        catalogue_->Executar(Inserir("REFERENCIACRUZADA", {"17, 'A1', 'MEU'", "18, 'A1', 'SEU'"}));
-        const QString file = catalogue_->Pasta() + u"/Tarvo.mdb"_s;
-        Peer peer(catalogue_->Pasta());
-        const QByteArray before = sys::ReadBytes(file);
-        GravarClienteConcorrente(17);
-        QCOMPARE(peer.Ask("run UPDATE CODIGOCLIENTECONCORRENTE SET CodigoClienteConcorrente = 18"),
-                 u"0"_s);
-        QCOMPARE(Valor(number), u"MEU"_s);
-        QCOMPARE(peer.Ask("value "_L1 + number), u"SEU"_s);
-        QCOMPARE(sys::ReadBytes(file), before);
-
-        // A script has the file's own row, and a view that it changes is seen after the renewal.
-        OutroComputador script;
-        QCOMPARE(script.banco->OpenRecordset(chosen)->Fields(0).Value(), QVariant(-5));
-        script.banco->GetConnection()->Run(
-            "DROP VIEW REFERENCIACRUZADA1; CREATE VIEW REFERENCIACRUZADA1 AS SELECT NumeroTarvo,"
-            " 'NOVO' AS NumeroClienteConcorrente FROM REFERENCIACRUZADA");
-        RenovarSessao();
-        QCOMPARE(Valor(number), u"NOVO"_s);
-    }
-
-    void ChoosesWhereNobodyMayWrite() {
-        BoxAnswers boxes;
-        FecharBancoDados(gWS, gDB);
-        AbrirBancoDados(gWS, u"gWS"_s, gDB, true);
-        RenovarSessao();
-        GravarClienteConcorrente(18);
-        QVERIFY(boxes.Boxes().isEmpty());
-        gDB->Close();
-        GravarClienteConcorrente(18);
-        FecharBancoDados(gWS, gDB);
-        AbrirSessao();
-        QCOMPARE(boxes.Texts().size(), 1);
-        QVERIFY(boxes.Texts().first().startsWith(u"Erro nº: 3420\n"_s));
-    }
-
-    void LocksOutOneComputerAtATime() {
-        Peer peer(catalogue_->Pasta());
-        QCOMPARE(peer.Opened(), u"0"_s);
-        QCOMPARE(peer.Ask("lock True"), u"1"_s);
-        QVERIFY(!BloquearBancoDados(true));
-        // Everything else goes on meanwhile, on both sides.
-        GravarUltimaVerificacao(QString(), u"1"_s);
-        BoxAnswers boxes;
-        GravarClienteConcorrente(17);
-        QVERIFY(boxes.Boxes().isEmpty());
-        QCOMPARE(peer.Ask("run "_L1 + Advance), u"0"_s);
-        QCOMPARE(peer.Ask("lock False"), u"1"_s);
-
-        QVERIFY(BloquearBancoDados(true));
-        QCOMPARE(peer.Ask("lock True"), u"0"_s);
-        QVERIFY(BloquearBancoDados(false));
-
-        QCOMPARE(peer.Ask("lock True"), u"1"_s);
-        peer.Kill();
-        QVERIFY(BloquearBancoDados(true));
-        QVERIFY(BloquearBancoDados(false));
-        QCOMPARE(Valor("SELECT Count(*) FROM CONTROLETRAN"), u"1"_s);
-    }
-
-    void ReadsAndWritesOnTwoComputersAtOnce() {
-        constexpr int Times = 30;
-        const QString count =
-            u"SELECT CodigoClienteConcorrente FROM VEICULO WHERE CodigoVeiculo = 9"_s;
-        const int before = Valor(count).toInt();
-        Peer peer(catalogue_->Pasta());
-        for (int i = 0; i < Times; ++i) {
-            peer.Tell("run "_L1 + Advance);
-            const auto pending = gDB->OpenRecordset(u"SELECT * FROM VEICULO"_s);
-            pending->ReadUpTo(5);
-            gDB->Execute(Advance, dao::dbFailOnError);
-            QCOMPARE(Valor(Spread), u"0"_s);
-        }
-        for (int i = 0; i < Times; ++i) {
-            QCOMPARE(peer.Answer(), u"0"_s);
-        }
-        QCOMPARE(Valor(count).toInt(), before + 2 * Times);
-    }
-
-    void StaysSoundWhenAWriterDies() {
-        for (int round = 0; round < 8; ++round) {
-            Peer peer(catalogue_->Pasta());
-            peer.Tell("loop "_L1 + Advance);
-            QCOMPARE(peer.Answer(), u"0"_s);
-            QTest::qSleep(3 + 5 * round);
-            peer.Kill();
-            QCOMPARE(Valor(Spread), u"0"_s);
-            QCOMPARE(Valor(Vehicles), u"2000"_s);
-        }
-        dao::Connection& connection = *gDB->GetConnection();
-        QCOMPARE(connection.Value("PRAGMA integrity_check"), QVariant(u"ok"_s));
-        QVERIFY(!connection.Value("PRAGMA cipher_integrity_check").isValid());
-    }
-
-    void TellsAFolderThatCannotBeWritten() {
-        FecharBancoDados(gWS, gDB);
-        using F = QFileDevice;
-        QFile::setPermissions(catalogue_->Pasta() + u"/Tarvo.mdb"_s,
-                              F::ReadOwner | F::ReadGroup | F::ReadOther);
-        QFile::setPermissions(catalogue_->Pasta(), F::ReadOwner | F::ExeOwner | F::ReadGroup |
-                                                       F::ExeGroup | F::ReadOther | F::ExeOther);
-        // Permissions bind nobody who is root, so the other computer is somebody else.
-        const QString other = QStandardPaths::findExecutable(u"setpriv"_s);
-        QFile probe(catalogue_->Pasta() + u"/nova"_s);
-        QStringList through;
-        if (probe.open(QIODevice::WriteOnly)) {
-            if (other.isEmpty()) {
-                QSKIP("this user may write everywhere, and there is no setpriv to become another");
-            }
-            through = {other, u"--reuid=65534"_s, u"--regid=65534"_s, u"--clear-groups"_s};
-        }
-        Peer peer(catalogue_->Pasta(), through);
-        QCOMPARE(peer.Opened(), u"0"_s);
-        QCOMPARE(peer.Ask("value "_L1 + Vehicles), u"2000"_s);
-        QCOMPARE(peer.Ask("run "_L1 + Advance), u"erro 3027"_s);
-        QCOMPARE(peer.Ask("lock True"), u"0"_s);
-        QFile::setPermissions(catalogue_->Pasta(), F::ReadOwner | F::WriteOwner | F::ExeOwner);
+        catalogue_.Executar(Inserir("PECA", {"1, 'A1', 'Válvula', NULL, 30, 40",
+                                             "2, 'A2', 'Cilindro', NULL, 31, NULL"}) +
+                            Inserir("PECA_COMPONENTE", {"1, '   1', 10, 2"}) +
+                            Inserir("PECA_COMPONENTE_JOGOREPARO", {"1, '   1', 20"}) +
+                            Inserir("VEICULO_PECA", {"5, 1"}));
     }
 };
 
-TARVO_TEST(TestBanco);
-#include "test_banco.moc"
+TEST(TestBanco, AnOldCatalogueIsToldFromOtherFiles) {
+    const QScopedValueRollback guard(gCaminho);
+    const QTemporaryDir folder;
+    gCaminho = folder.path() + u'\\';
+    const auto complaint = [&](const QByteArray& content) {
+        Write(folder.filePath(u"Tarvo.mdb"_s), content);
+        std::unique_ptr<dao::Workspace> workspace;
+        std::unique_ptr<dao::Database> database;
+        try {
+            AbrirBancoDados(workspace, u"outro"_s, database, true);
+        } catch (const Erro& erro) {
+            return QString::number(erro.Number()) + u' ' + erro.Description();
+        }
+        return QString();
+    };
+    const QByteArray old = QByteArray("\0\1\0\0Standard Jet DB\0", 20) + QByteArray(9000, 'x');
+    QVERIFY(complaint(old).startsWith(u"3343 "_s));
+    QVERIFY(complaint(old).endsWith(
+        u"\nÉ um catálogo antigo: o tarvo-importar faz dele um catálogo de hoje."_s));
+    QVERIFY(!complaint(QByteArray(9000, 'x')).contains(u"tarvo-importar"_s));
+}
+
+TEST(TestBanco, TellsWhatIsInUse) {
+    const std::pair<const char*, int> used[] = {
+        {"COM", 10}, {"JRE", 20}, {"VEI", 5}, {"FPC", 31}, {"PCA", 777}};
+    for (const auto& [kind, code] : used) {
+        QVERIFY2(CodigoEmUso(QLatin1String(kind), code), kind);
+        QVERIFY2(CodigoEmUso(QLatin1String(kind), 1) == (code == 777), kind);  // any part is
+    }
+    QCOMPARE(ErrorOf([] { CodigoEmUso(u"XXX"_s, 1); }), 3129);
+}
+
+TEST(TestBanco, TellsWhatAPartHas) {
+    QVERIFY(PossuiFiguraDetalhada(1));
+    QVERIFY(!PossuiFiguraDetalhada(2));  // Null
+    QVERIFY(!PossuiFiguraDetalhada(3));  // no such part
+    QVERIFY(PossuiListaComponentes(1));
+    QVERIFY(!PossuiListaComponentes(2));
+}
+
+TEST(TestBanco, WritesTheLastCheckForAllToSee) {
+    // A result of which the grid has read no more than it shows.
+    const auto pending = gDB->OpenRecordset(u"SELECT * FROM VEICULO"_s);
+    pending->ReadUpTo(10);
+    GravarUltimaVerificacao(u"DateSerial(2024,2,29)+TimeSerial(12,0,0)"_s, u"1"_s);
+    QCOMPARE(Valor("SELECT DataUltimaVerificacao FROM UMREGISTRO").toDouble(), 45351.5);
+    pending->MoveLast();
+    QCOMPARE(pending->RecordCount(), 2000);
+    GravarUltimaVerificacao(QString(), u"0"_s);
+    QCOMPARE(Valor("SELECT FlagErroUltimaVerificacao FROM UMREGISTRO"), u"0"_s);
+    QCOMPARE(Valor("SELECT DataUltimaVerificacao FROM UMREGISTRO").toDouble(), 45351.5);
+    gCaminho = u"\\nada\\"_s;
+    GravarUltimaVerificacao(QString(), QString());  // opens nothing
+    QCOMPARE(ErrorOf([] { GravarUltimaVerificacao(QString(), u"1"_s); }), 3044);
+    gCaminho = catalogue_.Pasta() + u'\\';
+}
+
+TEST(TestBanco, EachProgramHasItsOwnCustomer) {
+    const QString number = u"SELECT NumeroClienteConcorrente FROM REFERENCIACRUZADA1"_s;
+    const QString chosen = u"SELECT CodigoClienteConcorrente FROM CODIGOCLIENTECONCORRENTE"_s;
+    catalogue_.Executar(Inserir("REFERENCIACRUZADA", {"17, 'A1', 'MEU'", "18, 'A1', 'SEU'"}));
+    const QString file = catalogue_.Pasta() + u"/Tarvo.mdb"_s;
+    Peer peer(catalogue_.Pasta());
+    const QByteArray before = sys::ReadBytes(file);
+    GravarClienteConcorrente(17);
+    QCOMPARE(peer.Ask("run UPDATE CODIGOCLIENTECONCORRENTE SET CodigoClienteConcorrente = 18"),
+             u"0"_s);
+    QCOMPARE(Valor(number), u"MEU"_s);
+    QCOMPARE(peer.Ask("value "_L1 + number), u"SEU"_s);
+    QCOMPARE(sys::ReadBytes(file), before);
+
+    // A script has the file's own row, and a view that it changes is seen after the renewal.
+    OutroComputador script;
+    QCOMPARE(script.banco->OpenRecordset(chosen)->Fields(0).Value(), QVariant(-5));
+    script.banco->GetConnection()->Run(
+        "DROP VIEW REFERENCIACRUZADA1; CREATE VIEW REFERENCIACRUZADA1 AS SELECT NumeroTarvo,"
+        " 'NOVO' AS NumeroClienteConcorrente FROM REFERENCIACRUZADA");
+    RenovarSessao();
+    QCOMPARE(Valor(number), u"NOVO"_s);
+}
+
+TEST(TestBanco, ChoosesWhereNobodyMayWrite) {
+    BoxAnswers boxes;
+    FecharBancoDados(gWS, gDB);
+    AbrirBancoDados(gWS, u"gWS"_s, gDB, true);
+    RenovarSessao();
+    GravarClienteConcorrente(18);
+    QVERIFY(boxes.Boxes().isEmpty());
+    gDB->Close();
+    GravarClienteConcorrente(18);
+    FecharBancoDados(gWS, gDB);
+    AbrirSessao();
+    QCOMPARE(boxes.Texts().size(), 1);
+    QVERIFY(boxes.Texts().first().startsWith(u"Erro nº: 3420\n"_s));
+}
+
+TEST(TestBanco, LocksOutOneComputerAtATime) {
+    Peer peer(catalogue_.Pasta());
+    QCOMPARE(peer.Opened(), u"0"_s);
+    QCOMPARE(peer.Ask("lock True"), u"1"_s);
+    QVERIFY(!BloquearBancoDados(true));
+    // Everything else goes on meanwhile, on both sides.
+    GravarUltimaVerificacao(QString(), u"1"_s);
+    BoxAnswers boxes;
+    GravarClienteConcorrente(17);
+    QVERIFY(boxes.Boxes().isEmpty());
+    QCOMPARE(peer.Ask("run "_L1 + Advance), u"0"_s);
+    QCOMPARE(peer.Ask("lock False"), u"1"_s);
+
+    QVERIFY(BloquearBancoDados(true));
+    QCOMPARE(peer.Ask("lock True"), u"0"_s);
+    QVERIFY(BloquearBancoDados(false));
+
+    QCOMPARE(peer.Ask("lock True"), u"1"_s);
+    peer.Kill();
+    QVERIFY(BloquearBancoDados(true));
+    QVERIFY(BloquearBancoDados(false));
+    QCOMPARE(Valor("SELECT Count(*) FROM CONTROLETRAN"), u"1"_s);
+}
+
+TEST(TestBanco, ReadsAndWritesOnTwoComputersAtOnce) {
+    constexpr int Times = 30;
+    const QString count = u"SELECT CodigoClienteConcorrente FROM VEICULO WHERE CodigoVeiculo = 9"_s;
+    const int before = Valor(count).toInt();
+    Peer peer(catalogue_.Pasta());
+    for (int i = 0; i < Times; ++i) {
+        peer.Tell("run "_L1 + Advance);
+        const auto pending = gDB->OpenRecordset(u"SELECT * FROM VEICULO"_s);
+        pending->ReadUpTo(5);
+        gDB->Execute(Advance, dao::dbFailOnError);
+        QCOMPARE(Valor(Spread), u"0"_s);
+    }
+    for (int i = 0; i < Times; ++i) {
+        QCOMPARE(peer.Answer(), u"0"_s);
+    }
+    QCOMPARE(Valor(count).toInt(), before + 2 * Times);
+}
+
+TEST(TestBanco, StaysSoundWhenAWriterDies) {
+    for (int round = 0; round < 8; ++round) {
+        Peer peer(catalogue_.Pasta());
+        peer.Tell("loop "_L1 + Advance);
+        QCOMPARE(peer.Answer(), u"0"_s);
+        QTest::qSleep(3 + 5 * round);
+        peer.Kill();
+        QCOMPARE(Valor(Spread), u"0"_s);
+        QCOMPARE(Valor(Vehicles), u"2000"_s);
+    }
+    dao::Connection& connection = *gDB->GetConnection();
+    QCOMPARE(connection.Value("PRAGMA integrity_check"), QVariant(u"ok"_s));
+    QVERIFY(!connection.Value("PRAGMA cipher_integrity_check").isValid());
+}
+
+TEST(TestBanco, TellsAFolderThatCannotBeWritten) {
+    FecharBancoDados(gWS, gDB);
+    using F = QFileDevice;
+    QFile::setPermissions(catalogue_.Pasta() + u"/Tarvo.mdb"_s,
+                          F::ReadOwner | F::ReadGroup | F::ReadOther);
+    QFile::setPermissions(catalogue_.Pasta(), F::ReadOwner | F::ExeOwner | F::ReadGroup |
+                                                  F::ExeGroup | F::ReadOther | F::ExeOther);
+    // Permissions bind nobody who is root, so the other computer is somebody else.
+    const QString other = QStandardPaths::findExecutable(u"setpriv"_s);
+    QFile probe(catalogue_.Pasta() + u"/nova"_s);
+    QStringList through;
+    if (probe.open(QIODevice::WriteOnly)) {
+        if (other.isEmpty()) {
+            QSKIP("this user may write everywhere, and there is no setpriv to become another");
+        }
+        through = {other, u"--reuid=65534"_s, u"--regid=65534"_s, u"--clear-groups"_s};
+    }
+    Peer peer(catalogue_.Pasta(), through);
+    QCOMPARE(peer.Opened(), u"0"_s);
+    QCOMPARE(peer.Ask("value "_L1 + Vehicles), u"2000"_s);
+    QCOMPARE(peer.Ask("run "_L1 + Advance), u"erro 3027"_s);
+    QCOMPARE(peer.Ask("lock True"), u"0"_s);
+    QFile::setPermissions(catalogue_.Pasta(), F::ReadOwner | F::WriteOwner | F::ExeOwner);
+}

@@ -7,9 +7,7 @@
 #include "support/database.h"
 #include "support/test.h"
 
-class TestEsquema : public QObject {
-    Q_OBJECT
-
+struct TestEsquema : Fixture {
     CatalogoDeTeste catalogo_;
 
     static QStringList Rows(const AnyText& sql) {
@@ -17,56 +15,53 @@ class TestEsquema : public QObject {
         ReadRows(*gDB, sql, rows);
         return rows;
     }
+};
 
-private Q_SLOTS:
-    void ReplacesNothing() {
-        QCOMPARE(ErrorOf([] { CriarCatalogo(gCaminho + u"Tarvo.mdb"_s, u"outra"_s); }), 3012);
-    }
+TEST(TestEsquema, ReplacesNothing) {
+    QCOMPARE(ErrorOf([] { CriarCatalogo(gCaminho + u"Tarvo.mdb"_s, u"outra"_s); }), 3012);
+}
 
-    // The searches run on every keystroke: no table may be read from end to end and nothing sorted
-    // that an index has in order.
-    void AnswersFromIndexes_data() {
-        const Table<QString> row("sql");
-        row("all kinds",
-            "SELECT NumeroTarvoPeca AS N, DescricaoPeca, CodigoPeca FROM PECA UNION ALL "
-            "SELECT NumeroTarvoComponente, DescricaoComponente, CodigoComponente FROM COMPONENTE "
-            "ORDER BY 1");
-        row("number",
-            "SELECT NumeroTarvoPeca FROM PECA WHERE NumeroTarvoPeca LIKE '12*' ORDER BY 1");
-        row("description",
-            "SELECT NumeroTarvoJogoReparo, DescricaoJogoReparo FROM JOGOREPARO WHERE "
-            "DescricaoJogoReparo LIKE 'VAL*' ORDER BY 2");
-        const QString reference =
-            u"SELECT NumeroTarvoPeca, R.NumeroClienteConcorrente FROM PECA LEFT JOIN "
-            "REFERENCIACRUZADA1 AS R ON PECA.NumeroTarvoPeca = R.NumeroTarvo "_s;
-        row("cross reference shown", reference + u"ORDER BY 1"_s);
-        row("cross reference searched",
-            reference + u"WHERE R.NumeroClienteConcorrente LIKE 'A7*' ORDER BY 2"_s);
-        row("component list",
-            "SELECT L.ItemComponente, Min(J.CodigoJogoReparo) AS N FROM (PECA_COMPONENTE AS L LEFT "
-            "JOIN PECA_COMPONENTE_JOGOREPARO AS J ON L.CodigoPeca = J.CodigoPeca AND "
-            "L.ItemComponente = J.ItemComponente) INNER JOIN COMPONENTE ON L.CodigoComponente = "
-            "COMPONENTE.CodigoComponente WHERE L.CodigoPeca = 3 GROUP BY L.ItemComponente ORDER BY "
-            "1");
-        row("vehicles",
-            "SELECT DescricaoVeiculo, DescricaoClienteConcorrente FROM VEICULO AS V INNER JOIN "
-            "CLIENTECONCORRENTE AS C ON V.CodigoClienteConcorrente = C.CodigoClienteConcorrente "
-            "WHERE V.CodigoClienteConcorrente = 3 ORDER BY 1");
-        row("figure",
-            "SELECT ArquivoFigura, ItemComponente FROM FIGURADETALHADA1 WHERE CodigoPeca = 4 ORDER "
-            "BY CodigoFiguraDetalhada");
-        row("gallery", "SELECT DescricaoFotoPecaPesquisa FROM FOTOPECAPESQUISA ORDER BY 1");
-        for (const auto& [table, code] :
-             {std::pair("PECA_COMPONENTE", "CodigoComponente"),
-              std::pair("PECA_COMPONENTE_JOGOREPARO", "CodigoJogoReparo"),
-              std::pair("VEICULO_PECA", "CodigoVeiculo"), std::pair("VEICULO_PECA", "CodigoPeca"),
-              std::pair("PECA", "CodigoFotoPecaPesquisa")}) {
-            row(QByteArray(code) + " in use",
-                u"SELECT %2 FROM %1 WHERE %2 = 1"_s.arg(QLatin1String(table), QLatin1String(code)));
-        }
+// The searches run on every keystroke: no table may be read from end to end and nothing sorted
+// that an index has in order.
+TEST(TestEsquema, AnswersFromIndexes) {
+    Each<QString> row;
+    row("all kinds",
+        "SELECT NumeroTarvoPeca AS N, DescricaoPeca, CodigoPeca FROM PECA UNION ALL "
+        "SELECT NumeroTarvoComponente, DescricaoComponente, CodigoComponente FROM COMPONENTE "
+        "ORDER BY 1");
+    row("number", "SELECT NumeroTarvoPeca FROM PECA WHERE NumeroTarvoPeca LIKE '12*' ORDER BY 1");
+    row("description",
+        "SELECT NumeroTarvoJogoReparo, DescricaoJogoReparo FROM JOGOREPARO WHERE "
+        "DescricaoJogoReparo LIKE 'VAL*' ORDER BY 2");
+    const QString reference =
+        u"SELECT NumeroTarvoPeca, R.NumeroClienteConcorrente FROM PECA LEFT JOIN "
+        "REFERENCIACRUZADA1 AS R ON PECA.NumeroTarvoPeca = R.NumeroTarvo "_s;
+    row("cross reference shown", reference + u"ORDER BY 1"_s);
+    row("cross reference searched",
+        reference + u"WHERE R.NumeroClienteConcorrente LIKE 'A7*' ORDER BY 2"_s);
+    row("component list",
+        "SELECT L.ItemComponente, Min(J.CodigoJogoReparo) AS N FROM (PECA_COMPONENTE AS L LEFT "
+        "JOIN PECA_COMPONENTE_JOGOREPARO AS J ON L.CodigoPeca = J.CodigoPeca AND "
+        "L.ItemComponente = J.ItemComponente) INNER JOIN COMPONENTE ON L.CodigoComponente = "
+        "COMPONENTE.CodigoComponente WHERE L.CodigoPeca = 3 GROUP BY L.ItemComponente ORDER BY "
+        "1");
+    row("vehicles",
+        "SELECT DescricaoVeiculo, DescricaoClienteConcorrente FROM VEICULO AS V INNER JOIN "
+        "CLIENTECONCORRENTE AS C ON V.CodigoClienteConcorrente = C.CodigoClienteConcorrente "
+        "WHERE V.CodigoClienteConcorrente = 3 ORDER BY 1");
+    row("figure",
+        "SELECT ArquivoFigura, ItemComponente FROM FIGURADETALHADA1 WHERE CodigoPeca = 4 ORDER "
+        "BY CodigoFiguraDetalhada");
+    row("gallery", "SELECT DescricaoFotoPecaPesquisa FROM FOTOPECAPESQUISA ORDER BY 1");
+    for (const auto& [table, code] :
+         {std::pair("PECA_COMPONENTE", "CodigoComponente"),
+          std::pair("PECA_COMPONENTE_JOGOREPARO", "CodigoJogoReparo"),
+          std::pair("VEICULO_PECA", "CodigoVeiculo"), std::pair("VEICULO_PECA", "CodigoPeca"),
+          std::pair("PECA", "CodigoFotoPecaPesquisa")}) {
+        row(QByteArray(code) + " in use",
+            u"SELECT %2 FROM %1 WHERE %2 = 1"_s.arg(QLatin1String(table), QLatin1String(code)));
     }
-    void AnswersFromIndexes() {
-        QFETCH(QString, sql);
+    for (const auto& [sql] : row) {
         dao::Connection& connection = *gDB->GetConnection();
         const auto translation = dao::Prepare(connection, sql);
         QCOMPARE(translation.statements.size(), 1);
@@ -83,48 +78,41 @@ private Q_SLOTS:
         }
         QVERIFY(steps > 0);
     }
+}
 
-    void ShowsTheChosenCustomersNumbers() {
-        catalogo_.Executar(Inserir("REFERENCIACRUZADA", {"1, 'A1', 'X1'", "2, 'A1', 'Y1'"}));
-        for (const auto& [customer, numbers] :
-             {std::pair(u"-5"_s, List()), std::pair(u"2"_s, List("Y1")),
-              std::pair(u"-5"_s, List())}) {
-            gDB->Execute(u"UPDATE CODIGOCLIENTECONCORRENTE SET CodigoClienteConcorrente = "_s +
-                         customer);
-            QCOMPARE(Rows("SELECT NumeroClienteConcorrente FROM REFERENCIACRUZADA1"), numbers);
-        }
+TEST(TestEsquema, ShowsTheChosenCustomersNumbers) {
+    catalogo_.Executar(Inserir("REFERENCIACRUZADA", {"1, 'A1', 'X1'", "2, 'A1', 'Y1'"}));
+    for (const auto& [customer, numbers] :
+         {std::pair(u"-5"_s, List()), std::pair(u"2"_s, List("Y1")), std::pair(u"-5"_s, List())}) {
+        gDB->Execute(u"UPDATE CODIGOCLIENTECONCORRENTE SET CodigoClienteConcorrente = "_s +
+                     customer);
+        QCOMPARE(Rows("SELECT NumeroClienteConcorrente FROM REFERENCIACRUZADA1"), numbers);
     }
+}
 
-    void SharesAFigureAmongParts() {
-        catalogo_.Executar(
-            Inserir("PECA", {"1, 'A', 'A', NULL, NULL, 7", "2, 'B', 'B', NULL, NULL, 7",
-                             "3, 'C', 'C', NULL, NULL, NULL"}) +
-            Inserir("FIGURA", {"7, 'f7.bmp'", "8, 'f8.bmp'"}) +
-            Inserir("FIGURADETALHADA",
-                    {"7, 2, '   2', 30, 40", "7, 1, '   1', 10, 20", "8, 1, '   9', 0, 0"}));
-        const QStringList markers = List("1|   1|f7.bmp|10|20", "2|   2|f7.bmp|30|40");
-        for (const auto& [part, rows] :
-             {std::pair(1, markers), std::pair(2, markers), std::pair(3, List())}) {
-            QCOMPARE(
-                Rows(u"SELECT CodigoFiguraDetalhada, ItemComponente, ArquivoFigura, LLeft, TTop "
-                     "FROM FIGURADETALHADA1 WHERE CodigoPeca = %1 "
-                     "ORDER BY CodigoFiguraDetalhada"_s.arg(part)),
-                rows);
-        }
+TEST(TestEsquema, SharesAFigureAmongParts) {
+    catalogo_.Executar(Inserir("PECA", {"1, 'A', 'A', NULL, NULL, 7", "2, 'B', 'B', NULL, NULL, 7",
+                                        "3, 'C', 'C', NULL, NULL, NULL"}) +
+                       Inserir("FIGURA", {"7, 'f7.bmp'", "8, 'f8.bmp'"}) +
+                       Inserir("FIGURADETALHADA", {"7, 2, '   2', 30, 40", "7, 1, '   1', 10, 20",
+                                                   "8, 1, '   9', 0, 0"}));
+    const QStringList markers = List("1|   1|f7.bmp|10|20", "2|   2|f7.bmp|30|40");
+    for (const auto& [part, rows] :
+         {std::pair(1, markers), std::pair(2, markers), std::pair(3, List())}) {
+        QCOMPARE(Rows(u"SELECT CodigoFiguraDetalhada, ItemComponente, ArquivoFigura, LLeft, TTop "
+                      "FROM FIGURADETALHADA1 WHERE CodigoPeca = %1 "
+                      "ORDER BY CodigoFiguraDetalhada"_s.arg(part)),
+                 rows);
     }
+}
 
-    void KeepsSingleRows_data() {
-        const Table<QString, QString, QString, QString> row("table", "values", "column",
-                                                            "afterDelete");
-        row("selection", "CODIGOCLIENTECONCORRENTE", "9", "CodigoClienteConcorrente", "-5");
-        row("settings", "UMREGISTRO", "1, Null, Null, 0, 'u', 5, 4", "Versao", "5");
-        row("lock", "CONTROLETRAN", "3", "a", "0");
-    }
-    void KeepsSingleRows() {
-        QFETCH(QString, table);
-        QFETCH(QString, values);
-        QFETCH(QString, column);
-        QFETCH(QString, afterDelete);
+TEST(TestEsquema, KeepsSingleRows) {
+    for (const auto& [table, values, column, afterDelete] :
+         Each<QString, QString, QString, QString>{
+             {"selection", "CODIGOCLIENTECONCORRENTE", "9", "CodigoClienteConcorrente", "-5"},
+             {"settings", "UMREGISTRO", "1, Null, Null, 0, 'u', 5, 4", "Versao", "5"},
+             {"lock", "CONTROLETRAN", "3", "a", "0"},
+         }) {
         const QString insert = Inserir(table, {values}).first();
         const OutroComputador script;
         QCOMPARE(ErrorOf([&] { script.banco->Execute(insert); }), 3022);
@@ -136,7 +124,4 @@ private Q_SLOTS:
         rows->MoveNext();
         QVERIFY(rows->Eof());
     }
-};
-
-TARVO_TEST(TestEsquema);
-#include "test_esquema.moc"
+}

@@ -15,74 +15,68 @@ public:
 
 }  // namespace
 
-class TestFormularios : public QObject {
-    Q_OBJECT
+struct TestFormularios : Fixture {};
 
-private Q_SLOTS:
-    void IndiceItemData() {
-        forms::ComboList combo(u"cboCliente"_s, u"Cliente"_s, nullptr);
-        QCOMPARE(::IndiceItemData(combo, 7), qint16(-1));
-        // 65543 is 7 in its lower sixteen bits only.
-        for (const qint32 codigo : {-5, 65543, 7, 7, 0}) {
-            combo.AddItem(QString::number(codigo), codigo);
-        }
-        QCOMPARE(::IndiceItemData(combo, -5), qint16(0));
-        QCOMPARE(::IndiceItemData(combo, 7), qint16(2));
-        QCOMPARE(::IndiceItemData(combo, 0), qint16(4));
-        QCOMPARE(::IndiceItemData(combo, 8), qint16(-1));
+TEST(TestFormularios, IndiceItemData) {
+    forms::ComboList combo(u"cboCliente"_s, u"Cliente"_s, nullptr);
+    QCOMPARE(::IndiceItemData(combo, 7), qint16(-1));
+    // 65543 is 7 in its lower sixteen bits only.
+    for (const qint32 codigo : {-5, 65543, 7, 7, 0}) {
+        combo.AddItem(QString::number(codigo), codigo);
     }
+    QCOMPARE(::IndiceItemData(combo, -5), qint16(0));
+    QCOMPARE(::IndiceItemData(combo, 7), qint16(2));
+    QCOMPARE(::IndiceItemData(combo, 0), qint16(4));
+    QCOMPARE(::IndiceItemData(combo, 8), qint16(-1));
+}
 
-    void Carregados() {
-        auto* tela = new Tela(u"frmTeste"_s);
-        QVERIFY(!FormularioCarregado(u"frmTeste"_s));
-        MostrarFormulario(*tela);
-        QVERIFY(FormularioCarregado(u"frmTeste"_s));
-        QVERIFY(!FormularioCarregado(u"FRMTESTE"_s));
-        tela->SetVisible(false);
-        MostrarFormulario(*tela);
-        QVERIFY(tela->isVisible());
-        QCOMPARE(forms::Form::Loaded().size(), 1);
-        tela->Unload();
-        QVERIFY(!FormularioCarregado(u"frmTeste"_s));
-    }
+TEST(TestFormularios, Carregados) {
+    auto* tela = new Tela(u"frmTeste"_s);
+    QVERIFY(!FormularioCarregado(u"frmTeste"_s));
+    MostrarFormulario(*tela);
+    QVERIFY(FormularioCarregado(u"frmTeste"_s));
+    QVERIFY(!FormularioCarregado(u"FRMTESTE"_s));
+    tela->SetVisible(false);
+    MostrarFormulario(*tela);
+    QVERIFY(tela->isVisible());
+    QCOMPARE(forms::Form::Loaded().size(), 1);
+    tela->Unload();
+    QVERIFY(!FormularioCarregado(u"frmTeste"_s));
+}
 
-    void JanelaQuePisca() {
-        QCOMPARE(JanelaModalAtiva(), nullptr);
+TEST(TestFormularios, JanelaQuePisca) {
+    QCOMPARE(JanelaModalAtiva(), nullptr);
+    PiscarJanelaAtiva();
+
+    auto* fundo = new Tela(u"frmFundo"_s);
+    auto* escondida = new Tela(u"frmEscondida"_s);
+    auto* frente = new Tela(u"frmFrente"_s);
+    escondida->Show();
+    escondida->SetVisible(false);
+    fundo->Show();
+    QCOMPARE(JanelaModalAtiva(), fundo);
+    forms::Form* durante = nullptr;
+    QTimer::singleShot(0, this, [&] {
+        durante = JanelaModalAtiva();
         PiscarJanelaAtiva();
+        frente->Unload();
+    });
+    frente->ShowModal();
+    QCOMPARE(durante, fundo);
+    QCOMPARE(JanelaModalAtiva(), fundo);
+    fundo->Unload();
+    escondida->Unload();
+}
 
-        auto* fundo = new Tela(u"frmFundo"_s);
-        auto* escondida = new Tela(u"frmEscondida"_s);
-        auto* frente = new Tela(u"frmFrente"_s);
-        escondida->Show();
-        escondida->SetVisible(false);
-        fundo->Show();
-        QCOMPARE(JanelaModalAtiva(), fundo);
-        forms::Form* durante = nullptr;
-        QTimer::singleShot(0, this, [&] {
-            durante = JanelaModalAtiva();
-            PiscarJanelaAtiva();
-            frente->Unload();
-        });
-        frente->ShowModal();
-        QCOMPARE(durante, fundo);
-        QCOMPARE(JanelaModalAtiva(), fundo);
-        fundo->Unload();
-        escondida->Unload();
-    }
-
-    void CaixaDeErro() {
-        QStringList vistos;
-        forms::SetMsgBoxHandler([&vistos](const QString& texto, int flags, const QString& titulo) {
-            vistos << texto << QString::number(flags) << titulo
-                   << QString::number(forms::MousePointer());
-            return forms::vbOK;
-        });
-        forms::SetMousePointer(11);
-        MostrarErro(-3, u"Cem %1 por cento"_s);
-        forms::SetMsgBoxHandler({});
-        QCOMPARE(vistos, List("Erro nº: -3\nCem %1 por cento", "16", "Catálogo TARVO-LINDEN", "0"));
-    }
-};
-
-TARVO_TEST(TestFormularios);
-#include "test_formularios.moc"
+TEST(TestFormularios, CaixaDeErro) {
+    QStringList vistos;
+    forms::SetMsgBoxHandler([&vistos](const QString& texto, int flags, const QString& titulo) {
+        vistos << texto << QString::number(flags) << titulo
+               << QString::number(forms::MousePointer());
+        return forms::vbOK;
+    });
+    forms::SetMousePointer(11);
+    MostrarErro(-3, u"Cem %1 por cento"_s);
+    forms::SetMsgBoxHandler({});
+    QCOMPARE(vistos, List("Erro nº: -3\nCem %1 por cento", "16", "Catálogo TARVO-LINDEN", "0"));
+}

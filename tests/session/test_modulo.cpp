@@ -17,139 +17,132 @@ constexpr double CincoDeMarco = 40242;  // 5 March 2010
 
 }  // namespace
 
-class TestModulo : public QObject {
-    Q_OBJECT
+struct TestModulo : Fixture {};
 
-private Q_SLOTS:
-    void NormalizarNumero_data() {
-        const Table<QString, QString> row("texto", "numero");
-        row("zero and hyphen", "01-234", "1234");
-        row("digit before letter", "1k 24", "K24");
-        row("digit and letter alone", "1k", "K");
-        row("one digit", "7", "7");
-        row("one zero", "0", {});
-        row("letter first", "A1", "A1");
-        row("two letters first", "AB12", "AB12");
-        row("two digits", "12K", "12K");
-        row("zeros uncover a digit", "007K0", "K0");
-        row("only one digit goes", "1K2L", "K2L");
-        row("zero after the digit's letter", "0A0", "A0");
-        row("accents and signs", "çá-é*?#'\t\n🙂", {});
-        row("look-alikes", "ßſıK９²", "K");
+TEST(TestModulo, NormalizarNumero) {
+    for (const auto& [texto, numero] : Each<QString, QString>{
+             {"zero and hyphen", "01-234", "1234"},
+             {"digit before letter", "1k 24", "K24"},
+             {"digit and letter alone", "1k", "K"},
+             {"one digit", "7", "7"},
+             {"one zero", "0", {}},
+             {"letter first", "A1", "A1"},
+             {"two letters first", "AB12", "AB12"},
+             {"two digits", "12K", "12K"},
+             {"zeros uncover a digit", "007K0", "K0"},
+             {"only one digit goes", "1K2L", "K2L"},
+             {"zero after the digit's letter", "0A0", "A0"},
+             {"accents and signs", "çá-é*?#'\t\n🙂", {}},
+             {"look-alikes", "ßſıK９²", "K"},
+         }) {
+        QCOMPARE(::NormalizarNumero(texto), numero);
     }
-    void NormalizarNumero() {
-        QFETCH(QString, texto);
-        QTEST(::NormalizarNumero(texto), "numero");
-    }
+}
 
-    void Datas_data() {
-        const Table<double, QString, QString> row("data", "escrita", "sql");
-        row("day", CincoDeMarco, "05-MAR-2010 00:00:00", "DateSerial(2010,3,5)+TimeSerial(0,0,0)");
-        row("one second", CincoDeMarco + 1.0 / 86400, "05-MAR-2010 00:00:01",
-            "DateSerial(2010,3,5)+TimeSerial(0,0,1)");
-        row("evening", 45657 + 86399.0 / 86400, "31-DEZ-2024 23:59:59",
-            "DateSerial(2024,12,31)+TimeSerial(23,59,59)");
-        row("none is now", 1.0, "31-DEZ-1899 00:00:00", "DateSerial(2024,2,9)+TimeSerial(7,8,9)");
-        row("just past none", 1.0 + 1.0 / 86400, "31-DEZ-1899 00:00:01",
-            "DateSerial(1899,12,31)+TimeSerial(0,0,1)");
-    }
-    void Datas() {
-        QFETCH(double, data);
+TEST(TestModulo, Datas) {
+    for (const auto& [data, escrita, sql] : Each<double, QString, QString>{
+             {"day", CincoDeMarco, "05-MAR-2010 00:00:00",
+              "DateSerial(2010,3,5)+TimeSerial(0,0,0)"},
+             {"one second", CincoDeMarco + 1.0 / 86400, "05-MAR-2010 00:00:01",
+              "DateSerial(2010,3,5)+TimeSerial(0,0,1)"},
+             {"evening", 45657 + 86399.0 / 86400, "31-DEZ-2024 23:59:59",
+              "DateSerial(2024,12,31)+TimeSerial(23,59,59)"},
+             {"none is now", 1.0, "31-DEZ-1899 00:00:00", "DateSerial(2024,2,9)+TimeSerial(7,8,9)"},
+             {"just past none", 1.0 + 1.0 / 86400, "31-DEZ-1899 00:00:01",
+              "DateSerial(1899,12,31)+TimeSerial(0,0,1)"},
+         }) {
         sys::SetClock([] { return QDateTime(QDate(2024, 2, 9), QTime(7, 8, 9)); });
-        QTEST(FormatarDataHora(data), "escrita");
-        QTEST(DataHoraSql(data), "sql");
+        QCOMPARE(FormatarDataHora(data), escrita);
+        QCOMPARE(DataHoraSql(data), sql);
         sys::SetClock({});
     }
+}
 
-    void Meses() {
-        QCOMPARE(FormatarData(CincoDeMarco), u"05-MAR-2010"_s);
-        QString todos;
-        for (quint8 mes = 0; mes <= 13; ++mes) {
-            todos += MesAbreviado(mes);
+TEST(TestModulo, Meses) {
+    QCOMPARE(FormatarData(CincoDeMarco), u"05-MAR-2010"_s);
+    QString todos;
+    for (quint8 mes = 0; mes <= 13; ++mes) {
+        todos += MesAbreviado(mes);
+    }
+    QCOMPARE(todos, u"JANFEVMARABRMAIJUNJULAGOSETOUTNOVDEZ"_s);
+    QCOMPARE(MesAbreviado(255), QString());
+}
+
+TEST(TestModulo, ArquivosEPastas) {
+    const QTemporaryDir pasta;
+    const QString base = pasta.path() + u'\\';
+    CriarDiretorios(base, u"Figuras\\2024\\motor.bmp"_s, true);
+    QVERIFY(QDir(pasta.filePath(u"Figuras/2024"_s)).exists());
+    QVERIFY(!DiretorioExiste(base + u"Figuras\\2024\\motor.bmp"_s));
+    CriarDiretorios(base, u"FIGURAS\\2024\\Novas"_s, false);
+    QCOMPARE(QDir(pasta.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+             List("Figuras"));
+    QVERIFY(DiretorioExiste(base + u"Figuras\\2024\\novas"_s));
+    CriarDiretorios(base, u"sozinho.txt"_s, true);
+
+    const QString arquivo = base + u"leitura.txt"_s;
+    ExcluirArquivo(arquivo);
+    Write(pasta.filePath(u"leitura.txt"_s));
+    QVERIFY(QFile::setPermissions(pasta.filePath(u"leitura.txt"_s), QFileDevice::ReadOwner));
+    QVERIFY(ArquivoExiste(arquivo));
+    ExcluirArquivo(arquivo);
+    QVERIFY(!ArquivoExiste(arquivo));
+    QVERIFY_THROWS_EXCEPTION(Erro, LerArquivo(arquivo));
+}
+
+TEST(TestModulo, NomesTemporarios) {
+    const QTemporaryDir pasta;
+    gCaminho = pasta.path() + u'\\';
+    sys::SetClock([] { return QDateTime(QDate(2024, 11, 2), QTime(13, 4, 5)); });
+    // Most of the ten thousand names of this second are taken; what comes must be free.
+    const QString inicio = u"051324041102"_s + SerialVolume(u"C:\\"_s);
+    std::set<QString> livres;
+    for (int r = 0; r < 10000; ++r) {
+        const QString nome = inicio + QString::number(r) + u".tmp"_s;
+        if (r % 100 == 0) {
+            livres.insert(gCaminho + nome);
+            continue;
         }
-        QCOMPARE(todos, u"JANFEVMARABRMAIJUNJULAGOSETOUTNOVDEZ"_s);
-        QCOMPARE(MesAbreviado(255), QString());
+        Write(pasta.filePath(nome));
     }
-
-    void ArquivosEPastas() {
-        const QTemporaryDir pasta;
-        const QString base = pasta.path() + u'\\';
-        CriarDiretorios(base, u"Figuras\\2024\\motor.bmp"_s, true);
-        QVERIFY(QDir(pasta.filePath(u"Figuras/2024"_s)).exists());
-        QVERIFY(!DiretorioExiste(base + u"Figuras\\2024\\motor.bmp"_s));
-        CriarDiretorios(base, u"FIGURAS\\2024\\Novas"_s, false);
-        QCOMPARE(QDir(pasta.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
-                 List("Figuras"));
-        QVERIFY(DiretorioExiste(base + u"Figuras\\2024\\novas"_s));
-        CriarDiretorios(base, u"sozinho.txt"_s, true);
-
-        const QString arquivo = base + u"leitura.txt"_s;
-        ExcluirArquivo(arquivo);
-        Write(pasta.filePath(u"leitura.txt"_s));
-        QVERIFY(QFile::setPermissions(pasta.filePath(u"leitura.txt"_s), QFileDevice::ReadOwner));
-        QVERIFY(ArquivoExiste(arquivo));
-        ExcluirArquivo(arquivo);
-        QVERIFY(!ArquivoExiste(arquivo));
-        QVERIFY_THROWS_EXCEPTION(Erro, LerArquivo(arquivo));
+    std::set<QString> vindos;
+    for (int i = 0; i < 8; ++i) {
+        const QString nome = NomeArquivoTemporario();
+        QVERIFY2(livres.contains(nome), qPrintable(nome));
+        vindos.insert(nome);
     }
+    QVERIFY(vindos.size() > 1);
+    sys::SetClock({});
+    gCaminho.clear();
+}
 
-    void NomesTemporarios() {
-        const QTemporaryDir pasta;
-        gCaminho = pasta.path() + u'\\';
-        sys::SetClock([] { return QDateTime(QDate(2024, 11, 2), QTime(13, 4, 5)); });
-        // Most of the ten thousand names of this second are taken; what comes must be free.
-        const QString inicio = u"051324041102"_s + SerialVolume(u"C:\\"_s);
-        std::set<QString> livres;
-        for (int r = 0; r < 10000; ++r) {
-            const QString nome = inicio + QString::number(r) + u".tmp"_s;
-            if (r % 100 == 0) {
-                livres.insert(gCaminho + nome);
-                continue;
-            }
-            Write(pasta.filePath(nome));
-        }
-        std::set<QString> vindos;
-        for (int i = 0; i < 8; ++i) {
-            const QString nome = NomeArquivoTemporario();
-            QVERIFY2(livres.contains(nome), qPrintable(nome));
-            vindos.insert(nome);
-        }
-        QVERIFY(vindos.size() > 1);
-        sys::SetClock({});
-        gCaminho.clear();
-    }
+TEST(TestModulo, Pastas) {
+    QCOMPARE(SerialVolume(u"C:\\"_s).size(), 8);
+    QCOMPARE(SerialVolume(u"C:\\nada\\"_s), u"00000000"_s);
+    QCOMPARE(CaminhoPrograma(true), QCoreApplication::applicationDirPath() + u'\\');
+    QCOMPARE(CaminhoPrograma(false), QCoreApplication::applicationDirPath());
+    QCOMPARE(PastaSistema(u"outro"_s, true), CaminhoPrograma(true));
 
-    void Pastas() {
-        QCOMPARE(SerialVolume(u"C:\\"_s).size(), 8);
-        QCOMPARE(SerialVolume(u"C:\\nada\\"_s), u"00000000"_s);
-        QCOMPARE(CaminhoPrograma(true), QCoreApplication::applicationDirPath() + u'\\');
-        QCOMPARE(CaminhoPrograma(false), QCoreApplication::applicationDirPath());
-        QCOMPARE(PastaSistema(u"outro"_s, true), CaminhoPrograma(true));
+    const QTemporaryDir casa;
+    qputenv(UserData, QFile::encodeName(casa.filePath(u"dados"_s)));
+    QCOMPARE(PastaDadosUsuario(true), casa.filePath(u"dados"_s) + u"\\Ordavia\\"_s);
+    QVERIFY(QDir(casa.filePath(u"dados/Ordavia"_s)).exists());
+    QCOMPARE(PastaDadosUsuario(false), casa.filePath(u"dados"_s) + u"\\Ordavia"_s);
+    // No folder to be had for the user: the machine's serves.
+    qputenv(UserData, "/proc/nao/ha");
+    QCOMPARE(PastaDadosUsuario(true), PastaSistema(u" system "_s, true));
+    qunsetenv(UserData);
+}
 
-        const QTemporaryDir casa;
-        qputenv(UserData, QFile::encodeName(casa.filePath(u"dados"_s)));
-        QCOMPARE(PastaDadosUsuario(true), casa.filePath(u"dados"_s) + u"\\Ordavia\\"_s);
-        QVERIFY(QDir(casa.filePath(u"dados/Ordavia"_s)).exists());
-        QCOMPARE(PastaDadosUsuario(false), casa.filePath(u"dados"_s) + u"\\Ordavia"_s);
-        // No folder to be had for the user: the machine's serves.
-        qputenv(UserData, "/proc/nao/ha");
-        QCOMPARE(PastaDadosUsuario(true), PastaSistema(u" system "_s, true));
-        qunsetenv(UserData);
-    }
-
-    void ExecutarEsperaComATelaViva() {
-        int tiques = 0;
-        QTimer tela;
-        connect(&tela, &QTimer::timeout, this, [&tiques] { ++tiques; });
-        tela.start(10);
-        const QTemporaryDir pasta;
-        const QString marca = pasta.filePath(u"fim"_s);
-        ExecutarEAguardar(u"sh -c \"sleep 0.3; touch %1\""_s.arg(marca), 1);
-        QVERIFY(QFile::exists(marca));
-        QVERIFY(tiques > 1);
-        QVERIFY_THROWS_EXCEPTION(Erro, ExecutarEAguardar(u"/nao/ha/nada.exe"_s, 1));
-    }
-};
-
-TARVO_TEST(TestModulo);
-#include "test_modulo.moc"
+TEST(TestModulo, ExecutarEsperaComATelaViva) {
+    int tiques = 0;
+    QTimer tela;
+    connect(&tela, &QTimer::timeout, this, [&tiques] { ++tiques; });
+    tela.start(10);
+    const QTemporaryDir pasta;
+    const QString marca = pasta.filePath(u"fim"_s);
+    ExecutarEAguardar(u"sh -c \"sleep 0.3; touch %1\""_s.arg(marca), 1);
+    QVERIFY(QFile::exists(marca));
+    QVERIFY(tiques > 1);
+    QVERIFY_THROWS_EXCEPTION(Erro, ExecutarEAguardar(u"/nao/ha/nada.exe"_s, 1));
+}

@@ -7,21 +7,20 @@
 #include "support/windows.h"
 
 // A data folder that is slow, fails or goes away while the catalogue is open.
-class TestPasta : public QObject {
-    Q_OBJECT
-
+struct TestPasta : Fixture {
     std::unique_ptr<FrailFolder> pasta_;
 
     static int ErroAoLer() {
         return ErrorOf([] { Valor("SELECT Count(*) FROM PECA"); });
     }
 
-private Q_SLOTS:
-    void init() {
-        pasta_ = std::make_unique<FrailFolder>();
-        if (!pasta_->IsThere()) {
+    static void initTestCase() {
+        if (!FrailFolder().IsThere()) {
             QSKIP("this system mounts no file system for this user");
         }
+    }
+    void init() override {
+        pasta_ = std::make_unique<FrailFolder>();
         {
             const CatalogoDeTeste modelo;
             const QString nome = u"/Tarvo.mdb"_s;
@@ -30,27 +29,26 @@ private Q_SLOTS:
         gCaminho = pasta_->Seen() + u'\\';
         AbrirSessao();
     }
-    void cleanup() {
+    void cleanup() override {
         FecharBancoDados(gWS, gDB);
         pasta_.reset();
     }
+};
 
-    void slowReadsOnlyTakeTheirTime() {
-        Write(pasta_->Behind() + u"/lento"_s, "50");
-        QCOMPARE(ErroAoLer(), 0);
-    }
+TEST(TestPasta, slowReadsOnlyTakeTheirTime) {
+    Write(pasta_->Behind() + u"/lento"_s, "50");
+    QCOMPARE(ErroAoLer(), 0);
+}
 
-    // The box names the folder, and a picture in it is a missing one.
-    void goesAway_data() {
-        const Table<QStringList, QString> row("files", "words");
-        row("each read fails", {"morto"}, "A pasta de dados não pode ser lida:\n");
-        row("each read takes its time and fails", {"lento", "morto"},
-            "A pasta de dados não pode ser lida:\n");
-        row("unmounted", {}, "A pasta de dados não pode ser alcançada:\n");
-    }
-    void goesAway() {
-        QFETCH(QStringList, files);
-        QFETCH(QString, words);
+// The box names the folder, and a picture in it is a missing one.
+TEST(TestPasta, goesAway) {
+    for (const auto& [files, words] : Each<QStringList, QString>{
+             {"each read fails", {"morto"}, "A pasta de dados não pode ser lida:\n"},
+             {"each read takes its time and fails",
+              {"lento", "morto"},
+              "A pasta de dados não pode ser lida:\n"},
+             {"unmounted", {}, "A pasta de dados não pode ser alcançada:\n"},
+         }) {
         WritePicture(pasta_->Behind() + u"/FotoPeca/a.png"_s, {20, 20});
         for (const QString& file : files) {
             Write(pasta_->Behind() + u'/' + file, "50");
@@ -70,7 +68,4 @@ private Q_SLOTS:
                     forms::LoadPicture(gCaminho + u"FotoPeca\\a.png"_s, {10, 10}, 1);
                 }) != 0);
     }
-};
-
-TARVO_TEST(TestPasta);
-#include "test_pasta.moc"
+}

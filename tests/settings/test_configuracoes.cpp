@@ -23,9 +23,7 @@ const QString Comprido = u"usuario.do.proxy.wmw"_s;  // twenty characters, wider
 
 }  // namespace
 
-class TestConfiguracoes : public QObject {
-    Q_OBJECT
-
+struct TestConfiguracoes : Fixture {
     std::unique_ptr<PastaDoUsuario> pasta_;
 
     struct Guardado {
@@ -53,116 +51,111 @@ class TestConfiguracoes : public QObject {
         return *tela;
     }
 
-private Q_SLOTS:
-    void init() {
+    void init() override {
         pasta_ = std::make_unique<PastaDoUsuario>();
         VerificacaoAutomatica = true;
         GravarConfiguracao(u"1"_s, Comprido, u" chave"_s, true);
     }
-
-    void cleanup() {
+    void cleanup() override {
         Settle();
         pasta_.reset();
     }
-
-    void MostraOQueEstaGuardado() {
-        for (const bool ligada : {true, false}) {
-            VerificacaoAutomatica = ligada;
-            forms::SetMousePointer(forms::vbHourglass);
-            frmConfiguracoes& tela = Mostrar();
-            QCOMPARE(forms::MousePointer(), forms::vbDefault);
-            QCOMPARE(Find<QWidget>(tela, "imgXVerificarAuto").isVisible(), ligada);
-            QCOMPARE(Find<QWidget>(tela, "img_VerificarAuto").isVisible(), !ligada);
-            const auto& usuario = Find<forms::TextBox>(tela, "txtUsuario");
-            QCOMPARE(usuario.text(), Comprido);
-            QCOMPARE(usuario.cursorPosition(), 0);  // what does not fit into the box is its end
-            QCOMPARE(Find<forms::TextBox>(tela, "txtSenha").text(), u" chave"_s);
-            QCOMPARE(Find<forms::TextBox>(tela, "txtSenha").displayText(), u"******"_s);
-            tela.Unload();
-        }
-    }
-
-    void OkGuardaNaHora() {
-        frmConfiguracoes& tela = Mostrar();
-        auto& usuario = Find<forms::TextBox>(tela, "txtUsuario");
-        auto& senha = Find<forms::TextBox>(tela, "txtSenha");
-        ClickAt(tela, Caixa);
-        usuario.setFocus();
-        usuario.selectAll();
-        QTest::keyClicks(&usuario, u"  um usuario muito comprido "_s);
-        QCOMPARE(usuario.text(), u"  um usuario muito c"_s);  // twenty characters
-        senha.setFocus();
-        QCOMPARE(usuario.text(), u"um usuario muito c"_s);
-        senha.setText(u"  senha "_s);
-        usuario.setText(u" eva "_s);  // trimmed without ever having been left
-        ClickAt(tela, Ok);
-        QVERIFY(!FormularioCarregado(frmConfiguracoes::Nome));
-        QVERIFY(!VerificacaoAutomatica);
-        QCOMPARE(Ler(), (Guardado{false, u"eva"_s, u"  senha "_s}));
-        QCOMPARE(forms::MousePointer(), forms::vbDefault);
-    }
-
-    void CancelarNaoGuardaNada() {
-        const QString arquivo = pasta_->Configuracao();
-        const QByteArray antes = sys::ReadBytes(arquivo);
-        for (int saida = 0; saida < 3; ++saida) {
-            frmConfiguracoes& tela = Mostrar();
-            ClickAt(tela, Linha);
-            Find<forms::TextBox>(tela, "txtUsuario").setText(u"eva"_s);
-            if (saida == 0) {
-                ClickAt(tela, Cancelar);
-            } else if (saida == 1) {
-                QTest::keyClick(&Find<forms::TextBox>(tela, "txtUsuario"), Qt::Key_Escape);
-            } else {
-                tela.close();
-            }
-            QVERIFY(!FormularioCarregado(frmConfiguracoes::Nome));
-            QVERIFY(VerificacaoAutomatica);
-            QCOMPARE(sys::ReadBytes(arquivo), antes);
-        }
-    }
-
-    // Going down is what ticks, and a fast second press is one more.
-    void MarcaAoApertar() {
-        frmConfiguracoes& tela = Mostrar();
-        auto& linha = Find<forms::ClickZone>(tela, "imgVerificarAuto");
-        QTest::mousePress(&linha, Qt::LeftButton);
-        QCOMPARE(linha.Tag, u"0"_s);
-        QTest::mouseRelease(&linha, Qt::LeftButton);
-        QCOMPARE(linha.Tag, u"0"_s);
-        QTest::mouseDClick(&linha, Qt::LeftButton);
-        QTest::mouseRelease(&linha, Qt::LeftButton);  // is not in it
-        QCOMPARE(linha.Tag, u"1"_s);
-        QVERIFY(Find<QWidget>(tela, "imgXVerificarAuto").isVisible());
-        tela.Unload();
-    }
-
-    void Luz() {
-        frmConfiguracoes& tela = Mostrar();
-        const std::pair<QPoint, QString> lugares[] = {{Ok, u"OK"_s},
-                                                      {Cancelar, u"CANCELAR"_s},
-                                                      {Linha, u"FORM"_s},
-                                                      {Ok, u"OK"_s},
-                                                      {{200, 20}, u"FORM"_s}};
-        for (const auto& [lugar, palavra] : lugares) {
-            MoveTo(tela, lugar);
-            QCOMPARE(tela.ImagemAtual(), palavra);
-        }
-        tela.Unload();
-    }
-
-    void SemArquivoNadaAbre() {
-        QDir(pasta_->Caminho(u"Ordavia"_s)).removeRecursively();
-        sys::WriteWhole(pasta_->Caminho(u"Ordavia"_s), "x");
-        const BoxAnswers caixas;
-        frmConfiguracoes::Abrir();
-        QCOMPARE(caixas.Boxes().size(), 1);
-        QCOMPARE(caixas.Boxes().first().text.section(u'\n', 0, 0), u"Erro nº: 53"_s);
-        QVERIFY(caixas.Boxes().first().text.endsWith(u"CatalogoTarvoConfig.txt"_s));
-        QVERIFY(!FormularioCarregado(frmConfiguracoes::Nome));
-        QCOMPARE(forms::MousePointer(), forms::vbDefault);
-    }
 };
 
-TARVO_TEST(TestConfiguracoes);
-#include "test_configuracoes.moc"
+TEST(TestConfiguracoes, MostraOQueEstaGuardado) {
+    for (const bool ligada : {true, false}) {
+        VerificacaoAutomatica = ligada;
+        forms::SetMousePointer(forms::vbHourglass);
+        frmConfiguracoes& tela = Mostrar();
+        QCOMPARE(forms::MousePointer(), forms::vbDefault);
+        QCOMPARE(Find<QWidget>(tela, "imgXVerificarAuto").isVisible(), ligada);
+        QCOMPARE(Find<QWidget>(tela, "img_VerificarAuto").isVisible(), !ligada);
+        const auto& usuario = Find<forms::TextBox>(tela, "txtUsuario");
+        QCOMPARE(usuario.text(), Comprido);
+        QCOMPARE(usuario.cursorPosition(), 0);  // what does not fit into the box is its end
+        QCOMPARE(Find<forms::TextBox>(tela, "txtSenha").text(), u" chave"_s);
+        QCOMPARE(Find<forms::TextBox>(tela, "txtSenha").displayText(), u"******"_s);
+        tela.Unload();
+    }
+}
+
+TEST(TestConfiguracoes, OkGuardaNaHora) {
+    frmConfiguracoes& tela = Mostrar();
+    auto& usuario = Find<forms::TextBox>(tela, "txtUsuario");
+    auto& senha = Find<forms::TextBox>(tela, "txtSenha");
+    ClickAt(tela, Caixa);
+    usuario.setFocus();
+    usuario.selectAll();
+    QTest::keyClicks(&usuario, u"  um usuario muito comprido "_s);
+    QCOMPARE(usuario.text(), u"  um usuario muito c"_s);  // twenty characters
+    senha.setFocus();
+    QCOMPARE(usuario.text(), u"um usuario muito c"_s);
+    senha.setText(u"  senha "_s);
+    usuario.setText(u" eva "_s);  // trimmed without ever having been left
+    ClickAt(tela, Ok);
+    QVERIFY(!FormularioCarregado(frmConfiguracoes::Nome));
+    QVERIFY(!VerificacaoAutomatica);
+    QCOMPARE(Ler(), (Guardado{false, u"eva"_s, u"  senha "_s}));
+    QCOMPARE(forms::MousePointer(), forms::vbDefault);
+}
+
+TEST(TestConfiguracoes, CancelarNaoGuardaNada) {
+    const QString arquivo = pasta_->Configuracao();
+    const QByteArray antes = sys::ReadBytes(arquivo);
+    for (int saida = 0; saida < 3; ++saida) {
+        frmConfiguracoes& tela = Mostrar();
+        ClickAt(tela, Linha);
+        Find<forms::TextBox>(tela, "txtUsuario").setText(u"eva"_s);
+        if (saida == 0) {
+            ClickAt(tela, Cancelar);
+        } else if (saida == 1) {
+            QTest::keyClick(&Find<forms::TextBox>(tela, "txtUsuario"), Qt::Key_Escape);
+        } else {
+            tela.close();
+        }
+        QVERIFY(!FormularioCarregado(frmConfiguracoes::Nome));
+        QVERIFY(VerificacaoAutomatica);
+        QCOMPARE(sys::ReadBytes(arquivo), antes);
+    }
+}
+
+// Going down is what ticks, and a fast second press is one more.
+TEST(TestConfiguracoes, MarcaAoApertar) {
+    frmConfiguracoes& tela = Mostrar();
+    auto& linha = Find<forms::ClickZone>(tela, "imgVerificarAuto");
+    QTest::mousePress(&linha, Qt::LeftButton);
+    QCOMPARE(linha.Tag, u"0"_s);
+    QTest::mouseRelease(&linha, Qt::LeftButton);
+    QCOMPARE(linha.Tag, u"0"_s);
+    QTest::mouseDClick(&linha, Qt::LeftButton);
+    QTest::mouseRelease(&linha, Qt::LeftButton);  // is not in it
+    QCOMPARE(linha.Tag, u"1"_s);
+    QVERIFY(Find<QWidget>(tela, "imgXVerificarAuto").isVisible());
+    tela.Unload();
+}
+
+TEST(TestConfiguracoes, Luz) {
+    frmConfiguracoes& tela = Mostrar();
+    const std::pair<QPoint, QString> lugares[] = {{Ok, u"OK"_s},
+                                                  {Cancelar, u"CANCELAR"_s},
+                                                  {Linha, u"FORM"_s},
+                                                  {Ok, u"OK"_s},
+                                                  {{200, 20}, u"FORM"_s}};
+    for (const auto& [lugar, palavra] : lugares) {
+        MoveTo(tela, lugar);
+        QCOMPARE(tela.ImagemAtual(), palavra);
+    }
+    tela.Unload();
+}
+
+TEST(TestConfiguracoes, SemArquivoNadaAbre) {
+    QDir(pasta_->Caminho(u"Ordavia"_s)).removeRecursively();
+    sys::WriteWhole(pasta_->Caminho(u"Ordavia"_s), "x");
+    const BoxAnswers caixas;
+    frmConfiguracoes::Abrir();
+    QCOMPARE(caixas.Boxes().size(), 1);
+    QCOMPARE(caixas.Boxes().first().text.section(u'\n', 0, 0), u"Erro nº: 53"_s);
+    QVERIFY(caixas.Boxes().first().text.endsWith(u"CatalogoTarvoConfig.txt"_s));
+    QVERIFY(!FormularioCarregado(frmConfiguracoes::Nome));
+    QCOMPARE(forms::MousePointer(), forms::vbDefault);
+}

@@ -49,34 +49,28 @@ QStringList SourcesWith(const QString& text) {
 }  // namespace
 
 // The catalogue's password and the pass phrase stand nowhere as a whole.
-class TestPassword : public QObject {
-    Q_OBJECT
+struct TestPassword : Fixture {};
 
-private Q_SLOTS:
-    void NotInAnyProgramNorSource() {
-        // What must be found, so that the search is one.
-        QVERIFY(ProgramsWith(u"SELECT CodigoFigura FROM PECA"_s).contains(u"settings_peer"_s));
-        QVERIFY(SourcesWith(u"SenhaBancoDados"_s).size() > 1);
-        for (const QString& secret : {SenhaBancoDados(), FraseCifra()}) {
-            QCOMPARE(ProgramsWith(secret), QStringList());
-            QCOMPARE(SourcesWith(secret), QStringList());
-        }
+TEST(TestPassword, NotInAnyProgramNorSource) {
+    // What must be found, so that the search is one.
+    QVERIFY(ProgramsWith(u"SELECT CodigoFigura FROM PECA"_s).contains(u"settings_peer"_s));
+    QVERIFY(SourcesWith(u"SenhaBancoDados"_s).size() > 1);
+    for (const QString& secret : {SenhaBancoDados(), FraseCifra()}) {
+        QCOMPARE(ProgramsWith(secret), QStringList());
+        QCOMPARE(SourcesWith(secret), QStringList());
     }
+}
 
-    void NotInMemoryAfterUse() {
+TEST(TestPassword, NotInMemoryAfterUse) {
 #if !defined(Q_OS_LINUX) || defined(__SANITIZE_ADDRESS__)
-        QSKIP("reads the memory through /proc, without a sanitizer's shadow of it");
+    QSKIP("reads the memory through /proc, without a sanitizer's shadow of it");
 #endif
-        const CatalogoDeTeste catalogue;
-        const QStringList lines =
-            OutputOf(Vizinho, {"remains", catalogue.Pasta()}).split(u'\n', Qt::SkipEmptyParts);
-        QCOMPARE(lines.size(), 5);
-        QCOMPARE(lines.at(0), u"same 1"_s);
-        QVERIFY2(lines.at(1).startsWith("planted "_L1) && lines.at(1) != "planted 0"_L1,
-                 qPrintable(lines.at(1)));
-        QCOMPARE(lines.mid(2), List("proxy 0", "password 0", "phrase 0"));
-    }
-};
-
-TARVO_TEST(TestPassword);
-#include "test_password.moc"
+    const CatalogoDeTeste catalogue;
+    const QStringList lines =
+        OutputOf(Vizinho, {"remains", catalogue.Pasta()}).split(u'\n', Qt::SkipEmptyParts);
+    QCOMPARE(lines.size(), 5);
+    QCOMPARE(lines.at(0), u"same 1"_s);
+    QVERIFY2(lines.at(1).startsWith("planted "_L1) && lines.at(1) != "planted 0"_L1,
+             qPrintable(lines.at(1)));
+    QCOMPARE(lines.mid(2), List("proxy 0", "password 0", "phrase 0"));
+}

@@ -24,58 +24,52 @@ QByteArray Random(QRandomGenerator& chance, qsizetype size) {
 
 }  // namespace
 
-class TestRijndael : public QObject {
-    Q_OBJECT
+struct TestRijndael : Fixture {};
 
-private Q_SLOTS:
-    // FIPS 197, appendix C; the other sizes from the known answers of Gladman's collection, which
-    // take the digits of pi as text and those of e as key. For blocks of seven words that
-    // collection shifts its rows in another way.
-    void KnownAnswers_data() {
-        const Table<QByteArray, QByteArray, QByteArray> row("key", "clear", "answer");
-        const QByteArray pi = "3243f6a8885a308d313198a2e03707344a4093822299f31d0082efa98ec4e6c8";
-        const QByteArray e = "2b7e151628aed2a6abf7158809cf4f3c762e7160f38b4da56a784d9045190cfe";
-        struct Answer {
-            int nb;
-            int nk;
-            const char* text;
-        };
-        const Answer answers[] = {
-            {4, 4, "3925841d02dc09fbdc118597196a0b32"},
-            {4, 8, "1a6e6c2c662e7da6501ffb62bc9e93f3"},
-            {5, 4, "16e73aec921314c29df905432bc8968ab64b1f51"},
-            {5, 5, "0553eb691670dd8a5a5b5addf1aa7450f7a0e587"},
-            {5, 6, "73cd6f3423036790463aa9e19cfcde894ea16623"},
-            {5, 7, "601b5dcd1cf4ece954c740445340bf0afdc048df"},
-            {5, 8, "579e930b36c1529aa3e86628bacfe146942882cf"},
-            {6, 4, "b24d275489e82bb8f7375e0d5fcdb1f481757c538b65148a"},
-            {6, 6, "725ae43b5f3161de806a7c93e0bca93c967ec1ae1b71e1cf"},
-            {6, 7, "bbfc14180afbf6a36382a061843f0b63e769acdc98769130"},
-            {6, 8, "0ebacf199e3315c2e34b24fcc7c46ef4388aa475d66c194c"},
-            {8, 4, "7d15479076b69a46ffb3b3beae97ad8313f622f67fedb487de9f06b9ed9c8f19"},
-            {8, 5, "514f93fb296b5ad16aa7df8b577abcbd484decacccc7fb1f18dc567309ceeffd"},
-            {8, 6, "5d7101727bb25781bf6715b0e6955282b9610e23a43c2eb062699f0ebf5887b2"},
-            {8, 7, "d56c5a63627432579e1dd308b2c8f157b40a4bfb56fea1377b25d3ed3d6dbf80"},
-            {8, 8, "a49406115dfb30a40418aafa4869b7c6a886ff31602a7dd19c889dc64f7e4e7a"},
-        };
-        for (const Answer& answer : answers) {
-            row(QByteArray::number(answer.nb) + '/' + QByteArray::number(answer.nk),
-                QByteArray::fromHex(e.first(8 * answer.nk)),
-                QByteArray::fromHex(pi.first(8 * answer.nb)), QByteArray::fromHex(answer.text));
-        }
-        const QByteArray count = "000102030405060708090a0b0c0d0e0f101112131415161718191a1b1c1d1e1f";
-        const std::pair<int, const char*> fips[] = {{4, "69c4e0d86a7b0430d8cdb78070b4c55a"},
-                                                    {6, "dda97ca4864cdfe06eaf70a0ec0d7191"},
-                                                    {8, "8ea2b7ca516745bfeafc49904b496089"}};
-        for (const auto& [nk, text] : fips) {
-            row("FIPS 197, " + QByteArray::number(nk), QByteArray::fromHex(count.first(8 * nk)),
-                QByteArray::fromHex("00112233445566778899aabbccddeeff"), QByteArray::fromHex(text));
-        }
+// FIPS 197, appendix C; the other sizes from the known answers of Gladman's collection, which
+// take the digits of pi as text and those of e as key. For blocks of seven words that
+// collection shifts its rows in another way.
+TEST(TestRijndael, KnownAnswers) {
+    Each<QByteArray, QByteArray, QByteArray> row;
+    const QByteArray pi = "3243f6a8885a308d313198a2e03707344a4093822299f31d0082efa98ec4e6c8";
+    const QByteArray e = "2b7e151628aed2a6abf7158809cf4f3c762e7160f38b4da56a784d9045190cfe";
+    struct Answer {
+        int nb;
+        int nk;
+        const char* text;
+    };
+    const Answer answers[] = {
+        {4, 4, "3925841d02dc09fbdc118597196a0b32"},
+        {4, 8, "1a6e6c2c662e7da6501ffb62bc9e93f3"},
+        {5, 4, "16e73aec921314c29df905432bc8968ab64b1f51"},
+        {5, 5, "0553eb691670dd8a5a5b5addf1aa7450f7a0e587"},
+        {5, 6, "73cd6f3423036790463aa9e19cfcde894ea16623"},
+        {5, 7, "601b5dcd1cf4ece954c740445340bf0afdc048df"},
+        {5, 8, "579e930b36c1529aa3e86628bacfe146942882cf"},
+        {6, 4, "b24d275489e82bb8f7375e0d5fcdb1f481757c538b65148a"},
+        {6, 6, "725ae43b5f3161de806a7c93e0bca93c967ec1ae1b71e1cf"},
+        {6, 7, "bbfc14180afbf6a36382a061843f0b63e769acdc98769130"},
+        {6, 8, "0ebacf199e3315c2e34b24fcc7c46ef4388aa475d66c194c"},
+        {8, 4, "7d15479076b69a46ffb3b3beae97ad8313f622f67fedb487de9f06b9ed9c8f19"},
+        {8, 5, "514f93fb296b5ad16aa7df8b577abcbd484decacccc7fb1f18dc567309ceeffd"},
+        {8, 6, "5d7101727bb25781bf6715b0e6955282b9610e23a43c2eb062699f0ebf5887b2"},
+        {8, 7, "d56c5a63627432579e1dd308b2c8f157b40a4bfb56fea1377b25d3ed3d6dbf80"},
+        {8, 8, "a49406115dfb30a40418aafa4869b7c6a886ff31602a7dd19c889dc64f7e4e7a"},
+    };
+    for (const Answer& answer : answers) {
+        row(QByteArray::number(answer.nb) + '/' + QByteArray::number(answer.nk),
+            QByteArray::fromHex(e.first(8 * answer.nk)),
+            QByteArray::fromHex(pi.first(8 * answer.nb)), QByteArray::fromHex(answer.text));
     }
-    void KnownAnswers() {
-        QFETCH(QByteArray, key);
-        QFETCH(QByteArray, clear);
-        QFETCH(QByteArray, answer);
+    const QByteArray count = "000102030405060708090a0b0c0d0e0f101112131415161718191a1b1c1d1e1f";
+    const std::pair<int, const char*> fips[] = {{4, "69c4e0d86a7b0430d8cdb78070b4c55a"},
+                                                {6, "dda97ca4864cdfe06eaf70a0ec0d7191"},
+                                                {8, "8ea2b7ca516745bfeafc49904b496089"}};
+    for (const auto& [nk, text] : fips) {
+        row("FIPS 197, " + QByteArray::number(nk), QByteArray::fromHex(count.first(8 * nk)),
+            QByteArray::fromHex("00112233445566778899aabbccddeeff"), QByteArray::fromHex(text));
+    }
+    for (const auto& [key, clear, answer] : row) {
         CRijndael cipher;
         SetKey(cipher, int(clear.size() / 4), key);
         QByteArray block(clear.constData(), clear.size());
@@ -84,87 +78,84 @@ private Q_SLOTS:
         cipher.Decrypt(Bytes(block));
         QCOMPARE(block.toHex(), clear.toHex());
     }
+}
 
-    void BlocksOfSevenWordsComeBack() {
-        QRandomGenerator chance(11);
-        for (int nk = 4; nk <= 8; ++nk) {
-            CRijndael cipher;
-            SetKey(cipher, 7, Random(chance, 4 * nk));
-            const QByteArray clear = Random(chance, 28);
-            QByteArray block(clear.constData(), clear.size());
-            cipher.Encrypt(Bytes(block));
-            QVERIFY(block != clear);
-            cipher.Decrypt(Bytes(block));
-            QCOMPARE(block, clear);
-        }
-    }
-
-    void RefusesWrongSizes() {
-        QByteArray key(32, 'k');
-        QByteArray block(31, 'b');
+TEST(TestRijndael, BlocksOfSevenWordsComeBack) {
+    QRandomGenerator chance(11);
+    for (int nk = 4; nk <= 8; ++nk) {
         CRijndael cipher;
-        cipher.gentables();
-        QCOMPARE(ErrorOf([&] { cipher.Encrypt(Bytes(block)); }), 5);
-        for (const auto& [nb, nk] :
-             {std::pair(3, 8), std::pair(9, 8), std::pair(8, 3), std::pair(8, 9)}) {
-            QCOMPARE(ErrorOf([&, b = nb, k = nk] { cipher.gkey(b, k, Bytes(key)); }), 5);
-        }
-        QCOMPARE(ErrorOf([&] { cipher.gkey(8, 8, Bytes(key).first(31)); }), 5);
-        cipher.gkey(8, 8, Bytes(key));
-        QCOMPARE(ErrorOf([&] { cipher.Decrypt(Bytes(block)); }), 5);
+        SetKey(cipher, 7, Random(chance, 4 * nk));
+        const QByteArray clear = Random(chance, 28);
+        QByteArray block(clear.constData(), clear.size());
+        cipher.Encrypt(Bytes(block));
+        QVERIFY(block != clear);
+        cipher.Decrypt(Bytes(block));
+        QCOMPARE(block, clear);
     }
+}
 
-    // The outer form, taken apart with the inner one.
-    void Messages() {
-        const QByteArray password(32, 'p');
-        for (const auto& [length, total] : {std::pair(1, 32), std::pair(28, 32), std::pair(29, 64),
-                                            std::pair(60, 64), std::pair(61, 96)}) {
-            const QByteArray message(length, 'm');
-            const QByteArray bytes = CRijndael().EncryptData(message, password);
-            QCOMPARE(bytes.size(), total);
-            QCOMPARE(CRijndael().DecryptData(bytes, password), message);
-            // What counts of a longer password are its first 32 bytes.
-            QCOMPARE(CRijndael().EncryptData(message, password + QByteArray(20, 'x')), bytes);
-
-            CRijndael cipher;
-            SetKey(cipher, 8, password);
-            QByteArray first = bytes.first(32);
-            cipher.Decrypt(Bytes(first));
-            QCOMPARE(first, (QByteArray(1, char(length)) + QByteArray(3, '\0') +
-                             message.first(qMin(length, 28)))
-                                .leftJustified(32, '\0'));
-        }
-        // A shorter one is filled with zeros.
-        QCOMPARE(CRijndael().EncryptData("m", "p"),
-                 CRijndael().EncryptData("m", QByteArray("p").leftJustified(32, '\0')));
+TEST(TestRijndael, RefusesWrongSizes) {
+    QByteArray key(32, 'k');
+    QByteArray block(31, 'b');
+    CRijndael cipher;
+    cipher.gentables();
+    QCOMPARE(ErrorOf([&] { cipher.Encrypt(Bytes(block)); }), 5);
+    for (const auto& [nb, nk] :
+         {std::pair(3, 8), std::pair(9, 8), std::pair(8, 3), std::pair(8, 9)}) {
+        QCOMPARE(ErrorOf([&, b = nb, k = nk] { cipher.gkey(b, k, Bytes(key)); }), 5);
     }
+    QCOMPARE(ErrorOf([&] { cipher.gkey(8, 8, Bytes(key).first(31)); }), 5);
+    cipher.gkey(8, 8, Bytes(key));
+    QCOMPARE(ErrorOf([&] { cipher.Decrypt(Bytes(block)); }), 5);
+}
 
-    void Refusals() {
-        const QByteArray password(32, 'p');
-        const QByteArray good = CRijndael().EncryptData("m", password);
-        QCOMPARE(CRijndael().EncryptData({}, password), QByteArray());
-        QCOMPARE(CRijndael().EncryptData("m", {}), QByteArray());
-        QCOMPARE(CRijndael().DecryptData({}, password), QByteArray());
-        QCOMPARE(CRijndael().DecryptData(good, {}), QByteArray());
-        QCOMPARE(CRijndael().DecryptData(good.first(31), password), QByteArray());
+// The outer form, taken apart with the inner one.
+TEST(TestRijndael, Messages) {
+    const QByteArray password(32, 'p');
+    for (const auto& [length, total] : {std::pair(1, 32), std::pair(28, 32), std::pair(29, 64),
+                                        std::pair(60, 64), std::pair(61, 96)}) {
+        const QByteArray message(length, 'm');
+        const QByteArray bytes = CRijndael().EncryptData(message, password);
+        QCOMPARE(bytes.size(), total);
+        QCOMPARE(CRijndael().DecryptData(bytes, password), message);
+        // What counts of a longer password are its first 32 bytes.
+        QCOMPARE(CRijndael().EncryptData(message, password + QByteArray(20, 'x')), bytes);
 
         CRijndael cipher;
         SetKey(cipher, 8, password);
-        const auto withLength = [&](const QByteArray& length) {
-            QByteArray block = length.leftJustified(32, 'x');
-            cipher.Encrypt(Bytes(block));
-            return block;
-        };
-        const QByteArray whole = withLength(QByteArray::fromHex("1c000000"));
-        QCOMPARE(CRijndael().DecryptData(whole, password).size(), 28);
-        const QByteArray over = withLength(QByteArray::fromHex("1d000000"));
-        QCOMPARE(CRijndael().DecryptData(over, password), QByteArray());
-        for (const char* length : {"00000000", "ffffffff", "00000080"}) {
-            const QByteArray none = withLength(QByteArray::fromHex(length));
-            QCOMPARE(ErrorOf([&] { CRijndael().DecryptData(none, password); }), 9);
-        }
+        QByteArray first = bytes.first(32);
+        cipher.Decrypt(Bytes(first));
+        QCOMPARE(first, (QByteArray(1, char(length)) + QByteArray(3, '\0') +
+                         message.first(qMin(length, 28)))
+                            .leftJustified(32, '\0'));
     }
-};
+    // A shorter one is filled with zeros.
+    QCOMPARE(CRijndael().EncryptData("m", "p"),
+             CRijndael().EncryptData("m", QByteArray("p").leftJustified(32, '\0')));
+}
 
-TARVO_TEST(TestRijndael);
-#include "test_rijndael.moc"
+TEST(TestRijndael, Refusals) {
+    const QByteArray password(32, 'p');
+    const QByteArray good = CRijndael().EncryptData("m", password);
+    QCOMPARE(CRijndael().EncryptData({}, password), QByteArray());
+    QCOMPARE(CRijndael().EncryptData("m", {}), QByteArray());
+    QCOMPARE(CRijndael().DecryptData({}, password), QByteArray());
+    QCOMPARE(CRijndael().DecryptData(good, {}), QByteArray());
+    QCOMPARE(CRijndael().DecryptData(good.first(31), password), QByteArray());
+
+    CRijndael cipher;
+    SetKey(cipher, 8, password);
+    const auto withLength = [&](const QByteArray& length) {
+        QByteArray block = length.leftJustified(32, 'x');
+        cipher.Encrypt(Bytes(block));
+        return block;
+    };
+    const QByteArray whole = withLength(QByteArray::fromHex("1c000000"));
+    QCOMPARE(CRijndael().DecryptData(whole, password).size(), 28);
+    const QByteArray over = withLength(QByteArray::fromHex("1d000000"));
+    QCOMPARE(CRijndael().DecryptData(over, password), QByteArray());
+    for (const char* length : {"00000000", "ffffffff", "00000080"}) {
+        const QByteArray none = withLength(QByteArray::fromHex(length));
+        QCOMPARE(ErrorOf([&] { CRijndael().DecryptData(none, password); }), 9);
+    }
+}

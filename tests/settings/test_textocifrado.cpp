@@ -2,35 +2,30 @@
 #include "settings/textocifrado.h"
 #include "support/test.h"
 
-class TestSegredo : public QObject {
-    Q_OBJECT
+struct TestSegredo : Fixture {};
 
-private Q_SLOTS:
-    void Frase() {
-        const QString senha = SenhaBancoDados();
-        const QString frase = FraseCifra();
-        QCOMPARE(senha.size(), 13);
-        QCOMPARE(frase.size(), 26);
-        const int deslocamento = frase.at(1).unicode() - 1;
-        for (int i = 1; i <= 13; ++i) {
-            QCOMPARE(frase.at(2 * i - 2), senha.at(i - 1));
-            QCOMPARE(frase.at(2 * i - 1).unicode(), char16_t(i + deslocamento));
-        }
+TEST(TestSegredo, Frase) {
+    const QString senha = SenhaBancoDados();
+    const QString frase = FraseCifra();
+    QCOMPARE(senha.size(), 13);
+    QCOMPARE(frase.size(), 26);
+    const int deslocamento = frase.at(1).unicode() - 1;
+    for (int i = 1; i <= 13; ++i) {
+        QCOMPARE(frase.at(2 * i - 2), senha.at(i - 1));
+        QCOMPARE(frase.at(2 * i - 1).unicode(), char16_t(i + deslocamento));
     }
+}
 
-    void VaiEVolta_data() {
-        const Table<QString, int> row("texto", "tamanho");
-        row("empty", {}, 0);
-        row("one", "a", 64);
-        row("whole block", QString(14, u'a'), 64);
-        row("one more", QString(15, u'a'), 128);
-        row("two blocks", QString(30, u'b'), 128);
-        row("accents, other scripts, blanks", u"  ação ΩЖ €|\u0001 "_s, 64);
-        row("pair and half a pair", u"\U0001F511"_s + QChar(0xD800), 64);
-    }
-    void VaiEVolta() {
-        QFETCH(QString, texto);
-        QFETCH(int, tamanho);
+TEST(TestSegredo, VaiEVolta) {
+    for (const auto& [texto, tamanho] : Each<QString, int>{
+             {"empty", {}, 0},
+             {"one", "a", 64},
+             {"whole block", QString(14, u'a'), 64},
+             {"one more", QString(15, u'a'), 128},
+             {"two blocks", QString(30, u'b'), 128},
+             {"accents, other scripts, blanks", u"  ação ΩЖ €|\u0001 "_s, 64},
+             {"pair and half a pair", u"\U0001F511"_s + QChar(0xD800), 64},
+         }) {
         const QString guardado = CifrarTexto(texto, true);
         QCOMPARE(guardado.size(), tamanho);
         QCOMPARE(guardado, guardado.toUpper());
@@ -38,43 +33,38 @@ private Q_SLOTS:
         QCOMPARE(CifrarTexto(guardado, false), texto);
         QCOMPARE(CifrarTexto(guardado.toLower(), false), texto);
     }
+}
 
-    // Made once by another implementation of the cipher, written from its description alone.
-    // Whatever moved a byte here would cost every user the password that he has stored.
-    void RespostasConhecidas_data() {
-        const Table<QString, QString> row("texto", "guardado");
-        row("plain", "s3nha", "5D613617413AB274CE702C498A2893375B7262A05FE7B68DA2BAB649E76B8F4F");
-        row("two blocks, accents", "maria.conceição",
-            "4CBBEE86CA94BD658526FC1F337FD9A6A4F65DBF5FCE1646E9BDD3F3A15CA730"
-            "1F4146B4C6CF5142DB369D377A44D346051BBE5497FF27E2CC7BA8E9C1120B6B");
-        row("domain", "oficina\\joão",
-            "0BDA3CC644E725F858FE44E70AFE81FE0E561D1DF708FBFE05732E08D2758538");
-        row("other scripts", "Ω€",
-            "EE74E899D5EC3AFFD067753E6EA7C744B79531362E523F3F3619DDFBC38C0365");
-    }
-    void RespostasConhecidas() {
-        QFETCH(QString, texto);
-        QFETCH(QString, guardado);
+// Made once by another implementation of the cipher, written from its description alone.
+// Whatever moved a byte here would cost every user the password that he has stored.
+TEST(TestSegredo, RespostasConhecidas) {
+    for (const auto& [texto, guardado] : Each<QString, QString>{
+             {"plain", "s3nha", "5D613617413AB274CE702C498A2893375B7262A05FE7B68DA2BAB649E76B8F4F"},
+             {"two blocks, accents", "maria.conceição",
+              "4CBBEE86CA94BD658526FC1F337FD9A6A4F65DBF5FCE1646E9BDD3F3A15CA730"
+              "1F4146B4C6CF5142DB369D377A44D346051BBE5497FF27E2CC7BA8E9C1120B6B"},
+             {"domain", "oficina\\joão",
+              "0BDA3CC644E725F858FE44E70AFE81FE0E561D1DF708FBFE05732E08D2758538"},
+             {"other scripts", "Ω€",
+              "EE74E899D5EC3AFFD067753E6EA7C744B79531362E523F3F3619DDFBC38C0365"},
+         }) {
         QCOMPARE(CifrarTexto(texto, true), guardado);
         QCOMPARE(CifrarTexto(guardado, false), texto);
     }
+}
 
-    void ComprimentoContaNoPrimeiroBloco() {
-        const QString curto = CifrarTexto(QString(14, u'a'), true);
-        const QString longo = CifrarTexto(QString(15, u'a'), true);
-        QVERIFY(curto.first(64) != longo.first(64));
+TEST(TestSegredo, ComprimentoContaNoPrimeiroBloco) {
+    const QString curto = CifrarTexto(QString(14, u'a'), true);
+    const QString longo = CifrarTexto(QString(15, u'a'), true);
+    QVERIFY(curto.first(64) != longo.first(64));
+}
+
+TEST(TestSegredo, Recusas) {
+    const QString guardado = CifrarTexto(u"segredo"_s, true);
+    QCOMPARE(CifrarTexto(guardado.first(62), false), QString());
+    QCOMPARE(ErrorOf([&] { CifrarTexto(guardado.first(63), false); }), 9);
+    QCOMPARE(ErrorOf([&] { CifrarTexto(guardado + u'0', false); }), 9);
+    for (const QString& outro : {u"+1"_s, u" 1"_s, u"0g"_s, u"à0"_s}) {
+        QCOMPARE(ErrorOf([&] { CifrarTexto(outro + guardado.mid(2), false); }), 13);
     }
-
-    void Recusas() {
-        const QString guardado = CifrarTexto(u"segredo"_s, true);
-        QCOMPARE(CifrarTexto(guardado.first(62), false), QString());
-        QCOMPARE(ErrorOf([&] { CifrarTexto(guardado.first(63), false); }), 9);
-        QCOMPARE(ErrorOf([&] { CifrarTexto(guardado + u'0', false); }), 9);
-        for (const QString& outro : {u"+1"_s, u" 1"_s, u"0g"_s, u"à0"_s}) {
-            QCOMPARE(ErrorOf([&] { CifrarTexto(outro + guardado.mid(2), false); }), 13);
-        }
-    }
-};
-
-TARVO_TEST(TestSegredo);
-#include "test_textocifrado.moc"
+}

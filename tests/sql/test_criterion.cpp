@@ -16,44 +16,38 @@ bool Matches(const QString& text) {
 
 }  // namespace
 
-class TestCriterion : public QObject {
-    Q_OBJECT
+struct TestCriterion : Fixture {};
 
-private Q_SLOTS:
-    void Decides_data() {
-        const Table<QStringList, QStringList> row("met", "notMet");
-        row("texts",
-            {"ItemComponente = '  12'", "itemcomponente >= '  12'", "ItemComponente >= '   7'",
-             "Descricao = 'ÔNIBUS d´Água'", "[DESCRICAO] >= \"Onibus d´água\""},
-            {"ItemComponente = '12'", "ItemComponente >= '  12a'", "Descricao >= 'P'",
-             "Descricao = 'Onibus d´água'"});
-        row("numbers", {"Quantidade = 2.5", "Quantidade >= 2", "Quantidade >= 2.5"},
-            {"Quantidade = 2", "Quantidade >= 3"});
-        row("null is not met", {}, {"Kit = 1", "Kit = ''", "Kit >= ''"});
-    }
-    void Decides() {
-        QFETCH(QStringList, met);
-        QFETCH(QStringList, notMet);
+TEST(TestCriterion, Decides) {
+    for (const auto& [met, notMet] : Each<QStringList, QStringList>{
+             {"texts",
+              {"ItemComponente = '  12'", "itemcomponente >= '  12'", "ItemComponente >= '   7'",
+               "Descricao = 'ÔNIBUS d´Água'", "[DESCRICAO] >= \"Onibus d´água\""},
+              {"ItemComponente = '12'", "ItemComponente >= '  12a'", "Descricao >= 'P'",
+               "Descricao = 'Onibus d´água'"}},
+             {"numbers",
+              {"Quantidade = 2.5", "Quantidade >= 2", "Quantidade >= 2.5"},
+              {"Quantidade = 2", "Quantidade >= 3"}},
+             {"null is not met", {}, {"Kit = 1", "Kit = ''", "Kit >= ''"}},
+         }) {
         for (const QString& text : met + notMet) {
             QVERIFY2(Matches(text) == met.contains(text), qPrintable(text));
         }
     }
+}
 
-    void Refuses_data() {
-        const Table<QString, int> row("text", "number");
-        row("unknown column", "Foo = 1", static_cast<int>(Failure::UnknownColumn));
-        row("nothing", "", static_cast<int>(Failure::SyntaxError));
-        row("rest", "Kit = 1 1", static_cast<int>(Failure::SyntaxError));
-        row("open text", "Kit = 'a", static_cast<int>(Failure::SyntaxError));
-        row("another operator", "Kit <> 1", static_cast<int>(Failure::NotSupported));
-        row("two conditions", "Kit = 1 AND Kit = 2", static_cast<int>(Failure::NotSupported));
-        row("no column", "1 = Kit", static_cast<int>(Failure::NotSupported));
-        row("column alone", "Kit", static_cast<int>(Failure::NotSupported));
-        row("text as a number", "Descricao >= 5", static_cast<int>(Failure::MixedComparison));
-    }
-    void Refuses() {
-        QFETCH(QString, text);
-        QFETCH(int, number);
+TEST(TestCriterion, Refuses) {
+    for (const auto& [text, number] : Each<QString, int>{
+             {"unknown column", "Foo = 1", static_cast<int>(Failure::UnknownColumn)},
+             {"nothing", "", static_cast<int>(Failure::SyntaxError)},
+             {"rest", "Kit = 1 1", static_cast<int>(Failure::SyntaxError)},
+             {"open text", "Kit = 'a", static_cast<int>(Failure::SyntaxError)},
+             {"another operator", "Kit <> 1", static_cast<int>(Failure::NotSupported)},
+             {"two conditions", "Kit = 1 AND Kit = 2", static_cast<int>(Failure::NotSupported)},
+             {"no column", "1 = Kit", static_cast<int>(Failure::NotSupported)},
+             {"column alone", "Kit", static_cast<int>(Failure::NotSupported)},
+             {"text as a number", "Descricao >= 5", static_cast<int>(Failure::MixedComparison)},
+         }) {
         try {
             Matches(text);
             QFAIL("accepted");
@@ -61,7 +55,4 @@ private Q_SLOTS:
             QCOMPARE(erro.Number(), number);
         }
     }
-};
-
-TARVO_TEST(TestCriterion);
-#include "test_criterion.moc"
+}

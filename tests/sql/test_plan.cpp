@@ -108,32 +108,57 @@ bool SameKey(const QString& a, const QString& b, const QString& order) {
 
 }  // namespace
 
-class TestPlan : public QObject {
-    Q_OBJECT
-
-private Q_SLOTS:
-    void initTestCase() {
-        db_ = std::make_unique<MemoryDatabase>();
-        db_->MakeCatalogue();
-        sqlite3_create_function_v2(db_->Handle(), "dao_pulse", 0, SQLITE_UTF8, nullptr, FakePulse,
+struct TestPlan : Fixture {
+    TestPlan() {
+        db_.MakeCatalogue();
+        sqlite3_create_function_v2(db_.Handle(), "dao_pulse", 0, SQLITE_UTF8, nullptr, FakePulse,
                                    nullptr, nullptr, nullptr);
-        Fill(*db_);
+        Fill(db_);
     }
 
-    // Whatever way the plan goes, and wherever the reader looks up, the rows are those of the text.
-    void GivesTheRowsOfTheText_data() {
-        const Table<QString> row("order");
-        for (const QString& order :
-             {u"1"_s, u"2"_s, u"3"_s, u"4,1"_s, u"1,2"_s, u"4,3"_s, u"2,5"_s}) {
-            row(qPrintable(order), order);
-        }
+    sql::Count Counter() const {
+        return [this](const QByteArray& sql) {
+            return qint64(db_.RunNative(sql).first().toLongLong());
+        };
     }
-    void GivesTheRowsOfTheText() {
-        QFETCH(QString, order);
+
+    // The names, then the rows that are some, without what is hidden. What is counted is few, some
+    // or very many, so that all ways of finding rows are gone.
+    QStringList RunPlan(const QString& text) const {
+        const auto count = [](const QByteArray&) {
+            return Any(QList<qint64>{1, 100, sql::CountLimit + 1, 1'000'000});
+        };
+        const auto plan = sql::PlanQuery(text, db_.Schema(), count, accents_);
+        QStringList rows;
+        for (const QByteArray& statement : plan.statements) {
+            const QStringList part = db_.RunNative(statement, true);
+            for (const QString& row : rows.isEmpty() ? part : part.mid(1)) {
+                const QString flag = row.section(u'|', plan.resultColumns, plan.resultColumns);
+                if (plan.resultColumns == 0) {
+                    rows.append(row);
+                } else if (flag != u"0"_s && flag != u"-"_s) {
+                    rows.append(row.section(u'|', 0, plan.resultColumns - 1));
+                }
+            }
+        }
+        return rows;
+    }
+
+    MemoryDatabase db_;
+    sql::Accents accents_ = sql::Accents::Minded;
+};
+
+// Whatever way the plan goes, and wherever the reader looks up, the rows are those of the text.
+TEST(TestPlan, GivesTheRowsOfTheText) {
+    Each<QString> row;
+    for (const QString& order : {u"1"_s, u"2"_s, u"3"_s, u"4,1"_s, u"1,2"_s, u"4,3"_s, u"2,5"_s}) {
+        row(qPrintable(order), order);
+    }
+    for (const auto& [order] : row) {
         for (int round = 0; round < 50; ++round) {
             const QString text = RandomSearch(order);
             accents_ = round % 2 ? sql::Accents::AsTyped : sql::Accents::Minded;
-            const QStringList plain = db_->Run(text, true, accents_);
+            const QStringList plain = db_.Run(text, true, accents_);
             for (const Pulse pulse : {Pulse::Never, Pulse::Sometimes, Pulse::Always}) {
                 g_pulse = pulse;
                 const QStringList planned = RunPlan(text);
@@ -150,99 +175,93 @@ private Q_SLOTS:
             }
         }
     }
+}
 
-    // Nothing is sorted where the rows may be many.
-    void WalksAnIndexInItsOrder_data() {
-        const Table<QString, QString> row("where", "order");
-        const QString inside = u"WHERE PECA.DescricaoPECA LIKE '*x*' "_s;
-        row("number", inside, "1");
-        row("description", inside, "2");
-        row("kind", inside, "4,1");
-        row("customer's number", inside, "3");
-        row("other beginning", "WHERE PECA.DescricaoPECA LIKE 'e*' ", "1");
-        row("customer's beginning", "WHERE REFERENCIACRUZADA1.NumeroClienteConcorrente LIKE 'X*' ",
-            "3");
-        row("customer's beginning, by number",
-            "WHERE REFERENCIACRUZADA1.NumeroClienteConcorrente LIKE 'X*' ", "1");
-        row("customer's beginning, by kind",
-            "WHERE REFERENCIACRUZADA1.NumeroClienteConcorrente LIKE 'X*' ", "4,1");
-    }
-    void WalksAnIndexInItsOrder() {
-        QFETCH(QString, where);
-        QFETCH(QString, order);
+// Nothing is sorted where the rows may be many.
+TEST(TestPlan, WalksAnIndexInItsOrder) {
+    Each<QString, QString> row;
+    const QString inside = u"WHERE PECA.DescricaoPECA LIKE '*x*' "_s;
+    row("number", inside, "1");
+    row("description", inside, "2");
+    row("kind", inside, "4,1");
+    row("customer's number", inside, "3");
+    row("other beginning", "WHERE PECA.DescricaoPECA LIKE 'e*' ", "1");
+    row("customer's beginning", "WHERE REFERENCIACRUZADA1.NumeroClienteConcorrente LIKE 'X*' ",
+        "3");
+    row("customer's beginning, by number",
+        "WHERE REFERENCIACRUZADA1.NumeroClienteConcorrente LIKE 'X*' ", "1");
+    row("customer's beginning, by kind",
+        "WHERE REFERENCIACRUZADA1.NumeroClienteConcorrente LIKE 'X*' ", "4,1");
+    for (const auto& [where, order] : row) {
         const auto many = [](const QByteArray&) { return qint64(sql::CountLimit + 1); };
         const auto plan =
-            sql::PlanQuery(SearchOfParts + where + u"ORDER BY "_s + order, db_->Schema(), many);
+            sql::PlanQuery(SearchOfParts + where + u"ORDER BY "_s + order, db_.Schema(), many);
         g_pulse = Pulse::Always;
         qsizetype passed = 0;
         for (const QByteArray& statement : plan.statements) {
-            const QString steps = db_->RunNative("EXPLAIN QUERY PLAN " + statement).join(u'\n');
+            const QString steps = db_.RunNative("EXPLAIN QUERY PLAN " + statement).join(u'\n');
             QVERIFY2(!steps.contains(u"TEMP B-TREE"_s), qPrintable(steps));
-            passed += db_->RunNative(statement).size();
+            passed += db_.RunNative(statement).size();
         }
         // Every row on the way gives the reader a chance, the ones that do not match as well.
         const bool ranged = where.contains(u"LIKE 'e"_s) || where.contains(u"LIKE 'X"_s);
         QVERIFY2(ranged || passed >= RowsPerTable, qPrintable(QString::number(passed)));
     }
+}
 
-    // A handful of customer's numbers is looked up at once. More of them are walked in the order
-    // wanted: theirs, or the table's where they are not too thin in it.
-    void ReadsNoMoreThanAScreen_data() {
-        const Table<qint64, qint64, QString, QString> row("partners", "rows", "order", "walk");
-        const auto sorted =
-            u"REFERENCIACRUZADA_CLIENTE (CodigoClienteConcorrente=? AND "
-            "NumeroClienteConcorrente>?"_s;
-        const auto theirs = u"REFERENCIACRUZADA_TARVO (CodigoClienteConcorrente=?)"_s;
-        row("a handful by number", 64, 100, "1", sorted);
-        row("more by number", 65, 100, "1", theirs);
-        row("a handful by description", 64, 100, "2", sorted);
-        row("dense by description", 96, 20'000, "2", u"PECA_DESCRICAO"_s);
-        row("thin by description", 96, 20'001, "2", sorted);
-        row("very many by description", sql::CountLimit + 1, 9'000'000, "2", u"PECA_DESCRICAO"_s);
-    }
-    void ReadsNoMoreThanAScreen() {
-        QFETCH(qint64, partners);
-        QFETCH(qint64, rows);
-        QFETCH(QString, order);
-        QFETCH(QString, walk);
+// A handful of customer's numbers is looked up at once. More of them are walked in the order
+// wanted: theirs, or the table's where they are not too thin in it.
+TEST(TestPlan, ReadsNoMoreThanAScreen) {
+    Each<qint64, qint64, QString, QString> row;
+    const auto sorted =
+        u"REFERENCIACRUZADA_CLIENTE (CodigoClienteConcorrente=? AND "
+        "NumeroClienteConcorrente>?"_s;
+    const auto theirs = u"REFERENCIACRUZADA_TARVO (CodigoClienteConcorrente=?)"_s;
+    row("a handful by number", 64, 100, "1", sorted);
+    row("more by number", 65, 100, "1", theirs);
+    row("a handful by description", 64, 100, "2", sorted);
+    row("dense by description", 96, 20'000, "2", u"PECA_DESCRICAO"_s);
+    row("thin by description", 96, 20'001, "2", sorted);
+    row("very many by description", sql::CountLimit + 1, 9'000'000, "2", u"PECA_DESCRICAO"_s);
+    for (const auto& [partners, rows, order, walk] : row) {
         const auto count = [&](const QByteArray& sql) {
             return sql.startsWith("SELECT max(") ? rows : partners;
         };
         const auto plan = sql::PlanQuery(
             SearchOfParts + u"WHERE REFERENCIACRUZADA1.NumeroClienteConcorrente LIKE 'X*' "_s +
                 u"ORDER BY "_s + order,
-            db_->Schema(), count);
+            db_.Schema(), count);
         const QString first =
-            db_->RunNative("EXPLAIN QUERY PLAN " + plan.statements.first()).first();
+            db_.RunNative("EXPLAIN QUERY PLAN " + plan.statements.first()).first();
         QVERIFY2(first.contains(walk), qPrintable(first));
     }
+}
 
-    void SortsTheFewRowsOfABeginning() {
-        const QString text =
-            u"SELECT NumeroTarvoPeca AS n, DescricaoPeca AS d FROM PECA WHERE DescricaoPeca LIKE "
-            "'eix*' ORDER BY 1"_s;
-        const auto plan = sql::PlanQuery(text, db_->Schema(), Counter());
-        const QString steps =
-            db_->RunNative("EXPLAIN QUERY PLAN " + plan.statements.first()).join(u'\n');
-        QVERIFY2(steps.contains(u"PECA_DESCRICAO (DescricaoPeca>? AND DescricaoPeca<?)"_s),
-                 qPrintable(steps));
-    }
+TEST(TestPlan, SortsTheFewRowsOfABeginning) {
+    const QString text =
+        u"SELECT NumeroTarvoPeca AS n, DescricaoPeca AS d FROM PECA WHERE DescricaoPeca LIKE "
+        "'eix*' ORDER BY 1"_s;
+    const auto plan = sql::PlanQuery(text, db_.Schema(), Counter());
+    const QString steps =
+        db_.RunNative("EXPLAIN QUERY PLAN " + plan.statements.first()).join(u'\n');
+    QVERIFY2(steps.contains(u"PECA_DESCRICAO (DescricaoPeca>? AND DescricaoPeca<?)"_s),
+             qPrintable(steps));
+}
 
-    // The range that the index is asked for holds all that the pattern can match.
-    void FindsEveryAccentOfABeginning_data() {
-        const Table<QString> row("pattern");
-        row("none typed", "peca*");
-        row("typed", "êix*");
-        row("whole", "peca 3");
-    }
-    void FindsEveryAccentOfABeginning() {
-        QFETCH(QString, pattern);
+// The range that the index is asked for holds all that the pattern can match.
+TEST(TestPlan, FindsEveryAccentOfABeginning) {
+    for (const auto& [pattern] : Each<QString>{
+             {"none typed", "peca*"},
+             {"typed", "êix*"},
+             {"whole", "peca 3"},
+         }) {
         const QString text =
-            u"SELECT DescricaoPeca AS d, CodigoPeca AS c FROM PECA WHERE DescricaoPeca LIKE '%1' "
+            u"SELECT DescricaoPeca AS d, CodigoPeca AS c FROM PECA WHERE DescricaoPeca LIKE "
+            u"'%1' "
             "ORDER BY 1"_s.arg(pattern);
         const sql::Pattern typed(pattern, sql::Accents::AsTyped);
         QStringList expected;
-        for (const QString& row : db_->RunNative("SELECT DescricaoPeca, CodigoPeca FROM PECA")) {
+        for (const QString& row : db_.RunNative("SELECT DescricaoPeca, CodigoPeca FROM PECA")) {
             if (typed.Matches(row.section(u'|', 0, 0))) {
                 expected.append(row);
             }
@@ -254,62 +273,25 @@ private Q_SLOTS:
         QVERIFY(!rows.isEmpty());
         QCOMPARE(rows, expected);
     }
+}
 
-    void LeavesOtherShapesAlone_data() {
-        const Table<QString> row("text");
-        for (const QString& text :
-             {u"SELECT Count(*) AS n FROM PECA ORDER BY 1"_s,
-              u"SELECT DISTINCT NumeroTarvoPeca FROM PECA ORDER BY 1"_s,
-              u"SELECT NumeroTarvoPeca FROM PECA ORDER BY 1 DESC"_s,
-              u"SELECT NumeroTarvoPeca FROM PECA WHERE CodigoPeca > 3 ORDER BY 1"_s,
-              u"SELECT NumeroTarvoPeca FROM PECA WHERE NumeroTarvoPeca LIKE '1*' OR CodigoPeca = 3 "
-              "ORDER BY 1"_s,
-              u"SELECT ArquivoFotoPeca FROM PECA ORDER BY 1"_s,
-              u"SELECT NumeroTarvoPeca FROM PECA"_s,
-              u"SELECT NumeroTarvo FROM REFERENCIACRUZADA1 ORDER BY 1"_s,
-              u"UPDATE PECA SET CodigoFigura = 1"_s}) {
-            row(qPrintable(text), text);
-        }
+TEST(TestPlan, LeavesOtherShapesAlone) {
+    Each<QString> row;
+    for (const QString& text :
+         {u"SELECT Count(*) AS n FROM PECA ORDER BY 1"_s,
+          u"SELECT DISTINCT NumeroTarvoPeca FROM PECA ORDER BY 1"_s,
+          u"SELECT NumeroTarvoPeca FROM PECA ORDER BY 1 DESC"_s,
+          u"SELECT NumeroTarvoPeca FROM PECA WHERE CodigoPeca > 3 ORDER BY 1"_s,
+          u"SELECT NumeroTarvoPeca FROM PECA WHERE NumeroTarvoPeca LIKE '1*' OR CodigoPeca = 3 "
+          "ORDER BY 1"_s,
+          u"SELECT ArquivoFotoPeca FROM PECA ORDER BY 1"_s, u"SELECT NumeroTarvoPeca FROM PECA"_s,
+          u"SELECT NumeroTarvo FROM REFERENCIACRUZADA1 ORDER BY 1"_s,
+          u"UPDATE PECA SET CodigoFigura = 1"_s}) {
+        row(qPrintable(text), text);
     }
-    void LeavesOtherShapesAlone() {
-        QFETCH(QString, text);
-        const auto plan = sql::PlanQuery(text, db_->Schema(), Counter());
+    for (const auto& [text] : row) {
+        const auto plan = sql::PlanQuery(text, db_.Schema(), Counter());
         QCOMPARE(plan.resultColumns, 0);
-        QCOMPARE(plan.statements, db_->Translate(text).statements);
+        QCOMPARE(plan.statements, db_.Translate(text).statements);
     }
-
-private:
-    sql::Count Counter() const {
-        return [this](const QByteArray& sql) {
-            return qint64(db_->RunNative(sql).first().toLongLong());
-        };
-    }
-
-    // The names, then the rows that are some, without what is hidden. What is counted is few, some
-    // or very many, so that all ways of finding rows are gone.
-    QStringList RunPlan(const QString& text) const {
-        const auto count = [](const QByteArray&) {
-            return Any(QList<qint64>{1, 100, sql::CountLimit + 1, 1'000'000});
-        };
-        const auto plan = sql::PlanQuery(text, db_->Schema(), count, accents_);
-        QStringList rows;
-        for (const QByteArray& statement : plan.statements) {
-            const QStringList part = db_->RunNative(statement, true);
-            for (const QString& row : rows.isEmpty() ? part : part.mid(1)) {
-                const QString flag = row.section(u'|', plan.resultColumns, plan.resultColumns);
-                if (plan.resultColumns == 0) {
-                    rows.append(row);
-                } else if (flag != u"0"_s && flag != u"-"_s) {
-                    rows.append(row.section(u'|', 0, plan.resultColumns - 1));
-                }
-            }
-        }
-        return rows;
-    }
-
-    std::unique_ptr<MemoryDatabase> db_;
-    sql::Accents accents_ = sql::Accents::Minded;
-};
-
-TARVO_TEST(TestPlan);
-#include "test_plan.moc"
+}

@@ -19,83 +19,77 @@ int NumberOf(const Erro& erro) {
 
 }  // namespace
 
-class TestStoring : public QObject {
-    Q_OBJECT
+struct TestStoring : Fixture {
+    void init() override { db_ = std::make_unique<MemoryDatabase>(); }
 
-private Q_SLOTS:
-    void init() { db_ = std::make_unique<MemoryDatabase>(); }
+    std::unique_ptr<MemoryDatabase> db_;
+};
 
-    // What a column keeps of a value is the same whichever way the value comes.
-    void KeepsTheSameEveryWay_data() {
-        const Table<QString, QString, QString, int> row("type", "value", "kept", "error");
-        const auto rows =
-            [&](const char* type,
-                std::initializer_list<std::tuple<const char*, const char*, int>> all) {
-                for (const auto& [value, kept, error] : all) {
-                    row(QByteArray(type) + ' ' + value, type, value, kept, error);
-                }
-            };
-        rows("BYTE", {{"255", "255", 0},
-                      {"'7'", "7", 0},
-                      {"256", "", Overflow},
-                      {"-1", "", Overflow},
-                      {"'x'", "", Mismatch}});
-        rows("SHORT", {{"-32768", "-32768", 0},
-                       {"2.5", "2", 0},
-                       {"40000", "", Overflow},
-                       {"'1,5'", "", Mismatch}});
-        rows("LONG", {{"2147483647", "2147483647", 0},
-                      {"' 12 '", "12", 0},
-                      {"1=1", "-1", 0},
-                      {"99999999999", "", Overflow},
-                      {"'abc'", "", Mismatch},
-                      {"''", "", Mismatch}});
-        rows("SINGLE", {{"0.1", "0.1", 0},
-                        {"16777217", "16777220.0", 0},
-                        {"1e39", "", Overflow},
-                        {"'05/03/2024'", "", Mismatch}});
-        rows("DOUBLE", {{"'1.5e3'", "1500.0", 0},
-                        {"'1,000'", "", Mismatch},
-                        {"'nan'", "", Mismatch},
-                        {"'inf'", "", Mismatch},
-                        {"'1e999'", "", Mismatch}});
-        rows("CURRENCY", {{"1.00005", "1", 0},
-                          {"2.71828", "2.7183", 0},
-                          {"1e15", "", Overflow},
-                          {"'R$ 5'", "", Mismatch}});
-        rows("DECIMAL(5,2)", {{"123.456", "123.46", 0},
-                              {"-999.99", "-999.99", 0},
-                              {"1000", "", Overflow},
-                              {"'x'", "", Mismatch}});
-        rows("DATETIME", {{"'05/03/2024'", "45356", 0},
-                          {"#3/5/2024 18:00#", "45356.75", 0},
-                          {"'5-mar-2024'", "45356", 0},
-                          {"45356.75", "45356.75", 0},
-                          {"'amanhã'", "", Mismatch},
-                          {"1e9", "", Overflow}});
-        rows("YESNO", {{"1", "-1", 0},
-                       {"'0'", "0", 0},
-                       {"'Sim'", "-1", 0},
-                       {"Off", "0", 0},
-                       {"'talvez'", "", Mismatch},
-                       {"Null", "", Missing}});
-        rows("TEXT(3)", {{"'ação'", "", TooLong},
-                         {"'éçã'", "éçã", 0},
-                         {"1.50", "1.5", 0},
-                         {"1234", "", TooLong},
-                         {"Null", "-", 0}});
-        rows("MEMO", {{"5", "5", 0},
-                      {"#3/5/2024#", "05/03/2024", 0},
-                      {"#3/5/2024 6:00 PM#", "05/03/2024 18:00:00", 0},
-                      {"#6:30#", "06:30:00", 0},
-                      {"1 & 'a'", "1a", 0},
-                      {"2 > 1", "-1", 0}});
-    }
-    void KeepsTheSameEveryWay() {
-        QFETCH(QString, type);
-        QFETCH(QString, value);
-        QFETCH(QString, kept);
-        QFETCH(int, error);
+// What a column keeps of a value is the same whichever way the value comes.
+TEST(TestStoring, KeepsTheSameEveryWay) {
+    Each<QString, QString, QString, int> row;
+    const auto rows = [&](const char* type,
+                          std::initializer_list<std::tuple<const char*, const char*, int>> all) {
+        for (const auto& [value, kept, error] : all) {
+            row(QByteArray(type) + ' ' + value, type, value, kept, error);
+        }
+    };
+    rows("BYTE", {{"255", "255", 0},
+                  {"'7'", "7", 0},
+                  {"256", "", Overflow},
+                  {"-1", "", Overflow},
+                  {"'x'", "", Mismatch}});
+    rows("SHORT", {{"-32768", "-32768", 0},
+                   {"2.5", "2", 0},
+                   {"40000", "", Overflow},
+                   {"'1,5'", "", Mismatch}});
+    rows("LONG", {{"2147483647", "2147483647", 0},
+                  {"' 12 '", "12", 0},
+                  {"1=1", "-1", 0},
+                  {"99999999999", "", Overflow},
+                  {"'abc'", "", Mismatch},
+                  {"''", "", Mismatch}});
+    rows("SINGLE", {{"0.1", "0.1", 0},
+                    {"16777217", "16777220.0", 0},
+                    {"1e39", "", Overflow},
+                    {"'05/03/2024'", "", Mismatch}});
+    rows("DOUBLE", {{"'1.5e3'", "1500.0", 0},
+                    {"'1,000'", "", Mismatch},
+                    {"'nan'", "", Mismatch},
+                    {"'inf'", "", Mismatch},
+                    {"'1e999'", "", Mismatch}});
+    rows("CURRENCY", {{"1.00005", "1", 0},
+                      {"2.71828", "2.7183", 0},
+                      {"1e15", "", Overflow},
+                      {"'R$ 5'", "", Mismatch}});
+    rows("DECIMAL(5,2)", {{"123.456", "123.46", 0},
+                          {"-999.99", "-999.99", 0},
+                          {"1000", "", Overflow},
+                          {"'x'", "", Mismatch}});
+    rows("DATETIME", {{"'05/03/2024'", "45356", 0},
+                      {"#3/5/2024 18:00#", "45356.75", 0},
+                      {"'5-mar-2024'", "45356", 0},
+                      {"45356.75", "45356.75", 0},
+                      {"'amanhã'", "", Mismatch},
+                      {"1e9", "", Overflow}});
+    rows("YESNO", {{"1", "-1", 0},
+                   {"'0'", "0", 0},
+                   {"'Sim'", "-1", 0},
+                   {"Off", "0", 0},
+                   {"'talvez'", "", Mismatch},
+                   {"Null", "", Missing}});
+    rows("TEXT(3)", {{"'ação'", "", TooLong},
+                     {"'éçã'", "éçã", 0},
+                     {"1.50", "1.5", 0},
+                     {"1234", "", TooLong},
+                     {"Null", "-", 0}});
+    rows("MEMO", {{"5", "5", 0},
+                  {"#3/5/2024#", "05/03/2024", 0},
+                  {"#3/5/2024 6:00 PM#", "05/03/2024 18:00:00", 0},
+                  {"#6:30#", "06:30:00", 0},
+                  {"1 & 'a'", "1a", 0},
+                  {"2 > 1", "-1", 0}});
+    for (const auto& [type, value, kept, error] : row) {
         const QString create = u"CREATE TABLE T (K LONG, A %1)"_s.arg(type);
         const QString source = value.startsWith(u'#')    ? u"DATETIME"_s
                                : value.startsWith(u'\'') ? u"TEXT"_s
@@ -153,45 +147,43 @@ private Q_SLOTS:
             QVERIFY2(seen == error || enginesOwn,
                      qPrintable(way.key() + u' ' + QString::number(seen)));
             if (error == 0) {
-                const QStringList rows = db_->Run("SELECT A FROM T");
+                const QStringList stored = db_->Run("SELECT A FROM T");
                 const QString bare = kept.endsWith(".0"_L1) ? kept.chopped(2) : kept;
-                QVERIFY2(rows == List(kept) || rows == List(bare) || rows == List(bare + u".0"_s),
-                         qPrintable(way.key() + u' ' + rows.join(u';')));
+                QVERIFY2(
+                    stored == List(kept) || stored == List(bare) || stored == List(bare + u".0"_s),
+                    qPrintable(way.key() + u' ' + stored.join(u';')));
             }
         }
     }
+}
 
-    // Texts of one shape share a translation, which is what makes a long script quick.
-    void TellsShapesApart_data() {
-        const Table<QByteArray, bool> row("value", "same");
-        for (const char* same : {"1", "0012", "999999999999999999"}) {
-            row(same, same, true);
-        }
-        for (const char* other :
-             {"-1", "1.5", "1234567890123456789", "'1'", "#3/5/2024#", "Null"}) {
-            row(other, other, false);
-        }
+// Texts of one shape share a translation, which is what makes a long script quick.
+TEST(TestStoring, TellsShapesApart) {
+    Each<QByteArray, bool> row;
+    for (const char* same : {"1", "0012", "999999999999999999"}) {
+        row(same, same, true);
     }
-    void TellsShapesApart() {
-        QFETCH(QByteArray, value);
+    for (const char* other : {"-1", "1.5", "1234567890123456789", "'1'", "#3/5/2024#", "Null"}) {
+        row(other, other, false);
+    }
+    for (const auto& [value, same] : row) {
         const QByteArray given = "UPDATE T SET A = " + value;
-        QTEST(sql::Shape(given).Key() == sql::Shape("UPDATE T SET A = 7").Key(), "same");
+        QCOMPARE(sql::Shape(given).Key() == sql::Shape("UPDATE T SET A = 7").Key(), same);
         QVERIFY(sql::Shape("UPDATE T SET A = 'b'").Key() ==
                 sql::Shape("UPDATE T SET A = 'it''s'").Key());
         QVERIFY(sql::Shape(given).Key() != sql::Shape("UPDATE U SET A = 7").Key());
     }
+}
 
-    // The engine would make up a key where none is given, again at each run.
-    void AsksForAKey_data() {
-        const Table<QString> row("text");
-        row("no column", "INSERT INTO PECA (NumeroTarvoPeca) VALUES ('1')");
-        row("Null", "INSERT INTO PECA (CodigoPeca) VALUES (Null)");
-        row("computed", "INSERT INTO PECA (CodigoPeca) SELECT Null & Null");
-        row("Null from a query", "INSERT INTO PECA (CodigoPeca) SELECT Null");
-        row("from a query", "INSERT INTO PECA (NumeroTarvoPeca) SELECT 'x'");
-    }
-    void AsksForAKey() {
-        QFETCH(QString, text);
+// The engine would make up a key where none is given, again at each run.
+TEST(TestStoring, AsksForAKey) {
+    for (const auto& [text] : Each<QString>{
+             {"no column", "INSERT INTO PECA (NumeroTarvoPeca) VALUES ('1')"},
+             {"Null", "INSERT INTO PECA (CodigoPeca) VALUES (Null)"},
+             {"computed", "INSERT INTO PECA (CodigoPeca) SELECT Null & Null"},
+             {"Null from a query", "INSERT INTO PECA (CodigoPeca) SELECT Null"},
+             {"from a query", "INSERT INTO PECA (NumeroTarvoPeca) SELECT 'x'"},
+         }) {
         db_->MakeCatalogue();
         try {
             db_->Run(text);
@@ -201,26 +193,24 @@ private Q_SLOTS:
             QVERIFY(erro.Description().contains(u"PECA.CodigoPeca"_s));
         }
     }
+}
 
-    void NamesTheColumn_data() {
-        const Table<QString, QString> row("text", "name");
-        row("literal", "UPDATE PECA SET CodigoFigura = 'abc'", "CodigoFigura");
-        row("computed", "UPDATE PECA SET CodigoFigura = DescricaoPeca", "PECA.CodigoFigura");
-        row("unknown", "UPDATE PECA SET Nada = 1", "Nada");
-        row("view", "UPDATE REFERENCIACRUZADA1 SET NumeroTarvo = '1'",
-            "REFERENCIACRUZADA1; grave em REFERENCIACRUZADA.");
-        row("view, by insert", "INSERT INTO REFERENCIACRUZADA1 VALUES ('1', '2')",
-            "grave em REFERENCIACRUZADA.");
-        row("view, by delete", "DELETE FROM REFERENCIACRUZADA1", "grave em REFERENCIACRUZADA.");
-        row("link", "CREATE TABLE L (A LONG REFERENCES PECA (CodigoPeca) ON DELETE CASCADE)",
-            "REFERENCES PECA");
-        row("named link",
-            "ALTER TABLE PECA ADD CONSTRAINT F FOREIGN KEY (CodigoFigura) REFERENCES FIGURA",
-            "REFERENCES FIGURA");
-    }
-    void NamesTheColumn() {
-        QFETCH(QString, text);
-        QFETCH(QString, name);
+TEST(TestStoring, NamesTheColumn) {
+    for (const auto& [text, name] : Each<QString, QString>{
+             {"literal", "UPDATE PECA SET CodigoFigura = 'abc'", "CodigoFigura"},
+             {"computed", "UPDATE PECA SET CodigoFigura = DescricaoPeca", "PECA.CodigoFigura"},
+             {"unknown", "UPDATE PECA SET Nada = 1", "Nada"},
+             {"view", "UPDATE REFERENCIACRUZADA1 SET NumeroTarvo = '1'",
+              "REFERENCIACRUZADA1; grave em REFERENCIACRUZADA."},
+             {"view, by insert", "INSERT INTO REFERENCIACRUZADA1 VALUES ('1', '2')",
+              "grave em REFERENCIACRUZADA."},
+             {"view, by delete", "DELETE FROM REFERENCIACRUZADA1", "grave em REFERENCIACRUZADA."},
+             {"link", "CREATE TABLE L (A LONG REFERENCES PECA (CodigoPeca) ON DELETE CASCADE)",
+              "REFERENCES PECA"},
+             {"named link",
+              "ALTER TABLE PECA ADD CONSTRAINT F FOREIGN KEY (CodigoFigura) REFERENCES FIGURA",
+              "REFERENCES FIGURA"},
+         }) {
         db_->MakeCatalogue();
         try {
             db_->Run(text);
@@ -229,10 +219,4 @@ private Q_SLOTS:
             QVERIFY2(erro.Description().contains(name), qPrintable(erro.Description()));
         }
     }
-
-private:
-    std::unique_ptr<MemoryDatabase> db_;
-};
-
-TARVO_TEST(TestStoring);
-#include "test_storing.moc"
+}

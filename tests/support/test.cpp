@@ -7,15 +7,18 @@
 #include <QFileInfo>
 #include <QProcess>
 
+#include <map>
+#include <string_view>
 #include <vector>
 
 namespace {
 
 bool fullKeys = false;
+Fixture* running = nullptr;
 
-std::vector<QObject* (*)()>& Makers() {
-    static std::vector<QObject* (*)()> makers;
-    return makers;
+std::vector<RegisteredTest>& Tests() {
+    static std::vector<RegisteredTest> tests;
+    return tests;
 }
 
 void MakeFolderOf(const QString& path) {
@@ -24,11 +27,46 @@ void MakeFolderOf(const QString& path) {
 
 // On Windows what a test says goes to a debugger. With TARVO_TEST_LOG each class writes a file that
 // begins with it.
-QStringList LogOf(const char* name) {
+QStringList LogOf(std::string_view name) {
     const QString log = qEnvironmentVariable("TARVO_TEST_LOG");
     return log.isEmpty() ? QStringList()
                          : QStringList{u"-o"_s, log + QLatin1String(name) + u",txt"_s};
 }
+
+// The tests of one fixture, as one function of Qt Test with a row for each.
+class Suite : public QObject {
+    Q_OBJECT
+
+public:
+    explicit Suite(std::vector<RegisteredTest> tests) : tests_(std::move(tests)) {}
+
+private Q_SLOTS:
+    void initTestCase() { tests_.front().initTestCase(); }
+    void cleanupTestCase() { tests_.front().cleanupTestCase(); }
+
+    void Run_data() {
+        QTest::addColumn<size_t>("index");
+        for (size_t i = 0; i < tests_.size(); ++i) {
+            QTest::addRow("%s::%s", tests_[i].fixture, tests_[i].name) << i;
+        }
+    }
+    void Run() {
+        QFETCH(const size_t, index);
+        const auto test = tests_.at(index).make();
+        running = test.get();
+        if (!QTest::currentTestFailed()) {
+            running->init();
+        }
+        if (!QTest::currentTestFailed()) {
+            running->TestBody();
+        }
+        running->cleanup();
+        running = nullptr;
+    }
+
+private:
+    std::vector<RegisteredTest> tests_;
+};
 
 }  // namespace
 
@@ -37,9 +75,14 @@ bool testing_support::KeepFullKeys() {
     return true;
 }
 
-bool testing_support::RegisterTest(QObject* (*make)()) {
-    Makers().push_back(make);
+bool testing_support::RegisterTest(const RegisteredTest& test) {
+    Tests().push_back(test);
     return true;
+}
+
+void testing_support::StartAnew() {
+    running->cleanup();
+    running->init();
 }
 
 void testing_support::Write(const QString& path, const QByteArray& content) {
@@ -79,19 +122,25 @@ int main(int argc, char** argv) {
         UseQuickKeys();
     }
     QStringList arguments = application.arguments();
-    const QString only =
-        arguments.size() > 1 && !arguments.at(1).startsWith(u'-') ? arguments.takeAt(1) : QString();
+    QStringList only;
+    while (arguments.size() > 1 && !arguments.at(1).startsWith(u'-')) {
+        only += arguments.takeAt(1);
+    }
     // Qt Test's own handler raises the signal again and again, and never lets the process end.
     arguments.append(u"-nocrashhandler"_s);
-    int failures = 0;
-    bool any = false;
-    for (auto make : Makers()) {
-        const std::unique_ptr<QObject> test(make());
-        if (!only.isEmpty() && only != QLatin1String(test->metaObject()->className())) {
-            continue;
+    std::map<std::string_view, std::vector<RegisteredTest>> fixtures;
+    for (const RegisteredTest& test : Tests()) {
+        if ((only.isEmpty() || only.first() == QLatin1String(test.fixture)) &&
+            (only.size() < 2 || only.contains(QLatin1String(test.name)))) {
+            fixtures[test.fixture].push_back(test);
         }
-        any = true;
-        failures += QTest::qExec(test.get(), arguments + LogOf(test->metaObject()->className()));
     }
-    return any && failures == 0 ? 0 : 1;
+    int failures = fixtures.empty() ? 1 : 0;
+    for (const auto& [name, tests] : fixtures) {
+        Suite suite(tests);
+        failures += QTest::qExec(&suite, arguments + LogOf(name));
+    }
+    return failures == 0 ? 0 : 1;
 }
+
+#include "test.moc"

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/erro.h"
+#include "support/each.h"
 
 #include <QDir>
 #include <QFile>
@@ -8,15 +9,17 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <initializer_list>
 #include <memory>
 
 // What nearly every test needs. Its names are used without their namespace: everything that
 // includes this is a test.
 //
-// A test class registers itself with TARVO_TEST(Class) after its definition; the main() of this
-// library runs every registered class and fails if any of them does. A class can be named on the
-// command line to run it alone; what follows it goes to Qt Test.
+//     struct TestPaths : Fixture {};
+//     TEST(TestPaths, Joins) { QCOMPARE(...); }
+//
+// The main() of this library runs every test and fails if any of them does. A fixture can be named
+// on the command line to run its tests alone, and after it some of them; what begins with a hyphen
+// goes to Qt Test.
 namespace testing_support {
 
 // The variable of the environment that moves a user's data folder.
@@ -26,7 +29,25 @@ inline constexpr char UserData[] = "LOCALAPPDATA";
 inline constexpr char UserData[] = "XDG_DATA_HOME";
 #endif
 
-bool RegisterTest(QObject* (*make)());
+// What tests have in common. Each test has an object of its own; what shall last from a fixture's
+// first test to its last is static, and is made and given back by its initTestCase() and
+// cleanupTestCase(). A test whose init() failed does not run.
+struct Fixture : QObject {
+    static void initTestCase() {}
+    static void cleanupTestCase() {}
+    virtual void init() {}
+    virtual void cleanup() {}
+    virtual void TestBody() = 0;
+};
+
+struct RegisteredTest {
+    const char* fixture;
+    const char* name;
+    std::unique_ptr<Fixture> (*make)();
+    void (*initTestCase)();
+    void (*cleanupTestCase)();
+};
+bool RegisterTest(const RegisteredTest& test);
 bool KeepFullKeys();
 
 // Number of the Erro that `work` throws, 0 for none.
@@ -46,17 +67,6 @@ void Write(const QString& path, const QByteArray& content = "x");
 void WritePicture(const QString& path, QSize size, const QColor& colour = Qt::gray,
                   const char* format = nullptr);  // by the name's ending, unless it is given
 
-// What takes one of these takes a literal in UTF-8 as well.
-struct AnyText : QString {
-    AnyText() = default;
-    AnyText(const QString& text) : QString(text) {}
-    AnyText(const char* utf8) : QString(QString::fromUtf8(utf8)) {}
-};
-struct AnyTexts : QStringList {
-    AnyTexts() = default;
-    AnyTexts(const QStringList& texts) : QStringList(texts) {}
-    AnyTexts(std::initializer_list<AnyText> texts) : QStringList(texts.begin(), texts.end()) {}
-};
 template <typename... Texts>
 QStringList List(const Texts&... texts) {
     return AnyTexts{AnyText(texts)...};
@@ -64,36 +74,6 @@ QStringList List(const Texts&... texts) {
 
 // What a program prints; one that fails ends the test program.
 QString OutputOf(const AnyText& program, const AnyTexts& arguments);
-
-template <typename Column>
-struct TableValue {
-    using Type = Column;
-};
-template <>
-struct TableValue<QString> {
-    using Type = AnyText;
-};
-template <>
-struct TableValue<QStringList> {
-    using Type = AnyTexts;
-};
-
-// The data of a Qt Test case, for its _data():
-//     const Table<QString, int> row("text", "length");
-//     row("accents", "ação", 4);
-template <typename... Columns>
-class Table {
-public:
-    template <typename... Names>
-    explicit Table(Names... names) {
-        (QTest::addColumn<Columns>(names), ...);
-    }
-    void operator()(const QByteArray& name,
-                    const typename TableValue<Columns>::Type&... values) const {
-        QTestData& data = QTest::newRow(name.constData());
-        ((data << static_cast<const Columns&>(values)), ...);
-    }
-};
 
 }  // namespace testing_support
 
@@ -104,6 +84,14 @@ using namespace testing_support;
 #define TARVO_FULL_KEYS \
     [[maybe_unused]] static const bool full_keys = testing_support::KeepFullKeys()
 
-#define TARVO_TEST(Class)                                   \
-    [[maybe_unused]] static const bool registered_##Class = \
-        testing_support::RegisterTest([]() -> QObject* { return new Class; })
+#define TEST(Of, Name)                                                                         \
+    struct Of##_##Name final : Of {                                                            \
+        void TestBody() override;                                                              \
+        [[maybe_unused]] static inline const bool registered =                                 \
+            testing_support::RegisterTest({#Of, #Name,                                         \
+                                           []() -> std::unique_ptr<testing_support::Fixture> { \
+                                               return std::make_unique<Of##_##Name>();         \
+                                           },                                                  \
+                                           Of::initTestCase, Of::cleanupTestCase});            \
+    };                                                                                         \
+    void Of##_##Name::TestBody()

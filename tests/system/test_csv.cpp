@@ -3,9 +3,7 @@
 #include "platform/system/paths.h"
 #include "support/test.h"
 
-class TestCsv : public QObject {
-    Q_OBJECT
-
+struct TestCsv : Fixture {
     QTemporaryDir folder_;
     QString path_ = folder_.filePath(u"linhas.csv"_s);
 
@@ -20,57 +18,58 @@ class TestCsv : public QObject {
         }
         return rows;
     }
+};
 
-private Q_SLOTS:
-    void Reads_data() {
-        const Table<QByteArray, QStringList> row("content", "rows");
-        row("semicolons", "a;b\n1;2,5\n", {"1: a|b", "2: 1|2,5"});
-        row("commas, the semicolon is text", "a,b,c\n1,x;y,\"2,5\"\n",
-            {"1: a|b|c", "2: 1|x;y|2,5"});
-        row("tabs", "a\tb\n1;2\t3", {"1: a|b", "2: 1;2|3"});
-        row("quoted separators of a heading do not count", "\"a,b,c\";d\n1;2\n",
-            {"1: a,b,c|d", "2: 1|2"});
-        row("one column", "a\n1,5\n", {"1: a", "2: 1,5"});
-        row("a line that tells the separator", "sep=|\r\na|b;c\r\n", {"2: a|b;c"});
-        row("mark", "\xEF\xBB\xBFPeça;b\n", {"1: Peça|b"});
-        row("Windows-1252", "Pe\347a;\x80;\x93\n", {"1: Peça|€|“"});
-        row("cut within a character", "Pe\347a;\xC3", {"1: Peça|Ã"});
-        row("line ends", "a;b\r\nc;d\re;f\n\n ; \ng;h", {"1: a|b", "2: c|d", "3: e|f", "6: g|h"});
-        row("quoted line ends are counted", "a;b\n\"x\r\ny\nz\rw\";\"\"\n1;2\n",
-            {"1: a|b", "2: x\r\ny\nz\rw|", "6: 1|2"});
-        row("quotes", "a;\"b \"\"c\"\"\"\n1/2\" x 3;\" d \"", {"1: a|b \"c\"", "2: 1/2\" x 3| d "});
-        row("text behind a closing quote", "a;b\n\"1/2\" x;2\n3;4\n",
-            {"1: a|b", "!2: 1/2 x|2", "3: 3|4"});
-        row("nothing", "", {});
-    }
-    void Reads() {
-        QFETCH(QByteArray, content);
-        QFETCH(QStringList, rows);
+TEST(TestCsv, Reads) {
+    for (const auto& [content, rows] : Each<QByteArray, QStringList>{
+             {"semicolons", "a;b\n1;2,5\n", {"1: a|b", "2: 1|2,5"}},
+             {"commas, the semicolon is text",
+              "a,b,c\n1,x;y,\"2,5\"\n",
+              {"1: a|b|c", "2: 1|x;y|2,5"}},
+             {"tabs", "a\tb\n1;2\t3", {"1: a|b", "2: 1;2|3"}},
+             {"quoted separators of a heading do not count",
+              "\"a,b,c\";d\n1;2\n",
+              {"1: a,b,c|d", "2: 1|2"}},
+             {"one column", "a\n1,5\n", {"1: a", "2: 1,5"}},
+             {"a line that tells the separator", "sep=|\r\na|b;c\r\n", {"2: a|b;c"}},
+             {"mark", "\xEF\xBB\xBFPeça;b\n", {"1: Peça|b"}},
+             {"Windows-1252", "Pe\347a;\x80;\x93\n", {"1: Peça|€|“"}},
+             {"cut within a character", "Pe\347a;\xC3", {"1: Peça|Ã"}},
+             {"line ends", "a;b\r\nc;d\re;f\n\n ; \ng;h", {"1: a|b", "2: c|d", "3: e|f", "6: g|h"}},
+             {"quoted line ends are counted",
+              "a;b\n\"x\r\ny\nz\rw\";\"\"\n1;2\n",
+              {"1: a|b", "2: x\r\ny\nz\rw|", "6: 1|2"}},
+             {"quotes",
+              "a;\"b \"\"c\"\"\"\n1/2\" x 3;\" d \"",
+              {"1: a|b \"c\"", "2: 1/2\" x 3| d "}},
+             {"text behind a closing quote",
+              "a;b\n\"1/2\" x;2\n3;4\n",
+              {"1: a|b", "!2: 1/2 x|2", "3: 3|4"}},
+             {"nothing", "", {}},
+         }) {
         QCOMPARE(Rows(content), rows);
     }
+}
 
-    // Cells, marks and line ends that fall on the border between two blocks.
-    void ReadsAcrossBlocks() {
-        QByteArray content;
-        QStringList rows;
-        for (int i = 1; content.size() < 600 * 1024; ++i) {
-            const QByteArray number = QByteArray::number(i);
-            content += number + ";\"ação \"\"" + number + "\"\"\"\r\n";
-            rows += u"%1: %1|ação \"%1\""_s.arg(i);
-        }
-        QCOMPARE(Rows(content), rows);
+// Cells, marks and line ends that fall on the border between two blocks.
+TEST(TestCsv, ReadsAcrossBlocks) {
+    QByteArray content;
+    QStringList rows;
+    for (int i = 1; content.size() < 600 * 1024; ++i) {
+        const QByteArray number = QByteArray::number(i);
+        content += number + ";\"ação \"\"" + number + "\"\"\"\r\n";
+        rows += u"%1: %1|ação \"%1\""_s.arg(i);
     }
+    QCOMPARE(Rows(content), rows);
+}
 
-    void Refuses_data() {
-        const Table<QByteArray, QString> row("content", "why");
-        row("an open quote", "a;b\n1;2\n\"3;4\n5;6\n", "linha 3: as aspas");
-        row("a very long one", "a\n\"" + QByteArray(5 << 20, 'x') + "\"\n", "linha 2: as aspas");
-        row("UTF-16", {"\377\376a\0;\0", 6}, "UTF-16");
-        row("no text", {"a;b\0c", 5}, "não é um texto");
-    }
-    void Refuses() {
-        QFETCH(QByteArray, content);
-        QFETCH(QString, why);
+TEST(TestCsv, Refuses) {
+    for (const auto& [content, why] : Each<QByteArray, QString>{
+             {"an open quote", "a;b\n1;2\n\"3;4\n5;6\n", "linha 3: as aspas"},
+             {"a very long one", "a\n\"" + QByteArray(5 << 20, 'x') + "\"\n", "linha 2: as aspas"},
+             {"UTF-16", {"\377\376a\0;\0", 6}, "UTF-16"},
+             {"no text", {"a;b\0c", 5}, "não é um texto"},
+         }) {
         try {
             Rows(content);
             QFAIL("accepted");
@@ -81,53 +80,48 @@ private Q_SLOTS:
         QCOMPARE(ErrorOf([&] { sys::CsvReader(folder_.filePath(u"nada.csv"_s)); }),
                  int(Erro::FileNotFound));
     }
+}
 
-    void Cells_data() {
-        const Table<QString, QString> row("text", "cell");
-        row("plain", "Válvula 24 V", "Válvula 24 V");
-        row("formula", "=1+1", "'=1+1");
-        row("call", "@SOMA(A1)", "'@SOMA(A1)");
-        row("sum that looks like a number", "-1+2", "'-1+2");
-        row("plus", "+a", "'+a");
-        row("tab in front", "\t=1", "'\t=1");
-        row("negative number", "-12,5", "-12,5");
-        row("two commas", "-1,2,3", "'-1,2,3");
-        row("sign alone", "-", "'-");
-        row("apostrophe", "'x", "''x");
-        row("separator and quotes", "a;\"b\"", "\"a;\"\"b\"\"\"");
-        row("line end", "a\nb", "\"a\nb\"");
-        row("blank in front", "  12a", "\"  12a\"");
-        row("blank behind", "a ", "\"a \"");
-        row("empty", "", "");
-    }
-    void Cells() {
-        QFETCH(QString, text);
-        QFETCH(QString, cell);
+TEST(TestCsv, Cells) {
+    for (const auto& [text, cell] : Each<QString, QString>{
+             {"plain", "Válvula 24 V", "Válvula 24 V"},
+             {"formula", "=1+1", "'=1+1"},
+             {"call", "@SOMA(A1)", "'@SOMA(A1)"},
+             {"sum that looks like a number", "-1+2", "'-1+2"},
+             {"plus", "+a", "'+a"},
+             {"tab in front", "\t=1", "'\t=1"},
+             {"negative number", "-12,5", "-12,5"},
+             {"two commas", "-1,2,3", "'-1,2,3"},
+             {"sign alone", "-", "'-"},
+             {"apostrophe", "'x", "''x"},
+             {"separator and quotes", "a;\"b\"", "\"a;\"\"b\"\"\""},
+             {"line end", "a\nb", "\"a\nb\""},
+             {"blank in front", "  12a", "\"  12a\""},
+             {"blank behind", "a ", "\"a \""},
+             {"empty", "", ""},
+         }) {
         QCOMPARE(QString::fromUtf8(sys::CsvCell(text)), cell);
         QCOMPARE(sys::FromHarmless(sys::Harmless(text)), text);
     }
+}
 
-    void Numbers() {
-        QCOMPARE(sys::CsvNumber(2), u"2"_s);
-        QCOMPARE(sys::CsvNumber(-0.1), u"-0,1"_s);
-        QCOMPARE(sys::CsvNumber(1e21), u"1000000000000000000000"_s);
-        QCOMPARE(sys::CsvNumber(20.100000381469727), u"20,100000381469727"_s);
+TEST(TestCsv, Numbers) {
+    QCOMPARE(sys::CsvNumber(2), u"2"_s);
+    QCOMPARE(sys::CsvNumber(-0.1), u"-0,1"_s);
+    QCOMPARE(sys::CsvNumber(1e21), u"1000000000000000000000"_s);
+    QCOMPARE(sys::CsvNumber(20.100000381469727), u"20,100000381469727"_s);
+}
+
+TEST(TestCsv, WritesWhatItReads) {
+    sys::CsvWriter writer(path_);
+    QStringList expected;
+    for (int i = 1; i <= 20000; ++i) {
+        writer.Row({QString::number(i), u"=ação; \"%1\""_s.arg(i)});
+        expected += u"%1: %1|'=ação; \"%1\""_s.arg(i);
     }
-
-    void WritesWhatItReads() {
-        sys::CsvWriter writer(path_);
-        QStringList expected;
-        for (int i = 1; i <= 20000; ++i) {
-            writer.Row({QString::number(i), u"=ação; \"%1\""_s.arg(i)});
-            expected += u"%1: %1|'=ação; \"%1\""_s.arg(i);
-        }
-        writer.Close();
-        const QByteArray bytes = sys::ReadBytes(path_);
-        QVERIFY(bytes.startsWith("\357\273\2771;\"'=ação; \"\"1\"\"\"\r\n2;"));
-        QVERIFY(bytes.endsWith("\r\n"));
-        QCOMPARE(Rows(bytes), expected);
-    }
-};
-
-TARVO_TEST(TestCsv);
-#include "test_csv.moc"
+    writer.Close();
+    const QByteArray bytes = sys::ReadBytes(path_);
+    QVERIFY(bytes.startsWith("\357\273\2771;\"'=ação; \"\"1\"\"\"\r\n2;"));
+    QVERIFY(bytes.endsWith("\r\n"));
+    QCOMPARE(Rows(bytes), expected);
+}

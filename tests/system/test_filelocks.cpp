@@ -14,36 +14,29 @@ const QByteArray Mounts =
 
 }  // namespace
 
-class TestFileLocks : public QObject {
-    Q_OBJECT
+struct TestFileLocks : Fixture {};
 
-private Q_SLOTS:
-    void mountsAndTheirOptions_data() {
-        const Table<QString, QString, QString> row("path", "type", "option");
-        row("root", "/home/x", "ext4", {});
-        row("share without byte ranges", "/srv/dados/Tarvo.mdb", "cifs", "nobrl");
-        row("the folder itself", "/srv/dados", "cifs", "nobrl");
-        row("a longer name", "/srv/dados2/Tarvo.mdb", "ext4", {});
-        row("a blank in the name", "/srv/dados dois/Tarvo.mdb", "nfs", {});
-        row("the deeper one", "/srv/dados dois/x/y", "nfs", "local_lock=all");
-        row("the later one", "/srv/novo/Tarvo.mdb", "nfs4", {});
-    }
-    void mountsAndTheirOptions() {
-        QFETCH(QString, path);
+TEST(TestFileLocks, mountsAndTheirOptions) {
+    for (const auto& [path, type, option] : Each<QString, QString, QString>{
+             {"root", "/home/x", "ext4", {}},
+             {"share without byte ranges", "/srv/dados/Tarvo.mdb", "cifs", "nobrl"},
+             {"the folder itself", "/srv/dados", "cifs", "nobrl"},
+             {"a longer name", "/srv/dados2/Tarvo.mdb", "ext4", {}},
+             {"a blank in the name", "/srv/dados dois/Tarvo.mdb", "nfs", {}},
+             {"the deeper one", "/srv/dados dois/x/y", "nfs", "local_lock=all"},
+             {"the later one", "/srv/novo/Tarvo.mdb", "nfs4", {}},
+         }) {
         const sys::Mount mount = sys::MountIn(Mounts, path);
-        QTEST(mount.type, "type");
-        QTEST(sys::LocalLocksOption(mount), "option");
+        QCOMPARE(mount.type, type);
+        QCOMPARE(sys::LocalLocksOption(mount), option);
     }
+}
 
-    void anOrdinaryFolderKeepsLocks() {
-        const QTemporaryDir folder;
-        const QString file = folder.filePath(u"a"_s);
-        QCOMPARE(sys::ProbeLock(file), sys::LockAnswer::Unknown);
-        QVERIFY(!QFile::exists(file));
-        Write(file, "x");
-        QCOMPARE(sys::ProbeLock(file), sys::LockAnswer::Kept);
-    }
-};
-
-TARVO_TEST(TestFileLocks);
-#include "test_filelocks.moc"
+TEST(TestFileLocks, anOrdinaryFolderKeepsLocks) {
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(u"a"_s);
+    QCOMPARE(sys::ProbeLock(file), sys::LockAnswer::Unknown);
+    QVERIFY(!QFile::exists(file));
+    Write(file, "x");
+    QCOMPARE(sys::ProbeLock(file), sys::LockAnswer::Kept);
+}

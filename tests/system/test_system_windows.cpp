@@ -42,129 +42,122 @@ int ErrorWhileHeld(const QString& path, DWORD share, Work&& work) {
 
 // What only a system of this kind has: drives and servers in paths, limits of their length, files
 // that do not go away while somebody has them open.
-class TestSystem : public QObject {
-    Q_OBJECT
-
+struct TestSystem : Fixture {
     QTemporaryDir folder_;
     QString Path(const AnyText& name) const { return folder_.filePath(name); }
-
-private Q_SLOTS:
-    void Notations_data() {
-        const Table<QString, QString, QString> row("text", "native", "system");
-        row("drive", "C:\\Dados\\a.png", "C:/Dados/a.png", "C:\\Dados\\a.png");
-        row("server", "\\\\casa\\dados\\a.png", "//casa/dados/a.png", "\\\\casa\\dados\\a.png");
-        row("steps", "C:\\Dados\\..\\x", "C:/Dados/../x", "C:\\x");
-        const QString many = u"\\pasta"_s.repeated(50);
-        row("long", u"C:"_s + many, QString(u"C:"_s + many).replace(u'\\', u'/'),
-            u"\\\\?\\C:"_s + many);
-        row("long, on a server", u"\\\\casa\\dados"_s + many,
-            QString(u"\\\\casa\\dados"_s + many).replace(u'\\', u'/'),
-            u"\\\\?\\UNC\\casa\\dados"_s + many);
-    }
-    void Notations() {
-        QFETCH(QString, text);
-        QTEST(sys::ToNative(text), "native");
-        QTEST(sys::ToSystem(text), "system");
-    }
-
-    void VolumeOfDrive() {
-        QVERIFY(sys::VolumeSerial(u"C:\\"_s) != 0 || qEnvironmentVariableIsSet("WINEPREFIX"));
-        QCOMPARE(sys::VolumeSerial(u"C:\\nada\\"_s), 0U);
-    }
-
-    void CaseDoesNotCount() {
-        Write(Path("FotoPeca/Ab.JPG"), "x");
-        QVERIFY(sys::CanRead(Path("FOTOPECA\\aB.jpg")));
-        QVERIFY(sys::IsInside(Path("fotopeca"), Path("FotoPeca\\nova.jpg")));
-        QVERIFY(!sys::IsInside(Path("fotopeca"), Path("FotoPeca2\\nova.jpg")));
-    }
-
-    // Of a folder whose own path is longer than the system's calls take without more ado.
-    void LongPaths() {
-        QString folder = folder_.path();
-        for (int i = 0; i < 12; ++i) {
-            folder += u"\\uma pasta de nome comprido"_s;
-            sys::MakeDirectory(folder);
-        }
-        QVERIFY(folder.size() > 300);
-        const QString file = folder + u"\\texto.txt"_s;
-        sys::WriteWhole(file, "velho");
-        sys::WriteWhole(file + u".novo"_s, "novo");
-        sys::Flush(file + u".novo"_s);
-        sys::Replace(file + u".novo"_s, file);
-        QCOMPARE(sys::ReadText(file), u"novo"_s);
-        QVERIFY(sys::IsInside(folder_.path(), file));
-        {
-            dao::Connection made(sys::ToNative(folder + u"\\Tarvo.mdb"_s), "x",
-                                 dao::Connection::Mode::Create);
-            made.Run("CREATE TABLE a (b); INSERT INTO a VALUES (7)");
-            QCOMPARE(made.Value("SELECT b FROM a").toInt(), 7);
-        }
-        sys::Delete(file);
-        QVERIFY(!sys::Exists(file));
-    }
-
-    // Another computer that shows a picture, two programs of one user at his settings, a guard
-    // against viruses.
-    void WaitsForWhatIsHeldForAMoment() {
-        const QString path = Path("a.png");
-        Write(path, "velha");
-        Write(Path("nova.tmp"), "nova");
-        QVERIFY(QFile::setPermissions(path, QFileDevice::ReadOwner));
-        const auto replace = [this, path] { sys::Replace(Path("nova.tmp"), path); };
-        QCOMPARE(ErrorWhileHeld(path, FILE_SHARE_READ, replace), 0);
-        QCOMPARE(sys::ReadText(path), u"nova"_s);
-        QVERIFY(!QFile::exists(Path("nova.tmp")));
-        const auto write = [path] { sys::WriteWhole(path, "outra"); };
-        QCOMPARE(ErrorWhileHeld(path, FILE_SHARE_READ, write), 0);
-        QCOMPARE(sys::ReadText(path), u"outra"_s);
-        QString text;
-        const auto read = [path, &text] { text = sys::ReadText(path); };
-        QCOMPARE(ErrorWhileHeld(path, 0, read), 0);
-        QCOMPARE(text, u"outra"_s);
-    }
-
-    // Who gives a download up takes it away before the program that writes it has let go.
-    void OutputGoesWhileItIsWritten() {
-        const QString path = Path("resposta.tmp");
-        {
-            sys::Output output(path);
-            output.Write("meia", 4);
-            sys::Delete(path);
-        }
-        QVERIFY(!QFile::exists(path));
-    }
-
-    void RefusesWhatIsHeldForGood() {
-        Write(Path("b.png"), "velha");
-        Write(Path("nova.tmp"), "nova");
-        const Held held(Path("b.png"), FILE_SHARE_READ);
-        QCOMPARE(ErrorOf([this] { sys::Replace(Path("nova.tmp"), Path("b.png")); }), 70);
-        QCOMPARE(sys::ReadText(Path("b.png")), u"velha"_s);
-        QCOMPARE(sys::ReadText(Path("nova.tmp")), u"nova"_s);
-        QCOMPARE(ErrorOf([this] { sys::WriteWhole(Path("b.png"), "outra"); }), 75);
-        QCOMPARE(sys::ReadText(Path("b.png")), u"velha"_s);
-        const QStringList left = {u"b.png"_s, u"nova.tmp"_s};
-        QCOMPARE(QDir(folder_.path()).entryList({u"b.*"_s, u"n*"_s}, QDir::Files), left);
-    }
-
-    // An update may bring the program that runs, on this computer or another one.
-    void ReplacesAProgramThatRuns() {
-        const QString program = Path("programa.exe");
-        QVERIFY(QFile::copy(u"C:/windows/system32/notepad.exe"_s, program));
-        const sys::ProcessId process = sys::Start(u'"' + program + u'"', 0);
-        Write(Path("novo.tmp"), "novo");
-        const int error = ErrorOf([&] { sys::Replace(Path("novo.tmp"), program); });
-        const bool runs = sys::IsRunning(process);
-        const HANDLE handle = OpenProcess(PROCESS_TERMINATE, FALSE, DWORD(process));
-        TerminateProcess(handle, 0);
-        CloseHandle(handle);
-        sys::WaitForEnd(process);
-        QCOMPARE(error, 0);
-        QVERIFY(runs);
-        QCOMPARE(sys::ReadText(program), u"novo"_s);
-    }
 };
 
-TARVO_TEST(TestSystem);
-#include "test_system_windows.moc"
+TEST(TestSystem, Notations) {
+    Each<QString, QString, QString> row;
+    row("drive", "C:\\Dados\\a.png", "C:/Dados/a.png", "C:\\Dados\\a.png");
+    row("server", "\\\\casa\\dados\\a.png", "//casa/dados/a.png", "\\\\casa\\dados\\a.png");
+    row("steps", "C:\\Dados\\..\\x", "C:/Dados/../x", "C:\\x");
+    const QString many = u"\\pasta"_s.repeated(50);
+    row("long", u"C:"_s + many, QString(u"C:"_s + many).replace(u'\\', u'/'),
+        u"\\\\?\\C:"_s + many);
+    row("long, on a server", u"\\\\casa\\dados"_s + many,
+        QString(u"\\\\casa\\dados"_s + many).replace(u'\\', u'/'),
+        u"\\\\?\\UNC\\casa\\dados"_s + many);
+    for (const auto& [text, native, system] : row) {
+        QCOMPARE(sys::ToNative(text), native);
+        QCOMPARE(sys::ToSystem(text), system);
+    }
+}
+
+TEST(TestSystem, VolumeOfDrive) {
+    QVERIFY(sys::VolumeSerial(u"C:\\"_s) != 0 || qEnvironmentVariableIsSet("WINEPREFIX"));
+    QCOMPARE(sys::VolumeSerial(u"C:\\nada\\"_s), 0U);
+}
+
+TEST(TestSystem, CaseDoesNotCount) {
+    Write(Path("FotoPeca/Ab.JPG"), "x");
+    QVERIFY(sys::CanRead(Path("FOTOPECA\\aB.jpg")));
+    QVERIFY(sys::IsInside(Path("fotopeca"), Path("FotoPeca\\nova.jpg")));
+    QVERIFY(!sys::IsInside(Path("fotopeca"), Path("FotoPeca2\\nova.jpg")));
+}
+
+// Of a folder whose own path is longer than the system's calls take without more ado.
+TEST(TestSystem, LongPaths) {
+    QString folder = folder_.path();
+    for (int i = 0; i < 12; ++i) {
+        folder += u"\\uma pasta de nome comprido"_s;
+        sys::MakeDirectory(folder);
+    }
+    QVERIFY(folder.size() > 300);
+    const QString file = folder + u"\\texto.txt"_s;
+    sys::WriteWhole(file, "velho");
+    sys::WriteWhole(file + u".novo"_s, "novo");
+    sys::Flush(file + u".novo"_s);
+    sys::Replace(file + u".novo"_s, file);
+    QCOMPARE(sys::ReadText(file), u"novo"_s);
+    QVERIFY(sys::IsInside(folder_.path(), file));
+    {
+        dao::Connection made(sys::ToNative(folder + u"\\Tarvo.mdb"_s), "x",
+                             dao::Connection::Mode::Create);
+        made.Run("CREATE TABLE a (b); INSERT INTO a VALUES (7)");
+        QCOMPARE(made.Value("SELECT b FROM a").toInt(), 7);
+    }
+    sys::Delete(file);
+    QVERIFY(!sys::Exists(file));
+}
+
+// Another computer that shows a picture, two programs of one user at his settings, a guard
+// against viruses.
+TEST(TestSystem, WaitsForWhatIsHeldForAMoment) {
+    const QString path = Path("a.png");
+    Write(path, "velha");
+    Write(Path("nova.tmp"), "nova");
+    QVERIFY(QFile::setPermissions(path, QFileDevice::ReadOwner));
+    const auto replace = [this, path] { sys::Replace(Path("nova.tmp"), path); };
+    QCOMPARE(ErrorWhileHeld(path, FILE_SHARE_READ, replace), 0);
+    QCOMPARE(sys::ReadText(path), u"nova"_s);
+    QVERIFY(!QFile::exists(Path("nova.tmp")));
+    const auto write = [path] { sys::WriteWhole(path, "outra"); };
+    QCOMPARE(ErrorWhileHeld(path, FILE_SHARE_READ, write), 0);
+    QCOMPARE(sys::ReadText(path), u"outra"_s);
+    QString text;
+    const auto read = [path, &text] { text = sys::ReadText(path); };
+    QCOMPARE(ErrorWhileHeld(path, 0, read), 0);
+    QCOMPARE(text, u"outra"_s);
+}
+
+// Who gives a download up takes it away before the program that writes it has let go.
+TEST(TestSystem, OutputGoesWhileItIsWritten) {
+    const QString path = Path("resposta.tmp");
+    {
+        sys::Output output(path);
+        output.Write("meia", 4);
+        sys::Delete(path);
+    }
+    QVERIFY(!QFile::exists(path));
+}
+
+TEST(TestSystem, RefusesWhatIsHeldForGood) {
+    Write(Path("b.png"), "velha");
+    Write(Path("nova.tmp"), "nova");
+    const Held held(Path("b.png"), FILE_SHARE_READ);
+    QCOMPARE(ErrorOf([this] { sys::Replace(Path("nova.tmp"), Path("b.png")); }), 70);
+    QCOMPARE(sys::ReadText(Path("b.png")), u"velha"_s);
+    QCOMPARE(sys::ReadText(Path("nova.tmp")), u"nova"_s);
+    QCOMPARE(ErrorOf([this] { sys::WriteWhole(Path("b.png"), "outra"); }), 75);
+    QCOMPARE(sys::ReadText(Path("b.png")), u"velha"_s);
+    const QStringList left = {u"b.png"_s, u"nova.tmp"_s};
+    QCOMPARE(QDir(folder_.path()).entryList({u"b.*"_s, u"n*"_s}, QDir::Files), left);
+}
+
+// An update may bring the program that runs, on this computer or another one.
+TEST(TestSystem, ReplacesAProgramThatRuns) {
+    const QString program = Path("programa.exe");
+    QVERIFY(QFile::copy(u"C:/windows/system32/notepad.exe"_s, program));
+    const sys::ProcessId process = sys::Start(u'"' + program + u'"', 0);
+    Write(Path("novo.tmp"), "novo");
+    const int error = ErrorOf([&] { sys::Replace(Path("novo.tmp"), program); });
+    const bool runs = sys::IsRunning(process);
+    const HANDLE handle = OpenProcess(PROCESS_TERMINATE, FALSE, DWORD(process));
+    TerminateProcess(handle, 0);
+    CloseHandle(handle);
+    sys::WaitForEnd(process);
+    QCOMPARE(error, 0);
+    QVERIFY(runs);
+    QCOMPARE(sys::ReadText(program), u"novo"_s);
+}

@@ -43,9 +43,7 @@ QString FileName(int number) {
 }  // namespace
 
 // Updates that a power switch, a full disk or a hand on the wrong button ends.
-class TestBroken : public QObject {
-    Q_OBJECT
-
+struct TestBroken : Fixture {
     QTemporaryDir folder_{InMemory()};
     WrongServer server_;
     std::optional<ProxySetting> proxy_;
@@ -107,8 +105,7 @@ class TestBroken : public QObject {
         }
     }
 
-private Q_SLOTS:
-    void initTestCase() {
+    TestBroken() {
         proxy_.emplace(server_.Port());
         const CatalogoDeTeste model;
         model.Executar({"UPDATE UMREGISTRO SET Versao = 1, UrlAtualizacao = 'atualiza.exemplo'"});
@@ -133,14 +130,13 @@ private Q_SLOTS:
         server_.Put("ListVersao2.txt", list_);
         server_.Put("dois.txt", script);
     }
+};
 
-    void KilledAtAnyMoment_data() {
-        const Table<bool> row("signedSite");
-        row("unsigned site", false);
-        row("signed site", true);
-    }
-    void KilledAtAnyMoment() {
-        QFETCH(bool, signedSite);
+TEST(TestBroken, KilledAtAnyMoment) {
+    for (const auto& [signedSite] : Each<bool>{
+             {"unsigned site", false},
+             {"signed site", true},
+         }) {
         const publicar::Signer signer{u"loja"_s, QByteArray(32, 'k')};
         if (signedSite) {
             server_.Put("Versao.txt", "2");
@@ -189,36 +185,33 @@ private Q_SLOTS:
             }
         }
     }
+}
 
-    // The update of a computer that dies keeps nobody else waiting.
-    void OneOfTwoComputersKilled() {
-        server_.Put("ListVersao2.txt", "FOTO;silent-body;1\r\n" + list_);
-        const QString data = NewData("dividida");
-        QProcess process;
-        process.start(QStringLiteral(TARVO_UPDATE_RUNNER), {data});
-        QTRY_VERIFY_WITH_TIMEOUT(!QDir(data).entryList({u"*.tmp"_s}).isEmpty(), Patience);
-        QCOMPARE(Update(data), u"locked"_s);
-        process.kill();
-        QVERIFY(process.waitForFinished(Patience));
-        server_.Put("ListVersao2.txt", list_);
-        ExpectWhole(data);
-    }
+// The update of a computer that dies keeps nobody else waiting.
+TEST(TestBroken, OneOfTwoComputersKilled) {
+    server_.Put("ListVersao2.txt", "FOTO;silent-body;1\r\n" + list_);
+    const QString data = NewData("dividida");
+    QProcess process;
+    process.start(QStringLiteral(TARVO_UPDATE_RUNNER), {data});
+    QTRY_VERIFY_WITH_TIMEOUT(!QDir(data).entryList({u"*.tmp"_s}).isEmpty(), Patience);
+    QCOMPARE(Update(data), u"locked"_s);
+    process.kill();
+    QVERIFY(process.waitForFinished(Patience));
+    server_.Put("ListVersao2.txt", list_);
+    ExpectWhole(data);
+}
 
-    // Small disks for one process alone. Printed: the boxes and the catalogue, the bytes of the
-    // pictures, the files on their way that are left.
-    void OwnDisks_data() {
-        const Table<QByteArray, QString, QString> row("list", "disk", "printed");
-        // A file cannot be renamed into another disk.
-        row("pictures elsewhere", list_, "/FotoPeca", Whole + u"\n%1\n0"_s.arg(Files * 20000));
-        row("full: downloads", "FOTO;FotoPeca\\0.png;1\r\nFOTO;gordo.png;1\r\n", "",
-            "Erro nº: -104|InternetReadFile:0;61;Disco cheio (gordo.png)\n1 0 ok\n160\n0");
-        // Not the statement fails but the disk, so the update must not pass over it.
-        row("full: scripts", "SDB;gordo.txt;1\r\n", "", "Erro nº: 3183|*\n1 * ok\n160\n0");
-    }
-    void OwnDisks() {
-        QFETCH(QByteArray, list);
-        QFETCH(QString, disk);
-        QFETCH(QString, printed);
+// Small disks for one process alone. Printed: the boxes and the catalogue, the bytes of the
+// pictures, the files on their way that are left.
+TEST(TestBroken, OwnDisks) {
+    for (const auto& [list, disk, printed] : Each<QByteArray, QString, QString>{
+             // A file cannot be renamed into another disk.
+             {"pictures elsewhere", list_, "/FotoPeca", Whole + u"\n%1\n0"_s.arg(Files * 20000)},
+             {"full: downloads", "FOTO;FotoPeca\\0.png;1\r\nFOTO;gordo.png;1\r\n", "",
+              "Erro nº: -104|InternetReadFile:0;61;Disco cheio (gordo.png)\n1 0 ok\n160\n0"},
+             // Not the statement fails but the disk, so the update must not pass over it.
+             {"full: scripts", "SDB;gordo.txt;1\r\n", "", "Erro nº: 3183|*\n1 * ok\n160\n0"},
+         }) {
         QByteArray script =
             "B:INSERT INTO CLIENTECONCORRENTE VALUES (1?, '" + QByteArray(250, 'x') + "', 'C')\r\n";
         for (int i = 0; i < 6000; ++i) {
@@ -238,7 +231,4 @@ private Q_SLOTS:
         const QString output = OutputOf("unshare", alone + List("sh", "-c", command)).trimmed();
         QCOMPARE(Like(output, printed), printed);
     }
-};
-
-TARVO_TEST(TestBroken);
-#include "test_broken.moc"
+}

@@ -1,22 +1,17 @@
 #include "support/cases.h"
 #include "update/comando.h"
 
-class TestComando : public QObject {
-    Q_OBJECT
+struct TestComando : Fixture {};
 
-private Q_SLOTS:
-    void Lines_data() {
-        const Table<QStringList, QString, QString> row("before", "line", "command");
-        for (Case& one : Cases(QStringLiteral(TARVO_CASES "/lines.data"))) {
-            const QString line = one.Take(u'<').first();
-            const QString command = one.Take(u'>').first();
-            row(one.name, one.lines, line, command);
-        }
-        row("blanks", {"B:x"}, "  \t", "Nada");
+TEST(TestComando, Lines) {
+    Each<QStringList, QString, QString> row;
+    for (Case& one : Cases(QStringLiteral(TARVO_CASES "/lines.data"))) {
+        const QString line = one.Take(u'<').first();
+        const QString command = one.Take(u'>').first();
+        row(one.name, one.lines, line, command);
     }
-    void Lines() {
-        QFETCH(QStringList, before);
-        QFETCH(QString, line);
+    row("blanks", {"B:x"}, "  \t", "Nada");
+    for (const auto& [before, line, command] : row) {
         static const QStringList kinds = List("Nada", "Sql", "Programa", "Reinicio");
         QString base;
         for (const QString& earlier : before) {
@@ -24,10 +19,7 @@ private Q_SLOTS:
         }
         ComandoAtualizacao read = LerComandoAtualizacao(base, line);
         read.texto.replace("\r\n"_L1, " CRLF "_L1);
-        QTEST(kinds.at(int(read.tipo)) + (read.texto.isEmpty() ? read.texto : u' ' + read.texto),
-              "command");
+        QCOMPARE(kinds.at(int(read.tipo)) + (read.texto.isEmpty() ? read.texto : u' ' + read.texto),
+                 command);
     }
-};
-
-TARVO_TEST(TestComando);
-#include "test_comando.moc"
+}

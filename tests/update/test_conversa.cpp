@@ -1,65 +1,58 @@
 #include "support/test.h"
 #include "update/conversa.h"
 
-class TestConversa : public QObject {
-    Q_OBJECT
+struct TestConversa : Fixture {
+    TestConversa() { qputenv("XDG_RUNTIME_DIR", folder_.path().toLocal8Bit()); }
+    ~TestConversa() override { qunsetenv("XDG_RUNTIME_DIR"); }
 
-private Q_SLOTS:
-    void initTestCase() { qputenv("XDG_RUNTIME_DIR", folder_.path().toLocal8Bit()); }
-    void cleanupTestCase() { qunsetenv("XDG_RUNTIME_DIR"); }
-
-    void BothEnds() {
-        {
-            const auto catalogue = Conversa::Abrir();
-            QVERIFY(catalogue);
-            std::unique_ptr<Conversa> verifier;
-            {
-                const Conversa::Convite invitation(catalogue.get());
-                const QStringList files = QDir(folder_.path()).entryList(QDir::Files);
-                QCOMPARE(files.size(), 1);
-                QCOMPARE(QFile::permissions(folder_.filePath(files.first())) &
-                             (QFile::ReadGroup | QFile::ReadOther),
-                         QFile::Permissions());
-                verifier = Conversa::Atender();
-            }
-            QVERIFY(verifier);
-            QVERIFY(!Conversa::Atender());  // programs that are started later hear nothing of it
-            {
-                // Another kind of file.
-                const Conversa::Convite invitation(catalogue.get());
-                QFile file(folder_.filePath(QDir(folder_.path()).entryList(QDir::Files).first()));
-                QVERIFY(file.open(QIODevice::ReadWrite));
-                const qint64 size = file.size();
-                QVERIFY(file.resize(size + 1) && !Conversa::Atender());
-                QVERIFY(file.resize(size) && file.write("XXXX") == 4 && file.flush());
-                QVERIFY(!Conversa::Atender());
-            }
-
-            QVERIFY(!verifier->FoiChamada());
-            catalogue->Chamar();
-            QVERIFY(verifier->FoiChamada());
-            QVERIFY(!verifier->FoiChamada());
-
-            QString user;
-            QString password;
-            QVERIFY(!catalogue->LerAcesso(user, password));
-            verifier->GuardarAcesso(u"maria"_s, u"s3nha ç€"_s);
-            QVERIFY(catalogue->LerAcesso(user, password));
-            QCOMPARE(user + u'/' + password, u"maria/s3nha ç€"_s);
-            verifier->GuardarAcesso(QString(300, u'u'), {});
-            QVERIFY(catalogue->LerAcesso(user, password));
-            QCOMPARE(user, QString(256, u'u'));
-
-            QVERIFY(!verifier->Desistiu());
-            catalogue->Desistir();
-            QVERIFY(verifier->Desistiu());
-        }
-        QCOMPARE(QDir(folder_.path()).entryList(QDir::Files), QStringList());
-    }
-
-private:
     QTemporaryDir folder_;
 };
 
-TARVO_TEST(TestConversa);
-#include "test_conversa.moc"
+TEST(TestConversa, BothEnds) {
+    {
+        const auto catalogue = Conversa::Abrir();
+        QVERIFY(catalogue);
+        std::unique_ptr<Conversa> verifier;
+        {
+            const Conversa::Convite invitation(catalogue.get());
+            const QStringList files = QDir(folder_.path()).entryList(QDir::Files);
+            QCOMPARE(files.size(), 1);
+            QCOMPARE(QFile::permissions(folder_.filePath(files.first())) &
+                         (QFile::ReadGroup | QFile::ReadOther),
+                     QFile::Permissions());
+            verifier = Conversa::Atender();
+        }
+        QVERIFY(verifier);
+        QVERIFY(!Conversa::Atender());  // programs that are started later hear nothing of it
+        {
+            // Another kind of file.
+            const Conversa::Convite invitation(catalogue.get());
+            QFile file(folder_.filePath(QDir(folder_.path()).entryList(QDir::Files).first()));
+            QVERIFY(file.open(QIODevice::ReadWrite));
+            const qint64 size = file.size();
+            QVERIFY(file.resize(size + 1) && !Conversa::Atender());
+            QVERIFY(file.resize(size) && file.write("XXXX") == 4 && file.flush());
+            QVERIFY(!Conversa::Atender());
+        }
+
+        QVERIFY(!verifier->FoiChamada());
+        catalogue->Chamar();
+        QVERIFY(verifier->FoiChamada());
+        QVERIFY(!verifier->FoiChamada());
+
+        QString user;
+        QString password;
+        QVERIFY(!catalogue->LerAcesso(user, password));
+        verifier->GuardarAcesso(u"maria"_s, u"s3nha ç€"_s);
+        QVERIFY(catalogue->LerAcesso(user, password));
+        QCOMPARE(user + u'/' + password, u"maria/s3nha ç€"_s);
+        verifier->GuardarAcesso(QString(300, u'u'), {});
+        QVERIFY(catalogue->LerAcesso(user, password));
+        QCOMPARE(user, QString(256, u'u'));
+
+        QVERIFY(!verifier->Desistiu());
+        catalogue->Desistir();
+        QVERIFY(verifier->Desistiu());
+    }
+    QCOMPARE(QDir(folder_.path()).entryList(QDir::Files), QStringList());
+}

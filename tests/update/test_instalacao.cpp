@@ -61,9 +61,7 @@ std::vector<publicar::Signer> Signers(const QString& letters) {
 
 // The window that updates, before a site of the versions 2 and 3: as published, with faults of its
 // publisher, and as somebody between him and the customer can make it.
-class TestInstalacao : public QObject {
-    Q_OBJECT
-
+struct TestInstalacao : Fixture {
     WrongServer server_;
     std::unique_ptr<CatalogoDeTeste> catalogo_;
     std::unique_ptr<QTemporaryDir> outside_;
@@ -144,8 +142,7 @@ class TestInstalacao : public QObject {
         return timer;
     }
 
-private Q_SLOTS:
-    void init() {
+    void init() override {
         server_.Clear();
         proxy_.emplace(server_.Port());
         catalogo_ = std::make_unique<CatalogoDeTeste>();
@@ -164,7 +161,7 @@ private Q_SLOTS:
         }
         ReiniciarPrograma = false;
     }
-    void cleanup() {
+    void cleanup() override {
         QCOMPARE(QDir(outside_->path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
                  QStringList());
         UsarChaves(std::nullopt);
@@ -173,61 +170,59 @@ private Q_SLOTS:
         catalogo_.reset();
         proxy_.reset();
     }
+};
 
-    void WholeUpdate() {
-        for (const QString& change :
-             List("ListVersao2.txt=FOTO;FotoPeca\\a.png;4\n\nSDBX;scripts\\dois.txt;0\n  ",
-                  "ListVersao3.txt=FOTO; fotopeca\\A.PNG ;4\nsdb;nova pasta\\mais\\texto.txt;5\n"
-                  "SDB;scripts\\tres.txt;5\nEXE;apoio\\um.exe;1\nEXE;apoio\\dois.exe;1",
-                  "nova pasta/mais/texto.txt=texto", "apoio/um.exe=1", "apoio/dois.exe=2",
-                  "scripts/dois.txt=B:INSERT INTO CLIENTECONCORRENTE VALUES (1?, '2?', '3?')\n"
-                  "20<<;>>Bravil<<;>>I\n20<<;>>outra vez<<;>>I\nE:isto não é SQL\n"
-                  "21<<;>>Zenpar<<vbCrLf>>Sul<<;>>C",
-                  // The template lives on into the next file.
-                  "scripts/tres.txt=22<<;>>Norral<<;>>C\nR:\nS:true\n"
-                  "E:DELETE FROM CLIENTECONCORRENTE WHERE CodigoClienteConcorrente = 20")) {
-            Apply(change);
-        }
-        QStringList started;
-        QString seen;  // by the program that the script starts
-        sys::SetStartHandler([&](const QString& commandLine, int) {
-            seen += Valor("SELECT Count(*) FROM CLIENTECONCORRENTE");
-            started += commandLine;
-            return sys::ProcessId(0);
-        });
-        QCOMPARE(Update(), List(Done));
-        QCOMPARE(seen, u"32"_s);
-        QCOMPARE(State(), u"3/1 2 nova none 0"_s);
-        QCOMPARE(Valor("SELECT FlagErroUltimaVerificacao FROM UMREGISTRO WHERE "
-                       "DataUltimaVerificacao IS NOT NULL"),
-                 u"0"_s);
-        QCOMPARE(Valor("SELECT DescricaoClienteConcorrente FROM CLIENTECONCORRENTE WHERE "
-                       "CodigoClienteConcorrente = 21"),
-                 u"Zenpar\r\nSul"_s);
-        QVERIFY(ReiniciarPrograma);
-        QCOMPARE(Local("nova pasta/mais/texto.txt"), QByteArray("texto"));
-        QCOMPARE(Local("scripts/dois.txt"), QByteArray("none"));
-        QVERIFY(QFileInfo(Path("apoio/dois.exe")).isExecutable());
-        QCOMPARE(started, List("true", u'"' + gCaminho + u"apoio\\dois.exe\""_s));
-        QStringList asked;
-        for (const QString& request : server_.Requests()) {
-            asked += request.section(u'/', -2, -2).section(u' ', 0, 0);
-        }
-        QCOMPARE(asked, List("ListVersao2.txt", "ListVersao3.txt", "a.png", "dois.txt", "texto.txt",
-                             "tres.txt", "um.exe", "dois.exe"));
+TEST(TestInstalacao, WholeUpdate) {
+    for (const QString& change :
+         List("ListVersao2.txt=FOTO;FotoPeca\\a.png;4\n\nSDBX;scripts\\dois.txt;0\n  ",
+              "ListVersao3.txt=FOTO; fotopeca\\A.PNG ;4\nsdb;nova pasta\\mais\\texto.txt;5\n"
+              "SDB;scripts\\tres.txt;5\nEXE;apoio\\um.exe;1\nEXE;apoio\\dois.exe;1",
+              "nova pasta/mais/texto.txt=texto", "apoio/um.exe=1", "apoio/dois.exe=2",
+              "scripts/dois.txt=B:INSERT INTO CLIENTECONCORRENTE VALUES (1?, '2?', '3?')\n"
+              "20<<;>>Bravil<<;>>I\n20<<;>>outra vez<<;>>I\nE:isto não é SQL\n"
+              "21<<;>>Zenpar<<vbCrLf>>Sul<<;>>C",
+              // The template lives on into the next file.
+              "scripts/tres.txt=22<<;>>Norral<<;>>C\nR:\nS:true\n"
+              "E:DELETE FROM CLIENTECONCORRENTE WHERE CodigoClienteConcorrente = 20")) {
+        Apply(change);
     }
+    QStringList started;
+    QString seen;  // by the program that the script starts
+    sys::SetStartHandler([&](const QString& commandLine, int) {
+        seen += Valor("SELECT Count(*) FROM CLIENTECONCORRENTE");
+        started += commandLine;
+        return sys::ProcessId(0);
+    });
+    QCOMPARE(Update(), List(Done));
+    QCOMPARE(seen, u"32"_s);
+    QCOMPARE(State(), u"3/1 2 nova none 0"_s);
+    QCOMPARE(Valor("SELECT FlagErroUltimaVerificacao FROM UMREGISTRO WHERE "
+                   "DataUltimaVerificacao IS NOT NULL"),
+             u"0"_s);
+    QCOMPARE(Valor("SELECT DescricaoClienteConcorrente FROM CLIENTECONCORRENTE WHERE "
+                   "CodigoClienteConcorrente = 21"),
+             u"Zenpar\r\nSul"_s);
+    QVERIFY(ReiniciarPrograma);
+    QCOMPARE(Local("nova pasta/mais/texto.txt"), QByteArray("texto"));
+    QCOMPARE(Local("scripts/dois.txt"), QByteArray("none"));
+    QVERIFY(QFileInfo(Path("apoio/dois.exe")).isExecutable());
+    QCOMPARE(started, List("true", u'"' + gCaminho + u"apoio\\dois.exe\""_s));
+    QStringList asked;
+    for (const QString& request : server_.Requests()) {
+        asked += request.section(u'/', -2, -2).section(u' ', 0, 0);
+    }
+    QCOMPARE(asked, List("ListVersao2.txt", "ListVersao3.txt", "a.png", "dois.txt", "texto.txt",
+                         "tres.txt", "um.exe", "dois.exe"));
+}
 
-    void Updates_data() {
-        const Table<QStringList, QString, QString> row("changes", "box", "state");
-        for (Case& one : Cases(QStringLiteral(TARVO_CASES "/updates.data"))) {
-            const QString box = one.Take(u'>').first();
-            const QString state = one.Take(u'=').first();
-            row(one.name, one.lines, box, state);
-        }
+TEST(TestInstalacao, Updates) {
+    Each<QStringList, QString, QString> row;
+    for (Case& one : Cases(QStringLiteral(TARVO_CASES "/updates.data"))) {
+        const QString box = one.Take(u'>').first();
+        const QString state = one.Take(u'=').first();
+        row(one.name, one.lines, box, state);
     }
-    void Updates() {
-        QFETCH(QStringList, changes);
-        QFETCH(QString, box);
+    for (const auto& [changes, box, state] : row) {
         for (const QString& change : changes) {
             Apply(change);
         }
@@ -235,42 +230,37 @@ private Q_SLOTS:
             return program == "true"_L1 ? sys::ProcessId(0) : throw Erro(Erro::FileNotFound);
         });
         QCOMPARE(Like(Update().join(u" / "_s).replace(u'\n', u' '), box), box);
-        QTEST(State(), "state");
+        QCOMPARE(State(), state);
         QVERIFY(!ReiniciarPrograma);
     }
+}
 
-    // Closing the window gives up while the catalogue is untouched, ends a statement that does not
-    // end by itself, and is no way out otherwise.
-    void Closed_data() {
-        const Table<QStringList, int, QStringList, QString> row("changes", "step", "boxes",
-                                                                "state");
-        const QString ask = u"Deseja cancelar a atualização?"_s;
-        row("in a download", {"ListVersao3.txt=FOTO;silent;4"}, 2, {ask, Cancelled}, Untouched);
-        row("in the last download", {"ListVersao3.txt=FOTO;late;5", "dois.txt="}, 2,
-            {ask, Cancelled}, Untouched);
-        row("while a program of the script runs",
-            {Script({Insert(20, "a"), "S:programa"}), "ListVersao3.txt="}, 4, {Done},
-            "3/1 1 nova none 0");
-        QStringList from;
-        for (int i = 0; i < 9; ++i) {
-            from += u"CLIENTECONCORRENTE AS C%1"_s.arg(i);
-        }
-        QStringList script;
-        for (int code = 20; code < 40; ++code) {
-            script += Insert(code, "Bravil");
-        }
-        script +=
-            u"E:UPDATE CLIENTECONCORRENTE SET DescricaoClienteConcorrente = (SELECT Count(*) FROM "_s +
-            from.join(u", "_s) + u')';
-        row("in an endless statement", {Script(script)}, 4,
-            {"Um comando da atualização está demorando. Deseja interromper a atualização?",
-             Stopped},
-            "1/0 * nova outra 0");  // the last group goes with it
+// Closing the window gives up while the catalogue is untouched, ends a statement that does not
+// end by itself, and is no way out otherwise.
+TEST(TestInstalacao, Closed) {
+    Each<QStringList, int, QStringList, QString> row;
+    const QString ask = u"Deseja cancelar a atualização?"_s;
+    row("in a download", {"ListVersao3.txt=FOTO;silent;4"}, 2, {ask, Cancelled}, Untouched);
+    row("in the last download", {"ListVersao3.txt=FOTO;late;5", "dois.txt="}, 2, {ask, Cancelled},
+        Untouched);
+    row("while a program of the script runs",
+        {Script({Insert(20, "a"), "S:programa"}), "ListVersao3.txt="}, 4, {Done},
+        "3/1 1 nova none 0");
+    QStringList from;
+    for (int i = 0; i < 9; ++i) {
+        from += u"CLIENTECONCORRENTE AS C%1"_s.arg(i);
     }
-    void Closed() {
-        QFETCH(QStringList, changes);
-        QFETCH(int, step);
-        QFETCH(QString, state);
+    QStringList script;
+    for (int code = 20; code < 40; ++code) {
+        script += Insert(code, "Bravil");
+    }
+    script +=
+        u"E:UPDATE CLIENTECONCORRENTE SET DescricaoClienteConcorrente = (SELECT Count(*) FROM "_s +
+        from.join(u", "_s) + u')';
+    row("in an endless statement", {Script(script)}, 4,
+        {"Um comando da atualização está demorando. Deseja interromper a atualização?", Stopped},
+        "1/0 * nova outra 0");  // the last group goes with it
+    for (const auto& [changes, step, boxes, state] : row) {
         for (const QString& change : changes) {
             Apply(change);
         }
@@ -284,7 +274,7 @@ private Q_SLOTS:
                 Screen()->close();
             }
         });
-        QTEST(Update(1, 3, {Yes}), "boxes");
+        QCOMPARE(Update(1, 3, {Yes}), boxes);
         if (state.contains(u'*')) {
             Instalacao unattended(false);
             unattended.LimitarComandos(50ms);
@@ -292,21 +282,18 @@ private Q_SLOTS:
         }
         QCOMPARE(Like(State(), state), state);
     }
+}
 
-    // Somebody else's lock is no failure of a statement. It is waited for, the window says for
-    // whom, others go on searching, and the user may give up.
-    void WaitsForOthers_data() {
-        const Table<bool, bool, QString> row("reads", "gaveUp", "whom");
-        const QString reader = u"catalogue_peer (%1), que lê o catálogo neste computador"_s.arg(
-            QFileInfo(u"/proc/self"_s).owner());
-        row("a reader asleep", true, false, reader);
-        row("a reader asleep, and no patience", true, true, reader);
-        row("a writer", false, false, "outro computador, que está usando o catálogo");
-    }
-    void WaitsForOthers() {
-        QFETCH(bool, reads);
-        QFETCH(bool, gaveUp);
-        QFETCH(QString, whom);
+// Somebody else's lock is no failure of a statement. It is waited for, the window says for
+// whom, others go on searching, and the user may give up.
+TEST(TestInstalacao, WaitsForOthers) {
+    Each<bool, bool, QString> row;
+    const QString reader = u"catalogue_peer (%1), que lê o catálogo neste computador"_s.arg(
+        QFileInfo(u"/proc/self"_s).owner());
+    row("a reader asleep", true, false, reader);
+    row("a reader asleep, and no patience", true, true, reader);
+    row("a writer", false, false, "outro computador, que está usando o catálogo");
+    for (const auto& [reads, gaveUp, whom] : row) {
         gDB->GetConnection()->Run(
             "WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 2000) "
             "INSERT INTO VEICULO SELECT i, 'Caminhão ' || i, 1 FROM n");
@@ -343,22 +330,18 @@ private Q_SLOTS:
                                : List(Done));
         QCOMPARE(State(), gaveUp ? u"1/0 0 nova outra 0"_s : Whole);
     }
+}
 
-    // What a scheduler is told. The verifier's answers are played; the real one is met elsewhere.
-    void WithoutAWindow_data() {
-        const Table<QStringList, QStringList, QString, QString> row("changes", "answers", "line",
-                                                                    "state");
-        for (Case& one : Cases(QStringLiteral(TARVO_CASES "/withoutwindow.data"))) {
-            const QStringList answers = one.Take(u'<');
-            const QString line = one.Take(u'>').first();
-            const QString state = one.Take(u'=').first();
-            row(one.name, one.lines, answers, line, state);
-        }
+// What a scheduler is told. The verifier's answers are played; the real one is met elsewhere.
+TEST(TestInstalacao, WithoutAWindow) {
+    Each<QStringList, QStringList, QString, QString> row;
+    for (Case& one : Cases(QStringLiteral(TARVO_CASES "/withoutwindow.data"))) {
+        const QStringList answers = one.Take(u'<');
+        const QString line = one.Take(u'>').first();
+        const QString state = one.Take(u'=').first();
+        row(one.name, one.lines, answers, line, state);
     }
-    void WithoutAWindow() {
-        QFETCH(QStringList, changes);
-        QFETCH(QStringList, answers);
-        QFETCH(QString, line);
+    for (const auto& [changes, answers, line, state] : row) {
         const OutroComputador other;
         for (const QString& change : changes) {
             if (change.startsWith("other "_L1)) {
@@ -386,115 +369,109 @@ private Q_SLOTS:
         if (changes.value(0).startsWith("other"_L1)) {
             other.sessao->Rollback();
         }
-        QTEST(State() + u" flag "_s + Valor("SELECT FlagErroUltimaVerificacao FROM UMREGISTRO"),
-              "state");
+        QCOMPARE(State() + u" flag "_s + Valor("SELECT FlagErroUltimaVerificacao FROM UMREGISTRO"),
+                 state);
         QVERIFY(BloquearBancoDados(true));  // nobody holds it any more
         BloquearBancoDados(false);
     }
+}
 
-    // A moment, a disk and a number of four digits make the name: two may well come to the same.
-    void NoTwoDownloadsShareAName() {
-        sys::SetClock([] { return QDateTime(QDate(2026, 3, 5), QTime(9, 0), Qt::UTC); });
-        const QString name = u"000900000305"_s + SerialVolume(u"C:\\"_s) + u"%1-recebido.tmp"_s;
-        for (int number = 0; number < 10000; ++number) {
-            if (number % 3000 != 7) {
-                Write(Path(name.arg(number)));
+// A moment, a disk and a number of four digits make the name: two may well come to the same.
+TEST(TestInstalacao, NoTwoDownloadsShareAName) {
+    sys::SetClock([] { return QDateTime(QDate(2026, 3, 5), QTime(9, 0), Qt::UTC); });
+    const QString name = u"000900000305"_s + SerialVolume(u"C:\\"_s) + u"%1-recebido.tmp"_s;
+    for (int number = 0; number < 10000; ++number) {
+        if (number % 3000 != 7) {
+            Write(Path(name.arg(number)));
+        }
+    }
+    for (int i = 0; i < 4; ++i) {
+        const QString free = sys::ToNative(NomeDoRecebido(gCaminho));
+        QVERIFY2(!QFile::exists(free), qPrintable(free));
+        Write(free);
+    }
+    QCOMPARE(catalogo_->Temporarios().size(), 10000);
+}
+
+TEST(TestInstalacao, RemovesWhatDeadUpdatesLeft) {
+    const QString moment = u"012345678901ABCDEF0112"_s;
+    const QStringList kept = List(moment + u".tmp"_s, "outro.tmp", "velho-recebido.tmp");
+    for (const QString& name : kept + List(moment + u"-recebido.tmp"_s)) {
+        Write(Path(name));
+    }
+    QFile old(Path(moment + u"9.tmp"_s));
+    QVERIFY(old.open(QIODevice::WriteOnly));
+    QVERIFY(old.setFileTime(QDateTime::currentDateTime().addDays(-2),
+                            QFileDevice::FileModificationTime));
+    old.close();
+    QCOMPARE(Update(), List(Done));
+    QStringList left = catalogo_->Temporarios();
+    left.sort();
+    QCOMPARE(left, kept);
+}
+
+// The administrator has put the pictures where there is room for them.
+TEST(TestInstalacao, PicturesBehindALink) {
+    const QTemporaryDir elsewhere;
+    QDir(Path("FotoPeca")).removeRecursively();
+    QVERIFY(QFile::link(elsewhere.path(), Path("FotoPeca")));
+    Apply(u"ListVersao3.txt=FOTO;fotopeca\\novas\\b.png;4\n"_s);
+    Apply(u"fotopeca/novas/b.png=b"_s);
+    QCOMPARE(Update(), List(Done));
+    QCOMPARE(sys::ReadBytes(elsewhere.filePath(u"a.png"_s)), QByteArray("nova"));
+    QCOMPARE(sys::ReadBytes(elsewhere.filePath(u"novas/b.png"_s)), QByteArray("b"));
+    QCOMPARE(QDir(elsewhere.path()).entryList(QDir::Files), List("a.png"));
+    // What leads out of there again is refused as ever.
+    QVERIFY(QFile::link(outside_->path(), elsewhere.filePath(u"fora"_s)));
+    Apply(u"ListVersao4.txt=FOTO;FotoPeca\\fora\\x.png;1"_s);
+    QVERIFY(Update(3, 4).first().startsWith(u"Erro nº: 75\n"_s));
+}
+
+TEST(TestInstalacao, MarksAndBars) {
+    QCOMPARE(frmAtualizando::LarguraDaBarra(0, 0), 216);
+    QCOMPARE(frmAtualizando::LarguraDaBarra(1, 2), 108);
+    QCOMPARE(frmAtualizando::LarguraDaBarra(2, 7), 62);
+    QCOMPARE(frmAtualizando::LarguraDaBarra(5'000'000'000, 10), 216);
+    QCOMPARE(frmAtualizando::LarguraDaBarra(1, 100'000), 0);
+
+    Apply(u"ListVersao2.txt=FOTO;FotoPeca\\a.png;1\nFOTO;late;15\n"_s);
+    Apply(u"ListVersao3.txt="_s);
+    QStringList seen;
+    const auto look = FromRequest(4, [&seen] {
+        if (!seen.isEmpty()) {
+            return;
+        }
+        for (const auto* picture : Screen()->findChildren<forms::Panel*>()) {
+            if (picture->isVisible() && picture->objectName().startsWith("img"_L1)) {
+                seen += picture->objectName().mid(3).remove(u"Atualizacao"_s) +
+                        (picture->objectName().startsWith("imgBarra"_L1)
+                             ? u" %1"_s.arg(picture->width())
+                             : QString());
             }
         }
-        for (int i = 0; i < 4; ++i) {
-            const QString free = sys::ToNative(NomeDoRecebido(gCaminho));
-            QVERIFY2(!QFile::exists(free), qPrintable(free));
-            Write(free);
-        }
-        QCOMPARE(catalogo_->Temporarios().size(), 10000);
-    }
+    });
+    QCOMPARE(Update(), List(Done));
+    seen.sort();
+    QCOMPARE(seen, List("Barra(1) 216", "Barra(2) 54", "BordaBarra(1)", "BordaBarra(2)",
+                        "PassoAtual(2)", "PassoConcluido(1)"));
+}
 
-    void RemovesWhatDeadUpdatesLeft() {
-        const QString moment = u"012345678901ABCDEF0112"_s;
-        const QStringList kept = List(moment + u".tmp"_s, "outro.tmp", "velho-recebido.tmp");
-        for (const QString& name : kept + List(moment + u"-recebido.tmp"_s)) {
-            Write(Path(name));
-        }
-        QFile old(Path(moment + u"9.tmp"_s));
-        QVERIFY(old.open(QIODevice::WriteOnly));
-        QVERIFY(old.setFileTime(QDateTime::currentDateTime().addDays(-2),
-                                QFileDevice::FileModificationTime));
-        old.close();
-        QCOMPARE(Update(), List(Done));
-        QStringList left = catalogo_->Temporarios();
-        left.sort();
-        QCOMPARE(left, kept);
-    }
-
-    // The administrator has put the pictures where there is room for them.
-    void PicturesBehindALink() {
-        const QTemporaryDir elsewhere;
-        QDir(Path("FotoPeca")).removeRecursively();
-        QVERIFY(QFile::link(elsewhere.path(), Path("FotoPeca")));
-        Apply(u"ListVersao3.txt=FOTO;fotopeca\\novas\\b.png;4\n"_s);
-        Apply(u"fotopeca/novas/b.png=b"_s);
-        QCOMPARE(Update(), List(Done));
-        QCOMPARE(sys::ReadBytes(elsewhere.filePath(u"a.png"_s)), QByteArray("nova"));
-        QCOMPARE(sys::ReadBytes(elsewhere.filePath(u"novas/b.png"_s)), QByteArray("b"));
-        QCOMPARE(QDir(elsewhere.path()).entryList(QDir::Files), List("a.png"));
-        // What leads out of there again is refused as ever.
-        QVERIFY(QFile::link(outside_->path(), elsewhere.filePath(u"fora"_s)));
-        Apply(u"ListVersao4.txt=FOTO;FotoPeca\\fora\\x.png;1"_s);
-        QVERIFY(Update(3, 4).first().startsWith(u"Erro nº: 75\n"_s));
-    }
-
-    void MarksAndBars() {
-        QCOMPARE(frmAtualizando::LarguraDaBarra(0, 0), 216);
-        QCOMPARE(frmAtualizando::LarguraDaBarra(1, 2), 108);
-        QCOMPARE(frmAtualizando::LarguraDaBarra(2, 7), 62);
-        QCOMPARE(frmAtualizando::LarguraDaBarra(5'000'000'000, 10), 216);
-        QCOMPARE(frmAtualizando::LarguraDaBarra(1, 100'000), 0);
-
-        Apply(u"ListVersao2.txt=FOTO;FotoPeca\\a.png;1\nFOTO;late;15\n"_s);
-        Apply(u"ListVersao3.txt="_s);
-        QStringList seen;
-        const auto look = FromRequest(4, [&seen] {
-            if (!seen.isEmpty()) {
-                return;
-            }
-            for (const auto* picture : Screen()->findChildren<forms::Panel*>()) {
-                if (picture->isVisible() && picture->objectName().startsWith("img"_L1)) {
-                    seen += picture->objectName().mid(3).remove(u"Atualizacao"_s) +
-                            (picture->objectName().startsWith("imgBarra"_L1)
-                                 ? u" %1"_s.arg(picture->width())
-                                 : QString());
-                }
-            }
-        });
-        QCOMPARE(Update(), List(Done));
-        seen.sort();
-        QCOMPARE(seen, List("Barra(1) 216", "Barra(2) 54", "BordaBarra(1)", "BordaBarra(2)",
-                            "PassoAtual(2)", "PassoConcluido(1)"));
-    }
-
-    // Half a key file must not let everybody in.
-    void KeyFiles_data() {
-        const Table<QString, int> row("text", "keys");
-        const QString key = u"Chave: "_s + QString(64, u'a');
-        row("one key", u"Site: loja\n"_s + key, 1);
-        row("two keys, remarks", u"# a\r\n\r\nsite:loja\r\n%1\r\n%2 \r\n"_s.arg(key.toUpper(), key),
-            2);
-        row("empty", {}, 0);
-        row("no site", key, 0);
-        row("no key", "Site: loja", 0);
-        row("short key", u"Site: loja\nChave: ab\n"_s + key, 0);
-        row("no hexadecimal key", u"Site: loja\n"_s + u"Chave: "_s + QString(64, u'g'), 0);
-        row("something else", u"Site: loja\nOlá\n"_s + key, 0);
-        row("two sites", u"Site: loja\nSite: outra\n"_s + key, 0);
-    }
-    void KeyFiles() {
-        QFETCH(QString, text);
-        QFETCH(int, keys);
+// Half a key file must not let everybody in.
+TEST(TestInstalacao, KeyFiles) {
+    Each<QString, int> row;
+    const QString key = u"Chave: "_s + QString(64, u'a');
+    row("one key", u"Site: loja\n"_s + key, 1);
+    row("two keys, remarks", u"# a\r\n\r\nsite:loja\r\n%1\r\n%2 \r\n"_s.arg(key.toUpper(), key), 2);
+    row("empty", {}, 0);
+    row("no site", key, 0);
+    row("no key", "Site: loja", 0);
+    row("short key", u"Site: loja\nChave: ab\n"_s + key, 0);
+    row("no hexadecimal key", u"Site: loja\n"_s + u"Chave: "_s + QString(64, u'g'), 0);
+    row("something else", u"Site: loja\nOlá\n"_s + key, 0);
+    row("two sites", u"Site: loja\nSite: outra\n"_s + key, 0);
+    for (const auto& [text, keys] : row) {
         qsizetype read = 0;
         QCOMPARE(ErrorOf([&] { read = LerTextoDasChaves(text).chaves.size(); }), keys ? 0 : 75);
         QCOMPARE(read, keys);
     }
-};
-
-TARVO_TEST(TestInstalacao);
-#include "test_instalacao.moc"
+}

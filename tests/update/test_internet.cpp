@@ -10,159 +10,152 @@
 
 using namespace std::chrono_literals;
 
-class TestInternet : public QObject {
-    Q_OBJECT
-
+struct TestInternet : Fixture {
     WrongServer server_;
     std::optional<ProxySetting> proxy_;
     QTemporaryDir folder_;
 
-private Q_SLOTS:
-    void init() {
+    void init() override {
         gCaminho = folder_.path() + u'\\';
         proxy_.emplace(server_.Port());
         DefinirTempoLimite(60s);
         HttpConectar(u"atualiza.exemplo"_s);
     }
-    void cleanup() {
+    void cleanup() override {
         HttpDesconectar();
         proxy_.reset();
         for (const QString& file : QDir(folder_.path()).entryList(QDir::Files)) {
             QFile::remove(folder_.filePath(file));
         }
     }
+};
 
-    void AsksAsItMust() {
-        const QString head = Fetch(u"base/Peças/válvula 1.png"_s + u"/../echo?a=b c"_s);
-        const QStringList lines = head.split(u"\r\n"_s);
-        QCOMPARE(
-            lines.first().toLower(),
-            u"get http://atualiza.exemplo/base/pe%c3%a7as/v%c3%a1lvula%201.png/../echo?a=b%20c "
-            "http/1.0"_s);
-        for (const QString& line :
-             {u"Host: atualiza.exemplo"_s, u"User-Agent: CatalogoDePecasTarvo"_s,
-              u"Pragma: no-cache"_s, u"Connection: Keep-Alive"_s}) {
-            QVERIFY2(lines.contains(line), qPrintable(head));
-        }
-        QVERIFY(!head.contains("Accept:"_L1));
+TEST(TestInternet, AsksAsItMust) {
+    const QString head = Fetch(u"base/Peças/válvula 1.png"_s + u"/../echo?a=b c"_s);
+    const QStringList lines = head.split(u"\r\n"_s);
+    QCOMPARE(lines.first().toLower(),
+             u"get http://atualiza.exemplo/base/pe%c3%a7as/v%c3%a1lvula%201.png/../echo?a=b%20c "
+             "http/1.0"_s);
+    for (const QString& line : {u"Host: atualiza.exemplo"_s, u"User-Agent: CatalogoDePecasTarvo"_s,
+                                u"Pragma: no-cache"_s, u"Connection: Keep-Alive"_s}) {
+        QVERIFY2(lines.contains(line), qPrintable(head));
     }
+    QVERIFY(!head.contains("Accept:"_L1));
+}
 
-    // The text that comes, or why none does, and after how many requests.
-    void Answers_data() {
-        const Table<QString, QString, int> row("path", "answer", "requests");
-        for (const auto& [path, text] :
-             {std::pair("ok", "conteúdo"), std::pair("empty", ""), std::pair("long", "0123456789"),
-              std::pair("identity", "abc"), std::pair("same-length", "abc"),
-              // Three bytes, one a second, take longer than any wait may, but each wait is short.
-              std::pair("drip", "abc")}) {
-            row(path, path, text, 1);
-        }
-        row("no length", "unannounced", QString(10000, u'y'), 1);
-        for (const int status : {302, 404, 500}) {
-            const QByteArray path = QByteArray::number(status);
-            row(path, path.constData(),
-                u"-104 HttpQueryInfo:0;-103;Status="_s + QString::number(status), 1);
-        }
-        for (const auto& [path, code] :
-             {std::pair("close", 12030), std::pair("reset", 12031), std::pair("garbage", 12152),
-              std::pair("endless-head", 12152), std::pair("endless-line", 12152),
-              std::pair("encoded", 12152), std::pair("two-lengths", 12152),
-              std::pair("list-of-lengths", 12152), std::pair("silent", 12002)}) {
-            row(path, path, u"-104 HttpSendRequest:%1"_s.arg(code), 2);
-        }
-        for (const auto& [path, failure] :
-             {std::pair("reset-body", "12031;-105;Ret=0"), std::pair("short", "12030;-105;Ret=0"),
-              std::pair("silent-body", "12002;-105;Ret=0"),
-              std::pair("endless", "0;14;Espaço insuficiente para o texto")}) {
-            row(path, path, u"-104 InternetReadFile:"_s + QString::fromUtf8(failure), 1);
-        }
+// The text that comes, or why none does, and after how many requests.
+TEST(TestInternet, Answers) {
+    Each<QString, QString, int> row;
+    for (const auto& [path, text] :
+         {std::pair("ok", "conteúdo"), std::pair("empty", ""), std::pair("long", "0123456789"),
+          std::pair("identity", "abc"), std::pair("same-length", "abc"),
+          // Three bytes, one a second, take longer than any wait may, but each wait is short.
+          std::pair("drip", "abc")}) {
+        row(path, path, text, 1);
     }
-    void Answers() {
-        QFETCH(QString, path);
-        QFETCH(QString, answer);
+    row("no length", "unannounced", QString(10000, u'y'), 1);
+    for (const int status : {302, 404, 500}) {
+        const QByteArray path = QByteArray::number(status);
+        row(path, path.constData(),
+            u"-104 HttpQueryInfo:0;-103;Status="_s + QString::number(status), 1);
+    }
+    for (const auto& [path, code] :
+         {std::pair("close", 12030), std::pair("reset", 12031), std::pair("garbage", 12152),
+          std::pair("endless-head", 12152), std::pair("endless-line", 12152),
+          std::pair("encoded", 12152), std::pair("two-lengths", 12152),
+          std::pair("list-of-lengths", 12152), std::pair("silent", 12002)}) {
+        row(path, path, u"-104 HttpSendRequest:%1"_s.arg(code), 2);
+    }
+    for (const auto& [path, failure] :
+         {std::pair("reset-body", "12031;-105;Ret=0"), std::pair("short", "12030;-105;Ret=0"),
+          std::pair("silent-body", "12002;-105;Ret=0"),
+          std::pair("endless", "0;14;Espaço insuficiente para o texto")}) {
+        row(path, path, u"-104 InternetReadFile:"_s + QString::fromUtf8(failure), 1);
+    }
+    for (const auto& [path, answer, requests] : row) {
         if (answer.contains("12002"_L1) || path == "drip"_L1) {
             DefinirTempoLimite(2500ms);
         }
         const qsizetype before = server_.Requests().size();
         QCOMPARE(Fetch(path), answer);
-        QTEST(int(server_.Requests().size() - before), "requests");
+        QCOMPARE(int(server_.Requests().size() - before), requests);
         QCOMPARE(QDir(folder_.path()).entryList(QDir::Files).size(),
                  answer.contains("InternetReadFile:12"_L1));  // half a body stays
     }
+}
 
-    void IntoAFile() {
-        const QString given = folder_.filePath(u"dado"_s);
-        Write(given, "was here before and is longer");
-        for (const auto& [path, content] : {std::pair("ok", "conteúdo"), std::pair("empty", "")}) {
-            QCOMPARE(
-                HttpExecutar(u"D"_s, true, QString::fromLatin1(path), false, given, {}, {}, {}, {}),
-                given);
-            QCOMPARE(sys::ReadBytes(given), QByteArray(content));
-        }
-        for (const QString& mode : {u"U"_s, u"d"_s, QString()}) {
-            const qsizetype before = server_.Requests().size();
-            QCOMPARE(Failure([&] { HttpExecutar(mode, true, u"ok"_s, true, {}, {}, {}, {}, {}); }),
-                     u"-104 BodyPostFileUpload:0;-107;Não é Permitido UPLOAD"_s);
-            QCOMPARE(server_.Requests().size(), before);
-        }
+TEST(TestInternet, IntoAFile) {
+    const QString given = folder_.filePath(u"dado"_s);
+    Write(given, "was here before and is longer");
+    for (const auto& [path, content] : {std::pair("ok", "conteúdo"), std::pair("empty", "")}) {
+        QCOMPARE(
+            HttpExecutar(u"D"_s, true, QString::fromLatin1(path), false, given, {}, {}, {}, {}),
+            given);
+        QCOMPARE(sys::ReadBytes(given), QByteArray(content));
     }
+    for (const QString& mode : {u"U"_s, u"d"_s, QString()}) {
+        const qsizetype before = server_.Requests().size();
+        QCOMPARE(Failure([&] { HttpExecutar(mode, true, u"ok"_s, true, {}, {}, {}, {}, {}); }),
+                 u"-104 BodyPostFileUpload:0;-107;Não é Permitido UPLOAD"_s);
+        QCOMPARE(server_.Requests().size(), before);
+    }
+}
 
-    void NobodyThere() {
-        proxy_.emplace(FreePort());
-        QCOMPARE(Fetch("ok"), u"-104 HttpSendRequest:12029"_s);
-        proxy_.emplace(0);
-        HttpConectar(u"servidor.invalid"_s);
-        QCOMPARE(Fetch("ok"), u"-104 HttpSendRequest:12007"_s);
-        for (const char* host : {"", "a b", "https:", "exemplo:8080", "eu@exemplo"}) {
-            QCOMPARE(Failure([&] { HttpConectar(QString::fromLatin1(host)); }),
-                     u"-100 InternetConnect:12005"_s);
-            QVERIFY(Fetch("ok").startsWith("-104 HttpOpenRequest:"_L1));
-        }
+TEST(TestInternet, NobodyThere) {
+    proxy_.emplace(FreePort());
+    QCOMPARE(Fetch("ok"), u"-104 HttpSendRequest:12029"_s);
+    proxy_.emplace(0);
+    HttpConectar(u"servidor.invalid"_s);
+    QCOMPARE(Fetch("ok"), u"-104 HttpSendRequest:12007"_s);
+    for (const char* host : {"", "a b", "https:", "exemplo:8080", "eu@exemplo"}) {
+        QCOMPARE(Failure([&] { HttpConectar(QString::fromLatin1(host)); }),
+                 u"-100 InternetConnect:12005"_s);
+        QVERIFY(Fetch("ok").startsWith("-104 HttpOpenRequest:"_L1));
     }
+}
 
-    void ScreenLivesDuringAWait() {
-        int ticks = 0;
-        QTimer timer;
-        connect(&timer, &QTimer::timeout, this, [&] { ++ticks; });
-        timer.start(20ms);
-        QCOMPARE(Fetch("late"), u"tarde"_s);
-        QVERIFY2(ticks > 4, qPrintable(QString::number(ticks)));  // of fifty, on an idle machine
-        connect(&timer, &QTimer::timeout, this, [] { HttpInterromper(); });
-        QCOMPARE(Fetch("silent"), u"-104 HttpSendRequest:0;18;Interrompido pelo usuário"_s);
-    }
+TEST(TestInternet, ScreenLivesDuringAWait) {
+    int ticks = 0;
+    QTimer timer;
+    connect(&timer, &QTimer::timeout, this, [&] { ++ticks; });
+    timer.start(20ms);
+    QCOMPARE(Fetch("late"), u"tarde"_s);
+    QVERIFY2(ticks > 4, qPrintable(QString::number(ticks)));  // of fifty, on an idle machine
+    connect(&timer, &QTimer::timeout, this, [] { HttpInterromper(); });
+    QCOMPARE(Fetch("silent"), u"-104 HttpSendRequest:0;18;Interrompido pelo usuário"_s);
+}
 
-    // Who cannot be known is passed over, but not a name that is another one's: the tries end.
-    void ProxyOfAnUnknownAuthority() {
-        const WrongServer proxy("IP:127.0.0.1");
-        proxy_.emplace(proxy.Port(), "https");
-        QCOMPARE(Fetch("ok"), u"conteúdo"_s);
-        QCOMPARE(proxy.Requests().size(), 1);
-        const WrongServer impostor("DNS:outro.exemplo");
-        proxy_.emplace(impostor.Port(), "https");
-        QCOMPARE(Fetch("ok"),
-                 u"-104 InternetSetOption_SECURITY_FLAG_IGNORE_UNKNOWN_CA:12045;-101;Cont=4"_s);
-        QCOMPARE(impostor.Requests(), QStringList());
-    }
+// Who cannot be known is passed over, but not a name that is another one's: the tries end.
+TEST(TestInternet, ProxyOfAnUnknownAuthority) {
+    const WrongServer proxy("IP:127.0.0.1");
+    proxy_.emplace(proxy.Port(), "https");
+    QCOMPARE(Fetch("ok"), u"conteúdo"_s);
+    QCOMPARE(proxy.Requests().size(), 1);
+    const WrongServer impostor("DNS:outro.exemplo");
+    proxy_.emplace(impostor.Port(), "https");
+    QCOMPARE(Fetch("ok"),
+             u"-104 InternetSetOption_SECURITY_FLAG_IGNORE_UNKNOWN_CA:12045;-101;Cont=4"_s);
+    QCOMPARE(impostor.Requests(), QStringList());
+}
 
-    void Passwords_data() {
-        const Table<QString, bool, QStringList, QString, int> row("stored", "dialogs", "typed",
-                                                                  "answer", "asked");
-        row("the stored one first", "s3nha", true, {}, "dentro", 0);
-        row("refused, typed", "velha", true, {"maria/errada", "maria/s3nha"}, "dentro", 2);
-        row("given up", {}, true, {}, "-104 InternetErrorDlg:0;-106;Cancel Proxy Auth", 1);
-        row("never right", {}, true, {"maria/errada"}, "-104 InternetErrorDlg:0;-102;Cont=7", 7);
-        row("nobody to ask", "velha", false, {"maria/s3nha"},
-            "-104 HttpQueryInfo:0;-103;Status=407", 0);
-    }
-    void Passwords() {
-        QFETCH(QString, stored);
-        QFETCH(bool, dialogs);
-        QFETCH(QStringList, typed);
-        QFETCH(QString, answer);
+TEST(TestInternet, Passwords) {
+    for (const auto& [stored, dialogs, typed, answer, times] :
+         Each<QString, bool, QStringList, QString, int>{
+             {"the stored one first", "s3nha", true, {}, "dentro", 0},
+             {"refused, typed", "velha", true, {"maria/errada", "maria/s3nha"}, "dentro", 2},
+             {"given up", {}, true, {}, "-104 InternetErrorDlg:0;-106;Cancel Proxy Auth", 1},
+             {"never right", {}, true, {"maria/errada"}, "-104 InternetErrorDlg:0;-102;Cont=7", 7},
+             {"nobody to ask",
+              "velha",
+              false,
+              {"maria/s3nha"},
+              "-104 HttpQueryInfo:0;-103;Status=407",
+              0},
+         }) {
         Logins logins(typed);
         const QString user = stored.isEmpty() ? QString() : u"maria"_s;
         QCOMPARE(Fetch("password", {user, stored, dialogs}), answer);
-        QTEST(int(logins.asked.size()), "asked");
+        QCOMPARE(int(logins.asked.size()), times);
         for (const AcessoAoProxy& asked : logins.asked) {
             QCOMPARE(asked.area, u"Oficina"_s);
             QCOMPARE(asked.proxy, u"127.0.0.1:%1"_s.arg(server_.Port()));
@@ -175,7 +168,4 @@ private Q_SLOTS:
             QVERIFY(server_.Requests().size() - before <= 2);
         }
     }
-};
-
-TARVO_TEST(TestInternet);
-#include "test_internet.moc"
+}

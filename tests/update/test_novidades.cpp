@@ -56,9 +56,7 @@ private:
 
 }  // namespace
 
-class TestNovidades : public QObject {
-    Q_OBJECT
-
+struct TestNovidades : Fixture {
     WrongServer server_;
     std::unique_ptr<CatalogoDeTeste> catalogo_;
 
@@ -80,8 +78,7 @@ class TestNovidades : public QObject {
         return QTest::qWaitFor([] { return gFrmPesquisa && !Watching(); }, 60000);
     }
 
-private Q_SLOTS:
-    void init() {
+    void init() override {
         catalogo_ = std::make_unique<CatalogoDeTeste>();
         catalogo_->Executar(
             {"UPDATE UMREGISTRO SET Versao = 1, FlagErroUltimaVerificacao = 7, "
@@ -91,7 +88,7 @@ private Q_SLOTS:
         Timer("tmrVerificaProcessoVerificacao").setInterval(5);
         sys::SetClock([] { return QDateTime(QDate(2026, 11, 22), QTime(9, 0), Qt::UTC); });
     }
-    void cleanup() {
+    void cleanup() override {
         sys::SetClock({});
         sys::SetStartHandler({});
         for (forms::Form* form : forms::Form::Loaded()) {
@@ -101,61 +98,55 @@ private Q_SLOTS:
         Settle();
         catalogo_.reset();
     }
+};
 
-    void Checks_data() {
-        const Table<bool, QStringList, QStringList, QString, QString> row(
-            "automatic", "results", "boxes", "tip", "version");
-        const auto told = [&](const QByteArray& name, const AnyText& result, const AnyTexts& boxes,
-                              const AnyText& tip = Checked) {
-            row(name, false, {result}, boxes, tip, "1");
-            // By itself a check says nothing, but it asks.
-            row(name + ", by itself", true, {result},
-                boxes.first() == Question ? boxes : AnyTexts(), tip, "1");
-        };
-        const auto error = [](const AnyText& number, const AnyText& text) {
-            return u"Erro nº: %1\nErro ao tentar Verificar Atualizações\n\n"
-                   "Observação: Requer acesso à Internet\n\n%2"_s.arg(number, text);
-        };
-        const auto fails = [&](const QByteArray& name, const AnyText& result, const AnyText& number,
-                               const AnyText& text) {
-            told(name, result, {error(number, text)}, u"ERRO na "_s + Checked);
-        };
-        told("equal", "15|5", {Nothing});
-        told("older, more fields", "x5|-3|9", {Nothing});
-        told("refused", "15|6", {Question});
-        fails("failed", "0Sem servidor", "-2", "Sem servidor");
-        for (const QString& result : {QString(), QString(u""_s), u"1"_s, u"15"_s}) {
-            fails(result.isNull() ? "no file" : "result " + result.toUtf8(), result, "9",
-                  "Subscrito fora do intervalo");
-        }
-        fails("no number", "15|seis", "13", "Tipos incompatíveis");
-        fails("too large", "15|32768", "6", "Estouro");
-        // By itself too: the failure comes before anybody knows that it was automatic.
-        row("no verifier", true, {"!"}, {error("-1", "53 Arquivo não encontrado")},
-            u"ERRO na "_s + Checked, "1");
-        // Whoever keeps newer versions from coming can only serve old signatures.
-        told("signed sixty days ago", "11|1|2026-09-23", {Nothing});
-        told("signed before", "11|1|2026-09-22", {Nothing},
-             Checked + u"\nHá 61 dias o servidor não confirma qual é a versão mais nova"_s);
-
-        row("another computer's lock", true, {"11|2"},
-            {Question,
-             "Não foi possível Bloquear o Banco de Dados. (Outro Computador, de sua rede, já está "
-             "Atualizando o Catálogo)."},
-            Checked, "1");
-        row("another computer was faster", true, {"11|2", "12|2"}, {Question, Nothing}, Checked,
-            "1");
-        row("installs", false, {"11|2", "11|2"}, {Question, "Atualização concluída com sucesso."},
-            Checked, "2");
-        row("fails to install", false, {"12|3", "12|3"},
-            {Question, "Erro nº: -104\nHttpQueryInfo:0;-103;Status=404 (ListVersao3.txt)"}, Checked,
-            "1");
+TEST(TestNovidades, Checks) {
+    Each<bool, QStringList, QStringList, QString, QString> row;
+    const auto told = [&](const QByteArray& name, const AnyText& result, const AnyTexts& boxes,
+                          const AnyText& tip = Checked) {
+        row(name, false, {result}, boxes, tip, "1");
+        // By itself a check says nothing, but it asks.
+        row(name + ", by itself", true, {result}, boxes.first() == Question ? boxes : AnyTexts(),
+            tip, "1");
+    };
+    const auto error = [](const AnyText& number, const AnyText& text) {
+        return u"Erro nº: %1\nErro ao tentar Verificar Atualizações\n\n"
+               "Observação: Requer acesso à Internet\n\n%2"_s.arg(number, text);
+    };
+    const auto fails = [&](const QByteArray& name, const AnyText& result, const AnyText& number,
+                           const AnyText& text) {
+        told(name, result, {error(number, text)}, u"ERRO na "_s + Checked);
+    };
+    told("equal", "15|5", {Nothing});
+    told("older, more fields", "x5|-3|9", {Nothing});
+    told("refused", "15|6", {Question});
+    fails("failed", "0Sem servidor", "-2", "Sem servidor");
+    for (const QString& result : {QString(), QString(u""_s), u"1"_s, u"15"_s}) {
+        fails(result.isNull() ? "no file" : "result " + result.toUtf8(), result, "9",
+              "Subscrito fora do intervalo");
     }
-    void Checks() {
-        QFETCH(bool, automatic);
-        QFETCH(QStringList, results);
-        QFETCH(QStringList, boxes);
-        QFETCH(QString, version);
+    fails("no number", "15|seis", "13", "Tipos incompatíveis");
+    fails("too large", "15|32768", "6", "Estouro");
+    // By itself too: the failure comes before anybody knows that it was automatic.
+    row("no verifier", true, {"!"}, {error("-1", "53 Arquivo não encontrado")},
+        u"ERRO na "_s + Checked, "1");
+    // Whoever keeps newer versions from coming can only serve old signatures.
+    told("signed sixty days ago", "11|1|2026-09-23", {Nothing});
+    told("signed before", "11|1|2026-09-22", {Nothing},
+         Checked + u"\nHá 61 dias o servidor não confirma qual é a versão mais nova"_s);
+
+    row("another computer's lock", true, {"11|2"},
+        {Question,
+         "Não foi possível Bloquear o Banco de Dados. (Outro Computador, de sua rede, já está "
+         "Atualizando o Catálogo)."},
+        Checked, "1");
+    row("another computer was faster", true, {"11|2", "12|2"}, {Question, Nothing}, Checked, "1");
+    row("installs", false, {"11|2", "11|2"}, {Question, "Atualização concluída com sucesso."},
+        Checked, "2");
+    row("fails to install", false, {"12|3", "12|3"},
+        {Question, "Erro nº: -104\nHttpQueryInfo:0;-103;Status=404 (ListVersao3.txt)"}, Checked,
+        "1");
+    for (const auto& [automatic, results, boxes, tip, version] : row) {
         const ProxySetting proxy(server_.Port());
         server_.Put("ListVersao2.txt", "SDB;dois.txt;1\r\n");
         server_.Put("dois.txt", "E:UPDATE UMREGISTRO SET ComplementoDataEmissao = ' (2)'");
@@ -176,7 +167,7 @@ private Q_SLOTS:
         if (shown.Texts().value(0) == Question) {
             QCOMPARE(shown.Boxes().first().flags, 292);
         }
-        QTEST(Tip(), "tip");
+        QCOMPARE(Tip(), tip);
         QCOMPARE(Valor("SELECT Versao FROM UMREGISTRO"), version);
         QCOMPARE(Emission(), version == "2"_L1 ? u"05-MAR-2026 (2)"_s : u"05-MAR-2026 - teste"_s);
         QCOMPARE(catalogo_->Temporarios(), QStringList());
@@ -195,38 +186,37 @@ private Q_SLOTS:
             BloquearBancoDados(false);
         }
     }
+}
 
-    void OneCheckAtATime() {
-        Verifier verifier({});
-        verifier.running = true;
-        ClickAt(*gFrmPesquisa, Button);
-        VerificacaoAutomatica = true;
-        SlowTick();
-        QVERIFY(verifier.conversation && !verifier.conversation->FoiChamada());
-        ClickAt(*gFrmPesquisa, Button);  // it may be asking for a password behind another window
-        QVERIFY(verifier.conversation->FoiChamada());
-        Tick("tmrVerificaProcessoVerificacao");
-        QVERIFY(Watching());
-        QCOMPARE(verifier.started.size(), 1);
-        QVERIFY(!verifier.conversation->Desistiu());
-        Leave();
-        QVERIFY(verifier.conversation->Desistiu());
-    }
+TEST(TestNovidades, OneCheckAtATime) {
+    Verifier verifier({});
+    verifier.running = true;
+    ClickAt(*gFrmPesquisa, Button);
+    VerificacaoAutomatica = true;
+    SlowTick();
+    QVERIFY(verifier.conversation && !verifier.conversation->FoiChamada());
+    ClickAt(*gFrmPesquisa, Button);  // it may be asking for a password behind another window
+    QVERIFY(verifier.conversation->FoiChamada());
+    Tick("tmrVerificaProcessoVerificacao");
+    QVERIFY(Watching());
+    QCOMPARE(verifier.started.size(), 1);
+    QVERIFY(!verifier.conversation->Desistiu());
+    Leave();
+    QVERIFY(verifier.conversation->Desistiu());
+}
 
-    void SlowTimer_data() {
-        // Since the last check; -1 for never.
-        const Table<bool, int, bool> row("automatic", "secondsSince", "starts");
-        row("never checked", true, -1, true);
-        row("a moment too early", true, 599, false);
-        row("ten minutes", true, 600, true);
-        row("switched off", false, -1, false);
-        // A clock that was wrong once, and one that goes a little ahead of another computer's.
-        row("checked in two days", true, -2 * 24 * 3600, true);
-        row("checked in an hour", true, -3600, false);
-    }
-    void SlowTimer() {
-        QFETCH(bool, automatic);
-        QFETCH(int, secondsSince);
+TEST(TestNovidades, SlowTimer) {
+    // Since the last check; -1 for never.
+    for (const auto& [automatic, secondsSince, starts] : Each<bool, int, bool>{
+             {"never checked", true, -1, true},
+             {"a moment too early", true, 599, false},
+             {"ten minutes", true, 600, true},
+             {"switched off", false, -1, false},
+             // A clock that was wrong once, and one that goes a little ahead of another
+             // computer's.
+             {"checked in two days", true, -2 * 24 * 3600, true},
+             {"checked in an hour", true, -3600, false},
+         }) {
         QCOMPARE(Timer("tmrVerificarAtualizacoes").interval(), 65535);
         QVERIFY(Timer("tmrVerificarAtualizacoes").isActive());
         if (secondsSince != -1) {
@@ -242,81 +232,83 @@ private Q_SLOTS:
         Verifier verifier({});
         verifier.running = true;
         SlowTick();
-        QTEST(verifier.started.size() == 1, "starts");
+        QCOMPARE(verifier.started.size() == 1, starts);
         QCOMPARE(verifier.started.filter(u"\" 1|"_s), verifier.started);
     }
+}
 
-    void StatusAgainOnEveryThirdTick() {
-        VerificacaoAutomatica = false;
-        catalogo_->Executar({"UPDATE UMREGISTRO SET DataEmissao = DateSerial(2027,1,2)"});
-        SlowTick();
-        SlowTick();
-        QCOMPARE(Emission(), u"05-MAR-2026 - teste"_s);
-        SlowTick();
-        QCOMPARE(Emission(), u"02-JAN-2027 - teste"_s);
-    }
+TEST(TestNovidades, StatusAgainOnEveryThirdTick) {
+    VerificacaoAutomatica = false;
+    catalogo_->Executar({"UPDATE UMREGISTRO SET DataEmissao = DateSerial(2027,1,2)"});
+    SlowTick();
+    SlowTick();
+    QCOMPARE(Emission(), u"05-MAR-2026 - teste"_s);
+    SlowTick();
+    QCOMPARE(Emission(), u"02-JAN-2027 - teste"_s);
+}
 
-    void AnswerWaitsForAnOpenBox() {
-        const Verifier verifier({"11|1"});
-        BoxAnswers boxes;
-        QDialog box;
-        box.setModal(true);
-        box.show();
-        Check().IniciarVerificacao(false);
-        Tick("tmrVerificaProcessoVerificacao");
-        QVERIFY(Watching());
-        QCOMPARE(boxes.Texts(), QStringList());
-        box.close();
-        QVERIFY(CheckEnds());
-        QCOMPARE(boxes.Texts(), List(Nothing));
-    }
+TEST(TestNovidades, AnswerWaitsForAnOpenBox) {
+    const Verifier verifier({"11|1"});
+    BoxAnswers boxes;
+    QDialog box;
+    box.setModal(true);
+    box.show();
+    Check().IniciarVerificacao(false);
+    Tick("tmrVerificaProcessoVerificacao");
+    QVERIFY(Watching());
+    QCOMPARE(boxes.Texts(), QStringList());
+    box.close();
+    QVERIFY(CheckEnds());
+    QCOMPARE(boxes.Texts(), List(Nothing));
+}
 
-    // The end of a check lets events through, and the user may leave in one of them.
-    void ScreenGoesWhileACheckEnds() {
-        const Verifier verifier({"11|1"});
-        forms::SetMsgBoxHandler([](const QString&, int, const QString&) {
-            QMetaObject::invokeMethod(gFrmPesquisa, &TestNovidades::Leave, Qt::QueuedConnection);
-            return forms::vbOK;
-        });
-        Check().IniciarVerificacao(false);
-        QTRY_VERIFY(!gFrmPesquisa);
-        forms::SetMsgBoxHandler({});
-        QCOMPARE(Valor("SELECT FlagErroUltimaVerificacao FROM UMREGISTRO"), u"0"_s);
-    }
+// The end of a check lets events through, and the user may leave in one of them.
+TEST(TestNovidades, ScreenGoesWhileACheckEnds) {
+    const Verifier verifier({"11|1"});
+    forms::SetMsgBoxHandler([](const QString&, int, const QString&) {
+        QMetaObject::invokeMethod(gFrmPesquisa, &TestNovidades::Leave, Qt::QueuedConnection);
+        return forms::vbOK;
+    });
+    Check().IniciarVerificacao(false);
+    QTRY_VERIFY(!gFrmPesquisa);
+    forms::SetMsgBoxHandler({});
+    QCOMPARE(Valor("SELECT FlagErroUltimaVerificacao FROM UMREGISTRO"), u"0"_s);
+}
 
-    void UpdatesNothingWhereLocksHoldNobody() {
-        const Verifier verifier({"15|6"});
-        BoxAnswers boxes;
-        gFaltaDeTravas = u"As travas não valem."_s;
-        Check().IniciarVerificacao(true);
-        QVERIFY(boxes.Boxes().isEmpty());
-        Check().IniciarVerificacao(false);
-        gFaltaDeTravas.clear();
-        QCOMPARE(boxes.Texts(), List("As travas não valem.\n\nO catálogo não se atualiza assim."));
-        QVERIFY(verifier.started.isEmpty());
-    }
+TEST(TestNovidades, UpdatesNothingWhereLocksHoldNobody) {
+    const Verifier verifier({"15|6"});
+    BoxAnswers boxes;
+    gFaltaDeTravas = u"As travas não valem."_s;
+    Check().IniciarVerificacao(true);
+    QVERIFY(boxes.Boxes().isEmpty());
+    Check().IniciarVerificacao(false);
+    gFaltaDeTravas.clear();
+    QCOMPARE(boxes.Texts(), List("As travas não valem.\n\nO catálogo não se atualiza assim."));
+    QVERIFY(verifier.started.isEmpty());
+}
 
-    // Also when a script of an older program was cut short, or wrote what is no date.
-    void EmissionAndTip_data() {
-        const Table<QStringList, QString, QString> row("statements", "emission", "tip");
-        row("as it is", {}, "05-MAR-2026 - teste", " ");
-        row("a failed check",
-            {"UPDATE UMREGISTRO SET DataUltimaVerificacao = "
-             "DateSerial(2026,3,5)+TimeSerial(7,8,9), FlagErroUltimaVerificacao = 1"},
-            "05-MAR-2026 - teste", "ERRO na Última Verificação: 05-MAR-2026 07:08:09");
-        row("no row", {"DELETE FROM UMREGISTRO"}, "",
-            "O catálogo está sem o registro da versão: uma atualização foi interrompida.*");
-        row("no date",
-            {"ALTER TABLE UMREGISTRO ALTER COLUMN DataEmissao DATETIME NULL",
-             "UPDATE UMREGISTRO SET DataEmissao = Null"},
-            " - teste", " ");
-    }
-    void EmissionAndTip() {
-        QFETCH(QStringList, statements);
-        QFETCH(QString, tip);
+// Also when a script of an older program was cut short, or wrote what is no date.
+TEST(TestNovidades, EmissionAndTip) {
+    for (const auto& [statements, emission, tip] : Each<QStringList, QString, QString>{
+             {"as it is", {}, "05-MAR-2026 - teste", " "},
+             {"a failed check",
+              {"UPDATE UMREGISTRO SET DataUltimaVerificacao = "
+               "DateSerial(2026,3,5)+TimeSerial(7,8,9), FlagErroUltimaVerificacao = 1"},
+              "05-MAR-2026 - teste",
+              "ERRO na Última Verificação: 05-MAR-2026 07:08:09"},
+             {"no row",
+              {"DELETE FROM UMREGISTRO"},
+              "",
+              "O catálogo está sem o registro da versão: uma atualização foi interrompida.*"},
+             {"no date",
+              {"ALTER TABLE UMREGISTRO ALTER COLUMN DataEmissao DATETIME NULL",
+               "UPDATE UMREGISTRO SET DataEmissao = Null"},
+              " - teste",
+              " "},
+         }) {
         catalogo_->Executar(statements);
         Check().CarregarDadosVerificacao(false);
-        QTEST(Emission(), "emission");
+        QCOMPARE(Emission(), emission);
         QCOMPARE(Like(Tip(), tip), tip);
         MoveTo(*gFrmPesquisa, {400, 400});
         MoveTo(*gFrmPesquisa, Button);
@@ -329,7 +321,4 @@ private Q_SLOTS:
                    window->accessibleName() == u"Verificar se existem Novas Atualizações"_s;
         }));
     }
-};
-
-TARVO_TEST(TestNovidades);
-#include "test_novidades.moc"
+}

@@ -43,9 +43,7 @@ private:
 }  // namespace
 
 // A real web server, and real proxies before it.
-class TestProxies : public QObject {
-    Q_OBJECT
-
+struct TestProxies : Fixture {
     QTemporaryDir folder_;
     QString large_;
     std::unique_ptr<Daemon> web_;
@@ -69,8 +67,7 @@ class TestProxies : public QObject {
         return std::make_unique<Daemon>(folder_.path(), u"squid"_s, List("-N"), configuration);
     }
 
-private Q_SLOTS:
-    void initTestCase() {
+    TestProxies() {
         // The proxy's helpers run as another user when root starts it.
         QFile::setPermissions(folder_.path(), QFile::permissions(folder_.path()) |
                                                   QFile::ReadOther | QFile::ExeOther);
@@ -88,30 +85,28 @@ private Q_SLOTS:
                                         "server.bind = \"127.0.0.1\"\n"
                                         "server.port = %1\n"_s.replace(u"%2"_s, Path("www")));
     }
-    void cleanup() { HttpDesconectar(); }
+    void cleanup() override { HttpDesconectar(); }
+};
 
-    void WebServer() {
-        const ProxySetting proxy(web_->Port());
-        HttpConectar(u"atualiza.exemplo"_s);
-        QCOMPARE(Fetch("base/ListVersao2.txt"), u"SDB;dados.txt;4\r\n"_s);
-        QCOMPARE(Fetch("base/FotoPeca/válvula 1.png"), large_);
-        QCOMPARE(Fetch("base/nada.txt"), u"-104 HttpQueryInfo:0;-103;Status=404"_s);
-        QCOMPARE(Fetch("base"), u"-104 HttpQueryInfo:0;-103;Status=301"_s);
-    }
+TEST(TestProxies, WebServer) {
+    const ProxySetting proxy(web_->Port());
+    HttpConectar(u"atualiza.exemplo"_s);
+    QCOMPARE(Fetch("base/ListVersao2.txt"), u"SDB;dados.txt;4\r\n"_s);
+    QCOMPARE(Fetch("base/FotoPeca/válvula 1.png"), large_);
+    QCOMPARE(Fetch("base/nada.txt"), u"-104 HttpQueryInfo:0;-103;Status=404"_s);
+    QCOMPARE(Fetch("base"), u"-104 HttpQueryInfo:0;-103;Status=301"_s);
+}
 
-    void Proxies_data() {
-        const Table<QString, bool> row("scheme", "knowsPasswords");
-        row("Basic", u"basic program /usr/lib/squid/basic_ncsa_auth "_s + Path("basic"), true);
-        row("Digest",
-            u"digest program /usr/lib/squid/digest_file_auth "_s + Path("digest") +
-                u"\nauth_param digest realm Oficina"_s,
-            true);
-        // Goes through the whole exchange and lets everybody in.
-        row("NTLM", "ntlm program /usr/lib/squid/ntlm_fake_auth", false);
-    }
-    void Proxies() {
-        QFETCH(QString, scheme);
-        QFETCH(bool, knowsPasswords);
+TEST(TestProxies, Proxies) {
+    for (const auto& [scheme, knowsPasswords] : Each<QString, bool>{
+             {"Basic", u"basic program /usr/lib/squid/basic_ncsa_auth "_s + Path("basic"), true},
+             {"Digest",
+              u"digest program /usr/lib/squid/digest_file_auth "_s + Path("digest") +
+                  u"\nauth_param digest realm Oficina"_s,
+              true},
+             // Goes through the whole exchange and lets everybody in.
+             {"NTLM", "ntlm program /usr/lib/squid/ntlm_fake_auth", false},
+         }) {
         const auto squid = Proxy(scheme);
         const ProxySetting proxy(squid->Port());
         const QString list = u"SDB;dados.txt;4\r\n"_s;
@@ -141,7 +136,4 @@ private Q_SLOTS:
             QCOMPARE(logins.asked.size(), attempt.asked);
         }
     }
-};
-
-TARVO_TEST(TestProxies);
-#include "test_proxies.moc"
+}

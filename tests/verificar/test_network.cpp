@@ -8,9 +8,7 @@
 
 #include <QDirIterator>
 
-class TestNetwork : public QObject {
-    Q_OBJECT
-
+struct TestNetwork : Fixture {
     static verificar::Network Check(const QString& folder) {
         return verificar::CheckNetwork(folder, QStringLiteral(TARVO_OTHER_SIDE));
     }
@@ -22,60 +20,56 @@ class TestNetwork : public QObject {
         QFile::copy(catalogo.Pasta() + u"/Tarvo.mdb"_s, frail->Behind() + u"/Tarvo.mdb"_s);
         return frail;
     }
-
-private Q_SLOTS:
-    void anOrdinaryFolder() {
-        const CatalogoDeTeste catalogo;
-        FecharBancoDados(gWS, gDB);
-        const QStringList before = QDir(catalogo.Pasta()).entryList(QDir::AllEntries);
-        const verificar::Network network = Check(catalogo.Pasta());
-        QCOMPARE(network.faults.join(u'\n'), QString());
-        QVERIFY(network.openPages > 0 && network.searchPages > 0);
-        QCOMPARE(QDir(catalogo.Pasta()).entryList(QDir::AllEntries), before);
-        QVERIFY(verificar::Report(catalogo.Pasta(), network)
-                    .contains(u"As travas de arquivo valem nesta pasta"_s));
-        QCOMPARE(ErrorOf([] { Check(u"/nada"_s); }), int(Erro::FileNotFound));
-    }
-
-    // As on SMB: a lock belongs to the open file.
-    void locksOfOpenFiles() {
-        const auto frail = Frail("handle-locks");
-        if (!frail->IsThere()) {
-            QSKIP("this system mounts no file system for this user");
-        }
-        const verificar::Network network = Check(frail->Seen());
-        QCOMPARE((network.faults + network.hints).join(u'\n'), QString());
-        // Two of our own read, the first to come is the first to go, and nothing stays locked.
-        gCaminho = frail->Seen() + u'\\';
-        AbrirSessao();
-        {
-            const auto two =
-                u"SELECT Versao FROM UMREGISTRO UNION ALL "
-                "SELECT Versao FROM UMREGISTRO"_s;
-            auto first = gDB->OpenRecordset(two, dao::dbOpenForwardOnly);
-            const OutroComputador other;
-            const auto second = other.banco->OpenRecordset(two, dao::dbOpenForwardOnly);
-            first.reset();
-        }
-        Peer peer(frail->Seen());
-        QCOMPARE(peer.Ask("execute UPDATE UMREGISTRO SET VersaoAnterior = 7"), u"0"_s);
-        FecharBancoDados(gWS, gDB);
-    }
-
-    void locksThatHoldNobody() {
-        const auto frail = Frail("ignore-locks");
-        if (!frail->IsThere()) {
-            QSKIP("this system mounts no file system for this user");
-        }
-        const QString why = FaltaDeTravas(frail->Seen() + u'\\');
-        QVERIFY2(why.contains(u"duas vezes"_s), qPrintable(why));
-        const QStringList faults = Check(frail->Seen()).faults;
-        QCOMPARE(faults.size(), 3);
-        QCOMPARE(faults.first(), why);
-        QVERIFY(faults.at(1).contains(u"trava de gravação"_s));
-        QVERIFY(faults.at(2).contains(u"trava de leitura"_s));
-    }
 };
 
-TARVO_TEST(TestNetwork);
-#include "test_network.moc"
+TEST(TestNetwork, anOrdinaryFolder) {
+    const CatalogoDeTeste catalogo;
+    FecharBancoDados(gWS, gDB);
+    const QStringList before = QDir(catalogo.Pasta()).entryList(QDir::AllEntries);
+    const verificar::Network network = Check(catalogo.Pasta());
+    QCOMPARE(network.faults.join(u'\n'), QString());
+    QVERIFY(network.openPages > 0 && network.searchPages > 0);
+    QCOMPARE(QDir(catalogo.Pasta()).entryList(QDir::AllEntries), before);
+    QVERIFY(verificar::Report(catalogo.Pasta(), network)
+                .contains(u"As travas de arquivo valem nesta pasta"_s));
+    QCOMPARE(ErrorOf([] { Check(u"/nada"_s); }), int(Erro::FileNotFound));
+}
+
+// As on SMB: a lock belongs to the open file.
+TEST(TestNetwork, locksOfOpenFiles) {
+    const auto frail = Frail("handle-locks");
+    if (!frail->IsThere()) {
+        QSKIP("this system mounts no file system for this user");
+    }
+    const verificar::Network network = Check(frail->Seen());
+    QCOMPARE((network.faults + network.hints).join(u'\n'), QString());
+    // Two of our own read, the first to come is the first to go, and nothing stays locked.
+    gCaminho = frail->Seen() + u'\\';
+    AbrirSessao();
+    {
+        const auto two =
+            u"SELECT Versao FROM UMREGISTRO UNION ALL "
+            "SELECT Versao FROM UMREGISTRO"_s;
+        auto first = gDB->OpenRecordset(two, dao::dbOpenForwardOnly);
+        const OutroComputador other;
+        const auto second = other.banco->OpenRecordset(two, dao::dbOpenForwardOnly);
+        first.reset();
+    }
+    Peer peer(frail->Seen());
+    QCOMPARE(peer.Ask("execute UPDATE UMREGISTRO SET VersaoAnterior = 7"), u"0"_s);
+    FecharBancoDados(gWS, gDB);
+}
+
+TEST(TestNetwork, locksThatHoldNobody) {
+    const auto frail = Frail("ignore-locks");
+    if (!frail->IsThere()) {
+        QSKIP("this system mounts no file system for this user");
+    }
+    const QString why = FaltaDeTravas(frail->Seen() + u'\\');
+    QVERIFY2(why.contains(u"duas vezes"_s), qPrintable(why));
+    const QStringList faults = Check(frail->Seen()).faults;
+    QCOMPARE(faults.size(), 3);
+    QCOMPARE(faults.first(), why);
+    QVERIFY(faults.at(1).contains(u"trava de gravação"_s));
+    QVERIFY(faults.at(2).contains(u"trava de leitura"_s));
+}

@@ -8,9 +8,7 @@
 using verificar::Finding;
 using verificar::Weight;
 
-class TestVerificar : public QObject {
-    Q_OBJECT
-
+struct TestVerificar : Fixture {
     std::unique_ptr<CatalogoDeTeste> catalogo_;
 
     // The engine's own statements: what they do is what a careless maker of catalogues may do.
@@ -39,8 +37,7 @@ class TestVerificar : public QObject {
         return textos;
     }
 
-private Q_SLOTS:
-    void init() {
+    void init() override {
         catalogo_ = std::make_unique<CatalogoDeTeste>();
         // A figure of 200 by 100 with a number of each kind of item.
         catalogo_->Executar(
@@ -57,94 +54,100 @@ private Q_SLOTS:
             WritePicture(pasta.filePath(u"Figuras/ck0%1.bmp"_s.arg(i)), {8, 8});
         }
     }
+    void cleanup() override { catalogo_.reset(); }
+};
 
-    void cleanup() { catalogo_.reset(); }
+TEST(TestVerificar, ASoundFolderHasNoFaults) {
+    Estragar("UPDATE PECA SET NumeroTarvoPeca = '12002' WHERE CodigoPeca = 2");
+    QCOMPARE(Textos(Achados(Weight::Fault)), QStringList());
+    const QStringList avisos = Textos(Achados(Weight::Hint));
+    QVERIFY(avisos.contains(u"1 JOGOREPARO que nenhuma peça usa: CodigoJogoReparo 3"_s));
+    QVERIFY(avisos.contains(u"1 PECA.NumeroTarvoPeca repetido: 12002 (2 linhas)"_s));
+    QVERIFY(avisos.contains(u"1 Falta a ajuda: Ajuda_Catalogo_TARVO-LINDEN.hlp"_s));
+    QVERIFY(
+        avisos.contains(u"1 PECA_COMPONENTE.QuantidadeComponente vazia ou não positiva: "
+                        "CodigoPeca 1, item  100"_s));
+    QCOMPARE(avisos.filter(u"CK"_s), QStringList());
+}
 
-    void ASoundFolderHasNoFaults() {
-        Estragar("UPDATE PECA SET NumeroTarvoPeca = '12002' WHERE CodigoPeca = 2");
-        QCOMPARE(Textos(Achados(Weight::Fault)), QStringList());
-        const QStringList avisos = Textos(Achados(Weight::Hint));
-        QVERIFY(avisos.contains(u"1 JOGOREPARO que nenhuma peça usa: CodigoJogoReparo 3"_s));
-        QVERIFY(avisos.contains(u"1 PECA.NumeroTarvoPeca repetido: 12002 (2 linhas)"_s));
-        QVERIFY(avisos.contains(u"1 Falta a ajuda: Ajuda_Catalogo_TARVO-LINDEN.hlp"_s));
-        QVERIFY(
-            avisos.contains(u"1 PECA_COMPONENTE.QuantidadeComponente vazia ou não positiva: "
-                            "CodigoPeca 1, item  100"_s));
-        QCOMPARE(avisos.filter(u"CK"_s), QStringList());
-    }
-
-    void OneFault_data() {
-        // Of each finding the beginning and what follows "…".
-        const Table<QString, QStringList> row("comandos", "achados");
-        row("numbers",
-            "UPDATE PECA SET NumeroTarvoPeca = '0' || NumeroTarvoPeca WHERE CodigoPeca = 3;"
-            "UPDATE COMPONENTE SET NumeroTarvoComponente = '1' || NumeroTarvoComponente WHERE "
-            "CodigoComponente = 3; UPDATE REFERENCIACRUZADA SET NumeroClienteConcorrente = 'b-9' "
-            "WHERE NumeroClienteConcorrente = 'B9'",
-            {"1 PECA.NumeroTarvoPeca fora…: CodigoPeca 3: \"0K5602\"",
-             "1 COMPONENTE.NumeroTarvoComponente fora…: CodigoComponente 3: \"1K5600\"",
-             "1 REFERENCIACRUZADA.NumeroClienteConcorrente fora…: cliente 7, Nº Tarvo A3400: "
-             "\"b-9\""});
-        row("descriptions",
-            "UPDATE PECA SET DescricaoPeca = 'Mola d''água'; UPDATE VEICULO SET "
-            "DescricaoVeiculo = ' Cavalo' WHERE CodigoVeiculo = 2",
-            {"3 PECA.DescricaoPeca que a pesquisa…: CodigoPeca 1: \"Mola d'água\" | CodigoPeca "
-             "2: \"Mola d'água\"",
-             "1 VEICULO.DescricaoVeiculo que a…: CodigoVeiculo 2: \" Cavalo\""});
-        row("items",
-            "INSERT INTO PECA_COMPONENTE VALUES (2, '3', 1, 1), (2, '  12A', 1, 1), "
-            "(2, '   a', 1, 1), (2, '  07', 1, 1), (2, '9999z', 1, 1)",
-            {"4 PECA_COMPONENTE.ItemComponente mal…: CodigoPeca 2: \"   a\" | CodigoPeca 2: "
-             "\"  07\""});
-        row("codes",
-            "UPDATE PECA SET CodigoPeca = 1000000 WHERE CodigoPeca = 3; "
-            "INSERT INTO FIGURADETALHADA VALUES (7, 32768, '   2', 0, 0); "
-            "INSERT INTO CLIENTECONCORRENTE VALUES (32768, 'Norral', 'I'), (147483648, 'Z', 'C')",
-            {"1 PECA.CodigoPeca fora da faixa de 1 a 999999: 1000000",
-             "1 FIGURADETALHADA.CodigoFiguraDetalhada fora da faixa…: 32768",
-             "1 CLIENTECONCORRENTE.CodigoClienteConcorrente fora da faixa de 1 a 147483647: "
-             "147483648",
-             "1 CLIENTECONCORRENTE.CodigoClienteConcorrente fora da faixa de 1 a 32767 dos "
-             "fabricantes de veículos: 32768"});
-        row("links",
-            "DELETE FROM COMPONENTE WHERE CodigoComponente = 3; UPDATE PECA SET CodigoFigura = "
-            "8 WHERE CodigoPeca = 2; INSERT INTO PECA_COMPONENTE_JOGOREPARO VALUES (1, '   7', "
-            "1); UPDATE VEICULO SET CodigoClienteConcorrente = 9 WHERE CodigoVeiculo = 2; "
-            "INSERT INTO REFERENCIACRUZADA VALUES (7, 'XYZ', '1')",
-            {"1 PECA.CodigoFigura sem linha em FIGURA: CodigoPeca 2 → 8",
-             "2 PECA_COMPONENTE.CodigoComponente sem linha em COMPONENTE: CodigoPeca 1, item    1 "
-             "→ 3 | CodigoPeca 2, item    1 → 3",
-             "1 PECA_COMPONENTE_JOGOREPARO sem a linha do item…: CodigoPeca 1, item    7",
-             "1 VEICULO.CodigoClienteConcorrente de quem não…: CodigoVeiculo 2 → 9",
-             "1 REFERENCIACRUZADA.NumeroTarvo que nenhuma…: cliente 7: XYZ"});
-        row("single rows",
-            "DROP INDEX UMREGISTRO_UMA; INSERT INTO UMREGISTRO VALUES ('ontem', NULL, NULL, 0, "
-            "'u', 40000, 0); UPDATE main.CODIGOCLIENTECONCORRENTE SET CodigoClienteConcorrente = 3",
-            {"1 Falta o índice…: UMREGISTRO único (constante)",
-             "1 UMREGISTRO precisa ter exatamente uma linha: 2 linhas",
-             "1 CODIGOCLIENTECONCORRENTE que não é -5 nem um cliente: 3",
-             "1 UMREGISTRO.DataEmissao não é uma data: \"ontem\"",
-             "1 UMREGISTRO.Versao não cabe em 16 bits: \"40000\""});
-        row("structure",
-            "DROP VIEW FIGURADETALHADA1; ALTER TABLE PECA DROP COLUMN ArquivoFotoPeca; "
-            "DROP INDEX VEICULO_PECA_VEICULO; INSERT INTO VEICULO_PECA VALUES (1, 1)",
-            {"1 Falta a tabela: FIGURADETALHADA1", "1 Falta a coluna: PECA ArquivoFotoPeca",
-             "1 Falta o índice…: VEICULO_PECA único (CodigoVeiculo, CodigoPeca)",
-             "1 VEICULO_PECA: linhas iguais em CodigoVeiculo, CodigoPeca: 1, 1"});
-        row("a collation of somebody else's",
-            "DROP INDEX VEICULO_DESCRICAO; CREATE INDEX VEICULO_DESCRICAO ON VEICULO "
-            "(DescricaoVeiculo COLLATE NOCASE, CodigoClienteConcorrente)",
-            {"1 Falta o índice…: VEICULO (DescricaoVeiculo TARVO, CodigoClienteConcorrente)"});
-        row("figure",
-            "INSERT INTO FIGURADETALHADA VALUES (7, 3, '   2', 200, 10), (7, 4, ' 100', NULL, "
-            "10)",
-            {"1 FIGURADETALHADA.LLeft ou TTop não é um número: CodigoFigura 7, marca 4",
-             "1 FIGURADETALHADA: número fora da figura: CodigoFigura 7, marca 3: 200, 10 (figura "
-             "de 200 por 100)"});
-    }
-    void OneFault() {
-        QFETCH(QString, comandos);
-        QFETCH(QStringList, achados);
+TEST(TestVerificar, OneFault) {
+    // Of each finding the beginning and what follows "…".
+    for (const auto& [comandos, achados] : Each<QString, QStringList>{
+             {"numbers",
+              "UPDATE PECA SET NumeroTarvoPeca = '0' || NumeroTarvoPeca WHERE CodigoPeca = 3;"
+              "UPDATE COMPONENTE SET NumeroTarvoComponente = '1' || NumeroTarvoComponente WHERE "
+              "CodigoComponente = 3; UPDATE REFERENCIACRUZADA SET NumeroClienteConcorrente = "
+              "'b-9' "
+              "WHERE NumeroClienteConcorrente = 'B9'",
+              {"1 PECA.NumeroTarvoPeca fora…: CodigoPeca 3: \"0K5602\"",
+               "1 COMPONENTE.NumeroTarvoComponente fora…: CodigoComponente 3: \"1K5600\"",
+               "1 REFERENCIACRUZADA.NumeroClienteConcorrente fora…: cliente 7, Nº Tarvo A3400: "
+               "\"b-9\""}},
+             {"descriptions",
+              "UPDATE PECA SET DescricaoPeca = 'Mola d''água'; UPDATE VEICULO SET "
+              "DescricaoVeiculo = ' Cavalo' WHERE CodigoVeiculo = 2",
+              {"3 PECA.DescricaoPeca que a pesquisa…: CodigoPeca 1: \"Mola d'água\" | "
+               "CodigoPeca "
+               "2: \"Mola d'água\"",
+               "1 VEICULO.DescricaoVeiculo que a…: CodigoVeiculo 2: \" Cavalo\""}},
+             {"items",
+              "INSERT INTO PECA_COMPONENTE VALUES (2, '3', 1, 1), (2, '  12A', 1, 1), "
+              "(2, '   a', 1, 1), (2, '  07', 1, 1), (2, '9999z', 1, 1)",
+              {"4 PECA_COMPONENTE.ItemComponente mal…: CodigoPeca 2: \"   a\" | CodigoPeca 2: "
+               "\"  07\""}},
+             {"codes",
+              "UPDATE PECA SET CodigoPeca = 1000000 WHERE CodigoPeca = 3; "
+              "INSERT INTO FIGURADETALHADA VALUES (7, 32768, '   2', 0, 0); "
+              "INSERT INTO CLIENTECONCORRENTE VALUES (32768, 'Norral', 'I'), (147483648, 'Z', "
+              "'C')",
+              {"1 PECA.CodigoPeca fora da faixa de 1 a 999999: 1000000",
+               "1 FIGURADETALHADA.CodigoFiguraDetalhada fora da faixa…: 32768",
+               "1 CLIENTECONCORRENTE.CodigoClienteConcorrente fora da faixa de 1 a 147483647: "
+               "147483648",
+               "1 CLIENTECONCORRENTE.CodigoClienteConcorrente fora da faixa de 1 a 32767 dos "
+               "fabricantes de veículos: 32768"}},
+             {"links",
+              "DELETE FROM COMPONENTE WHERE CodigoComponente = 3; UPDATE PECA SET CodigoFigura "
+              "= "
+              "8 WHERE CodigoPeca = 2; INSERT INTO PECA_COMPONENTE_JOGOREPARO VALUES (1, '   "
+              "7', "
+              "1); UPDATE VEICULO SET CodigoClienteConcorrente = 9 WHERE CodigoVeiculo = 2; "
+              "INSERT INTO REFERENCIACRUZADA VALUES (7, 'XYZ', '1')",
+              {"1 PECA.CodigoFigura sem linha em FIGURA: CodigoPeca 2 → 8",
+               "2 PECA_COMPONENTE.CodigoComponente sem linha em COMPONENTE: CodigoPeca 1, item  "
+               "  1 "
+               "→ 3 | CodigoPeca 2, item    1 → 3",
+               "1 PECA_COMPONENTE_JOGOREPARO sem a linha do item…: CodigoPeca 1, item    7",
+               "1 VEICULO.CodigoClienteConcorrente de quem não…: CodigoVeiculo 2 → 9",
+               "1 REFERENCIACRUZADA.NumeroTarvo que nenhuma…: cliente 7: XYZ"}},
+             {"single rows",
+              "DROP INDEX UMREGISTRO_UMA; INSERT INTO UMREGISTRO VALUES ('ontem', NULL, NULL, "
+              "0, "
+              "'u', 40000, 0); UPDATE main.CODIGOCLIENTECONCORRENTE SET "
+              "CodigoClienteConcorrente = 3",
+              {"1 Falta o índice…: UMREGISTRO único (constante)",
+               "1 UMREGISTRO precisa ter exatamente uma linha: 2 linhas",
+               "1 CODIGOCLIENTECONCORRENTE que não é -5 nem um cliente: 3",
+               "1 UMREGISTRO.DataEmissao não é uma data: \"ontem\"",
+               "1 UMREGISTRO.Versao não cabe em 16 bits: \"40000\""}},
+             {"structure",
+              "DROP VIEW FIGURADETALHADA1; ALTER TABLE PECA DROP COLUMN ArquivoFotoPeca; "
+              "DROP INDEX VEICULO_PECA_VEICULO; INSERT INTO VEICULO_PECA VALUES (1, 1)",
+              {"1 Falta a tabela: FIGURADETALHADA1", "1 Falta a coluna: PECA ArquivoFotoPeca",
+               "1 Falta o índice…: VEICULO_PECA único (CodigoVeiculo, CodigoPeca)",
+               "1 VEICULO_PECA: linhas iguais em CodigoVeiculo, CodigoPeca: 1, 1"}},
+             {"a collation of somebody else's",
+              "DROP INDEX VEICULO_DESCRICAO; CREATE INDEX VEICULO_DESCRICAO ON VEICULO "
+              "(DescricaoVeiculo COLLATE NOCASE, CodigoClienteConcorrente)",
+              {"1 Falta o índice…: VEICULO (DescricaoVeiculo TARVO, CodigoClienteConcorrente)"}},
+             {"figure",
+              "INSERT INTO FIGURADETALHADA VALUES (7, 3, '   2', 200, 10), (7, 4, ' 100', NULL, "
+              "10)",
+              {"1 FIGURADETALHADA.LLeft ou TTop não é um número: CodigoFigura 7, marca 4",
+               "1 FIGURADETALHADA: número fora da figura: CodigoFigura 7, marca 3: 200, 10 "
+               "(figura "
+               "de 200 por 100)"}},
+         }) {
         Estragar(comandos);
         QStringList textos = Textos(Achados(Weight::Fault));
         for (qsizetype i = 0; i < qMin(textos.size(), achados.size()); ++i) {
@@ -157,59 +160,53 @@ private Q_SLOTS:
         }
         QCOMPARE(textos, achados);
     }
+}
 
-    void Pictures() {
-        const QDir pasta(catalogo_->Pasta());
-        QVERIFY(QFile::remove(pasta.filePath(u"FotoPeca/molas.png"_s)));
-        Write(pasta.filePath(u"Figuras/valvula.png"_s), "no picture");
-        QVERIFY(QFile::remove(pasta.filePath(u"Figuras/ck03.bmp"_s)));
-        QCOMPARE(Textos(Achados(Weight::Fault)),
-                 List("1 FOTOPECAPESQUISA.ArquivoFotoPecaPesquisa: o arquivo não existe: molas.png",
-                      "1 FIGURA.ArquivoFigura: o arquivo não é uma imagem: valvula.png"));
-        Write(pasta.filePath(u"FotoPeca/012345678901ABCDEF0112-recebido.tmp"_s));
-        Write(pasta.filePath(u"meu.tmp"_s));
-        const QString hints = Textos(Achados(Weight::Hint)).join(u'\n');
-        QVERIFY(hints.contains(u"800 por 573): Figuras/CK03"_s));
-        QVERIFY(
-            hints.contains(u"1 Arquivo temporário de uma atualização interrompida (a próxima o "
-                           "apaga): FotoPeca/012345678901ABCDEF0112-recebido.tmp"_s));
-    }
+TEST(TestVerificar, Pictures) {
+    const QDir pasta(catalogo_->Pasta());
+    QVERIFY(QFile::remove(pasta.filePath(u"FotoPeca/molas.png"_s)));
+    Write(pasta.filePath(u"Figuras/valvula.png"_s), "no picture");
+    QVERIFY(QFile::remove(pasta.filePath(u"Figuras/ck03.bmp"_s)));
+    QCOMPARE(Textos(Achados(Weight::Fault)),
+             List("1 FOTOPECAPESQUISA.ArquivoFotoPecaPesquisa: o arquivo não existe: molas.png",
+                  "1 FIGURA.ArquivoFigura: o arquivo não é uma imagem: valvula.png"));
+    Write(pasta.filePath(u"FotoPeca/012345678901ABCDEF0112-recebido.tmp"_s));
+    Write(pasta.filePath(u"meu.tmp"_s));
+    const QString hints = Textos(Achados(Weight::Hint)).join(u'\n');
+    QVERIFY(hints.contains(u"800 por 573): Figuras/CK03"_s));
+    QVERIFY(
+        hints.contains(u"1 Arquivo temporário de uma atualização interrompida (a próxima o "
+                       "apaga): FotoPeca/012345678901ABCDEF0112-recebido.tmp"_s));
+}
 
-    void DamagedPages() {
-        const QString caminho = catalogo_->Pasta() + u"/Tarvo.mdb"_s;
-        gDB.reset();
-        gWS.reset();
-        QFile arquivo(caminho);
-        QVERIFY(arquivo.open(QIODevice::ReadWrite) && arquivo.seek(arquivo.size() - 2000));
-        QVERIFY(arquivo.write("damaged") > 0);
-        arquivo.close();
-        QVERIFY(Textos(Achados(Weight::Fault)).join(u'\n').contains(u"1 Página danificada"_s));
-    }
+TEST(TestVerificar, DamagedPages) {
+    const QString caminho = catalogo_->Pasta() + u"/Tarvo.mdb"_s;
+    gDB.reset();
+    gWS.reset();
+    QFile arquivo(caminho);
+    QVERIFY(arquivo.open(QIODevice::ReadWrite) && arquivo.seek(arquivo.size() - 2000));
+    QVERIFY(arquivo.write("damaged") > 0);
+    arquivo.close();
+    QVERIFY(Textos(Achados(Weight::Fault)).join(u'\n').contains(u"1 Página danificada"_s));
+}
 
-    void TheLocksRow() {
-        gDB->Execute(u"UPDATE CONTROLETRAN SET a = a"_s);  // makes the companion file
-        QCOMPARE(Textos(Achados(Weight::Fault)), QStringList());
-        gDB->GetConnection()->Run(
-            "DROP TABLE companion.CONTROLETRAN; CREATE TABLE companion.CONTROLETRAN (a)");
-        QCOMPARE(Textos(Achados(Weight::Fault)),
-                 List("1 CONTROLETRAN, em Tarvo.ldb, precisa ter exatamente uma linha: 0 linhas"));
-    }
+TEST(TestVerificar, TheLocksRow) {
+    gDB->Execute(u"UPDATE CONTROLETRAN SET a = a"_s);  // makes the companion file
+    QCOMPARE(Textos(Achados(Weight::Fault)), QStringList());
+    gDB->GetConnection()->Run(
+        "DROP TABLE companion.CONTROLETRAN; CREATE TABLE companion.CONTROLETRAN (a)");
+    QCOMPARE(Textos(Achados(Weight::Fault)),
+             List("1 CONTROLETRAN, em Tarvo.ldb, precisa ter exatamente uma linha: 0 linhas"));
+}
 
-    void WithoutACatalogue() {
-        const QTemporaryDir vazia;
-        QCOMPARE(ErrorOf([&] {
-                     verificar::Check({vazia.path(), 1, false});
-                 }),
-                 int(Erro::FileNotFound));
-    }
+TEST(TestVerificar, WithoutACatalogue) {
+    const QTemporaryDir vazia;
+    QCOMPARE(ErrorOf([&] { verificar::Check({vazia.path(), 1, false}); }), int(Erro::FileNotFound));
+}
 
-    void TheReportCounts() {
-        QCOMPARE(verificar::Report(u"/d"_s, {{Weight::Hint, u"B"_s, 1, {u"x"_s}},
-                                             {Weight::Fault, u"A"_s, 1500, {u"y"_s, u"z"_s}}}),
-                 u"Pasta dos dados: /d\n\nErros\n  A: 1.500\n      y\n      z\n"
-                 "      … e mais 1.498\n\nAvisos\n  B: 1\n      x\n\n1.500 erros, 1 aviso.\n"_s);
-    }
-};
-
-TARVO_TEST(TestVerificar);
-#include "test_verificar.moc"
+TEST(TestVerificar, TheReportCounts) {
+    QCOMPARE(verificar::Report(u"/d"_s, {{Weight::Hint, u"B"_s, 1, {u"x"_s}},
+                                         {Weight::Fault, u"A"_s, 1500, {u"y"_s, u"z"_s}}}),
+             u"Pasta dos dados: /d\n\nErros\n  A: 1.500\n      y\n      z\n"
+             "      … e mais 1.498\n\nAvisos\n  B: 1\n      x\n\n1.500 erros, 1 aviso.\n"_s);
+}

@@ -6,9 +6,7 @@
 #include "support/test.h"
 
 // The shipped programs as a scheduler calls them: without a display, and for one line.
-class TestSemJanela : public QObject {
-    Q_OBJECT
-
+struct TestSemJanela : Fixture {
     Programs programs_{{"CatalogoTarvo", "Tarvo.exe", "VerifAtualizCatalogoTarvo.exe"}};
     WrongServer server_;
     std::unique_ptr<CatalogoDeTeste> catalogue_;
@@ -20,8 +18,7 @@ class TestSemJanela : public QObject {
         return end.printed.count(u'\n') == 1 ? Like(said, pattern) : end.printed;
     }
 
-private Q_SLOTS:
-    void init() {
+    void init() override {
         server_.Clear();
         catalogue_ = std::make_unique<CatalogoDeTeste>();
         catalogue_->Executar(
@@ -38,39 +35,37 @@ private Q_SLOTS:
                         "FOTO;FotoPeca\\a.png;4\r\nSDB;dois.txt;1\r\n");
         }
     }
-    void cleanup() {
+    void cleanup() override {
         catalogue_.reset();
         programs_.PutKeys(0);
         GravarConfiguracao(QString(), QString(), QString(), true);
     }
+};
 
-    // What stands in its way is told by the code and in one line, and nothing is half done.
-    void Ends_data() {
-        // Version, the one before and the flag of the last check are in the state, and the picture.
-        const Table<QString, QString, QString> row("statement", "line", "state");
-        const auto site = [&row](const QByteArray& name, const AnyText& address,
-                                 const AnyText& line, const AnyText& state = "1/0/1 old") {
-            row(name, u"UPDATE UMREGISTRO SET UrlAtualizacao = '%1'"_s.arg(address), line, state);
-        };
-        const QString updated = u"O catálogo foi atualizado da versão 1 para a 2. =3"_s;
-        site("installs", "atualiza.exemplo/base", updated, "2/1/0 nova");
-        site("signed by the publisher", "p/base", updated, "2/1/0 nova");
-        site("signed by a stranger", "s/base", "*não foi assinado* =1");
-        site("with the stored password", "atualiza.exemplo/guarded/", updated, "2/1/0 nova");
-        site("a proxy that asks", "atualiza.exemplo/guarded",
-             "O proxy da rede pede usuário e senha* =7");
-        site("a server in trouble", "atualiza.exemplo/500", "*respondeu com o estado 500* =6");
-        row("no record", "DELETE FROM UMREGISTRO", "O catálogo está sem o registro da versão* =1",
-            "gone old");
-        row("nothing new", "UPDATE UMREGISTRO SET Versao = 2",
-            "Nada de novo: o catálogo está na versão 2. =0", "2/0/0 old");
-        // Another computer is not waited for any longer than was said.
-        row("another one writes", "other: UPDATE UMREGISTRO SET VersaoAnterior = 5",
-            "A atualização esperou demais por test_verifier (* =4", "1/0/7 nova");
-    }
-    void Ends() {
-        QFETCH(QString, statement);
-        QFETCH(QString, line);
+// What stands in its way is told by the code and in one line, and nothing is half done.
+TEST(TestSemJanela, Ends) {
+    // Version, the one before and the flag of the last check are in the state, and the picture.
+    Each<QString, QString, QString> row;
+    const auto site = [&row](const QByteArray& name, const AnyText& address, const AnyText& line,
+                             const AnyText& state = "1/0/1 old") {
+        row(name, u"UPDATE UMREGISTRO SET UrlAtualizacao = '%1'"_s.arg(address), line, state);
+    };
+    const QString updated = u"O catálogo foi atualizado da versão 1 para a 2. =3"_s;
+    site("installs", "atualiza.exemplo/base", updated, "2/1/0 nova");
+    site("signed by the publisher", "p/base", updated, "2/1/0 nova");
+    site("signed by a stranger", "s/base", "*não foi assinado* =1");
+    site("with the stored password", "atualiza.exemplo/guarded/", updated, "2/1/0 nova");
+    site("a proxy that asks", "atualiza.exemplo/guarded",
+         "O proxy da rede pede usuário e senha* =7");
+    site("a server in trouble", "atualiza.exemplo/500", "*respondeu com o estado 500* =6");
+    row("no record", "DELETE FROM UMREGISTRO", "O catálogo está sem o registro da versão* =1",
+        "gone old");
+    row("nothing new", "UPDATE UMREGISTRO SET Versao = 2",
+        "Nada de novo: o catálogo está na versão 2. =0", "2/0/0 old");
+    // Another computer is not waited for any longer than was said.
+    row("another one writes", "other: UPDATE UMREGISTRO SET VersaoAnterior = 5",
+        "A atualização esperou demais por test_verifier (* =4", "1/0/7 nova");
+    for (const auto& [statement, line, left] : row) {
         const ProxySetting proxy(server_.Port());
         const OutroComputador other;
         if (statement.startsWith("other: "_L1)) {
@@ -98,31 +93,27 @@ private Q_SLOTS:
                        "FROM UMREGISTRO");
         const QString state =
             record + (QFile::exists(picture) ? u" "_s + sys::ReadText(picture) : u" old"_s);
-        QTEST(state, "state");
+        QCOMPARE(state, left);
         QCOMPARE(Valor("SELECT Count(*) FROM CLIENTECONCORRENTE"),
                  QString::number(state.startsWith(u'2') && state.endsWith("nova"_L1)));
     }
+}
 
-    void LocksThatHoldNobody() {
-        const FrailFolder frail({"ignore-locks"});
-        if (!frail.IsThere()) {
-            QSKIP("this system mounts no file system for this user");
-        }
-        QVERIFY(
-            QFile::copy(catalogue_->Pasta() + u"/Tarvo.mdb"_s, frail.Behind() + u"/Tarvo.mdb"_s));
-        programs_.Point(frail.Seen());
-        const QString line = u"*concede a mesma trava duas vezes* =5"_s;
-        QCOMPARE(Run(line), line);
-        QVERIFY(server_.Requests().isEmpty());
-        const QTemporaryDir empty;
-        programs_.Point(empty.path());
-        QCOMPARE(Run(u"* =1"_s), u"* =1"_s);
-        for (const QStringList& wrong : {List("agora"), List("--espera"), List("--espera", "muito"),
-                                         List("--atraso", "1"), List("--espera", "1", "2")}) {
-            QCOMPARE(programs_.Run("Tarvo.exe", List("--atualizar") + wrong).code, 2);
-        }
+TEST(TestSemJanela, LocksThatHoldNobody) {
+    const FrailFolder frail({"ignore-locks"});
+    if (!frail.IsThere()) {
+        QSKIP("this system mounts no file system for this user");
     }
-};
-
-TARVO_TEST(TestSemJanela);
-#include "test_semjanela.moc"
+    QVERIFY(QFile::copy(catalogue_->Pasta() + u"/Tarvo.mdb"_s, frail.Behind() + u"/Tarvo.mdb"_s));
+    programs_.Point(frail.Seen());
+    const QString line = u"*concede a mesma trava duas vezes* =5"_s;
+    QCOMPARE(Run(line), line);
+    QVERIFY(server_.Requests().isEmpty());
+    const QTemporaryDir empty;
+    programs_.Point(empty.path());
+    QCOMPARE(Run(u"* =1"_s), u"* =1"_s);
+    for (const QStringList& wrong : {List("agora"), List("--espera"), List("--espera", "muito"),
+                                     List("--atraso", "1"), List("--espera", "1", "2")}) {
+        QCOMPARE(programs_.Run("Tarvo.exe", List("--atualizar") + wrong).code, 2);
+    }
+}

@@ -5,9 +5,7 @@
 #include "update/prova.h"
 
 // The real program, against servers that answer well, badly, or not at all.
-class TestVerifier : public QObject {
-    Q_OBJECT
-
+struct TestVerifier : Fixture {
     Programs programs_{{"VerifAtualizCatalogoTarvo.exe"}};
     std::unique_ptr<CatalogoDeTeste> catalogue_;
     WrongServer server_;
@@ -31,32 +29,29 @@ class TestVerifier : public QObject {
 
     QStringList Files() const { return QDir(catalogue_->Pasta()).entryList(QDir::Files); }
 
-private Q_SLOTS:
-    void initTestCase() {
+    TestVerifier() {
         catalogue_ = std::make_unique<CatalogoDeTeste>();
         programs_.Point(catalogue_->Pasta());
         result_ = catalogue_->Pasta() + u"/resposta.tmp"_s;
         catalogue_->Executar({"UPDATE UMREGISTRO SET Versao = 7"});
     }
-    void cleanup() {
+    void cleanup() override {
         QFile::remove(result_);
         programs_.PutKeys(0);
         GravarConfiguracao(QString(), QString(), QString(), true);
         // Whatever happened, nothing of it stays behind.
         QCOMPARE(Files().filter(u"Tarvo."_s), Files());
     }
+};
 
-    void Answers_data() {
-        const Table<QStringList, QString> row("changes", "answer");
-        for (Case& one : Cases(QStringLiteral(TARVO_CASES "/answers.data"))) {
-            const QString answer = one.Take(u'>').first();
-            row(one.name, one.lines, answer);
-        }
-        row("far too long", {u"Versao.txt="_s + QString(5000, u'1')}, "0*(*;14;*) =1");
+TEST(TestVerifier, Answers) {
+    Each<QStringList, QString> row;
+    for (Case& one : Cases(QStringLiteral(TARVO_CASES "/answers.data"))) {
+        const QString answer = one.Take(u'>').first();
+        row(one.name, one.lines, answer);
     }
-    void Answers() {
-        QFETCH(QStringList, changes);
-        QFETCH(QString, answer);
+    row("far too long", {u"Versao.txt="_s + QString(5000, u'1')}, "0*(*;14;*) =1");
+    for (const auto& [changes, answer] : row) {
         const ProxySetting proxy(server_.Port());
         server_.Clear();
         SetAddress("http://atualiza.example/catalogo");
@@ -84,63 +79,59 @@ private Q_SLOTS:
         const bool silent = answer.contains("demorou"_L1);
         QCOMPARE(Like(Ask(silent ? List("--limit", "2") : List()), answer), answer);
     }
+}
 
-    void NobodyThere() {
-        SetAddress("http://nao-existe.invalid/x/");
-        const auto says = [this](const AnyText& pattern) {
-            QCOMPARE(Like(Ask(), pattern), pattern);
-        };
-        {
-            const ProxySetting proxy(FreePort());
-            says("0Não foi possível conectar ao servidor* =6");
-        }
-        const ProxySetting none(0);
-        says("0O servidor de atualizações \"nao-existe.invalid\" não foi encontrado* =6");
-        // Half a key file lets nobody in.
-        programs_.PutKeys('p', "Site: loja");
-        says("0O arquivo \"ChavesAtualizacao.txt\"* =1");
-        // Without a catalogue the answer goes where it was asked for all the same.
-        const QTemporaryDir empty;
-        programs_.Point(empty.path());
-        says("0* =1");
-        programs_.Point(catalogue_->Pasta());
+TEST(TestVerifier, NobodyThere) {
+    SetAddress("http://nao-existe.invalid/x/");
+    const auto says = [this](const AnyText& pattern) { QCOMPARE(Like(Ask(), pattern), pattern); };
+    {
+        const ProxySetting proxy(FreePort());
+        says("0Não foi possível conectar ao servidor* =6");
     }
+    const ProxySetting none(0);
+    says("0O servidor de atualizações \"nao-existe.invalid\" não foi encontrado* =6");
+    // Half a key file lets nobody in.
+    programs_.PutKeys('p', "Site: loja");
+    says("0O arquivo \"ChavesAtualizacao.txt\"* =1");
+    // Without a catalogue the answer goes where it was asked for all the same.
+    const QTemporaryDir empty;
+    programs_.Point(empty.path());
+    says("0* =1");
+    programs_.Point(catalogue_->Pasta());
+}
 
-    // A system that splits command lines at blanks hands the path over in pieces.
-    void PathsWithBlanks() {
-        const ProxySetting proxy(server_.Port());
-        SetAddress("atualiza.example/catalogo");
-        server_.Put("catalogo/Versao.txt", "8");
-        const QString folder = catalogue_->Pasta() + u"/com  dois"_s;
-        QDir().mkpath(folder);
-        const QString path = folder + u"\\a b.tmp"_s;
-        QCOMPARE(Run({u"0|"_s + path}), 0);
-        QCOMPARE(sys::ReadText(path), u"17|8"_s);
-        // Where a blank was lost, no such folder exists; answers belong into the data folder.
-        const QString inPieces = u"0|"_s + folder + u"\\resposta.tmp"_s;
-        QCOMPARE(Run(inPieces.split(u' ', Qt::SkipEmptyParts)), 0);
-        QCOMPARE(sys::ReadText(result_), u"17|8"_s);
-        QDir(folder).removeRecursively();
-        for (const QStringList& wrong : {List(), List("1"), List("2|x"), List("1|"),
-                                         List("--limit", "0", u"1|"_s + result_)}) {
-            QCOMPARE(Run(wrong), 2);
-        }
+// A system that splits command lines at blanks hands the path over in pieces.
+TEST(TestVerifier, PathsWithBlanks) {
+    const ProxySetting proxy(server_.Port());
+    SetAddress("atualiza.example/catalogo");
+    server_.Put("catalogo/Versao.txt", "8");
+    const QString folder = catalogue_->Pasta() + u"/com  dois"_s;
+    QDir().mkpath(folder);
+    const QString path = folder + u"\\a b.tmp"_s;
+    QCOMPARE(Run({u"0|"_s + path}), 0);
+    QCOMPARE(sys::ReadText(path), u"17|8"_s);
+    // Where a blank was lost, no such folder exists; answers belong into the data folder.
+    const QString inPieces = u"0|"_s + folder + u"\\resposta.tmp"_s;
+    QCOMPARE(Run(inPieces.split(u' ', Qt::SkipEmptyParts)), 0);
+    QCOMPARE(sys::ReadText(result_), u"17|8"_s);
+    QDir(folder).removeRecursively();
+    for (const QStringList& wrong :
+         {List(), List("1"), List("2|x"), List("1|"), List("--limit", "0", u"1|"_s + result_)}) {
+        QCOMPARE(Run(wrong), 2);
     }
+}
 
-    // Killed in the middle, it leaves no answer rather than half of one.
-    void Killed() {
-        const ProxySetting proxy(server_.Port());
-        SetAddress("atualiza.example/silent");
-        server_.Clear();
-        QProcess process;
-        process.start(programs_.Path("VerifAtualizCatalogoTarvo.exe"), {u"1|"_s + result_});
-        QTRY_VERIFY_WITH_TIMEOUT(!server_.Requests().isEmpty(), 60000);
-        process.kill();
-        QVERIFY(process.waitForFinished(60000));
-        QVERIFY(!QFile::exists(result_));
-    }
-};
+// Killed in the middle, it leaves no answer rather than half of one.
+TEST(TestVerifier, Killed) {
+    const ProxySetting proxy(server_.Port());
+    SetAddress("atualiza.example/silent");
+    server_.Clear();
+    QProcess process;
+    process.start(programs_.Path("VerifAtualizCatalogoTarvo.exe"), {u"1|"_s + result_});
+    QTRY_VERIFY_WITH_TIMEOUT(!server_.Requests().isEmpty(), 60000);
+    process.kill();
+    QVERIFY(process.waitForFinished(60000));
+    QVERIFY(!QFile::exists(result_));
+}
 
 TARVO_FULL_KEYS;
-TARVO_TEST(TestVerifier);
-#include "test_verifier.moc"

@@ -25,8 +25,8 @@ BIN = os.path.join(wine.BUILD, "project", "bin")
 HERE = os.path.dirname(os.path.realpath(__file__))
 PATIENCE = 1500  # seconds for one program
 TOTALS = re.compile(r"^Totals: (\d+) passed, (\d+) failed, (\d+) skipped", re.MULTILINE)
-FAILED = re.compile(r"^(?:FAIL!|XPASS)\s*: ([A-Za-z]+::[A-Za-z_0-9]+)\(", re.MULTILINE)
-PASSED = re.compile(r"^PASS\s*: ([A-Za-z]+::[A-Za-z_0-9]+)\(", re.MULTILINE)
+FAILED = re.compile(r"^(?:FAIL!|XPASS)\s*: Suite::Run\(([A-Za-z]+::\w+)\)", re.MULTILINE)
+PASSED = re.compile(r"^PASS\s*: Suite::Run\(([A-Za-z]+::\w+)\)", re.MULTILINE)
 RUNNING = re.compile(r"^\*+ Start testing of (\w+) \*+$", re.MULTILINE)
 
 

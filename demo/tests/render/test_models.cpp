@@ -81,42 +81,37 @@ Vec3 SizeOf(QStringView family, const QString& name, const QString& value) {
 
 }  // namespace
 
-class TestModels : public QObject {
-    Q_OBJECT
+struct TestModels : Fixture {};
 
-private Q_SLOTS:
-    void ComponentsAreClosed() {
-        for (int i = 0; i < static_cast<int>(ComponentKind::Count); ++i) {
-            for (const float diameter : {3.0f, 60.0f}) {
-                const Element element = Component(static_cast<ComponentKind>(i), diameter);
-                QVERIFY2(FaultOf(element).isEmpty(),
-                         qPrintable(u"kind %1 of %2 mm, %3"_s.arg(i)
-                                        .arg(static_cast<double>(diameter))
-                                        .arg(FaultOf(element))));
-                const Vec3 size = element.Bounds().Size();
-                QVERIFY2(Length(size) > diameter * 0.2f && Length(size) < diameter * 20,
-                         qPrintable(u"kind %1: size"_s.arg(i)));
-            }
+TEST(TestModels, ComponentsAreClosed) {
+    for (int i = 0; i < static_cast<int>(ComponentKind::Count); ++i) {
+        for (const float diameter : {3.0f, 60.0f}) {
+            const Element element = Component(static_cast<ComponentKind>(i), diameter);
+            QVERIFY2(FaultOf(element).isEmpty(), qPrintable(u"kind %1 of %2 mm, %3"_s.arg(i)
+                                                                .arg(static_cast<double>(diameter))
+                                                                .arg(FaultOf(element))));
+            const Vec3 size = element.Bounds().Size();
+            QVERIFY2(Length(size) > diameter * 0.2f && Length(size) < diameter * 20,
+                     qPrintable(u"kind %1: size"_s.arg(i)));
         }
     }
+}
 
-    void FamiliesAreClosed() {
-        for (const FamilyModel& model : AllModels()) {
-            for (const Element& element : AssemblyFor(model.slug, {}).elements) {
-                QVERIFY2(FaultOf(element).isEmpty(),
-                         qPrintable(QString::fromUtf16(model.slug) + u": "_s + FaultOf(element)));
-            }
+TEST(TestModels, FamiliesAreClosed) {
+    for (const FamilyModel& model : AllModels()) {
+        for (const Element& element : AssemblyFor(model.slug, {}).elements) {
+            QVERIFY2(FaultOf(element).isEmpty(),
+                     qPrintable(QString::fromUtf16(model.slug) + u": "_s + FaultOf(element)));
         }
     }
+}
 
-    void OddParametersGiveAFinitePart_data() {
-        const Table<QString> row("value");
-        for (const char* value : {"0", "0,0001", "30", "1000", "99999", "M0x0", "", "x"}) {
-            row(value, QString::fromLatin1(value));
-        }
+TEST(TestModels, OddParametersGiveAFinitePart) {
+    Each<QString> row;
+    for (const char* value : {"0", "0,0001", "30", "1000", "99999", "M0x0", "", "x"}) {
+        row(value, QString::fromLatin1(value));
     }
-    void OddParametersGiveAFinitePart() {
-        QFETCH(QString, value);
+    for (const auto& [value] : row) {
         for (const FamilyModel& model : AllModels()) {
             Parameters parameters;
             for (const char16_t* name :
@@ -129,81 +124,71 @@ private Q_SLOTS:
                      qPrintable(QString::fromUtf16(model.slug)));
         }
     }
+}
 
-    void LargerNumbersMakeLargerParts_data() {
-        const Table<QString, QString, QString, QString> row("family", "axis", "less", "more");
-        row("chamber", "camara-simples", "tipo", "9", "36");
-        row("stroke", "cilindro-porta", "curso", "100", "250");
-        row("bore", "compressor-mono", "diâmetro", "75", "100");
-        row("litres", "reservatorio-ar", "volume", "5", "60");
-        row("thread", "niple", "rosca", "M12x1,5", "M22x1,5");
-        row("pipe", "valvula-retencao", "rosca", "1/4 NPTF", "3/8 NPTF");
-    }
-    void LargerNumbersMakeLargerParts() {
-        QFETCH(QString, family);
-        QFETCH(QString, axis);
-        QFETCH(QString, less);
-        QFETCH(QString, more);
+TEST(TestModels, LargerNumbersMakeLargerParts) {
+    for (const auto& [family, axis, less, more] : Each<QString, QString, QString, QString>{
+             {"chamber", "camara-simples", "tipo", "9", "36"},
+             {"stroke", "cilindro-porta", "curso", "100", "250"},
+             {"bore", "compressor-mono", "diâmetro", "75", "100"},
+             {"litres", "reservatorio-ar", "volume", "5", "60"},
+             {"thread", "niple", "rosca", "M12x1,5", "M22x1,5"},
+             {"pipe", "valvula-retencao", "rosca", "1/4 NPTF", "3/8 NPTF"},
+         }) {
         QVERIFY(Length(SizeOf(family, axis, less)) * 1.05f < Length(SizeOf(family, axis, more)));
     }
+}
 
-    void ThreadsAreRead_data() {
-        const Table<QString, float> row("text", "diameter");
-        row("metric", "M16x1,5", 16.0f);
-        row("after words", ", M22x1,5", 22.0f);
-        row("pipe", "3/8 NPTF", 17.1f);
-        row("none", {}, 5.0f);
-    }
-    void ThreadsAreRead() {
-        QFETCH(QString, text);
-        QFETCH(float, diameter);
+TEST(TestModels, ThreadsAreRead) {
+    for (const auto& [text, diameter] : Each<QString, float>{
+             {"metric", "M16x1,5", 16.0f},
+             {"after words", ", M22x1,5", 22.0f},
+             {"pipe", "3/8 NPTF", 17.1f},
+             {"none", {}, 5.0f},
+         }) {
         QCOMPARE(Parameters().Set(u"rosca"_s, text).Thread(5), diameter);
     }
+}
 
-    // The triangles cover the outline without its holes, once.
-    void TriangulationKeepsTheArea() {
-        const auto points = [](const Corners& corners, bool clockwise) {
-            std::vector<Vec2> line;
-            for (const LinePoint& p : Rounded(corners, true)) {
-                line.push_back(p.at);
-            }
-            if (clockwise) {
-                std::reverse(line.begin(), line.end());
-            }
-            return line;
-        };
-        const auto area = [](const std::vector<Vec2>& line) {
-            double twice = 0;
-            for (size_t i = 0; i < line.size(); ++i) {
-                twice += static_cast<double>(Cross(line[i], line[(i + 1) % line.size()]));
-            }
-            return twice / 2;
-        };
-        for (const int eyes : {1, 2, 3, 4, 6, 8}) {
-            const std::vector<Vec2> outline = points(EaredDisc(40, eyes, 44, 9), false);
-            std::vector<std::vector<Vec2>> holes{points(Circle(22), true)};
-            for (int i = 0; i < eyes; ++i) {
-                const float at = 2 * Pi * static_cast<float>(i) / static_cast<float>(eyes);
-                holes.push_back(
-                    points(Moved(Circle(4), 44 * std::cos(at), 44 * std::sin(at)), true));
-            }
-            std::vector<Vec2> all = outline;
-            double expected = area(outline);
-            for (const auto& hole : holes) {
-                all.insert(all.end(), hole.begin(), hole.end());
-                expected += area(hole);
-            }
-            double covered = 0;
-            for (const auto& t : Triangulated(outline, holes)) {
-                const double piece = area({all[t[0]], all[t[1]], all[t[2]]});
-                QVERIFY(piece > -0.01);
-                covered += piece;
-            }
-            QVERIFY2(std::abs(covered - expected) < 0.01 * expected,
-                     qPrintable(u"%1 eyes: %2 of %3"_s.arg(eyes).arg(covered).arg(expected)));
+// The triangles cover the outline without its holes, once.
+TEST(TestModels, TriangulationKeepsTheArea) {
+    const auto points = [](const Corners& corners, bool clockwise) {
+        std::vector<Vec2> line;
+        for (const LinePoint& p : Rounded(corners, true)) {
+            line.push_back(p.at);
         }
+        if (clockwise) {
+            std::reverse(line.begin(), line.end());
+        }
+        return line;
+    };
+    const auto area = [](const std::vector<Vec2>& line) {
+        double twice = 0;
+        for (size_t i = 0; i < line.size(); ++i) {
+            twice += static_cast<double>(Cross(line[i], line[(i + 1) % line.size()]));
+        }
+        return twice / 2;
+    };
+    for (const int eyes : {1, 2, 3, 4, 6, 8}) {
+        const std::vector<Vec2> outline = points(EaredDisc(40, eyes, 44, 9), false);
+        std::vector<std::vector<Vec2>> holes{points(Circle(22), true)};
+        for (int i = 0; i < eyes; ++i) {
+            const float at = 2 * Pi * static_cast<float>(i) / static_cast<float>(eyes);
+            holes.push_back(points(Moved(Circle(4), 44 * std::cos(at), 44 * std::sin(at)), true));
+        }
+        std::vector<Vec2> all = outline;
+        double expected = area(outline);
+        for (const auto& hole : holes) {
+            all.insert(all.end(), hole.begin(), hole.end());
+            expected += area(hole);
+        }
+        double covered = 0;
+        for (const auto& t : Triangulated(outline, holes)) {
+            const double piece = area({all[t[0]], all[t[1]], all[t[2]]});
+            QVERIFY(piece > -0.01);
+            covered += piece;
+        }
+        QVERIFY2(std::abs(covered - expected) < 0.01 * expected,
+                 qPrintable(u"%1 eyes: %2 of %3"_s.arg(eyes).arg(covered).arg(expected)));
     }
-};
-
-TARVO_TEST(TestModels);
-#include "test_models.moc"
+}

@@ -56,31 +56,25 @@ int InkUnder(const ExplodedDrawing& drawing, const QRect& rect) {
 
 }  // namespace
 
-class TestPictures : public QObject {
-    Q_OBJECT
+struct TestPictures : Fixture {};
 
-private Q_SLOTS:
-    void MoreOutletsShowMoreHoles() {
-        size_t before = 0;
-        for (const char16_t* outlets : {u"0", u"2 saídas", u"4 saídas", u"6 saídas"}) {
-            const size_t holes = BoresInView(AssemblyFor(
-                u"valvula-rele", Parameters().Set(u"saídas"_s, QString::fromUtf16(outlets))));
-            QVERIFY2(holes > before, qPrintable(QString::fromUtf16(outlets)));
-            before = holes;
-        }
+TEST(TestPictures, MoreOutletsShowMoreHoles) {
+    size_t before = 0;
+    for (const char16_t* outlets : {u"0", u"2 saídas", u"4 saídas", u"6 saídas"}) {
+        const size_t holes = BoresInView(AssemblyFor(
+            u"valvula-rele", Parameters().Set(u"saídas"_s, QString::fromUtf16(outlets))));
+        QVERIFY2(holes > before, qPrintable(QString::fromUtf16(outlets)));
+        before = holes;
     }
+}
 
-    void ColoursShow_data() {
-        const Table<QString, QString, int> row("family", "colour", "hue");
-        row("red", "mao-de-amigo-emergencia", {}, 0);
-        row("yellow", "mao-de-amigo-servico", {}, 45);
-        row("blue hose", "mangueira-espiral", "azul", 215);
-        row("yellow hose", "mangueira-espiral", "amarela", 45);
-    }
-    void ColoursShow() {
-        QFETCH(QString, family);
-        QFETCH(QString, colour);
-        QFETCH(int, hue);
+TEST(TestPictures, ColoursShow) {
+    for (const auto& [family, colour, hue] : Each<QString, QString, int>{
+             {"red", "mao-de-amigo-emergencia", {}, 0},
+             {"yellow", "mao-de-amigo-servico", {}, 45},
+             {"blue hose", "mangueira-espiral", "azul", 215},
+             {"yellow hose", "mangueira-espiral", "amarela", 45},
+         }) {
         const QImage photo =
             Photo(AssemblyFor(family, Parameters().Set(u"cor"_s, colour)), {200, 156});
         int vivid = 0;
@@ -99,39 +93,36 @@ private Q_SLOTS:
         QVERIFY(vivid > 300);
         QVERIFY(right > vivid * 3 / 4);
     }
+}
 
-    void PhotosStandOnWhiteAndRepeat() {
-        const Assembly part = AssemblyFor(u"valvula-pedal", {});
-        const QImage photo = Photo(part, {250, 195});
-        QCOMPARE(photo, Photo(part, {250, 195}));
-        for (const QPoint corner :
-             {QPoint(0, 0), QPoint(249, 0), QPoint(0, 194), QPoint(249, 194)}) {
-            QVERIFY(qGray(photo.pixel(corner)) > 215);
-        }
-        QVERIFY(qGray(photo.pixel(125, 97)) < 215);
+TEST(TestPictures, PhotosStandOnWhiteAndRepeat) {
+    const Assembly part = AssemblyFor(u"valvula-pedal", {});
+    const QImage photo = Photo(part, {250, 195});
+    QCOMPARE(photo, Photo(part, {250, 195}));
+    for (const QPoint corner : {QPoint(0, 0), QPoint(249, 0), QPoint(0, 194), QPoint(249, 194)}) {
+        QVERIFY(qGray(photo.pixel(corner)) > 215);
     }
+    QVERIFY(qGray(photo.pixel(125, 97)) < 215);
+}
 
-    void OddSizesAndPartsAreDrawn() {
-        const Assembly nothing;
-        const Assembly part = AssemblyFor(u"conexao", {});
-        for (const QSize size : {QSize(1, 1), QSize(3, 50), QSize(64, 2)}) {
-            QCOMPARE(Photo(nothing, size).size(), size);
-            QCOMPARE(Photo(part, size).size(), size);
-            QCOMPARE(Explode(nothing, size).image.size(), size);
-            QCOMPARE(Explode(part, size).image.size(), size);
-        }
-        QVERIFY(Explode(nothing, {50, 50}).callouts.empty());
+TEST(TestPictures, OddSizesAndPartsAreDrawn) {
+    const Assembly nothing;
+    const Assembly part = AssemblyFor(u"conexao", {});
+    for (const QSize size : {QSize(1, 1), QSize(3, 50), QSize(64, 2)}) {
+        QCOMPARE(Photo(nothing, size).size(), size);
+        QCOMPARE(Photo(part, size).size(), size);
+        QCOMPARE(Explode(nothing, size).image.size(), size);
+        QCOMPARE(Explode(part, size).image.size(), size);
     }
+    QVERIFY(Explode(nothing, {50, 50}).callouts.empty());
+}
 
-    void ExplodedItemsStandApart_data() {
-        const Table<QString, int> row("family", "count");
-        row("few", "valvula-descarga-rapida", 8);
-        row("relay", "valvula-rele", 24);
-        row("many", "compressor-mono", 60);
-    }
-    void ExplodedItemsStandApart() {
-        QFETCH(QString, family);
-        QFETCH(int, count);
+TEST(TestPictures, ExplodedItemsStandApart) {
+    for (const auto& [family, count] : Each<QString, int>{
+             {"few", "valvula-descarga-rapida", 8},
+             {"relay", "valvula-rele", 24},
+             {"many", "compressor-mono", 60},
+         }) {
         const Assembly parts = ItemsOf(family, {}, SomeItems(count));
         QCOMPARE(parts.elements.size(), static_cast<size_t>(count));
         const ExplodedDrawing drawing = Explode(parts, {582, 343});
@@ -153,35 +144,32 @@ private Q_SLOTS:
             }
         }
     }
+}
 
-    void ElementsWithoutANumberGetNoLine() {
-        Assembly parts = ItemsOf(u"valvula-rele", {}, SomeItems(10));
-        parts.elements[3].item.clear();
-        const ExplodedDrawing drawing = Explode(parts, {582, 343});
-        QCOMPARE(drawing.callouts.size(), size_t(9));
-        for (const Callout& callout : drawing.callouts) {
-            QVERIFY(callout.element != 3);
+TEST(TestPictures, ElementsWithoutANumberGetNoLine) {
+    Assembly parts = ItemsOf(u"valvula-rele", {}, SomeItems(10));
+    parts.elements[3].item.clear();
+    const ExplodedDrawing drawing = Explode(parts, {582, 343});
+    QCOMPARE(drawing.callouts.size(), size_t(9));
+    for (const Callout& callout : drawing.callouts) {
+        QVERIFY(callout.element != 3);
+    }
+}
+
+TEST(TestPictures, DrawingsAreInkOnPaper) {
+    const ExplodedDrawing drawing =
+        Explode(ItemsOf(u"valvula-rele", {}, SomeItems(20)), {582, 343});
+    int black = 0;
+    int white = 0;
+    for (int y = 0; y < 343; ++y) {
+        for (int x = 0; x < 582; ++x) {
+            const int grey = qGray(drawing.image.pixel(x, y));
+            black += grey < 64 ? 1 : 0;
+            white += grey > 250 ? 1 : 0;
         }
     }
-
-    void DrawingsAreInkOnPaper() {
-        const ExplodedDrawing drawing =
-            Explode(ItemsOf(u"valvula-rele", {}, SomeItems(20)), {582, 343});
-        int black = 0;
-        int white = 0;
-        for (int y = 0; y < 343; ++y) {
-            for (int x = 0; x < 582; ++x) {
-                const int grey = qGray(drawing.image.pixel(x, y));
-                black += grey < 64 ? 1 : 0;
-                white += grey > 250 ? 1 : 0;
-            }
-        }
-        // Lines, not surfaces.
-        QVERIFY(black > 582 * 343 / 200);
-        QVERIFY(black < 582 * 343 / 8);
-        QVERIFY(white > 582 * 343 * 3 / 4);
-    }
-};
-
-TARVO_TEST(TestPictures);
-#include "test_pictures.moc"
+    // Lines, not surfaces.
+    QVERIFY(black > 582 * 343 / 200);
+    QVERIFY(black < 582 * 343 / 8);
+    QVERIFY(white > 582 * 343 * 3 / 4);
+}
