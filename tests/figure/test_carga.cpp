@@ -65,7 +65,7 @@ TEST(TestCarga, rowsThatDoNotFitAreErrors) {
 TEST(TestCarga, picturesOfAnyKind) {
     // Without a size in the file there is no picture.
     for (const auto& [nome, tamanho, visto] : Each<QString, QSize, QSize>{
-             {"none", {}, QSize(), QSize(0, 0)},
+             {"none", "", QSize(), QSize(0, 0)},
              {"missing", "nada.png", QSize(), QSize(0, 0)},
              {"folder", "..\\Figuras", QSize(), QSize(0, 0)},
              {"no picture", "texto.png", QSize(), QSize(0, 0)},

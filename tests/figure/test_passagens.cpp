@@ -22,7 +22,7 @@ TEST(TestPassagens, whatWasSearchedForBlinks) {
              {"component at two items", "Componentes", "A340", "0:12 100:12 12a:12",
               "0:15 100:15 12a:15", "!Anel de vedação|A3400|Anel de vedação"},
              {"kit", "Jogos de Reparo", "A340", "100:9 12a:9", "100:15 12a:15", "||"},
-             {"part", "Peças", "12002", {}, {}, "||"},
+             {"part", "Peças", "12002", "", "", "||"},
          }) {
         mao_->AbrirResultado(tipo, numero);
         Clicar(Resultado, "imgFiguraDetalhadaFundo");

@@ -75,8 +75,8 @@ TEST(TestEntradas, nullsEverywhere) {
 // The search hands six digits over: a longer code is cut to another one.
 TEST(TestEntradas, aCodeOfSevenDigitsIsCut) {
     for (const auto& [outra, pecas] : Each<QString, QStringList>{
-             {"to nobody's", "654321", {}},
-             {"to another part's", "123456", {"B9"}},
+             {"to nobody's", "654321", List()},
+             {"to another part's", "123456", List("B9")},
          }) {
         janela_->catalogo.Executar(
             Inserir("PECA", {"1234567, 'B8', 'Bujão', NULL, NULL, NULL",

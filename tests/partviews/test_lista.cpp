@@ -61,19 +61,13 @@ TEST(TestLista, seeks) {
 
 TEST(TestLista, enteringABoxSortsByItsColumn) {
     for (const auto& [caixa, campo, valores] : Each<QString, QString, QStringList>{
-             {"item", "txtItem", "ItemComponente", {"   1", "   2", "  12a", " 100"}},
-             {"description",
-              "txtDescricaoComponente",
-              "DescricaoComponente",
-              {"Anel de vedação", "Anel de vedação", "Corpo da válvula", "Válvula relé"}},
-             {"number",
-              "txtNumeroTarvo",
-              "NumeroTarvoComponente",
-              {"12000", "A3400", "A3400", "K5600"}},
-             {"customer's number",
-              "txtNumeroClienteConcorrente",
-              "NumeroClienteConcorrente",
-              {QString(), "5A9", "B2", "B2"}},
+             {"item", "txtItem", "ItemComponente", List("   1", "   2", "  12a", " 100")},
+             {"description", "txtDescricaoComponente", "DescricaoComponente",
+              List("Anel de vedação", "Anel de vedação", "Corpo da válvula", "Válvula relé")},
+             {"number", "txtNumeroTarvo", "NumeroTarvoComponente",
+              List("12000", "A3400", "A3400", "K5600")},
+             {"customer's number", "txtNumeroClienteConcorrente", "NumeroClienteConcorrente",
+              List(QString(), "5A9", "B2", "B2")},
          }) {
         UmNumeroDeCadaUm();
         Achar(Lista, caixa == u"txtItem" ? u"txtNumeroTarvo"_s : u"txtItem"_s)->setFocus();

@@ -33,7 +33,7 @@ TEST(TestImpressao, firstTicks) {
              {"figure", "FD:1LC:0", "10"},
              {"list", "FD:0LC:1", "01"},
              {"markers count, not places", "LC:1 FD:0", "01"},
-             {"nothing", {}, "00"},
+             {"nothing", "", "00"},
          }) {
         dialogo_->Abrir(parametro);
         QCOMPARE(dialogo_->Marcas(), marcas);

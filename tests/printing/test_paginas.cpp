@@ -86,7 +86,7 @@ struct TestPaginas : Fixture {
 TEST(TestPaginas, breaks) {
     for (const auto& [itens, jogos, linha, linhaDoTitulo, paginas] :
          Each<int, int, double, double, QString>{
-             {"nothing to print", 0, 0, 50, 60, {}},
+             {"nothing to print", 0, 0, 50, 60, ""},
              {"list alone", 3, 0, 50, 60, "HL3"},
              {"up to the limit", 12, 0, 121, 60, "HL12"},
              {"at the limit", 13, 0, 121, 60, "HL13"},
@@ -218,7 +218,7 @@ TEST(TestPaginas, figure) {
 // The head stands by then, and the rest of the job is printed.
 TEST(TestPaginas, figureFailures) {
     for (const auto& [pontos, sql, caixa] : Each<int, QString, QString>{
-             {"too fine a printer", 2400, {}, "16 Erro nº: 6\nEstouro"},
+             {"too fine a printer", 2400, "", "16 Erro nº: 6\nEstouro"},
              {"picture missing", 360, "UPDATE FIGURA SET ArquivoFigura = 'x.png'",
               "16 Erro nº: 53\nArquivo não encontrado\n%1/Figuras/x.png"},
              {"no name", 360, "UPDATE FIGURA SET ArquivoFigura = NULL",
@@ -226,7 +226,7 @@ TEST(TestPaginas, figureFailures) {
              {"no place", 360, "UPDATE FIGURADETALHADA SET TTop = NULL",
               "16 Erro nº: 94\nUso de Nulo inválido"},
              {"far away", 360, "UPDATE FIGURADETALHADA SET LLeft = 9000", "16 Erro nº: 6\nEstouro"},
-             {"no numbers", 360, "DELETE FROM FIGURADETALHADA", {}},
+             {"no numbers", 360, "DELETE FROM FIGURADETALHADA", ""},
          }) {
         pontos_ = pontos;
         preparar_ = [pontos](Gravador& gravador) { gravador.alturas[10] = pontos / 7.2; };

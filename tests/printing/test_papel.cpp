@@ -202,7 +202,7 @@ TEST(TestPapel, unwritable) {
              {"no folder", "/não há/saída.pdf", "76\nCaminho não encontrado", false},
              {"a folder", "/", "75\nErro de acesso ao caminho/arquivo", false},
              {"full disk", "full", "61\nDisco cheio", true},
-             {"neither printer nor file", {}, "482\nErro de impressora", false},
+             {"neither printer nor file", "", "482\nErro de impressora", false},
          }) {
         arquivo_ = arquivo == u"full"  ? u"/dev/full"_s
                    : arquivo.isEmpty() ? QString()

@@ -43,11 +43,10 @@ TEST(TestPasta, slowReadsOnlyTakeTheirTime) {
 // The box names the folder, and a picture in it is a missing one.
 TEST(TestPasta, goesAway) {
     for (const auto& [files, words] : Each<QStringList, QString>{
-             {"each read fails", {"morto"}, "A pasta de dados não pode ser lida:\n"},
-             {"each read takes its time and fails",
-              {"lento", "morto"},
+             {"each read fails", List("morto"), "A pasta de dados não pode ser lida:\n"},
+             {"each read takes its time and fails", List("lento", "morto"),
               "A pasta de dados não pode ser lida:\n"},
-             {"unmounted", {}, "A pasta de dados não pode ser alcançada:\n"},
+             {"unmounted", List(), "A pasta de dados não pode ser alcançada:\n"},
          }) {
         WritePicture(pasta_->Behind() + u"/FotoPeca/a.png"_s, {20, 20});
         for (const QString& file : files) {

@@ -18,7 +18,7 @@ TEST(TestSegredo, Frase) {
 
 TEST(TestSegredo, VaiEVolta) {
     for (const auto& [texto, tamanho] : Each<QString, int>{
-             {"empty", {}, 0},
+             {"empty", "", 0},
              {"one", "a", 64},
              {"whole block", QString(14, u'a'), 64},
              {"one more", QString(15, u'a'), 128},

@@ -21,14 +21,14 @@ struct TestCriterion : Fixture {};
 TEST(TestCriterion, Decides) {
     for (const auto& [met, notMet] : Each<QStringList, QStringList>{
              {"texts",
-              {"ItemComponente = '  12'", "itemcomponente >= '  12'", "ItemComponente >= '   7'",
-               "Descricao = 'ÔNIBUS d´Água'", "[DESCRICAO] >= \"Onibus d´água\""},
-              {"ItemComponente = '12'", "ItemComponente >= '  12a'", "Descricao >= 'P'",
-               "Descricao = 'Onibus d´água'"}},
-             {"numbers",
-              {"Quantidade = 2.5", "Quantidade >= 2", "Quantidade >= 2.5"},
-              {"Quantidade = 2", "Quantidade >= 3"}},
-             {"null is not met", {}, {"Kit = 1", "Kit = ''", "Kit >= ''"}},
+              List("ItemComponente = '  12'", "itemcomponente >= '  12'",
+                   "ItemComponente >= '   7'", "Descricao = 'ÔNIBUS d´Água'",
+                   "[DESCRICAO] >= \"Onibus d´água\""),
+              List("ItemComponente = '12'", "ItemComponente >= '  12a'", "Descricao >= 'P'",
+                   "Descricao = 'Onibus d´água'")},
+             {"numbers", List("Quantidade = 2.5", "Quantidade >= 2", "Quantidade >= 2.5"),
+              List("Quantidade = 2", "Quantidade >= 3")},
+             {"null is not met", List(), List("Kit = 1", "Kit = ''", "Kit >= ''")},
          }) {
         for (const QString& text : met + notMet) {
             QVERIFY2(Matches(text) == met.contains(text), qPrintable(text));

@@ -18,13 +18,13 @@ struct TestFileLocks : Fixture {};
 
 TEST(TestFileLocks, mountsAndTheirOptions) {
     for (const auto& [path, type, option] : Each<QString, QString, QString>{
-             {"root", "/home/x", "ext4", {}},
+             {"root", "/home/x", "ext4", ""},
              {"share without byte ranges", "/srv/dados/Tarvo.mdb", "cifs", "nobrl"},
              {"the folder itself", "/srv/dados", "cifs", "nobrl"},
-             {"a longer name", "/srv/dados2/Tarvo.mdb", "ext4", {}},
-             {"a blank in the name", "/srv/dados dois/Tarvo.mdb", "nfs", {}},
+             {"a longer name", "/srv/dados2/Tarvo.mdb", "ext4", ""},
+             {"a blank in the name", "/srv/dados dois/Tarvo.mdb", "nfs", ""},
              {"the deeper one", "/srv/dados dois/x/y", "nfs", "local_lock=all"},
-             {"the later one", "/srv/novo/Tarvo.mdb", "nfs4", {}},
+             {"the later one", "/srv/novo/Tarvo.mdb", "nfs4", ""},
          }) {
         const sys::Mount mount = sys::MountIn(Mounts, path);
         QCOMPARE(mount.type, type);

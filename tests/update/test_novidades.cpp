@@ -290,21 +290,17 @@ TEST(TestNovidades, UpdatesNothingWhereLocksHoldNobody) {
 // Also when a script of an older program was cut short, or wrote what is no date.
 TEST(TestNovidades, EmissionAndTip) {
     for (const auto& [statements, emission, tip] : Each<QStringList, QString, QString>{
-             {"as it is", {}, "05-MAR-2026 - teste", " "},
+             {"as it is", List(), "05-MAR-2026 - teste", " "},
              {"a failed check",
-              {"UPDATE UMREGISTRO SET DataUltimaVerificacao = "
-               "DateSerial(2026,3,5)+TimeSerial(7,8,9), FlagErroUltimaVerificacao = 1"},
-              "05-MAR-2026 - teste",
-              "ERRO na Última Verificação: 05-MAR-2026 07:08:09"},
-             {"no row",
-              {"DELETE FROM UMREGISTRO"},
-              "",
+              List("UPDATE UMREGISTRO SET DataUltimaVerificacao = "
+                   "DateSerial(2026,3,5)+TimeSerial(7,8,9), FlagErroUltimaVerificacao = 1"),
+              "05-MAR-2026 - teste", "ERRO na Última Verificação: 05-MAR-2026 07:08:09"},
+             {"no row", List("DELETE FROM UMREGISTRO"), "",
               "O catálogo está sem o registro da versão: uma atualização foi interrompida.*"},
              {"no date",
-              {"ALTER TABLE UMREGISTRO ALTER COLUMN DataEmissao DATETIME NULL",
-               "UPDATE UMREGISTRO SET DataEmissao = Null"},
-              " - teste",
-              " "},
+              List("ALTER TABLE UMREGISTRO ALTER COLUMN DataEmissao DATETIME NULL",
+                   "UPDATE UMREGISTRO SET DataEmissao = Null"),
+              " - teste", " "},
          }) {
         catalogo_->Executar(statements);
         Check().CarregarDadosVerificacao(false);

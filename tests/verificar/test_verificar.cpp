@@ -79,33 +79,33 @@ TEST(TestVerificar, OneFault) {
               "CodigoComponente = 3; UPDATE REFERENCIACRUZADA SET NumeroClienteConcorrente = "
               "'b-9' "
               "WHERE NumeroClienteConcorrente = 'B9'",
-              {"1 PECA.NumeroTarvoPeca fora…: CodigoPeca 3: \"0K5602\"",
-               "1 COMPONENTE.NumeroTarvoComponente fora…: CodigoComponente 3: \"1K5600\"",
-               "1 REFERENCIACRUZADA.NumeroClienteConcorrente fora…: cliente 7, Nº Tarvo A3400: "
-               "\"b-9\""}},
+              List("1 PECA.NumeroTarvoPeca fora…: CodigoPeca 3: \"0K5602\"",
+                   "1 COMPONENTE.NumeroTarvoComponente fora…: CodigoComponente 3: \"1K5600\"",
+                   "1 REFERENCIACRUZADA.NumeroClienteConcorrente fora…: cliente 7, Nº Tarvo A3400: "
+                   "\"b-9\"")},
              {"descriptions",
               "UPDATE PECA SET DescricaoPeca = 'Mola d''água'; UPDATE VEICULO SET "
               "DescricaoVeiculo = ' Cavalo' WHERE CodigoVeiculo = 2",
-              {"3 PECA.DescricaoPeca que a pesquisa…: CodigoPeca 1: \"Mola d'água\" | "
-               "CodigoPeca "
-               "2: \"Mola d'água\"",
-               "1 VEICULO.DescricaoVeiculo que a…: CodigoVeiculo 2: \" Cavalo\""}},
+              List("3 PECA.DescricaoPeca que a pesquisa…: CodigoPeca 1: \"Mola d'água\" | "
+                   "CodigoPeca "
+                   "2: \"Mola d'água\"",
+                   "1 VEICULO.DescricaoVeiculo que a…: CodigoVeiculo 2: \" Cavalo\"")},
              {"items",
               "INSERT INTO PECA_COMPONENTE VALUES (2, '3', 1, 1), (2, '  12A', 1, 1), "
               "(2, '   a', 1, 1), (2, '  07', 1, 1), (2, '9999z', 1, 1)",
-              {"4 PECA_COMPONENTE.ItemComponente mal…: CodigoPeca 2: \"   a\" | CodigoPeca 2: "
-               "\"  07\""}},
+              List("4 PECA_COMPONENTE.ItemComponente mal…: CodigoPeca 2: \"   a\" | CodigoPeca 2: "
+                   "\"  07\"")},
              {"codes",
               "UPDATE PECA SET CodigoPeca = 1000000 WHERE CodigoPeca = 3; "
               "INSERT INTO FIGURADETALHADA VALUES (7, 32768, '   2', 0, 0); "
               "INSERT INTO CLIENTECONCORRENTE VALUES (32768, 'Norral', 'I'), (147483648, 'Z', "
               "'C')",
-              {"1 PECA.CodigoPeca fora da faixa de 1 a 999999: 1000000",
-               "1 FIGURADETALHADA.CodigoFiguraDetalhada fora da faixa…: 32768",
-               "1 CLIENTECONCORRENTE.CodigoClienteConcorrente fora da faixa de 1 a 147483647: "
-               "147483648",
-               "1 CLIENTECONCORRENTE.CodigoClienteConcorrente fora da faixa de 1 a 32767 dos "
-               "fabricantes de veículos: 32768"}},
+              List("1 PECA.CodigoPeca fora da faixa de 1 a 999999: 1000000",
+                   "1 FIGURADETALHADA.CodigoFiguraDetalhada fora da faixa…: 32768",
+                   "1 CLIENTECONCORRENTE.CodigoClienteConcorrente fora da faixa de 1 a 147483647: "
+                   "147483648",
+                   "1 CLIENTECONCORRENTE.CodigoClienteConcorrente fora da faixa de 1 a 32767 dos "
+                   "fabricantes de veículos: 32768")},
              {"links",
               "DELETE FROM COMPONENTE WHERE CodigoComponente = 3; UPDATE PECA SET CodigoFigura "
               "= "
@@ -113,40 +113,42 @@ TEST(TestVerificar, OneFault) {
               "7', "
               "1); UPDATE VEICULO SET CodigoClienteConcorrente = 9 WHERE CodigoVeiculo = 2; "
               "INSERT INTO REFERENCIACRUZADA VALUES (7, 'XYZ', '1')",
-              {"1 PECA.CodigoFigura sem linha em FIGURA: CodigoPeca 2 → 8",
-               "2 PECA_COMPONENTE.CodigoComponente sem linha em COMPONENTE: CodigoPeca 1, item  "
-               "  1 "
-               "→ 3 | CodigoPeca 2, item    1 → 3",
-               "1 PECA_COMPONENTE_JOGOREPARO sem a linha do item…: CodigoPeca 1, item    7",
-               "1 VEICULO.CodigoClienteConcorrente de quem não…: CodigoVeiculo 2 → 9",
-               "1 REFERENCIACRUZADA.NumeroTarvo que nenhuma…: cliente 7: XYZ"}},
+              List(
+                  "1 PECA.CodigoFigura sem linha em FIGURA: CodigoPeca 2 → 8",
+                  "2 PECA_COMPONENTE.CodigoComponente sem linha em COMPONENTE: CodigoPeca 1, item  "
+                  "  1 "
+                  "→ 3 | CodigoPeca 2, item    1 → 3",
+                  "1 PECA_COMPONENTE_JOGOREPARO sem a linha do item…: CodigoPeca 1, item    7",
+                  "1 VEICULO.CodigoClienteConcorrente de quem não…: CodigoVeiculo 2 → 9",
+                  "1 REFERENCIACRUZADA.NumeroTarvo que nenhuma…: cliente 7: XYZ")},
              {"single rows",
               "DROP INDEX UMREGISTRO_UMA; INSERT INTO UMREGISTRO VALUES ('ontem', NULL, NULL, "
               "0, "
               "'u', 40000, 0); UPDATE main.CODIGOCLIENTECONCORRENTE SET "
               "CodigoClienteConcorrente = 3",
-              {"1 Falta o índice…: UMREGISTRO único (constante)",
-               "1 UMREGISTRO precisa ter exatamente uma linha: 2 linhas",
-               "1 CODIGOCLIENTECONCORRENTE que não é -5 nem um cliente: 3",
-               "1 UMREGISTRO.DataEmissao não é uma data: \"ontem\"",
-               "1 UMREGISTRO.Versao não cabe em 16 bits: \"40000\""}},
+              List("1 Falta o índice…: UMREGISTRO único (constante)",
+                   "1 UMREGISTRO precisa ter exatamente uma linha: 2 linhas",
+                   "1 CODIGOCLIENTECONCORRENTE que não é -5 nem um cliente: 3",
+                   "1 UMREGISTRO.DataEmissao não é uma data: \"ontem\"",
+                   "1 UMREGISTRO.Versao não cabe em 16 bits: \"40000\"")},
              {"structure",
               "DROP VIEW FIGURADETALHADA1; ALTER TABLE PECA DROP COLUMN ArquivoFotoPeca; "
               "DROP INDEX VEICULO_PECA_VEICULO; INSERT INTO VEICULO_PECA VALUES (1, 1)",
-              {"1 Falta a tabela: FIGURADETALHADA1", "1 Falta a coluna: PECA ArquivoFotoPeca",
-               "1 Falta o índice…: VEICULO_PECA único (CodigoVeiculo, CodigoPeca)",
-               "1 VEICULO_PECA: linhas iguais em CodigoVeiculo, CodigoPeca: 1, 1"}},
+              List("1 Falta a tabela: FIGURADETALHADA1", "1 Falta a coluna: PECA ArquivoFotoPeca",
+                   "1 Falta o índice…: VEICULO_PECA único (CodigoVeiculo, CodigoPeca)",
+                   "1 VEICULO_PECA: linhas iguais em CodigoVeiculo, CodigoPeca: 1, 1")},
              {"a collation of somebody else's",
               "DROP INDEX VEICULO_DESCRICAO; CREATE INDEX VEICULO_DESCRICAO ON VEICULO "
               "(DescricaoVeiculo COLLATE NOCASE, CodigoClienteConcorrente)",
-              {"1 Falta o índice…: VEICULO (DescricaoVeiculo TARVO, CodigoClienteConcorrente)"}},
+              List(
+                  "1 Falta o índice…: VEICULO (DescricaoVeiculo TARVO, CodigoClienteConcorrente)")},
              {"figure",
               "INSERT INTO FIGURADETALHADA VALUES (7, 3, '   2', 200, 10), (7, 4, ' 100', NULL, "
               "10)",
-              {"1 FIGURADETALHADA.LLeft ou TTop não é um número: CodigoFigura 7, marca 4",
-               "1 FIGURADETALHADA: número fora da figura: CodigoFigura 7, marca 3: 200, 10 "
-               "(figura "
-               "de 200 por 100)"}},
+              List("1 FIGURADETALHADA.LLeft ou TTop não é um número: CodigoFigura 7, marca 4",
+                   "1 FIGURADETALHADA: número fora da figura: CodigoFigura 7, marca 3: 200, 10 "
+                   "(figura "
+                   "de 200 por 100)")},
          }) {
         Estragar(comandos);
         QStringList textos = Textos(Achados(Weight::Fault));

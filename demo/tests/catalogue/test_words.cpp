@@ -25,12 +25,11 @@ struct Words : Fixture {};
 
 TEST(Words, Patterns) {
     for (const auto& [source, texts] : Each<QString, QStringList>{
-             {"no place", "Êmbolo", {"Êmbolo"}},
-             {"named, empty value", "Válvula{tipo:| dupla}", {"Válvula", "Válvula dupla"}},
-             {"range with decimals",
-              "Anel {9..10/0,5} mm",
-              {"Anel 9 mm", "Anel 9,5 mm", "Anel 10 mm"}},
-             {"two places, first fastest", "{a|b}-{1|2}", {"a-1", "b-1", "a-2", "b-2"}},
+             {"no place", "Êmbolo", List("Êmbolo")},
+             {"named, empty value", "Válvula{tipo:| dupla}", List("Válvula", "Válvula dupla")},
+             {"range with decimals", "Anel {9..10/0,5} mm",
+              List("Anel 9 mm", "Anel 9,5 mm", "Anel 10 mm")},
+             {"two places, first fastest", "{a|b}-{1|2}", List("a-1", "b-1", "a-2", "b-2")},
          }) {
         const Wording wording(source);
         QCOMPARE(wording.Combinations(), static_cast<quint64>(texts.size()));

@@ -144,7 +144,7 @@ TEST(TestModels, ThreadsAreRead) {
              {"metric", "M16x1,5", 16.0f},
              {"after words", ", M22x1,5", 22.0f},
              {"pipe", "3/8 NPTF", 17.1f},
-             {"none", {}, 5.0f},
+             {"none", "", 5.0f},
          }) {
         QCOMPARE(Parameters().Set(u"rosca"_s, text).Thread(5), diameter);
     }

@@ -70,8 +70,8 @@ TEST(TestPictures, MoreOutletsShowMoreHoles) {
 
 TEST(TestPictures, ColoursShow) {
     for (const auto& [family, colour, hue] : Each<QString, QString, int>{
-             {"red", "mao-de-amigo-emergencia", {}, 0},
-             {"yellow", "mao-de-amigo-servico", {}, 45},
+             {"red", "mao-de-amigo-emergencia", "", 0},
+             {"yellow", "mao-de-amigo-servico", "", 45},
              {"blue hose", "mangueira-espiral", "azul", 215},
              {"yellow hose", "mangueira-espiral", "amarela", 45},
          }) {
