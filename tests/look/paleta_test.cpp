@@ -1,6 +1,12 @@
 #include "look/paleta.h"
 
+#include "look/tema.h"
+#include "platform/forms/theme.h"
+#include "session/global.h"
 #include "support/test.h"
+
+#include <QGuiApplication>
+#include <QIcon>
 
 #include <algorithm>
 #include <cmath>
@@ -44,5 +50,22 @@ TEST(PaletaTest, Contrastes) {
     for (const auto& [frente, fundo, minimo] : row) {
         const double contraste = Contraste(frente, fundo);
         QVERIFY2(contraste >= minimo, qPrintable(QString::number(contraste)));
+    }
+}
+
+TEST(PaletaTest, Tema) {
+    AplicarTema();
+    QCOMPARE(forms::CurrentTheme().surround, Paleta::Atual().petroleoFundo);
+    QCOMPARE(QGuiApplication::desktopFileName(), NomeDoPrograma);
+    const QIcon icone = QGuiApplication::windowIcon();
+    for (const int lado : {16, 32, 48, 64}) {
+        QVERIFY(icone.availableSizes().contains(QSize(lado, lado)));
+        // The whole drawing, in round corners.
+        const QImage imagem = icone.pixmap(lado).toImage();
+        QVERIFY(imagem.pixelColor(0, 0).alpha() < 30);
+        for (const QPoint borda : {QPoint(0, lado / 2), QPoint(lado / 2, 0),
+                                   QPoint(lado - 1, lado / 2), QPoint(lado / 2, lado - 1)}) {
+            QVERIFY(imagem.pixelColor(borda).alpha() > 0);
+        }
     }
 }

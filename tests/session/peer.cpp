@@ -1,6 +1,8 @@
 // Another computer that shares the catalogue: a process that does what it is told, line by line,
-// and answers each line with one. Started with the data folder.
+// and answers each line with one. Started with the data folder; without one it prints where it
+// would look for it.
 #include "platform/erro.h"
+#include "session/arquivos.h"
 #include "session/banco.h"
 #include "session/global.h"
 #include "support/quickkeys.h"
@@ -37,10 +39,14 @@ QString Do(const QString& command, const QString& rest, QTextStream& out) {
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
-    gCaminho = application.arguments().at(1) + u'\\';
-    testing_support::UseQuickKeys();
     QTextStream in(stdin);
     QTextStream out(stdout);
+    if (argc < 2) {
+        out << LocalizarDados();
+        return 0;
+    }
+    gCaminho = application.arguments().at(1) + u'\\';
+    testing_support::UseQuickKeys();
     QString line = QStringLiteral("open");
     while (!line.isNull()) {
         QString answer = QStringLiteral("0");

@@ -7,8 +7,10 @@
 #include "support/test.h"
 #include "support/windows.h"
 
+#include <QCryptographicHash>
 #include <QScopedValueRollback>
 #include <QStandardPaths>
+#include <QTimer>
 
 namespace {
 
@@ -57,6 +59,13 @@ TEST(TestBanco, AnOldCatalogueIsToldFromOtherFiles) {
     QVERIFY(!complaint(QByteArray(9000, 'x')).contains(u"tarvo-importar"_s));
 }
 
+// A release with another password could not open the catalogues that are out there.
+TEST(TestBanco, ThePasswordStays) {
+    QCOMPARE(
+        QCryptographicHash::hash(SenhaBancoDados().toUtf8(), QCryptographicHash::Sha256).toHex(),
+        "f6d69d0126a032721d7415d3ffb49b4d06a6200271d8dd6afe8988c573eba375"_ba);
+}
+
 TEST(TestBanco, TellsWhatIsInUse) {
     const std::pair<const char*, int> used[] = {
         {"COM", 10}, {"JRE", 20}, {"VEI", 5}, {"FPC", 31}, {"PCA", 777}};
@@ -83,6 +92,11 @@ TEST(TestBanco, WritesTheLastCheckForAllToSee) {
     QCOMPARE(Valor("SELECT DataUltimaVerificacao FROM UMREGISTRO").toDouble(), 45351.5);
     pending->MoveLast();
     QCOMPARE(pending->RecordCount(), 2000);
+    // Somebody else's writing is waited for, and the window is painted meanwhile.
+    OutroComputador outro;
+    outro.sessao->BeginTrans();
+    outro.banco->Execute(u"UPDATE UMREGISTRO SET VersaoAnterior = 5"_s);
+    QTimer::singleShot(200, [&outro] { outro.sessao->Rollback(); });
     GravarUltimaVerificacao(QString(), u"0"_s);
     QCOMPARE(Valor("SELECT FlagErroUltimaVerificacao FROM UMREGISTRO"), u"0"_s);
     QCOMPARE(Valor("SELECT DataUltimaVerificacao FROM UMREGISTRO").toDouble(), 45351.5);

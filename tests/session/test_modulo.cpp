@@ -34,6 +34,7 @@ TEST(TestModulo, NormalizarNumero) {
              {"zero after the digit's letter", "0A0", "A0"},
              {"accents and signs", "çá-é*?#'\t\n🙂", ""},
              {"look-alikes", "ßſıK９²", "K"},
+             {"ends of the ranges", "@[`{/:zaZA09", "ZAZA09"},
          }) {
         QCOMPARE(::NormalizarNumero(texto), numero);
     }
@@ -132,6 +133,18 @@ TEST(TestModulo, Pastas) {
     qputenv(UserData, "/proc/nao/ha");
     QCOMPARE(PastaDadosUsuario(true), PastaSistema(u" system "_s, true));
     qunsetenv(UserData);
+}
+
+// Beside the program, or where a file beside it says.
+TEST(TestModulo, Dados) {
+    const QTemporaryDir pasta;
+    const QString programa = pasta.filePath(u"peer"_s);
+    QVERIFY(QFile::copy(QStringLiteral(TARVO_PEER), programa));
+    QCOMPARE(OutputOf(programa, {}), pasta.path() + u'\\');
+    for (const char* caminho : {"X:\\dados", "X:\\dados\\"}) {
+        Write(pasta.filePath(u"Caminho.txt"_s), caminho);
+        QCOMPARE(OutputOf(programa, {}), u"X:\\dados\\"_s);
+    }
 }
 
 TEST(TestModulo, ExecutarEsperaComATelaViva) {

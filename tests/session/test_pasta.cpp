@@ -2,6 +2,7 @@
 #include "session/banco.h"
 #include "session/erros.h"
 #include "session/global.h"
+#include "session/travas.h"
 #include "support/catalogo.h"
 #include "support/frailfolder.h"
 #include "support/windows.h"
@@ -61,10 +62,22 @@ TEST(TestPasta, goesAway) {
         MostrarErro(erro, u"Falhou."_s);
         MostrarErro(Erro::TypeMismatch, u"Outra coisa."_s);
         const QString texto = caixas.Texts().value(0);
-        QVERIFY2(texto.contains(words + QString(gCaminho).replace(u'/', u'\\')), qPrintable(texto));
+        const QString folder =
+            QString(gCaminho).replace(u'/', u'\\') + u"\n\nSe ela fica na rede"_s;
+        QVERIFY2(texto.contains(words + folder), qPrintable(texto));
         QCOMPARE(caixas.Texts().value(1).contains(u"A pasta de dados"_s), files.isEmpty());
         QVERIFY(ErrorOf([] {
                     forms::LoadPicture(gCaminho + u"FotoPeca\\a.png"_s, {10, 10}, 1);
                 }) != 0);
     }
+}
+
+TEST(TestPasta, locksThatHoldNobody) {
+    QCOMPARE(FaltaDeTravas(gCaminho), QString());
+    const FrailFolder frail({"ignore-locks"});
+    Write(frail.Behind() + u"/Tarvo.mdb"_s);
+    QCOMPARE(
+        FaltaDeTravas(frail.Seen() + u'\\'),
+        u"O sistema de arquivos da pasta de dados (fuse.tarvo_frailfs) concede a mesma trava duas "
+        "vezes."_s);
 }

@@ -1,3 +1,4 @@
+#include "platform/system/output.h"
 #include "platform/system/paths.h"
 #include "support/test.h"
 
@@ -56,4 +57,32 @@ TEST(TestPaths, MakeAndDelete) {
     QVERIFY(QFile::setPermissions(made, QFileDevice::ReadOwner));
     sys::Delete(Text("FotoPeca\\NOVA\\B.txt"));
     QVERIFY(!QFile::exists(made));
+}
+
+TEST(TestPaths, IsInside) {
+    for (const auto& [folder, path, inside] : Each<QString, QString, bool>{
+             {"itself", "FotoPeca", "fotopeca", true},
+             {"what is there", "FotoPeca", "fotopeca\\ab12.jpg", true},
+             {"what may come", "FotoPeca", "FotoPeca\\nova\\a.png", true},
+             {"out again", "FotoPeca", "FotoPeca\\..\\dois.txt", false},
+             {"a longer name", "FotoPeca", "FotoPecas\\a.png", false},
+             {"in a folder that is not there", "Nada", "Nada\\a.png", false},
+         }) {
+        QCOMPARE(sys::IsInside(Text(folder), Text(path)), inside);
+    }
+}
+
+TEST(TestPaths, WholeFiles) {
+    const QString path = Text("inteiro.txt");
+    for (const auto access : {sys::Access::OwnerOnly, sys::Access::Shared}) {
+        sys::WriteWhole(path, "conteúdo", access);
+        QCOMPARE(sys::ReadText(path), u"conteúdo"_s);
+    }
+    QCOMPARE(ErrorOf([&] { sys::WriteWhole(Text("nada\\a.txt"), "x"); }), 76);
+    QCOMPARE(ErrorOf([&] { sys::WriteWhole(Text("FotoPeca"), "x"); }), 75);
+    QCOMPARE(ErrorOf([&] { sys::Flush(Text("nada")); }), 53);
+    QCOMPARE(ErrorOf([&] { sys::Replace(Text("nada"), path); }), 53);
+    QCOMPARE(ErrorOf([&] { sys::Replace(path, Text("FotoPeca")); }), 75);
+    sys::Replace(path, Text("DOIS.TXT"));
+    QVERIFY(!sys::Exists(path) && sys::ReadText(Text("DOIS.TXT")) == u"conteúdo"_s);
 }
