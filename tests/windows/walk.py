@@ -265,9 +265,7 @@ def leave(walk):
     walk.wait("the end", lambda: not walk.running())
 
 
-# Printing at the end, in a program of its own: wine's question for a file sometimes ends it.
-STATIONS = [start, parts, result, component_list, figure, settings, help_window, update, leave,
-            start, parts, result, component_list, print_to_file]
+STATIONS = [start, parts, result, component_list, print_to_file, figure, settings, help_window, update, leave, start]
 
 
 def go(options, folder):

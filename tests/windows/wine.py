@@ -1,5 +1,6 @@
 """A Windows of its own: a wine prefix and a virtual screen. Nothing outside build/windows is touched."""
 
+import glob
 import os
 import shutil
 import subprocess
@@ -36,6 +37,15 @@ def wine(*arguments, **options):
     return subprocess.run([WINE, *arguments], stdin=subprocess.DEVNULL, **options)
 
 
+def keep_own_folders():
+    """A user's desktop and documents, which wine makes links to those of this machine's: a home that may be
+    gone by the next run, and a file dialog without a desktop ends its program."""
+    for folder in glob.glob(os.path.join(PREFIX, "drive_c", "users", "*", "*")):
+        if os.path.islink(folder):
+            os.unlink(folder)
+            os.mkdir(folder)
+
+
 def prepare(share):
     """The prefix, made once; `share` is the folder behind \\\\servidor\\dados."""
     if not os.path.exists(os.path.join(PREFIX, "system.reg")):
@@ -44,6 +54,7 @@ def prepare(share):
         # What it gives itself out for otherwise is too old for the programs.
         wine("reg", "add", r"HKCU\Software\Wine", "/v", "Version", "/d", "win10", "/f", env=environment(),
              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=True)
+    keep_own_folders()
     server = os.path.join(PREFIX, "dosdevices", "unc", SERVER)
     os.makedirs(server, exist_ok=True)
     link = os.path.join(server, "dados")
