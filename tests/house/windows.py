@@ -1,7 +1,7 @@
 """What stands in a file of its own for Windows must compile there: the cross compiler reads it, with this
 machine's headers of the toolkit. Without the compiler nothing is checked, and that is said.
 
-    windows.py SOURCES TOOLKIT_HEADERS
+    windows.py PROJECT TOOLKIT_HEADERS
 """
 
 import concurrent.futures
@@ -17,23 +17,26 @@ DEFINITIONS = ["UNICODE", "_UNICODE", "_WIN32_WINNT=0x0A00", "NOMINMAX", "WIN32_
                "QT_NO_CAST_FROM_ASCII", 'TARVO_VERSION="0"']
 
 
-def complaint(path, sources, headers):
-    toolkit = [headers, *(os.path.join(headers, "Qt" + part) for part in ("Core", "Gui", "Widgets", "PrintSupport"))]
+def complaint(path, folders, headers):
+    toolkit = [headers, *(os.path.join(headers, "Qt" + part) for part in ("Core", "Gui", "Widgets", "PrintSupport",
+                                                                          "Test"))]
     return subprocess.run(
         [COMPILER, "-std=c++20", "-fsyntax-only", "-Wall", "-Wextra", "-Wshadow", "-Werror",
-         *("-D" + definition for definition in DEFINITIONS), "-I", sources,
+         *("-D" + definition for definition in DEFINITIONS), *("-I" + folder for folder in folders),
          *(word for folder in toolkit for word in ("-isystem", folder)), path],
         capture_output=True, text=True, check=False).stderr
 
 
 def main():
-    sources, headers = sys.argv[1:]
+    project, headers = sys.argv[1:]
+    folders = [os.path.join(project, name) for name in ("src", "tests")]
     if not shutil.which(COMPILER):
         print(f"skipped: no {COMPILER}; setup/install packages.txt windows.txt brings it")
         return SKIPPED
-    paths = sorted(glob.glob(os.path.join(sources, "**", "*_windows.cpp"), recursive=True))
+    paths = sorted(path for folder in folders
+                   for path in glob.glob(os.path.join(folder, "**", "*_windows.cpp"), recursive=True))
     with concurrent.futures.ThreadPoolExecutor(2) as pool:
-        complaints = list(filter(None, pool.map(lambda path: complaint(path, sources, headers), paths)))
+        complaints = list(filter(None, pool.map(lambda path: complaint(path, folders, headers), paths)))
     print("\n".join(complaints) or f"{len(paths)} files")
     return 1 if complaints or not paths else 0
 

@@ -48,8 +48,9 @@ TEST(TestProcess, StartErrors) {
          }) {
         const QTemporaryDir folder;
         Write(folder.filePath(u"texto.exe"_s), "no program at all");
-        commandLine.replace("%1"_L1, folder.filePath(u"texto.exe"_s));
-        QCOMPARE(ErrorOf([&] { sys::Start(commandLine, 1); }), number);
+        const QString noProgram = folder.filePath(u"texto.exe"_s);
+        const QString line = QString(commandLine).replace("%1"_L1, noProgram);
+        QCOMPARE(ErrorOf([&] { sys::Start(line, 1); }), number);
     }
 }
 
