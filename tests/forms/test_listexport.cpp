@@ -159,9 +159,12 @@ TEST(TestListExport, MenuByMouseAndByKeys) {
         QCOMPARE(scene.asked, 1);
         QCOMPARE(scene.Names(), List("lista.csv"));
         scene.Menu()->close();
-        // A word of the dialog's list that the toolkit's own translation leaves out.
-        QCOMPARE(QFileIconProvider().type(QFileInfo(QFileInfo(file_.Path()).path())), u"Pasta"_s);
     }
+}
+
+// A word of the dialog's list that the toolkit's own translation leaves out.
+TEST(TestListExport, DialogSpeaksPortuguese) {
+    QCOMPARE(QFileIconProvider().type(QFileInfo(QFileInfo(file_.Path()).path())), u"Pasta"_s);
 }
 
 TEST(TestListExport, NothingToTake) {

@@ -110,7 +110,7 @@ QString testing_support::OutputOf(const AnyText& program, const AnyTexts& argume
     if (!process.waitForFinished(60000) || process.exitCode() != 0) {
         qFatal("%s: %s", qPrintable(program), qPrintable(process.errorString()));
     }
-    return QString::fromUtf8(process.readAllStandardOutput());
+    return QString::fromUtf8(process.readAllStandardOutput()).replace("\r\n"_L1, "\n"_L1);
 }
 
 int main(int argc, char** argv) {

@@ -91,6 +91,12 @@ struct TestBroken : Fixture {
 
     enum Phase { Lists, Downloads, Placing, Scripts, Phases };
 
+#ifdef Q_OS_UNIX
+    static constexpr bool DiesByItself = true;  // between two files; see runner.cpp
+#else
+    static constexpr bool DiesByItself = false;
+#endif
+
     // Whether an update has come as far as the given piece of its phase.
     static bool Reached(int phase, int piece, const QString& data) {
         switch (phase) {
@@ -99,7 +105,7 @@ struct TestBroken : Fixture {
             case Downloads:
                 return QDir(data).entryList({u"*.tmp"_s}).size() >= piece;
             case Placing:
-                return false;  // it dies by itself
+                return !DiesByItself && NewFiles(data) >= piece;
             default:
                 return QFileInfo(data + u'/' + FileName(Files - 1)).size() > 10;
         }
@@ -176,7 +182,8 @@ TEST(TestBroken, KilledAtAnyMoment) {
             const int fresh = NewFiles(data);
             const QByteArray where =
                 u"seed %1, round %2, phase %3"_s.arg(seed).arg(round).arg(phase).toUtf8();
-            QVERIFY2(phase == Placing ? fresh == piece : fresh >= 0, where.constData());
+            QVERIFY2(phase == Placing && DiesByItself ? fresh == piece : fresh >= 0,
+                     where.constData());
             // The next one has the same way before it, whatever was left behind, and takes that
             // away.
             ExpectWhole(data);

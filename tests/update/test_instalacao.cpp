@@ -223,6 +223,11 @@ TEST(TestInstalacao, Updates) {
         row(one.name, one.lines, box, state);
     }
     for (const auto& [changes, box, state] : row) {
+#ifdef Q_OS_WIN  // where the toolkit's links are shortcuts, which lead no program anywhere
+        if (row.Name().startsWith("name fora\\")) {
+            continue;
+        }
+#endif
         for (const QString& change : changes) {
             Apply(change);
         }
@@ -288,11 +293,16 @@ TEST(TestInstalacao, Closed) {
 // whom, others go on searching, and the user may give up.
 TEST(TestInstalacao, WaitsForOthers) {
     Each<bool, bool, QString> row;
+    const QString somebody = u"outro computador, que está usando o catálogo"_s;
+#ifdef Q_OS_WIN  // which tells of nobody's locks
+    const QString reader = somebody;
+#else
     const QString reader = u"catalogue_peer (%1), que lê o catálogo neste computador"_s.arg(
         QFileInfo(u"/proc/self"_s).owner());
+#endif
     row("a reader asleep", true, false, reader);
     row("a reader asleep, and no patience", true, true, reader);
-    row("a writer", false, false, "outro computador, que está usando o catálogo");
+    row("a writer", false, false, somebody);
     for (const auto& [reads, gaveUp, whom] : row) {
         gDB->GetConnection()->Run(
             "WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 2000) "
