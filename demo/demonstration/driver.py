@@ -16,6 +16,9 @@ from gi.repository import Atspi, GLib  # noqa: E402
 
 from screen import PATIENCE  # noqa: E402
 
+# The library's own patience, 0.8 s for one answer, is less than a busy machine needs.
+Atspi.set_timeout(PATIENCE * 1000, PATIENCE * 1000)
+
 PROGRAM = "CatalogoTarvo"
 LAUNCHER = "Tarvo.exe"
 VERIFIER = "VerifAtualizCatalogoTarvo.exe"

@@ -4,15 +4,10 @@
 
 #include <QAccessible>
 
-struct TestCarga : Fixture {
-    std::unique_ptr<Mao> mao_;
-
-    void init() override { mao_ = std::make_unique<Mao>(); }
-    void cleanup() override { mao_.reset(); }
-};
+struct TestCarga : NaJanela<Mao> {};
 
 TEST(TestCarga, numbersStandWhereTheRowsSay) {
-    mao_->AbrirFigura();
+    janela_->AbrirFigura();
     QStringList itens;
     for (const ItemFigura* item : Itens()) {
         itens += u"%1 %2,%3 %4"_s.arg(item->Caption()).arg(item->x()).arg(item->y()).arg(item->Tag);
@@ -30,20 +25,20 @@ TEST(TestCarga, numbersStandWhereTheRowsSay) {
 // The first row names the picture; without rows there is none.
 TEST(TestCarga, laterRowsDoNotChangeThePicture) {
     // A table in the view's place: there a part's rows may differ in their file.
-    mao_->catalogo.Executar(
+    janela_->catalogo.Executar(
         {"DROP VIEW FIGURADETALHADA1",
          "CREATE TABLE FIGURADETALHADA1 (CodigoFiguraDetalhada LONG, CodigoPeca LONG, "
          "ItemComponente TEXT(5), ArquivoFigura TEXT(50), LLeft LONG, TTop LONG)",
          "INSERT INTO FIGURADETALHADA1 VALUES (8, 1, '5', 'no.png', 9, 9)",
          "INSERT INTO FIGURADETALHADA1 VALUES (3, 1, '4', 'fig1.png', 1, 1)"});
-    mao_->AbrirFigura();
+    janela_->AbrirFigura();
     QCOMPARE(Itens().size(), 2);
     QCOMPARE(Achar(Figura, "imgFigura(1)")->size(), QSize(500, 340));
-    mao_->catalogo.Executar({"DELETE FROM FIGURADETALHADA1"});
+    janela_->catalogo.Executar({"DELETE FROM FIGURADETALHADA1"});
     forms::Form::Find(Figura)->Unload();
     UnicaInstancia<frmFiguraDetalhada>().Show();
     QCOMPARE(Itens().size(), 0);
-    QCOMPARE(mao_->Caixas(), QStringList());
+    QCOMPARE(janela_->Caixas(), QStringList());
 }
 
 TEST(TestCarga, rowsThatDoNotFitAreErrors) {
@@ -55,8 +50,8 @@ TEST(TestCarga, rowsThatDoNotFitAreErrors) {
              {"no item", "ItemComponente = NULL", 94},
              {"far left", "LLeft = 2147483647", 6},
          }) {
-        mao_->catalogo.Executar({u"UPDATE FIGURADETALHADA SET "_s + mudanca +
-                                 u" WHERE CodigoFigura = 1 AND CodigoFiguraDetalhada = 9"_s});
+        janela_->catalogo.Executar({u"UPDATE FIGURADETALHADA SET "_s + mudanca +
+                                    u" WHERE CodigoFigura = 1 AND CodigoFiguraDetalhada = 9"_s});
         gCodigoPeca = 1;
         QCOMPARE(ErrorOf([] { UnicaInstancia<frmFiguraDetalhada>().Show(); }), erro);
     }
@@ -76,13 +71,13 @@ TEST(TestCarga, picturesOfAnyKind) {
              {"other case", "FIGURA.JPG", QSize(90, 70), QSize(90, 70)},
          }) {
         if (tamanho.isValid()) {
-            mao_->GravarFigura(nome.toLower(), tamanho);
+            janela_->GravarFigura(nome.toLower(), tamanho);
         } else if (nome == u"texto.png") {
-            Write(mao_->Arquivo(nome), "Era uma vez");
+            Write(janela_->Arquivo(nome), "Era uma vez");
         }
-        mao_->catalogo.Executar({u"UPDATE FIGURA SET ArquivoFigura = '"_s + nome + u'\''});
-        mao_->AbrirFigura();
-        QCOMPARE(mao_->Caixas(), QStringList());
+        janela_->catalogo.Executar({u"UPDATE FIGURA SET ArquivoFigura = '"_s + nome + u'\''});
+        janela_->AbrirFigura();
+        QCOMPARE(janela_->Caixas(), QStringList());
         QCOMPARE(Achar(Figura, "imgFigura(1)")->size(), visto);
         Passar(1);
         QCOMPARE(Acesos(), u"1:15"_s);
@@ -90,8 +85,8 @@ TEST(TestCarga, picturesOfAnyKind) {
 }
 
 TEST(TestCarga, noPictureHidesAButton) {
-    mao_->GravarFigura("fig1.png", {900, 700});
-    mao_->AbrirFigura();
+    janela_->GravarFigura("fig1.png", {900, 700});
+    janela_->AbrirFigura();
     forms::Form* tela = forms::Form::Find(Figura);
     const QImage imagem = tela->grab().toImage();
     const QPoint canto = tela->Picture()->mapTo(tela, QPoint());
@@ -102,7 +97,7 @@ TEST(TestCarga, noPictureHidesAButton) {
 }
 
 TEST(TestCarga, numbersHaveNamesAndCanBePressed) {
-    mao_->AbrirFigura();
+    janela_->AbrirFigura();
     const auto nome = [](int indice) {
         return QAccessible::queryAccessibleInterface(Item(indice))->text(QAccessible::Name);
     };

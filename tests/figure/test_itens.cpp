@@ -17,12 +17,7 @@ public:
 
 }  // namespace
 
-struct TestItens : Fixture {
-    std::unique_ptr<Mao> mao_;
-
-    void init() override { mao_ = std::make_unique<Mao>(); }
-    void cleanup() override { mao_.reset(); }
-};
+struct TestItens : NaJanela<Mao> {};
 
 TEST(TestItens, theMouseLightsANumberAndItsRelatives) {
     for (const auto& [indice, acesos, rotulos, marcador] : Each<int, QString, QString, QPointF>{
@@ -34,7 +29,7 @@ TEST(TestItens, theMouseLightsANumberAndItsRelatives) {
               QPointF(473, 222.5)},
              {"no component", 6, "77:15", "NÃO APLICAVEL||", QPointF(124.5, 422.5)},
          }) {
-        mao_->AbrirFigura();
+        janela_->AbrirFigura();
         Passar(indice == 4 ? 5 : 4);  // straight from a number with kits to this one
         Passar(indice);
         QCOMPARE(Acesos(), acesos);
@@ -52,15 +47,11 @@ TEST(TestItens, theMouseLightsANumberAndItsRelatives) {
 }
 
 TEST(TestItens, theNumberStandsWhiteOnItsMarkerOnThePicture) {
-    for (const auto& [item] : Each<QString>{
-             {"three", "12a"},
-             {"four", "1000"},
-             {"five", "1000a"},
-         }) {
-        mao_->catalogo.Executar(
+    for (const auto& [item] : Each<QString>{"12a", "1000", "1000a"}) {
+        janela_->catalogo.Executar(
             {u"UPDATE FIGURADETALHADA SET ItemComponente = '%1' WHERE "
              "CodigoFiguraDetalhada = 4"_s.arg(item)});
-        mao_->AbrirFigura();
+        janela_->AbrirFigura();
         Passar(4);
         const QImage tela = forms::Form::Find(Figura)->grab().toImage();
         const QPoint canto = forms::Form::Find(Figura)
@@ -94,10 +85,10 @@ TEST(TestItens, theNumberStandsWhiteOnItsMarkerOnThePicture) {
 
 // What the labels cut can be read on the number itself.
 TEST(TestItens, theNumbersTipHoldsWhatIsCut) {
-    mao_->catalogo.Executar(
+    janela_->catalogo.Executar(
         {"UPDATE JOGOREPARO SET DescricaoJogoReparo = 'Jogo de <reparo> do diafragma ' & "
          "CodigoJogoReparo"});
-    mao_->AbrirFigura();
+    janela_->AbrirFigura();
     Passar(4);
     QTextDocument dica;
     dica.setHtml(Item(4)->toolTip());
@@ -110,7 +101,7 @@ TEST(TestItens, theNumbersTipHoldsWhatIsCut) {
 
 // The list's button under the mouse that has just been on a number.
 TEST(TestItens, whatTheMouseLitIsGoneAfterTheList) {
-    mao_->AbrirFigura();
+    janela_->AbrirFigura();
     Passar(5);
     Clicar(Figura, "imgListaComponentesFundo");
     IrNaLista(" 100");
@@ -125,7 +116,7 @@ TEST(TestItens, whatTheMouseLitIsGoneAfterTheList) {
 
 // The filter lets go of a kit that does not have the item.
 TEST(TestItens, aClickFindsItsItemBehindAKitFilter) {
-    mao_->AbrirListaNoItem("12002", "  12a");
+    janela_->AbrirListaNoItem("12002", "  12a");
     Escolher(Lista, "cboMostraNaListaPecas", 1);
     QCOMPARE(Linhas(Lista, "dtcListaPecas")->RecordCount(), 1);
     Clicar(Lista, "imgFiguraDetalhadaFundo");
@@ -146,16 +137,16 @@ TEST(TestItens, blanksMoveTheMarker) {
              {"behind", "12 ", 1.5},
              {"both", "  1  ", 6.0},
          }) {
-        mao_->catalogo.Executar({u"UPDATE FIGURADETALHADA SET ItemComponente = '"_s + item +
-                                 u"' WHERE CodigoFigura = 1 AND CodigoFiguraDetalhada = 1"_s});
-        mao_->AbrirFigura();
+        janela_->catalogo.Executar({u"UPDATE FIGURADETALHADA SET ItemComponente = '"_s + item +
+                                    u"' WHERE CodigoFigura = 1 AND CodigoFiguraDetalhada = 1"_s});
+        janela_->AbrirFigura();
         Passar(1);
         QCOMPARE(Marcador()->Lugar().center().x() - (66 + 16.5), deslocado);
     }
 }
 
 TEST(TestItens, aTagBeyondEightBitsIsAnError) {
-    mao_->AbrirFigura();
+    janela_->AbrirFigura();
     QString jogos;
     while (jogos.size() < 253) {
         jogos += u".12,"_s;
@@ -168,7 +159,7 @@ TEST(TestItens, aTagBeyondEightBitsIsAnError) {
 }
 
 TEST(TestItens, aClickOpensTheListAtTheItem) {
-    mao_->AbrirFigura();
+    janela_->AbrirFigura();
     Passar(5);
     ClicarItem(5);
     QVERIFY(Visivel(Lista));
@@ -182,22 +173,22 @@ TEST(TestItens, aClickOpensTheListAtTheItem) {
     Clicar(Lista, "imgFiguraDetalhadaFundo");
     Passar(6);
     ClicarItem(6);
-    QCOMPARE(mao_->Caixas(), List("64 Esse Item não se aplica a essa Peça."));
+    QCOMPARE(janela_->Caixas(), List("64 Esse Item não se aplica a essa Peça."));
     QCOMPARE(Acesos(), u"77:15"_s);
     QVERIFY(Visivel(Figura));
 }
 
 TEST(TestItens, anApostropheInAnItemIsText) {
-    mao_->catalogo.Executar(
+    janela_->catalogo.Executar(
         {"UPDATE FIGURADETALHADA SET ItemComponente = '1''' WHERE CodigoFigura = 1 AND "
          "CodigoFiguraDetalhada = 1"});
-    mao_->AbrirFigura();
+    janela_->AbrirFigura();
     Passar(1);
     QCOMPARE(Rotulos(), u"NÃO APLICAVEL||"_s);
 }
 
 TEST(TestItens, blinkingEndsAtTheFirstTouch) {
-    mao_->AbrirFiguraDoItem("   2");
+    janela_->AbrirFiguraDoItem("   2");
     QCOMPARE(forms::Form::Find(Figura)->findChild<QTimer*>(u"Timer1"_s)->interval(), 100);
     QCOMPARE(Acesos(), u"2:0 2:0"_s);
     QTRY_COMPARE(Acesos(), u"2:15 2:15"_s);
@@ -211,7 +202,7 @@ TEST(TestItens, blinkingEndsAtTheFirstTouch) {
 }
 
 TEST(TestItens, blinkingPaintsNothingElse) {
-    mao_->AbrirFiguraDoItem("   2");
+    janela_->AbrirFiguraDoItem("   2");
     QTRY_COMPARE(Acesos(), u"2:15 2:15"_s);
     Settle();
     Pinturas pisca;

@@ -2,18 +2,7 @@
 #include "platform/forms/application.h"
 #include "support/test.h"
 
-struct TestPassagens : Fixture {
-    std::unique_ptr<Mao> mao_;
-
-    static void DuploCliqueEm(const AnyText& tela, const AnyText& nome) {
-        const auto* grade = Achar<forms::BoundGrid>(tela, nome);
-        forms::Form& form = *forms::Form::Find(tela);
-        DoubleClickAt(form, grade->mapTo(form.Picture(), QPoint(30, 8)));
-    }
-
-    void init() override { mao_ = std::make_unique<Mao>(); }
-    void cleanup() override { mao_.reset(); }
-};
+struct TestPassagens : NaJanela<Mao> {};
 
 TEST(TestPassagens, whatWasSearchedForBlinks) {
     for (const auto& [tipo, numero, acesos, apagados, rotulos] :
@@ -24,7 +13,7 @@ TEST(TestPassagens, whatWasSearchedForBlinks) {
              {"kit", "Jogos de Reparo", "A340", "100:9 12a:9", "100:15 12a:15", "||"},
              {"part", "Peças", "12002", "", "", "||"},
          }) {
-        mao_->AbrirResultado(tipo, numero);
+        janela_->AbrirResultado(tipo, numero);
         Clicar(Resultado, "imgFiguraDetalhadaFundo");
         QVERIFY(Visivel(Figura) && !Visivel(Resultado));
         QCOMPARE(ParametroFormulario, QString());
@@ -32,7 +21,7 @@ TEST(TestPassagens, whatWasSearchedForBlinks) {
         QTRY_COMPARE(Acesos(), acesos);
         QCOMPARE(Piscando(), !acesos.isEmpty());
         QCOMPARE(Rotulos(), rotulos);
-        QCOMPARE(mao_->Caixas(), QStringList());
+        QCOMPARE(janela_->Caixas(), QStringList());
     }
 }
 
@@ -49,7 +38,7 @@ TEST(TestPassagens, whatTheListShowsBlinks) {
               "!Anel de vedação|A3400|"},
              {"seen by the template alone", "A3402", "10", 0, "0:12", "||"},
          }) {
-        mao_->AbrirListaNoItem(peca, item);
+        janela_->AbrirListaNoItem(peca, item);
         for (int i = 0; i < jogo; ++i) {
             Linhas(Lista, "dtcJogosReparoComponente")->MoveNext();
         }
@@ -57,7 +46,7 @@ TEST(TestPassagens, whatTheListShowsBlinks) {
         QVERIFY(Visivel(Figura) && !Visivel(Lista));
         QTRY_COMPARE(Acesos(), acesos);
         QCOMPARE(Rotulos(), rotulos);
-        QCOMPARE(mao_->Caixas(), QStringList());
+        QCOMPARE(janela_->Caixas(), QStringList());
     }
 }
 
@@ -69,15 +58,15 @@ TEST(TestPassagens, whatHasNoNumberIsSaid) {
     row("component", "Componentes", "K560", u"64 Componente"_s + nao);
     row("kit", "Jogos de Reparo", "1200", u"64 Jogo de Reparo"_s + nao);
     for (const auto& [tipo, numero, caixa] : row) {
-        mao_->catalogo.Executar({"DELETE FROM FIGURADETALHADA WHERE CodigoFiguraDetalhada = 1",
-                                 "DELETE FROM FIGURADETALHADA WHERE CodigoFiguraDetalhada = 4"});
+        janela_->catalogo.Executar({"DELETE FROM FIGURADETALHADA WHERE CodigoFiguraDetalhada = 1",
+                                    "DELETE FROM FIGURADETALHADA WHERE CodigoFiguraDetalhada = 4"});
         if (tipo.isEmpty()) {
-            mao_->AbrirFiguraDoItem("   1");
+            janela_->AbrirFiguraDoItem("   1");
         } else {
-            mao_->AbrirResultado(tipo, numero);
+            janela_->AbrirResultado(tipo, numero);
             Clicar(Resultado, "imgFiguraDetalhadaFundo");
         }
-        QCOMPARE(mao_->Caixas(), List(caixa));
+        QCOMPARE(janela_->Caixas(), List(caixa));
         QCOMPARE(Acesos(), QString());
         QVERIFY(!Piscando());
         QCOMPARE(forms::MousePointer(), forms::vbDefault);
@@ -85,17 +74,17 @@ TEST(TestPassagens, whatHasNoNumberIsSaid) {
 }
 
 TEST(TestPassagens, anEmptyListMarksNothing) {
-    mao_->AbrirListaNoItem("12002", "   1");
-    mao_->catalogo.Executar({"DELETE FROM PECA_COMPONENTE_JOGOREPARO"});
+    janela_->AbrirListaNoItem("12002", "   1");
+    janela_->catalogo.Executar({"DELETE FROM PECA_COMPONENTE_JOGOREPARO"});
     Escolher(Lista, "cboMostraNaListaPecas", 0);
     Clicar(Lista, "imgFiguraDetalhadaFundo");
     QVERIFY(Visivel(Figura));
     QCOMPARE(Acesos(), QString());
-    QCOMPARE(mao_->Caixas(), QStringList());
+    QCOMPARE(janela_->Caixas(), QStringList());
 }
 
 TEST(TestPassagens, listAndFigureTakeTurns) {
-    mao_->AbrirFiguraDoItem("   1");
+    janela_->AbrirFiguraDoItem("   1");
     QTRY_COMPARE(Acesos(), u"1:15"_s);
     const forms::Form* lista = forms::Form::Find(Lista);
     const forms::Form* figura = forms::Form::Find(Figura);
@@ -112,19 +101,19 @@ TEST(TestPassagens, listAndFigureTakeTurns) {
 }
 
 TEST(TestPassagens, aPartWithoutListKeepsBlinking) {
-    mao_->catalogo.Executar({"UPDATE PECA SET CodigoFigura = 1 WHERE CodigoPeca = 3",
-                             "INSERT INTO PECA_COMPONENTE_JOGOREPARO VALUES (3, '   1', 3)"});
-    mao_->AbrirResultado("Jogos de Reparo", "K560");
+    janela_->catalogo.Executar({"UPDATE PECA SET CodigoFigura = 1 WHERE CodigoPeca = 3",
+                                "INSERT INTO PECA_COMPONENTE_JOGOREPARO VALUES (3, '   1', 3)"});
+    janela_->AbrirResultado("Jogos de Reparo", "K560");
     Clicar(Resultado, "imgFiguraDetalhadaFundo");
     Clicar(Figura, "imgListaComponentesFundo");
-    QCOMPARE(mao_->Caixas(), List("64 Essa Peça não possui Lista de Componentes."));
+    QCOMPARE(janela_->Caixas(), List("64 Essa Peça não possui Lista de Componentes."));
     QVERIFY(Visivel(Figura));
     QTRY_COMPARE(Acesos(), u"1:9"_s);
     QVERIFY(Piscando());
 }
 
 TEST(TestPassagens, printingLeavesTheBlinkAlone) {
-    mao_->AbrirFiguraDoItem("   1");
+    janela_->AbrirFiguraDoItem("   1");
     QString figura;
     QString lista;
     QTimer::singleShot(0, this, [&] {
@@ -158,9 +147,9 @@ TEST(TestPassagens, theWaysBack) {
     row("list to search", true, Lista, "imgPesquisaFundo", {Busca});
     for (const auto& [pelaLista, tela, botao, restam] : row) {
         if (pelaLista) {
-            mao_->AbrirFiguraDoItem("   1");
+            janela_->AbrirFiguraDoItem("   1");
         } else {
-            mao_->AbrirFigura();
+            janela_->AbrirFigura();
         }
         if (tela == Lista) {
             Clicar(Figura, "imgListaComponentesFundo");
@@ -177,7 +166,7 @@ TEST(TestPassagens, theWaysBack) {
 
 // From the parts' row and from the list's.
 TEST(TestPassagens, aDoubleClickOnARowOpensTheFigure) {
-    mao_->AbrirResultado("Peças", "12002");
+    janela_->AbrirResultado("Peças", "12002");
     DuploCliqueEm(Resultado, "grdResultadoPesquisaPeca");
     QVERIFY(Visivel(Figura));
     QVERIFY(!Piscando());

@@ -21,11 +21,7 @@ TEST(TestItem, storedForm) {
 }
 
 TEST(TestItem, fiveDigitsAreRefused) {
-    for (const auto& [digitado] : Each<QString>{
-             {"number", "12345"},
-             {"with letter", "12345b"},
-             {"huge", QString(400, u'9')},
-         }) {
+    for (const auto& [digitado] : Each<QString>{"12345", "12345b", QString(400, u'9')}) {
         QCOMPARE(ErrorOf([&] { FormatarItem(digitado); }), int(Erro::InvalidArgument));
     }
 }

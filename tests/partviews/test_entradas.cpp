@@ -2,9 +2,7 @@
 #include "support/test.h"
 
 // What the data and other computers can do to the part views.
-struct TestEntradas : Fixture {
-    std::unique_ptr<Janela> janela_;
-
+struct TestEntradas : NaJanela<> {
     void Abrir(const AnyText& numero) {
         Janela::Abrir();
         Janela::AbrirDaBusca("Peças", numero);
@@ -12,9 +10,6 @@ struct TestEntradas : Fixture {
 
     QStringList Pecas() { return Coluna(Resultado, "dtcResultadoPesquisaPeca", "NumeroTarvoPeca"); }
     QStringList Itens() { return Coluna(Lista, "dtcListaPecas", "ItemComponente"); }
-
-    void init() override { janela_ = std::make_unique<Janela>(); }
-    void cleanup() override { janela_.reset(); }
 };
 
 TEST(TestEntradas, aPartOfAThousandItems) {

@@ -4,9 +4,7 @@
 
 #include <QTimer>
 
-struct TestLista : Fixture {
-    std::unique_ptr<Janela> janela_;
-
+struct TestLista : NaJanela<> {
     QStringList Valores(const AnyText& campo) { return Coluna(Lista, "dtcListaPecas", campo); }
     // Of the customer, in an order that no other column has.
     void UmNumeroDeCadaUm() {
@@ -16,13 +14,12 @@ struct TestLista : Fixture {
     bool PainelVisivel() { return Achar(Lista, "pctJogosReparo")->isVisible(); }
 
     void init() override {
-        janela_ = std::make_unique<Janela>();
+        NaJanela::init();
         janela_->Abrir();
         Janela::AbrirDaBusca("Peças", "12002");
         Clicar(Resultado, "imgListaComponentesFundo");
         QVERIFY(QTest::qWaitForWindowActive(forms::Form::Find(Lista)));
     }
-    void cleanup() override { janela_.reset(); }
 };
 
 TEST(TestLista, oneRowPerItem) {
@@ -44,6 +41,7 @@ TEST(TestLista, seeks) {
              {"behind the last", "txtItem", "999", " 100"},
              {"description", "txtDescricaoComponente", "c", "   1"},
              {"quote", "txtDescricaoComponente", "v'", "   2"},
+             {"behind all from the first", "txtDescricaoComponente", "z", "   2"},
              {"number", "txtNumeroTarvo", "0-1K", "   1"},
              // A customer's number keeps the digit in front of its letter.
              {"customer's number", "txtNumeroClienteConcorrente", "05-a", "   1"},

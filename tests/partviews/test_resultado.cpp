@@ -1,18 +1,15 @@
 #include "support/janela.h"
 #include "support/test.h"
 
-struct TestResultado : Fixture {
-    std::unique_ptr<Janela> janela_;
-
+struct TestResultado : NaJanela<> {
     QStringList Pecas(const AnyText& campo = u"NumeroTarvoPeca"_s) {
         return Coluna(Resultado, "dtcResultadoPesquisaPeca", campo);
     }
 
     void init() override {
-        janela_ = std::make_unique<Janela>();
+        NaJanela::init();
         janela_->Abrir();
     }
-    void cleanup() override { janela_.reset(); }
 };
 
 TEST(TestResultado, everyKindLeadsToItsParts) {
@@ -43,6 +40,8 @@ TEST(TestResultado, vehiclesAndPicturesLeadToTheirParts) {
     Clicar(Busca, "imgPesquisa2");
     Clicar(Busca, "pctResultadoPesquisaFundo(1)");
     QCOMPARE(Pecas(), List("12002"));
+    QCOMPARE(Rotulo(Resultado, "lblInf"),
+             u"Veículo: Bravil 1620               Fabricante: Bravil"_s);
     QCOMPARE(Copiada(Resultado, "grdVeiculosPeca"), u"Veículo|Fabricante / Bravil 1620|Bravil"_s);
     Clicar(Resultado, "imgPesquisaFundo");
 

@@ -2,9 +2,7 @@
 #include "support/test.h"
 
 // The whole way from the search to a component by keyboard alone.
-struct TestTeclado : Fixture {
-    std::unique_ptr<Janela> janela_;
-
+struct TestTeclado : NaJanela<> {
     // The Tab key until the control of this name has the keyboard; false when it goes round
     // without coming to it.
     static bool IrAte(const AnyText& tela, const AnyText& nome) {
@@ -22,21 +20,6 @@ struct TestTeclado : Fixture {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
         return true;
     }
-
-    // What has the keyboard on the Tab key's way round, from this control on.
-    static QString Volta(const AnyText& tela, const AnyText& nome) {
-        QWidget* inicio = Achar(tela, nome);
-        inicio->setFocus();
-        QStringList nomes;
-        do {
-            nomes += QApplication::focusWidget()->accessibleName();
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-        } while (QApplication::focusWidget() != inicio && nomes.size() < 30);
-        return nomes.join(u", "_s);
-    }
-
-    void init() override { janela_ = std::make_unique<Janela>(); }
-    void cleanup() override { janela_.reset(); }
 };
 
 TEST(TestTeclado, fromTheSearchToAComponentAndBack) {
@@ -51,6 +34,9 @@ TEST(TestTeclado, fromTheSearchToAComponentAndBack) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Home, Qt::ControlModifier);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
     QCOMPARE(Linhas(Lista, "dtcListaPecas")->AbsolutePosition(), 1);
+    for (const forms::Form* tela : forms::Form::Loaded()) {
+        QCOMPARE(tela->windowTitle(), TituloCatalogo);
+    }
     QVERIFY(Apertar(Lista, "imgResultadoPesquisaFundo"));
     QVERIFY(Apertar(Resultado, "imgPesquisaFundo"));
     QVERIFY(Achar(Busca, "txtNumeroTarvo")->isVisible());

@@ -72,10 +72,7 @@ struct TestFila : Fixture {
 // Pages are made at 600 dots per inch, where a figure's pixel is 7 dots wide, and of the
 // picture for dense screens: its pixels are 7/3 dots wide.
 TEST(TestFila, printed) {
-    for (const auto& [impressora] : Each<QString>{
-             {"queue", "balcao"},
-             {"file", QString()},
-         }) {
+    for (const auto& [impressora] : Each<QString>{"balcao", ""}) {
         DarFigura();
         QString arquivo = dialogo_->catalogo.Pasta() + u"/saída.pdf"_s;
         Imprimir(u"FD:1LC:1"_s, [&](QPrintDialog& dialogo) {

@@ -61,10 +61,7 @@ struct TestPapel : Fixture {
 };
 
 TEST(TestPapel, list) {
-    for (const auto& [pontos] : Each<int>{
-             {"300", 300},
-             {"600", 600},
-         }) {
+    for (const auto& [pontos] : Each<int>{300, 600}) {
         pontos_ = pontos;
         QStringList linhas;
         for (int i = 1; i <= 60; ++i) {

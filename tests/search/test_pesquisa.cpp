@@ -3,11 +3,10 @@
 #include "support/janela.h"
 #include "support/test.h"
 
+#include <QScopedValueRollback>
 #include <QTimer>
 
-struct TestPesquisa : Fixture {
-    std::unique_ptr<Janela> janela_;
-
+struct TestPesquisa : NaJanela<> {
     static QStringList Pecas(const AnyText& campo) { return Coluna(Busca, "dtcPesquisa1", campo); }
     static QStringList Veiculos(const AnyText& campo) {
         return Coluna(Busca, "dtcPesquisa2", campo);
@@ -24,10 +23,9 @@ struct TestPesquisa : Fixture {
     static bool Focado(const AnyText& nome) { return Achar(Busca, nome)->hasFocus(); }
 
     void init() override {
-        janela_ = std::make_unique<Janela>();
+        NaJanela::init();
         Janela::Abrir();
     }
-    void cleanup() override { janela_.reset(); }
 };
 
 TEST(TestPesquisa, opensWithNothingButTheButtons) {
@@ -142,7 +140,8 @@ TEST(TestPesquisa, searchesVehicles) {
     Digitar(Busca, "txtVeiculo", "c");
     QCOMPARE(Veiculos("Veiculo"), List("Cavalo 2040"));
     Escolher(Busca, "cboFabricante", 0);
-    QCOMPARE(Veiculos("Fabricante"), List("Bravil"));
+    QCOMPARE(Copiada(Busca, "grdPesquisa2").section(u" / "_s, 1),
+             u"Veículo|Fabricante / Cavalo 2040|Bravil"_s);
     Digitar(Busca, "txtVeiculo", "");
     QCOMPARE(Veiculos("Fabricante").size(), 2);
 }
@@ -158,8 +157,7 @@ TEST(TestPesquisa, aChosenCustomerTravelsWithTheRow) {
         Escolher(Busca, "cboNumeroClienteConcorrente", cliente);
         Digitar(Busca, "txtNumeroTarvo", numero);
         Clicar(Busca, "imgPesquisa1");
-        const auto* grade = Achar<forms::BoundGrid>(Busca, "grdPesquisa1");
-        DoubleClickAt(*gFrmPesquisa, grade->mapTo(gFrmPesquisa->Picture(), QPoint(30, 8)));
+        DuploCliqueEm(Busca, "grdPesquisa1");
         QVERIFY(Visivel(Resultado));
         QCOMPARE(int(gCodigoClienteConcorrente), levado);
     }
@@ -192,8 +190,7 @@ TEST(TestPesquisa, aDoubleClickOnAnEmptyGridIsAnswered) {
     for (const auto& [botao, nome] :
          {std::pair("imgPesquisa1", "grdPesquisa1"), std::pair("imgPesquisa2", "grdPesquisa2")}) {
         Clicar(Busca, botao);
-        const auto* grade = Achar<forms::BoundGrid>(Busca, nome);
-        DoubleClickAt(*gFrmPesquisa, grade->mapTo(gFrmPesquisa->Picture(), QPoint(30, 50)));
+        DuploCliqueEm(Busca, nome, {30, 50});
     }
     QCOMPARE(janela_->Caixas(), List("16 Nenhum item selecionado.", "16 Nenhum item selecionado."));
 }
@@ -216,39 +213,73 @@ TEST(TestPesquisa, onePanelAtATime) {
     QVERIFY(!Aberto(0));
 }
 
-TEST(TestPesquisa, tabGoesThroughThePanel) {
+TEST(TestPesquisa, theWayRound) {
     Clicar(Busca, "imgPesquisa1");
     QTRY_VERIFY(Focado("txtNumeroTarvo"));
-    const auto segue = [](std::initializer_list<const char*> nomes) {
-        for (const char* nome : nomes) {
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-            QCOMPARE(QApplication::focusWidget()->accessibleName(), AnyText(nome));
-        }
-    };
-    segue({"Descrição", "Nº do cliente ou concorrente", "Cliente ou concorrente", "Tipo",
-           "Resultado da pesquisa", "Abrir a linha escolhida"});
+    QCOMPARE(Volta(Busca, "txtNumeroTarvo"),
+             u"Nº Tarvo, Descrição, Nº do cliente ou concorrente, Cliente ou concorrente, Tipo, "
+             "Resultado da pesquisa, Abrir a linha escolhida, Pesquisar por veículo, Pesquisar por "
+             "figura, Conheça a Tarvo, Ajuda, Sair do catálogo, Configurações, Verificar "
+             "atualizações, Minimizar a janela"_s);
     Clicar(Busca, "imgPesquisa2");
     QTRY_VERIFY(Focado("txtVeiculo"));
-    segue({"Fabricante", "Veículos encontrados", "Abrir a linha escolhida"});
+    QCOMPARE(Volta(Busca, "txtVeiculo").section(u", "_s, 0, 5),
+             u"Veículo, Fabricante, Veículos encontrados, Abrir a linha escolhida, Pesquisar "
+             "peças, componentes e jogos de reparo"_s);
     Clicar(Busca, "imgPesquisa3");
     QTRY_VERIFY(Focado("pctPesquisaFiguras"));
-    segue({"Rolar as figuras", "Abrir a linha escolhida"});
+    QCOMPARE(Volta(Busca, "pctPesquisaFiguras").section(u", "_s, 0, 2),
+             u"Figuras do catálogo, Rolar as figuras, Abrir a linha escolhida"_s);
+    QCOMPARE(Achar(Busca, "imgFigura(2)")->accessibleName(), u"Figura 3"_s);
 }
 
+// Each button is lit under the mouse, and goes out beside it.
 TEST(TestPesquisa, lightFollowsTheMouse) {
-    Clicar(Busca, "imgPesquisa2");
-    for (const auto& [zona, acesa] :
-         {std::pair("imgPesquisa1", "imgPesquisa1Selecionada"),
-          std::pair("imgAjuda", "imgAjudaSelecionada"),
-          std::pair("pctResultadoPesquisaFundo(1)", "pctResultadoPesquisaSelecionada(1)"),
-          std::pair("imgConfiguracoes", "imgConfiguracoesSelecionada")}) {
-        QTest::mouseMove(Achar(Busca, zona));
-        QTRY_VERIFY(Achar(Busca, acesa)->isVisible());
+    QStringList acesas;
+    const auto passar = [&](const AnyText& nome) {
+        MoveTo(*gFrmPesquisa, {5, 60});
+        MoveTo(*gFrmPesquisa, Achar(Busca, nome)->mapTo(gFrmPesquisa->Picture(), QPoint(9, 9)));
+        acesas += gFrmPesquisa->ImagemAtual();
+        return gFrmPesquisa->ImagemAtual();
+    };
+    for (const char* nome :
+         {"imgPesquisa1", "imgPesquisa2", "imgPesquisa3", "imgConhecaTarvo", "imgAjuda", "imgSair",
+          "imgConfiguracoes", "pctVerificarAtualizacoes"}) {
+        passar(nome);
+        const QString acesa = AnyText(nome) + u"Selecionada"_s;
+        QVERIFY2(Achar(Busca, acesa)->isVisible(), nome);
+        QCOMPARE(passar("pctBarraAtualizacao"), u"FORM"_s);
+        QVERIFY2(!Achar(Busca, acesa)->isVisible(), nome);
     }
-    QVERIFY(!Achar(Busca, "imgAjudaSelecionada")->isVisible());
-    QTest::mouseMove(Achar<forms::BoundGrid>(Busca, "grdPesquisa2")->viewport());
-    QTRY_COMPARE(gFrmPesquisa->ImagemAtual(), u"FORM"_s);
-    QVERIFY(!Achar(Busca, "imgConfiguracoesSelecionada")->isVisible());
+    for (const int i : {0, 1, 2}) {
+        Clicar(Busca, u"imgPesquisa%1"_s.arg(i + 1));
+        passar(u"pctResultadoPesquisaFundo(%1)"_s.arg(i));
+        const char* dentro[] = {"grdPesquisa1", "grdPesquisa2", "imgFigura(1)"};
+        QCOMPARE(passar(dentro[i]), u"FORM"_s);
+        QCOMPARE(passar(u"pctTelaPesquisa(%1)"_s.arg(i)), u"FORM"_s);
+    }
+    acesas.removeAll(u"FORM"_s);
+    QCOMPARE(acesas, List("PESQUISA1", "PESQUISA2", "PESQUISA3", "CONHECATARVO", "AJUDA", "SAIR",
+                          "CONFIGURACOES", "VERIFICAR", "RESULTADOPESQUISA0", "RESULTADOPESQUISA1",
+                          "RESULTADOPESQUISA2"));
+}
+
+// The columns stand under the boxes that search them.
+TEST(TestPesquisa, columnsStandUnderTheirBoxes) {
+    const auto desvios = [](const AnyText& nome, std::initializer_list<const char*> caixas) {
+        const auto* grade = Achar<forms::BoundGrid>(Busca, nome);
+        QString texto;
+        int coluna = 0;
+        for (const char* caixa : caixas) {
+            texto += QString::number(grade->x() + grade->columnViewportPosition(coluna++) -
+                                     Achar(Busca, caixa)->x());
+        }
+        return texto;
+    };
+    QCOMPARE(desvios("grdPesquisa1",
+                     {"txtNumeroTarvo", "txtDescricao", "txtNumeroClienteConcorrente", "cboTipo"}),
+             u"0001"_s);
+    QCOMPARE(desvios("grdPesquisa2", {"txtVeiculo", "cboFabricante"}), u"00"_s);
 }
 
 TEST(TestPesquisa, theButtonsOpenTheirScreens) {
@@ -268,6 +299,7 @@ TEST(TestPesquisa, theButtonsOpenTheirScreens) {
     QCOMPARE(TelasCarregadas(), List("frmCreditos"));
 }
 
+// Nor is one made by itself that was made today.
 TEST(TestPesquisa, leavingGivesUpACheck) {
     QString resposta;
     sys::SetStartHandler([&](const QString& comando, int) {
@@ -275,6 +307,11 @@ TEST(TestPesquisa, leavingGivesUpACheck) {
         Write(resposta, "15|6");
         return sys::OwnProcessId();  // never ends
     });
+    janela_->catalogo.Executar({"UPDATE UMREGISTRO SET DataUltimaVerificacao = Now()"});
+    RecarregarFormularios(QString());
+    const QScopedValueRollback automatica(VerificacaoAutomatica, true);
+    QMetaObject::invokeMethod(&Find<QTimer>(*gFrmPesquisa, "tmrVerificarAtualizacoes"), "timeout");
+    QCOMPARE(resposta, QString());
     Clicar(Busca, "pctVerificarAtualizacoes");
     sys::SetStartHandler({});
     QVERIFY(QFile::exists(resposta));

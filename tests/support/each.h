@@ -4,6 +4,7 @@
 #include <QTest>
 
 #include <initializer_list>
+#include <memory>
 #include <tuple>
 #include <vector>
 
@@ -41,13 +42,20 @@ void StartAnew();
 //     for (const auto& [text, length] : Each<QString, int>{
 //              {"accents", "ação", 4},
 //          }) {
-// The loop ends with the first case that fails, whose name is told.
+// The loop ends with the first case that fails, whose name is told. Cases of one value need no
+// name.
 template <typename... Columns>
 class Each {
 public:
     struct Row {
         Row(const QByteArray& called, const typename TableValue<Columns>::Type&... given)
             : name(called), values(given...) {}
+        template <typename Given>
+        requires(sizeof...(Columns) == 1 && !std::is_same_v<Given, Row>) Row(const Given& given)
+            : values(typename TableValue<Columns>::Type(given)...) {
+            const std::unique_ptr<char[]> text(QTest::toString(std::get<0>(values)));
+            name = text.get();
+        }
         QByteArray name;
         std::tuple<Columns...> values;
     };

@@ -80,6 +80,23 @@ inline QString ItemAtualDaLista() {
     return Linhas(Lista, "dtcListaPecas")->Fields(u"ItemComponente"_s).Value().toString();
 }
 
+// What has the keyboard on the Tab key's way round, from this control on.
+inline QString Volta(const AnyText& tela, const AnyText& nome) {
+    QWidget* inicio = Achar(tela, nome);
+    inicio->setFocus();
+    QStringList nomes;
+    do {
+        nomes += QApplication::focusWidget()->accessibleName();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    } while (QApplication::focusWidget() != inicio && nomes.size() < 30);
+    return nomes.join(u", "_s);
+}
+
+inline void DuploCliqueEm(const AnyText& tela, const AnyText& grade, QPoint lugar = {30, 8}) {
+    forms::Form& form = *forms::Form::Find(tela);
+    DoubleClickAt(form, Achar(tela, grade)->mapTo(form.Picture(), lugar));
+}
+
 inline QStringList TelasCarregadas() {
     QStringList nomes;
     for (const forms::Form* tela : forms::Form::Loaded()) {
@@ -121,4 +138,13 @@ public:
 
 private:
     BoxAnswers respostas_;
+};
+
+// Each case with a window of its own, or of what derives from it.
+template <typename Aberta = Janela>
+struct NaJanela : Fixture {
+    std::unique_ptr<Aberta> janela_;
+
+    void init() override { janela_ = std::make_unique<Aberta>(); }
+    void cleanup() override { janela_.reset(); }
 };
