@@ -286,6 +286,8 @@ class Catalogue:
         self.press("Home")
         self.press("Down", index)
         self.press("Return")
+        # A click that comes while it still stands would only close it.
+        wait(f'the end of the list of "{combo}"', lambda: not rows.showing)
 
     def window_ids(self):
         """Of the windows that the window manager knows, the oldest first, minimised ones too."""

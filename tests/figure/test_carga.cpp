@@ -19,6 +19,14 @@ TEST(TestCarga, numbersStandWhereTheRowsSay) {
              u"Peça: Válvula relé"_s + QString(15, u' ') + u"Nº Tarvo: 12002"_s);
     QCOMPARE(Achar(Figura, "imgFigura(1)")->geometry(), QRect(66, 127, 500, 340));
     QVERIFY(!Achar(Figura, "imgFigura(0)")->isVisible());
+    QCOMPARE(forms::Form::Find(Figura)->windowTitle(), TituloCatalogo);
+    QCOMPARE(Luzes(Figura, {20, 580},
+                   {"imgPesquisaFundo", "imgResultadoPesquisaFundo", "imgListaComponentesFundo",
+                    "imgImprimir"}),
+             u"PESQUISA RESULTADOPESQUISA LISTACOMPONENTES IMPRIMIR"_s);
+    QCOMPARE(Volta(Figura, "imgPesquisaFundo"),
+             u"Voltar à pesquisa, Voltar às peças, Lista de componentes, Imprimir, Minimizar a "
+             "janela"_s);
     QVERIFY(!Marcador()->isVisible());
 }
 

@@ -131,6 +131,28 @@ TEST(TestItens, aClickFindsItsItemBehindAKitFilter) {
     QCOMPARE(filtro->Text(), u"TODOS OS COMPONENTES"_s);
 }
 
+// Whatever was painted before it.
+TEST(TestItens, aNumberIsPaintedAsItIs) {
+    QWidget folha;
+    ItemFigura usado(1, &folha);
+    ItemFigura novo(2, &folha);
+    const auto retrato = [](ItemFigura& item) {
+        item.resize(33, 13);
+        return item.grab().toImage();
+    };
+    for (const auto& [texto, negrito] : {std::pair("1", true), std::pair("100", true),
+                                         std::pair("100", false), std::pair("  7", false)}) {
+        usado.SetCaption(AnyText(texto));
+        retrato(usado);
+        usado.SetNegrito(negrito);
+        novo.SetNegrito(!negrito);
+        novo.SetNegrito(negrito);
+        novo.SetCaption(AnyText(texto));
+        QVERIFY2(retrato(usado) == retrato(novo), texto);
+    }
+    QVERIFY(retrato(novo) != QWidget().grab({0, 0, 33, 13}).toImage());
+}
+
 TEST(TestItens, blanksMoveTheMarker) {
     for (const auto& [item, deslocado] : Each<QString, double>{
              {"none", "12", 0.0},

@@ -42,13 +42,21 @@ TEST(TestTeclado, fromTheSearchToAComponentAndBack) {
     QVERIFY(Achar(Busca, "txtNumeroTarvo")->isVisible());
 }
 
+// By keys, and by the light under the mouse.
 TEST(TestTeclado, theWayRound) {
     Janela::Abrir();
     Janela::AbrirDaBusca("Peças", "12002");
     QCOMPARE(Volta(Resultado, "cboNumeroClienteConcorrentePeca"),
              u"Cliente, Peças, Veículos da peça, Voltar à pesquisa, Lista de componentes, "
              "Figura detalhada, Minimizar a janela"_s);
+    QCOMPARE(Luzes(Resultado, {20, 580},
+                   {"imgPesquisaFundo", "imgListaComponentesFundo", "imgFiguraDetalhadaFundo"}),
+             u"PESQUISA LISTACOMPONENTES FIGURADETALHADA"_s);
     Clicar(Resultado, "imgListaComponentesFundo");
+    QCOMPARE(Luzes(Lista, {20, 580},
+                   {"imgPesquisaFundo", "imgResultadoPesquisaFundo", "imgFiguraDetalhadaFundo",
+                    "imgImprimir"}),
+             u"PESQUISA RESULTADOPESQUISA FIGURADETALHADA IMPRIMIR"_s);
     QCOMPARE(Volta(Lista, "cboMostraNaListaPecas"),
              u"Componentes de qual jogo de reparo, Item, Descrição, Nº Tarvo, Nº do cliente, "
              u"Cliente, "

@@ -233,35 +233,21 @@ TEST(TestPesquisa, theWayRound) {
     QCOMPARE(Achar(Busca, "imgFigura(2)")->accessibleName(), u"Figura 3"_s);
 }
 
-// Each button is lit under the mouse, and goes out beside it.
 TEST(TestPesquisa, lightFollowsTheMouse) {
-    QStringList acesas;
-    const auto passar = [&](const AnyText& nome) {
-        MoveTo(*gFrmPesquisa, {5, 60});
-        MoveTo(*gFrmPesquisa, Achar(Busca, nome)->mapTo(gFrmPesquisa->Picture(), QPoint(9, 9)));
-        acesas += gFrmPesquisa->ImagemAtual();
-        return gFrmPesquisa->ImagemAtual();
-    };
-    for (const char* nome :
-         {"imgPesquisa1", "imgPesquisa2", "imgPesquisa3", "imgConhecaTarvo", "imgAjuda", "imgSair",
-          "imgConfiguracoes", "pctVerificarAtualizacoes"}) {
-        passar(nome);
-        const QString acesa = AnyText(nome) + u"Selecionada"_s;
-        QVERIFY2(Achar(Busca, acesa)->isVisible(), nome);
-        QCOMPARE(passar("pctBarraAtualizacao"), u"FORM"_s);
-        QVERIFY2(!Achar(Busca, acesa)->isVisible(), nome);
-    }
+    const QPoint barra = Achar(Busca, "pctBarraAtualizacao")->geometry().center();
+    QCOMPARE(Luzes(Busca, barra,
+                   {"imgPesquisa1", "imgPesquisa2", "imgPesquisa3", "imgConhecaTarvo", "imgAjuda",
+                    "imgSair", "imgConfiguracoes", "pctVerificarAtualizacoes"}),
+             u"PESQUISA1 PESQUISA2 PESQUISA3 CONHECATARVO AJUDA SAIR CONFIGURACOES VERIFICAR"_s);
+    const char* dentro[] = {"grdPesquisa1", "grdPesquisa2", "imgFigura(1)"};
     for (const int i : {0, 1, 2}) {
         Clicar(Busca, u"imgPesquisa%1"_s.arg(i + 1));
-        passar(u"pctResultadoPesquisaFundo(%1)"_s.arg(i));
-        const char* dentro[] = {"grdPesquisa1", "grdPesquisa2", "imgFigura(1)"};
-        QCOMPARE(passar(dentro[i]), u"FORM"_s);
-        QCOMPARE(passar(u"pctTelaPesquisa(%1)"_s.arg(i)), u"FORM"_s);
+        for (const QString& nome : List(dentro[i], u"pctTelaPesquisa(%1)"_s.arg(i))) {
+            const QPoint lugar = Achar(Busca, nome)->mapTo(gFrmPesquisa->Picture(), QPoint(9, 9));
+            QCOMPARE(Luzes(Busca, lugar, {u"pctResultadoPesquisaFundo(%1)"_s.arg(i)}),
+                     u"RESULTADOPESQUISA%1"_s.arg(i));
+        }
     }
-    acesas.removeAll(u"FORM"_s);
-    QCOMPARE(acesas, List("PESQUISA1", "PESQUISA2", "PESQUISA3", "CONHECATARVO", "AJUDA", "SAIR",
-                          "CONFIGURACOES", "VERIFICAR", "RESULTADOPESQUISA0", "RESULTADOPESQUISA1",
-                          "RESULTADOPESQUISA2"));
 }
 
 // The columns stand under the boxes that search them.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "look/tela.h"
 #include "platform/forms/boundgrid.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
@@ -95,6 +96,27 @@ inline QString Volta(const AnyText& tela, const AnyText& nome) {
 inline void DuploCliqueEm(const AnyText& tela, const AnyText& grade, QPoint lugar = {30, 8}) {
     forms::Form& form = *forms::Form::Find(tela);
     DoubleClickAt(form, Achar(tela, grade)->mapTo(form.Picture(), lugar));
+}
+
+// The words of these buttons, each lit under the mouse and out again beside it.
+inline QString Luzes(const AnyText& tela, QPoint aoLado, const AnyTexts& botoes) {
+    forms::Form& form = *forms::Form::Find(tela);
+    const auto& imagens = dynamic_cast<const ImagensSelecionadas&>(form);
+    QStringList palavras;
+    MoveTo(form, aoLado);
+    for (const QString& botao : botoes) {
+        const QWidget* zona = Achar(tela, botao);
+        const QWidget* acesa = Achar(
+            tela, botao.contains("Fundo"_L1) ? QString(botao).replace(u"Fundo"_s, u"Selecionada"_s)
+                                             : botao + u"Selecionada"_s);
+        MoveTo(form, zona->mapTo(form.Picture(), zona->rect().center()));
+        palavras += (acesa->isVisible() ? QString() : u"!"_s) + imagens.ImagemAtual();
+        MoveTo(form, aoLado);
+        if (acesa->isVisible() || imagens.ImagemAtual() != u"FORM") {
+            palavras += u"!"_s + imagens.ImagemAtual();
+        }
+    }
+    return palavras.join(u' ');
 }
 
 inline QStringList TelasCarregadas() {
