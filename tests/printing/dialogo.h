@@ -86,3 +86,15 @@ public:
     QPointer<frmImpressao> form;
     int flags = 0;
 };
+
+struct NoDialogo : Fixture {
+    std::unique_ptr<Dialogo> dialogo_;
+
+    // The printer that is chosen; null for a cancelled choice.
+    virtual std::unique_ptr<printer::Printer> Escolher() = 0;
+
+    void init() override {
+        dialogo_ = std::make_unique<Dialogo>([this] { return Escolher(); });
+    }
+    void cleanup() override { dialogo_.reset(); }
+};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "dialogo.h"
 #include "platform/printer/printer.h"
 #include "support/test.h"
 
@@ -79,4 +80,25 @@ private:
 
     Folha& folha_;
     int pontos_;
+};
+
+struct NoGravador : NoDialogo {
+    Folha folha_;
+    int pontos_ = 360;
+    bool cancelar_ = false;
+    std::function<void(Gravador&)> preparar_;
+
+    std::unique_ptr<printer::Printer> Escolher() override {
+        if (cancelar_) {
+            return nullptr;
+        }
+        auto gravador = std::make_unique<Gravador>(folha_, pontos_);
+        preparar_(*gravador);
+        return gravador;
+    }
+    void init() override {
+        folha_ = {};
+        preparar_ = [](Gravador&) {};
+        NoDialogo::init();
+    }
 };

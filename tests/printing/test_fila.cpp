@@ -10,9 +10,8 @@
 #include <QTimer>
 
 // From the button to the queue of a real print system, through the real printer dialog.
-struct TestFila : Fixture {
+struct TestFila : NoDialogo {
     static inline std::unique_ptr<PrintSystem> sistema_;
-    std::unique_ptr<Dialogo> dialogo_;
 
     // Presses OK and uses the printer dialog: sets it by `usar`, and accepts.
     void Imprimir(const QString& parametro, const std::function<void(QPrintDialog&)>& usar) {
@@ -31,7 +30,7 @@ struct TestFila : Fixture {
         dialogo_->Clicar("imgOk");
     }
 
-    static void Escolher(QPrintDialog& dialogo, const QString& impressora) {
+    static void EscolherFila(QPrintDialog& dialogo, const QString& impressora) {
         auto* lista = dialogo.findChild<QComboBox*>(u"printers"_s);
         QVERIFY(lista);
         const int linha = impressora.isEmpty() ? lista->count() - 1 : lista->findText(impressora);
@@ -63,10 +62,10 @@ struct TestFila : Fixture {
     }
     static void cleanupTestCase() { sistema_.reset(); }
     void init() override {
-        dialogo_ = std::make_unique<Dialogo>([] { return nullptr; });
+        NoDialogo::init();
         printer::SetPrintDialogHandler({});
     }
-    void cleanup() override { dialogo_.reset(); }
+    std::unique_ptr<printer::Printer> Escolher() override { return nullptr; }
 };
 
 // Pages are made at 600 dots per inch, where a figure's pixel is 7 dots wide, and of the
@@ -76,7 +75,7 @@ TEST(TestFila, printed) {
         DarFigura();
         QString arquivo = dialogo_->catalogo.Pasta() + u"/saída.pdf"_s;
         Imprimir(u"FD:1LC:1"_s, [&](QPrintDialog& dialogo) {
-            Escolher(dialogo, impressora);
+            EscolherFila(dialogo, impressora);
             if (impressora.isEmpty()) {
                 dialogo.findChild<QLineEdit*>(u"filename"_s)->setText(arquivo);
             } else {
@@ -101,7 +100,7 @@ TEST(TestFila, printed) {
 TEST(TestFila, noPageRanges) {
     QStringList oferecidos;
     Imprimir(u"FD:0LC:1"_s, [&](QPrintDialog& dialogo) {
-        Escolher(dialogo, u"balcao"_s);
+        EscolherFila(dialogo, u"balcao"_s);
         for (const char* nome : {"printRange", "pagesRadioButton", "pageSetCombo", "copies"}) {
             const auto* widget = dialogo.findChild<QWidget*>(QLatin1StringView(nome));
             const auto* ficha = dialogo.findChild<QWidget*>(u"copiesTab"_s);
@@ -132,7 +131,7 @@ TEST(TestFila, refused) {
     row("server gone", F([this] { sistema_->Stop(); }), F([this] { QVERIFY(sistema_->Start()); }),
         "O sistema de impressão não responde.");
     for (const auto& [antes, depois, razao] : row) {
-        const auto escolher = [](QPrintDialog& dialogo) { Escolher(dialogo, u"balcao"_s); };
+        const auto escolher = [](QPrintDialog& dialogo) { EscolherFila(dialogo, u"balcao"_s); };
         Imprimir(u"FD:0LC:1"_s, [&](QPrintDialog& dialogo) {
             escolher(dialogo);
             antes();  // meanwhile

@@ -1,4 +1,3 @@
-#include "dialogo.h"
 #include "gravador.h"
 #include "platform/forms/msgbox.h"
 #include "support/test.h"
@@ -6,27 +5,7 @@
 #include <QTimer>
 
 // The dialog and the job, on a device that records.
-struct TestImpressao : Fixture {
-    Folha folha_;
-    std::function<void(Gravador&)> preparar_;
-    bool cancelar_ = false;
-    std::unique_ptr<Dialogo> dialogo_;
-
-    void init() override {
-        folha_ = {};
-        cancelar_ = false;
-        preparar_ = [](Gravador&) {};
-        dialogo_ = std::make_unique<Dialogo>([this]() -> std::unique_ptr<printer::Printer> {
-            if (cancelar_) {
-                return nullptr;
-            }
-            auto gravador = std::make_unique<Gravador>(folha_);
-            preparar_(*gravador);
-            return gravador;
-        });
-    }
-    void cleanup() override { dialogo_.reset(); }
-};
+struct TestImpressao : NoGravador {};
 
 TEST(TestImpressao, firstTicks) {
     for (const auto& [parametro, marcas] : Each<QString, QString>{

@@ -1,15 +1,9 @@
-#include "dialogo.h"
 #include "gravador.h"
 #include "platform/forms/font.h"
 #include "support/test.h"
 
 // The pages on a device that records, at one pixel a page unit unless a case says otherwise.
-struct TestPaginas : Fixture {
-    Folha folha_;
-    int pontos_ = 360;
-    std::function<void(Gravador&)> preparar_;
-    std::unique_ptr<Dialogo> dialogo_;
-
+struct TestPaginas : NoGravador {
     // So many items of part 1, and so many kits on the first of them.
     void DarLista(int itens, int jogos) {
         QStringList linhas;
@@ -67,18 +61,6 @@ struct TestPaginas : Fixture {
         }
         return textos;
     }
-
-    void init() override {
-        folha_ = {};
-        pontos_ = 360;
-        preparar_ = [](Gravador&) {};
-        dialogo_ = std::make_unique<Dialogo>([this] {
-            auto gravador = std::make_unique<Gravador>(folha_, pontos_);
-            preparar_(*gravador);
-            return gravador;
-        });
-    }
-    void cleanup() override { dialogo_.reset(); }
 };
 
 // With a head of 95 + 2 lines, titles of 100 + 1 and rows of 20 + 1, a line of 121 puts the

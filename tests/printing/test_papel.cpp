@@ -41,23 +41,21 @@ QList<Palavra> Palavras(const QString& arquivo) {
 }  // namespace
 
 // Real documents, at the resolutions of real printers.
-struct TestPapel : Fixture {
+struct TestPapel : NoDialogo {
     int pontos_ = 600;
     QString arquivo_;
-    std::unique_ptr<Dialogo> dialogo_;
 
+    std::unique_ptr<printer::Printer> Escolher() override {
+        auto qt = std::make_unique<QPrinter>(QPrinter::HighResolution);
+        qt->setOutputFileName(arquivo_);
+        qt->setResolution(pontos_);
+        qt->setPageSize(QPageSize(QPageSize::A4));
+        return std::make_unique<printer::PaperPrinter>(std::move(qt));
+    }
     void init() override {
-        pontos_ = 600;
-        dialogo_ = std::make_unique<Dialogo>([this] {
-            auto qt = std::make_unique<QPrinter>(QPrinter::HighResolution);
-            qt->setOutputFileName(arquivo_);
-            qt->setResolution(pontos_);
-            qt->setPageSize(QPageSize(QPageSize::A4));
-            return std::make_unique<printer::PaperPrinter>(std::move(qt));
-        });
+        NoDialogo::init();
         arquivo_ = dialogo_->catalogo.Pasta() + u"/saída.pdf"_s;
     }
-    void cleanup() override { dialogo_.reset(); }
 };
 
 TEST(TestPapel, list) {
