@@ -1,13 +1,17 @@
 #include "platform/forms/boundgrid.h"
 #include "platform/forms/form.h"
+#include "platform/forms/theme.h"
 #include "support/database.h"
 #include "support/test.h"
 #include "support/windows.h"
 
 #include <QAbstractItemModelTester>
 #include <QAccessible>
+#include <QApplication>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QScrollBar>
+#include <QToolTip>
 
 using dao::Bookmark;
 using forms::BoundGrid;
@@ -229,6 +233,10 @@ TEST(TestBoundGrid, MouseOnRowsAndBesideThem) {
     Scene scene(file_.Path(), u"SELECT TOP 2 Nome, Codigo FROM ITEM ORDER BY Codigo"_s);
     int opened = 0;
     connect(&scene.grid, &BoundGrid::DblClick, [&] { ++opened; });
+    QStringList heard;  // the grid keeps the mouse to itself
+    connect(&scene.grid, &BoundGrid::MouseMove, [&] { heard += u"grid"_s; });
+    connect(scene.form, &forms::Form::MouseMove, [&] { heard += u"form"_s; });
+    connect(scene.form, &forms::Form::Click, [&] { heard += u"click"_s; });
     const QPoint place = scene.grid.mapTo(scene.form->Picture(), QPoint(0, 0));
     DoubleClickAt(*scene.form, place + QPoint(20, 25));
     QCOMPARE(opened, 1);
@@ -237,11 +245,53 @@ TEST(TestBoundGrid, MouseOnRowsAndBesideThem) {
     QCOMPARE(scene.grid.currentIndex().row(), 1);
     QVERIFY(scene.grid.selectionModel()->isRowSelected(1));
     QCOMPARE(scene.grid.VisibleRows(), 2);
+    MoveTo(*scene.form, place + QPoint(30, 25));
+    heard.removeDuplicates();
+    QCOMPARE(heard, List("grid"));
 
     scene.source.SetRecordSource(None);
     scene.source.Refresh();
     DoubleClickAt(*scene.form, place + QPoint(20, 80));
     QCOMPARE(opened, 2);
+}
+
+// Rows with a line below each, the current one lit to the edge; what is cut has a tip.
+TEST(TestBoundGrid, PaintsRows) {
+    const forms::Theme& theme = forms::CurrentTheme();
+    Scene scene(file_.Path(),
+                u"SELECT TOP 2 'Um nome que não cabe na coluna em que ele está' AS Nome, "
+                "Codigo FROM ITEM ORDER BY Codigo"_s);
+    QWidget& view = *scene.grid.viewport();
+    QCOMPARE(scene.grid.visualRect(scene.grid.model()->index(0, 0)),
+             QRect(0, 0, 160, theme.rowPixels));
+    const QImage image = view.grab().toImage();
+    const auto colour = [&](int x, int y) { return image.pixelColor(x, y); };
+    for (const int x : {1, 159, 515, image.width() - 1}) {
+        QCOMPARE(colour(x, 1), theme.selection);
+        QCOMPARE(colour(x, theme.rowPixels - 1), theme.rowLine);
+        QCOMPARE(colour(x, theme.rowPixels + 1), theme.base);
+        QCOMPARE(colour(x, 2 * theme.rowPixels + 1), theme.base);
+    }
+    // From the first to the last pixel that is written on, in the second row.
+    const auto written = [&](int from, int to) {
+        QRect ink;
+        for (int y = theme.rowPixels; y < 2 * theme.rowPixels - 1; ++y) {
+            for (int x = from; x < to; ++x) {
+                ink |= colour(x, y) == theme.base ? QRect() : QRect(x, y, 1, 1);
+            }
+        }
+        return ink;
+    };
+    QVERIFY(written(0, 160).left() >= 5 && written(0, 160).left() < 8);
+    QVERIFY(written(0, 160).right() < 155 && written(0, 160).right() > 135);
+    QVERIFY(written(160, 516).right() < 511 && written(160, 516).right() > 506);
+    for (const int x : {80, 500}) {
+        QHelpEvent ask(QEvent::ToolTip, {x, 27}, view.mapToGlobal(QPoint(x, 27)));
+        QApplication::sendEvent(&view, &ask);
+        QTRY_COMPARE(QToolTip::isVisible(), x == 80);
+    }
+    QTest::keyClick(&scene.grid, Qt::Key_Tab);  // out of the grid, not through its cells
+    QCOMPARE(scene.grid.currentIndex().column(), 0);
 }
 
 TEST(TestBoundGrid, IsATableForAssistiveTechnology) {

@@ -1,5 +1,5 @@
 #include "platform/forms/controls.h"
-#include "platform/forms/msgbox.h"
+#include "platform/forms/theme.h"
 #include "support/test.h"
 #include "support/windows.h"
 
@@ -9,10 +9,9 @@
 #include <QDialog>
 #include <QHelpEvent>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QScrollBar>
 #include <QTextDocument>
-#include <QTextEdit>
-#include <QTimer>
 #include <QToolTip>
 
 using namespace forms;
@@ -88,8 +87,9 @@ TEST(TestControls, ComboUnderTheMouse) {
     QTest::mouseClick(&combo, Qt::LeftButton, {}, {150, 10});
     QAbstractItemView* list = combo.view();
     QVERIFY(QTest::qWaitForWindowExposed(list->window()));
-    const int height = list->window()->height();
-    QVERIFY2(height > 200 && height < 400, qPrintable(QString::number(height)));
+    QCOMPARE(list->viewport()->height() / list->visualRect(list->model()->index(0, 0)).height(),
+             14);
+    QCOMPARE(list->width(), 160);
     QVERIFY(list->verticalScrollBar()->isVisible());
     QTest::qWait(2);
     Wheel(*list->viewport(), -20);
@@ -104,9 +104,17 @@ TEST(TestControls, ComboUnderTheMouse) {
     for (combo.SetListIndex(-1); combo.count() > 14;) {
         combo.removeItem(14);
     }
-    combo.showPopup();
-    QVERIFY(!list->verticalScrollBar()->isVisible());
-    combo.hidePopup();
+    // As wide as its longest row, to some extent.
+    for (const int letters : {30, 300}) {
+        combo.setItemText(0, QString(letters, u'x'));
+        combo.showPopup();
+        QVERIFY(!list->verticalScrollBar()->isVisible());
+        const int needed = combo.fontMetrics().horizontalAdvance(combo.itemText(0)) + 34;
+        QCOMPARE(list->width(), std::min(needed, 480));
+        combo.hidePopup();
+    }
+    QCOMPARE(combo.sizeHint().height(), CurrentTheme().boxPixels);
+    QCOMPARE(combo.accessibleDescription(), u"Tipo"_s);
 }
 
 // What is cut stands in the tip as it is written.
@@ -123,7 +131,11 @@ TEST(TestControls, TipsShowTheWholeText) {
         combo.resize(100, 21);
         combo.AddItem(text);
         combo.SetListIndex(0);
-        for (QWidget* widget : {static_cast<QWidget*>(&label), static_cast<QWidget*>(&combo)}) {
+        Label lines(u"lblInf"_s, &window);
+        lines.SetWordWrap(true);
+        lines.SetText(text);
+        lines.resize(100, 2 * lines.fontMetrics().lineSpacing());  // it takes three
+        for (QWidget* widget : std::initializer_list<QWidget*>{&label, &combo, &lines}) {
             QHelpEvent ask(QEvent::ToolTip, {5, 5}, widget->mapToGlobal(QPoint(5, 5)));
             QApplication::sendEvent(widget, &ask);
             QTextDocument shown;
@@ -174,6 +186,14 @@ TEST(TestControls, TextBoxPastesAtTheCursor) {
     box.paste();
     QCOMPARE(box.text(), u"início meio fim"_s);
     QCOMPARE(box.cursorPosition(), 12);
+    int moves = 0;
+    connect(&box, &TextBox::MouseMove, [&] { ++moves; });
+    QTest::mousePress(&box, Qt::LeftButton, {}, {1, 10});
+    QMouseEvent drag(QEvent::MouseMove, QPointF(90, 10), box.mapToGlobal(QPointF(90, 10)),
+                     Qt::NoButton, Qt::LeftButton, {});
+    QApplication::sendEvent(&box, &drag);
+    QCOMPARE(moves, 1);
+    QVERIFY(box.hasSelectedText());
 }
 
 TEST(TestControls, TextBoxMenuIsPortuguese) {
@@ -235,6 +255,11 @@ TEST(TestControls, ZoneIsAButtonForAssistiveTechnology) {
     QAccessibleInterface* button = QAccessible::queryAccessibleInterface(&zone);
     QCOMPARE(button->role(), QAccessible::Button);
     QCOMPARE(button->text(QAccessible::Name), u"Sair"_s);
+    QCOMPARE(button->actionInterface()->actionNames(),
+             List(QAccessibleActionInterface::pressAction()));
+    QCOMPARE(zone.cursor().shape(), Qt::PointingHandCursor);
+    Picture picture(u"imgFigura"_s, u"Figura"_s, &window);
+    QCOMPARE(QAccessible::queryAccessibleInterface(&picture)->role(), QAccessible::Graphic);
     const auto press = [&] {
         button->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
         Settle();
@@ -265,31 +290,4 @@ TEST(TestControls, PictureKeepsItsProportions) {
     Picture natural(u"imgFigura"_s, u"Figura"_s, nullptr, Picture::Mode::Natural);
     natural.SetPixmap(QPixmap(500, 100));
     QCOMPARE(natural.PictureRect(), QRectF(0, 0, 500, 100));
-}
-
-TEST(TestControls, BoxAnswers) {
-    Each<int, int, int> row;
-    const int question = vbYesNo + vbQuestion;
-    row("ok", vbInformation, int(Qt::Key_Return), vbOK);
-    row("ok, escape", vbCritical, int(Qt::Key_Escape), vbOK);
-    row("yes by default", question, int(Qt::Key_Return), vbYes);
-    row("no by default", question + vbDefaultButton2, int(Qt::Key_Return), vbNo);
-    row("question, escape", question, int(Qt::Key_Escape), vbNo);
-    row("the other button", question + vbDefaultButton2, int(Qt::Key_S), vbYes);
-    for (const auto& [flags, key, answer] : row) {
-        QTimer::singleShot(0, [key] {
-            auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            QTimer::singleShot(5000, box, &QDialog::reject);  // a test that fails must end, too
-            QVERIFY(QTest::qWaitForWindowActive(box));
-            const auto* text = box->findChild<QTextEdit*>();
-            QVERIFY(text->height() < text->document()->size().height() + 20);  // no empty space
-            QTest::keyClick(box, static_cast<Qt::Key>(key),
-                            key == Qt::Key_S ? Qt::AltModifier : Qt::NoModifier);
-        });
-        const int lines = key == Qt::Key_Escape ? 1 : 300;
-        QCOMPARE(
-            MsgBox(u"<b>Peça</b> & \"aspas\"\n"_s.repeated(lines) + QString(10 * lines + 100, u'x'),
-                   flags, u"Título"_s),
-            answer);
-    }
 }

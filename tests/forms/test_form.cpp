@@ -2,6 +2,8 @@
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
 #include "platform/forms/msgbox.h"
+#include "platform/forms/owner.h"
+#include "platform/forms/theme.h"
 #include "support/test.h"
 #include "support/windows.h"
 
@@ -21,6 +23,7 @@ public:
     explicit Screen(const QString& name, Kind kind = Kind::Screen)
         : Form(name, kind, kind == Kind::Screen ? QSize(800, 600) : QSize(300, 200), {}) {}
 
+    using Form::SetSurround;
     std::function<void()> onLoad;
     std::function<void()> onActivate;
     std::function<void()> onUnloading;
@@ -144,6 +147,12 @@ TEST(TestForm, ModalDialogBlocksAndGivesBack) {
     const QPointer<Form> watch(dialog);
     QTimer::singleShot(50, [&] {
         QCOMPARE(Form::Active(), dialog);
+        QCOMPARE(dialog->windowTitle(), forms::ProgramTitle());
+        QCOMPARE(dialog->size(), QSize(300, 200));
+        QCOMPARE(dialog->grab().toImage().pixelColor(5, 5), forms::CurrentTheme().window);
+        const QPoint shift = dialog->geometry().center() - screen->geometry().center();
+        QVERIFY(shift.manhattanLength() < 10);  // a frame's
+        QVERIFY(forms::IsBlocked(*screen) && !forms::IsBlocked(*dialog));
         QVERIFY(QApplication::activeModalWidget() == dialog);
         dialog->close();
         QVERIFY(!dialog->isVisible());
@@ -256,6 +265,9 @@ TEST(TestForm, PictureStandsInTheMiddle) {
     screen->setWindowState(Qt::WindowNoState);
     screen->resize(1067, 600);
     QCOMPARE(screen->Picture()->geometry(), QRect(133, 0, 800, 600));
+    QCOMPARE(screen->grab().toImage().pixelColor(5, 5), forms::CurrentTheme().surround);
+    screen->SetSurround(Qt::red);
+    QCOMPARE(screen->grab().toImage().pixelColor(1060, 5), QColor(Qt::red));
     screen->resize(800, 600);
     QCOMPARE(screen->Picture()->geometry(), QRect(0, 0, 800, 600));
     screen->resize(640, 480);  // whole, behind scroll bars

@@ -162,9 +162,10 @@ TEST(TestListExport, MenuByMouseAndByKeys) {
     }
 }
 
-// A word of the dialog's list that the toolkit's own translation leaves out.
+// Words of the dialog's list that the toolkit's own translation leaves out.
 TEST(TestListExport, DialogSpeaksPortuguese) {
-    QCOMPARE(QFileIconProvider().type(QFileInfo(QFileInfo(file_.Path()).path())), u"Pasta"_s);
+    QCOMPARE(QFileIconProvider().type(QFileInfo(file_.Folder())), u"Pasta"_s);
+    QCOMPARE(QFileIconProvider().type(QFileInfo(QDir::rootPath())), u"Unidade"_s);
 }
 
 TEST(TestListExport, NothingToTake) {

@@ -15,34 +15,9 @@ struct Entry {
     QStringView text;
 };
 
-// The same word has the same translation wherever the toolkit uses it, so there is no context.
+// Words of the file dialog that the toolkit's translation files under another name than the toolkit
+// asks by.
 constexpr Entry Entries[] = {
-    {"&Undo"_L1, u"&Desfazer"},
-    {"&Redo"_L1, u"&Refazer"},
-    {"Cu&t"_L1, u"Recor&tar"},
-    {"&Copy"_L1, u"&Copiar"},
-    {"Copy &Link Location"_L1, u"Copiar &endereço do link"},
-    {"&Paste"_L1, u"Co&lar"},
-    {"Delete"_L1, u"Excluir"},
-    {"Select All"_L1, u"Selecionar tudo"},
-    {"Scroll here"_L1, u"Rolar para cá"},
-    {"Top"_L1, u"Início"},
-    {"Bottom"_L1, u"Fim"},
-    {"Left edge"_L1, u"Extremidade esquerda"},
-    {"Right edge"_L1, u"Extremidade direita"},
-    {"Page up"_L1, u"Página acima"},
-    {"Page down"_L1, u"Página abaixo"},
-    {"Page left"_L1, u"Página à esquerda"},
-    {"Page right"_L1, u"Página à direita"},
-    {"Scroll up"_L1, u"Rolar para cima"},
-    {"Scroll down"_L1, u"Rolar para baixo"},
-    {"Scroll left"_L1, u"Rolar para a esquerda"},
-    {"Scroll right"_L1, u"Rolar para a direita"},
-    {"OK"_L1, u"OK"},
-    {"Cancel"_L1, u"Cancelar"},
-    {"&Yes"_L1, u"&Sim"},
-    {"&No"_L1, u"&Não"},
-    {"Close"_L1, u"Fechar"},
     {"Folder"_L1, u"Pasta"},
     {"Drive"_L1, u"Unidade"},
     {"File"_L1, u"Arquivo"},
@@ -72,7 +47,7 @@ void InstallTranslation() {
     QLocale::setDefault(portuguese);
     QCoreApplication* application = QCoreApplication::instance();
     QCoreApplication::installTranslator(new OwnTranslation(application));
-    // The one installed last is asked first.
+    // Comes with the program. The one installed last is asked first.
     auto* toolkit = new QTranslator(application);
     if (toolkit->load(portuguese, u"qtbase"_s, u"_"_s,
                       QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {

@@ -2,8 +2,8 @@
 
 namespace forms {
 
-// Makes the toolkit speak Brazilian Portuguese: its own translation where it is installed, and what
-// the screens can show of it (context menus, standard buttons) in any case.
+// Makes the toolkit speak Brazilian Portuguese: by its own translation, which the packages bring
+// along, and in what that leaves out.
 void InstallTranslation();
 
 }  // namespace forms

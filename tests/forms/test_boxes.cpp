@@ -1,0 +1,130 @@
+#include "platform/forms/msgbox.h"
+#include "platform/forms/progressbox.h"
+#include "platform/forms/theme.h"
+#include "support/test.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTextDocument>
+#include <QTextEdit>
+#include <QTimer>
+
+using namespace forms;
+
+struct TestBoxes : Fixture {
+    // Sign, text and buttons in their margins.
+    static void CheckPlaces(const QDialog& box, QSize text) {
+        QRect whole;
+        for (const QWidget* part : box.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+            whole |= part->geometry();
+        }
+        QCOMPARE(whole, QRect(QPoint(18, 16), box.size() - QSize(36, 30)));
+        QCOMPARE(whole.width(), 56 + text.width());
+        const auto* buttons = box.findChild<QDialogButtonBox*>();
+        QCOMPARE(buttons->y(), 32 + text.height());
+        QVERIFY(qAbs(buttons->geometry().center().x() - box.rect().center().x()) <= 1);
+    }
+    static void CheckSign(const QDialog& box, const QColor& ground, const QColor& colour) {
+        const auto* sign = box.findChild<QLabel*>();
+        QCOMPARE(sign->geometry(), QRect(18, 16, 40, 40));
+        const QImage image = sign->pixmap().toImage();
+        QCOMPARE(image.pixelColor(4, 20), ground);
+        QCOMPARE(image.pixelColor(1, 1).alpha(), 0);
+        int letter = 0;
+        for (int y = 8; y < 32; ++y) {
+            for (int x = 8; x < 32; ++x) {
+                letter += image.pixelColor(x, y) == colour;
+            }
+        }
+        QVERIFY2(letter > 10 && letter < 200, qPrintable(QString::number(letter)));
+    }
+};
+
+TEST(TestBoxes, AskAndTell) {
+    const Theme& theme = CurrentTheme();
+    const int question = vbYesNo + vbQuestion;
+    const QColor blue = theme.primary;
+    const QColor white = theme.primaryText;
+    // What is long stands in a box of its own, which breaks it anywhere and scrolls.
+    enum Length { Short, OneLine, Long };
+    for (const auto& [flags, length, key, answer, ground, colour] :
+         Each<int, int, int, int, QColor, QColor>{
+             {"ok", vbInformation, Long, int(Qt::Key_Return), vbOK, blue, white},
+             {"ok, escape", vbCritical, OneLine, int(Qt::Key_Escape), vbOK, theme.alert, white},
+             {"warning", vbExclamation, Short, int(Qt::Key_Space), vbOK, theme.lit, theme.text},
+             {"yes by default", question, Short, int(Qt::Key_Return), vbYes, blue, white},
+             {"no by default", question + vbDefaultButton2, Long, int(Qt::Key_Return), vbNo, blue,
+              white},
+             {"question, escape", question, OneLine, int(Qt::Key_Escape), vbNo, blue, white},
+             {"the other button", question + vbDefaultButton2, Long, int(Qt::Key_S), vbYes, blue,
+              white},
+         }) {
+        const QString said =
+            length == Short
+                ? u"<b>Peça</b> & \"aspas\""_s
+                : u"<b>Peça</b>\n"_s.repeated(length == Long ? 300 : 1) + QString(200, u'x');
+        QTimer::singleShot(0, [&] {
+            auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            QTimer::singleShot(5000, box, &QDialog::reject);  // a test that fails must end, too
+            QVERIFY(QTest::qWaitForWindowActive(box));
+            QVERIFY(IsBoxOpen());
+            QCOMPARE(box->windowTitle() + box->accessibleName(), u"Título"_s + said);
+            CheckSign(*box, ground, colour);
+            if (const auto* text = box->findChild<QTextEdit*>()) {
+                const int all = qCeil(text->document()->size().height()) + 2;
+                CheckPlaces(*box, {440 + theme.scrollPixels, std::min(all, 320)});
+                QCOMPARE(text->height(), length == Long ? 320 : std::max(all, 40));
+                QCOMPARE(text->toPlainText(), said);
+            } else {
+                QCOMPARE(length, int(Short));
+                CheckPlaces(*box, {220, 40});
+            }
+            QStringList buttons;
+            for (const auto* button : box->findChildren<QPushButton*>()) {
+                buttons += button->text();
+                QCOMPARE(button->width(), 84);
+                QCOMPARE(button->isDefault(),
+                         (button->text() == u"&Não"_s) == bool(flags & vbDefaultButton2));
+                QCOMPARE(button->hasFocus(), button->isDefault());
+            }
+            QCOMPARE(buttons, answer == vbOK ? List("OK") : List("&Sim", "&Não"));
+            QTest::keyClick(key == Qt::Key_Space ? QApplication::focusWidget() : box, Qt::Key(key),
+                            key == Qt::Key_S ? Qt::AltModifier : Qt::NoModifier);
+        });
+        QCOMPARE(MsgBox(said, flags, u"Título"_s), answer);
+        QVERIFY(!IsBoxOpen());
+    }
+}
+
+TEST(TestBoxes, Progress) {
+    ProgressBox early;
+    QVERIFY(early.Look(u"Lendo"_s, 1, 4) && !early.isVisible());
+    const int before = ProgressBox::SetDelay(0);
+    ProgressBox box;
+    for (const auto& [done, total, value, most] :
+         {std::tuple(0, 0, 0, 0), std::tuple(1, 4, 250, 1000), std::tuple(4, 4, 1000, 1000)}) {
+        QVERIFY(box.Look(u"Lendo %1"_s.arg(done), done, total));
+        QVERIFY(box.isVisible() && box.isModal());
+        QCOMPARE(box.findChild<QLabel*>()->text(), u"Lendo %1"_s.arg(done));
+        QCOMPARE(box.accessibleName(), u"Lendo %1"_s.arg(done));
+        const auto* bar = box.findChild<QProgressBar*>();
+        QCOMPARE(bar->maximum(), most);
+        QCOMPARE(std::max(bar->value(), 0), value);
+    }
+    const auto place = [&box](QWidget* part) { return part->geometry(); };
+    const QRect label = place(box.findChild<QLabel*>());
+    const QRect bar = place(box.findChild<QProgressBar*>());
+    const QRect button = place(box.findChild<QPushButton*>());
+    QCOMPARE(label.topLeft(), QPoint(18, 16));
+    QCOMPARE(bar.width(), 320 - 36);
+    QCOMPARE(bar.top(), label.bottom() + 13);
+    QCOMPARE(button.top(), bar.bottom() + 13);
+    QCOMPARE(box.height(), button.bottom() + 15);
+    QVERIFY(qAbs(button.center().x() - 160) <= 1);
+    QTest::mouseClick(box.findChild<QPushButton*>(), Qt::LeftButton);
+    QVERIFY(!box.Look(u"Lendo"_s, 1, 4));
+    QCOMPARE(ProgressBox::SetDelay(before), 0);
+}
