@@ -1,7 +1,7 @@
 #include "platform/forms/msgbox.h"
 #include "platform/forms/progressbox.h"
 #include "platform/forms/theme.h"
-#include "support/test.h"
+#include "support/windows.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -15,18 +15,6 @@
 using namespace forms;
 
 struct TestBoxes : Fixture {
-    // Sign, text and buttons in their margins.
-    static void CheckPlaces(const QDialog& box, QSize text) {
-        QRect whole;
-        for (const QWidget* part : box.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
-            whole |= part->geometry();
-        }
-        QCOMPARE(whole, QRect(QPoint(18, 16), box.size() - QSize(36, 30)));
-        QCOMPARE(whole.width(), 56 + text.width());
-        const auto* buttons = box.findChild<QDialogButtonBox*>();
-        QCOMPARE(buttons->y(), 32 + text.height());
-        QVERIFY(qAbs(buttons->geometry().center().x() - box.rect().center().x()) <= 1);
-    }
     static void CheckSign(const QDialog& box, const QColor& ground, const QColor& colour) {
         const auto* sign = box.findChild<QLabel*>();
         QCOMPARE(sign->geometry(), QRect(18, 16, 40, 40));
@@ -73,15 +61,19 @@ TEST(TestBoxes, AskAndTell) {
             QVERIFY(IsBoxOpen());
             QCOMPARE(box->windowTitle() + box->accessibleName(), u"Título"_s + said);
             CheckSign(*box, ground, colour);
-            if (const auto* text = box->findChild<QTextEdit*>()) {
-                const int all = qCeil(text->document()->size().height()) + 2;
-                CheckPlaces(*box, {440 + theme.scrollPixels, std::min(all, 320)});
-                QCOMPARE(text->height(), length == Long ? 320 : std::max(all, 40));
-                QCOMPARE(text->toPlainText(), said);
-            } else {
-                QCOMPARE(length, int(Short));
-                CheckPlaces(*box, {220, 40});
+            const QWidget* text = box->findChildren<QLabel*>().last();
+            QSize size(220, 40);
+            if (const auto* edit = box->findChild<QTextEdit*>()) {
+                const int all = qCeil(edit->document()->size().height()) + 2;
+                size = {440 + theme.scrollPixels, std::clamp(all, 40, 320)};
+                QCOMPARE(edit->toPlainText(), said);
+                text = edit;
             }
+            QCOMPARE(text->size(), size);
+            const auto* row = box->findChild<QDialogButtonBox*>();
+            QCOMPARE(Gaps(*box, Qt::Horizontal, {box->findChild<QLabel*>(), text}), u"18 16 18"_s);
+            QCOMPARE(Gaps(*box, Qt::Vertical, {text, row}), u"16 16 14"_s);
+            QVERIFY(qAbs(row->geometry().center().x() - box->rect().center().x()) <= 1);
             QStringList buttons;
             for (const auto* button : box->findChildren<QPushButton*>()) {
                 buttons += button->text();
@@ -110,20 +102,15 @@ TEST(TestBoxes, Progress) {
         QVERIFY(box.isVisible() && box.isModal());
         QCOMPARE(box.findChild<QLabel*>()->text(), u"Lendo %1"_s.arg(done));
         QCOMPARE(box.accessibleName(), u"Lendo %1"_s.arg(done));
-        const auto* bar = box.findChild<QProgressBar*>();
-        QCOMPARE(bar->maximum(), most);
-        QCOMPARE(std::max(bar->value(), 0), value);
+        QCOMPARE(box.findChild<QProgressBar*>()->maximum(), most);
+        QCOMPARE(std::max(box.findChild<QProgressBar*>()->value(), 0), value);
     }
-    const auto place = [&box](QWidget* part) { return part->geometry(); };
-    const QRect label = place(box.findChild<QLabel*>());
-    const QRect bar = place(box.findChild<QProgressBar*>());
-    const QRect button = place(box.findChild<QPushButton*>());
-    QCOMPARE(label.topLeft(), QPoint(18, 16));
-    QCOMPARE(bar.width(), 320 - 36);
-    QCOMPARE(bar.top(), label.bottom() + 13);
-    QCOMPARE(button.top(), bar.bottom() + 13);
-    QCOMPARE(box.height(), button.bottom() + 15);
-    QVERIFY(qAbs(button.center().x() - 160) <= 1);
+    const auto* bar = box.findChild<QProgressBar*>();
+    const auto* button = box.findChild<QPushButton*>();
+    QCOMPARE(Gaps(box, Qt::Vertical, {box.findChild<QLabel*>(), bar, button}), u"16 12 12 14"_s);
+    QCOMPARE(Gaps(box, Qt::Horizontal, {bar}), u"18 18"_s);
+    QCOMPARE(box.width(), 320);
+    QVERIFY(qAbs(button->geometry().center().x() - 160) <= 1);
     QTest::mouseClick(box.findChild<QPushButton*>(), Qt::LeftButton);
     QVERIFY(!box.Look(u"Lendo"_s, 1, 4));
     QCOMPARE(ProgressBox::SetDelay(before), 0);

@@ -1,6 +1,8 @@
 #include "help/helpwindow.h"
+#include "platform/forms/theme.h"
 #include "platform/printer/paperprinter.h"
 #include "platform/printer/printdialog.h"
+#include "support/servers.h"
 #include "support/windows.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -9,13 +11,12 @@
 #include <QLineEdit>
 #include <QPrinter>
 #include <QRegularExpression>
-#include <QScrollBar>
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QToolButton>
 #include <QTreeWidget>
 
-#include <map>
+#include <functional>
 
 using help::HelpWindow;
 
@@ -76,11 +77,6 @@ struct TestHelpWindow : Fixture {
     }
     void Press(const AnyText& text) const { QTest::mouseClick(&Button(text), Qt::LeftButton); }
 
-    QRect PlaceOf(const QWidget* control) const {
-        return {control->mapTo(window_, QPoint()), control->size()};
-    }
-    QRect PlaceOf(const QString& button) const { return PlaceOf(&Button(button)); }
-
     // The line with the cursor, between the buttons that lead on: "<Sair>". It stands one line
     // below the page's upper edge, or tells where else.
     QString Where() const {
@@ -103,18 +99,13 @@ struct TestHelpWindow : Fixture {
                           contents_->visualItemRect(item).center());
     }
 
-    // What is found: the number shown, and each place with the current one in brackets.
+    // What is found: the number shown, and each place with the lit one in brackets.
     QString Hits() const {
         QStringList hits;
-        std::map<QRgb, int> colours;
         for (const auto& mark : page_->extraSelections()) {
-            ++colours[mark.format.background().color().rgb()];
-        }
-        for (const auto& mark : page_->extraSelections()) {
-            const bool current = mark.cursor.selectionStart() == page_->textCursor().position();
-            const bool alone = colours[mark.format.background().color().rgb()] == 1;
-            hits += current && alone ? u'[' + mark.cursor.selectedText() + u']'
-                                     : mark.cursor.selectedText();
+            const bool current = mark.format.background() == forms::CurrentTheme().lit &&
+                                 mark.cursor.selectionStart() == page_->textCursor().position();
+            hits += current ? u'[' + mark.cursor.selectedText() + u']' : mark.cursor.selectedText();
         }
         return count_->text() + u": "_s + hits.join(u' ');
     }
@@ -128,102 +119,91 @@ struct TestHelpWindow : Fixture {
 TEST(TestHelpWindow, EverythingHasItsPlaceAndName) {
     Open(Html());
     QCOMPARE(window_->windowTitle(), u"Ajuda do Catálogo"_s);
-    QCOMPARE(window_->size(), QSize(788, 552));
     QCOMPARE(Tree(contents_->invisibleRootItem()),
              List("Ajuda", "-Sem nível dois", "-Sair", "--Fim"));
-    // Six pixels between what stands in the bar and at its ends, four above and below.
-    int right = -1;
-    int below = 0;
-    for (const QString& text : List("←", "→", "Início", "Imprimir")) {
-        const QRect place = PlaceOf(text);
-        QCOMPARE(place.left(), right + 7);
-        right = place.right();
-        below = std::max(below, place.bottom());
+    QList<const QWidget*> bar;
+    for (const QString& text : List("←", "→", "Início", "Imprimir", "▲", "▼")) {
+        QCOMPARE(Button(text).toolTip(), Button(text).accessibleName());
+        bar += &Button(text);
     }
-    const QRect box = PlaceOf(find_);
-    QCOMPARE(box.width(), 180);
-    QCOMPARE(PlaceOf(u"▲"_s).left(), box.right() + 7);
-    QCOMPARE(PlaceOf(u"▼"_s).left(), PlaceOf(u"▲"_s).right() + 7);
-    QCOMPARE(PlaceOf(u"▼"_s).right(), 788 - 7);
-    QCOMPARE(PlaceOf(contents_), QRect(0, below + 5, 208, 552 - below - 5));
-    const QRect page = PlaceOf(page_);
-    QCOMPARE(page, QRect(QPoint(212, below + 5), QPoint(787, 551)));
+    bar.insert(4, find_);
+    for (const QSize size : {QSize(788, 552), QSize(900, 700)}) {  // more room is the page's
+        QCOMPARE(window_->size(), size);
+        const QString gaps = Gaps(*window_, Qt::Horizontal, bar);
+        QCOMPARE(Like(gaps, u"6 6 6 6 * 6 6 6"_s), u"6 6 6 6 * 6 6 6"_s);
+        QCOMPARE(Gaps(*window_, Qt::Horizontal, {contents_, page_}), u"0 4 0"_s);
+        QCOMPARE(Gaps(*window_, Qt::Vertical, {bar.first(), page_}), u"4 4 0"_s);
+        QCOMPARE(QSize(contents_->width(), find_->width()), QSize(208, 180));
+        window_->resize(900, 700);
+    }
     QCOMPARE(contents_->viewport()->pos() + page_->viewport()->pos(), QPoint(0, 0));
     QCOMPARE(page_->cursorRect().topLeft(), QPoint(16, 16));
-    const auto indent = [this](const QString& heading) {
-        return contents_->visualItemRect(contents_->findItems(heading, Qt::MatchRecursive).first())
-            .left();
-    };
-    QCOMPARE((QList{indent(u"Ajuda"_s), indent(u"Sair"_s), indent(u"Fim"_s)}), (QList{0, 14, 28}));
+    for (const auto& [heading, left] : {std::pair("Ajuda", 0), {"Sair", 14}, {"Fim", 28}}) {
+        const auto* item = contents_->findItems(AnyText(heading), Qt::MatchRecursive).first();
+        QCOMPARE(contents_->visualItemRect(item).left(), left);
+        QCOMPARE(item->toolTip(0), AnyText(heading));
+    }
     QStringList said;
     for (const QWidget* control : window_->findChildren<QWidget*>()) {
         said += control->accessibleName();
-        const auto* button = qobject_cast<const QToolButton*>(control);
-        QVERIFY(!button || button->toolTip() == button->accessibleName());
     }
     said.removeAll(QString());
     QCOMPARE(said, List("Página da ajuda", "Conteúdo", "Voltar", "Avançar", "Início da página",
                         "Imprimir a ajuda (Ctrl+P)", "Localizar", "Localizar anterior (Shift+F3)",
                         "Localizar próxima (F3)"));
-    QCOMPARE(contents_->topLevelItem(0)->toolTip(0), u"Ajuda"_s);
     QCOMPARE(find_->placeholderText(), u"Localizar"_s);
-    // More room is the page's.
-    window_->resize(900, 700);
-    QCOMPARE(PlaceOf(contents_).size(), QSize(208, 700 - below - 5));
-    QCOMPARE(PlaceOf(page_).right(), 899);
-    QCOMPARE(PlaceOf(u"▼"_s).right(), 900 - 7);
-    QCOMPARE(PlaceOf(u"Imprimir"_s).right(), right);
 }
 
 TEST(TestHelpWindow, LeadsAround) {
     Open(Html());
-    QCOMPARE(Where(), u"Ajuda"_s);
     QCOMPARE(window_->focusWidget(), page_);
-    ClickHeading("Sair");
-    QCOMPARE(Where(), u"<Sair"_s);
-    QTest::keyClick(contents_, Qt::Key_Down);
-    QTest::keyClick(contents_, Qt::Key_Return);
-    QCOMPARE(Where(), u"<Fim"_s);
-    Press("←");
-    QCOMPARE(Where(), u"<Sair>"_s);
-    QTest::keyClick(window_, Qt::Key_Left, Qt::AltModifier);
-    QCOMPARE(Where(), u"Ajuda>"_s);
-    Press("→");
-    QTest::keyClick(window_, Qt::Key_Right, Qt::AltModifier);
-    QCOMPARE(Where(), u"<Fim"_s);
-    QTest::keyClick(window_, Qt::Key_Right, Qt::AltModifier);
-    QCOMPARE(Where(), u"<Fim"_s);
-    Press("←");
-    Press("Início");  // what came after is gone
-    QCOMPARE(Where(), u"<Ajuda"_s);
+    const std::pair<std::function<void()>, const char*> steps[] = {
+        {[] {}, "Ajuda"},
+        {[&] { ClickHeading("Sair"); }, "<Sair"},
+        {[&] { QTest::keyClick(contents_, Qt::Key_Down); }, "<Sair"},
+        {[&] { QTest::keyClick(contents_, Qt::Key_Return); }, "<Fim"},
+        {[&] { Press("←"); }, "<Sair>"},
+        {[&] { QTest::keyClick(window_, Qt::Key_Left, Qt::AltModifier); }, "Ajuda>"},
+        {[&] { Press("→"); }, "<Sair>"},
+        {[&] { QTest::keyClick(window_, Qt::Key_Right, Qt::AltModifier); }, "<Fim"},
+        {[&] { QTest::keyClick(window_, Qt::Key_Right, Qt::AltModifier); }, "<Fim"},
+        {[&] { Press("←"); }, "<Sair>"},
+        {[&] { Press("Início"); }, "<Ajuda"},  // what came after is gone
+        {[&] { ClickLink("sair"); }, "<peca"},
+    };
+    for (const auto& [act, where] : steps) {
+        act();
+        QCOMPARE(Where(), AnyText(where));
+    }
+    Press("Início");
     ClickLink("fora");
     QVERIFY(page_->toPlainText().startsWith("Ajuda"_L1));
-    ClickLink("sair");
-    QCOMPARE(Where(), u"<peca"_s);
 }
 
 TEST(TestHelpWindow, FindsWhatIsSearched) {
     Open(Html());
-    QTest::keyClick(window_, Qt::Key_F, Qt::ControlModifier);
-    QTest::keyClicks(find_, u"peca"_s);
-    QCOMPARE(Hits(), u"1 de 3: [Peça] PEÇA peca"_s);
-    QTest::keyClick(find_, Qt::Key_Return);
-    QCOMPARE(Hits(), u"2 de 3: Peça [PEÇA] peca"_s);
-    QTest::keyClick(window_, Qt::Key_F3, Qt::ShiftModifier);
-    Press("▲");
-    QCOMPARE(Hits(), u"3 de 3: Peça PEÇA [peca]"_s);
-    QVERIFY(page_->viewport()->rect().contains(page_->cursorRect()));
-    Press("▼");
-    QTest::keyClick(window_, Qt::Key_F3);
-    QCOMPARE(Hits(), u"2 de 3: Peça [PEÇA] peca"_s);
-    QTest::keyClick(window_, Qt::Key_F, Qt::ControlModifier);
-    QTest::keyClicks(find_, u"ajuda"_s);  // in place of what stood there
-    QCOMPARE(Hits(), u"1 de 1: [Ajuda]"_s);
-    for (const auto& [text, hits] : {std::pair("§", "Nenhuma ocorrência: "), std::pair("", ": ")}) {
-        find_->setText(QString::fromUtf8(text));
-        QTest::keyClick(window_, Qt::Key_F3);
-        QTest::keyClick(window_, Qt::Key_F3, Qt::ShiftModifier);
-        QCOMPARE(Hits(), QString::fromUtf8(hits));
+    const auto search = [&](const char* text) {  // in place of what stood there
+        QTest::keyClick(window_, Qt::Key_F, Qt::ControlModifier);
+        QTest::keyClicks(find_, AnyText(text));
+    };
+    const std::pair<std::function<void()>, const char*> steps[] = {
+        {[&] { search("peca"); }, "1 de 3: [Peça] PEÇA peca"},
+        {[&] { QTest::keyClick(find_, Qt::Key_Return); }, "2 de 3: Peça [PEÇA] peca"},
+        {[&] { QTest::keyClick(window_, Qt::Key_F3, Qt::ShiftModifier); },
+         "1 de 3: [Peça] PEÇA peca"},
+        {[&] { Press("▲"); }, "3 de 3: Peça PEÇA [peca]"},
+        {[&] { Press("▼"); }, "1 de 3: [Peça] PEÇA peca"},
+        {[&] { QTest::keyClick(window_, Qt::Key_F3); }, "2 de 3: Peça [PEÇA] peca"},
+        {[&] { search("ajuda"); }, "1 de 1: [Ajuda]"},
+        {[&] { search("$"); }, "Nenhuma ocorrência: "},
+        {[&] { QTest::keyClick(window_, Qt::Key_F3); }, "Nenhuma ocorrência: "},
+        {[&] { QTest::keyClick(window_, Qt::Key_F3, Qt::ShiftModifier); }, "Nenhuma ocorrência: "},
+        {[&] { find_->clear(); }, ": "},
+    };
+    for (const auto& [act, hits] : steps) {
+        act();
+        QCOMPARE(Hits(), AnyText(hits));
+        QVERIFY(page_->viewport()->rect().contains(page_->cursorRect()));
     }
 }
 

@@ -84,6 +84,19 @@ void Wheel(QWidget& control, int notches) {
     Settle();
 }
 
+QString Gaps(const QWidget& window, Qt::Orientation along, const QList<const QWidget*>& parts) {
+    const auto way = [along](QPoint at) { return along == Qt::Horizontal ? at.x() : at.y(); };
+    QStringList gaps;
+    QPoint end;
+    for (const QWidget* part : parts) {
+        const QPoint begin = part->mapTo(&window, QPoint());
+        gaps += QString::number(way(begin - end));
+        end = begin + QPoint(part->width(), part->height());
+    }
+    gaps += QString::number(way(QPoint(window.width(), window.height()) - end));
+    return gaps.join(u' ');
+}
+
 void Settle() {
     QCoreApplication::sendPostedEvents();
     QCoreApplication::processEvents();

@@ -49,6 +49,9 @@ Control& Find(forms::Form& form, const AnyText& name) {
     return *control;
 }
 
+// Free pixels from the window's edge through these, in their order, to the other edge: "6 6 12 6".
+QString Gaps(const QWidget& window, Qt::Orientation along, const QList<const QWidget*>& parts);
+
 // Lets events run until nothing is left that is due, deletions of unloaded forms included.
 void Settle();
 
