@@ -21,6 +21,11 @@ std::vector<RegisteredTest>& Tests() {
     return tests;
 }
 
+std::map<std::string_view, int (*)(int, char**)>& Programs() {
+    static std::map<std::string_view, int (*)(int, char**)> programs;
+    return programs;
+}
+
 void MakeFolderOf(const QString& path) {
     QDir().mkpath(QFileInfo(path).path());
 }
@@ -75,6 +80,11 @@ bool testing_support::KeepFullKeys() {
     return true;
 }
 
+bool testing_support::RegisterProgram(const char* name, int (*program)(int, char**)) {
+    Programs().insert({name, program});
+    return true;
+}
+
 bool testing_support::RegisterTest(const RegisteredTest& test) {
     Tests().push_back(test);
     return true;
@@ -114,6 +124,10 @@ QString testing_support::OutputOf(const AnyText& program, const AnyTexts& argume
 }
 
 int main(int argc, char** argv) {
+    const QByteArray called = QFileInfo(QFile::decodeName(argv[0])).fileName().toUtf8();
+    if (const auto found = Programs().find(called.constData()); found != Programs().end()) {
+        return found->second(argc, argv);
+    }
     // The user's own settings are none of a test's business.
     const QTemporaryDir home;
     qputenv(UserData, QFile::encodeName(home.path()));

@@ -49,6 +49,8 @@ struct RegisteredTest {
 };
 bool RegisterTest(const RegisteredTest& test);
 bool KeepFullKeys();
+// A copy of the test program that bears this name is this program.
+bool RegisterProgram(const char* name, int (*program)(int, char**));
 
 // Number of the Erro that `work` throws, 0 for none.
 template <typename Work>
@@ -83,6 +85,10 @@ using namespace testing_support;
 // For a program whose catalogues are opened by the programs that ship; see support/quickkeys.h.
 #define TARVO_FULL_KEYS \
     [[maybe_unused]] static const bool full_keys = testing_support::KeepFullKeys()
+
+#define TARVO_PROGRAM(Name, Program)                       \
+    [[maybe_unused]] static const bool program_of_a_copy = \
+        testing_support::RegisterProgram(Name, Program)
 
 #define TEST(Of, Name)                                                                         \
     struct Of##_##Name final : Of {                                                            \

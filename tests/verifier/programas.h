@@ -7,16 +7,17 @@
 
 #include <QProcess>
 
-// The shipped programs in a folder of their own, without a display, and a catalogue that their
-// "Caminho.txt" names.
+// The shipped programs in a folder of their own, and a catalogue that their "Caminho.txt" names.
 class Programs {
 public:
     explicit Programs(const AnyTexts& names) {
         for (const QString& name : names) {
-            if (!QFile::copy(QStringLiteral(TARVO_PROGRAMS "/") + name, folder_.filePath(name))) {
-                qFatal("no %s", qPrintable(name));
-            }
+            Take(QStringLiteral(TARVO_PROGRAMS "/") + name, name);
         }
+    }
+    // The test program itself under this name, which it has registered.
+    explicit Programs(const char* played) {
+        Take(QCoreApplication::applicationFilePath(), QLatin1String(played));
     }
 
     QString Path(const AnyText& name) const { return folder_.filePath(name); }
@@ -37,11 +38,15 @@ public:
         int code = -1;
         QString printed;
     };
-    End Run(const AnyText& program, const AnyTexts& arguments) const {
+    End Run(const AnyText& program, const AnyTexts& arguments, bool display = false) const {
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        for (const char* display : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
-            environment.remove(QLatin1String(display));
+        for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+            environment.remove(QLatin1String(variable));
+        }
+        if (display) {
+            environment.insert(u"DISPLAY"_s, u":"_s);
+            environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
         }
         process.setProcessEnvironment(environment);
         process.setProcessChannelMode(QProcess::MergedChannels);
@@ -54,5 +59,11 @@ public:
     }
 
 private:
+    void Take(const QString& from, const QString& name) const {
+        if (!QFile::copy(from, Path(name))) {
+            qFatal("no %s", qPrintable(from));
+        }
+    }
+
     QTemporaryDir folder_;
 };

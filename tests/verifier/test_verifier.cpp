@@ -2,11 +2,30 @@
 #include "session/global.h"
 #include "settings/arquivo.h"
 #include "support/cases.h"
+#include "update/acesso.h"
+#include "update/conversa.h"
 #include "update/prova.h"
+#include "verifier/programa.h"
 
-// The real program, against servers that answer well, badly, or not at all.
+namespace {
+
+constexpr char Name[] = "VerifAtualizCatalogoTarvo.exe";
+
+// The whole program; who sits in front of it knows the proxy's password.
+int Verifier(int argc, char** argv) {
+    SetPedidoDeAcesso([](AcessoAoProxy& access) {
+        access.usuario = u"maria"_s;
+        access.senha = u"s3nha"_s;
+        return true;
+    });
+    return ExecutarVerificador(argc, argv);
+}
+
+}  // namespace
+
+// A process of its own, against servers that answer well, badly, or not at all.
 struct TestVerifier : Fixture {
-    Programs programs_{{"VerifAtualizCatalogoTarvo.exe"}};
+    Programs programs_{Name};
     std::unique_ptr<CatalogoDeTeste> catalogue_;
     WrongServer server_;
     QString result_;
@@ -15,14 +34,18 @@ struct TestVerifier : Fixture {
         catalogue_->Executar({u"UPDATE UMREGISTRO SET UrlAtualizacao = '%1'"_s.arg(address)});
     }
 
-    int Run(const AnyTexts& arguments) const {
-        return programs_.Run("VerifAtualizCatalogoTarvo.exe", arguments).code;
+    // What it prints, and the exit code behind it.
+    QString Run(const AnyTexts& arguments) const {
+        const Programs::End end = programs_.Run(Name, arguments);
+        return end.printed + u" ="_s + QString::number(end.code);
     }
 
     // The answer, and the exit code behind it.
-    QString Ask(const AnyTexts& options = {}) const {
+    QString Ask(const AnyTexts& options = {}, bool byHand = false) const {
         QFile::remove(result_);
-        const int code = Run(options + List(u"1|"_s + result_));
+        const int code =
+            programs_.Run(Name, options + List((byHand ? u"0|"_s : u"1|"_s) + result_), byHand)
+                .code;
         return (QFile::exists(result_) ? sys::ReadText(result_) : QString()) + u" ="_s +
                QString::number(code);
     }
@@ -55,12 +78,16 @@ TEST(TestVerifier, Answers) {
         const ProxySetting proxy(server_.Port());
         server_.Clear();
         SetAddress("http://atualiza.example/catalogo");
+        const auto catalogue = Conversa::Abrir();
+        const Conversa::Convite invitation(catalogue.get());
         for (const QString& change : changes) {
             const QStringList words = change.split(u' ');
             if (words.first() == "at"_L1) {
                 SetAddress(words.value(1));
             } else if (words.first() == "password"_L1) {
                 GravarConfiguracao(QString(), u"maria"_s, words.last(), true);
+            } else if (words.first() == "typed"_L1) {
+                catalogue->GuardarAcesso(u"maria"_s, words.last());
             } else if (words.first() == "keys"_L1) {
                 programs_.PutKeys('p');
             } else if (words.first() == "sign"_L1) {
@@ -71,13 +98,21 @@ TEST(TestVerifier, Answers) {
                 const QString head = words.value(4, words.at(2) + u';' + words.at(3));
                 server_.Put("catalogo/Versao.sig",
                             head.toUtf8() + "\r\n" + sys::Sign(message, key).toHex() + "\r\n");
-            } else {
+            } else if (words.first() != "asks"_L1) {
                 server_.Put(u"catalogo/"_s + change.section(u'=', 0, 0),
                             change.section(u'=', 1).replace(u'\n', u"\r\n"_s).toUtf8());
             }
         }
         const bool silent = answer.contains("demorou"_L1);
-        QCOMPARE(Like(Ask(silent ? List("--limit", "2") : List()), answer), answer);
+        QString said = Ask(silent ? List("--limit", "2") : List(), changes.contains(u"asks"_s));
+        QString user;
+        QString password;
+        if (catalogue->LerAcesso(user, password)) {
+            said += u' ' + user + u' ' + password;
+        }
+        QCOMPARE(Like(said, answer), answer);
+        const QStringList rests = Files().filter(u".tmp"_s);
+        QVERIFY2(rests == List("resposta.tmp"), qPrintable(rests.join(u' ')));
     }
 }
 
@@ -108,30 +143,46 @@ TEST(TestVerifier, PathsWithBlanks) {
     const QString folder = catalogue_->Pasta() + u"/com  dois"_s;
     QDir().mkpath(folder);
     const QString path = folder + u"\\a b.tmp"_s;
-    QCOMPARE(Run({u"0|"_s + path}), 0);
+    QCOMPARE(Run({u"0|"_s + path}), u" =0"_s);
     QCOMPARE(sys::ReadText(path), u"17|8"_s);
     // Where a blank was lost, no such folder exists; answers belong into the data folder.
     const QString inPieces = u"0|"_s + folder + u"\\resposta.tmp"_s;
-    QCOMPARE(Run(inPieces.split(u' ', Qt::SkipEmptyParts)), 0);
+    QCOMPARE(Run(inPieces.split(u' ', Qt::SkipEmptyParts)), u" =0"_s);
     QCOMPARE(sys::ReadText(result_), u"17|8"_s);
     QDir(folder).removeRecursively();
     for (const QStringList& wrong :
          {List(), List("1"), List("2|x"), List("1|"), List("--limit", "0", u"1|"_s + result_)}) {
-        QCOMPARE(Run(wrong), 2);
+        const QString said = Run(wrong);
+        QVERIFY2(said.startsWith(u"Uso: "_s) && said.endsWith(u" =2"_s), qPrintable(said));
+    }
+    const QString help = Run({"--help"});
+    QVERIFY2(help.contains(u"tempo máximo"_s) && help.endsWith(u" =0"_s), qPrintable(help));
+    // Nowhere to put the answer.
+    const QString nowhere = u"VerifAtualizCatalogoTarvo.exe: *\n =0"_s;
+    QVERIFY(QFile::remove(result_) && QDir().mkpath(result_));
+    QCOMPARE(Like(Run({u"1|"_s + result_}), nowhere), nowhere);
+    QVERIFY(QDir().rmdir(result_));
+}
+
+// Killed in the middle, or with a catalogue that waits no longer, it leaves no answer rather than
+// half of one.
+TEST(TestVerifier, BreaksOff) {
+    for (const bool killed : {false, true}) {
+        const ProxySetting proxy(server_.Port());
+        SetAddress(killed ? "atualiza.example/silent" : "atualiza.example/silent-body");
+        server_.Clear();
+        Write(result_, "1");
+        const auto catalogue = Conversa::Abrir();
+        const Conversa::Convite invitation(catalogue.get());
+        QProcess process;
+        process.start(programs_.Path(Name), {u"1|"_s + result_});
+        QTRY_VERIFY_WITH_TIMEOUT(!server_.Requests().isEmpty(), 60000);
+        killed ? process.kill() : catalogue->Desistir();
+        QVERIFY(process.waitForFinished(60000));
+        QCOMPARE(process.exitCode() == 0, !killed);
+        QCOMPARE(Files().filter(u".tmp"_s), killed ? List("resposta.tmp") : List());
     }
 }
 
-// Killed in the middle, it leaves no answer rather than half of one.
-TEST(TestVerifier, Killed) {
-    const ProxySetting proxy(server_.Port());
-    SetAddress("atualiza.example/silent");
-    server_.Clear();
-    QProcess process;
-    process.start(programs_.Path("VerifAtualizCatalogoTarvo.exe"), {u"1|"_s + result_});
-    QTRY_VERIFY_WITH_TIMEOUT(!server_.Requests().isEmpty(), 60000);
-    process.kill();
-    QVERIFY(process.waitForFinished(60000));
-    QVERIFY(!QFile::exists(result_));
-}
-
+TARVO_PROGRAM(Name, Verifier);
 TARVO_FULL_KEYS;
