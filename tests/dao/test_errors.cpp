@@ -1,6 +1,7 @@
 #include "platform/dao/connection.h"
 #include "platform/dao/dao.h"
 #include "platform/dao/errors.h"
+#include "platform/dao/statement.h"
 #include "platform/system/paths.h"
 #include "support/database.h"
 #include "support/test.h"
@@ -85,18 +86,77 @@ TEST(TestErrors, TellsWhyAPathDoesNotOpen) {
     QCOMPARE(ErrorOf([&] { Open(folder + "\\TARVO.MDB"_L1); }), 0);
 }
 
-// With the file open in this process already, it must not be opened by other means: that would
-// drop the locks of the open connection.
-TEST(TestErrors, TellsAWrongPasswordWhileTheFileIsOpen) {
-    session_.workspace->BeginTrans();
-    session_.Execute("UPDATE PECA SET Ano = 1951 WHERE Codigo = 1");
+// Another's lock is waited for as long as there is patience, and with dbSeeChanges not at all.
+TEST(TestErrors, WaitsAsLongAsItIsTold) {
+    int asked = 0;
+    std::chrono::milliseconds waited{};
+    session_.database->SetPatience([&](std::chrono::milliseconds time) {
+        waited = time;
+        return ++asked % 3 != 0;
+    });
+    const auto change = [&](int options) {
+        return ErrorOf(
+            [&] { session_.database->Execute(u"DELETE FROM PECA WHERE Codigo = 2"_s, options); });
+    };
+    another_.workspace->BeginTrans();
+    another_.Execute("UPDATE PECA SET Ano = 1951 WHERE Codigo = 1");
+    // Opened by other means, the file would lose the locks of its open connection.
     QCOMPARE(ErrorOf([&] { Open(file_.Path(), u"x"_s); }), 3031);
-    QCOMPARE(ErrorOf([&] {
-                 another_.database->Execute(u"DELETE FROM PECA WHERE Codigo = 2"_s,
-                                            dbFailOnError + dbSeeChanges);
-             }),
-             3260);
-    session_.workspace->Rollback();
+    QCOMPARE(change(dbFailOnError + dbSeeChanges), 3260);
+    QCOMPARE(asked, 0);
+    QCOMPARE(change(dbFailOnError), 3260);
+    QVERIFY(asked == 3 && waited > std::chrono::milliseconds(40));
+    another_.workspace->Rollback();
+    {
+        Statement reading(*another_.database->GetConnection(), "SELECT * FROM PECA");
+        reading.Step();
+        session_.workspace->BeginTrans();
+        QCOMPARE(change(0), 0);
+        QCOMPARE(ErrorOf([&] { session_.workspace->CommitTrans(); }), 3260);
+        QCOMPARE(asked, 6);
+    }
+    session_.workspace->CommitTrans();
+    QCOMPARE(another_.Value("SELECT Count(*) FROM PECA"), u"300"_s);
+}
+
+// Nothing is made, or left behind, by what is refused.
+TEST(TestErrors, RefusesWhatIsNotInOrder) {
+    DBEngine& engine = DBEngine::Instance();
+    const QString path = file_.Folder() + "\\novo.mdb"_L1;
+    const auto readOnly = file_.Open(true);
+    const auto closed = file_.Open();
+    closed.workspace->Close();
+    const auto create = [&](const QString& where, const QString& password, const char* text = "") {
+        engine.CreateDatabase(where, u";PWD="_s + password, text);
+    };
+    session_.workspace->BeginTrans();
+    for (const auto& [use, number] : Each<std::function<void()>, int>{
+             {"other kind", [&] { engine.CreateWorkspace({}, {}, {}, dbUseJet + 1); }, 5},
+             {"idle", [&] { engine.Idle(dbRefreshCache); }, 0},
+             {"other action", [&] { engine.Idle(dbRefreshCache + 1); }, 5},
+             {"without a password", [&] { create(path, {}); }, 5},
+             {"no folder", [&] { create(file_.Folder() + "\\a\\b.mdb"_L1, u"x"_s); }, 3044},
+             {"there already", [&] { create(file_.Path(), u"x"_s); }, 3012},
+             {"bad definition", [&] { create(path, u"x"_s, "CREATE TABLE T (a); NADA"); }, 3075},
+             {"good definition", [&] { create(path, u"x"_s, "CREATE TABLE T (a)"); }, 0},
+             {"what was made", [&] { Open(path, u"x"_s); }, 0},
+             {"change as a result", [&] { session_.Value("DELETE FROM PECA"); }, 3219},
+             {"transaction in another", [&] { session_.workspace->BeginTrans(); }, 3219},
+             {"commit of none", [&] { another_.workspace->CommitTrans(); }, 3034},
+             {"end of none", [&] { another_.workspace->Rollback(); }, 3034},
+             {"reading alone", [&] { readOnly.Value("SELECT Count(*) FROM PECA"); }, 0},
+             {"change by a reader", [&] { readOnly.Execute("DELETE FROM PECA"); }, 3027},
+             {"closed: open", [&] { closed.workspace->OpenDatabase(path, {}, {}, {}); }, 3420},
+             {"closed: begin", [&] { closed.workspace->BeginTrans(); }, 3420},
+             {"closed: close", [&] { closed.workspace->Close(); }, 3420},
+             {"closed: change", [&] { closed.Execute("DELETE FROM PECA"); }, 3420},
+             {"closed: ask", [&] { closed.Value("SELECT 1 FROM PECA"); }, 3420},
+             {"closed: engine", [&] { closed.database->GetConnection()->Run("SELECT 1"); }, 3420},
+         }) {
+        QCOMPARE(ErrorOf(use), number);
+    }
+    QCOMPARE(engine.SharedConnection(file_.Path()), session_.database->GetConnection());
+    QVERIFY(!engine.SharedConnection(path));
 }
 
 TEST(TestErrors, OpensACatalogueWithoutASeal) {
@@ -184,10 +244,4 @@ TEST(TestErrors, ChangesAllRowsOrNone) {
     session.workspace->Close();
     QCOMPARE(ErrorOf([&] { count("Ano = 1990"); }), 3420);
     QCOMPARE(session_.Value("SELECT Count(*) FROM PECA WHERE Ano = 1990"), u"0"_s);
-}
-
-TEST(TestErrors, ReadsOnlyWhereAskedTo) {
-    const auto session = file_.Open(true);
-    QCOMPARE(session.Value("SELECT Count(*) FROM PECA"), u"301"_s);
-    QCOMPARE(ErrorOf([&] { session.Execute("DELETE FROM PECA"); }), 3027);
 }
