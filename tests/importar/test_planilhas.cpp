@@ -2,6 +2,8 @@
 #include "platform/system/paths.h"
 #include "programa.h"
 
+#include <QThread>
+
 namespace {
 
 const QString Program = QStringLiteral(TARVO_IMPORTAR);
@@ -51,15 +53,35 @@ struct TestPlanilhas : Fixture {
     void cleanup() override { root_.reset(); }
 };
 
-TEST(TestPlanilhas, AllOfIt) {
-    const auto outcome = Import();
-    QVERIFY(outcome.made);
-    // Only pictures are missing: the rows keep every rule, and every index is there.
-    for (const auto& finding : outcome.findings) {
-        QVERIFY2(finding.weight == verificar::Weight::Hint ||
-                     finding.what.contains(u"o arquivo não existe"_s),
-                 qPrintable(finding.what));
+// What is told from the first line to the last, as it stands in contado.txt.
+TEST(TestPlanilhas, TellsAllOfIt) {
+    Change(u"COMPONENTE.csv"_s, "1;c-1;Mola\n2;02;Anel\n3;C3;\n");
+    Change(u"PECA_COMPONENTE.csv"_s, "10;01;1;2\n10;12A;2;\n");
+    Change(u"VEICULO_PECA.csv"_s, "1;10\n1;99\n1;98\n2;10\n");
+    Change(u"JOGOREPARO.csv"_s,
+           "Preço;CodigoJogoReparo;NumeroTarvoJogoReparo;"
+           "DescricaoJogoReparo\n;5;J5;Jogo\n",
+           true);
+    Change(u"FOTOPECAPESQUISA.csv"_s, {}, true);
+    Write(In("csv/fotopeca/foto.jpg"), "foto");
+    Write(In("csv/FIGURAS/valvula.png"), "figura");
+    Write(In("csv/ajuda/indice.htm"), "ajuda");
+    Write(In("csv/ajuda_catalogo_tarvo-linden.hlp"), "antiga");
+    order_.examples = 2;
+    QString told;
+    tabelas::Progress progress([&told](const QString& line) { told += line + u'\n'; });
+    const auto outcome = importar::Import(order_, progress);
+    QVERIFY(outcome.made && !outcome.Whole());
+    told.append(importar::Report(order_, outcome)).replace(root_->path(), u"..."_s);
+    QCOMPARE(told.split(u'\n'), sys::ReadText(Given("contado.txt")).split(u'\n'));
+    for (const AnyText name : {"FotoPeca/foto.jpg", "Figuras/valvula.png", "Ajuda/indice.htm",
+                               "Ajuda_Catalogo_TARVO-LINDEN.hlp"}) {
+        QCOMPARE(sys::ReadBytes(In(u"novo/"_s + name)), sys::ReadBytes(In(u"csv/"_s + name)));
     }
+    order_.folder = In("outro");
+    order_.pictures = false;
+    QCOMPARE(Import().pictures, 0);
+    QCOMPARE(NamesIn(In("outro/FotoPeca")), QStringList());
 }
 
 TEST(TestPlanilhas, Cases) {
@@ -140,20 +162,6 @@ TEST(TestPlanilhas, AllOrNothing) {
     QVERIFY(Import().made);
 }
 
-TEST(TestPlanilhas, PicturesComeAlong) {
-    Write(In("csv/fotopeca/foto.jpg"), "foto");
-    Write(In("csv/FIGURAS/valvula.png"), "figura");
-    Write(In("csv/ajuda_catalogo_tarvo-linden.hlp"), "ajuda");
-    QCOMPARE(Import().pictures, 3);
-    QCOMPARE(sys::ReadBytes(In("novo/FotoPeca/foto.jpg")), "foto"_ba);
-    QCOMPARE(sys::ReadBytes(In("novo/Figuras/valvula.png")), "figura"_ba);
-    QCOMPARE(sys::ReadBytes(In("novo/Ajuda_Catalogo_TARVO-LINDEN.hlp")), "ajuda"_ba);
-    order_.folder = In("outro");
-    order_.pictures = false;
-    QCOMPARE(Import().pictures, 0);
-    QCOMPARE(NamesIn(In("outro/FotoPeca")), QStringList());
-}
-
 TEST(TestPlanilhas, ModelsAreAcceptedAsTheyAre) {
     importar::WriteModels(In("modelos"));
     QCOMPARE(NamesIn(In("modelos")).size(), 13);
@@ -210,6 +218,23 @@ TEST(TestPlanilhas, AnInterruptionLeavesNothing) {
         many += "3;1234;" + QByteArray::number(i) + '\n';
     }
     Change(u"REFERENCIACRUZADA.csv"_s, QString::fromLatin1(many));
+    // By the blocks of bytes that it has read it tells how far it is. Who is told may break it off.
+    static const QRegularExpression far(
+        u"^REFERENCIACRUZADA.csv: (\\d+)\\.(\\d+) linhas, (\\d+) %, faltam \\d+ "_s);
+    qsizetype behind = -1;
+    tabelas::Progress progress([&](const QString& line) {
+        if (line == "REFERENCIACRUZADA.csv"_L1) {
+            QThread::msleep(2000);  // it tells nothing of a short work
+        }
+        if (const auto told = far.match(line); told.hasMatch()) {
+            const QByteArray row = (told.captured(1) + told.captured(2)).toLatin1();
+            behind = many.indexOf("3;1234;" + row) * 100 / many.size() - told.captured(3).toInt();
+            throw Erro(Erro::Cancelled, line);
+        }
+    });
+    QCOMPARE(ErrorOf([&] { importar::Import(order_, progress); }), int(Erro::Cancelled));
+    QVERIFY2(qAbs(behind) <= 4, qPrintable(QString::number(behind)));
+    QCOMPARE(NamesIn(root_->path()), List("csv"));
     QProcess process;
     process.start(Program, {In("csv"), In("novo")});
     QTRY_VERIFY(NamesIn(root_->path()).size() > 1);
