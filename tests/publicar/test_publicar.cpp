@@ -1,6 +1,7 @@
 #include "platform/system/paths.h"
 #include "platform/system/proof.h"
 #include "publicar/publish.h"
+#include "publicar/signing.h"
 #include "support/cases.h"
 #include "support/catalogo.h"
 #include "support/servers.h"
@@ -39,6 +40,26 @@ struct TestPublicar : Fixture {
         const auto files = publicar::ReadFolder(order_, findings);
         return Lines(findings + publicar::Check(order_, files));
     }
+
+    // As the program does it: whether the folder is sound, and so it is published.
+    bool Publishes(int release, const AnyTexts& keys = {}) {
+        order_.release = release;
+        order_.signers.clear();
+        for (const QString& key : keys) {
+            order_.signers.push_back(publicar::ReadSigner(In(key + u"/ChaveSecreta.txt"_s)));
+        }
+        QList<Finding> findings;
+        const auto files = publicar::ReadFolder(order_, findings);
+        findings += publicar::Check(order_, files);
+        said_ = Lines(findings).join(u'\n');
+        const bool sound = !verificar::HasFault(findings);
+        if (sound) {
+            publicar::Publish(order_, files);
+        }
+        return sound;
+    }
+
+    QString said_;
 
     static QString HashOf(const QString& path) {
         return QString::fromLatin1(sys::HashOfFile(path).toHex());
@@ -113,53 +134,77 @@ TEST(TestPublicar, Folders) {
     }
 }
 
+// Version after version, each from the catalogue that the one before has left.
 TEST(TestPublicar, PublishesOnlyWhatIsSound) {
     Write(In("nova/a.sdb"), "E:UPDATE NADA SET x = 1\r\n");
     Write(In("nova/FotoPeca/n.png"), "figura");
-    QCOMPARE(Run({"--release", "2", "--site", order_.site}).code, 1);
+    const QStringList program = List("--release", "2", "--site", order_.site);
+    QCOMPARE(Run(program).code, 1);
     QCOMPARE(QDir(order_.site).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
 
     Write(In("nova/a.sdb"), "E:UPDATE PECA SET DescricaoPeca = 'Nova' WHERE CodigoPeca = 1");
-    const Outcome good = Run({"--release", "2", "--site", order_.site, "--program",
-                              "FotoPeca/n.png", "--keep", In("dados2")});
-    QVERIFY2(good.code == 0, qPrintable(good.output));
+    order_.programs = List("fotopeca\\N.png");
+    order_.keep = In("dados2");
+    QVERIFY2(Publishes(2), qPrintable(said_));
     QCOMPARE(sys::ReadText(In("site/ListVersao2.txt")),
              u"EXE;FotoPeca\\n.png;6;%1\r\nSDB;a.sdb;61;%2\r\n"_s.arg(
                  HashOf(In("site/FotoPeca/n.png")), HashOf(In("site/a.sdb"))));
     QCOMPARE(sys::ReadText(In("site/FotoPeca/n.png")), u"figura"_s);
     QCOMPARE(sys::ReadText(In("site/Versao.txt")), u"2\r\n"_s);
 
-    // The same version again, and one with a gap before it; from the kept catalogue it goes on.
-    QCOMPARE(Run({"--release", "2", "--site", order_.site}).code, 1);
-    QCOMPARE(Run({"--release", "4", "--site", order_.site}).code, 1);
-    Write(In("nova/a.sdb"),
-          "E:UPDATE PECA SET DescricaoPeca = 'Outra' WHERE DescricaoPeca = 'Nova'");
+    order_.programs = List("n.png", "a.sdb");
+    Write(In("nova/z.bin"));
+    QVERIFY(QFile::resize(In("nova/z.bin"), 0x7FFFFFFF));
+    QVERIFY(!Publishes(4));
+    QVERIFY(QFile::remove(In("nova/z.bin")));
+    const auto said =
+        u"!Arquivos grandes demais para uma só versão (2 GB ao todo): z.bin\n"
+        "!Script com o nome de um arquivo de outra versão: quem atualiza as duas de uma vez o "
+        "recebe "
+        "só uma vez: a.sdb (versão 2)\n"
+        "?Nome que outra versão já tem: também ela passa a trazer este conteúdo: FotoPeca\\n.png "
+        "(versão 2)\n"
+        "!Programa que não está na pasta: n.png\n"
+        "?Mais de um programa: só o último da lista é iniciado: n.png, a.sdb\n"
+        "!Falta no servidor a lista da versão anterior: ListVersao3.txt\n"
+        "?O catálogo da conferência não é o da versão anterior: está na versão 1, e a nova é a 4"_s;
+    QVERIFY2(said_ == said, qPrintable(said_));
+    order_.programs.clear();
+    QVERIFY(!Publishes(2));
+    QVERIFY2(said_.startsWith(u"!Versão já publicada (--replace "_s) &&
+                 said_.endsWith(u"outra vez): ListVersao2.txt"_s),
+             qPrintable(said_));
+    Write(In("nova/a.sdb"), "E:UPDATE PECA SET DescricaoPeca = 'Nova' WHERE CodigoPeca = 2");
+    QCOMPARE(Run(program + List("--replace", "--keep", order_.keep)).code, 0);
     QVERIFY(QFile::rename(In("nova/a.sdb"), In("nova/b.sdb")));
-    order_.catalogue = In("dados2");
-    const Outcome next = Run({"--release", "3", "--site", order_.site});
-    QVERIFY2(next.code == 0 && !next.output.contains(u"não é o da versão"_s),
-             qPrintable(next.output));
+    QVERIFY(QFile::rename(In("nova/FotoPeca/n.png"), In("nova/FotoPeca/m.png")));
+    Write(In("nova/b.sdb"),
+          "E:UPDATE PECA SET DescricaoPeca = 'Outra' WHERE DescricaoPeca = 'Nova'");
+    order_.catalogue = order_.keep;
+    QVERIFY(Publishes(3));
+    QCOMPARE(said_, QString());
     QCOMPARE(sys::ReadText(In("site/Versao.txt")), u"3\r\n"_s);
 }
 
 // From the making of a key to a site that is signed again with the next one.
 TEST(TestPublicar, Signs) {
-    const auto publish = [&](int release, const AnyTexts& more) {
-        return Run(List("--release", QString::number(release), "--site", order_.site) + more).code;
-    };
-    const auto keyOrder = [](const QStringList& arguments) {
-        return QProcess::execute(QStringLiteral(TARVO_PUBLICAR), arguments);
-    };
-    const auto make = [&](const AnyText& folder) {
-        return keyOrder({u"--new-key"_s, In(folder), u"--site-name"_s, u"loja"_s});
-    };
-    QCOMPARE(make("k1"), 0);
-    QCOMPARE(make("k2"), 0);
-    QCOMPARE(make("k1"), 2);  // a key is never written over
+    publicar::MakeKey(In("k1"), u" loja "_s);
+    publicar::MakeKey(In("k2"), u"loja"_s);
+    for (const AnyText nameless : {" ", "a\nb"}) {
+        QCOMPARE(ErrorOf([&] { publicar::MakeKey(In("k3"), nameless); }), 5);
+    }
+    QCOMPARE(ErrorOf([&] { publicar::MakeKey(In("k1"), u"loja"_s); }), 75);
+    QVERIFY(QFile::remove(In("k2/ChavesAtualizacao.txt")));
+    QCOMPARE(ErrorOf([&] { publicar::MakeKey(In("k2"), u"loja"_s); }), 75);  // one is enough
+    QCOMPARE(ErrorOf([&] { publicar::ReadSigner(In("k1/ChavesAtualizacao.txt")); }), 5);
     QCOMPARE(QFile::permissions(In("k1/ChaveSecreta.txt")) & QFile::ReadOther, 0);
     const auto keys = [&](const AnyText& folder) {
-        return LerTextoDasChaves(sys::ReadText(In(folder + u"/ChavesAtualizacao.txt"_s)));
+        const auto signer = publicar::ReadSigner(In(folder + u"/ChaveSecreta.txt"_s));
+        return LerTextoDasChaves(u"Site: loja\nChave: "_s +
+                                 QString::fromLatin1(sys::OpenKeyOf(signer.key).toHex()));
     };
+    QCOMPARE(keys("k1").site,
+             LerTextoDasChaves(sys::ReadText(In("k1/ChavesAtualizacao.txt"))).site);
     const auto accepted = [&](const AnyText& folder, int release) {
         const QString list = In(u"site/ListVersao%1.txt"_s.arg(release));
         return ErrorOf([&] {
@@ -169,28 +214,25 @@ TEST(TestPublicar, Signs) {
     };
 
     Write(In("nova/FotoPeca/n.png"), "figura");
-    QCOMPARE(publish(2, {"--key", In("k1/ChaveSecreta.txt")}), 0);
+    QVERIFY(Publishes(2, {"k1"}));
     QVERIFY(accepted("k1", 2) && !accepted("k2", 2));
     QCOMPARE(ConferirVersao(keys("k1"), sys::ReadBytes(In("site/Versao.sig"))).numero, 2);
     QCOMPARE(ConferirVersao(keys("k1"), sys::ReadBytes(In("site/Versao.sig"))).data,
              QDate::currentDate());
 
     QFile::rename(In("nova/FotoPeca/n.png"), In("nova/FotoPeca/m.png"));
-    QCOMPARE(publish(3, {}), 1);  // a signed site stays a signed site
-    QCOMPARE(publish(3, {"--key", In("k1/ChaveSecreta.txt"), "--key", In("k2/ChaveSecreta.txt")}),
-             0);
+    QVERIFY(!Publishes(3));  // a signed site stays a signed site
+    QVERIFY(said_.startsWith(u"!O site é assinado, e falta a chave (--key): Versao.sig"_s));
+    QVERIFY(Publishes(3, {"k1", "k2"}));
     QVERIFY(accepted("k1", 3) && accepted("k2", 3));
 
     // A list of the first years gets what it lacks.
     Write(In("site/ListVersao2.txt"), "ARQ;FotoPeca\\n.png;5\r\n");
-    QCOMPARE(keyOrder({u"--sign-again"_s, u"--site"_s, order_.site, u"--key"_s,
-                       In("k2/ChaveSecreta.txt")}),
-             0);
+    publicar::SignAgain(order_.site, {publicar::ReadSigner(In("k2/ChaveSecreta.txt"))});
     QVERIFY(accepted("k2", 2) && accepted("k2", 3) && !accepted("k1", 3));
     QCOMPARE(sys::ReadText(In("site/ListVersao2.txt")),
              u"ARQ;FotoPeca\\n.png;6;%1\r\n"_s.arg(HashOf(In("site/FotoPeca/n.png"))));
     QCOMPARE(ConferirVersao(keys("k2"), sys::ReadBytes(In("site/Versao.sig"))).numero, 3);
-    QCOMPARE(keyOrder({u"--sign-again"_s, u"--site"_s, order_.site}), 2);
 }
 
 TEST(TestPublicar, FullDiskOfTheSite) {
@@ -211,6 +253,14 @@ TEST(TestPublicar, WrongUse) {
     QCOMPARE(Run({}).code, 2);
     QCOMPARE(Run({"--release", "32768"}).code, 2);
     QCOMPARE(Run({"--release", "2", "sobra"}).code, 2);
+    const auto alone = [](const QStringList& arguments) {
+        return QProcess::execute(QStringLiteral(TARVO_PUBLICAR), arguments);
+    };
+    QCOMPARE(alone(List("--sign-again", "--site", order_.site)), 2);
+    QCOMPARE(alone(List("--new-key", In("k"), "--site-name", "loja")), 0);
+    Write(In("site/Versao.txt"), "0");
+    QCOMPARE(alone(List("--sign-again", "--site", order_.site, "--key", In("k/ChaveSecreta.txt"))),
+             0);
     order_.catalogue = In("nada");
     QVERIFY(Run({"--release", "2"}).output.contains(u"Não há catálogo"_s));
 }
