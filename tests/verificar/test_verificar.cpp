@@ -3,6 +3,7 @@
 #include "support/catalogo.h"
 #include "support/test.h"
 #include "verificar/check.h"
+#include "verificar/network.h"
 #include "verificar/report.h"
 
 using verificar::Finding;
@@ -60,14 +61,16 @@ struct TestVerificar : Fixture {
 TEST(TestVerificar, ASoundFolderHasNoFaults) {
     Estragar("UPDATE PECA SET NumeroTarvoPeca = '12002' WHERE CodigoPeca = 2");
     QCOMPARE(Textos(Achados(Weight::Fault)), QStringList());
-    const QStringList avisos = Textos(Achados(Weight::Hint));
-    QVERIFY(avisos.contains(u"1 JOGOREPARO que nenhuma peça usa: CodigoJogoReparo 3"_s));
-    QVERIFY(avisos.contains(u"1 PECA.NumeroTarvoPeca repetido: 12002 (2 linhas)"_s));
-    QVERIFY(avisos.contains(u"1 Falta a ajuda: Ajuda_Catalogo_TARVO-LINDEN.hlp"_s));
-    QVERIFY(
-        avisos.contains(u"1 PECA_COMPONENTE.QuantidadeComponente vazia ou não positiva: "
-                        "CodigoPeca 1, item  100"_s));
-    QCOMPARE(avisos.filter(u"CK"_s), QStringList());
+    QCOMPARE(
+        Textos(Achados(Weight::Hint)).join(u'\n'),
+        u"1 UMREGISTRO.UrlAtualizacao vazia: o catálogo não se atualiza: \"\"\n"
+        "1 PECA_COMPONENTE.QuantidadeComponente vazia ou não positiva: CodigoPeca 1, item  100\n"
+        "1 PECA.NumeroTarvoPeca repetido: 12002 (2 linhas)\n"
+        "1 JOGOREPARO que nenhuma peça usa: CodigoJogoReparo 3\n"
+        "1 VEICULO que nenhuma peça usa: CodigoVeiculo 2\n"
+        "2 FOTOPECAPESQUISA que nenhuma peça usa: CodigoFotoPecaPesquisa 2 | "
+        "CodigoFotoPecaPesquisa 3\n"
+        "1 Falta a ajuda: Ajuda_Catalogo_TARVO-LINDEN.hlp"_s);
 }
 
 TEST(TestVerificar, OneFault) {
@@ -142,6 +145,20 @@ TEST(TestVerificar, OneFault) {
               "(DescricaoVeiculo COLLATE NOCASE, CodigoClienteConcorrente)",
               List(
                   "1 Falta o índice…: VEICULO (DescricaoVeiculo TARVO, CodigoClienteConcorrente)")},
+             {"an index out of order",
+              "PRAGMA writable_schema = ON; UPDATE sqlite_schema SET sql = replace(sql, "
+              "'(DescricaoVeiculo', '(DescricaoVeiculo DESC') WHERE name = 'VEICULO_DESCRICAO'",
+              {"1 Tabela ou índice fora de ordem…"}},
+             {"nothing there",
+              "UPDATE CLIENTECONCORRENTE SET DescricaoClienteConcorrente = ' '; UPDATE UMREGISTRO "
+              "SET VersaoAnterior = 'x'; UPDATE FOTOPECAPESQUISA SET DescricaoFotoPecaPesquisa = "
+              "'' "
+              "WHERE CodigoFotoPecaPesquisa = 1",
+              {"1 UMREGISTRO.VersaoAnterior não cabe em 16 bits: \"x\"",
+               "2 CLIENTECONCORRENTE.DescricaoClienteConcorrente vazia: CodigoClienteConcorrente 7 "
+               "| "
+               "CodigoClienteConcorrente 9",
+               "1 FOTOPECAPESQUISA.DescricaoFotoPecaPesquisa vazia: CodigoFotoPecaPesquisa 1"}},
              {"figure",
               "INSERT INTO FIGURADETALHADA VALUES (7, 3, '   2', 200, 10), (7, 4, ' 100', NULL, "
               "10)",
@@ -160,7 +177,7 @@ TEST(TestVerificar, OneFault) {
                 textos[i] = achados.at(i).left(corte) + u'…' + textos.at(i).right(fim.size());
             }
         }
-        QCOMPARE(textos, achados);
+        QCOMPARE(textos.join(u'\n'), achados.join(u'\n'));
     }
 }
 
@@ -174,11 +191,12 @@ TEST(TestVerificar, Pictures) {
                   "1 FIGURA.ArquivoFigura: o arquivo não é uma imagem: valvula.png"));
     Write(pasta.filePath(u"FotoPeca/012345678901ABCDEF0112-recebido.tmp"_s));
     Write(pasta.filePath(u"meu.tmp"_s));
-    const QString hints = Textos(Achados(Weight::Hint)).join(u'\n');
-    QVERIFY(hints.contains(u"800 por 573): Figuras/CK03"_s));
-    QVERIFY(
-        hints.contains(u"1 Arquivo temporário de uma atualização interrompida (a próxima o "
-                       "apaga): FotoPeca/012345678901ABCDEF0112-recebido.tmp"_s));
+    Write(pasta.filePath(u"Ajuda_Catalogo_TARVO-LINDEN.hlp"_s));
+    QCOMPARE(Textos(Achados(Weight::Hint)).mid(5).join(u'\n'),
+             List("1 Falta uma página do Conheça a Tarvo (800 por 573): Figuras/CK03.bmp",
+                  "1 Arquivo temporário de uma atualização interrompida (a próxima o apaga): "
+                  "FotoPeca/012345678901ABCDEF0112-recebido.tmp")
+                 .join(u'\n'));
 }
 
 TEST(TestVerificar, DamagedPages) {
@@ -211,4 +229,14 @@ TEST(TestVerificar, TheReportCounts) {
                                          {Weight::Fault, u"A"_s, 1500, {u"y"_s, u"z"_s}}}),
              u"Pasta dos dados: /d\n\nErros\n  A: 1.500\n      y\n      z\n"
              "      … e mais 1.498\n\nAvisos\n  B: 1\n      x\n\n1.500 erros, 1 aviso.\n"_s);
+    QCOMPARE(verificar::Report(u"/d"_s, QList<Finding>()),
+             u"Pasta dos dados: /d\n\nNenhum erro, nenhum aviso.\n"_s);
+    QCOMPARE(verificar::Report(u"/d"_s, {u"nfs"_s, {u"A"_s}, {u"B"_s}, 12.25, 1234, 1, 5, 0}),
+             u"/d (nfs)\n\nERRO   A\nAviso  B\n\nAbrir o catálogo:   12,3 ms, 1.234 páginas lidas\n"
+             "Primeira pesquisa:  1,0 ms, 5 páginas lidas\n"_s);
+    QCOMPARE(
+        verificar::Report(u"/d"_s, {{}, {}, {}, 0, 0, 0, 0, 0.5}),
+        u"/d (sistema de arquivos desconhecido)\n\nAs travas de arquivo valem nesta pasta, até "
+        "onde se vê deste computador.\n\nAbrir o catálogo:   0,0 ms, 0 páginas lidas\n"
+        "Primeira pesquisa:  0,0 ms, 0 páginas lidas\nGravar no disco:    0,5 ms\n"_s);
 }
