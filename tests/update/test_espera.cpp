@@ -1,0 +1,155 @@
+#include "instalacoes.h"
+#include "platform/dao/connection.h"
+#include "platform/forms/controls.h"
+#include "session/banco.h"
+#include "support/peer.h"
+#include "update/semjanela.h"
+
+// Updates that somebody ends, that wait for somebody, and that nobody watches.
+struct TestEspera : Instalacoes {};
+
+// Closing the window gives up while the catalogue is untouched, ends a statement that does not
+// end by itself, and is no way out otherwise.
+TEST(TestEspera, Closed) {
+    Each<QStringList, int, QStringList, QString> row;
+    const QString ask = u"Deseja cancelar a atualização?"_s;
+    row("in a download", {"ListVersao3.txt=FOTO;silent;4"}, 2, {ask, Cancelled}, Untouched);
+    row("in the last download", {"ListVersao3.txt=FOTO;late;5", "dois.txt="}, 2, {ask, Cancelled},
+        Untouched);
+    row("while a program of the script runs",
+        {Script({Insert(20, "a"), "S:programa"}), "ListVersao3.txt="}, 4, {Done},
+        "3/1 1 nova none 0");
+    QStringList from;
+    for (int i = 0; i < 9; ++i) {
+        from += u"CLIENTECONCORRENTE AS C%1"_s.arg(i);
+    }
+    QStringList script;
+    for (int code = 20; code < 40; ++code) {
+        script += Insert(code, "Bravil");
+    }
+    script +=
+        u"E:UPDATE CLIENTECONCORRENTE SET DescricaoClienteConcorrente = (SELECT Count(*) FROM "_s +
+        from.join(u", "_s) + u')';
+    row("in an endless statement", {Script(script)}, 4,
+        {"Um comando da atualização está demorando. Deseja interromper a atualização?", Stopped},
+        "1/0 * nova outra 0");  // the last group goes with it
+    for (const auto& [changes, step, boxes, state] : row) {
+        for (const QString& change : changes) {
+            Apply(change);
+        }
+        sys::SetStartHandler([](const QString&, int) {
+            Screen()->close();
+            return sys::ProcessId(0);
+        });
+        const auto hand = FromRequest(step == 2 ? 5 : 4, [step] {
+            if (Find<forms::Panel>(*Screen(), u"imgPassoAtualAtualizacao(%1)"_s.arg(step))
+                    .isVisible()) {
+                Screen()->close();
+            }
+        });
+        QCOMPARE(Update(1, 3, {Yes}), boxes);
+        if (state.contains(u'*')) {
+            Instalacao unattended(false);
+            unattended.LimitarComandos(50ms);
+            QCOMPARE(ErrorOf([&] { unattended.Atualizar(1, 3); }), 3059);
+        }
+        QCOMPARE(Like(State(), state), state);
+    }
+}
+
+// Somebody else's lock is no failure of a statement. It is waited for, the window says for
+// whom, others go on searching, and the user may give up.
+TEST(TestEspera, WaitsForOthers) {
+    Each<bool, bool, QString> row;
+    const QString somebody = u"outro computador, que está usando o catálogo"_s;
+#ifdef Q_OS_WIN  // which tells of nobody's locks
+    const QString reader = somebody;
+#else
+    const QString reader = u"catalogue_peer (%1), que lê o catálogo neste computador"_s.arg(
+        QFileInfo(u"/proc/self"_s).owner());
+#endif
+    row("a reader asleep", true, false, reader);
+    row("a reader asleep, and no patience", true, true, reader);
+    row("a writer", false, false, somebody);
+    for (const auto& [reads, gaveUp, whom] : row) {
+        gDB->GetConnection()->Run(
+            "WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 2000) "
+            "INSERT INTO VEICULO SELECT i, 'Caminhão ' || i, 1 FROM n");
+        Peer awake(catalogo_->Pasta());
+        Peer asleep(catalogo_->Pasta());
+        const OutroComputador writer;
+        if (reads) {
+            QCOMPARE(asleep.Ask("hold SELECT * FROM VEICULO"), u"0"_s);
+            asleep.Stop();
+        } else {
+            writer.sessao->BeginTrans();
+            writer.banco->Execute(u"UPDATE UMREGISTRO SET VersaoAnterior = 5"_s);
+        }
+        QString seen;
+        QString found;
+        const auto watch = FromRequest(0, [&] {
+            const auto& label = Find<forms::Label>(*Screen(), "lblEspera");
+            if (!label.isVisible() || !seen.isEmpty()) {
+                return;
+            }
+            seen = label.Text();
+            found = awake.Ask("value SELECT Count(*) FROM VEICULO");
+            if (gaveUp) {
+                Screen()->close();
+            } else {
+                asleep.Kill();
+                reads ? void() : writer.sessao->Rollback();
+            }
+        });
+        const QStringList boxes = Update(1, 3, {Yes});
+        QCOMPARE(seen, u"À espera de "_s + whom);
+        QCOMPARE(found, u"2000"_s);
+        QCOMPARE(boxes, gaveUp ? List(seen + u".\n\nDeseja interromper a atualização?"_s, Stopped)
+                               : List(Done));
+        QCOMPARE(State(), gaveUp ? u"1/0 0 nova outra 0"_s : Whole);
+    }
+}
+
+// What a scheduler is told. The verifier's answers are played; the real one is met elsewhere.
+TEST(TestEspera, WithoutAWindow) {
+    Each<QStringList, QStringList, QString, QString> row;
+    for (Case& one : Cases(QStringLiteral(TARVO_CASES "/withoutwindow.data"))) {
+        const QStringList answers = one.Take(u'<');
+        const QString line = one.Take(u'>').first();
+        const QString state = one.Take(u'=').first();
+        row(one.name, one.lines, answers, line, state);
+    }
+    for (const auto& [changes, answers, line, state] : row) {
+        const OutroComputador other;
+        for (const QString& change : changes) {
+            if (change.startsWith("other "_L1)) {
+                other.sessao->BeginTrans();
+                other.banco->Execute(change.mid(6));
+            } else {
+                Apply(change);
+            }
+        }
+        QStringList started;
+        sys::SetStartHandler([&](const QString& command, int) {
+            if (started.size() < answers.size()) {
+                Write(command.section(u"1|"_s, 1).replace(u'\\', u'/'),
+                      answers.at(started.size()).toUtf8());
+            }
+            started += command;
+            return sys::ProcessId(0);
+        });
+        const FimSemJanela end = AtualizarAberto(0min);
+        QCOMPARE(Like(QString::number(int(end.desfecho)) + u' ' + end.linha, line), line);
+        if (changes.value(0).startsWith("apoio"_L1)) {
+            QCOMPARE(started.takeLast(), u'"' + gCaminho + u"apoio\\um.exe\""_s);
+        }
+        QCOMPARE(started.size(), answers.size());
+        if (changes.value(0).startsWith("other"_L1)) {
+            other.sessao->Rollback();
+        }
+        QCOMPARE(State() + u" flag "_s + Valor("SELECT FlagErroUltimaVerificacao FROM UMREGISTRO"),
+                 state);
+        QVERIFY(BloquearBancoDados(true));  // nobody holds it any more
+        BloquearBancoDados(false);
+    }
+}
