@@ -76,17 +76,25 @@ TEST(TestCarga, picturesOfAnyKind) {
              {"beyond the frame", "maior.png", QSize(640, 400), QSize(640, 400)},
              {"beyond the window", "jan.png", QSize(900, 700), QSize(734, 473)},
              {"very wide", "larga.png", QSize(20000, 300), QSize(734, 300)},
+             {"transparent", "vidro.png", QSize(), QSize(90, 70)},
              {"other case", "FIGURA.JPG", QSize(90, 70), QSize(90, 70)},
          }) {
         if (tamanho.isValid()) {
             janela_->GravarFigura(nome.toLower(), tamanho);
         } else if (nome == u"texto.png") {
             Write(janela_->Arquivo(nome), "Era uma vez");
+        } else if (nome == u"vidro.png") {
+            QImage vidro(visto, QImage::Format_ARGB32);
+            vidro.fill(Qt::transparent);
+            QVERIFY(vidro.save(janela_->Arquivo(nome)));
         }
         janela_->catalogo.Executar({u"UPDATE FIGURA SET ArquivoFigura = '"_s + nome + u'\''});
         janela_->AbrirFigura();
         QCOMPARE(janela_->Caixas(), QStringList());
-        QCOMPARE(Achar(Figura, "imgFigura(1)")->size(), visto);
+        const QWidget* figura = Achar(Figura, "imgFigura(1)");
+        QCOMPARE(figura->size(), visto);
+        // What shows through it must be painted first.
+        QCOMPARE(figura->testAttribute(Qt::WA_OpaquePaintEvent), nome != u"vidro.png");
         Passar(1);
         QCOMPARE(Acesos(), u"1:15"_s);
     }

@@ -34,6 +34,18 @@ TEST(TestLista, oneRowPerItem) {
         "2|0,5|Válvula relé|12000| / 12a|2|Anel de vedação|A3400| / 100||Anel de vedação|A3400|"_s);
 }
 
+TEST(TestLista, eachThingHasItsPlace) {
+    QCOMPARE(Desvios(Lista, "grdListaPecas",
+                     {"txtItem", "txtItem", "txtDescricaoComponente", "txtNumeroTarvo",
+                      "txtNumeroClienteConcorrente"}),
+             u"0,-1 65,59 0,-1 0,-1 0,21"_s);
+    // The title ends in front of the list of kits.
+    const auto* titulo = Achar(Lista, "lblInf");
+    QCOMPARE(Achar(Lista, "cboMostraNaListaPecas")->x() - titulo->geometry().right() +
+                 titulo->contentsMargins().right(),
+             7);
+}
+
 TEST(TestLista, seeks) {
     for (const auto& [caixa, texto, item] : Each<QString, QString, QString>{
              {"item", "txtItem", "12A", "  12a"},

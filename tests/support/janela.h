@@ -77,6 +77,20 @@ inline QString Copiada(const AnyText& tela, const AnyText& grade) {
     return lista.split(u'\n', Qt::SkipEmptyParts).join(u" / "_s);
 }
 
+// How far the edges of a grid's columns lie right of those of the boxes above them.
+inline QString Desvios(const AnyText& tela, const AnyText& nome, const AnyTexts& caixas) {
+    const auto* grade = Achar<forms::BoundGrid>(tela, nome);
+    QStringList texto;
+    for (const QString& caixa : caixas) {
+        const QRect lugar = Achar(tela, caixa)->geometry();
+        const int coluna = int(texto.size());
+        const int esquerda = grade->x() + grade->columnViewportPosition(coluna);
+        texto += u"%1,%2"_s.arg(esquerda - lugar.left())
+                     .arg(esquerda + grade->columnWidth(coluna) - 1 - lugar.right());
+    }
+    return texto.join(u' ');
+}
+
 inline QString ItemAtualDaLista() {
     return Linhas(Lista, "dtcListaPecas")->Fields(u"ItemComponente"_s).Value().toString();
 }
