@@ -86,6 +86,7 @@ struct TestBoundGrid : Fixture {
 
 TEST(TestBoundGrid, OpensWhenTheScreenShowsAndFillsInIdleTime) {
     Scene scene(file_.Path());
+    QCOMPARE(scene.form->findChild<QWidget*>(u"grdTeste"_s), &scene.grid);
     scene.source.SetRecordSource(All);
     QVERIFY(!scene.source.GetRecordset());
     scene.form->Show();

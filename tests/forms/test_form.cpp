@@ -11,6 +11,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTimer>
+#include <QWindow>
 
 using forms::Form;
 
@@ -153,6 +154,9 @@ TEST(TestForm, ModalDialogBlocksAndGivesBack) {
         const QPoint shift = dialog->geometry().center() - screen->geometry().center();
         QVERIFY(shift.manhattanLength() < 10);  // a frame's
         QVERIFY(forms::IsBlocked(*screen) && !forms::IsBlocked(*dialog));
+        QCOMPARE(dialog->windowHandle()->transientParent(), screen->windowHandle());
+        QVERIFY(screen->windowFlags() & Qt::FramelessWindowHint);
+        QVERIFY(!(dialog->windowFlags() & Qt::FramelessWindowHint));
         QVERIFY(QApplication::activeModalWidget() == dialog);
         dialog->close();
         QVERIFY(!dialog->isVisible());

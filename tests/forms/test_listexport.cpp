@@ -172,6 +172,8 @@ TEST(TestListExport, NothingToTake) {
     Scene scene(file_.Path(), None);
     QTest::keyClick(&scene.grid, Qt::Key_C, Qt::ControlModifier);
     QTest::keyClick(&scene.grid, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    QTest::keyClick(&scene.grid, Qt::Key_F9, Qt::ShiftModifier);
+    QVERIFY(!scene.Menu());
     QTest::keyClick(&scene.grid, Qt::Key_F10, Qt::ShiftModifier);
     for (const QAction* action : scene.Menu()->actions()) {
         QVERIFY(!action->isEnabled());

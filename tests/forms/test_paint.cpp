@@ -136,6 +136,8 @@ TEST(TestPaint, TheKeyboardsPlace) {
     combo.SetListIndex(0);
     QVERIFY(!Shows(combo, theme.disabledText, text));
     QVERIFY(Shows(combo, theme.text, {84, 2, 16, 17}));  // the arrow
+    QVERIFY(Shows(combo, theme.border, {20, 0, 10, 1}));
+    QVERIFY(window.findChild<QWidget*>(u"barra"_s) && window.findChild<QWidget*>(u"lista"_s));
 }
 
 // Pictures are made smaller to fit, never larger, in the screen's own pixels.

@@ -138,9 +138,28 @@ TEST(TestInstalacao, MarksAndBars) {
         if (!seen.isEmpty()) {
             return;
         }
+        // Each step in its row: a mark as large as its drawing, and a bar within its border.
+        for (int step = 1; step <= 4; ++step) {
+            const auto place = [step](const char* name) {
+                return Find<forms::Panel>(*Screen(), AnyText(name) + u"Atualizacao(%1)"_s.arg(step))
+                    .geometry();
+            };
+            const QRect now = place("imgPassoAtual");
+            const QRect border = place("imgBordaBarra");
+            QCOMPARE(now.size(), forms::Artwork::Load(u"atualizando-passo"_s)->Size());
+            QCOMPARE(place("imgPassoConcluido").topLeft(), now.topLeft() - QPoint(3, 0));
+            QCOMPARE(place("imgPassoConcluido").size(),
+                     forms::Artwork::Load(u"atualizando-concluido"_s)->Size());
+            QCOMPARE(border.size(), forms::Artwork::Load(u"atualizando-borda"_s)->Size());
+            QCOMPARE(border.left() - now.left(), 47);
+            QVERIFY(border.top() - now.bottom() == 4 || border.top() - now.bottom() == 5);
+            QCOMPARE(place("imgBarra").topLeft(), border.topLeft() + QPoint(6, 4));
+            QCOMPARE(place("imgBarra").height(), border.height() - 8);
+        }
         for (const auto* picture : Screen()->findChildren<forms::Panel*>()) {
             if (picture->isVisible() && picture->objectName().startsWith("img"_L1)) {
                 seen += picture->objectName().mid(3).remove(u"Atualizacao"_s) +
+                        picture->accessibleName() +
                         (picture->objectName().startsWith("imgBarra"_L1)
                              ? u" %1"_s.arg(picture->width())
                              : QString());
@@ -150,7 +169,7 @@ TEST(TestInstalacao, MarksAndBars) {
     QCOMPARE(Update(), List(Done));
     seen.sort();
     QCOMPARE(seen, List("Barra(1) 216", "Barra(2) 54", "BordaBarra(1)", "BordaBarra(2)",
-                        "PassoAtual(2)", "PassoConcluido(1)"));
+                        "PassoAtual(2)Baixando os arquivos", "PassoConcluido(1)"));
 }
 
 // Half a key file must not let everybody in.
