@@ -71,6 +71,17 @@ QStringList MemoryDatabase::Run(const AnyText& text, bool names, sql::Accents ac
     return rows;
 }
 
+QString MemoryDatabase::RefusalOf(const AnyText& text) const {
+    try {
+        Run(text);
+        return u"accepted: "_s + text;
+    } catch (const Erro& erro) {
+        const QString said = erro.Description();
+        return said.startsWith("erro "_L1) ? said.mid(5).remove(u':')
+                                           : QString::number(erro.Number()) + u' ' + said;
+    }
+}
+
 QStringList MemoryDatabase::RunAll(const QStringList& texts, const QString& query) const {
     for (const QString& text : texts) {
         Run(text);

@@ -31,6 +31,10 @@ public:
     QStringList Run(const AnyText& text, bool names = false,
                     sql::Accents accents = sql::Accents::Minded) const;
 
+    // What becomes of a text that must fail: the error's number, a blank and its description. The
+    // number of an error in the engine's midst stands in the engine's message, "erro 13: ...".
+    QString RefusalOf(const AnyText& text) const;
+
     // Texts one after the other, and what a query gives then.
     QStringList RunAll(const QStringList& texts, const QString& query) const;
 

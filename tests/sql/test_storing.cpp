@@ -1,5 +1,6 @@
 #include "memorydatabase.h"
 #include "platform/sql/errors.h"
+#include "support/servers.h"
 #include "support/test.h"
 
 using sql::Failure;
@@ -10,12 +11,6 @@ constexpr int Mismatch = Erro::TypeMismatch;
 constexpr int Overflow = Erro::Overflow;
 constexpr int TooLong = static_cast<int>(Failure::TextTooLong);
 constexpr int Missing = static_cast<int>(Failure::NotNull);
-
-// The error of a text that fails in the engine comes as the engine's message, "erro 13: ...".
-int NumberOf(const Erro& erro) {
-    const QString text = erro.Description();
-    return text.startsWith("erro "_L1) ? text.section(u':', 0, 0).mid(5).toInt() : erro.Number();
-}
 
 }  // namespace
 
@@ -136,12 +131,8 @@ TEST(TestStoring, KeepsTheSameEveryWay) {
         for (auto way = ways.cbegin(); way != ways.cend(); ++way) {
             init();
             int seen = 0;
-            try {
-                for (const QString& text : way.value()) {
-                    db_->Run(text);
-                }
-            } catch (const Erro& erro) {
-                seen = NumberOf(erro);
+            for (qsizetype i = 0; i < way.value().size() && seen == 0; ++i) {
+                seen = db_->RefusalOf(way.value().at(i)).section(u' ', 0, 0).toInt();
             }
             const bool enginesOwn = error == Missing && seen == -1;
             QVERIFY2(seen == error || enginesOwn,
@@ -175,48 +166,32 @@ TEST(TestStoring, TellsShapesApart) {
     }
 }
 
-// The engine would make up a key where none is given, again at each run.
-TEST(TestStoring, AsksForAKey) {
-    for (const auto& [text] : Each<QString>{
-             {"no column", "INSERT INTO PECA (NumeroTarvoPeca) VALUES ('1')"},
-             {"Null", "INSERT INTO PECA (CodigoPeca) VALUES (Null)"},
-             {"computed", "INSERT INTO PECA (CodigoPeca) SELECT Null & Null"},
-             {"Null from a query", "INSERT INTO PECA (CodigoPeca) SELECT Null"},
-             {"from a query", "INSERT INTO PECA (NumeroTarvoPeca) SELECT 'x'"},
-         }) {
-        db_->MakeCatalogue();
-        try {
-            db_->Run(text);
-            QFAIL("accepted");
-        } catch (const Erro& erro) {
-            QCOMPARE(NumberOf(erro), Missing);
-            QVERIFY(erro.Description().contains(u"PECA.CodigoPeca"_s));
-        }
-    }
-}
-
 TEST(TestStoring, NamesTheColumn) {
-    for (const auto& [text, name] : Each<QString, QString>{
-             {"literal", "UPDATE PECA SET CodigoFigura = 'abc'", "CodigoFigura"},
-             {"computed", "UPDATE PECA SET CodigoFigura = DescricaoPeca", "PECA.CodigoFigura"},
-             {"unknown", "UPDATE PECA SET Nada = 1", "Nada"},
+    // The engine would make up a key where none is given, again at each run.
+    const QString key = QString::number(Missing) + u" *PECA.CodigoPeca*"_s;
+    const QString view = u"*grave em REFERENCIACRUZADA.*"_s;
+    for (const auto& [text, refusal] : Each<QString, QString>{
+             {"no key", "INSERT INTO PECA (NumeroTarvoPeca) VALUES ('1')", key},
+             {"Null for it", "INSERT INTO PECA (CodigoPeca) VALUES (Null)", key},
+             {"computed", "INSERT INTO PECA (CodigoPeca) SELECT Null & Null", key},
+             {"Null from a query", "INSERT INTO PECA (CodigoPeca) SELECT Null", key},
+             {"none from a query", "INSERT INTO PECA (NumeroTarvoPeca) SELECT 'x'", key},
+             {"literal", "UPDATE PECA SET CodigoFigura = 'abc'", "13 *CodigoFigura*"},
+             {"column", "UPDATE PECA SET CodigoFigura = DescricaoPeca", "13 *PECA.CodigoFigura*"},
+             {"unknown", "UPDATE PECA SET Nada = 1", "3061 *Nada*"},
              {"view", "UPDATE REFERENCIACRUZADA1 SET NumeroTarvo = '1'",
-              "REFERENCIACRUZADA1; grave em REFERENCIACRUZADA."},
-             {"view, by insert", "INSERT INTO REFERENCIACRUZADA1 VALUES ('1', '2')",
-              "grave em REFERENCIACRUZADA."},
-             {"view, by delete", "DELETE FROM REFERENCIACRUZADA1", "grave em REFERENCIACRUZADA."},
+              u"*REFERENCIACRUZADA1; "_s + view.sliced(1)},
+             {"view, by insert", "INSERT INTO REFERENCIACRUZADA1 VALUES ('1', '2')", view},
+             {"view, by delete", "DELETE FROM REFERENCIACRUZADA1", view},
              {"link", "CREATE TABLE L (A LONG REFERENCES PECA (CodigoPeca) ON DELETE CASCADE)",
-              "REFERENCES PECA"},
+              "*REFERENCES PECA*"},
              {"named link",
               "ALTER TABLE PECA ADD CONSTRAINT F FOREIGN KEY (CodigoFigura) REFERENCES FIGURA",
-              "REFERENCES FIGURA"},
+              "*REFERENCES FIGURA*"},
          }) {
         db_->MakeCatalogue();
-        try {
-            db_->Run(text);
-            QFAIL("accepted");
-        } catch (const Erro& erro) {
-            QVERIFY2(erro.Description().contains(name), qPrintable(erro.Description()));
-        }
+        const QString said = db_->RefusalOf(text);
+        QVERIFY2(Like(said, refusal) == refusal && !said.startsWith("accepted"_L1),
+                 qPrintable(said));
     }
 }
