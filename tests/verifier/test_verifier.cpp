@@ -11,10 +11,13 @@ namespace {
 
 constexpr char Name[] = "VerifAtualizCatalogoTarvo.exe";
 
-// The whole program; who sits in front of it knows the proxy's password.
+// The whole program; who sits in front of it knows the proxy's password, once he sees the question.
 int Verifier(int argc, char** argv) {
     SetPedidoDeAcesso([](AcessoAoProxy& access) {
-        access.usuario = u"maria"_s;
+        QWidget question;
+        question.showMinimized();
+        const bool seen = QTest::qWaitFor([&] { return !question.isMinimized(); }, 30000);
+        access.usuario = seen ? u"maria"_s : QString();
         access.senha = u"s3nha"_s;
         return true;
     });
@@ -98,7 +101,9 @@ TEST(TestVerifier, Answers) {
                 const QString head = words.value(4, words.at(2) + u';' + words.at(3));
                 server_.Put("catalogo/Versao.sig",
                             head.toUtf8() + "\r\n" + sys::Sign(message, key).toHex() + "\r\n");
-            } else if (words.first() != "asks"_L1) {
+            } else if (words.first() == "asks"_L1) {
+                catalogue->Chamar();
+            } else {
                 server_.Put(u"catalogo/"_s + change.section(u'=', 0, 0),
                             change.section(u'=', 1).replace(u'\n', u"\r\n"_s).toUtf8());
             }
