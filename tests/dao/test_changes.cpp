@@ -30,15 +30,6 @@ CREATE VIEW REFERENCIA1 AS SELECT Numero, DoCliente FROM REFERENCIA
     WHERE Cliente = (SELECT Cliente FROM ESCOLHA);
 )";
 
-QString SaidBy(const std::function<void()>& work) {
-    try {
-        work();
-    } catch (const Erro& erro) {
-        return QString::number(erro.Number()) + u' ' + erro.Description();
-    }
-    return {};
-}
-
 }  // namespace
 
 struct TestChanges : Fixture {
@@ -70,6 +61,18 @@ TEST(TestChanges, CountsTheRowsOfEachStatement) {
         session_.Execute(text);
         QCOMPARE(int(session_.database->RecordsAffected()), rows);
     }
+}
+
+TEST(TestChanges, KeepsWhatTheColumnTakes) {
+    session_.Execute("CREATE TABLE V (T TEXT(3) NOT NULL, Q DECIMAL(5,2), D DATETIME, M MEMO)");
+    const auto insert = [&](const QString& values) {
+        return SaidBy([&] { session_.Execute(u"INSERT INTO V (T, Q, D, M) SELECT "_s + values); });
+    };
+    QCOMPARE(insert(u"'a' & 'bc', '12' * 10.3456, '5/3/2024' & '', #3/5/2024# + 1"_s), QString());
+    QCOMPARE(session_.Value("SELECT T & Q & '|' & D & '|' & M FROM V"),
+             u"abc124.15|05/03/2024|06/03/2024"_s);
+    QCOMPARE(insert(u"'a' & 'bcd', 1, 1, 1"_s), u"3163 O texto é longo demais para o campo. V.T"_s);
+    QCOMPARE(insert(u"Null & Null, 1, 1, 1"_s), u"3314 O campo não pode ficar sem valor: V.T."_s);
 }
 
 // A table of this name in the catalogue, which the dialect makes no more, hides the lock's.

@@ -14,6 +14,15 @@ TestDatabase::Session TestDatabase::Open(bool readOnly) const {
     return session;
 }
 
+QString SaidBy(const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const Erro& erro) {
+        return QString::number(erro.Number()) + u' ' + erro.Description();
+    }
+    return {};
+}
+
 void ReadRows(dao::Database& database, const AnyText& sql, QStringList& rows) {
     const auto result = database.OpenRecordset(sql, dao::dbOpenForwardOnly);
     for (; !result->Eof(); result->MoveNext()) {

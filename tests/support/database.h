@@ -3,6 +3,8 @@
 #include "platform/dao/dao.h"
 #include "support/test.h"
 
+#include <functional>
+
 namespace testing_support {
 
 // A database in a folder of its own, both gone at the end of the test.
@@ -29,6 +31,9 @@ public:
 private:
     QTemporaryDir folder_;
 };
+
+// Number and description of the Erro that `work` throws; empty when it does not.
+QString SaidBy(const std::function<void()>& work);
 
 // Appends the rows of a query to `rows` as they are read, cells with | between them.
 void ReadRows(dao::Database& database, const AnyText& sql, QStringList& rows);
