@@ -7,6 +7,8 @@
 #include "update/prova.h"
 #include "verifier/programa.h"
 
+#include <thread>
+
 namespace {
 
 constexpr char Name[] = "VerifAtualizCatalogoTarvo.exe";
@@ -83,6 +85,7 @@ TEST(TestVerifier, Answers) {
         SetAddress("http://atualiza.example/catalogo");
         const auto catalogue = Conversa::Abrir();
         const Conversa::Convite invitation(catalogue.get());
+        std::jthread calls;
         for (const QString& change : changes) {
             const QStringList words = change.split(u' ');
             if (words.first() == "at"_L1) {
@@ -102,7 +105,12 @@ TEST(TestVerifier, Answers) {
                 server_.Put("catalogo/Versao.sig",
                             head.toUtf8() + "\r\n" + sys::Sign(message, key).toHex() + "\r\n");
             } else if (words.first() == "asks"_L1) {
-                catalogue->Chamar();
+                calls = std::jthread([&catalogue](const std::stop_token& stop) {
+                    while (!stop.stop_requested()) {
+                        catalogue->Chamar();
+                        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+                    }
+                });
             } else {
                 server_.Put(u"catalogo/"_s + change.section(u'=', 0, 0),
                             change.section(u'=', 1).replace(u'\n', u"\r\n"_s).toUtf8());
