@@ -14,7 +14,7 @@ struct TooltipTest : Fixture {
 
     QWidget* Criar(cToolTip& dica, qint32 estilo, qint32 sinal, const QString& texto,
                    const QString& titulo, qint32 letra = 0, qint32 fundo = 0xffffff) {
-        return dica.Create(&controle_, texto, estilo, false, sinal, titulo, letra, fundo, 30, 150);
+        return dica.Create(&controle_, texto, estilo, false, sinal, titulo, letra, fundo, 30, 600);
     }
 
     void Mover(QPoint onde) {

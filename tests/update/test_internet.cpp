@@ -128,6 +128,19 @@ TEST(TestInternet, ScreenLivesDuringAWait) {
     QVERIFY2(ticks > 4, qPrintable(QString::number(ticks)));  // of fifty, on an idle machine
     connect(&timer, &QTimer::timeout, this, [] { HttpInterromper(); });
     QCOMPARE(Fetch("silent"), u"-104 HttpSendRequest:0;18;Interrompido pelo usuário"_s);
+    // After each block, too, however fast the next one is there.
+    server_.Put("grande", QByteArray(1'000'000, 'g'));
+    HttpConectar(u"atualiza.exemplo"_s);
+    int blocks = 0;
+    timer.stop();
+    QCOMPARE(Failure([&] {
+                 HttpExecutar(u"D"_s, true, u"grande"_s, true, {}, {}, {}, {}, {}, [&](qint32) {
+                     ++blocks;
+                     HttpInterromper();
+                 });
+             }),
+             u"-104 InternetReadFile:0;18;Interrompido pelo usuário"_s);
+    QCOMPARE(blocks, 1);
 }
 
 // Who cannot be known is passed over.
