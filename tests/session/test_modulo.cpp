@@ -154,7 +154,12 @@ TEST(TestModulo, ExecutarEsperaComATelaViva) {
     tela.start(10);
     const QTemporaryDir pasta;
     const QString marca = pasta.filePath(u"fim"_s);
-    ExecutarEAguardar(u"sh -c \"sleep 0.3; touch %1\""_s.arg(marca), 1);
+#ifdef Q_OS_WIN
+    const QString programa = u"cmd /c \"ping -n 2 127.0.0.1 >nul & echo fim >%1\""_s;
+#else
+    const QString programa = u"sh -c \"sleep 0.3; touch %1\""_s;
+#endif
+    ExecutarEAguardar(programa.arg(QDir::toNativeSeparators(marca)), 1);
     QVERIFY(QFile::exists(marca));
     QVERIFY(tiques > 1);
     QVERIFY_THROWS_EXCEPTION(Erro, ExecutarEAguardar(u"/nao/ha/nada.exe"_s, 1));

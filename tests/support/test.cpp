@@ -59,11 +59,17 @@ private Q_SLOTS:
         QFETCH(const size_t, index);
         const auto test = tests_.at(index).make();
         running = test.get();
-        if (!QTest::currentTestFailed()) {
-            running->init();
-        }
-        if (!QTest::currentTestFailed()) {
-            running->TestBody();
+        // An exception that gets as far as Qt Test ends the tests that were to follow.
+        try {
+            if (!QTest::currentTestFailed()) {
+                running->init();
+            }
+            if (!QTest::currentTestFailed()) {
+                running->TestBody();
+            }
+        } catch (const Erro& erro) {
+            const QString what = QString::number(erro.Number()) + u' ' + erro.Description();
+            QTest::qFail(what.toUtf8().constData(), __FILE__, __LINE__);
         }
         running->cleanup();
         running = nullptr;

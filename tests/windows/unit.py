@@ -17,6 +17,7 @@ import time
 import wine
 
 sys.path.insert(0, os.path.join(wine.ROOT, "demo", "demonstration"))
+from driver import xdotool  # noqa: E402
 from screen import Screen  # noqa: E402
 
 PROGRAMS = ["system", "sql", "dao", "session", "settings", "search", "update", "forms", "verificar", "publicar",
@@ -123,6 +124,7 @@ def main():
     known = unproved()
     problems = []
     with tempfile.TemporaryDirectory(prefix="tarvo-windows-") as folder, Screen(800, 600):
+        xdotool("mousemove", 799, 599)  # a window that comes up beneath it would hear of a move
         os.makedirs(os.path.join(folder, "desk"))
         os.makedirs(os.path.join(folder, "share"))
         wine.prepare(os.path.join(folder, "share"))
