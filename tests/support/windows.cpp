@@ -17,6 +17,17 @@ std::pair<QWidget*, QPoint> At(forms::Form& form, QPoint place) {
     return {widget, widget->mapFrom(&form, inForm)};
 }
 
+// A window system with a pointer of its own tells of a move a while after it.
+struct MoveWatch : QObject {
+    bool told = false;
+
+    MoveWatch() { qApp->installEventFilter(this); }
+    bool eventFilter(QObject*, QEvent* event) override {
+        told |= event->type() == QEvent::MouseMove;
+        return false;
+    }
+};
+
 }  // namespace
 
 BoxAnswers::BoxAnswers(QList<int> answers) : answers_(std::move(answers)) {
@@ -71,7 +82,9 @@ void DoubleClickAt(forms::Form& form, QPoint place) {
 
 void MoveTo(forms::Form& form, QPoint place) {
     const auto [widget, position] = At(form, place);
+    MoveWatch watch;
     QTest::mouseMove(widget, position);
+    static_cast<void>(QTest::qWaitFor([&] { return watch.told; }, 500));
     Settle();
 }
 
