@@ -6,8 +6,7 @@
 #include "session/global.h"
 #include "settings/arquivo.h"
 #include "settings/configuracoes.h"
-#include "support/test.h"
-#include "support/windows.h"
+#include "support/janela.h"
 #include "usuario.h"
 
 #include <QTimer>
@@ -134,17 +133,19 @@ TEST(TestConfiguracoes, MarcaAoApertar) {
     tela.Unload();
 }
 
-TEST(TestConfiguracoes, Luz) {
+TEST(TestConfiguracoes, LuzETab) {
     frmConfiguracoes& tela = Mostrar();
-    const std::pair<QPoint, QString> lugares[] = {{Ok, u"OK"_s},
-                                                  {Cancelar, u"CANCELAR"_s},
-                                                  {Linha, u"FORM"_s},
-                                                  {Ok, u"OK"_s},
-                                                  {{200, 20}, u"FORM"_s}};
-    for (const auto& [lugar, palavra] : lugares) {
-        MoveTo(tela, lugar);
-        QCOMPARE(tela.ImagemAtual(), palavra);
+    for (const QPoint lugar : {Linha, QPoint(200, 20)}) {
+        QCOMPARE(Luzes(frmConfiguracoes::Nome, lugar, {"imgOk", "imgCancelar"}), u"OK CANCELAR"_s);
     }
+    QStringList volta;
+    for (int i = 0; i < 6; ++i) {
+        QTest::keyClick(tela.focusWidget(), Qt::Key_Tab);
+        volta += tela.focusWidget()->accessibleName();
+    }
+    QCOMPARE(volta,
+             List("Verificar atualizações automaticamente", "Usuário do proxy", "Senha do proxy",
+                  "OK", "Cancelar", "Verificar atualizações automaticamente"));
     tela.Unload();
 }
 
