@@ -1,8 +1,15 @@
+#include "platform/system/child.h"
+#include "platform/system/enginelocks.h"
 #include "platform/system/filelocks.h"
+#include "platform/system/http_address.h"
 #include "platform/system/paths.h"
-#include "support/test.h"
+#include "platform/system/usage.h"
+#include "support/frailfolder.h"
 
+#include <chrono>
 #include <fcntl.h>
+
+using namespace std::chrono_literals;
 
 // What only a system of this kind has: names that differ in case, one root, locks of a process.
 struct TestSystem : Fixture {
@@ -66,4 +73,68 @@ TEST(TestSystem, CanReadKeepsLocks) {
 
 TEST(TestSystem, TellsWhatAFileLiesOn) {
     QVERIFY(!sys::MountOf(folder_.filePath(u"dois.txt"_s)).type.isEmpty());
+}
+
+// As on SMB: one's own shared lock would be in the way, and each open file has its own.
+TEST(TestSystem, EngineLocksWhereTheyBelongToOpenFiles) {
+    const FrailFolder frail({"handle-locks"});
+    if (!frail.IsThere()) {
+        QSKIP("this system mounts no file system for this user");
+    }
+    Write(frail.Behind() + u"/a"_s);
+    QFile files[3];
+    for (QFile& file : files) {
+        file.setFileName(frail.Seen() + u"/a"_s);
+        QVERIFY(file.open(QIODevice::ReadWrite));
+    }
+    const auto engine = reinterpret_cast<int (*)(int, int, ...)>(sys::EngineLockCall());
+    const auto lock = [&](auto call, int file, int type, off_t from, off_t bytes) {
+        struct flock range = {};
+        range.l_type = short(type);
+        range.l_start = from;
+        range.l_len = bytes;
+        return call(files[file].handle(), F_SETLK, &range) == 0;
+    };
+    const auto others = [&](int type, off_t from = 0) { return lock(fcntl, 2, type, from, 1); };
+    QVERIFY(lock(engine, 0, F_RDLCK, 0, 10) && lock(engine, 1, F_RDLCK, 0, 10));
+    QVERIFY(others(F_RDLCK) && !lock(engine, 0, F_WRLCK, 0, 10) && errno == EAGAIN);
+    QVERIFY(others(F_UNLCK) && lock(engine, 0, F_WRLCK, 0, 10) && !others(F_RDLCK));
+    QVERIFY(lock(engine, 1, F_RDLCK, 0, 10) && others(F_RDLCK) && others(F_UNLCK));
+    QVERIFY(lock(engine, 1, F_WRLCK, 20, 0) && !others(F_WRLCK, 1000) && others(F_WRLCK, 15));
+    QVERIFY(lock(engine, 0, F_UNLCK, 0, 0) && others(F_WRLCK) && others(F_WRLCK, 1000));
+    // Whoever comes next locks by his own file.
+    QVERIFY(others(F_UNLCK) && lock(engine, 1, F_WRLCK, 0, 10));
+    files[0].close();
+    QVERIFY(!others(F_RDLCK));
+    QCOMPARE(engine(files[1].handle(), F_GETFL), fcntl(files[1].handle(), F_GETFL));
+}
+
+TEST(TestSystem, ReadsWhatAChildPrints) {
+    sys::Child child(u"/bin/sh"_s, List("-c", "printf abc; sleep 0.1; printf def"), 10s);
+    QByteArray read(6, ' ');
+    QVERIFY(child.Read(read.data(), 2) && child.Read(read.data() + 2, 4));
+    QCOMPARE(read, QByteArray("abcdef"));
+    QVERIFY(!child.Read(read.data(), 1) && !child.IsSilent());
+    sys::Child silent(u"/bin/sleep"_s, List("600"), 20ms);
+    QVERIFY(!silent.Read(read.data(), 1) && silent.IsSilent());
+    QCOMPARE(ErrorOf([] { sys::Child(u"/nao/ha"_s, {}, 1s); }), 53);
+    QCOMPARE(ErrorOf([] { sys::Child(u"/etc/passwd"_s, {}, 1s); }), 70);
+}
+
+TEST(TestSystem, ProxyAndUsage) {
+    for (const auto& [variable, value, proxy] : Each<QByteArray, QByteArray, QString>{
+             {"plain", "http_proxy", "proxy.exemplo:3128", "proxy.exemplo:3128"},
+             {"no port", "all_proxy", "https://proxy.exemplo", "proxy.exemplo"},
+             {"of all", "ALL_PROXY", "http://p:80/", "p:80"},
+             {"none", "http_proxy", "", ""},
+         }) {
+        qputenv(variable.constData(), value);
+        QCOMPARE(sys::http::ProxyOfTheSystem(), proxy);
+        qunsetenv(variable.constData());
+    }
+    QCOMPARE(sys::http::EscapePath(u"a ç%20%2x%"_s), QByteArray("a%20%C3%A7%20%252x%25"));
+    for (const QString& word : List("--help", "--ajuda", "--version", "--versao", "-h")) {
+        QCOMPARE(sys::AnswerUsage({word}, u"p"_s, u"uso\n"_s), word != "-h"_L1);
+        QVERIFY(!sys::AnswerUsage({word, word}, u"p"_s, u"uso\n"_s));
+    }
 }
