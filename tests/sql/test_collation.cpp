@@ -130,6 +130,8 @@ TEST(TestCollation, TakesAccentsAsTyped) {
              {"range", "[a-c]o", List("ço", "ão"), List("do")},
              {"list not", "[!a]", List("b", "é"), List("a", "ã")},
              {"ordinals and raised digits", "1o m2", List("1º m²", "1o m2"), List("1a m2")},
+             {"letters of their own", "daotsdhiiklnots", List("ðæøþßđħıĳĸłŋœŧſ", "ÐÆØÞßĐĦıĲĸŁŊŒŦſ"),
+              List("ðæøþßđħıĳĸłŋœŧ")},
              {"other alphabets and signs", "*д-", List("Д-"), List("Д+")},
          }) {
         const sql::Pattern ready(pattern, sql::Accents::AsTyped);

@@ -59,16 +59,20 @@ TEST(TestDialect, BeginningsUseTheIndex) {
 }
 
 TEST(TestDialect, Refuses) {
-    Each<QString, Failure> row;
-    const auto rows = [&row](Failure failure, const QStringList& texts) {
+    Each<QString, QString> row;
+    const QString syntax = u"Erro de sintaxe no comando"_s;
+    const QString groups = u"O campo não está em GROUP BY nem em uma função de totais"_s;
+    const auto rows = [&row](Failure failure, const AnyText& words, const QStringList& texts) {
         for (const QString& text : texts) {
-            row(text.left(80).toUtf8(), text, failure);
+            row(text.left(80).toUtf8(), text, QString::number(int(failure)) + u' ' + words);
         }
     };
-    rows(Failure::MissingExpression, List("", " \r\n", "FOO BAR"));
-    rows(Failure::BadPattern, List("SELECT 1 FROM PECA WHERE DescricaoPeca LIKE 'a[b*'",
-                                   u"SELECT 'a' LIKE '"_s + u"*a"_s.repeated(20001) + u'\''));
-    rows(Failure::SyntaxError,
+    rows(Failure::MissingExpression, "O texto do comando está vazio ou não é um comando",
+         List("", " \r\n", "FOO BAR"));
+    rows(Failure::BadPattern, "O padrão de pesquisa é inválido",
+         List("SELECT 1 FROM PECA WHERE DescricaoPeca LIKE 'a[b*'",
+              u"SELECT 'a' LIKE '"_s + u"*a"_s.repeated(20001) + u'\''));
+    rows(Failure::SyntaxError, syntax,
          List("SELECT 'abc", "SELECT [abc FROM PECA", "UPDATE PECA SET CodigoFigura = 2?",
               "SELECT #13/32/2024#", "SELECT 1 FROM PECA garbage here", "SELECT 1; DROP TABLE PECA",
               "SELECT * FROM PECA WHERE CodigoPeca = ", u"SELECT '\0' FROM PECA"_s,
@@ -76,19 +80,23 @@ TEST(TestDialect, Refuses) {
               "DELETE FROM PECA INNER JOIN VEICULO_PECA ON PECA.CodigoPeca = "
               "VEICULO_PECA.CodigoPeca"));
     // However much of it.
-    rows(Failure::SyntaxError, List(u"SELECT "_s + QString(100000, u'('),
-                                    u"SELECT "_s + u"NOT "_s.repeated(100000) + u"1"_s,
-                                    u"SELECT 1"_s + u"+1"_s.repeated(100000),
-                                    u"SELECT * FROM "_s + u"(SELECT * FROM "_s.repeated(50000),
-                                    u"SELECT 1"_s + u" UNION SELECT 1"_s.repeated(1000),
-                                    u"SELECT 1 IN (1"_s + u",1"_s.repeated(200000) + u')'));
-    rows(Failure::Resources, List(u"SELECT '"_s + QString(12'000'000, u'x') + u'\''));
-    rows(Failure::UnknownFunction, List("SELECT DLookup('a','b')"));
-    rows(Failure::MixedComparison, List("SELECT 1 FROM PECA WHERE NumeroTarvoPeca > 100",
-                                        "SELECT 1 FROM PECA WHERE CodigoPeca = 'abc'",
-                                        "SELECT 1 FROM PECA WHERE Left('100', 3) BETWEEN 1 AND 2"));
+    rows(Failure::SyntaxError, syntax,
+         List(u"SELECT "_s + QString(100000, u'('),
+              u"SELECT "_s + u"NOT "_s.repeated(100000) + u"1"_s,
+              u"SELECT 1"_s + u"+1"_s.repeated(100000),
+              u"SELECT * FROM "_s + u"(SELECT * FROM "_s.repeated(50000),
+              u"SELECT 1"_s + u" UNION SELECT 1"_s.repeated(1000),
+              u"SELECT 1 IN (1"_s + u",1"_s.repeated(200000) + u')'));
+    rows(Failure::Resources, "O comando precisa de memória demais",
+         List(u"SELECT '"_s + QString(12'000'000, u'x') + u'\''));
+    rows(Failure::UnknownFunction, "Função desconhecida no comando",
+         List("SELECT DLookup('a','b')"));
+    rows(Failure::MixedComparison, "O comando compara um texto com um número",
+         List("SELECT 1 FROM PECA WHERE NumeroTarvoPeca > 100",
+              "SELECT 1 FROM PECA WHERE CodigoPeca = 'abc'",
+              "SELECT 1 FROM PECA WHERE Left('100', 3) BETWEEN 1 AND 2"));
     rows(
-        Failure::NotGrouped,
+        Failure::NotGrouped, groups,
         List("SELECT CodigoPeca, DescricaoPeca FROM PECA GROUP BY CodigoPeca",
              "SELECT Count(*), CodigoPeca + 1 FROM PECA", "SELECT *, Count(*) FROM PECA",
              "SELECT Count(*) FROM PECA GROUP BY CodigoPeca HAVING DescricaoPeca = 'x'",
@@ -105,23 +113,23 @@ TEST(TestDialect, Refuses) {
           "AS x ON x.CodigoPeca = PECA.CodigoPeca) ON v.CodigoVeiculo = w.CodigoVeiculo)",
           "EXISTS (SELECT 1 FROM (SELECT PECA.CodigoPeca AS c) AS o)",
           "1 IN (SELECT 1 FROM VEICULO WHERE DescricaoPeca = 'x')"}) {
-        row(condition,
-            u"SELECT Max(CodigoPeca) FROM PECA GROUP BY CodigoFigura HAVING "_s +
-                QLatin1String(condition),
-            Failure::NotGrouped);
+        rows(Failure::NotGrouped, groups,
+             List(u"SELECT Max(CodigoPeca) FROM PECA GROUP BY CodigoFigura HAVING "_s +
+                  QLatin1String(condition)));
     }
-    rows(Failure::ValueCount, List("INSERT INTO VEICULO_PECA VALUES (1)",
-                                   "INSERT INTO VEICULO_PECA (CodigoVeiculo) SELECT 1, 2"));
+    rows(Failure::ValueCount, "O número de valores não é igual ao número de campos",
+         List("INSERT INTO VEICULO_PECA VALUES (1)",
+              "INSERT INTO VEICULO_PECA (CodigoVeiculo) SELECT 1, 2"));
     const QString joined =
         u"UPDATE PECA %1 JOIN VEICULO_PECA ON PECA.CodigoPeca = VEICULO_PECA.CodigoPeca SET "
         "VEICULO_PECA.CodigoVeiculo = 1"_s;
-    rows(Failure::NotSupported,
+    rows(Failure::NotSupported, "O comando usa um recurso que este catálogo não oferece",
          List("DELETE a.*, b.* FROM PECA AS a, VEICULO AS b",
               "SELECT 1 FROM PECA WHERE CodigoPeca > ALL (SELECT 1)", "TRANSFORM Count(*) SELECT 1",
               "SELECT * FROM PECA IN 'outro.mdb'", joined.arg(u"LEFT"_s),
               joined.arg(u"INNER"_s) + u", PECA.CodigoFigura = 1"_s));
-    for (const auto& [text, failure] : row) {
+    for (const auto& [text, words] : row) {
         const QString refusal = db_->RefusalOf(text).left(200);
-        QVERIFY2(refusal.startsWith(QString::number(int(failure)) + u' '), qPrintable(refusal));
+        QVERIFY2(refusal.startsWith(words), qPrintable(refusal));
     }
 }
