@@ -156,7 +156,6 @@ Resposta Verificar(bool podePerguntar) {
     }
     HttpDesconectar();
     ExcluirBaixado();
-    FecharBancoDados(gWS, gDB);
     return resposta;
 }
 
