@@ -215,7 +215,7 @@ TEST(TestHelpWindow, OneWindowForOnePage) {
     screen->move(400, 350);
     Open("<h2>Sem nível um</h2>");
     const QPoint shift = window_->geometry().center() - screen->geometry().center();
-    QVERIFY(shift.manhattanLength() < 10);  // the frame's
+    QVERIFY(shift.manhattanLength() < 60);  // the frame's
     screen->Unload();
     const QPointer<QWidget> first = window_;
     first->showMinimized();

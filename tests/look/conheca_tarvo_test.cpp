@@ -121,6 +121,13 @@ TEST(ConhecaTarvoTest, LightTravelsWithTheButtons) {
                 apagado.pixel(Meio(nome) - QPoint(0, 12)));
     }
     QCOMPARE(Find<QWidget>(*tela_, "imgAvancarSelecionada").grab().toImage(), acesa);
+
+    for (const char* botao : {"Avançar", "Voltar", "Fechar"}) {
+        QTest::keyClick(tela_->focusWidget(), Qt::Key_Tab);
+        QCOMPARE(tela_->focusWidget()->accessibleName(), AnyText(botao));
+    }
+    QTest::keyClick(tela_->focusWidget(), Qt::Key_Space);
+    QVERIFY(!forms::Form::Find(frmConhecaTarvo::Nome));
 }
 
 TEST(ConhecaTarvoTest, APageThatCannotBeShownIsWhite) {

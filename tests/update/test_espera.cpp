@@ -93,6 +93,8 @@ TEST(TestEspera, WaitsForOthers) {
                 return;
             }
             seen = label.Text();
+            const QRect whole = Screen()->Picture()->rect();
+            QVERIFY(whole.contains(label.geometry()) && label.width() > whole.width() - 40);
             found = awake.Ask("value SELECT Count(*) FROM VEICULO");
             if (gaveUp) {
                 Screen()->close();
