@@ -77,7 +77,7 @@ struct TestPublicar : Fixture {
         if (!process.waitForFinished(60000)) {
             qFatal("tarvo-publicar did not end");
         }
-        return {process.exitCode(), QString::fromLocal8Bit(process.readAll())};
+        return {process.exitCode(), QString::fromUtf8(process.readAll())};
     }
 
     void init() override {
@@ -111,6 +111,11 @@ TEST(TestPublicar, Folders) {
     row("encoding mark", "\xef\xbb\xbf" + change + "a'\r\n", {}, {});
     row("other encoding", change + "v\xe1lvula'\r\n", {}, {"?Script que não está em UTF-8"});
     for (const auto& [script, files, said] : row) {
+#ifdef Q_OS_WIN  // where no file has such names
+        if (row.Name() == "names" || row.Name() == "names that lock customers out") {
+            continue;
+        }
+#endif
         Write(In("fora.txt"));
         Write(In("site/ListVersao1.txt"), "SDB;Dados.sdb;9\r\nARQ;FotoPeca\\a.png;9\r\n");
         if (!script.isEmpty()) {
@@ -197,7 +202,9 @@ TEST(TestPublicar, Signs) {
     QVERIFY(QFile::remove(In("k2/ChavesAtualizacao.txt")));
     QCOMPARE(ErrorOf([&] { publicar::MakeKey(In("k2"), u"loja"_s); }), 75);  // one is enough
     QCOMPARE(ErrorOf([&] { publicar::ReadSigner(In("k1/ChavesAtualizacao.txt")); }), 5);
+#ifdef Q_OS_UNIX  // elsewhere the folder says who may read
     QCOMPARE(QFile::permissions(In("k1/ChaveSecreta.txt")) & QFile::ReadOther, 0);
+#endif
     const auto keys = [&](const AnyText& folder) {
         const auto signer = publicar::ReadSigner(In(folder + u"/ChaveSecreta.txt"_s));
         return LerTextoDasChaves(u"Site: loja\nChave: "_s +
