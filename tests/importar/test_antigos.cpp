@@ -195,7 +195,8 @@ TEST(TestAntigos, Refuses) {
              {"cut in the middle", whole_.first(40 * PageSize), "velho.mdb\" "},
              {"cut behind the first pages", whole_.first(3 * PageSize), "não pode ser lido"},
              {"rows that are missing", With(vehicles_ + DeclaredAt, QByteArray(1, 61)),
-              "A tabela VEICULO de \"%1\" diz ter 61 linhas, e 60 puderam ser lidas"},
+              "A tabela VEICULO de \"%1\" diz ter 61 linhas, e 60 puderam ser lidas. "
+              "Compacte e repare o arquivo no programa que o criou, e importe de novo."},
              {"a table without a column",
               QByteArray(whole_).replace("D\0e\0s\0c\0r\0i\0c\0a\0o\0V\0"_ba,
                                          "X\0e\0s\0c\0r\0i\0c\0a\0o\0V\0"_ba),
