@@ -1,5 +1,6 @@
 #include "platform/system/paths.h"
 #include "platform/system/proof.h"
+#include "publicar/names.h"
 #include "publicar/publish.h"
 #include "publicar/signing.h"
 #include "support/cases.h"
@@ -158,13 +159,9 @@ TEST(TestPublicar, PublishesOnlyWhatIsSound) {
     QCOMPARE(sys::ReadText(In("site/Versao.txt")), u"2\r\n"_s);
 
     order_.programs = List("n.png", "a.sdb");
-    Write(In("nova/z.bin"));
-    QVERIFY(QFile::resize(In("nova/z.bin"), 0x7FFFFFFF));
     QVERIFY(!Publishes(4));
-    QVERIFY(QFile::remove(In("nova/z.bin")));
     const auto said =
-        u"!Arquivos grandes demais para uma só versão (2 GB ao todo): z.bin\n"
-        "!Script com o nome de um arquivo de outra versão: quem atualiza as duas de uma vez o "
+        u"!Script com o nome de um arquivo de outra versão: quem atualiza as duas de uma vez o "
         "recebe "
         "só uma vez: a.sdb (versão 2)\n"
         "?Nome que outra versão já tem: também ela passa a trazer este conteúdo: FotoPeca\\n.png "
@@ -175,6 +172,12 @@ TEST(TestPublicar, PublishesOnlyWhatIsSound) {
         "?O catálogo da conferência não é o da versão anterior: está na versão 1, e a nova é a 4"_s;
     QVERIFY2(said_ == said, qPrintable(said_));
     order_.programs.clear();
+    QList<Finding> large;
+    publicar::CheckNames(order_, {{u"ARQ"_s, u"a"_s, {}, 0x7FFFFFFF}, {u"ARQ"_s, u"b"_s, {}, 1}},
+                         large);
+    QVERIFY2(
+        Lines(large).contains(u"!Arquivos grandes demais para uma só versão (2 GB ao todo): b"_s),
+        qPrintable(Lines(large).join(u'\n')));
     QVERIFY(!Publishes(2));
     QVERIFY2(said_.startsWith(u"!Versão já publicada (--replace "_s) &&
                  said_.endsWith(u"outra vez): ListVersao2.txt"_s),
