@@ -98,6 +98,8 @@ TEST(TestDialect, Refuses) {
     rows(
         Failure::NotGrouped, groups,
         List("SELECT CodigoPeca, DescricaoPeca FROM PECA GROUP BY CodigoPeca",
+             "SELECT CodigoPeca Mod 2 FROM PECA GROUP BY CodigoPeca Mod 3",
+             "SELECT CodigoPeca + 1 FROM PECA GROUP BY CodigoPeca - 1",
              "SELECT Count(*), CodigoPeca + 1 FROM PECA", "SELECT *, Count(*) FROM PECA",
              "SELECT Count(*) FROM PECA GROUP BY CodigoPeca HAVING DescricaoPeca = 'x'",
              "SELECT Max(CodigoPeca) FROM PECA ORDER BY DescricaoPeca",

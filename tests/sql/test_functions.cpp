@@ -123,6 +123,7 @@ TEST(TestFunctions, Gives) {
           {"Format(D, 'yyyy-mm-dd\"T\"hh:mm')", "2024-03-05T18:30"},
           {"Format(D, 'ddd d mmm yy q y')", "ter 5 mar 24 1 65"},
           {"Format(-1234.5, 'Standard')", "-1.234,50"},
+          {"Format(123456, 'Standard')", "123.456,00"},
           {"Format(0.5, '#.##')", ",5"},
           {"Format(0, '0;(0);\"zero\"')", "zero"},
           {"Format(12345, 'Scientific')", "1,23E+04"},
