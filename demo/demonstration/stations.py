@@ -168,7 +168,7 @@ def kit_filter(tour):
     """The components of one repair kit, with the kits of the first of them."""
     combo = tour.await_node("combo box", KIT_FILTER)
     kit = [row.name for row in next(combo.children()).children()][0]
-    before = tour.find("table", COMPONENT_GRID).rows()
+    before = tour.await_node("table", COMPONENT_GRID).rows()
     tour.choose(CHOOSE_KIT, KIT_FILTER, kit)
     first_rows(tour, COMPONENT_GRID, lambda t: t.rows() < before, "the kit's components alone")
     first_rows(tour, KIT_GRID, lambda t: t.cell(0, 0), "the kits of the component")
@@ -334,21 +334,20 @@ def back_to_the_gallery(tour):
 def open_settings(tour, check, user):
     """Opens the dialog and waits until it shows this check and this user."""
     tour.click(*SETTINGS)
-    wait(f"the settings with {check!r} and {user!r}",
-         lambda: (tour.find("check box", CHECK_ROW).ticked,
-                  tour.find("text", PROXY_USER).text) == (check, user))
+    row, box = tour.await_node("check box", CHECK_ROW), tour.await_node("text", PROXY_USER)
+    wait(f"the settings with {check!r} and {user!r}", lambda: (row.ticked, box.text) == (check, user))
 
 
 def fill_settings(tour, user, password):
-    tour.click_on(tour.find("check box", CHECK_ROW))
+    tour.click_on(tour.await_node("check box", CHECK_ROW))
     for role, box, text in (("text", PROXY_USER, user), ("password text", PROXY_PASSWORD, password)):
-        tour.click_on(tour.find(role, box))
+        tour.click_on(tour.await_node(role, box))
         tour.press("ctrl+a")
         tour.type(text)
 
 
 def close_settings(tour, button):
-    tour.click_on(tour.find("push button", button))
+    tour.click_on(tour.await_node("push button", button))
     wait("the settings closed", lambda: not tour.find("check box", CHECK_ROW))
 
 

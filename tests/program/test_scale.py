@@ -43,7 +43,7 @@ class ScaleTest(ProgramTest):
     def expect_whole(self, catalogue, scale):
         """The button in the lowest corner stands where this scale puts it, and nothing scrolls."""
         def standing():
-            place = catalogue.find(*EXIT).place()
+            place = catalogue.await_node(*EXIT).place()
             margin = [(size / scale - design) / 2
                       for size, design in zip((self.screen.width, self.screen.height), (800, 600))]
             wanted = (margin[0] + EXIT_BUTTON[0], margin[1] + EXIT_BUTTON[1], *EXIT_BUTTON[2:])

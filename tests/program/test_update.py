@@ -84,13 +84,13 @@ class UpdateTest(ProgramTest):
         wait("the new search screen", catalogue.window_ids)
         catalogue.restore()
         self.type_number(catalogue, "qwx9001")
-        grid = catalogue.find("table", "Resultado da pesquisa")
+        grid = catalogue.await_node("table", "Resultado da pesquisa")
         wait("the new component", lambda: grid.rows() == 1 and grid.cell(0, 0) == "QWX9001")
 
     def search_again(self, catalogue, rows):
         catalogue.press("ctrl+a")
         catalogue.type("qwx9001")
-        grid = catalogue.find("table", "Resultado da pesquisa")
+        grid = catalogue.await_node("table", "Resultado da pesquisa")
         wait(f"{rows} rows", lambda: grid.rows() == rows)
 
     def test_two_computers(self):
