@@ -184,6 +184,7 @@ TEST(TestPlan, WalksAnIndexInItsOrder) {
     row("number", inside, "1");
     row("description", inside, "2");
     row("kind", inside, "4,1");
+    row("code", inside, "5");
     row("customer's number", inside, "3");
     row("other beginning", "WHERE PECA.DescricaoPECA LIKE 'e*' ", "1");
     row("customer's beginning", "WHERE REFERENCIACRUZADA1.NumeroClienteConcorrente LIKE 'X*' ",
