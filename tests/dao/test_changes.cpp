@@ -155,13 +155,17 @@ TEST(TestChanges, ABuiltTableKeepsWhatItHad) {
 
 // For one database object until it is closed.
 TEST(TestChanges, ShadowsHideTheFile) {
+    std::unique_ptr<Recordset> reading;
     for (int time = 0; time < 2; ++time) {
         session_.database->Shadow(List("Escolha", "referencia1", "nada"));
         QCOMPARE(session_.Value("SELECT Cliente & DoCliente FROM ESCOLHA, REFERENCIA1"), u"1A"_s);
         session_.Execute("UPDATE ESCOLHA SET Cliente = 2");
         QCOMPARE(session_.Value("SELECT Cliente & DoCliente FROM ESCOLHA, REFERENCIA1"), u"2B"_s);
         QCOMPARE(file_->Open().Value("SELECT Cliente FROM ESCOLHA"), u"1"_s);
+        reading = session_.database->OpenRecordset(u"SELECT Cliente FROM ESCOLHA, PECA"_s);
     }
+    reading->MoveLast();
+    QCOMPARE(reading->RecordCount(), 2000);
 }
 
 // Texts of one shape share a translation, and nobody can tell.
