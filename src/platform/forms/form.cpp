@@ -48,7 +48,8 @@ bool IsCovered(const QWidget& control) {
 Qt::WindowFlags FlagsOf(Form::Kind kind) {
     if (kind == Form::Kind::Dialog) {
         return Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-               Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
+               Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint |
+               Qt::MSWindowsFixedSizeDialogHint;
     }
     return Qt::Window | Qt::FramelessWindowHint | Qt::WindowMinimizeButtonHint;
 }
