@@ -139,7 +139,7 @@ TEST(TestModulo, Pastas) {
 TEST(TestModulo, Dados) {
     const QTemporaryDir pasta;
     const QString programa = pasta.filePath(u"peer"_s);
-    QVERIFY(QFile::copy(QStringLiteral(TARVO_PEER), programa));
+    QVERIFY(QFile::copy(QCoreApplication::applicationFilePath(), programa));
     QCOMPARE(OutputOf(programa, {}), pasta.path() + u'\\');
     for (const char* caminho : {"X:\\dados", "X:\\dados\\"}) {
         Write(pasta.filePath(u"Caminho.txt"_s), caminho);

@@ -112,9 +112,9 @@ TEST(TestConfiguracao, PastaQueNaoSeEscreve) {
 // The program's folder stands for the machine's where nothing was set up for it.
 TEST(TestConfiguracao, ArquivoDaMaquina) {
     const QTemporaryDir programa;
-    const QString copia = programa.filePath(u"peer"_s);
+    const QString copia = programa.filePath(u"vizinho"_s);
     const QString daMaquina = programa.filePath(u"CatalogoTarvoConfig.txt"_s);
-    QVERIFY(QFile::copy(Vizinho, copia));
+    QVERIFY(QFile::copy(QCoreApplication::applicationFilePath(), copia));
     const QString linha = Linha("0", "ana", "chave");
     sys::WriteWhole(daMaquina, linha.toUtf8());
 
@@ -144,8 +144,10 @@ TEST(TestConfiguracao, DoisProgramasAoMesmoTempo) {
     for (int volta = 0; volta < 6; ++volta) {
         QProcess a;
         QProcess b;
-        a.start(Vizinho, {u"write"_s, u"ana"_s, QString(20, u'a'), u"100000"_s});
-        b.start(Vizinho, {u"write"_s, QString(20, u'b'), u"b"_s, u"100000"_s});
+        const QString eu = QCoreApplication::applicationFilePath();
+        const QStringList gravar = List("--play", "vizinho", "write");
+        a.start(eu, gravar + List("ana", QString(20, u'a'), "100000"));
+        b.start(eu, gravar + List(QString(20, u'b'), "b", "100000"));
         QVERIFY(a.waitForStarted() && b.waitForStarted());
         QSet<QString> vistas;
         const QDeadlineTimer fim(150 + chance.bounded(100));

@@ -2,7 +2,6 @@
 #include "settings/textocifrado.h"
 #include "support/catalogo.h"
 #include "support/test.h"
-#include "usuario.h"
 
 #include <QCoreApplication>
 #include <QDirIterator>
@@ -33,7 +32,7 @@ QStringList FilesWith(const QString& text, QDirIterator files) {
 // The tests themselves are made of the same libraries.
 QStringList ProgramsWith(const QString& text) {
     return FilesWith(text, {QCoreApplication::applicationDirPath(),
-                            {u"CatalogoTarvo"_s, u"*.exe"_s, u"tarvo-*"_s, u"settings_peer"_s},
+                            {u"CatalogoTarvo"_s, u"*.exe"_s, u"tarvo-*"_s},
                             QDir::Files});
 }
 
@@ -53,7 +52,7 @@ struct TestPassword : Fixture {};
 
 TEST(TestPassword, NotInAnyProgramNorSource) {
     // What must be found, so that the search is one.
-    QVERIFY(ProgramsWith(u"SELECT CodigoFigura FROM PECA"_s).contains(u"settings_peer"_s));
+    QVERIFY(!ProgramsWith(u"SELECT CodigoFigura FROM PECA"_s).isEmpty());
     QVERIFY(SourcesWith(u"SenhaBancoDados"_s).size() > 1);
     for (const QString& secret : {SenhaBancoDados(), FraseCifra()}) {
         QCOMPARE(ProgramsWith(secret), QStringList());
@@ -66,8 +65,9 @@ TEST(TestPassword, NotInMemoryAfterUse) {
     QSKIP("reads the memory through /proc, without a sanitizer's shadow of it");
 #endif
     const CatalogoDeTeste catalogue;
-    const QStringList lines =
-        OutputOf(Vizinho, {"remains", catalogue.Pasta()}).split(u'\n', Qt::SkipEmptyParts);
+    const QStringList lines = OutputOf(QCoreApplication::applicationFilePath(),
+                                       {"--play", "vizinho", "remains", catalogue.Pasta()})
+                                  .split(u'\n', Qt::SkipEmptyParts);
     QCOMPARE(lines.size(), 5);
     QCOMPARE(lines.at(0), u"same 1"_s);
     QVERIFY2(lines.at(1).startsWith("planted "_L1) && lines.at(1) != "planted 0"_L1,

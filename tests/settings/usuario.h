@@ -15,6 +15,3 @@ private:
     QTemporaryDir pasta_;
     QByteArray anterior_;
 };
-
-// See settings_peer.cpp for what it can be told.
-inline const QString Vizinho = QStringLiteral(TARVO_SETTINGS_PEER);

@@ -2,14 +2,29 @@
 
 #include "support/test.h"
 
+#include <QCoreApplication>
 #include <QProcess>
 
-// Another computer; tests/session/peer.cpp tells for what it can be told.
+namespace testing_support {
+
+// Plays another computer that shares the catalogue: a process that does what it is told, line by
+// line, and answers each line with one, "erro N" for an Erro. It opens its data folder first;
+// without one it prints where it would look for it.
+//   lock True|False   what BloquearBancoDados() says
+//   value QUERY       the first value
+//   hold QUERY        begins to read and does not come to the end
+//   run STATEMENT
+//   loop STATEMENT    again and again, until somebody ends the process
+int PlayPeer(int argc, char** argv);
+TARVO_PROGRAM("peer", PlayPeer);
+
+}  // namespace testing_support
+
 class Peer {
 public:
     explicit Peer(const QString& folder, const QStringList& through = {}) {
         QStringList command = through;
-        command << QStringLiteral(TARVO_PEER) << folder;
+        command << QCoreApplication::applicationFilePath() << List("--play", "peer") << folder;
         process_.start(command.takeFirst(), command);
         opened_ = Answer();
     }

@@ -11,6 +11,8 @@
 #include <string_view>
 #include <vector>
 
+using namespace std::string_view_literals;
+
 namespace {
 
 bool fullKeys = false;
@@ -130,9 +132,10 @@ QString testing_support::OutputOf(const AnyText& program, const AnyTexts& argume
 }
 
 int main(int argc, char** argv) {
-    const QByteArray called = QFileInfo(QFile::decodeName(argv[0])).fileName().toUtf8();
+    const int at = argc > 2 && argv[1] == "--play"sv ? 2 : 0;
+    const QByteArray called = QFileInfo(QFile::decodeName(argv[at])).fileName().toUtf8();
     if (const auto found = Programs().find(called.constData()); found != Programs().end()) {
-        return found->second(argc, argv);
+        return found->second(argc - at, argv + at);
     }
     // The user's own settings are none of a test's business.
     const QTemporaryDir home;

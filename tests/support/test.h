@@ -49,7 +49,7 @@ struct RegisteredTest {
 };
 bool RegisterTest(const RegisteredTest& test);
 bool KeepFullKeys();
-// A copy of the test program that bears this name is this program.
+// `test_x --play NAME ...`, or a copy of the test program that bears the name, is this program.
 bool RegisterProgram(const char* name, int (*program)(int, char**));
 
 // Number of the Erro that `work` throws, 0 for none.

@@ -65,7 +65,7 @@ TEST(TestEspera, WaitsForOthers) {
 #ifdef Q_OS_WIN  // which tells of nobody's locks
     const QString reader = somebody;
 #else
-    const QString reader = u"catalogue_peer (%1), que lê o catálogo neste computador"_s.arg(
+    const QString reader = u"test_update (%1), que lê o catálogo neste computador"_s.arg(
         QFileInfo(u"/proc/self"_s).owner());
 #endif
     row("a reader asleep", true, false, reader);
