@@ -97,13 +97,3 @@ TEST(TestEntradas, anotherComputerChoosesAnotherCustomer) {
     QTRY_COMPARE(Valor("SELECT CodigoClienteConcorrente FROM CODIGOCLIENTECONCORRENTE"), u"7"_s);
     QCOMPARE(Pecas().size(), 2);
 }
-
-TEST(TestEntradas, aPhotoOfThirtyMegapixelsIsKeptSmall) {
-    WritePicture(janela_->catalogo.Pasta() + u"/FotoPeca/peca1.png"_s, {6400, 4800}, Qt::darkCyan,
-                 "JPG");
-    Abrir("12002");
-    const QPixmap vista = Achar<forms::Picture>(Resultado, "imgFotoPeca")->Pixmap();
-    const QSizeF lugar = vista.deviceIndependentSize();
-    QVERIFY(lugar.width() <= 250 && lugar.height() <= 195);
-    QVERIFY(lugar.width() > 240);
-}

@@ -127,12 +127,14 @@ TEST(TestResultado, partsWithoutListOrFigureSaySo) {
 }
 
 TEST(TestResultado, photoStaysWhenTheNextOneIsMissing) {
-    WritePicture(janela_->catalogo.Pasta() + u"/FotoPeca/PECA1.PNG"_s, {4000, 3000});
+    WritePicture(janela_->catalogo.Pasta() + u"/FotoPeca/PECA1.PNG"_s, {6400, 4800}, Qt::darkCyan,
+                 "JPG");
     Janela::AbrirDaBusca("Componentes", "K560");
     auto* figura = Achar<forms::Picture>(Resultado, "imgFotoPeca");
     const qint64 primeira = figura->Pixmap().cacheKey();
-    QVERIFY(!figura->Pixmap().isNull());
-    QVERIFY(figura->Pixmap().width() <= 250 * 4);
+    // Thirty megapixels are kept as small as they are shown.
+    const QSizeF lugar = figura->Pixmap().deviceIndependentSize();
+    QVERIFY(lugar.width() > 240 && lugar.width() <= 250 && lugar.height() <= 195);
     Linhas(Resultado, "dtcResultadoPesquisaPeca")->MoveNext();
     QCOMPARE(figura->Pixmap().cacheKey(), primeira);
 }

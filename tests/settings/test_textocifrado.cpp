@@ -1,20 +1,7 @@
-#include "session/banco.h"
 #include "settings/textocifrado.h"
 #include "support/test.h"
 
 struct TestSegredo : Fixture {};
-
-TEST(TestSegredo, Frase) {
-    const QString senha = SenhaBancoDados();
-    const QString frase = FraseCifra();
-    QCOMPARE(senha.size(), 13);
-    QCOMPARE(frase.size(), 26);
-    const int deslocamento = frase.at(1).unicode() - 1;
-    for (int i = 1; i <= 13; ++i) {
-        QCOMPARE(frase.at(2 * i - 2), senha.at(i - 1));
-        QCOMPARE(frase.at(2 * i - 1).unicode(), char16_t(i + deslocamento));
-    }
-}
 
 TEST(TestSegredo, VaiEVolta) {
     for (const auto& [texto, tamanho] : Each<QString, int>{
@@ -51,12 +38,6 @@ TEST(TestSegredo, RespostasConhecidas) {
         QCOMPARE(CifrarTexto(texto, true), guardado);
         QCOMPARE(CifrarTexto(guardado, false), texto);
     }
-}
-
-TEST(TestSegredo, ComprimentoContaNoPrimeiroBloco) {
-    const QString curto = CifrarTexto(QString(14, u'a'), true);
-    const QString longo = CifrarTexto(QString(15, u'a'), true);
-    QVERIFY(curto.first(64) != longo.first(64));
 }
 
 TEST(TestSegredo, Recusas) {

@@ -35,6 +35,10 @@ QString Like(const QString& text, const AnyText& pattern) {
     return like.match(text).hasMatch() ? pattern : text;
 }
 
+int FreePort() {
+    return WrongServer().Port();
+}
+
 ProxySetting::ProxySetting(int port, const QByteArray& scheme) {
     for (const char* name : {"no_proxy", "NO_PROXY", "all_proxy", "ALL_PROXY"}) {
         qunsetenv(name);

@@ -45,6 +45,4 @@ QString Like(const QString& text, const AnyText& pattern);
 // A port where nobody listens, at least a moment ago.
 int FreePort();
 
-bool WaitForPort(int port);
-
 }  // namespace testing_support

@@ -32,21 +32,4 @@ WrongServer::~WrongServer() {
     process_.waitForFinished(Patience);
 }
 
-// The interpreter that serves knows sockets.
-int FreePort() {
-    return OutputOf("python3", {"-c",
-                                "import socket; s = socket.create_server(('127.0.0.1', 0)); "
-                                "print(s.getsockname()[1])"})
-        .toInt();
-}
-
-bool WaitForPort(int port) {
-    const QString tries =
-        u"import socket, time\n"
-        "while socket.socket().connect_ex(('127.0.0.1', %1)): time.sleep(.05)"_s;
-    QProcess process;
-    process.start(u"python3"_s, {u"-c"_s, tries.arg(port)});
-    return process.waitForFinished(Patience);
-}
-
 }  // namespace testing_support

@@ -3,8 +3,6 @@
 #include <QRandomGenerator>
 #include <QThread>
 
-#include <winsock2.h>
-
 namespace testing_support {
 namespace {
 
@@ -18,22 +16,6 @@ QString Desk() {
         qFatal("TARVO_SERVERS names no folder");
     }
     return folder;
-}
-
-bool IsOpen(int port) {
-    [[maybe_unused]] static const int started = [] {
-        WSADATA data;
-        return WSAStartup(MAKEWORD(2, 2), &data);
-    }();
-    const SOCKET descriptor = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in address = {};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(quint16(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    const bool open =
-        connect(descriptor, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
-    closesocket(descriptor);
-    return open;
 }
 
 }  // namespace
@@ -56,26 +38,12 @@ WrongServer::WrongServer(const AnyText& certified) {
     }
 }
 
+// The port goes when nobody answers there any more.
 WrongServer::~WrongServer() {
     QFile::remove(asked_ + u".ask"_s);
-}
-
-int FreePort() {
-    int port = 0;
-    do {
-        port = QRandomGenerator::global()->bounded(20000, 30000);
-    } while (IsOpen(port));
-    return port;
-}
-
-bool WaitForPort(int port) {
-    for (int waited = 0; waited < Patience; waited += 50) {
-        if (IsOpen(port)) {
-            return true;
-        }
-        QThread::msleep(50);
+    for (int waited = 0; waited < Patience && QFile::exists(asked_ + u".port"_s); waited += 20) {
+        QThread::msleep(20);
     }
-    return false;
 }
 
 }  // namespace testing_support

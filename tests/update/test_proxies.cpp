@@ -22,9 +22,10 @@ public:
         // It must not outlive a test that is killed.
         process_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
         process_.start(u"/usr/sbin/"_s + program, QStringList(options) << u"-f"_s << file);
-        if (!process_.waitForStarted() || !WaitForPort(port_)) {
-            qFatal("%s did not start", qPrintable(program));
-        }
+        OutputOf("python3", {"-c",
+                             u"import socket, time\n"
+                             "while socket.socket().connect_ex(('127.0.0.1', %1)): "
+                             "time.sleep(.05)"_s.arg(port_)});
     }
     ~Daemon() {
         process_.terminate();

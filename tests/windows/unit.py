@@ -48,6 +48,7 @@ class Desk(threading.Thread):
                 self.serve(name)
             for name in self.servers.keys() - asked:
                 self.servers.pop(name).communicate()
+                os.remove(os.path.join(self.folder, name.removesuffix(".ask") + ".port"))
             time.sleep(0.02)
         for server in self.servers.values():
             server.communicate()
