@@ -71,7 +71,7 @@ QString PastaDe(const QString& caminho) {
 
 QString EmPalavras(const std::optional<sys::LockHolder>& leitor) {
     if (!leitor || leitor->program.isEmpty()) {
-        return u"outro computador, que está usando o catálogo"_s;
+        return u"outro computador ou outro programa, que usa o catálogo"_s;
     }
     return u"%1 (%2), que lê o catálogo neste computador"_s.arg(leitor->program, leitor->user);
 }

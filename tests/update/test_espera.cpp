@@ -61,8 +61,8 @@ TEST(TestEspera, Closed) {
 // whom, others go on searching, and the user may give up.
 TEST(TestEspera, WaitsForOthers) {
     Each<bool, bool, QString> row;
-    const QString somebody = u"outro computador, que está usando o catálogo"_s;
-#ifdef Q_OS_WIN  // which tells of nobody's locks
+    const QString somebody = u"outro computador ou outro programa, que usa o catálogo"_s;
+#ifdef Q_OS_WIN  // which tells that there is a lock, not whose
     const QString reader = somebody;
 #else
     const QString reader = u"test_update (%1), que lê o catálogo neste computador"_s.arg(

@@ -28,6 +28,9 @@ constexpr std::chrono::milliseconds WaitSlice{20};
 // Which every reader locks, by the engine's file format.
 constexpr qint64 FirstSharedByte = 0x40000002;
 constexpr qint64 SharedBytes = 510;
+// Levels of the engine's locks in between hold those bytes shared, and others that only one may.
+constexpr int ReservedLevel = 2;
+constexpr int ExclusiveLevel = 4;
 
 // Never destroyed: the session's own connection may be closed later than any static of this file.
 std::vector<Connection*>& Registry() {
@@ -45,6 +48,18 @@ QByteArray SealOf(const QString& path, const Connection* except) {
     }
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.read(seal::Size) : QByteArray();
+}
+
+// The file's handle on Windows, for sys::FindLock; null elsewhere, and where the connection doesn't
+// keep other writers out.
+void* OwnSharedLock(sqlite3* handle) {
+    int level = 0;
+    void* file = nullptr;
+    sqlite3_file_control(handle, "main", SQLITE_FCNTL_LOCKSTATE, &level);
+    if (level >= ReservedLevel && level < ExclusiveLevel) {
+        sqlite3_file_control(handle, "main", SQLITE_FCNTL_WIN32_GET_HANDLE, &file);
+    }
+    return file;
 }
 
 // Once, before the first file is opened.
@@ -212,7 +227,7 @@ void Connection::Commit() {
 }
 
 std::optional<sys::LockHolder> Connection::Reader() const {
-    return sys::FindLock(path_, FirstSharedByte, SharedBytes);
+    return sys::FindLock(path_, OwnSharedLock(Handle()), FirstSharedByte, SharedBytes);
 }
 
 bool Connection::InTransaction() const {

@@ -116,8 +116,9 @@ sys::LockAnswer sys::ProbeLock(const QString& path) {
     return TryLock(second) == Outcome::Granted ? LockAnswer::Ignored : LockAnswer::Kept;
 }
 
-std::optional<sys::LockHolder> sys::FindLock(const QString& path, qint64 from, qint64 bytes) {
-    const std::optional<qint64> process = ProcessThatLocks(ToNative(path), from, bytes);
+std::optional<sys::LockHolder> sys::FindLock(const QString& path, void* own, qint64 from,
+                                             qint64 bytes) {
+    const std::optional<qint64> process = ProcessThatLocks(ToNative(path), own, from, bytes);
     if (!process) {
         return std::nullopt;
     }

@@ -41,8 +41,11 @@ struct LockHolder {
     friend bool operator==(const LockHolder&, const LockHolder&) = default;
 };
 // The holder of a lock, of another process, on these bytes of a file, that would keep this one from
-// writing there. Nothing where there is none, or no such question (Windows). The file stays open to
-// this process until its end: closing it would let go the locks that a database engine holds of it.
-std::optional<LockHolder> FindLock(const QString& path, qint64 from, qint64 bytes);
+// writing there; nothing where there is none. The file stays open to this process until its end:
+// closing it would let go the locks that a database engine holds of it.
+// Windows tells of no lock. There `own` is tried, a handle that holds the bytes shared and, by a
+// lock of other bytes, keeps every other writer out: for a moment it holds them alone. Null, and
+// there is no answer. Any other open file counts there as another process.
+std::optional<LockHolder> FindLock(const QString& path, void* own, qint64 from, qint64 bytes);
 
 }  // namespace sys

@@ -18,8 +18,8 @@ enum class Outcome { Granted, Taken, Impossible };
 // two programs do.
 Outcome TryLock(const QFile& file);
 
-// Of the lock that sys::FindLock is about.
-std::optional<qint64> ProcessThatLocks(const QString& native, qint64 from, qint64 bytes);
+// Of the lock that sys::FindLock is about; 0 where the system doesn't tell.
+std::optional<qint64> ProcessThatLocks(const QString& native, void* own, qint64 from, qint64 bytes);
 LockHolder DescribeProcess(qint64 process);
 
 }  // namespace sys

@@ -35,7 +35,8 @@ sys::Outcome sys::TryLock(const QFile& file) {
     return errno == EAGAIN || errno == EACCES ? Outcome::Taken : Outcome::Impossible;
 }
 
-std::optional<qint64> sys::ProcessThatLocks(const QString& native, qint64 from, qint64 bytes) {
+std::optional<qint64> sys::ProcessThatLocks(const QString& native, void* /*own*/, qint64 from,
+                                            qint64 bytes) {
     struct flock range = {};
     range.l_type = F_WRLCK;
     range.l_whence = SEEK_SET;
