@@ -125,8 +125,9 @@ const Theme& CurrentTheme() {
 void SetTheme(const Theme& theme) {
     Current() = theme;
     QApplication::setPalette(PaletteOf(theme));
-    QApplication::setFont(Font(theme.textPixels));
     qApp->setStyleSheet(SheetOf(theme));
+    // After the sheet, whose first coming gives lists, menus and boxes the system's own fonts back.
+    QApplication::setFont(Font(theme.textPixels));
 }
 
 }  // namespace forms
