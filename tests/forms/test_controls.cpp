@@ -66,7 +66,7 @@ TEST(TestControls, ComboAnnouncesWhatWasChosen) {
 TEST(TestControls, ComboUnderTheMouse) {
     QApplication::setDoubleClickInterval(1);  // for so long a list ignores what opened it
     QWidget window;
-    window.resize(300, 60);
+    window.setGeometry(40, 40, 300, 60);  // the list has room below
     ComboList combo(u"cboTipo"_s, u"Tipo"_s, &window);
     combo.setGeometry(0, 0, 160, 21);
     TextBox box(u"txtTipo"_s, u"Tipo"_s, &window);

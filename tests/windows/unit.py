@@ -28,6 +28,7 @@ PATIENCE = 2400  # seconds for one program
 TOTALS = re.compile(r"^Totals: (\d+) passed, (\d+) failed, (\d+) skipped", re.MULTILINE)
 FAILED = re.compile(r"^(?:FAIL!|XPASS)\s*: Suite::Run\(([A-Za-z]+::\w+)\)", re.MULTILINE)
 PASSED = re.compile(r"^PASS\s*: Suite::Run\(([A-Za-z]+::\w+)\)", re.MULTILINE)
+TEST = re.compile(r"^TEST\((\w+), (\w+)\)", re.MULTILINE)
 RUNNING = re.compile(r"^\*+ Start testing of (\w+) \*+$", re.MULTILINE)
 
 
@@ -80,6 +81,22 @@ def unproved():
     return {words[0] for words in lines if words}
 
 
+def tests():
+    """The names of all that there are, whatever program they belong to."""
+    names = set()
+    for path in glob.glob(os.path.join(HERE, "..", "*", "*.cpp")):
+        with open(path, encoding="utf-8") as file:
+            names.update("::".join(found) for found in TEST.findall(file.read()))
+    return names
+
+
+def bring_words():
+    """The toolkit's own in Portuguese, for programs that lie elsewhere than their installation."""
+    words = os.path.join(wine.LIBRARIES, "translations")
+    if not os.path.lexists(words):
+        os.symlink(os.path.join("..", "Catalogo", "translations"), words)
+
+
 def run(program, folder, known):
     """The problems of one test program, as texts."""
     temporary = os.path.join(folder, program)
@@ -123,7 +140,8 @@ def run(program, folder, known):
 def main():
     programs = sys.argv[1:] or PROGRAMS
     known = unproved()
-    problems = []
+    problems = [f"{name}: stands in unproved.txt and is no test" for name in sorted(known - tests())]
+    bring_words()
     with tempfile.TemporaryDirectory(prefix="tarvo-windows-") as folder, Screen(800, 600):
         xdotool("mousemove", 799, 599)  # a window that comes up beneath it would hear of a move
         os.makedirs(os.path.join(folder, "desk"))
