@@ -37,10 +37,15 @@ public:
 
     QMap<int, double> alturas;
     double altura = 1e6;  // of the printable area
-    std::function<void()> aoComecar = [] {};
-    std::function<void()> aoVirar = [] {};
-    std::function<void()> aoTerminar = [] {};
-    std::function<void(const QString&)> aoEscolherLetra = [](const QString&) {};
+    // Ahead of "letra", "comeco", "pagina" and "fim".
+    std::function<void(const QString& passo)> antes = [](const QString&) {};
+    void FalharAntesDe(const AnyText& este) {
+        antes = [este](const QString& passo) {
+            if (passo == este) {
+                throw Erro(Erro::PrinterError);
+            }
+        };
+    }
 
     void SetOrientation(int orientation) override {
         folha_.passos += orientation == printer::vbPRORLandscape ? u"paisagem"_s : u"retrato"_s;
@@ -48,12 +53,12 @@ public:
     float TwipsPerPixelX() const override { return 1440.0F / static_cast<float>(pontos_); }
     double PageHeight() const override { return altura; }
     void SetFontName(const QString& name) override {
-        aoEscolherLetra(name);
+        antes(u"letra"_s);
         folha_.passos += name;
     }
 
 private:
-    void Begin() override { aoComecar(); }
+    void Begin() override { antes(u"comeco"_s); }
     void DrawText(QPointF topLeft, const QString& text) override {
         const QString letra = QString::number(TextFont().points) +
                               (TextFont().bold ? u"b"_s : QString()) +
@@ -72,9 +77,9 @@ private:
     void DrawDocument(QTextDocument& document) override {
         folha_.textos.append({Page(), {}, document.toPlainText(), {}});
     }
-    void NextPage() override { aoVirar(); }
+    void NextPage() override { antes(u"pagina"_s); }
     void End() override {
-        aoTerminar();
+        antes(u"fim"_s);
         folha_.passos += u"fim"_s;
     }
 

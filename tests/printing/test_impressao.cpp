@@ -61,17 +61,8 @@ TEST(TestImpressao, failures) {
         {impressora, impressora}, false);
     row("not taken at the end", "FD:0LC:1", "fim", {impressora}, true);
     for (const auto& [parametro, onde, caixas, aberto] : row) {
-        const auto falhar = [] { throw Erro(Erro::PrinterError); };
         cancelar_ = onde == u"dialogo";
-        preparar_ = [&](Gravador& gravador) {
-            if (onde == u"letra") {
-                gravador.aoEscolherLetra = [&](const QString&) { falhar(); };
-            } else if (onde == u"comeco") {
-                gravador.aoComecar = falhar;
-            } else if (onde == u"fim") {
-                gravador.aoTerminar = falhar;
-            }
-        };
+        preparar_ = [&onde = onde](Gravador& gravador) { gravador.FalharAntesDe(onde); };
         dialogo_->DarFigura("f.png", {{u"   1"_s, {1, 1}}});
         dialogo_->Imprimir(parametro);
         QCOMPARE(dialogo_->Caixas(), caixas);
@@ -117,7 +108,10 @@ TEST(TestImpressao, smallPaper) {
 // A job lets events through; none of them may start another or take the dialog away.
 TEST(TestImpressao, eventsDuringAJob) {
     preparar_ = [this](Gravador& gravador) {
-        gravador.aoComecar = [this] {
+        gravador.antes = [this](const QString& passo) {
+            if (passo != u"comeco") {
+                return;
+            }
             QTimer::singleShot(0, dialogo_->form, [this] {
                 dialogo_->Clicar("imgOk");
                 dialogo_->Clicar("imgCancelar");
@@ -137,14 +131,15 @@ TEST(TestImpressao, eventsDuringAJob) {
 }
 
 TEST(TestImpressao, leaving) {
-    for (const auto& [sair] : Each<std::function<void()>>{
-             {"button", std::function<void()>([this] { dialogo_->Clicar("imgCancelar"); })},
-             {"key",
-              std::function<void()>([this] { QTest::keyClick(dialogo_->form, Qt::Key_Escape); })},
-             {"window", std::function<void()>([this] { dialogo_->form->close(); })},
-         }) {
+    for (const auto& [saida] : Each<QString>{"button", "key", "window"}) {
         dialogo_->Abrir("FD:0LC:1");
-        sair();
+        if (saida == u"button") {
+            dialogo_->Clicar("imgCancelar");
+        } else if (saida == u"key") {
+            QTest::keyClick(dialogo_->form, Qt::Key_Escape);
+        } else {
+            dialogo_->form->close();
+        }
         QVERIFY(!dialogo_->Aberto());
         QVERIFY(folha_.passos.isEmpty());
     }

@@ -96,7 +96,7 @@ TEST(TestPaginas, breaks) {
 TEST(TestPaginas, kitsThatDoNotComeOut) {
     preparar_ = [](Gravador& gravador) {
         gravador.alturas = {{10, 135}, {12, 61}};
-        gravador.aoVirar = [] { throw Erro(Erro::PrinterError); };
+        gravador.FalharAntesDe("pagina");
     };
     DarLista(10, 2);
     dialogo_->Imprimir("FD:0LC:1");
@@ -138,8 +138,10 @@ TEST(TestPaginas, everythingOnAPage) {
 TEST(TestPaginas, laterHeads) {
     preparar_ = [this](Gravador& gravador) {
         gravador.alturas[10] = 1000;
-        gravador.aoVirar = [this] {
-            dialogo_->catalogo.Executar({"UPDATE PECA SET DescricaoPeca = 'Outra'"});
+        gravador.antes = [this](const QString& passo) {
+            if (passo == u"pagina") {
+                dialogo_->catalogo.Executar({"UPDATE PECA SET DescricaoPeca = 'Outra'"});
+            }
         };
     };
     dialogo_->Imprimir("FD:0LC:1");

@@ -3,6 +3,7 @@
 #include "session/banco.h"
 #include "session/global.h"
 #include "support/catalogo.h"
+#include "support/database.h"
 #include "support/peer.h"
 #include "support/test.h"
 #include "support/windows.h"
@@ -43,14 +44,7 @@ TEST(TestBanco, AnOldCatalogueIsToldFromOtherFiles) {
     gCaminho = folder.path() + u'\\';
     const auto complaint = [&](const QByteArray& content) {
         Write(folder.filePath(u"Tarvo.mdb"_s), content);
-        std::unique_ptr<dao::Workspace> workspace;
-        std::unique_ptr<dao::Database> database;
-        try {
-            AbrirBancoDados(workspace, u"outro"_s, database, true);
-        } catch (const Erro& erro) {
-            return QString::number(erro.Number()) + u' ' + erro.Description();
-        }
-        return QString();
+        return SaidBy([] { OutroComputador(); });
     };
     const QByteArray old = QByteArray("\0\1\0\0Standard Jet DB\0", 20) + QByteArray(9000, 'x');
     QVERIFY(complaint(old).startsWith(u"3343 "_s));
