@@ -144,15 +144,14 @@ void Transfer::Prepare(const QByteArray& verb) {
     AddHeader("Connection: Keep-Alive");
 }
 
-bool Transfer::AddHeader(const QByteArray& line) {
+void Transfer::AddHeader(const QByteArray& line) {
     curl_slist* longer = curl_slist_append(headers_.get(), line.constData());
     if (!longer) {
-        return false;
+        return;
     }
     static_cast<void>(headers_.release());  // it is the beginning of the longer one
     headers_.reset(longer);
     Set(CURLOPT_HTTPHEADER, headers_.get());
-    return true;
 }
 
 void Transfer::Begin() {

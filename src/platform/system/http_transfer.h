@@ -42,7 +42,7 @@ public:
 
     bool IsOpen() const { return easy_ != nullptr; }
 
-    bool AddHeader(const QByteArray& line);
+    void AddHeader(const QByteArray& line);  // "Name: value"
     void SetTimeouts(const Timeouts& timeouts);
     void IgnoreUnknownAuthority();
     void SetProxyCredentials(const QByteArray& user, const QByteArray& password);
