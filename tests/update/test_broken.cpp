@@ -1,18 +1,29 @@
+#include "platform/dao/connection.h"
+#include "platform/forms/application.h"
+#include "platform/forms/msgbox.h"
 #include "platform/system/proof.h"
 #include "publicar/signing.h"
+#include "session/banco.h"
+#include "session/global.h"
 #include "support/catalogo.h"
+#include "support/quickkeys.h"
 #include "support/servers.h"
-#include "support/test.h"
+#include "update/atualizando.h"
+#include "update/prova.h"
 
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QProcess>
-#include <QProcessEnvironment>
 #include <QRandomGenerator>
 #include <QScopeGuard>
+#include <QTextStream>
 #include <QThread>
 
-#include <optional>
+#ifdef Q_OS_UNIX
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
+#endif
 
 namespace {
 
@@ -20,14 +31,6 @@ constexpr int Patience = 60000;  // milliseconds
 constexpr int Files = 32;
 constexpr int Rows = 20;
 const QString Whole = u"Atualização concluída com sucesso.\n2 20 ok"_s;
-
-// Enough for every run of the tests; set it to 1000 for a long one. Every fourth of them hits the
-// step that puts files in place.
-int Rounds() {
-    bool given = false;
-    const int rounds = qEnvironmentVariableIntValue("TARVO_KILL_ROUNDS", &given);
-    return given ? rounds : 200;
-}
 
 // A killed process loses nothing that it has handed to the system, so the disk need not be waited
 // for.
@@ -40,7 +43,59 @@ QString FileName(int number) {
     return u"FotoPeca/%1.png"_s.arg(number);
 }
 
+// The file in whose place nothing comes any more: the process dies instead of renaming.
+int death = 0;
+
+// One update from version 1 to 2, which can be killed: "update FOLDER [DEATH]". Takes the update
+// lock, or says that another has it. Prints each message box and, when the update has come to its
+// end, the catalogue's version, its number of customers and whether it is sound. The publisher's
+// key stands in TARVO_TEST_KEY.
+int PlayUpdate(int argc, char** argv) {
+    const forms::Application application(argc, argv, TituloCatalogo);
+    UseQuickKeys();
+    QTextStream out(stdout);
+    death = QCoreApplication::arguments().value(2).toInt();
+    gCaminho = QCoreApplication::arguments().at(1) + u'\\';
+    AbrirBancoDados(gWS, u"gWS"_s, gDB, false);
+    forms::SetMsgBoxHandler([&out](QString text, int, const QString&) {
+        out << text.replace(u'\n', u'|') << '\n' << Qt::flush;
+        return forms::vbOK;
+    });
+    if (const QByteArray key = qgetenv("TARVO_TEST_KEY"); !key.isEmpty()) {
+        UsarChaves(ChavesDaAtualizacao{u"loja"_s, {QByteArray::fromHex(key)}});
+    }
+    if (!BloquearBancoDados(true)) {
+        out << "locked\n";
+        return 0;
+    }
+    ParametroFormulario = u"1|2"_s;
+    (new frmAtualizando)->ShowModal();
+    out << Valor("SELECT Versao FROM UMREGISTRO") << ' '
+        << Valor("SELECT Count(*) FROM CLIENTECONCORRENTE") << ' '
+        << gDB->GetConnection()->Value("PRAGMA integrity_check").toString()
+        << gDB->GetConnection()->Value("PRAGMA cipher_integrity_check").toString() << '\n';
+    BloquearBancoDados(false);
+    FecharBancoDados(gWS, gDB);
+    return 0;
+}
+TARVO_PROGRAM("update", PlayUpdate);
+
+QStringList UpdateOf(const QString& data) {
+    return List("--play", "update", data);
+}
+
 }  // namespace
+
+#ifdef Q_OS_UNIX
+// In the place of the system's own, for all libraries of this process.
+extern "C" int rename(const char* from, const char* to) noexcept {
+    static int renamed = 0;
+    if (++renamed == death) {
+        kill(getpid(), SIGKILL);
+    }
+    return renameat(AT_FDCWD, from, AT_FDCWD, to);
+}
+#endif
 
 // Updates that a power switch, a full disk or a hand on the wrong button ends.
 struct TestBroken : Fixture {
@@ -65,7 +120,7 @@ struct TestBroken : Fixture {
 
     // Runs an update to its end; what it printed.
     static QString Update(const QString& data) {
-        return OutputOf(QStringLiteral(TARVO_UPDATE_RUNNER), {data}).trimmed();
+        return OutputOf(QCoreApplication::applicationFilePath(), UpdateOf(data)).trimmed();
     }
 
     static void ExpectWhole(const QString& data) {
@@ -92,23 +147,16 @@ struct TestBroken : Fixture {
     enum Phase { Lists, Downloads, Placing, Scripts, Phases };
 
 #ifdef Q_OS_UNIX
-    static constexpr bool DiesByItself = true;  // between two files; see runner.cpp
+    static constexpr bool DiesByItself = true;  // between two files
 #else
     static constexpr bool DiesByItself = false;
 #endif
 
     // Whether an update has come as far as the given piece of its phase.
     static bool Reached(int phase, int piece, const QString& data) {
-        switch (phase) {
-            case Lists:
-                return true;
-            case Downloads:
-                return QDir(data).entryList({u"*.tmp"_s}).size() >= piece;
-            case Placing:
-                return !DiesByItself && NewFiles(data) >= piece;
-            default:
-                return QFileInfo(data + u'/' + FileName(Files - 1)).size() > 10;
-        }
+        return phase == Downloads ? QDir(data).entryList({u"*.tmp"_s}).size() >= piece
+               : phase == Placing ? !DiesByItself && NewFiles(data) >= piece
+                                  : phase == Lists || NewFiles(data) == Files;
     }
 
     TestBroken() {
@@ -139,10 +187,7 @@ struct TestBroken : Fixture {
 };
 
 TEST(TestBroken, KilledAtAnyMoment) {
-    for (const auto& [signedSite] : Each<bool>{
-             {"unsigned site", false},
-             {"signed site", true},
-         }) {
+    for (const bool signedSite : {false, true}) {
         const publicar::Signer signer{u"loja"_s, QByteArray(32, 'k')};
         if (signedSite) {
             server_.Put("Versao.txt", "2");
@@ -157,18 +202,16 @@ TEST(TestBroken, KilledAtAnyMoment) {
 
         const quint32 seed = QRandomGenerator::global()->generate();
         QRandomGenerator chance(seed);
-        const int rounds = Rounds() / 2;
-        for (int round = 0; round < rounds; ++round) {
+        // Enough for every run of the tests; a long one has 1000. Every fourth of them hits the
+        // step that puts files in place.
+        const int rounds = qEnvironmentVariable("TARVO_KILL_ROUNDS", u"200"_s).toInt();
+        for (int round = 0; round < rounds / 2; ++round) {
             const QString data = NewData("morta");
             const int phase = round % Phases;
             const int piece = 1 + chance.bounded(Files - 1);
             QProcess process;
-            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-            if (phase == Placing) {
-                environment.insert(u"TARVO_TEST_DEATH"_s, QString::number(piece + 1));
-            }
-            process.setProcessEnvironment(environment);
-            process.start(QStringLiteral(TARVO_UPDATE_RUNNER), {data});
+            process.start(QCoreApplication::applicationFilePath(),
+                          UpdateOf(data) << QString::number(phase == Placing ? piece + 1 : 0));
             QVERIFY(process.waitForStarted(Patience));
             QDeadlineTimer patience(Patience);
             while (!Reached(phase, piece, data) && process.state() == QProcess::Running &&
@@ -199,7 +242,7 @@ TEST(TestBroken, OneOfTwoComputersKilled) {
     server_.Put("ListVersao2.txt", "FOTO;silent-body;1\r\n" + list_);
     const QString data = NewData("dividida");
     QProcess process;
-    process.start(QStringLiteral(TARVO_UPDATE_RUNNER), {data});
+    process.start(QCoreApplication::applicationFilePath(), UpdateOf(data));
     QTRY_VERIFY_WITH_TIMEOUT(!QDir(data).entryList({u"*.tmp"_s}).isEmpty(), Patience);
     QCOMPARE(Update(data), u"locked"_s);
     process.kill();
@@ -233,8 +276,9 @@ TEST(TestBroken, OwnDisks) {
         }
         const QString command =
             u"mount -t tmpfs -o size=2m tmpfs '%2%3' && cp -r '%1'/. '%2' && "
-            "'%4' '%2'; cat '%2'/FotoPeca/*.png | wc -c; ls '%2' '%2/FotoPeca' | grep -c tmp || true"_s
-                .arg(NewData("dados"), NewData("disco"), disk, QStringLiteral(TARVO_UPDATE_RUNNER));
+            "'%4' --play update '%2'; cat '%2'/FotoPeca/*.png | wc -c; ls '%2' '%2/FotoPeca' | grep -c tmp || true"_s
+                .arg(NewData("dados"), NewData("disco"), disk,
+                     QCoreApplication::applicationFilePath());
         const QString output = OutputOf("unshare", alone + List("sh", "-c", command)).trimmed();
         QCOMPARE(Like(output, printed), printed);
     }

@@ -21,10 +21,10 @@
 
 namespace {
 
-const QString Question = u"Existem Novas Atualizações. Deseja Instalar agora?"_s;
-const QString Nothing = u"Não existem Novas Atualizações."_s;
+const QString Question = u"292 Existem Novas Atualizações. Deseja Instalar agora?"_s;
+const QString Nothing = u"64 Não existem Novas Atualizações."_s;
+const QString Installed = u"64 Atualização concluída com sucesso."_s;
 const QString Checked = u"Última Verificação: 22-NOV-2026 09:00:00"_s;
-constexpr int Yes = 6;
 constexpr QPoint Button{578, 17};
 
 // Plays the verifying process: leaves these results, one for each start, and ends at once. A null
@@ -101,52 +101,45 @@ struct TestNovidades : Fixture {
 };
 
 TEST(TestNovidades, Checks) {
-    Each<bool, QStringList, QStringList, QString, QString> row;
-    const auto told = [&](const QByteArray& name, const AnyText& result, const AnyTexts& boxes,
+    Each<bool, QStringList, QStringList, QString> row;
+    const auto told = [&](const QByteArray& name, const AnyText& result, const AnyText& box,
                           const AnyText& tip = Checked) {
-        row(name, false, {result}, boxes, tip, "1");
+        row(name, false, {result}, {box}, tip);
         // By itself a check says nothing, but it asks.
-        row(name + ", by itself", true, {result}, boxes.first() == Question ? boxes : AnyTexts(),
-            tip, "1");
+        row(name + ", by itself", true, {result}, box == Question ? List(box) : List(), tip);
     };
     const auto error = [](const AnyText& number, const AnyText& text) {
-        return u"Erro nº: %1\nErro ao tentar Verificar Atualizações\n\n"
+        return u"16 Erro nº: %1\nErro ao tentar Verificar Atualizações\n\n"
                "Observação: Requer acesso à Internet\n\n%2"_s.arg(number, text);
     };
-    const auto fails = [&](const QByteArray& name, const AnyText& result, const AnyText& number,
-                           const AnyText& text) {
-        told(name, result, {error(number, text)}, u"ERRO na "_s + Checked);
-    };
-    told("equal", "15|5", {Nothing});
-    told("older, more fields", "x5|-3|9", {Nothing});
-    told("refused", "15|6", {Question});
-    fails("failed", "0Sem servidor", "-2", "Sem servidor");
+    const QString failed = u"ERRO na "_s + Checked;
+    told("equal", "15|5", Nothing);
+    told("older, more fields", "x5|-3|9", Nothing);
+    told("refused", "15|6", Question);
+    told("failed", "0Sem servidor", error("-2", "Sem servidor"), failed);
     for (const QString& result : {QString(), QString(u""_s), u"1"_s, u"15"_s}) {
-        fails(result.isNull() ? "no file" : "result " + result.toUtf8(), result, "9",
-              "Subscrito fora do intervalo");
+        told(result.isNull() ? "no file" : "result " + result.toUtf8(), result,
+             error("9", "Subscrito fora do intervalo"), failed);
     }
-    fails("no number", "15|seis", "13", "Tipos incompatíveis");
-    fails("too large", "15|32768", "6", "Estouro");
+    told("no number", "15|seis", error("13", "Tipos incompatíveis"), failed);
+    told("too large", "15|32768", error("6", "Estouro"), failed);
     // By itself too: the failure comes before anybody knows that it was automatic.
-    row("no verifier", true, {"!"}, {error("-1", "53 Arquivo não encontrado")},
-        u"ERRO na "_s + Checked, "1");
+    row("no verifier", true, {"!"}, {error("-1", "53 Arquivo não encontrado")}, failed);
     // Whoever keeps newer versions from coming can only serve old signatures.
-    told("signed sixty days ago", "11|1|2026-09-23", {Nothing});
-    told("signed before", "11|1|2026-09-22", {Nothing},
+    told("signed sixty days ago", "11|1|2026-09-23", Nothing);
+    told("signed before", "11|1|2026-09-22", Nothing,
          Checked + u"\nHá 61 dias o servidor não confirma qual é a versão mais nova"_s);
 
     row("another computer's lock", true, {"11|2"},
         {Question,
-         "Não foi possível Bloquear o Banco de Dados. (Outro Computador, de sua rede, já está "
+         "64 Não foi possível Bloquear o Banco de Dados. (Outro Computador, de sua rede, já está "
          "Atualizando o Catálogo)."},
-        Checked, "1");
-    row("another computer was faster", true, {"11|2", "12|2"}, {Question, Nothing}, Checked, "1");
-    row("installs", false, {"11|2", "11|2"}, {Question, "Atualização concluída com sucesso."},
-        Checked, "2");
+        Checked);
+    row("another computer was faster", true, {"11|2", "12|2"}, {Question, Nothing}, Checked);
+    row("installs", false, {"11|2", "11|2"}, {Question, Installed}, Checked);
     row("fails to install", false, {"12|3", "12|3"},
-        {Question, "Erro nº: -104\nHttpQueryInfo:0;-103;Status=404 (ListVersao3.txt)"}, Checked,
-        "1");
-    for (const auto& [automatic, results, boxes, tip, version] : row) {
+        {Question, "16 Erro nº: -104\nHttpQueryInfo:0;-103;Status=404 (ListVersao3.txt)"}, Checked);
+    for (const auto& [automatic, results, boxes, tip] : row) {
         const ProxySetting proxy(server_.Port());
         server_.Put("ListVersao2.txt", "SDB;dois.txt;1\r\n");
         server_.Put("dois.txt", "E:UPDATE UMREGISTRO SET ComplementoDataEmissao = ' (2)'");
@@ -159,17 +152,15 @@ TEST(TestNovidades, Checks) {
         (new frmConfiguracoes)->Show();
         const frmPesquisa* before = gFrmPesquisa;
         const Verifier verifier(results);
-        BoxAnswers shown({boxes.size() == 2 ? Yes : 7});
+        BoxAnswers shown({boxes.size() == 2 ? forms::vbYes : forms::vbNo});
         Check().IniciarVerificacao(automatic);
         QVERIFY(CheckEnds());
         Settle();
-        QCOMPARE(shown.Texts(), boxes);
-        if (shown.Texts().value(0) == Question) {
-            QCOMPARE(shown.Boxes().first().flags, 292);
-        }
+        QCOMPARE(shown.FlagsAndTexts(), boxes);
         QCOMPARE(Tip(), tip);
-        QCOMPARE(Valor("SELECT Versao FROM UMREGISTRO"), version);
-        QCOMPARE(Emission(), version == "2"_L1 ? u"05-MAR-2026 (2)"_s : u"05-MAR-2026 - teste"_s);
+        const bool installed = boxes.contains(Installed);
+        QCOMPARE(Valor("SELECT Versao FROM UMREGISTRO"), installed ? u"2"_s : u"1"_s);
+        QCOMPARE(Emission(), installed ? u"05-MAR-2026 (2)"_s : u"05-MAR-2026 - teste"_s);
         QCOMPARE(catalogo_->Temporarios(), QStringList());
         // Installing, or failing to, ends every other screen.
         const bool again = boxes.size() == 2 && boxes.last() != Nothing && !locked;
@@ -264,7 +255,7 @@ TEST(TestNovidades, AnswerWaitsForAnOpenBox) {
     QCOMPARE(boxes.Texts(), QStringList());
     box.close();
     QVERIFY(CheckEnds());
-    QCOMPARE(boxes.Texts(), List(Nothing));
+    QCOMPARE(boxes.FlagsAndTexts(), List(Nothing));
 }
 
 // The end of a check lets events through, and the user may leave in one of them.
