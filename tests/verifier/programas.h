@@ -55,7 +55,7 @@ public:
             process.kill();
             qFatal("%s did not end", qPrintable(program));
         }
-        return {process.exitCode(), QString::fromLocal8Bit(process.readAll())};
+        return {process.exitCode(), QString::fromUtf8(process.readAll())};
     }
 
 private:
