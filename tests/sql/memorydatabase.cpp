@@ -82,11 +82,12 @@ QString MemoryDatabase::RefusalOf(const AnyText& text) const {
     }
 }
 
-QStringList MemoryDatabase::RunAll(const QStringList& texts, const QString& query) const {
-    for (const QString& text : texts) {
-        Run(text);
+QStringList MemoryDatabase::Everything() const {
+    QStringList all = RunNative("SELECT sql FROM sqlite_schema");
+    for (const QString& table : RunNative("SELECT name FROM sqlite_schema WHERE type = 'table'")) {
+        all += RunNative("SELECT * FROM [" + table.toUtf8() + ']');
     }
-    return Run(query);
+    return all;
 }
 
 sql::Schema MemoryDatabase::Schema() const {

@@ -35,11 +35,20 @@ public:
     // number of an error in the engine's midst stands in the engine's message, "erro 13: ...".
     QString RefusalOf(const AnyText& text) const;
 
-    // Texts one after the other, and what a query gives then.
-    QStringList RunAll(const QStringList& texts, const QString& query) const;
+    // Definitions and rows.
+    QStringList Everything() const;
 
     void MakeCatalogue() const;
 
 private:
     std::shared_ptr<dao::Connection> connection_;
+};
+
+struct OverTheCatalogue : Fixture {
+    std::unique_ptr<MemoryDatabase> db_;
+
+    void init() override {
+        db_ = std::make_unique<MemoryDatabase>();
+        db_->MakeCatalogue();
+    }
 };

@@ -1,7 +1,6 @@
 #include "platform/sql/collation.h"
 
 #include "platform/sql/letters.h"
-#include "platform/sql/likepattern.h"
 
 #include <cstring>
 
@@ -74,10 +73,6 @@ int CompareUtf8(const char* a, qsizetype aLength, const char* b, qsizetype bLeng
         }
     }
     return aLength == bLength ? 0 : (aLength < bLength ? -1 : 1);
-}
-
-bool Like(QStringView text, QStringView pattern) {
-    return Pattern(pattern).Matches(text);
 }
 
 }  // namespace sql::collation

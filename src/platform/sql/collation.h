@@ -18,10 +18,6 @@ extern const std::string_view Clause;
 int Compare(QStringView a, QStringView b);  // <0, 0, >0
 int CompareUtf8(const char* a, qsizetype aLength, const char* b, qsizetype bLength);
 
-// `text LIKE pattern` with * ? # [list] [!list] and ranges; case folded, accents minded. Throws
-// Erro 3093 for a bracket left open.
-bool Like(QStringView text, QStringView pattern);
-
 // A character, as UTF-8, that sorts behind every other: a beginning with this behind it bounds all
 // texts that begin so.
 inline constexpr std::string_view Last = "\xF4\x8F\xBF\xBF";
