@@ -1,6 +1,7 @@
 #include "platform/dao/connection.h"
 #include "platform/dao/dao.h"
 #include "platform/dao/rowreader.h"
+#include "platform/dao/statement.h"
 #include "platform/sql/dialect.h"
 #include "support/database.h"
 #include "support/test.h"
@@ -130,15 +131,12 @@ TEST(TestRecordset, FindsTheFirstMatch) {
 TEST(TestRecordset, BookmarksBelongToOneRecordset) {
     const auto rows = Open(AllItems);
     const auto others = Open(AllItems);
-    QVERIFY(!(rows->CurrentBookmark() == others->CurrentBookmark()));
-    rows->SetAbsolutePosition(9);
-    const Bookmark tenth = rows->CurrentBookmark();
+    QVERIFY(rows->CurrentBookmark() != others->CurrentBookmark());
+    const Bookmark first = rows->CurrentBookmark();
     rows->MoveLast();
-    QVERIFY(rows->CurrentBookmark() != tenth);
-    rows->SetAbsolutePosition(9);
-    QVERIFY(rows->CurrentBookmark() == tenth);
-    others->SetAbsolutePosition(9);
-    QVERIFY(others->CurrentBookmark() != tenth);
+    QVERIFY(rows->CurrentBookmark() != first);
+    rows->SetAbsolutePosition(0);
+    QVERIFY(rows->CurrentBookmark() == first);
 }
 
 TEST(TestRecordset, TellsTheGridOfRowsAndMoves) {
@@ -194,7 +192,9 @@ TEST(TestRecordset, OutlivesItsDatabase) {
     auto other = file_.Open();
     const auto rows = other.database->OpenRecordset(AllItems);
     rows->ReadUpTo(10);
+    Statement statement(*other.database->GetConnection(), "SELECT 1");
     other.database->Close();
+    QCOMPARE(ErrorOf([&] { statement.Step(); }), 3420);
     QCOMPARE(rows->Text(9, 1), u"Peça 10"_s);  // a grid may still paint it
     QVERIFY(rows->ReadFor(std::chrono::microseconds(100)));
     QCOMPARE(ErrorOf([&] { rows->MoveLast(); }), 3420);
@@ -226,6 +226,11 @@ TEST(TestRecordset, JoinsStatementsAndDropsFlaggedRows) {
         codes.append(store.Text(row, 0));
     }
     QCOMPARE(codes.join(u' '), u"1 3 7 6"_s);
+    // A long way without a result must not keep the window from its events.
+    query.statements = {"SELECT a.Codigo, 0 FROM ITEM a, ITEM b"};
+    RowReader far(connection, query, store);
+    far.Read(1, Connection::Clock::now() + std::chrono::milliseconds(2));
+    QVERIFY(!far.Done());
 }
 
 // A grid's result comes back before a first row that is far away. Who needs the row waits for it,
@@ -247,8 +252,9 @@ TEST(TestRecordset, TheFirstRowMayComeLate) {
         });
         const auto rows = Open(far, dbOpenDynaset);
         session_.database->SetIdle({});
-        QCOMPARE(rows->RecordCount(), 0);
         QSignalSpy changed(rows.get(), &Recordset::CurrentChanged);
+        rows->ReadFor(std::chrono::microseconds(1));
+        QCOMPARE(rows->RecordCount() + changed.count(), 0);
         QCOMPARE(use(*rows), value);
         QVERIFY(rows->ReadFor(std::chrono::minutes(1)));
         QCOMPARE(changed.count(), changes);
@@ -261,23 +267,11 @@ TEST(TestRecordset, Computes) {
     ReadRows(
         *session_.database,
         "SELECT 7 \\ 2, 7 Mod 4, 2 ^ 3, 7 / 2, '5' + 2, '5' - 2, '2' * 3, 'a' & 'é', 1 & Null, "
-        "UCase('é'), 'x' & #3/5/2024#, 'Á' Like 'á*', 2.5 Like '2?5', Null Like 'a'",
+        "UCase('é'), 'x' & #3/5/2024#, 'a' & 6 / 2, 'Á' Like 'á*', 2.5 Like '2?5', Null Like 'a'",
         rows);
     ReadRows(*session_.database,
              "SELECT First(Valor), Last(Valor), First(Nome), Last(Nome) FROM ITEM WHERE Codigo "
              "BETWEEN 2 AND 6",
              rows);
-    QCOMPARE(rows, List("3|3|8|3.5|7|3|6|aé|1|É|x05/03/2024|-1|-1|", "1||Peça 2|Peça 6"));
-}
-
-// A long way without a result must not keep the window from its events.
-TEST(TestRecordset, GivesBackTheThreadBetweenFlaggedRows) {
-    sql::Translation query;
-    query.statements = {"SELECT a.Codigo, 0 FROM ITEM a, ITEM b"};
-    query.resultColumns = 1;
-    RowStore store;
-    RowReader reader(session_.database->GetConnection(), query, store);
-    reader.Read(1, Connection::Clock::now() + std::chrono::milliseconds(2));
-    QVERIFY(!reader.Done());
-    QCOMPARE(store.Rows(), 0);
+    QCOMPARE(rows, List("3|3|8|3.5|7|3|6|aé|1|É|x05/03/2024|a3|-1|-1|", "1||Peça 2|Peça 6"));
 }

@@ -62,7 +62,6 @@ constexpr MessageEntry Messages[] = {
     {"near ", ": syntax error", Failure::SyntaxError},
     {"unrecognized token: ", "", Failure::SyntaxError},
     {"incomplete input", "", Failure::SyntaxError},
-    {"integer overflow", "", static_cast<Failure>(Erro::Overflow)},
     // What is left of a page that failed its check on the way to a long text.
     {"SQL logic error", "", Failure::Damaged},
 };
@@ -84,6 +83,9 @@ void RaiseOwn(const QByteArray& message) {
 
 [[noreturn]] void RaiseSql(const QByteArray& message) {
     RaiseOwn(message);
+    if (message == "integer overflow") {
+        throw Erro(Erro::Overflow);
+    }
     for (const MessageEntry& entry : Messages) {
         const QByteArrayView begins(entry.begins);
         const QByteArrayView ends(entry.ends);

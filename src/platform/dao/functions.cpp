@@ -45,8 +45,9 @@ QVariant VariantOf(sqlite3_value* value) {
 
 void SetResult(sqlite3_context* context, const QVariant& result) {
     if (convert::IsNull(result)) {
-        sqlite3_result_null(context);
-    } else if (result.typeId() == QMetaType::QString) {
+        return;  // a function that gives nothing gives Null
+    }
+    if (result.typeId() == QMetaType::QString) {
         const QByteArray utf8 = result.toString().toUtf8();
         sqlite3_result_text64(context, utf8.constData(), static_cast<sqlite3_uint64>(utf8.size()),
                               SQLITE_TRANSIENT, SQLITE_UTF8);
@@ -98,11 +99,6 @@ void CallConcat(sqlite3_context* context, int count, sqlite3_value** values) {
         CallOperation<sql::Concat>(context, count, values);
         return;
     }
-    const auto length = [&](int i) { return sqlite3_value_bytes(values[i]); };
-    if (length(0) > LongestValue - length(1)) {
-        sqlite3_result_error_toobig(context);
-        return;
-    }
     std::string joined;
     for (int i = 0; i < 2; ++i) {
         joined.append(reinterpret_cast<const char*>(sqlite3_value_text(values[i])),
@@ -147,7 +143,6 @@ template <sql::Accents Accents>
 void CallLike(sqlite3_context* context, int, sqlite3_value** values) {
     if (sqlite3_value_type(values[0]) == SQLITE_NULL ||
         sqlite3_value_type(values[1]) == SQLITE_NULL) {
-        sqlite3_result_null(context);
         return;
     }
     Guarded(context, [&] {
@@ -165,7 +160,7 @@ void CallLike(sqlite3_context* context, int, sqlite3_value** values) {
             matches = pattern->MatchesUtf8(
                 {text, static_cast<std::size_t>(sqlite3_value_bytes(values[0]))});
         }
-        sqlite3_result_int(context, matches ? 1 : 0);
+        sqlite3_result_int(context, matches);
         if (made) {
             // Last, as the engine may delete it at once.
             sqlite3_set_auxdata(context, 1, made.release(), DeletePattern);
@@ -196,12 +191,10 @@ void KeepStep(sqlite3_context* context, int, sqlite3_value** values) {
 
 void KeepFinal(sqlite3_context* context) {
     auto* kept = static_cast<Kept*>(sqlite3_aggregate_context(context, 0));
-    if (!kept || !kept->value) {
-        sqlite3_result_null(context);
-        return;
+    if (kept && kept->value) {
+        sqlite3_result_value(context, kept->value);
+        sqlite3_value_free(kept->value);
     }
-    sqlite3_result_value(context, kept->value);
-    sqlite3_value_free(kept->value);
 }
 
 // 1 when the time of the present slice of reading is over. Called for every row that is passed by,
@@ -215,7 +208,7 @@ void CallPulse(sqlite3_context* context, int, sqlite3_value**) {
         over = connection.Deadline() != Connection::Clock::time_point::max() &&
                Connection::Clock::now() >= connection.Deadline();
     }
-    sqlite3_result_int(context, over ? 1 : 0);
+    sqlite3_result_int(context, over);
 }
 
 int CompareCallback(void*, int aLength, const void* a, int bLength, const void* b) {
