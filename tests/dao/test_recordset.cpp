@@ -43,26 +43,23 @@ struct TestRecordset : Fixture {
 };
 
 TEST(TestRecordset, ReadsNoMoreThanAskedFor) {
+    using Step = std::function<void(Recordset&)>;
     const auto rows = Open(AllItems);
-    QCOMPARE(rows->RecordCount(), 1);
-    QCOMPARE(rows->AbsolutePosition(), 0);
-    rows->MoveNext();
-    QCOMPARE(rows->RecordCount(), 2);
-    QCOMPARE(rows->ReadUpTo(100), 100);
-    QCOMPARE(rows->AbsolutePosition(), 1);
-    QVERIFY(!rows->IsComplete());
-    rows->SetAbsolutePosition(149);
-    QCOMPARE(rows->RecordCount(), 150);
-    rows->MoveLast();
-    QCOMPARE(rows->RecordCount(), Rows);
-    QCOMPARE(rows->AbsolutePosition(), Rows - 1);
-    QVERIFY(rows->IsComplete());
-    QVERIFY(!rows->Eof());
-    rows->MoveNext();
-    QVERIFY(rows->Eof());
-    QCOMPARE(rows->AbsolutePosition(), -1);
-    rows->SetAbsolutePosition(0);
-    QVERIFY(!rows->Eof());
+    for (const auto& [step, read, position] : Each<Step, qint64, qint64>{
+             {"begin", Step([](auto& r) { QVERIFY(!r.Eof()); }), 1, 0},
+             {"next", Step([](auto& r) { r.MoveNext(); }), 2, 1},
+             {"some more", Step([](auto& r) { QCOMPARE(r.ReadUpTo(100), 100); }), 100, 1},
+             {"far", Step([](auto& r) { r.SetAbsolutePosition(149); }), 150, 149},
+             {"last", Step([](auto& r) { r.MoveLast(); }), Rows, Rows - 1},
+             {"end", Step([](auto& r) { r.MoveNext(); }), Rows, -1},
+             {"first again", Step([](auto& r) { r.SetAbsolutePosition(0); }), Rows, 0},
+         }) {
+        step(*rows);
+        QCOMPARE(rows->RecordCount(), read);
+        QCOMPARE(rows->AbsolutePosition(), position);
+        QCOMPARE(rows->Eof(), position < 0);
+        QCOMPARE(rows->IsComplete(), read == Rows);
+    }
     QCOMPARE(rows->Fields(0).Value().toLongLong(), 1);
 }
 

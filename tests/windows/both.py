@@ -8,6 +8,7 @@ updated here, and one that is made here is updated there.
 
 import argparse
 import os
+import statistics
 import subprocess
 import sys
 import tempfile
@@ -51,10 +52,11 @@ def rows(system, data, runs="1"):
     """What the searches find, and for each how many rows and how long, as numbers."""
     done = must(system("tarvo_searches", data, runs))
     found = done.stdout.replace(b"\r\n", b"\n").decode().splitlines()
-    times = [tuple(map(float, line.split())) for line in done.stderr.decode().splitlines() if line[:1].isdigit()]
-    if len(times) < 5 or not found:
+    lines = [tuple(map(float, line.split())) for line in done.stderr.decode().splitlines() if line[:1].isdigit()]
+    searches = len(lines) // int(runs)
+    if searches < 5 or not found:
         raise Differs(f"the searches did not run: {done.stderr}")
-    return found, times
+    return found, [tuple(map(statistics.median, zip(*lines[i::searches]))) for i in range(searches)]
 
 
 def compare(what, data):

@@ -1,6 +1,7 @@
 // searches DATA RUNS: runs a fixed list of searches in a data folder. Their rows go to the standard
-// output, as they come, so that two systems can be compared; to the error output, for each search,
-// its rows and the medians of the milliseconds until the first hundred rows and until the last one.
+// output, as they come, so that two systems can be compared; to the error output, for each search
+// of each run, their number and the milliseconds until the first hundred rows and until the last
+// one.
 #include "platform/convert.h"
 #include "platform/erro.h"
 #include "session/banco.h"
@@ -9,9 +10,7 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 
-#include <algorithm>
 #include <cstdio>
-#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -39,11 +38,6 @@ constexpr const char16_t* Searches[] = {
     "ORDER BY Left(DescricaoPeca, 3)",
 };
 
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values.at(values.size() / 2);
-}
-
 void Print(const dao::Recordset& rows) {
     for (qint64 row = 0; row < rows.RecordCount(); ++row) {
         QStringList texts;
@@ -54,26 +48,19 @@ void Print(const dao::Recordset& rows) {
     }
 }
 
-void Run(const QString& sql, int runs) {
-    std::vector<double> first;
-    std::vector<double> whole;
-    qint64 count = 0;
-    for (int run = 0; run < runs; ++run) {
-        QElapsedTimer timer;
-        timer.start();
-        const auto rows = gDB->OpenRecordset(sql);
-        rows->ReadUpTo(Screenful);
-        first.push_back(double(timer.nsecsElapsed()) / 1e6);
-        while (!rows->ReadFor(std::chrono::milliseconds(50))) {
-        }
-        whole.push_back(double(timer.nsecsElapsed()) / 1e6);
-        count = rows->RecordCount();
-        if (run == 0) {
-            Print(*rows);
-        }
+void Run(const QString& sql, bool print) {
+    QElapsedTimer timer;
+    timer.start();
+    const auto rows = gDB->OpenRecordset(sql);
+    rows->ReadUpTo(Screenful);
+    const auto first = double(timer.nsecsElapsed()) / 1e6;
+    while (!rows->ReadFor(std::chrono::milliseconds(50))) {
     }
-    std::fprintf(stderr, "%lld %.1f %.1f\n", static_cast<long long>(count), Median(first),
-                 Median(whole));
+    std::fprintf(stderr, "%lld %.1f %.1f\n", static_cast<long long>(rows->RecordCount()), first,
+                 double(timer.nsecsElapsed()) / 1e6);
+    if (print) {
+        Print(*rows);
+    }
 }
 
 }  // namespace
@@ -87,8 +74,10 @@ int main(int argc, char** argv) {
     try {
         gCaminho = QString(arguments.at(1)).replace(u'/', u'\\') + u'\\';
         AbrirSessao();
-        for (const char16_t* sql : Searches) {
-            Run(QString::fromUtf16(sql), std::max(1, arguments.at(2).toInt()));
+        for (int run = 0; run < arguments.at(2).toInt(); ++run) {
+            for (const char16_t* sql : Searches) {
+                Run(QString::fromUtf16(sql), run == 0);
+            }
         }
         FecharBancoDados(gWS, gDB);
     } catch (const Erro& erro) {
