@@ -2,6 +2,7 @@
 
 import contextlib
 import os
+import subprocess
 import sys
 import tempfile
 import unittest
@@ -40,6 +41,16 @@ class ProgramTest(unittest.TestCase):
         self._runs += 1
         copy_data(DATA, path)
         return path
+
+    def run_sql(self, data, sql):
+        """The first value of a statement in the engine's own SQL, in a data folder's catalogue."""
+        return subprocess.run([TOOL, "run", os.path.join(data, "Tarvo.mdb"), sql], check=True,
+                              capture_output=True, text=True).stdout.rstrip("\n")
+
+    def expect_sound(self, data):
+        """The catalogue's structure, and each of its pages."""
+        self.assertEqual(self.run_sql(data, "PRAGMA integrity_check"), "ok")
+        self.assertEqual(self.run_sql(data, "PRAGMA cipher_integrity_check"), "")
 
     @contextlib.contextmanager
     def catalogue(self, pointer=None):

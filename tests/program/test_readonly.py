@@ -9,7 +9,7 @@ import tempfile
 
 import runs
 import stations
-from runs import EXIT, TOOL, ProgramTest, wait
+from runs import EXIT, ProgramTest, wait
 
 NOBODY = 65534
 
@@ -29,9 +29,8 @@ class ReadOnlyTest(ProgramTest):
         """Searching, choosing customers, leafing, printing: from the start to the settings."""
         data = self.new_data()
         # No check for updates comes in between, which would note its date.
-        subprocess.run([TOOL, "run", os.path.join(data, "Tarvo.mdb"),
-                        "UPDATE UMREGISTRO SET DataUltimaVerificacao = "
-                        "julianday('now', 'localtime') - julianday('1899-12-30')"], check=True)
+        self.run_sql(data, "UPDATE UMREGISTRO SET DataUltimaVerificacao = "
+                           "julianday('now', 'localtime') - julianday('1899-12-30')")
         before = picture_of(data)
         with self.catalogue(data) as tour:
             tour.data = data

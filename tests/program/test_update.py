@@ -7,7 +7,7 @@ import time
 
 import runs
 from driver import active_window, window_number, xdotool, xprop
-from runs import TOOL, ProgramTest, wait
+from runs import ProgramTest, wait
 
 SERVER = os.path.join(runs.HERE, "..", "support", "server.py")
 VERIFY = (578, 17)
@@ -52,13 +52,6 @@ class UpdateTest(ProgramTest):
     def requests(self, name):
         with open(os.path.join(self.folder, "log"), encoding="utf-8") as log:
             return sum(f"/{name} " in line for line in log)
-
-    def run_sql(self, data, sql):
-        subprocess.run([TOOL, "run", os.path.join(data, "Tarvo.mdb"), sql], check=True)
-
-    def value(self, data, sql):
-        return subprocess.run([TOOL, "value", os.path.join(data, "Tarvo.mdb"), sql], check=True,
-                              capture_output=True, text=True).stdout
 
     def start(self, catalogue):
         catalogue.start()
@@ -115,9 +108,9 @@ class UpdateTest(ProgramTest):
                 catalogue.restore()
                 catalogue.click(49, 524)
                 wait("the end", catalogue.ended)
-        self.assertEqual(self.value(data, "SELECT Versao FROM UMREGISTRO"), "2")
+        self.assertEqual(self.run_sql(data, "SELECT Versao FROM UMREGISTRO"), "2")
         self.assertFalse([name for name in os.listdir(data) if name.endswith(".tmp")])
-        subprocess.run([TOOL, "check", os.path.join(data, "Tarvo.mdb")], check=True)
+        self.expect_sound(data)
 
     def schedule(self, catalogue):
         """An update without a window, beside one; its exit code and its line."""
