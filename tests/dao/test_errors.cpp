@@ -100,6 +100,9 @@ TEST(TestErrors, WaitsAsLongAsItIsTold) {
     QCOMPARE(change(dbFailOnError), 0);
     ours->MoveLast();
     QCOMPARE(ours->RecordCount(), 301);
+    // So do those of others in this program.
+    const auto theirs = another_.database->OpenRecordset(u"SELECT * FROM PECA"_s);
+    QCOMPARE(change(dbFailOnError + dbSeeChanges), 0);
     session_.database->SetPatience([&](std::chrono::milliseconds) { return ++asked % 3 != 0; });
     {
         Statement reading(*another_.database->GetConnection(), "SELECT * FROM PECA");

@@ -267,8 +267,8 @@ TEST(TestRecordset, Computes) {
         "UCase('é'), 'x' & #3/5/2024#, 'a' & 6 / 2, 'Á' Like 'á*', 2.5 Like '2?5', Null Like 'a'",
         rows);
     ReadRows(*session_.database,
-             "SELECT First(Valor), Last(Valor), First(Nome), Last(Nome) FROM ITEM WHERE Codigo "
-             "BETWEEN 2 AND 6",
+             "SELECT First(Valor), Last(Valor), First(Nome), Last(Nome), (SELECT First(Nome) FROM "
+             "ITEM WHERE Codigo < 0) FROM ITEM WHERE Codigo BETWEEN 2 AND 6",
              rows);
-    QCOMPARE(rows, List("3|3|8|3.5|7|3|6|aé|1|É|x05/03/2024|a3|-1|-1|", "1||Peça 2|Peça 6"));
+    QCOMPARE(rows, List("3|3|8|3.5|7|3|6|aé|1|É|x05/03/2024|a3|-1|-1|", "1||Peça 2|Peça 6|"));
 }

@@ -46,7 +46,7 @@ TEST(TestNetwork, anOrdinaryFolder) {
     const QStringList before = QDir(catalogo.Pasta()).entryList(QDir::AllEntries);
     const verificar::Network network = Check(catalogo.Pasta());
     QCOMPARE(network.faults.join(u'\n'), QString());
-    QVERIFY(network.openPages > 0 && network.searchPages > 0);
+    QVERIFY(network.searchPages > 0 && network.searchPages <= network.openPages);
     QCOMPARE(QDir(catalogo.Pasta()).entryList(QDir::AllEntries), before);
     QCOMPARE(network.hints.join(u'\n').remove(QRegularExpression(u"^Gravar com descarga leva.*"_s)),
              QString());
