@@ -58,11 +58,8 @@ TEST(TestChanges, CountsTheRowsOfEachStatement) {
              {"drop", "DROP TABLE ESCOLHA", 0},
          }) {
         session_.Execute("DELETE FROM PECA WHERE CodigoPeca > 1990");  // whose count must not stay
-        const auto reading = session_.database->OpenRecordset(u"SELECT * FROM PECA"_s);
         session_.Execute(text);
         QCOMPARE(int(session_.database->RecordsAffected()), rows);
-        reading->MoveLast();
-        QCOMPARE(reading->RecordCount(), 1990);
     }
 }
 

@@ -92,7 +92,8 @@ TEST(TestErrors, WaitsAsLongAsItIsTold) {
     QCOMPARE(change(dbFailOnError), 3260);
     QVERIFY(asked == 3 && waited > std::chrono::milliseconds(40));
     // Who commits waits for the reads of this very connection, which come to their end first.
-    const auto ours = session_.database->OpenRecordset(u"SELECT * FROM PECA"_s);
+    const auto ours =
+        session_.database->OpenRecordset(u"SELECT Numero FROM PECA ORDER BY 1"_s, dbOpenDynaset);
     session_.database->SetPatience([&](std::chrono::milliseconds) {
         another_.workspace->CommitTrans();
         return true;

@@ -287,7 +287,7 @@ TEST(TestPlan, LeavesOtherShapesAlone) {
           "ORDER BY 1"_s,
           u"SELECT ArquivoFotoPeca FROM PECA ORDER BY 1"_s, u"SELECT NumeroTarvoPeca FROM PECA"_s,
           u"SELECT NumeroTarvo FROM REFERENCIACRUZADA1 ORDER BY 1"_s,
-          u"SELECT a FROM NADA ORDER BY 1"_s, u"UPDATE PECA SET CodigoFigura = 1"_s}) {
+          u"UPDATE PECA SET CodigoFigura = 1"_s}) {
         row(qPrintable(text), text);
     }
     for (const auto& [text] : row) {
