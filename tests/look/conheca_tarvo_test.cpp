@@ -14,6 +14,17 @@ QColor Tom(int pagina) {
     return QColor(40 * pagina, 10, 250 - 40 * pagina);
 }
 
+// Writes down in which order lit pictures come and go.
+struct Diario : QObject {
+    QStringList linhas;
+    bool eventFilter(QObject* imagem, QEvent* evento) override {
+        if (evento->type() == QEvent::Show || evento->type() == QEvent::Hide) {
+            linhas += (evento->type() == QEvent::Show ? u'+' : u'-') + imagem->objectName();
+        }
+        return false;
+    }
+};
+
 }  // namespace
 
 struct ConhecaTarvoTest : Fixture {
@@ -120,7 +131,16 @@ TEST(ConhecaTarvoTest, LightTravelsWithTheButtons) {
         QVERIFY(tela_->grab().toImage().pixel(Meio(nome) - QPoint(0, 12)) !=
                 apagado.pixel(Meio(nome) - QPoint(0, 12)));
     }
-    QCOMPARE(Find<QWidget>(*tela_, "imgAvancarSelecionada").grab().toImage(), acesa);
+    auto& avancar = Find<QWidget>(*tela_, "imgAvancarSelecionada");
+    QCOMPARE(avancar.grab().toImage(), acesa);
+
+    // Between neighbours never neither is lit.
+    Diario diario;
+    MoveTo(*tela_, Meio(u"imgVoltar"_s));
+    avancar.installEventFilter(&diario);
+    Find<QWidget>(*tela_, "imgVoltarSelecionada").installEventFilter(&diario);
+    MoveTo(*tela_, Meio(u"imgAvancar"_s));
+    QCOMPARE(diario.linhas, List("+imgAvancarSelecionada", "-imgVoltarSelecionada"));
 
     for (const char* botao : {"Avançar", "Voltar", "Fechar"}) {
         QTest::keyClick(tela_->focusWidget(), Qt::Key_Tab);

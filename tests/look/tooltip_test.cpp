@@ -31,19 +31,19 @@ struct TooltipTest : Fixture {
 };
 
 TEST(TooltipTest, RecusaOQueNaoConhece) {
-    struct Caso {
-        qint32 estilo;
-        qint32 sinal;
-        bool criada;
-    };
     cToolTip dica;
     QCOMPARE(dica.Style(), -1);
-    for (const Caso& caso :
-         {Caso{0, 0, true}, Caso{1, 1, true}, Caso{64, 2, true}, Caso{65, 3, true},
-          Caso{2, 0, false}, Caso{-1, 0, false}, Caso{65, 4, false}, Caso{65, -1, false}}) {
+    for (const auto& [estilo, sinal, criada] : {std::tuple(0, 0, true),
+                                                {1, 1, true},
+                                                {64, 2, true},
+                                                {65, 3, true},
+                                                {2, 0, false},
+                                                {-1, 0, false},
+                                                {65, 4, false},
+                                                {65, -1, false}}) {
         QVERIFY(Criar(dica, 65, 1, u"a"_s, u"b"_s));
-        QCOMPARE(Criar(dica, caso.estilo, caso.sinal, u"a"_s, u"b"_s) != nullptr, caso.criada);
-        QCOMPARE(dica.Style(), caso.criada ? caso.estilo : -1);
+        QCOMPARE(Criar(dica, estilo, sinal, u"a"_s, u"b"_s) != nullptr, criada);
+        QCOMPARE(dica.Style(), criada ? estilo : -1);
     }
     QVERIFY(!dica.Create(nullptr, u"a"_s, 65, false, 1, u"b"_s, 0, 1, 1, 1));
 }

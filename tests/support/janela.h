@@ -1,6 +1,7 @@
 #pragma once
 
 #include "look/tela.h"
+#include "platform/forms/artwork.h"
 #include "platform/forms/boundgrid.h"
 #include "platform/forms/controls.h"
 #include "platform/forms/form.h"
@@ -13,6 +14,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QPainter>
 
 // The search screen over a small catalogue, and a hand for its controls and for those of the
 // screens that open from it, each named by its screen and its own name.
@@ -112,19 +114,48 @@ inline void DuploCliqueEm(const AnyText& tela, const AnyText& grade, QPoint luga
     DoubleClickAt(form, Achar(tela, grade)->mapTo(form.Picture(), lugar));
 }
 
-// The words of these buttons, each lit under the mouse and out again beside it.
+// Whether two pictures differ nearly to the edges.
+inline bool MudouTudo(const QImage& antes, const QImage& depois) {
+    QRect limites;
+    for (int y = 0; y < antes.height(); ++y) {
+        for (int x = 0; x < antes.width(); ++x) {
+            limites |= antes.pixel(x, y) == depois.pixel(x, y) ? QRect() : QRect(x, y, 1, 1);
+        }
+    }
+    return limites.width() > antes.width() * 0.8 && limites.height() > antes.height() * 0.8;
+}
+
+// The words of these buttons, each lit under the mouse and out again beside it. What else changed
+// in the lit drawing would never be seen.
 inline QString Luzes(const AnyText& tela, QPoint aoLado, const AnyTexts& botoes) {
     forms::Form& form = *forms::Form::Find(tela);
     const auto& imagens = dynamic_cast<const ImagensSelecionadas&>(form);
+    const auto semLuzes = [&form](forms::Artwork::State estado) {
+        QImage imagem(form.Background()->Size(), QImage::Format_RGB32);
+        QPainter pintor(&imagem);
+        form.Background()->Paint(pintor, imagem.rect(), imagem.rect(), estado);
+        for (const auto* acesa : form.Picture()->findChildren<forms::LitPicture*>()) {
+            pintor.fillRect(QRect(acesa->mapTo(form.Picture(), QPoint()), acesa->size()),
+                            Qt::black);
+        }
+        return imagem;
+    };
     QStringList palavras;
+    if (semLuzes(forms::Artwork::State::Lit) != semLuzes(forms::Artwork::State::Rest)) {
+        palavras += u"!"_s;
+    }
     MoveTo(form, aoLado);
     for (const QString& botao : botoes) {
         const QWidget* zona = Achar(tela, botao);
         const QWidget* acesa = Achar(
             tela, botao.contains("Fundo"_L1) ? QString(botao).replace(u"Fundo"_s, u"Selecionada"_s)
                                              : botao + u"Selecionada"_s);
+        const QRect lugar(acesa->mapTo(form.Picture(), QPoint()), acesa->size());
+        const QImage apagada = form.Picture()->grab(lugar).toImage();
         MoveTo(form, zona->mapTo(form.Picture(), zona->rect().center()));
-        palavras += (acesa->isVisible() ? QString() : u"!"_s) + imagens.ImagemAtual();
+        const bool luz =
+            acesa->isVisible() && MudouTudo(apagada, form.Picture()->grab(lugar).toImage());
+        palavras += (luz ? QString() : u"!"_s) + imagens.ImagemAtual();
         MoveTo(form, aoLado);
         if (acesa->isVisible() || imagens.ImagemAtual() != u"FORM") {
             palavras += u"!"_s + imagens.ImagemAtual();
