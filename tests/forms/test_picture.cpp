@@ -19,11 +19,7 @@ TEST(TestPicture, companionOfThreeTimesTheSize) {
         WritePicture(folder_.filePath(companion), size, Qt::blue);
         QCOMPARE(!forms::LoadDensePicture(folder_.filePath(picture), {40, 20}).isNull(), taken);
     }
-}
-
-TEST(TestPicture, namesWithoutAnEndingHaveNone) {
-    QVERIFY(forms::LoadDensePicture(u"figura"_s, {1, 1}).isNull());
-    QVERIFY(forms::LoadDensePicture(QString(), {}).isNull());
+    QVERIFY(forms::LoadDensePicture(u"figura"_s, {1, 1}).isNull());  // nor without an ending
 }
 
 // The companion adds pixels, never size: numbers are placed by the picture's own.
@@ -39,7 +35,9 @@ TEST(TestPicture, theCompanionShowsWhereThePictureHasTooFewPixels) {
     QCOMPARE(natural.PictureRect(), QRectF(0, 0, 40, 20));
 
     forms::Picture fitted(u"p"_s, QString(), nullptr);
+    fitted.resize(100, 80);  // in proportion, in the middle
     fitted.SetPixmap(plain, dense);
+    QCOMPARE(fitted.PictureRect(), QRectF(0, 15, 100, 50));
     for (const auto& [size, colour] :
          {std::pair(QSize(40, 20), Qt::red), std::pair(QSize(80, 40), Qt::blue)}) {
         fitted.resize(size);

@@ -4,10 +4,7 @@
 struct TestScale : Fixture {};
 
 TEST(TestScale, ScaleFillsTheScreenEvenly) {
-    const struct {
-        QSize screen;
-        double scale;
-    } cases[] = {
+    const std::pair<QSize, double> cases[] = {
         {{800, 600}, 1},      {{1366, 768}, 1.28}, {{1920, 1080}, 1.8}, {{3840, 2160}, 3.6},
         {{1024, 740}, 1.233}, {{640, 480}, 1},     {{600, 800}, 1},     {{0, 0}, 1},
     };
