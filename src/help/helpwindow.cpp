@@ -88,14 +88,12 @@ private:
     // Scaled once to the screen's pixels: the toolkit's scaling while painting makes small print
     // unreadable. Paper shows every pixel.
     QImage AsSeen(QImage picture, int density) const {
-        const qreal wanted = forPaper_ ? density : devicePixelRatioF();
-        if (wanted < density) {
-            const QSize size = (QSizeF(picture.size()) * wanted / density).toSize();
+        const qreal shown = forPaper_ ? density : std::min<qreal>(density, devicePixelRatioF());
+        if (shown < density) {
+            const QSize size = (QSizeF(picture.size()) * shown / density).toSize();
             picture = picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-            picture.setDevicePixelRatio(wanted);
-        } else {
-            picture.setDevicePixelRatio(density);
         }
+        picture.setDevicePixelRatio(shown);
         return picture;
     }
 
@@ -124,7 +122,6 @@ void HelpWindow::Open(const QString& path, const QString& caption) {
 HelpWindow::HelpWindow(const QString& path, const QString& html, const QString& caption)
     : path_(path) {
     setAttribute(Qt::WA_DeleteOnClose);
-    setObjectName(u"Ajuda"_s);
     setWindowTitle(caption);
     resize(WindowSize);
 
@@ -149,7 +146,7 @@ HelpWindow::HelpWindow(const QString& path, const QString& html, const QString& 
     page_->document()->setDocumentMargin(16);
     page_->setHtml(html);
     folded_ = Folded(page_->document()->toPlainText());
-    splitter->setSizes({ContentsWidth, WindowSize.width() - ContentsWidth});
+    splitter->setSizes({ContentsWidth, WindowSize.width()});  // the page takes what is left
     splitter->setStretchFactor(1, 1);
 
     back_ = AddButton(u"←"_s, u"Voltar"_s, &HelpWindow::Back);
@@ -316,7 +313,6 @@ void HelpWindow::ShowHit() {
     QTextCursor cursor(page_->document());
     cursor.setPosition(hits_.at(hit_));
     page_->setTextCursor(cursor);
-    page_->ensureCursorVisible();
     count_->setText(u"%1 de %2"_s.arg(hit_ + 1).arg(hits_.size()));
 }
 
