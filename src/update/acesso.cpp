@@ -38,7 +38,6 @@ class Dialogo : public QDialog {
 public:
     explicit Dialogo(const AcessoAoProxy& acesso) {
         setWindowTitle(TituloCatalogo);
-        setObjectName(u"AcessoAoProxy"_s);
         auto* grade = new QGridLayout(this);
         grade->setContentsMargins(18, 16, 18, 14);
         grade->setHorizontalSpacing(12);

@@ -77,6 +77,8 @@ BEHAVIOURS = {
     "ok": lambda c, _: answer(c, b"conte\xc3\xbado"),
     "empty": lambda c, _: answer(c, b""),
     "echo": lambda c, head: answer(c, head),
+    "401": lambda c, _: answer(c, b"", b"401 Unauthorized"),
+    "403": lambda c, _: answer(c, b"", b"403 Forbidden"),
     "404": lambda c, _: answer(c, b"nada", b"404 Not Found"),
     "500": lambda c, _: answer(c, b"falha", b"500 Internal Server Error"),
     "302": lambda c, _: answer(c, b"", b"302 Found", b"Location: /ok"),

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/system/clock.h"
-#include "platform/system/paths.h"
 #include "platform/system/process.h"
 #include "platform/system/proof.h"
 #include "publicar/signing.h"

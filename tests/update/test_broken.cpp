@@ -9,13 +9,10 @@
 #include "support/quickkeys.h"
 #include "support/servers.h"
 #include "update/atualizando.h"
-#include "update/prova.h"
 
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
-#include <QProcess>
 #include <QRandomGenerator>
-#include <QScopeGuard>
 #include <QTextStream>
 #include <QThread>
 
@@ -47,9 +44,8 @@ QString FileName(int number) {
 int death = 0;
 
 // One update from version 1 to 2, which can be killed: "update FOLDER [DEATH]". Takes the update
-// lock, or says that another has it. Prints each message box and, when the update has come to its
-// end, the catalogue's version, its number of customers and whether it is sound. The publisher's
-// key stands in TARVO_TEST_KEY.
+// lock, or says that another has it, prints each message box and, when the update has come to its
+// end, the catalogue's version, its number of customers and whether it is sound.
 int PlayUpdate(int argc, char** argv) {
     const forms::Application application(argc, argv, TituloCatalogo);
     UseQuickKeys();
@@ -61,13 +57,7 @@ int PlayUpdate(int argc, char** argv) {
         out << text.replace(u'\n', u'|') << '\n' << Qt::flush;
         return forms::vbOK;
     });
-    if (const QByteArray key = qgetenv("TARVO_TEST_KEY"); !key.isEmpty()) {
-        UsarChaves(ChavesDaAtualizacao{u"loja"_s, {QByteArray::fromHex(key)}});
-    }
-    if (!BloquearBancoDados(true)) {
-        out << "locked\n";
-        return 0;
-    }
+    out << (BloquearBancoDados(true) ? "" : "locked\n");
     ParametroFormulario = u"1|2"_s;
     (new frmAtualizando)->ShowModal();
     out << Valor("SELECT Versao FROM UMREGISTRO") << ' '
@@ -78,11 +68,7 @@ int PlayUpdate(int argc, char** argv) {
     FecharBancoDados(gWS, gDB);
     return 0;
 }
-TARVO_PROGRAM("update", PlayUpdate);
-
-QStringList UpdateOf(const QString& data) {
-    return List("--play", "update", data);
-}
+TARVO_PROGRAM("update.exe", PlayUpdate);
 
 }  // namespace
 
@@ -100,6 +86,8 @@ extern "C" int rename(const char* from, const char* to) noexcept {
 // Updates that a power switch, a full disk or a hand on the wrong button ends.
 struct TestBroken : Fixture {
     QTemporaryDir folder_{InMemory()};
+    QTemporaryDir programs_;
+    const QString program_ = programs_.filePath(u"update.exe"_s);
     WrongServer server_;
     std::optional<ProxySetting> proxy_;
     QByteArray list_;
@@ -119,11 +107,9 @@ struct TestBroken : Fixture {
     }
 
     // Runs an update to its end; what it printed.
-    static QString Update(const QString& data) {
-        return OutputOf(QCoreApplication::applicationFilePath(), UpdateOf(data)).trimmed();
-    }
+    QString Update(const QString& data) const { return OutputOf(program_, {data}).trimmed(); }
 
-    static void ExpectWhole(const QString& data) {
+    void ExpectWhole(const QString& data) const {
         QCOMPARE(Update(data), Whole);
         QCOMPARE(NewFiles(data), Files);
         QCOMPARE(QDir(data).entryList({u"*.tmp"_s}), QStringList());
@@ -161,6 +147,7 @@ struct TestBroken : Fixture {
 
     TestBroken() {
         proxy_.emplace(server_.Port());
+        QVERIFY(QFile::copy(QCoreApplication::applicationFilePath(), program_));
         const CatalogoDeTeste model;
         model.Executar({"UPDATE UMREGISTRO SET Versao = 1, UrlAtualizacao = 'atualiza.exemplo'"});
         QVERIFY(QFile::copy(model.Pasta() + u"/Tarvo.mdb"_s, Path("modelo.mdb")));
@@ -192,9 +179,9 @@ TEST(TestBroken, KilledAtAnyMoment) {
         if (signedSite) {
             server_.Put("Versao.txt", "2");
             publicar::SignAgain(server_.Folder(), {signer});
-            qputenv("TARVO_TEST_KEY", sys::OpenKeyOf(signer.key).toHex());
+            Write(programs_.filePath(u"ChavesAtualizacao.txt"_s),
+                  "Site: loja\nChave: " + sys::OpenKeyOf(signer.key).toHex());
         }
-        const auto withoutKey = qScopeGuard([] { qunsetenv("TARVO_TEST_KEY"); });
         QElapsedTimer clock;
         clock.start();
         ExpectWhole(NewData("inteira"));
@@ -210,8 +197,7 @@ TEST(TestBroken, KilledAtAnyMoment) {
             const int phase = round % Phases;
             const int piece = 1 + chance.bounded(Files - 1);
             QProcess process;
-            process.start(QCoreApplication::applicationFilePath(),
-                          UpdateOf(data) << QString::number(phase == Placing ? piece + 1 : 0));
+            process.start(program_, {data, QString::number(phase == Placing ? piece + 1 : 0)});
             QVERIFY(process.waitForStarted(Patience));
             QDeadlineTimer patience(Patience);
             while (!Reached(phase, piece, data) && process.state() == QProcess::Running &&
@@ -235,20 +221,6 @@ TEST(TestBroken, KilledAtAnyMoment) {
             }
         }
     }
-}
-
-// The update of a computer that dies keeps nobody else waiting.
-TEST(TestBroken, OneOfTwoComputersKilled) {
-    server_.Put("ListVersao2.txt", "FOTO;silent-body;1\r\n" + list_);
-    const QString data = NewData("dividida");
-    QProcess process;
-    process.start(QCoreApplication::applicationFilePath(), UpdateOf(data));
-    QTRY_VERIFY_WITH_TIMEOUT(!QDir(data).entryList({u"*.tmp"_s}).isEmpty(), Patience);
-    QCOMPARE(Update(data), u"locked"_s);
-    process.kill();
-    QVERIFY(process.waitForFinished(Patience));
-    server_.Put("ListVersao2.txt", list_);
-    ExpectWhole(data);
 }
 
 // Small disks for one process alone. Printed: the boxes and the catalogue, the bytes of the
@@ -276,9 +248,8 @@ TEST(TestBroken, OwnDisks) {
         }
         const QString command =
             u"mount -t tmpfs -o size=2m tmpfs '%2%3' && cp -r '%1'/. '%2' && "
-            "'%4' --play update '%2'; cat '%2'/FotoPeca/*.png | wc -c; ls '%2' '%2/FotoPeca' | grep -c tmp || true"_s
-                .arg(NewData("dados"), NewData("disco"), disk,
-                     QCoreApplication::applicationFilePath());
+            "'%4' '%2'; cat '%2'/FotoPeca/*.png | wc -c; ls '%2' '%2/FotoPeca' | grep -c tmp || true"_s
+                .arg(NewData("dados"), NewData("disco"), disk, program_);
         const QString output = OutputOf("unshare", alone + List("sh", "-c", command)).trimmed();
         QCOMPARE(Like(output, printed), printed);
     }

@@ -1,4 +1,5 @@
 #include "instalacoes.h"
+#include "look/paleta.h"
 #include "platform/forms/controls.h"
 #include "session/arquivos.h"
 #include "update/restos.h"
@@ -139,6 +140,7 @@ TEST(TestInstalacao, MarksAndBars) {
             return;
         }
         // Each step in its row: a mark as large as its drawing, and a bar within its border.
+        QStringList named;
         for (int step = 1; step <= 4; ++step) {
             const auto place = [step](const char* name) {
                 return Find<forms::Panel>(*Screen(), AnyText(name) + u"Atualizacao(%1)"_s.arg(step))
@@ -155,11 +157,20 @@ TEST(TestInstalacao, MarksAndBars) {
             QVERIFY(border.top() - now.bottom() == 4 || border.top() - now.bottom() == 5);
             QCOMPARE(place("imgBarra").topLeft(), border.topLeft() + QPoint(6, 4));
             QCOMPARE(place("imgBarra").height(), border.height() - 8);
+            named += Find<QWidget>(*Screen(), u"imgPassoAtualAtualizacao(%1)"_s.arg(step))
+                         .accessibleName();
         }
+        QCOMPARE(named, List("Consultando as novas versões", "Baixando os arquivos",
+                             "Instalando os arquivos", "Atualizando o catálogo"));
+        auto& wait = Find<forms::Label>(*Screen(), "lblEspera");
+        wait.SetText(u"espera"_s);
+        const QImage image = wait.grab().toImage().convertToFormat(QImage::Format_RGB32);
+        QCOMPARE(image.pixelColor(0, 0), Paleta::Atual().petroleoFundo);
+        const auto* pixels = reinterpret_cast<const QRgb*>(image.constBits());
+        QVERIFY(std::count(pixels, pixels + image.sizeInBytes() / 4, Paleta::Atual().gelo.rgb()));
         for (const auto* picture : Screen()->findChildren<forms::Panel*>()) {
             if (picture->isVisible() && picture->objectName().startsWith("img"_L1)) {
                 seen += picture->objectName().mid(3).remove(u"Atualizacao"_s) +
-                        picture->accessibleName() +
                         (picture->objectName().startsWith("imgBarra"_L1)
                              ? u" %1"_s.arg(picture->width())
                              : QString());
@@ -169,7 +180,7 @@ TEST(TestInstalacao, MarksAndBars) {
     QCOMPARE(Update(), List(Done));
     seen.sort();
     QCOMPARE(seen, List("Barra(1) 216", "Barra(2) 54", "BordaBarra(1)", "BordaBarra(2)",
-                        "PassoAtual(2)Baixando os arquivos", "PassoConcluido(1)"));
+                        "PassoAtual(2)", "PassoConcluido(1)"));
 }
 
 // Half a key file must not let everybody in.

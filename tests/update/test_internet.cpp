@@ -2,7 +2,6 @@
 #include "platform/system/paths.h"
 #include "session/global.h"
 #include "support/servers.h"
-#include "support/test.h"
 
 #include <QTimer>
 

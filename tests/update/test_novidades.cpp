@@ -1,17 +1,12 @@
+#include "busca.h"
 #include "look/tooltip.h"
-#include "platform/forms/controls.h"
 #include "platform/forms/msgbox.h"
 #include "platform/system/clock.h"
 #include "platform/system/process.h"
-#include "search/pesquisa.h"
 #include "session/banco.h"
-#include "session/global.h"
-#include "session/passagens.h"
 #include "settings/configuracoes.h"
-#include "support/catalogo.h"
+#include "support/janela.h"
 #include "support/servers.h"
-#include "support/test.h"
-#include "support/windows.h"
 #include "update/atualizando.h"
 #include "update/conversa.h"
 #include "update/novidades.h"
@@ -36,6 +31,9 @@ public:
             started += commandLine;
             const QString result = results_.value(started.size() - 1);
             conversation = Conversa::Atender();
+            if (conversation) {  // it had to ask, and nobody shall be asked again
+                conversation->GuardarAcesso(u"maria"_s, u"s3nha"_s);
+            }
             if (running || result == u'!') {
                 return running ? sys::OwnProcessId() : throw Erro(Erro::FileNotFound);
             }
@@ -82,7 +80,7 @@ struct TestNovidades : Fixture {
         catalogo_ = std::make_unique<CatalogoDeTeste>();
         catalogo_->Executar(
             {"UPDATE UMREGISTRO SET Versao = 1, FlagErroUltimaVerificacao = 7, "
-             "DataUltimaVerificacao = Null, UrlAtualizacao = 'atualiza.exemplo'"});
+             "DataUltimaVerificacao = Null, UrlAtualizacao = 'atualiza.exemplo/guarded'"});
         gFrmPesquisa = new frmPesquisa;
         gFrmPesquisa->Show();
         Timer("tmrVerificaProcessoVerificacao").setInterval(5);
@@ -141,8 +139,9 @@ TEST(TestNovidades, Checks) {
         {Question, "16 Erro nº: -104\nHttpQueryInfo:0;-103;Status=404 (ListVersao3.txt)"}, Checked);
     for (const auto& [automatic, results, boxes, tip] : row) {
         const ProxySetting proxy(server_.Port());
-        server_.Put("ListVersao2.txt", "SDB;dois.txt;1\r\n");
-        server_.Put("dois.txt", "E:UPDATE UMREGISTRO SET ComplementoDataEmissao = ' (2)'");
+        const Logins nobody(AnyTexts{});
+        server_.Put("guarded/ListVersao2.txt", "SDB;dois.txt;1\r\n");
+        server_.Put("guarded/dois.txt", "E:UPDATE UMREGISTRO SET ComplementoDataEmissao = ' (2)'");
         const OutroComputador other;
         const bool locked = boxes.size() == 2 && results.size() == 1;
         if (locked) {

@@ -1,9 +1,6 @@
 #include "busca.h"
 #include "session/global.h"
 #include "support/servers.h"
-#include "support/test.h"
-
-#include <QProcess>
 
 #include <csignal>
 #include <span>
