@@ -1,6 +1,5 @@
 #include "platform/forms/controls.h"
 #include "platform/forms/theme.h"
-#include "support/test.h"
 #include "support/windows.h"
 
 #include <QAbstractItemView>

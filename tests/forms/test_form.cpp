@@ -1,18 +1,18 @@
 #include "platform/forms/application.h"
 #include "platform/forms/controls.h"
-#include "platform/forms/form.h"
 #include "platform/forms/msgbox.h"
 #include "platform/forms/owner.h"
 #include "platform/forms/theme.h"
-#include "support/test.h"
 #include "support/windows.h"
 
+#include <QAccessible>
 #include <QPointer>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTimer>
 #include <QWindow>
 
+using forms::ClickZone;
 using forms::Form;
 
 namespace {
@@ -91,12 +91,30 @@ const QHash<QString, std::function<void(Screen& it, Screen& other)>> Steps = {
 }  // namespace
 
 struct TestForm : Fixture {
-    void init() override { history.clear(); }
+    QPointer<Screen> screen_;
+
+    // A painted button.
+    ClickZone* Zone(const QString& name, const QRect& place) const {
+        auto* zone = new ClickZone(name, name, screen_->Picture());
+        zone->setGeometry(place);
+        zone->setFocusPolicy(Qt::TabFocus);
+        return zone;
+    }
+    void Open() const {
+        screen_->Show();
+        QVERIFY(QTest::qWaitForWindowActive(screen_));
+    }
+
+    void init() override {
+        history.clear();
+        screen_ = new Screen(u"screen"_s);
+    }
     void cleanup() override {
         for (Form* form : Form::Loaded()) {
             form->Unload();
         }
         Settle();
+        delete screen_;
         QVERIFY(Form::Loaded().isEmpty());
     }
 };
@@ -171,44 +189,37 @@ TEST(TestForm, ModalDialogBlocksAndGivesBack) {
 }
 
 TEST(TestForm, FailedLoadLeavesNothing) {
-    auto* screen = new Screen(u"screen"_s);
-    const QPointer<Form> watch(screen);
-    screen->onLoad = [] { throw Erro(3021, u"Nenhum registro atual."_s); };
-    QVERIFY_THROWS_EXCEPTION(Erro, screen->Show());
+    screen_->onLoad = [] { throw Erro(3021, u"Nenhum registro atual."_s); };
+    QVERIFY_THROWS_EXCEPTION(Erro, screen_->Show());
     QVERIFY(!Form::Find(u"screen"_s));
     QVERIFY(!Form::Active());
     Settle();
-    QVERIFY(watch.isNull());
+    QVERIFY(screen_.isNull());
 }
 
 TEST(TestForm, ClicksReachWhatTheyHit) {
-    auto* screen = new Screen(u"screen"_s);
     QStringList heard;
-    screen->onLoad = [&] {
-        auto* zone = new forms::ClickZone(u"imgSair"_s, u"Sair"_s, screen->Picture());
-        zone->setGeometry(27, 509, 45, 31);
-        connect(zone, &forms::Zone::Click, [&] { heard += u"zone"_s; });
-        connect(zone, &forms::Zone::MouseMove, [&] { heard += u"zone move"_s; });
-        auto* label = new forms::Label(u"lblEmissao"_s, screen->Picture());
-        label->setGeometry(142, 10, 107, 17);
-        auto* picture = new forms::Picture(u"imgFigura(0)"_s, {}, screen->Picture());
-        picture->setGeometry(10, 100, 120, 75);
-        connect(picture, &forms::Zone::Click, [&] { heard += u"picture"_s; });
-        connect(picture, &forms::Zone::DblClick, [&] { heard += u"picture double"_s; });
-    };
-    connect(screen, &Form::Click, [&] { heard += u"form"_s; });
-    connect(screen, &Form::MouseMove, [&] { heard += u"form move"_s; });
-    screen->Show();
+    ClickZone& zone = *Zone(u"imgSair"_s, {27, 509, 45, 31});
+    connect(&zone, &forms::Zone::Click, [&] { heard += u"zone"_s; });
+    connect(&zone, &forms::Zone::MouseMove, [&] { heard += u"zone move"_s; });
+    forms::Label label(u"lblEmissao"_s, screen_->Picture());
+    label.setGeometry(142, 10, 107, 17);
+    forms::Picture picture(u"imgFigura(0)"_s, {}, screen_->Picture());
+    picture.setGeometry(10, 100, 120, 75);
+    connect(&picture, &forms::Zone::Click, [&] { heard += u"picture"_s; });
+    connect(&picture, &forms::Zone::DblClick, [&] { heard += u"picture double"_s; });
+    connect(screen_, &Form::Click, [&] { heard += u"form"_s; });
+    connect(screen_, &Form::MouseMove, [&] { heard += u"form move"_s; });
+    screen_->Show();
 
-    ClickAt(*screen, {28, 510});
-    DoubleClickAt(*screen, {28, 510});
-    ClickAt(*screen, {300, 300});
-    ClickAt(*screen, {150, 15});  // a label keeps the mouse to itself
-    DoubleClickAt(*screen, {20, 110});
+    ClickAt(*screen_, {28, 510});
+    DoubleClickAt(*screen_, {28, 510});
+    ClickAt(*screen_, {300, 300});
+    ClickAt(*screen_, {150, 15});  // a label keeps the mouse to itself
+    DoubleClickAt(*screen_, {20, 110});
     QCOMPARE(heard, List("zone", "zone", "zone", "form", "picture", "picture double"));
 
     heard.clear();
-    auto& zone = Find<forms::ClickZone>(*screen, "imgSair");
     QTest::mousePress(&zone, Qt::LeftButton);
     QTest::mouseRelease(&zone, Qt::LeftButton, {}, {-5, -5});
     QTest::mouseClick(&zone, Qt::RightButton);
@@ -219,7 +230,7 @@ TEST(TestForm, ClicksReachWhatTheyHit) {
     QCOMPARE(heard, QStringList());
 
     QTest::mouseMove(&zone);
-    QTest::mouseMove(screen->Picture(), {400, 300});
+    QTest::mouseMove(screen_->Picture(), {400, 300});
     Settle();
     QCOMPARE(heard.first(), u"zone move"_s);
     QCOMPARE(heard.last(), u"form move"_s);
@@ -227,37 +238,31 @@ TEST(TestForm, ClicksReachWhatTheyHit) {
 
 // Entering a box has meaning on some screens: the toolkit must not do it by itself.
 TEST(TestForm, NobodyEntersABoxUnasked) {
-    auto* screen = new Screen(u"screen"_s);
     int entered = 0;
     int left = 0;
     int keys = 0;
-    screen->onLoad = [&] {
-        for (const auto& name : {u"txtA"_s, u"txtB"_s}) {
-            auto* panel = new forms::Panel(u"pct"_s + name, {}, screen->Picture());
-            panel->setGeometry(0, name == u"txtA"_s ? 0 : 100, 200, 100);
-            auto* box = new forms::TextBox(name, name, panel);
-            connect(box, &forms::TextBox::GotFocus, [&] { ++entered; });
-            connect(box, &forms::TextBox::LostFocus, [&] { ++left; });
-        }
-    };
-    connect(screen, &Form::KeyDown, [&] { ++keys; });
-    screen->Show();
-    QVERIFY(QTest::qWaitForWindowActive(screen));
+    forms::Panel panel(u"pctA"_s, {}, screen_->Picture());
+    panel.setGeometry(0, 0, 200, 100);
+    forms::TextBox box(u"txtA"_s, u"A"_s, &panel);
+    connect(&box, &forms::TextBox::GotFocus, [&] { ++entered; });
+    connect(&box, &forms::TextBox::LostFocus, [&] { ++left; });
+    const forms::TextBox another(u"txtB"_s, u"B"_s, screen_->Picture());
+    connect(screen_, &Form::KeyDown, [&] { ++keys; });
+    Open();
     QCOMPARE(entered, 0);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_F5);
     QCOMPARE(keys, 1);
 
-    auto& box = Find<forms::TextBox>(*screen, "txtA");
     box.setFocus();
     QCOMPARE(entered, 1);
     QWidget other;
     other.show();
     LeaveOverTo(other);
     other.hide();
-    LeaveOverTo(*screen);
+    LeaveOverTo(*screen_);
     QCOMPARE(entered, 1);
 
-    box.parentWidget()->hide();
+    panel.hide();
     QCOMPARE(entered, 1);
     QCOMPARE(left, 1);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_X);
@@ -265,19 +270,18 @@ TEST(TestForm, NobodyEntersABoxUnasked) {
 }
 
 TEST(TestForm, PictureStandsInTheMiddle) {
-    auto* screen = new Screen(u"screen"_s);
-    screen->Show();
-    screen->setWindowState(Qt::WindowNoState);
-    screen->resize(1067, 600);
-    QCOMPARE(screen->Picture()->geometry(), QRect(133, 0, 800, 600));
-    QCOMPARE(screen->grab().toImage().pixelColor(5, 5), forms::CurrentTheme().surround);
-    screen->SetSurround(Qt::red);
-    QCOMPARE(screen->grab().toImage().pixelColor(1060, 5), QColor(Qt::red));
-    screen->resize(800, 600);
-    QCOMPARE(screen->Picture()->geometry(), QRect(0, 0, 800, 600));
-    screen->resize(640, 480);  // whole, behind scroll bars
-    QCOMPARE(screen->Picture()->geometry(), QRect(0, 0, 800, 600));
-    auto* area = screen->findChild<QScrollArea*>();
+    screen_->Show();
+    screen_->setWindowState(Qt::WindowNoState);
+    screen_->resize(1067, 600);
+    QCOMPARE(screen_->Picture()->geometry(), QRect(133, 0, 800, 600));
+    QCOMPARE(screen_->grab().toImage().pixelColor(5, 5), forms::CurrentTheme().surround);
+    screen_->SetSurround(Qt::red);
+    QCOMPARE(screen_->grab().toImage().pixelColor(1060, 5), QColor(Qt::red));
+    screen_->resize(800, 600);
+    QCOMPARE(screen_->Picture()->geometry(), QRect(0, 0, 800, 600));
+    screen_->resize(640, 480);  // whole, behind scroll bars
+    QCOMPARE(screen_->Picture()->geometry(), QRect(0, 0, 800, 600));
+    auto* area = screen_->findChild<QScrollArea*>();
     QVERIFY(area->verticalScrollBar()->maximum() >= 120);
     QVERIFY(area->horizontalScrollBar()->maximum() >= 160);
 }
@@ -291,6 +295,7 @@ TEST(TestForm, HourglassStandsAsLongAsTheWork) {
     };
     QCOMPARE(work([&] { work([] {}); }), forms::vbHourglass);
     QCOMPARE(forms::MousePointer(), forms::vbDefault);
+    QVERIFY(!QGuiApplication::overrideCursor());
     QCOMPARE(ErrorOf([&] { work([] { throw Erro(Erro::InvalidArgument); }); }), 5);
     QCOMPARE(forms::MousePointer(), forms::vbDefault);
 
@@ -332,4 +337,55 @@ TEST(TestForm, UntrappedErrorEndsTheProgramInOrder) {
     QCOMPARE(boxes.Boxes().first().text, u"Erro nº: 3021\nNenhum registro atual."_s);
     QCOMPARE(boxes.Boxes().first().flags, forms::vbCritical);
     QCOMPARE(boxes.Boxes().first().title, u"Catálogo TARVO-LINDEN"_s);
+}
+
+TEST(TestForm, KeysPressAZone) {
+    Each<bool, int, QStringList> row;
+    const QStringList pressed = List("down", "click");
+    row("button, space", false, Qt::Key_Space, pressed);
+    row("button, enter", false, Qt::Key_Return, pressed);
+    row("button, enter of the number pad", false, Qt::Key_Enter, pressed);
+    row("button, another", false, Qt::Key_Escape, {"key"});
+    row("tick box, space", true, Qt::Key_Space, pressed);
+    row("tick box, enter", true, Qt::Key_Return, {"key"});
+    for (const auto& [tickBox, key, heard] : row) {
+        ClickZone* zone = Zone(u"imgOk"_s, {0, 0, 40, 20});
+        const QAccessibleInterface* told = QAccessible::queryAccessibleInterface(zone);
+        QCOMPARE(told->role(), QAccessible::Button);
+        for (int ticked = 0; tickBox && ticked < 2; ++ticked) {
+            zone->SetTicked(ticked == 1);
+            QCOMPARE(told->role(), QAccessible::CheckBox);
+            QVERIFY(told->state().checkable);
+            QCOMPARE(int(told->state().checked), ticked);
+        }
+        QStringList events;
+        connect(zone, &ClickZone::MouseDown, [&] { events += u"down"_s; });
+        connect(zone, &ClickZone::Click, [&] { events += u"click"_s; });
+        connect(screen_, &Form::KeyDown, [&] { events += u"key"_s; });
+        Open();
+        zone->setFocus();
+        QTest::keyClick(zone, Qt::Key(key));
+        QCOMPARE(events, heard);
+    }
+}
+
+// What an open panel covers is not reached, in either direction.
+TEST(TestForm, TabPassesOverWhatIsCovered) {
+    ClickZone* above = Zone(u"above"_s, {10, 10, 40, 20});
+    Zone(u"covered"_s, {10, 110, 40, 20});
+    ClickZone* below = Zone(u"below"_s, {10, 310, 40, 20});
+    auto* panel = new forms::Panel(u"panel"_s, {}, screen_->Picture());
+    panel->setGeometry(0, 100, 800, 162);
+    Open();
+    const auto after = [](Qt::Key key) {
+        QTest::keyClick(QApplication::focusWidget(), key);
+        return QApplication::focusWidget();
+    };
+    QCOMPARE(after(Qt::Key_Tab), above);
+    QCOMPARE(after(Qt::Key_Tab), below);
+    QCOMPARE(after(Qt::Key_Backtab), above);
+    QTest::mouseClick(below, Qt::LeftButton);  // a click leaves the keyboard where it is
+    QCOMPARE(QApplication::focusWidget(), above);
+    panel->hide();
+    QCOMPARE(after(Qt::Key_Tab)->objectName(), u"covered"_s);
 }

@@ -1,10 +1,8 @@
 #include "platform/forms/boundgrid.h"
-#include "platform/forms/form.h"
 #include "platform/forms/listexport.h"
 #include "platform/forms/progressbox.h"
 #include "platform/system/paths.h"
 #include "support/database.h"
-#include "support/test.h"
 #include "support/windows.h"
 
 #include <QApplication>

@@ -2,7 +2,6 @@
 #include "platform/forms/controls.h"
 #include "platform/forms/picturefile.h"
 #include "platform/forms/theme.h"
-#include "support/test.h"
 #include "support/windows.h"
 
 #include <QApplication>

@@ -24,7 +24,6 @@ int untilShown = 400;
 }  // namespace
 
 ProgressBox::ProgressBox() : label_(new QLabel(this)), bar_(new QProgressBar(this)) {
-    setObjectName(u"ProgressBox"_s);
     setWindowTitle(ProgramTitle());
     setModal(true);
     setFixedWidth(Width);
