@@ -165,7 +165,6 @@ private:
         jaVeio_ = true;
         Colocar();
         show();
-        raise();
         vida_.start(dica_.popupTime_);
     }
 
@@ -232,7 +231,6 @@ private:
         QPainterPath ponta;
         ponta.addPolygon(QPolygonF({QPointF(ponta_, base), QPointF(ponta_, bico),
                                     QPointF(ponta_ + LarguraDaPonta, base)}));
-        ponta.closeSubpath();
         return caminho.united(ponta);
     }
 
@@ -250,7 +248,6 @@ private:
         pintor.setPen(Qt::NoPen);
         pintor.setBrush(desenho.fundo);
         pintor.drawEllipse(lugar);
-        pintor.setBrush(Qt::NoBrush);
         pintor.setPen(desenho.letra);
         pintor.setFont(forms::Font(LadoDoSinal * 3 / 4, true));
         pintor.drawText(lugar, Qt::AlignCenter, desenho.texto.toString());

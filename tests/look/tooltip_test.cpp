@@ -137,14 +137,19 @@ TEST(TooltipTest, LugarEPintura) {
 
         const QImage imagem = const_cast<QWidget*>(janela)->grab().toImage();
         const QRect papel(QPoint(9, (acima ? 0 : ponta) + 9), corpo - QSize(18, 18));
-        QRect tinta;
-        for (int y = papel.top() - 5; y <= papel.bottom() + 5; ++y) {
-            for (int x = papel.left() - 5; x <= papel.right() + 5; ++x) {
-                if (imagem.pixelColor(x, y) != QColor(Qt::white)) {
-                    tinta |= QRect(x, y, 1, 1);
+        const auto escrito = [&](const QRect& parte) {
+            QRect tinta;
+            for (int y = parte.top(); y <= parte.bottom(); ++y) {
+                for (int x = parte.left(); x <= parte.right(); ++x) {
+                    const bool branco = imagem.pixelColor(x, y) == QColor(Qt::white);
+                    tinta |= branco ? QRect() : QRect(x, y, 1, 1);
                 }
             }
-        }
+            return tinta;
+        };
+        const QRect tinta = escrito(papel.adjusted(-5, -5, 5, 5));
+        const QRect linhas = escrito(papel.adjusted(0, linha + 4, 0, 0));
+        QVERIFY(linhas.width() <= letras.horizontalAdvance(u"dois"_s));  // not bold
         QVERIFY2(papel.contains(tinta) && tinta.width() > papel.width() - 5 &&
                      tinta.height() > papel.height() - 12,
                  qPrintable(QDebug::toString(tinta)));

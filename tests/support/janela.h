@@ -132,6 +132,7 @@ inline QString Luzes(const AnyText& tela, QPoint aoLado, const AnyTexts& botoes)
     const auto& imagens = dynamic_cast<const ImagensSelecionadas&>(form);
     const auto semLuzes = [&form](forms::Artwork::State estado) {
         QImage imagem(form.Background()->Size(), QImage::Format_RGB32);
+        imagem.fill(Qt::black);
         QPainter pintor(&imagem);
         form.Background()->Paint(pintor, imagem.rect(), imagem.rect(), estado);
         for (const auto* acesa : form.Picture()->findChildren<forms::LitPicture*>()) {
@@ -141,7 +142,8 @@ inline QString Luzes(const AnyText& tela, QPoint aoLado, const AnyTexts& botoes)
         return imagem;
     };
     QStringList palavras;
-    if (semLuzes(forms::Artwork::State::Lit) != semLuzes(forms::Artwork::State::Rest)) {
+    if (form.Background() &&
+        semLuzes(forms::Artwork::State::Lit) != semLuzes(forms::Artwork::State::Rest)) {
         palavras += u"!"_s;
     }
     MoveTo(form, aoLado);
