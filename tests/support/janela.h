@@ -131,10 +131,12 @@ inline QString Luzes(const AnyText& tela, QPoint aoLado, const AnyTexts& botoes)
     forms::Form& form = *forms::Form::Find(tela);
     const auto& imagens = dynamic_cast<const ImagensSelecionadas&>(form);
     const auto semLuzes = [&form](forms::Artwork::State estado) {
-        QImage imagem(form.Background()->Size(), QImage::Format_RGB32);
+        const QRect tudo({}, form.Background()->Size());
+        QImage imagem(tudo.size() * 2, QImage::Format_RGB32);
+        imagem.setDevicePixelRatio(2);
         imagem.fill(Qt::black);
         QPainter pintor(&imagem);
-        form.Background()->Paint(pintor, imagem.rect(), imagem.rect(), estado);
+        form.Background()->Paint(pintor, tudo, tudo, estado);
         for (const auto* acesa : form.Picture()->findChildren<forms::LitPicture*>()) {
             pintor.fillRect(QRect(acesa->mapTo(form.Picture(), QPoint()), acesa->size()),
                             Qt::black);
