@@ -99,7 +99,7 @@ TEST(TestExportar, TheProgram) {
     Write(In("velho/Tarvo.mdb"), QByteArray(1000, 'x'));
     ends({In("velho"), In("um")}, "2 *não é um catálogo*");
     ends({data, In("um")}, "0 *PECA.csv*");
-    ends({data, In("um")}, "2 *não é uma pasta vazia*");
+    ends({data, In("um")}, "2 *\" já existe e não é uma pasta vazia; *");
     QCOMPARE(QDir(root_.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
              List("um", "velho"));
 }

@@ -183,7 +183,7 @@ TEST(TestPlanilhas, WhereItMayNotGo) {
     const auto complaint = [&](const AnyText& from, const AnyText& to) {
         return ComplaintOf({In(from), In(to)});
     };
-    QVERIFY(complaint("csv", "cheia").contains(u"já existe e não é uma pasta vazia"_s));
+    QVERIFY(complaint("csv", "cheia").contains(u"\" já existe e não é uma pasta vazia"_s));
     QVERIFY(complaint("csv", "nada/novo").contains(u"Não há pasta"_s));
     QVERIFY(complaint("nada", "novo").contains(u"Não há \"%1\""_s.arg(In("nada"))));
     QCOMPARE(complaint("csv", "vazia"), QString());
