@@ -17,13 +17,16 @@ std::pair<QWidget*, QPoint> At(forms::Form& form, QPoint place) {
     return {widget, widget->mapFrom(&form, inForm)};
 }
 
-// A window system with a pointer of its own tells of a move a while after it.
+// A window system with a pointer of its own tells of a move a while after it, and after the one
+// before.
 struct MoveWatch : QObject {
+    QPoint place;
     bool told = false;
 
-    MoveWatch() { qApp->installEventFilter(this); }
+    explicit MoveWatch(QPoint global) : place(global) { qApp->installEventFilter(this); }
     bool eventFilter(QObject*, QEvent* event) override {
-        told |= event->type() == QEvent::MouseMove;
+        told |= event->type() == QEvent::MouseMove &&
+                static_cast<QMouseEvent*>(event)->globalPosition().toPoint() == place;
         return false;
     }
 };
@@ -82,9 +85,15 @@ void DoubleClickAt(forms::Form& form, QPoint place) {
 
 void MoveTo(forms::Form& form, QPoint place) {
     const auto [widget, position] = At(form, place);
-    MoveWatch watch;
-    QTest::mouseMove(widget, position);
-    static_cast<void>(QTest::qWaitFor([&] { return watch.told; }, 500));
+    // What brings the pointer into the window, or leaves it where it is, may not be told: aside
+    // then, and back.
+    for (const QPoint& aside : {QPoint(), QPoint(1, 0), QPoint()}) {
+        MoveWatch watch(widget->mapToGlobal(position + aside));
+        QTest::mouseMove(widget, position + aside);
+        if (QTest::qWaitFor([&] { return watch.told; }, 500) && aside.isNull()) {
+            break;
+        }
+    }
     Settle();
 }
 
