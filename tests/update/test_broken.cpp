@@ -177,10 +177,11 @@ TEST(TestBroken, KilledAtAnyMoment) {
     for (const bool signedSite : {false, true}) {
         const publicar::Signer signer{u"loja"_s, QByteArray(32, 'k')};
         if (signedSite) {
-            server_.Put("Versao.txt", "2");
-            publicar::SignAgain(server_.Folder(), {signer});
             Write(programs_.filePath(u"ChavesAtualizacao.txt"_s),
                   "Site: loja\nChave: " + sys::OpenKeyOf(signer.key).toHex());
+            QVERIFY(Update(NewData("inteira")).startsWith(u"Erro nº: -110"_s));  // not yet signed
+            server_.Put("Versao.txt", "2");
+            publicar::SignAgain(server_.Folder(), {signer});
         }
         QElapsedTimer clock;
         clock.start();
