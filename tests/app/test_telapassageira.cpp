@@ -1,5 +1,4 @@
 #include "app/telapassageira.h"
-#include "support/test.h"
 #include "support/windows.h"
 
 #include <QElapsedTimer>

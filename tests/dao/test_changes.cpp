@@ -1,15 +1,8 @@
-#include "platform/dao/connection.h"
-#include "platform/dao/dao.h"
 #include "platform/dao/errors.h"
 #include "platform/dao/schema.h"
 #include "platform/sql/parser.h"
 #include "platform/sql/writer.h"
 #include "support/database.h"
-#include "support/test.h"
-
-#include <QRandomGenerator>
-
-#include <functional>
 
 using namespace dao;
 

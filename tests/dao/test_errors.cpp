@@ -1,12 +1,6 @@
-#include "platform/dao/connection.h"
-#include "platform/dao/dao.h"
 #include "platform/dao/errors.h"
 #include "platform/dao/statement.h"
-#include "platform/system/paths.h"
 #include "support/database.h"
-#include "support/test.h"
-
-#include <functional>
 
 using namespace dao;
 

@@ -1,15 +1,10 @@
-#include "platform/dao/connection.h"
-#include "platform/dao/dao.h"
 #include "platform/dao/rowreader.h"
 #include "platform/dao/statement.h"
 #include "platform/sql/dialect.h"
 #include "support/database.h"
-#include "support/test.h"
 
 #include <QSignalSpy>
 #include <QThread>
-
-#include <functional>
 
 using namespace dao;
 

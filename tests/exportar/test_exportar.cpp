@@ -2,8 +2,6 @@
 #include "importar/import.h"
 #include "importar/programa.h"
 #include "platform/dao/connection.h"
-#include "platform/system/paths.h"
-#include "session/global.h"
 #include "support/catalogo.h"
 #include "support/servers.h"
 #include "tabelas/dates.h"

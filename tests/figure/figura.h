@@ -2,9 +2,6 @@
 
 #include "figure/figura_detalhada.h"
 #include "support/janela.h"
-#include "support/test.h"
-
-#include <QTimer>
 
 // The figures of parts 1 and 2 of LinhasDePecas, and a hand for the screen that shows them.
 //

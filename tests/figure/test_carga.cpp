@@ -1,6 +1,5 @@
 #include "figura.h"
 #include "look/paleta.h"
-#include "support/test.h"
 
 #include <QAccessible>
 

@@ -1,5 +1,4 @@
 #include "figura.h"
-#include "support/test.h"
 
 #include <QTextDocument>
 

@@ -1,6 +1,4 @@
 #include "figura.h"
-#include "platform/forms/application.h"
-#include "support/test.h"
 
 struct TestPassagens : NaJanela<Mao> {};
 

@@ -5,7 +5,6 @@
 
 #include <QAbstractItemModelTester>
 #include <QAccessible>
-#include <QApplication>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QScrollBar>

@@ -1,16 +1,13 @@
-#include "platform/forms/msgbox.h"
 #include "platform/forms/progressbox.h"
 #include "platform/forms/theme.h"
 #include "support/windows.h"
 
-#include <QApplication>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTextDocument>
 #include <QTextEdit>
-#include <QTimer>
 
 using namespace forms;
 

@@ -1,4 +1,3 @@
-#include "platform/forms/controls.h"
 #include "platform/forms/theme.h"
 #include "support/windows.h"
 

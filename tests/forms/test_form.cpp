@@ -1,6 +1,3 @@
-#include "platform/forms/application.h"
-#include "platform/forms/controls.h"
-#include "platform/forms/msgbox.h"
 #include "platform/forms/owner.h"
 #include "platform/forms/theme.h"
 #include "support/windows.h"
@@ -9,7 +6,6 @@
 #include <QPointer>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QTimer>
 #include <QWindow>
 
 using forms::ClickZone;

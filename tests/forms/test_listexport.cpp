@@ -1,17 +1,14 @@
 #include "platform/forms/boundgrid.h"
 #include "platform/forms/listexport.h"
 #include "platform/forms/progressbox.h"
-#include "platform/system/paths.h"
 #include "support/database.h"
 #include "support/windows.h"
 
-#include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QFileIconProvider>
 #include <QMenu>
 #include <QPushButton>
-#include <QTimer>
 
 using forms::BoundGrid;
 using forms::DataSource;

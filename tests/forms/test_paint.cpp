@@ -1,10 +1,7 @@
 #include "platform/forms/artwork.h"
-#include "platform/forms/controls.h"
 #include "platform/forms/picturefile.h"
 #include "platform/forms/theme.h"
 #include "support/windows.h"
-
-#include <QApplication>
 
 using namespace forms;
 

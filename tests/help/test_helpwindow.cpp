@@ -6,7 +6,6 @@
 #include "support/windows.h"
 
 #include <QAbstractTextDocumentLayout>
-#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPrinter>

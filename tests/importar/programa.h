@@ -2,8 +2,6 @@
 
 #include "support/test.h"
 
-#include <QProcess>
-
 namespace testing_support {
 
 // What a program says, behind its exit code and a blank.

@@ -1,8 +1,6 @@
 #include "importar/mdbsource.h"
 #include "novapasta.h"
-#include "platform/system/paths.h"
 
-#include <QRandomGenerator>
 #include <QStandardPaths>
 
 using importar::MdbSource;

@@ -1,5 +1,4 @@
 #include "novapasta.h"
-#include "platform/system/paths.h"
 #include "programa.h"
 
 #include <QThread>

@@ -1,6 +1,5 @@
 #include "look/conheca_tarvo.h"
 
-#include "platform/forms/application.h"
 #include "support/janela.h"
 
 namespace {

@@ -1,5 +1,4 @@
 #include "support/janela.h"
-#include "support/test.h"
 
 // What the data and other computers can do to the part views.
 struct TestEntradas : NaJanela<> {

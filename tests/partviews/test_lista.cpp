@@ -1,8 +1,5 @@
 #include "partviews/lista_pecas.h"
 #include "support/janela.h"
-#include "support/test.h"
-
-#include <QTimer>
 
 struct TestLista : NaJanela<> {
     QStringList Valores(const AnyText& campo) { return Coluna(Lista, "dtcListaPecas", campo); }

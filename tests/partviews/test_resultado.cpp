@@ -1,5 +1,4 @@
 #include "support/janela.h"
-#include "support/test.h"
 
 struct TestResultado : NaJanela<> {
     QStringList Pecas(const AnyText& campo = u"NumeroTarvoPeca"_s) {

@@ -1,5 +1,4 @@
 #include "support/janela.h"
-#include "support/test.h"
 
 // The whole way from the search to a component by keyboard alone.
 struct TestTeclado : NaJanela<> {

@@ -1,11 +1,8 @@
 #pragma once
 
-#include "platform/forms/application.h"
 #include "platform/printer/printdialog.h"
 #include "printing/impressao.h"
-#include "session/global.h"
 #include "support/catalogo.h"
-#include "support/test.h"
 #include "support/windows.h"
 
 #include <QPointer>

@@ -2,7 +2,6 @@
 
 #include "dialogo.h"
 #include "platform/printer/printer.h"
-#include "support/test.h"
 
 #include <QList>
 #include <QMap>

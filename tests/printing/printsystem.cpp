@@ -2,7 +2,6 @@
 
 #include "support/test.h"
 
-#include <QDir>
 #include <QStandardPaths>
 
 #include <cups/cups.h>

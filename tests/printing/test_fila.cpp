@@ -1,13 +1,10 @@
 #include "dialogo.h"
 #include "printsystem.h"
-#include "support/test.h"
 
-#include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPrintDialog>
 #include <QSpinBox>
-#include <QTimer>
 
 // From the button to the queue of a real print system, through the real printer dialog.
 struct TestFila : NoDialogo {

@@ -1,8 +1,4 @@
 #include "gravador.h"
-#include "platform/forms/msgbox.h"
-#include "support/test.h"
-
-#include <QTimer>
 
 // The dialog and the job, on a device that records.
 struct TestImpressao : NoGravador {};

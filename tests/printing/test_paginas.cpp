@@ -1,6 +1,5 @@
 #include "gravador.h"
 #include "platform/forms/font.h"
-#include "support/test.h"
 
 // The pages on a device that records, at one pixel a page unit unless a case says otherwise.
 struct TestPaginas : NoGravador {

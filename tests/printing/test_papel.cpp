@@ -1,7 +1,6 @@
 #include "dialogo.h"
 #include "platform/forms/font.h"
 #include "platform/printer/paperprinter.h"
-#include "support/test.h"
 
 #include <QBuffer>
 #include <QPainter>

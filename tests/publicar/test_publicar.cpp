@@ -1,5 +1,4 @@
 #include "importar/programa.h"
-#include "platform/system/paths.h"
 #include "platform/system/proof.h"
 #include "publicar/names.h"
 #include "publicar/publish.h"

@@ -1,5 +1,4 @@
 #include "support/janela.h"
-#include "support/test.h"
 
 struct TestGaleria : NaJanela<> {
     // Opens the gallery with `total` pictures called "F 001" and on.

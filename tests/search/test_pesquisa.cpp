@@ -1,10 +1,7 @@
 #include "platform/system/process.h"
-#include "session/passagens.h"
 #include "support/janela.h"
-#include "support/test.h"
 
 #include <QScopedValueRollback>
-#include <QTimer>
 
 struct TestPesquisa : NaJanela<> {
     static QStringList Pecas(const AnyText& campo) { return Coluna(Busca, "dtcPesquisa1", campo); }

@@ -1,17 +1,11 @@
-#include "platform/dao/connection.h"
-#include "platform/system/paths.h"
-#include "session/banco.h"
-#include "session/global.h"
 #include "support/catalogo.h"
 #include "support/database.h"
 #include "support/peer.h"
-#include "support/test.h"
 #include "support/windows.h"
 
 #include <QCryptographicHash>
 #include <QScopedValueRollback>
 #include <QStandardPaths>
-#include <QTimer>
 
 namespace {
 

@@ -1,11 +1,8 @@
-#include "platform/dao/dao.h"
 #include "platform/dao/schema.h"
 #include "platform/dao/statement.h"
 #include "session/esquema.h"
-#include "session/global.h"
 #include "support/catalogo.h"
 #include "support/database.h"
-#include "support/test.h"
 
 struct TestEsquema : Fixture {
     CatalogoDeTeste catalogo_;

@@ -1,7 +1,5 @@
 #include "platform/forms/picturefile.h"
-#include "session/banco.h"
 #include "session/erros.h"
-#include "session/global.h"
 #include "session/travas.h"
 #include "support/catalogo.h"
 #include "support/frailfolder.h"

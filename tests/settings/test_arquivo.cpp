@@ -1,12 +1,7 @@
-#include "platform/system/paths.h"
 #include "session/global.h"
 #include "settings/arquivo.h"
 #include "settings/textocifrado.h"
-#include "support/test.h"
 #include "usuario.h"
-
-#include <QProcess>
-#include <QRandomGenerator>
 
 namespace {
 

@@ -1,15 +1,8 @@
-#include "platform/forms/application.h"
-#include "platform/forms/controls.h"
-#include "platform/forms/msgbox.h"
-#include "platform/system/paths.h"
 #include "session/formularios.h"
-#include "session/global.h"
 #include "settings/arquivo.h"
 #include "settings/configuracoes.h"
 #include "support/janela.h"
 #include "usuario.h"
-
-#include <QTimer>
 
 namespace {
 

@@ -1,7 +1,5 @@
-#include "session/banco.h"
 #include "settings/textocifrado.h"
 #include "support/catalogo.h"
-#include "support/test.h"
 
 #include <QCoreApplication>
 #include <QDirIterator>

@@ -1,8 +1,6 @@
 #include "settings/rijndael.h"
 #include "support/test.h"
 
-#include <QRandomGenerator>
-
 namespace {
 
 std::span<quint8> Bytes(QByteArray& bytes) {

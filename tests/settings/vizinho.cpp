@@ -7,7 +7,6 @@
 #include "support/test.h"
 
 #include <QCoreApplication>
-#include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QTextStream>
 

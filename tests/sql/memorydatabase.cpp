@@ -2,10 +2,8 @@
 
 #include "platform/dao/connection.h"
 #include "platform/dao/schema.h"
-#include "platform/erro.h"
 #include "platform/sql/parser.h"
 #include "platform/sql/writer.h"
-#include "platform/system/paths.h"
 
 #include <sqlite3.h>
 

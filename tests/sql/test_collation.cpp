@@ -3,8 +3,6 @@
 #include "platform/sql/likepattern.h"
 #include "support/test.h"
 
-#include <QRandomGenerator>
-
 #include <algorithm>
 
 namespace collation = sql::collation;

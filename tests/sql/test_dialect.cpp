@@ -1,6 +1,5 @@
 #include "memorydatabase.h"
 #include "platform/sql/functiontable.h"
-#include "platform/system/paths.h"
 #include "support/servers.h"
 
 #include <QLocale>

@@ -1,9 +1,6 @@
 #include "memorydatabase.h"
 #include "platform/sql/collation.h"
 #include "platform/sql/plan.h"
-#include "support/test.h"
-
-#include <QRandomGenerator>
 
 #include <algorithm>
 #include <sqlite3.h>

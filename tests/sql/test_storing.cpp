@@ -1,5 +1,4 @@
 #include "memorydatabase.h"
-#include "support/test.h"
 
 struct TestStoring : Fixture {
     void init() override { db_ = std::make_unique<MemoryDatabase>(); }

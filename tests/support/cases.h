@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/system/paths.h"
 #include "support/test.h"
 
 namespace testing_support {

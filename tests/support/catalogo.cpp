@@ -1,10 +1,7 @@
 #include "support/catalogo.h"
 
 #include "platform/convert.h"
-#include "platform/system/paths.h"
-#include "session/banco.h"
 #include "session/esquema.h"
-#include "session/global.h"
 
 namespace {
 

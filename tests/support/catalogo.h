@@ -1,6 +1,8 @@
 #pragma once
 
 #include "platform/dao/dao.h"
+#include "session/banco.h"
+#include "session/global.h"
 #include "support/test.h"
 
 // A data folder with an empty catalogue, opened as the session's own (gCaminho, gWS, gDB) for the

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/dao/connection.h"
 #include "platform/dao/dao.h"
 #include "support/test.h"
 

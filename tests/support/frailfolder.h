@@ -2,7 +2,6 @@
 
 #include "support/test.h"
 
-#include <QProcess>
 #include <QStandardPaths>
 #include <QStorageInfo>
 

@@ -3,16 +3,12 @@
 #include "look/tela.h"
 #include "platform/forms/artwork.h"
 #include "platform/forms/boundgrid.h"
-#include "platform/forms/controls.h"
-#include "platform/forms/form.h"
 #include "platform/forms/listexport.h"
 #include "search/pesquisa.h"
-#include "session/global.h"
 #include "session/passagens.h"
 #include "support/catalogo.h"
 #include "support/windows.h"
 
-#include <QApplication>
 #include <QClipboard>
 #include <QPainter>
 

@@ -5,7 +5,6 @@
 #include "session/global.h"
 #include "support/quickkeys.h"
 
-#include <QCoreApplication>
 #include <QTextStream>
 
 namespace {

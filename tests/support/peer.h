@@ -3,7 +3,6 @@
 #include "support/test.h"
 
 #include <QCoreApplication>
-#include <QProcess>
 
 namespace testing_support {
 

@@ -2,8 +2,6 @@
 
 #include "support/test.h"
 
-#include <QProcess>
-
 // Servers on the loopback for the time of a test. Each is reached as the system's proxy: the
 // program speaks to port 80 only, which a test cannot have.
 namespace testing_support {

@@ -1,6 +1,5 @@
 #include "support/servers.h"
 
-#include <QRandomGenerator>
 #include <QThread>
 
 namespace testing_support {

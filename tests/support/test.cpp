@@ -5,11 +5,9 @@
 #include "support/quickkeys.h"
 
 #include <QFileInfo>
-#include <QProcess>
 
 #include <map>
 #include <string_view>
-#include <vector>
 
 using namespace std::string_view_literals;
 

@@ -1,17 +1,18 @@
 #pragma once
 
 #include "platform/erro.h"
+#include "platform/system/paths.h"
 #include "support/each.h"
 
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QProcess>
+#include <QRandomGenerator>
 #include <QTemporaryDir>
-#include <QTest>
 
-#include <memory>
-
-// What nearly every test needs. Its names are used without their namespace: everything that
+// What nearly every test needs, headers of the project and of Qt included; the other headers of
+// this folder bring along theirs. Its names are used without their namespace: everything that
 // includes this is a test.
 //
 //     struct TestPaths : Fixture {};

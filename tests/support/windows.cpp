@@ -1,7 +1,5 @@
 #include "support/windows.h"
 
-#include "platform/forms/msgbox.h"
-
 #include <qpa/qwindowsysteminterface.h>
 
 namespace testing_support {

@@ -1,7 +1,13 @@
 #pragma once
 
+#include "platform/forms/application.h"
+#include "platform/forms/controls.h"
 #include "platform/forms/form.h"
+#include "platform/forms/msgbox.h"
 #include "support/test.h"
+
+#include <QApplication>
+#include <QTimer>
 
 // Driving the program's windows in a test.
 namespace testing_support {

@@ -1,6 +1,5 @@
 #include "platform/system/csv_reader.h"
 #include "platform/system/csv_writer.h"
-#include "platform/system/paths.h"
 #include "support/test.h"
 
 struct TestCsv : Fixture {

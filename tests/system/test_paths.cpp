@@ -1,5 +1,4 @@
 #include "platform/system/output.h"
-#include "platform/system/paths.h"
 #include "support/test.h"
 
 struct TestPaths : Fixture {

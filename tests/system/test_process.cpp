@@ -1,8 +1,6 @@
 #include "platform/system/process.h"
 #include "support/test.h"
 
-#include <QProcess>
-
 #ifdef Q_OS_WIN
 #include <windows.h>
 #else

@@ -2,7 +2,6 @@
 #include "platform/system/enginelocks.h"
 #include "platform/system/filelocks.h"
 #include "platform/system/http_address.h"
-#include "platform/system/paths.h"
 #include "platform/system/usage.h"
 #include "support/frailfolder.h"
 

@@ -1,6 +1,5 @@
 #include "platform/dao/connection.h"
 #include "platform/system/output.h"
-#include "platform/system/paths.h"
 #include "platform/system/process.h"
 #include "support/test.h"
 

@@ -4,15 +4,12 @@
 #include "platform/system/process.h"
 #include "platform/system/proof.h"
 #include "publicar/signing.h"
-#include "session/global.h"
 #include "support/cases.h"
 #include "support/catalogo.h"
 #include "support/servers.h"
 #include "support/windows.h"
 #include "update/atualizando.h"
 #include "update/prova.h"
-
-#include <QTimer>
 
 #include <optional>
 

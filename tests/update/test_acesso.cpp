@@ -1,4 +1,3 @@
-#include "platform/forms/controls.h"
 #include "support/windows.h"
 #include "update/acesso.h"
 
@@ -6,7 +5,6 @@
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPushButton>
-#include <QTimer>
 
 struct TestAcesso : Fixture {};
 

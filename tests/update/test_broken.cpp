@@ -3,8 +3,6 @@
 #include "platform/forms/msgbox.h"
 #include "platform/system/proof.h"
 #include "publicar/signing.h"
-#include "session/banco.h"
-#include "session/global.h"
 #include "support/catalogo.h"
 #include "support/quickkeys.h"
 #include "support/servers.h"
@@ -12,7 +10,6 @@
 
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
-#include <QRandomGenerator>
 #include <QTextStream>
 #include <QThread>
 

@@ -1,7 +1,5 @@
 #include "instalacoes.h"
 #include "platform/dao/connection.h"
-#include "platform/forms/controls.h"
-#include "session/banco.h"
 #include "support/peer.h"
 #include "update/semjanela.h"
 

@@ -1,6 +1,5 @@
 #include "instalacoes.h"
 #include "look/paleta.h"
-#include "platform/forms/controls.h"
 #include "session/arquivos.h"
 #include "update/restos.h"
 

@@ -1,5 +1,4 @@
 #include "busca.h"
-#include "platform/system/paths.h"
 #include "session/global.h"
 #include "support/servers.h"
 

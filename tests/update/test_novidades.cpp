@@ -1,9 +1,7 @@
 #include "busca.h"
 #include "look/tooltip.h"
-#include "platform/forms/msgbox.h"
 #include "platform/system/clock.h"
 #include "platform/system/process.h"
-#include "session/banco.h"
 #include "settings/configuracoes.h"
 #include "support/janela.h"
 #include "support/servers.h"
@@ -12,7 +10,6 @@
 #include "update/novidades.h"
 
 #include <QDialog>
-#include <QTimer>
 
 namespace {
 

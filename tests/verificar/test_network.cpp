@@ -1,5 +1,3 @@
-#include "session/banco.h"
-#include "session/global.h"
 #include "session/travas.h"
 #include "support/catalogo.h"
 #include "support/frailfolder.h"

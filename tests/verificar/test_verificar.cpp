@@ -1,5 +1,4 @@
 #include "platform/dao/connection.h"
-#include "session/global.h"
 #include "support/catalogo.h"
 #include "support/servers.h"
 #include "verificar/check.h"

@@ -1,11 +1,8 @@
 #pragma once
 
-#include "platform/system/paths.h"
 #include "platform/system/proof.h"
 #include "support/catalogo.h"
 #include "support/servers.h"
-
-#include <QProcess>
 
 // The shipped programs in a folder of their own, and a catalogue that their "Caminho.txt" names.
 class Programs {

@@ -1,9 +1,7 @@
 #include "programas.h"
 #include "publicar/signing.h"
-#include "session/global.h"
 #include "settings/arquivo.h"
 #include "support/frailfolder.h"
-#include "support/test.h"
 
 // The shipped programs as a scheduler calls them: without a display, and for one line.
 struct TestSemJanela : Fixture {

@@ -1,5 +1,4 @@
 #include "programas.h"
-#include "session/global.h"
 #include "settings/arquivo.h"
 #include "support/cases.h"
 #include "update/acesso.h"
