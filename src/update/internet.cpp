@@ -108,14 +108,17 @@ private:
         }
     }
 
-    // The body never comes back, so that nothing is sent and its header need not be set.
+    // The body never comes back, so that nothing is sent.
     void PrepararEnvio(const QString& EnvioCampo, const QString& EnvioArquivo) {
+        etapa_ = "HttpAddRequestHeaders";
+        requisicao_->AddHeader("Content-Type: multipart/form-data");
         etapa_ = "BodyPostFileUpload";
         BodyPostFileUpload(EnvioCampo, EnvioArquivo);
     }
 
     // Sends until there is a status to go on with. False: the error text says why there is none.
     bool EnviarAteOStatus() {
+        etapa_ = "InternetSetOption_TimeOut";
         requisicao_->SetTimeouts({tempoLimite, tempoLimite, tempoLimite});
         for (;;) {
             etapa_ = "HttpSendRequest";
@@ -165,7 +168,9 @@ private:
         const QString& usuario = lembrado ? lembrado->usuario : pedido_.usuario;
         const QString& senha = lembrado ? lembrado->senha : pedido_.senha;
         if (acessos_ == 1 && !(usuario.isEmpty() && senha.isEmpty())) {
+            etapa_ = "InternetSetOptionStr_ProxyUsername";
             requisicao_->SetProxyCredentials(usuario, senha);
+            etapa_ = "InternetSetOptionStr_ProxyPassword";
             return true;
         }
         if (!pedido_.exibirDialogos) {

@@ -104,6 +104,10 @@ bool Request::IsOpen() const {
     return d_->transfer.IsOpen();
 }
 
+bool Request::AddHeader(const QByteArray& line) {
+    return End(d_->transfer.AddHeader(line) ? Ok : Internal) == Ok;
+}
+
 void Request::SetTimeouts(const Timeouts& timeouts) {
     d_->transfer.SetTimeouts(timeouts);
 }

@@ -83,6 +83,7 @@ public:
 
     bool IsOpen() const;
 
+    bool AddHeader(const QByteArray& line);  // "Name: value"
     void SetTimeouts(const Timeouts& timeouts);
     // For the next Send: a proxy certificate that nobody known has signed will do.
     void IgnoreUnknownAuthority();

@@ -144,14 +144,15 @@ void Transfer::Prepare(const QByteArray& verb) {
     AddHeader("Connection: Keep-Alive");
 }
 
-void Transfer::AddHeader(const QByteArray& line) {
+bool Transfer::AddHeader(const QByteArray& line) {
     curl_slist* longer = curl_slist_append(headers_.get(), line.constData());
     if (!longer) {
-        return;
+        return false;
     }
     static_cast<void>(headers_.release());  // it is the beginning of the longer one
     headers_.reset(longer);
     Set(CURLOPT_HTTPHEADER, headers_.get());
+    return true;
 }
 
 void Transfer::Begin() {

@@ -42,7 +42,7 @@ public:
 
     bool IsOpen() const { return easy_ != nullptr; }
 
-    void AddHeader(const QByteArray& line);  // "Name: value"
+    bool AddHeader(const QByteArray& line);
     void SetTimeouts(const Timeouts& timeouts);
     void IgnoreUnknownAuthority();
     void SetProxyCredentials(const QByteArray& user, const QByteArray& password);
