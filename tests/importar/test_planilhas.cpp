@@ -167,7 +167,7 @@ TEST(TestPlanilhas, ModelsAreAcceptedAsTheyAre) {
     for (const QString& name : NamesIn(In("modelos"))) {
         told += name + u'\n' + sys::ReadText(In("modelos/") + name).remove(u'\r');
     }
-    QCOMPARE(told.split(u'\n'), sys::ReadText(Given("modelos.txt")).split(u'\n'));
+    QCOMPARE(told.split(u'\n'), sys::ReadText(Given("modelos.data")).split(u'\n'));
     order_.from = In("modelos");
     const auto outcome = Import();
     QVERIFY(outcome.made);
