@@ -26,6 +26,27 @@ QString Written(const QString& line) {
     return cells.join(u'|');
 }
 
+QByteArray Coded(const QByteArray& bytes, const QByteArray& key) {
+    QByteArray state(256, '\0');
+    for (int i = 0; i < 256; ++i) {
+        state[i] = static_cast<char>(i);
+    }
+    const auto at = [&](int i) { return static_cast<quint8>(state.at(i & 0xFF)); };
+    for (int i = 0, j = 0; i < 256; ++i) {
+        j = (j + at(i) + static_cast<quint8>(key.at(i % key.size()))) & 0xFF;
+        std::swap(state[i], state[j]);
+    }
+    QByteArray coded;
+    int j = 0;
+    for (int i = 0; i < bytes.size(); ++i) {
+        const int k = (i + 1) & 0xFF;
+        j = (j + at(k)) & 0xFF;
+        std::swap(state[k], state[j]);
+        coded += static_cast<char>(bytes.at(i) ^ state.at((at(k) + at(j)) & 0xFF));
+    }
+    return coded;
+}
+
 }  // namespace
 
 struct TestAntigos : Fixture {
@@ -127,6 +148,25 @@ TEST(TestAntigos, EveryRowArrives) {
     }
 }
 
+// Pages coded with a key that stands in the header, as the old engine offered.
+TEST(TestAntigos, ACodedFileIsRead) {
+    constexpr int HeaderAt = 0x18;
+    constexpr int HeaderSize = 128;
+    constexpr quint32 Key = 0x12345678;
+    const QByteArray headerKey = QByteArray::fromHex("C7DA396B");
+    const auto word = [](quint32 number) {
+        return QByteArray(reinterpret_cast<const char*>(&number), sizeof number);
+    };
+    QByteArray header = Coded(whole_.sliced(HeaderAt, HeaderSize), headerKey);
+    header.replace(0x3E - HeaderAt, 4, word(Key));
+    QByteArray bytes = With(HeaderAt, Coded(header, headerKey)).first(PageSize);
+    for (quint32 page = 1; page < quint32(whole_.size()) / PageSize; ++page) {
+        bytes += Coded(whole_.sliced(page * PageSize, PageSize), word(Key ^ page));
+    }
+    QVERIFY(Import(File(bytes)).made);
+    QCOMPARE(RowsIn(In("novo"), "SELECT count(*) FROM REFERENCIACRUZADA"), List("1200"));
+}
+
 TEST(TestAntigos, ADeletedRowIsGone) {
     qsizetype page = 0;
     while (whole_.at(page) != 1 || U16(page + 4) != vehicles_ / PageSize ||
@@ -145,6 +185,7 @@ TEST(TestAntigos, Refuses) {
     for (const auto& [bytes, why] : Each<QByteArray, QString>{
              {"nothing in it", {}, "está vazio"},
              {"another file", "PK\3\4 what else", "não começa como um arquivo .mdb"},
+             {"enciphered as a whole", Coded(whole_, "any key"), "cifrado por inteiro"},
              {"a newer format", With(4, "Standard ACE DB"), "é de um formato mais novo"},
              {"a newer version", With(0x14, "\3"), "é de um formato mais novo"},
              {"another engine", "SQLite format 3\0", "é um banco de outro tipo (SQLite)"},

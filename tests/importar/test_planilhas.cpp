@@ -265,7 +265,8 @@ TEST(TestPlanilhas, TheProgram) {
     ends({from, "--conferir"}, "0 Conferido");
     ends({from, order_.folder}, "0 Catálogo criado");
     Change(u"VEICULO_PECA.csv"_s, "1;99\n1;98\n");
-    ends({from, In("b"), "--exemplos", "1", "--recusadas", In("r.csv")}, "1 … e mais 1\n");
+    ends({from, In("b"), "--exemplos", "1", "--recusadas", In("r.csv")},
+         u"1 … e mais 1\n  Todas, com o motivo: %1\n"_s.arg(In("r.csv")));
     ends({from, In("c"), "--tudo-ou-nada"}, "2 Nada foi criado");
     ends({"--modelos", In("m")}, "0 Modelos gravados");
     ends({"--modelos", In("m")}, "2 tarvo-importar: ");
