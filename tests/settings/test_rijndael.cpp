@@ -12,37 +12,31 @@ void SetKey(CRijndael& cipher, int nb, QByteArray key) {
     cipher.gkey(nb, int(key.size() / 4), Bytes(key));
 }
 
-QByteArray Random(QRandomGenerator& chance, qsizetype size) {
-    QByteArray bytes(size, '\0');
-    for (char& byte : bytes) {
-        byte = static_cast<char>(chance.bounded(256));
-    }
-    return bytes;
-}
-
 }  // namespace
 
 struct TestRijndael : Fixture {};
 
 // FIPS 197, appendix C; the other sizes from the known answers of Gladman's collection, which
 // take the digits of pi as text and those of e as key. For blocks of seven words that
-// collection shifts its rows in another way.
+// collection shifts its rows in another way: those only come back.
 TEST(TestRijndael, KnownAnswers) {
     const auto check = [](const QByteArray& key, const QByteArray& text, const char* answer) {
         CRijndael cipher;
         SetKey(cipher, int(text.size() / 8), QByteArray::fromHex(key));
         QByteArray block = QByteArray::fromHex(text);
         cipher.Encrypt(Bytes(block));
-        QCOMPARE(block.toHex(), QByteArray(answer));
+        if (answer) {
+            QCOMPARE(block.toHex(), QByteArray(answer));
+        }
+        QVERIFY(block.toHex() != text);
         cipher.Decrypt(Bytes(block));
         QCOMPARE(block.toHex(), text);
     };
     const QByteArray count = "000102030405060708090a0b0c0d0e0f101112131415161718191a1b1c1d1e1f";
-    for (const auto& [nk, answer] : {std::pair(4, "69c4e0d86a7b0430d8cdb78070b4c55a"),
-                                     std::pair(6, "dda97ca4864cdfe06eaf70a0ec0d7191"),
-                                     std::pair(8, "8ea2b7ca516745bfeafc49904b496089")}) {
-        check(count.first(8 * nk), "00112233445566778899aabbccddeeff", answer);
-    }
+    const QByteArray elevens = "00112233445566778899aabbccddeeff";
+    check(count.first(32), elevens, "69c4e0d86a7b0430d8cdb78070b4c55a");
+    check(count.first(48), elevens, "dda97ca4864cdfe06eaf70a0ec0d7191");
+    check(count, elevens, "8ea2b7ca516745bfeafc49904b496089");
     const QByteArray pi = "3243f6a8885a308d313198a2e03707344a4093822299f31d0082efa98ec4e6c8";
     const QByteArray e = "2b7e151628aed2a6abf7158809cf4f3c762e7160f38b4da56a784d9045190cfe";
     const std::tuple<int, int, const char*> answers[] = {
@@ -57,6 +51,8 @@ TEST(TestRijndael, KnownAnswers) {
         {6, 6, "725ae43b5f3161de806a7c93e0bca93c967ec1ae1b71e1cf"},
         {6, 7, "bbfc14180afbf6a36382a061843f0b63e769acdc98769130"},
         {6, 8, "0ebacf199e3315c2e34b24fcc7c46ef4388aa475d66c194c"},
+        {7, 4, nullptr},
+        {7, 8, nullptr},
         {8, 4, "7d15479076b69a46ffb3b3beae97ad8313f622f67fedb487de9f06b9ed9c8f19"},
         {8, 5, "514f93fb296b5ad16aa7df8b577abcbd484decacccc7fb1f18dc567309ceeffd"},
         {8, 6, "5d7101727bb25781bf6715b0e6955282b9610e23a43c2eb062699f0ebf5887b2"},
@@ -68,82 +64,51 @@ TEST(TestRijndael, KnownAnswers) {
     }
 }
 
-TEST(TestRijndael, BlocksOfSevenWordsComeBack) {
-    QRandomGenerator chance(11);
-    for (int nk = 4; nk <= 8; ++nk) {
-        CRijndael cipher;
-        SetKey(cipher, 7, Random(chance, 4 * nk));
-        const QByteArray clear = Random(chance, 28);
-        QByteArray block(clear.constData(), clear.size());
-        cipher.Encrypt(Bytes(block));
-        QVERIFY(block != clear);
-        cipher.Decrypt(Bytes(block));
-        QCOMPARE(block, clear);
-    }
-}
-
 TEST(TestRijndael, RefusesWrongSizes) {
     QByteArray key(32, 'k');
     QByteArray block(31, 'b');
     CRijndael cipher;
     cipher.gentables();
     QCOMPARE(ErrorOf([&] { cipher.Encrypt(Bytes(block)); }), 5);
-    for (const auto& [nb, nk] :
-         {std::pair(3, 8), std::pair(9, 8), std::pair(8, 3), std::pair(8, 9)}) {
-        QCOMPARE(ErrorOf([&, b = nb, k = nk] { cipher.gkey(b, k, Bytes(key)); }), 5);
+    for (const QSize size : {QSize(3, 8), QSize(9, 8), QSize(8, 3), QSize(8, 9)}) {
+        QCOMPARE(ErrorOf([&] { cipher.gkey(size.width(), size.height(), Bytes(key)); }), 5);
     }
     QCOMPARE(ErrorOf([&] { cipher.gkey(8, 8, Bytes(key).first(31)); }), 5);
     cipher.gkey(8, 8, Bytes(key));
     QCOMPARE(ErrorOf([&] { cipher.Decrypt(Bytes(block)); }), 5);
 }
 
-// The outer form, taken apart with the inner one.
+// What counts of a password are its first 32 bytes; a shorter one is filled with zeros.
 TEST(TestRijndael, Messages) {
-    const QByteArray password(32, 'p');
+    const QByteArray filled = QByteArray("p").leftJustified(32, '\0');
     for (const auto& [length, total] : {std::pair(1, 32), std::pair(28, 32), std::pair(29, 64),
                                         std::pair(60, 64), std::pair(61, 96)}) {
         const QByteArray message(length, 'm');
-        const QByteArray bytes = CRijndael().EncryptData(message, password);
+        const QByteArray bytes = CRijndael().EncryptData(message, "p");
         QCOMPARE(bytes.size(), total);
-        QCOMPARE(CRijndael().DecryptData(bytes, password), message);
-        // What counts of a longer password are its first 32 bytes.
-        QCOMPARE(CRijndael().EncryptData(message, password + QByteArray(20, 'x')), bytes);
-
-        CRijndael cipher;
-        SetKey(cipher, 8, password);
-        QByteArray first = bytes.first(32);
-        cipher.Decrypt(Bytes(first));
-        QCOMPARE(first, (QByteArray(1, char(length)) + QByteArray(3, '\0') +
-                         message.first(qMin(length, 28)))
-                            .leftJustified(32, '\0'));
+        QCOMPARE(CRijndael().EncryptData(message, filled + "x"), bytes);
+        QCOMPARE(CRijndael().DecryptData(bytes, filled), message);
     }
-    // A shorter one is filled with zeros.
-    QCOMPARE(CRijndael().EncryptData("m", "p"),
-             CRijndael().EncryptData("m", QByteArray("p").leftJustified(32, '\0')));
 }
 
 TEST(TestRijndael, Refusals) {
     const QByteArray password(32, 'p');
     const QByteArray good = CRijndael().EncryptData("m", password);
-    QCOMPARE(CRijndael().EncryptData({}, password), QByteArray());
-    QCOMPARE(CRijndael().EncryptData("m", {}), QByteArray());
-    QCOMPARE(CRijndael().DecryptData({}, password), QByteArray());
-    QCOMPARE(CRijndael().DecryptData(good, {}), QByteArray());
-    QCOMPARE(CRijndael().DecryptData(good.first(31), password), QByteArray());
+    QCOMPARE(CRijndael().EncryptData({}, password) + CRijndael().EncryptData("m", {}), "");
+    QCOMPARE(CRijndael().DecryptData({}, password) + CRijndael().DecryptData(good, {}), "");
+    QCOMPARE(CRijndael().DecryptData(good.first(31), password), "");
 
     CRijndael cipher;
     SetKey(cipher, 8, password);
-    const auto withLength = [&](const QByteArray& length) {
-        QByteArray block = length.leftJustified(32, 'x');
+    for (const auto& [length, size, error] : {std::tuple("1c000000", 28, 0),
+                                              {"1d000000", 0, 0},
+                                              {"00000000", 0, 9},
+                                              {"ffffffff", 0, 9},
+                                              {"00000080", 0, 9}}) {
+        QByteArray block = QByteArray::fromHex(length).leftJustified(32, 'x');
         cipher.Encrypt(Bytes(block));
-        return block;
-    };
-    const QByteArray whole = withLength(QByteArray::fromHex("1c000000"));
-    QCOMPARE(CRijndael().DecryptData(whole, password).size(), 28);
-    const QByteArray over = withLength(QByteArray::fromHex("1d000000"));
-    QCOMPARE(CRijndael().DecryptData(over, password), QByteArray());
-    for (const char* length : {"00000000", "ffffffff", "00000080"}) {
-        const QByteArray none = withLength(QByteArray::fromHex(length));
-        QCOMPARE(ErrorOf([&] { CRijndael().DecryptData(none, password); }), 9);
+        QByteArray message;
+        QCOMPARE(ErrorOf([&] { message = CRijndael().DecryptData(block, password); }), error);
+        QCOMPARE(message.size(), size);
     }
 }

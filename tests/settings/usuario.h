@@ -1,17 +1,33 @@
 #pragma once
 
+#include "session/global.h"
+#include "settings/arquivo.h"
 #include "support/test.h"
 
-// The data folder of a user of its own, for the life of the object.
-class PastaDoUsuario {
-public:
-    PastaDoUsuario() : anterior_(qgetenv(UserData)) { qputenv(UserData, pasta_.path().toUtf8()); }
-    ~PastaDoUsuario() { qputenv(UserData, anterior_); }
+// What is stored, as it is read: "1|user|password".
+inline QString Lido() {
+    QString usuario;
+    QString senha;
+    LerConfiguracao(u"VERIFICACAOAUTOMATICA"_s, usuario, senha);
+    LerConfiguracao(u"USUARIO_SENHA"_s, usuario, senha);
+    return u"%1|%2|%3"_s.arg(int(VerificacaoAutomatica)).arg(usuario, senha);
+}
 
-    QString Caminho(const AnyText& nome) const { return pasta_.filePath(nome); }
-    QString Configuracao() const { return Caminho("Ordavia/CatalogoTarvoConfig.txt"); }
+// Each case with the data folder of a user of its own.
+struct ComUsuario : Fixture {
+    std::unique_ptr<QTemporaryDir> pasta_;
+    const QByteArray anterior_ = qgetenv(UserData);
 
-private:
-    QTemporaryDir pasta_;
-    QByteArray anterior_;
+    QString Ordavia() const { return pasta_->filePath(u"Ordavia"_s); }
+    QString Configuracao() const { return Ordavia() + u"/CatalogoTarvoConfig.txt"_s; }
+    QString Guardado() const { return sys::ReadText(Configuracao()); }
+
+    void init() override {
+        pasta_ = std::make_unique<QTemporaryDir>();
+        qputenv(UserData, pasta_->path().toUtf8());
+    }
+    void cleanup() override {
+        pasta_.reset();
+        qputenv(UserData, anterior_);
+    }
 };
