@@ -61,6 +61,17 @@ QStringList BoxAnswers::FlagsAndTexts() const {
     return lines;
 }
 
+void WithNextBox(const std::function<void(QDialog& box)>& work) {
+    QTimer::singleShot(1, qApp, [work] {
+        auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (!box) {
+            return WithNextBox(work);
+        }
+        QTimer::singleShot(5000, box, &QDialog::reject);
+        work(*box);
+    });
+}
+
 forms::Form* WaitForForm(const AnyText& name, int milliseconds) {
     const auto is = [&] {
         const forms::Form* active = forms::Form::Active();

@@ -7,7 +7,10 @@
 #include "support/test.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QTimer>
+
+#include <functional>
 
 // Driving the program's windows in a test.
 namespace testing_support {
@@ -32,6 +35,10 @@ private:
     QList<int> answers_;
     QList<Shown> shown_;
 };
+
+// Does this with the modal box that comes next, and rejects what is left of it after five seconds:
+// a test that fails must end, too.
+void WithNextBox(const std::function<void(QDialog& box)>& work);
 
 // Waits until the screen of this name is loaded and active; null after `milliseconds`.
 forms::Form* WaitForForm(const AnyText& name, int milliseconds = 5000);
