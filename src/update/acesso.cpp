@@ -79,7 +79,6 @@ private:
     forms::TextBox* Caixa(QGridLayout* grade, int linha, const QString& nome,
                           const QString& palavra) {
         auto* caixa = new forms::TextBox(nome, QString(palavra).remove(u'&'), this);
-        caixa->setMinimumHeight(21);
         auto* rotulo = new QLabel(palavra, this);
         rotulo->setBuddy(caixa);
         grade->addWidget(rotulo, linha, 0);
