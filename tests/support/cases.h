@@ -4,11 +4,7 @@
 
 namespace testing_support {
 
-// Cases that stand in a text file beside their test. "== name" begins one; a line that begins with
-// a bar goes on with the one before it; what begins with "#" or stands ahead of the first case is
-// for whoever reads the file.
 struct Case {
-    QByteArray name;
     QStringList lines;
 
     // Takes out the lines that begin with this mark, and gives back what is behind it and a blank.
@@ -24,18 +20,26 @@ struct Case {
     }
 };
 
-inline QList<Case> Cases(const QString& path) {
-    QList<Case> cases;
-    for (const QString& line : sys::ReadText(path).split(u'\n')) {
-        if (line.startsWith("== "_L1)) {
-            cases.append({line.mid(3).toUtf8(), {}});
-        } else if (line.startsWith(u'|') && !cases.isEmpty()) {
-            cases.last().lines.last() += u'\n' + line.mid(2);
-        } else if (!line.isEmpty() && !line.startsWith(u'#') && !cases.isEmpty()) {
-            cases.last().lines += line;
+// A table that stands in a text file beside its test. "== name" begins a case; a line that begins
+// with a bar goes on with the one before it; what begins with "#" or stands ahead of the first case
+// is for whoever reads the file.
+//     for (auto [one] : Cases(TARVO_CASES "/lines.data")) {
+struct Cases : Each<Case> {
+    explicit Cases(const AnyText& path) {
+        for (const QString& text : (u'\n' + sys::ReadText(path)).split("\n== "_L1).mid(1)) {
+            QStringList given = text.split(u'\n');
+            const QByteArray name = given.takeFirst().toUtf8();
+            QStringList lines;
+            for (const QString& line : std::as_const(given)) {
+                if (line.startsWith(u'|')) {
+                    lines.last() += u'\n' + line.mid(2);
+                } else if (!line.isEmpty() && !line.startsWith(u'#')) {
+                    lines += line;
+                }
+            }
+            (*this)(name, Case{lines});
         }
     }
-    return cases;
-}
+};
 
 }  // namespace testing_support

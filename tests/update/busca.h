@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/test.h"
+#include "support/database.h"
 #include "update/acesso.h"
 #include "update/internet.h"
 
@@ -11,21 +11,10 @@ struct Credentials {
     bool dialogs = true;
 };
 
-// Number and description of the Erro that `work` throws; empty for none.
-template <typename Work>
-QString Failure(Work&& work) {
-    try {
-        work();
-    } catch (const Erro& erro) {
-        return QString::number(erro.Number()) + u' ' + erro.Description();
-    }
-    return {};
-}
-
 // The text that came, or the failure.
 inline QString Fetch(const AnyText& path, const Credentials& with = {}) {
     QString text;
-    const QString failure = Failure([&] {
+    const QString failure = SaidBy([&] {
         text = HttpExecutar(u"D"_s, with.dialogs, path, true, {}, {}, {}, with.user, with.password);
     });
     return failure.isEmpty() ? text : failure;

@@ -64,36 +64,39 @@ struct Instalacoes : Fixture {
     }
 
     // "name=content" with line feeds for line ends, or a word and what it is about.
-    void Apply(const QString& change) const {
-        const QString word = change.section(u' ', 0, 0);
-        const QString name = change.section(u' ', 1, 1);
-        const qsizetype content = change.indexOf(u'=') + 1;
-        if (word == "flip"_L1) {
-            QByteArray bytes = sys::ReadBytes(Site() + name);
-            const int at = change.section(u' ', 2).toInt();
-            bytes[at] = char(bytes.at(at) ^ 1);
-            Put(name, bytes);
-        } else if (word == "remove"_L1) {
-            QVERIFY(QFile::remove(Site() + name));
-        } else if (word == "copy"_L1) {
-            Put(change.section(u' ', 2), sys::ReadBytes(Site() + name));
-        } else if (word == "sign"_L1) {
-            publicar::SignAgain(Site(), Signers(name));
-        } else if (word == "seal"_L1) {  // the lists as they are
-            for (const int list : {2, 3}) {
-                publicar::SignList(Site(), Signers(name), list);
+    void Apply(const AnyTexts& changes) const {
+        for (const QString& change : changes) {
+            const QString word = change.section(u' ', 0, 0);
+            const QString name = change.section(u' ', 1, 1);
+            const qsizetype content = change.indexOf(u'=') + 1;
+            if (word == "flip"_L1) {
+                QByteArray bytes = sys::ReadBytes(Site() + name);
+                const int at = change.section(u' ', 2).toInt();
+                bytes[at] = char(bytes.at(at) ^ 1);
+                Put(name, bytes);
+            } else if (word == "remove"_L1) {
+                QVERIFY(QFile::remove(Site() + name));
+            } else if (word == "copy"_L1) {
+                Put(change.section(u' ', 2), sys::ReadBytes(Site() + name));
+            } else if (word == "sign"_L1) {
+                publicar::SignAgain(Site(), Signers(name));
+            } else if (word == "seal"_L1) {  // the lists as they are
+                for (const int list : {2, 3}) {
+                    publicar::SignList(Site(), Signers(name), list);
+                }
+            } else if (word == "trust"_L1) {
+                ChavesDaAtualizacao keys{u"loja"_s, {}};
+                for (const auto& signer : Signers(name)) {
+                    keys.chaves += sys::OpenKeyOf(signer.key);
+                }
+                UsarChaves(keys);
+            } else if (word == "folder"_L1) {
+                QVERIFY(QDir().mkpath(Path(name)));
+            } else {
+                QVERIFY2(content > 0, qPrintable(change));
+                Put(change.left(content - 1),
+                    change.mid(content).replace(u'\n', u"\r\n"_s).toUtf8());
             }
-        } else if (word == "trust"_L1) {
-            ChavesDaAtualizacao keys{u"loja"_s, {}};
-            for (const auto& signer : Signers(name)) {
-                keys.chaves += sys::OpenKeyOf(signer.key);
-            }
-            UsarChaves(keys);
-        } else if (word == "folder"_L1) {
-            QVERIFY(QDir().mkpath(Path(name)));
-        } else {
-            QVERIFY2(content > 0, qPrintable(change));
-            Put(change.left(content - 1), change.mid(content).replace(u'\n', u"\r\n"_s).toUtf8());
         }
     }
 
@@ -140,12 +143,9 @@ struct Instalacoes : Fixture {
         Write(Path("FotoPeca/a.png"), "velha");
         QVERIFY(QFile::link(outside_->path(), Path("fora")));
         QVERIFY(QFile::link(Path("FotoPeca"), Path("dentro")));
-        for (const QString& file :
-             List("FotoPeca/a.png=nova", "FotoPeca/b.png=outra", Script({Insert(20, "Bravil")}),
-                  "ListVersao2.txt=FOTO;FotoPeca\\a.png;4\nSDB;dois.txt;1\n",
-                  "ListVersao3.txt=FOTO;FotoPeca\\b.png;4\n", "Versao.txt=3\n")) {
-            Apply(file);
-        }
+        Apply({"FotoPeca/a.png=nova", "FotoPeca/b.png=outra", Script({Insert(20, "Bravil")}),
+               "ListVersao2.txt=FOTO;FotoPeca\\a.png;4\nSDB;dois.txt;1\n",
+               "ListVersao3.txt=FOTO;FotoPeca\\b.png;4\n", "Versao.txt=3\n"});
         ReiniciarPrograma = false;
     }
     void cleanup() override {

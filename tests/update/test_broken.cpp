@@ -1,12 +1,6 @@
+#include "instalacoes.h"
 #include "platform/dao/connection.h"
-#include "platform/forms/application.h"
-#include "platform/forms/msgbox.h"
-#include "platform/system/proof.h"
-#include "publicar/signing.h"
-#include "support/catalogo.h"
 #include "support/quickkeys.h"
-#include "support/servers.h"
-#include "update/atualizando.h"
 
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
@@ -24,7 +18,7 @@ namespace {
 constexpr int Patience = 60000;  // milliseconds
 constexpr int Files = 32;
 constexpr int Rows = 20;
-const QString Whole = u"Atualização concluída com sucesso.\n2 20 ok"_s;
+const QString Updated = Done + u"\n2 20 ok"_s;
 
 // A killed process loses nothing that it has handed to the system, so the disk need not be waited
 // for.
@@ -107,7 +101,7 @@ struct TestBroken : Fixture {
     QString Update(const QString& data) const { return OutputOf(program_, {data}).trimmed(); }
 
     void ExpectWhole(const QString& data) const {
-        QCOMPARE(Update(data), Whole);
+        QCOMPARE(Update(data), Updated);
         QCOMPARE(NewFiles(data), Files);
         QCOMPARE(QDir(data).entryList({u"*.tmp"_s}), QStringList());
     }
@@ -149,9 +143,8 @@ struct TestBroken : Fixture {
         model.Executar({"UPDATE UMREGISTRO SET Versao = 1, UrlAtualizacao = 'atualiza.exemplo'"});
         QVERIFY(QFile::copy(model.Pasta() + u"/Tarvo.mdb"_s, Path("modelo.mdb")));
 
-        QByteArray list;
         for (int i = 0; i < Files; ++i) {
-            list += "FOTO;FotoPeca\\" + QByteArray::number(i) + ".png;20000\r\n";
+            list_ += "FOTO;FotoPeca\\" + QByteArray::number(i) + ".png;20000\r\n";
             server_.Put(FileName(i), QByteArray(20000, 'n'));
         }
         // Between its first and its last line the catalogue has no version.
@@ -164,7 +157,7 @@ struct TestBroken : Fixture {
         script +=
             "E:INSERT INTO UMREGISTRO (DataEmissao, Versao, VersaoAnterior, UrlAtualizacao) "
             "VALUES (46000, 1, 0, 'atualiza.exemplo')\r\n";
-        list_ = list + "SDB;dois.txt;1\r\n";
+        list_ += "SDB;dois.txt;1\r\n";
         server_.Put("ListVersao2.txt", list_);
         server_.Put("dois.txt", script);
     }
@@ -172,13 +165,13 @@ struct TestBroken : Fixture {
 
 TEST(TestBroken, KilledAtAnyMoment) {
     for (const bool signedSite : {false, true}) {
-        const publicar::Signer signer{u"loja"_s, QByteArray(32, 'k')};
+        const auto signers = Signers(u"p"_s);
         if (signedSite) {
             Write(programs_.filePath(u"ChavesAtualizacao.txt"_s),
-                  "Site: loja\nChave: " + sys::OpenKeyOf(signer.key).toHex());
+                  "Site: loja\nChave: " + sys::OpenKeyOf(signers.front().key).toHex());
             QVERIFY(Update(NewData("inteira")).startsWith(u"Erro nº: -110"_s));  // not yet signed
             server_.Put("Versao.txt", "2");
-            publicar::SignAgain(server_.Folder(), {signer});
+            publicar::SignAgain(server_.Folder(), signers);
         }
         QElapsedTimer clock;
         clock.start();
@@ -214,9 +207,7 @@ TEST(TestBroken, KilledAtAnyMoment) {
             // The next one has the same way before it, whatever was left behind, and takes that
             // away.
             ExpectWhole(data);
-            if (QTest::currentTestFailed()) {
-                QFAIL(where.constData());
-            }
+            QVERIFY2(!QTest::currentTestFailed(), where.constData());
         }
     }
 }
@@ -226,7 +217,7 @@ TEST(TestBroken, KilledAtAnyMoment) {
 TEST(TestBroken, OwnDisks) {
     for (const auto& [list, disk, printed] : Each<QByteArray, QString, QString>{
              // A file cannot be renamed into another disk.
-             {"pictures elsewhere", list_, "/FotoPeca", Whole + u"\n%1\n0"_s.arg(Files * 20000)},
+             {"pictures elsewhere", list_, "/FotoPeca", Updated + u"\n%1\n0"_s.arg(Files * 20000)},
              {"full: downloads", "FOTO;FotoPeca\\0.png;1\r\nFOTO;gordo.png;1\r\n", "",
               "Erro nº: -104|InternetReadFile:0;61;Disco cheio (gordo.png)\n1 0 ok\n160\n0"},
              // Not the statement fails but the disk, so the update must not pass over it.

@@ -4,17 +4,14 @@
 struct TestComando : Fixture {};
 
 TEST(TestComando, Lines) {
-    Each<QStringList, QString, QString> row;
-    for (Case& one : Cases(QStringLiteral(TARVO_CASES "/lines.data"))) {
+    Cases row(TARVO_CASES "/lines.data");
+    row("blanks", Case{List("B:x", "<   \t", "> Nada")});
+    for (auto [one] : row) {
+        static const QStringList kinds = List("Nada", "Sql", "Programa", "Reinicio");
         const QString line = one.Take(u'<').first();
         const QString command = one.Take(u'>').first();
-        row(one.name, one.lines, line, command);
-    }
-    row("blanks", {"B:x"}, "  \t", "Nada");
-    for (const auto& [before, line, command] : row) {
-        static const QStringList kinds = List("Nada", "Sql", "Programa", "Reinicio");
         QString base;
-        for (const QString& earlier : before) {
+        for (const QString& earlier : std::as_const(one.lines)) {
             QCOMPARE(LerComandoAtualizacao(base, earlier).tipo, ComandoAtualizacao::Tipo::Nada);
         }
         ComandoAtualizacao read = LerComandoAtualizacao(base, line);

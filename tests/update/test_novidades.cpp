@@ -9,8 +9,6 @@
 #include "update/conversa.h"
 #include "update/novidades.h"
 
-#include <QDialog>
-
 namespace {
 
 const QString Question = u"292 Existem Novas Atualizações. Deseja Instalar agora?"_s;
@@ -20,7 +18,7 @@ const QString Checked = u"Última Verificação: 22-NOV-2026 09:00:00"_s;
 constexpr QPoint Button{578, 17};
 
 // Plays the verifying process: leaves these results, one for each start, and ends at once. A null
-// result leaves no file, and one of "!" is a process that cannot be started.
+// result leaves no file, "!" is a process that cannot be started, "..." one that does not end.
 class Verifier {
 public:
     explicit Verifier(const AnyTexts& results) : results_(results) {
@@ -31,8 +29,8 @@ public:
             if (conversation) {  // it had to ask, and nobody shall be asked again
                 conversation->GuardarAcesso(u"maria"_s, u"s3nha"_s);
             }
-            if (running || result == u'!') {
-                return running ? sys::OwnProcessId() : throw Erro(Erro::FileNotFound);
+            if (result == u"..."_s || result == u'!') {
+                return result != u'!' ? sys::OwnProcessId() : throw Erro(Erro::FileNotFound);
             }
             if (!result.isNull()) {
                 Write(QString(commandLine.section(u'|', 1)).replace(u'\\', u'/'), result.toUtf8());
@@ -42,7 +40,6 @@ public:
     }
 
     QStringList started;
-    bool running = false;
     std::unique_ptr<Conversa> conversation;
 
 private:
@@ -51,9 +48,8 @@ private:
 
 }  // namespace
 
-struct TestNovidades : Fixture {
+struct TestNovidades : NaJanela<> {
     WrongServer server_;
-    std::unique_ptr<CatalogoDeTeste> catalogo_;
 
     static Novidades& Check() { return Find<Novidades>(*gFrmPesquisa, "Novidades"); }
     static QTimer& Timer(const AnyText& name) { return Find<QTimer>(*gFrmPesquisa, name); }
@@ -63,6 +59,10 @@ struct TestNovidades : Fixture {
     static QString Emission() { return Find<forms::Label>(*gFrmPesquisa, "lblEmissao").Text(); }
     static QString& Tip() {
         return Find<forms::ClickZone>(*gFrmPesquisa, "pctVerificarAtualizacoes").Tag;
+    }
+    static bool IsFree() {
+        const OutroComputador other;
+        return ErrorOf([&] { other.banco->Execute(u"UPDATE CONTROLETRAN SET a = a"_s); }) == 0;
     }
     static void Leave() {
         gFrmPesquisa->Tag = Recarregando;
@@ -74,24 +74,18 @@ struct TestNovidades : Fixture {
     }
 
     void init() override {
-        catalogo_ = std::make_unique<CatalogoDeTeste>();
-        catalogo_->Executar(
+        NaJanela::init();
+        janela_->catalogo.Executar(
             {"UPDATE UMREGISTRO SET Versao = 1, FlagErroUltimaVerificacao = 7, "
              "DataUltimaVerificacao = Null, UrlAtualizacao = 'atualiza.exemplo/guarded'"});
-        gFrmPesquisa = new frmPesquisa;
-        gFrmPesquisa->Show();
+        Janela::Abrir();
         Timer("tmrVerificaProcessoVerificacao").setInterval(5);
         sys::SetClock([] { return QDateTime(QDate(2026, 11, 22), QTime(9, 0), Qt::UTC); });
     }
     void cleanup() override {
         sys::SetClock({});
         sys::SetStartHandler({});
-        for (forms::Form* form : forms::Form::Loaded()) {
-            form->Tag = Recarregando;
-            form->Unload();
-        }
-        Settle();
-        catalogo_.reset();
+        NaJanela::cleanup();
     }
 };
 
@@ -141,8 +135,8 @@ TEST(TestNovidades, Checks) {
         server_.Put("guarded/dois.txt", "E:UPDATE UMREGISTRO SET ComplementoDataEmissao = ' (2)'");
         const OutroComputador other;
         const bool locked = boxes.size() == 2 && results.size() == 1;
+        other.sessao->BeginTrans();
         if (locked) {
-            other.sessao->BeginTrans();
             other.banco->Execute(u"UPDATE CONTROLETRAN SET a = a"_s);
         }
         (new frmConfiguracoes)->Show();
@@ -157,7 +151,7 @@ TEST(TestNovidades, Checks) {
         const bool installed = boxes.contains(Installed);
         QCOMPARE(Valor("SELECT Versao FROM UMREGISTRO"), installed ? u"2"_s : u"1"_s);
         QCOMPARE(Emission(), installed ? u"05-MAR-2026 (2)"_s : u"05-MAR-2026 - teste"_s);
-        QCOMPARE(catalogo_->Temporarios(), QStringList());
+        QCOMPARE(janela_->catalogo.Temporarios(), QStringList());
         // Installing, or failing to, ends every other screen.
         const bool again = boxes.size() == 2 && boxes.last() != Nothing && !locked;
         QCOMPARE(gFrmPesquisa != before, again);
@@ -168,17 +162,16 @@ TEST(TestNovidades, Checks) {
                 QString::number(i == 0 && automatic), gCaminho);
             QCOMPARE(Like(verifier.started.at(i), command), command);
         }
-        if (!locked) {
-            QVERIFY(BloquearBancoDados(true));  // nobody holds it any more
-            BloquearBancoDados(false);
-        }
+        other.sessao->Rollback();
+        QVERIFY(IsFree());
     }
 }
 
 TEST(TestNovidades, OneCheckAtATime) {
-    Verifier verifier({});
-    verifier.running = true;
+    const Verifier verifier({"11|2", "..."});
+    const BoxAnswers boxes({forms::vbYes});
     ClickAt(*gFrmPesquisa, Button);
+    QTRY_COMPARE(verifier.started.size(), 2);  // the second time under the lock
     VerificacaoAutomatica = true;
     SlowTick();
     QVERIFY(verifier.conversation && !verifier.conversation->FoiChamada());
@@ -186,10 +179,11 @@ TEST(TestNovidades, OneCheckAtATime) {
     QVERIFY(verifier.conversation->FoiChamada());
     Tick("tmrVerificaProcessoVerificacao");
     QVERIFY(Watching());
-    QCOMPARE(verifier.started.size(), 1);
+    QCOMPARE(verifier.started.size(), 2);
     QVERIFY(!verifier.conversation->Desistiu());
     Leave();
     QVERIFY(verifier.conversation->Desistiu());
+    QVERIFY(IsFree());
 }
 
 TEST(TestNovidades, SlowTimer) {
@@ -207,7 +201,7 @@ TEST(TestNovidades, SlowTimer) {
         QCOMPARE(Timer("tmrVerificarAtualizacoes").interval(), 65535);
         QVERIFY(Timer("tmrVerificarAtualizacoes").isActive());
         if (secondsSince != -1) {
-            catalogo_->Executar(
+            janela_->catalogo.Executar(
                 {"UPDATE UMREGISTRO SET DataUltimaVerificacao = "
                  "DateSerial(2026,3,5)+TimeSerial(23,55,0)"});
         }
@@ -216,8 +210,7 @@ TEST(TestNovidades, SlowTimer) {
             return QDateTime(QDate(2026, 3, 5), QTime(23, 55, 0), Qt::UTC).addSecs(secondsSince);
         });
         VerificacaoAutomatica = automatic;
-        Verifier verifier({});
-        verifier.running = true;
+        const Verifier verifier({"..."});
         SlowTick();
         QCOMPARE(verifier.started.size() == 1, starts);
         QCOMPARE(verifier.started.filter(u"\" 1|"_s), verifier.started);
@@ -228,7 +221,7 @@ TEST(TestNovidades, StatusAgainOnEveryThirdTick) {
     VerificacaoAutomatica = false;
     QString before = u"05-MAR-2026 - teste"_s;
     for (const int year : {2027, 2028}) {
-        catalogo_->Executar(
+        janela_->catalogo.Executar(
             {u"UPDATE UMREGISTRO SET DataEmissao = DateSerial(%1,1,2)"_s.arg(year)});
         SlowTick();
         SlowTick();
@@ -241,17 +234,16 @@ TEST(TestNovidades, StatusAgainOnEveryThirdTick) {
 
 TEST(TestNovidades, AnswerWaitsForAnOpenBox) {
     const Verifier verifier({"11|1"});
-    BoxAnswers boxes;
     QDialog box;
     box.setModal(true);
     box.show();
     Check().IniciarVerificacao(false);
     Tick("tmrVerificaProcessoVerificacao");
     QVERIFY(Watching());
-    QCOMPARE(boxes.Texts(), QStringList());
+    QCOMPARE(janela_->Caixas(), QStringList());
     box.close();
     QVERIFY(CheckEnds());
-    QCOMPARE(boxes.FlagsAndTexts(), List(Nothing));
+    QCOMPARE(janela_->Caixas(), List(Nothing));
 }
 
 // The end of a check lets events through, and the user may leave in one of them.
@@ -269,13 +261,13 @@ TEST(TestNovidades, ScreenGoesWhileACheckEnds) {
 
 TEST(TestNovidades, UpdatesNothingWhereLocksHoldNobody) {
     const Verifier verifier({"15|6"});
-    BoxAnswers boxes;
     gFaltaDeTravas = u"As travas não valem."_s;
     Check().IniciarVerificacao(true);
-    QVERIFY(boxes.Boxes().isEmpty());
+    QCOMPARE(janela_->Caixas(), QStringList());
     Check().IniciarVerificacao(false);
     gFaltaDeTravas.clear();
-    QCOMPARE(boxes.Texts(), List("As travas não valem.\n\nO catálogo não se atualiza assim."));
+    QCOMPARE(janela_->Caixas(),
+             List("64 As travas não valem.\n\nO catálogo não se atualiza assim."));
     QVERIFY(verifier.started.isEmpty());
 }
 
@@ -294,7 +286,7 @@ TEST(TestNovidades, EmissionAndTip) {
                    "UPDATE UMREGISTRO SET DataEmissao = Null"),
               " - teste", " "},
          }) {
-        catalogo_->Executar(statements);
+        janela_->catalogo.Executar(statements);
         Check().CarregarDadosVerificacao(false);
         QCOMPARE(Emission(), emission);
         QCOMPARE(Like(Tip(), tip), tip);
@@ -303,8 +295,7 @@ TEST(TestNovidades, EmissionAndTip) {
         QCOMPARE(Tip(), QString());  // once for each refresh
         QVERIFY(Find<forms::LitPicture>(*gFrmPesquisa, "pctVerificarAtualizacoesSelecionada")
                     .isVisible());
-        const QWidgetList windows = QApplication::topLevelWidgets();
-        QVERIFY(std::any_of(windows.begin(), windows.end(), [](const QWidget* window) {
+        QVERIFY(std::ranges::any_of(QApplication::topLevelWidgets(), [](const QWidget* window) {
             return window->objectName() == "cToolTip"_L1 &&
                    window->accessibleName() == u"Verificar se existem Novas Atualizações"_s;
         }));

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/system/proof.h"
 #include "support/catalogo.h"
 #include "support/servers.h"
 
@@ -19,17 +18,6 @@ public:
 
     QString Path(const AnyText& name) const { return folder_.filePath(name); }
     void Point(const QString& data) const { Write(Path("Caminho.txt"), data.toUtf8()); }
-
-    // Without text the keys of the shop "loja" whose secret is all of this letter; none for 0.
-    void PutKeys(char letter, const QByteArray& text = {}) const {
-        QFile::remove(Path("ChavesAtualizacao.txt"));
-        if (letter != 0) {
-            Write(Path("ChavesAtualizacao.txt"),
-                  !text.isEmpty()
-                      ? text
-                      : "Site: loja\nChave: " + sys::OpenKeyOf(QByteArray(32, letter)).toHex());
-        }
-    }
 
     struct End {
         int code = -1;

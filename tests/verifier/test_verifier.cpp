@@ -1,3 +1,4 @@
+#include "platform/system/proof.h"
 #include "programas.h"
 #include "settings/arquivo.h"
 #include "support/cases.h"
@@ -30,12 +31,13 @@ int Verifier(int argc, char** argv) {
 // A process of its own, against servers that answer well, badly, or not at all.
 struct TestVerifier : Fixture {
     Programs programs_{Name};
-    std::unique_ptr<CatalogoDeTeste> catalogue_;
+    CatalogoDeTeste catalogue_;
     WrongServer server_;
-    QString result_;
+    const QString result_ = catalogue_.Pasta() + u"/resposta.tmp"_s;
 
+    QString Keys() const { return programs_.Path("ChavesAtualizacao.txt"); }
     void SetAddress(const AnyText& address) const {
-        catalogue_->Executar({u"UPDATE UMREGISTRO SET UrlAtualizacao = '%1'"_s.arg(address)});
+        catalogue_.Executar({u"UPDATE UMREGISTRO SET UrlAtualizacao = '%1'"_s.arg(address)});
     }
 
     // What it prints, and the exit code behind it.
@@ -47,24 +49,21 @@ struct TestVerifier : Fixture {
     // The answer, and the exit code behind it.
     QString Ask(const AnyTexts& options = {}, bool byHand = false) const {
         QFile::remove(result_);
-        const int code =
-            programs_.Run(Name, options + List((byHand ? u"0|"_s : u"1|"_s) + result_), byHand)
-                .code;
-        return (QFile::exists(result_) ? sys::ReadText(result_) : QString()) + u" ="_s +
-               QString::number(code);
+        const QString order = (byHand ? u"0|"_s : u"1|"_s) + result_;
+        const int code = programs_.Run(Name, options + List(order), byHand).code;
+        const QString said = QFile::exists(result_) ? sys::ReadText(result_) : QString();
+        return said + u" ="_s + QString::number(code);
     }
 
-    QStringList Files() const { return QDir(catalogue_->Pasta()).entryList(QDir::Files); }
+    QStringList Files() const { return QDir(catalogue_.Pasta()).entryList(QDir::Files); }
 
     TestVerifier() {
-        catalogue_ = std::make_unique<CatalogoDeTeste>();
-        programs_.Point(catalogue_->Pasta());
-        result_ = catalogue_->Pasta() + u"/resposta.tmp"_s;
-        catalogue_->Executar({"UPDATE UMREGISTRO SET Versao = 7"});
+        programs_.Point(catalogue_.Pasta());
+        catalogue_.Executar({"UPDATE UMREGISTRO SET Versao = 7"});
     }
     void cleanup() override {
         QFile::remove(result_);
-        programs_.PutKeys(0);
+        QFile::remove(Keys());
         GravarConfiguracao(QString(), QString(), QString(), true);
         // Whatever happened, nothing of it stays behind.
         QCOMPARE(Files().filter(u"Tarvo."_s), Files());
@@ -72,20 +71,17 @@ struct TestVerifier : Fixture {
 };
 
 TEST(TestVerifier, Answers) {
-    Each<QStringList, QString> row;
-    for (Case& one : Cases(QStringLiteral(TARVO_CASES "/answers.data"))) {
+    Cases row(TARVO_CASES "/answers.data");
+    row("far too long", Case{List(u"Versao.txt="_s + QString(5000, u'1'), "> 0*(*;14;*) =1")});
+    for (auto [one] : row) {
         const QString answer = one.Take(u'>').first();
-        row(one.name, one.lines, answer);
-    }
-    row("far too long", {u"Versao.txt="_s + QString(5000, u'1')}, "0*(*;14;*) =1");
-    for (const auto& [changes, answer] : row) {
         const ProxySetting proxy(server_.Port());
         server_.Clear();
         SetAddress("http://atualiza.example/catalogo");
         const auto catalogue = Conversa::Abrir();
         const Conversa::Convite invitation(catalogue.get());
         std::jthread calls;
-        for (const QString& change : changes) {
+        for (const QString& change : std::as_const(one.lines)) {
             const QStringList words = change.split(u' ');
             if (words.first() == "at"_L1) {
                 SetAddress(words.value(1));
@@ -94,9 +90,8 @@ TEST(TestVerifier, Answers) {
             } else if (words.first() == "typed"_L1) {
                 catalogue->GuardarAcesso(u"maria"_s, words.last());
             } else if (words.first() == "keys"_L1) {
-                programs_.PutKeys('p');
+                Write(Keys(), "Site: loja\nChave: " + sys::OpenKeyOf(QByteArray(32, 'p')).toHex());
             } else if (words.first() == "sign"_L1) {
-                programs_.PutKeys('p');
                 const QByteArray message = MensagemDaVersao(
                     u"loja"_s, words.at(2).toInt(), QDate::fromString(words.at(3), Qt::ISODate));
                 const QByteArray key(32, words.at(1).front().toLatin1());
@@ -116,35 +111,30 @@ TEST(TestVerifier, Answers) {
             }
         }
         const bool silent = answer.contains("demorou"_L1);
-        QString said = Ask(silent ? List("--limit", "2") : List(), changes.contains(u"asks"_s));
-        QString user;
-        QString password;
-        if (catalogue->LerAcesso(user, password)) {
+        QString said = Ask(silent ? List("--limit", "2") : List(), one.lines.contains(u"asks"_s));
+        if (QString user, password; catalogue->LerAcesso(user, password)) {
             said += u' ' + user + u' ' + password;
         }
         QCOMPARE(Like(said, answer), answer);
-        const QStringList rests = Files().filter(u".tmp"_s);
-        QVERIFY2(rests == List("resposta.tmp"), qPrintable(rests.join(u' ')));
+        QCOMPARE(Files().filter(u".tmp"_s), List("resposta.tmp"));
     }
 }
 
 TEST(TestVerifier, NobodyThere) {
     SetAddress("http://nao-existe.invalid/x/");
     const auto says = [this](const AnyText& pattern) { QCOMPARE(Like(Ask(), pattern), pattern); };
-    {
-        const ProxySetting proxy(FreePort());
-        says("0Não foi possível conectar ao servidor* =6");
-    }
+    const ProxySetting nobody(FreePort());
+    says("0Não foi possível conectar ao servidor* =6");
     const ProxySetting none(0);
     says("0O servidor de atualizações \"nao-existe.invalid\" não foi encontrado* =6");
     // Half a key file lets nobody in.
-    programs_.PutKeys('p', "Site: loja");
+    Write(Keys(), "Site: loja");
     says("0O arquivo \"ChavesAtualizacao.txt\"* =1");
     // Without a catalogue the answer goes where it was asked for all the same.
     const QTemporaryDir empty;
     programs_.Point(empty.path());
     says("0* =1");
-    programs_.Point(catalogue_->Pasta());
+    programs_.Point(catalogue_.Pasta());
 }
 
 // A system that splits command lines at blanks hands the path over in pieces.
@@ -152,7 +142,7 @@ TEST(TestVerifier, PathsWithBlanks) {
     const ProxySetting proxy(server_.Port());
     SetAddress("atualiza.example/catalogo");
     server_.Put("catalogo/Versao.txt", "8");
-    const QString folder = catalogue_->Pasta() + u"/com  dois"_s;
+    const QString folder = catalogue_.Pasta() + u"/com  dois"_s;
     QDir().mkpath(folder);
     const QString path = folder + u"\\a b.tmp"_s;
     QCOMPARE(Run({u"0|"_s + path}), u" =0"_s);
