@@ -58,7 +58,6 @@ TextBox::TextBox(const QString& name, const QString& accessibleName, QWidget* pa
     setObjectName(name);
     setAccessibleName(accessibleName);
     setAttribute(Qt::WA_NoMousePropagation);
-    setMouseTracking(true);
     setValidator(new Cleaner(this));
     connect(this, &QLineEdit::textChanged, this, &TextBox::Change);
 }
