@@ -1,18 +1,12 @@
-#include "platform/forms/boundgrid.h"
-#include "platform/forms/theme.h"
-#include "support/database.h"
-#include "support/windows.h"
+#include "scene.h"
 
 #include <QAbstractItemModelTester>
 #include <QAccessible>
-#include <QHeaderView>
 #include <QHelpEvent>
-#include <QScrollBar>
 #include <QToolTip>
 
 using dao::Bookmark;
 using forms::BoundGrid;
-using forms::DataSource;
 
 namespace {
 
@@ -27,34 +21,19 @@ INSERT INTO ITEM SELECT i, printf('Peça %05d', i) FROM n;
 const QString All = u"SELECT Nome, Codigo FROM ITEM ORDER BY Codigo"_s;
 const QString None = u"SELECT Nome, Codigo FROM ITEM WHERE Codigo = -5"_s;
 
-struct RowChange {
-    Bookmark last;
-    int lastColumn;
-    Bookmark now;
-};
-
-// A screen with one grid of five rows; with a text to read it is shown.
-struct Scene {
-    explicit Scene(const QString& path, const QString& sql = {}) {
-        source.SetDatabaseName(path);
-        grid.setGeometry(14, 58, 711, 92);
+// With a text to read it is shown.
+struct Scene : GridScene {
+    explicit Scene(const QString& path, const QString& sql = {}) : GridScene(path) {
         grid.AddColumn(u"Nome"_s, u"Peça"_s, 159.987);
         grid.AddColumn(u"CODIGO"_s, u"Código"_s, 355.994, Qt::AlignRight);
         grid.AddColumn(u"Falta"_s, u"Falta"_s, 170.986);
-        grid.SetDataSource(&source);
-        QObject::connect(&grid, &BoundGrid::RowColChange,
-                         [this](const Bookmark& last, int lastColumn) {
-                             changes.append({last, lastColumn, grid.CurrentBookmark()});
-                         });
+        QObject::connect(&grid, &BoundGrid::RowColChange, [this](const Bookmark& last) {
+            changes.append({last, grid.CurrentBookmark()});
+        });
         if (!sql.isEmpty()) {
             source.SetRecordSource(sql);
             form->Show();
         }
-    }
-
-    ~Scene() {
-        form->Unload();
-        Settle();
     }
 
     void Finish() {
@@ -62,16 +41,12 @@ struct Scene {
         Settle();
     }
 
-    QString CurrentText() const { return grid.currentIndex().siblingAtColumn(0).data().toString(); }
     bool CurrentInView() const {
         return grid.viewport()->rect().contains(grid.visualRect(grid.currentIndex()));
     }
 
-    forms::Form* form = new forms::Form(u"frmTeste"_s, forms::Form::Kind::Screen, {800, 600}, {});
-    BoundGrid& grid = *new BoundGrid(u"grdTeste"_s, u"Peças"_s, form->Picture());
-    DataSource& source = *new DataSource(u"dtcTeste"_s, form);
     QAbstractItemModelTester tester{grid.model()};
-    QList<RowChange> changes;
+    QList<std::pair<Bookmark, Bookmark>> changes;  // from, to
 };
 
 }  // namespace
@@ -87,20 +62,16 @@ TEST(TestBoundGrid, OpensWhenTheScreenShowsAndFillsInIdleTime) {
     scene.source.SetRecordSource(All);
     QVERIFY(!scene.source.GetRecordset());
     scene.form->Show();
-    QVERIFY(scene.grid.model()->rowCount() >= 6);
-    QVERIFY(scene.grid.model()->rowCount() < Rows);
-    QCOMPARE(scene.changes.size(), 1);
-    QCOMPARE(scene.changes.first().last, Bookmark());
-    QCOMPARE(scene.changes.first().now, scene.source.GetRecordset()->CurrentBookmark());
+    const QAbstractItemModel& model = *scene.grid.model();
+    QVERIFY(model.rowCount() >= 6 && model.rowCount() < Rows);
     scene.Finish();
-    QCOMPARE(scene.grid.model()->rowCount(), Rows);
+    QCOMPARE(model.rowCount(), Rows);
     QCOMPARE(scene.grid.VisibleRows(), 5);
-    QCOMPARE(scene.changes.size(), 1);
     scene.form->SetVisible(false);
     scene.form->SetVisible(true);
-    QCOMPARE(scene.changes.size(), 1);
-    const QAbstractItemModel& model = *scene.grid.model();  // by name, whatever the order
-    QCOMPARE(model.index(2, 0).data(), u"Peça 00003"_s);
+    const Bookmark first = scene.source.GetRecordset()->CurrentBookmark();
+    QCOMPARE(scene.changes, (QList{std::pair(Bookmark(), first)}));
+    QCOMPARE(model.index(2, 0).data(), u"Peça 00003"_s);  // by name, whatever the order
     QCOMPARE(model.index(2, 1).data(), u"3"_s);
     QCOMPARE(model.index(2, 2).data(), QString());
     QCOMPARE(scene.grid.columnWidth(1), 356);
@@ -118,13 +89,8 @@ TEST(TestBoundGrid, BothSidesMoveTogether) {
                           scene.grid.visualRect(scene.grid.model()->index(row, column)).center());
     };
     const auto key = [&](Qt::Key which) { QTest::keyClick(&scene.grid, which); };
-    const struct {
-        const char* name;
-        std::function<void()> act;
-        int row;
-        int lastRow;  // -1: no row change
-        int column;
-    } steps[] = {
+    // The row then, the one that was left (-1: no row change), the column.
+    const std::tuple<const char*, std::function<void()>, int, int, int> steps[] = {
         {"click", [&] { click(3, 1); }, 3, 0, 1},
         {"same cell", [&] { click(3, 1); }, 3, -1, 1},
         {"other column", [&] { click(3, 0); }, 3, 3, 0},
@@ -140,27 +106,22 @@ TEST(TestBoundGrid, BothSidesMoveTogether) {
         {"right", [&] { key(Qt::Key_Right); }, 5, 5, 1},
         {"last", [&] { records.MoveLast(); }, Rows - 1, 5, 1},
     };
-    for (const auto& step : steps) {
+    for (const auto& [where, act, row, last, column] : steps) {
         scene.changes.clear();
-        step.act();
-        const char* where = step.name;
-        QVERIFY2(records.AbsolutePosition() == step.row, where);
-        QVERIFY2(scene.grid.currentIndex().row() == step.row, where);
-        QVERIFY2(scene.grid.currentIndex().column() == step.column, where);
-        QVERIFY2(scene.grid.selectionModel()->isRowSelected(step.row), where);
+        act();
+        QVERIFY2(records.AbsolutePosition() == row, where);
+        QVERIFY2(scene.grid.currentIndex() == scene.grid.model()->index(row, column), where);
+        QVERIFY2(scene.grid.selectionModel()->isRowSelected(row), where);
         QVERIFY2(scene.CurrentInView(), where);
-        QVERIFY2(scene.changes.size() == (step.lastRow < 0 ? 0 : 1), where);
-        if (step.lastRow >= 0) {
-            QVERIFY2(scene.changes.first().last == bookmark(step.lastRow), where);
-            QVERIFY2(scene.changes.first().now == bookmark(step.row), where);
-        }
+        QVERIFY2(scene.changes.size() == (last < 0 ? 0 : 1), where);
+        QVERIFY2(last < 0 || scene.changes.first() == std::pair(bookmark(last), bookmark(row)),
+                 where);
     }
-    scene.changes.clear();
     records.MoveNext();  // behind the last row
     QVERIFY(!scene.grid.currentIndex().isValid());
     QVERIFY(!scene.grid.selectionModel()->hasSelection());
-    QCOMPARE(scene.changes.size(), 1);
-    QCOMPARE(scene.changes.first().now, Bookmark());
+    QCOMPARE(scene.changes.size(), 2);
+    QCOMPARE(scene.changes.last().second, Bookmark());
 }
 
 TEST(TestBoundGrid, RefreshAnnouncesARowChangeEvenWithoutRows) {
@@ -173,13 +134,13 @@ TEST(TestBoundGrid, RefreshAnnouncesARowChangeEvenWithoutRows) {
     QCOMPARE(scene.grid.currentIndex().row(), 0);
     QVERIFY(scene.CurrentInView());
     QCOMPARE(scene.changes.size(), 1);
-    QCOMPARE(scene.changes.first().last, before);
-    QVERIFY(scene.changes.first().now != before);
+    QCOMPARE(scene.changes.first().first, before);
+    QVERIFY(scene.changes.first().second != before);
 
     scene.source.SetRecordSource(None);
     scene.source.Refresh();
     QCOMPARE(scene.changes.size(), 2);
-    QCOMPARE(scene.changes.last().now, Bookmark());
+    QCOMPARE(scene.changes.last().second, Bookmark());
     QCOMPARE(scene.grid.model()->rowCount(), 0);
     QCOMPARE(scene.grid.VisibleRows(), 0);
     scene.Finish();
@@ -289,7 +250,6 @@ TEST(TestBoundGrid, IsATableForAssistiveTechnology) {
     Scene scene(file_.Path(), All);
     QAccessibleInterface* grid = QAccessible::queryAccessibleInterface(&scene.grid);
     QCOMPARE(grid->text(QAccessible::Name), u"Peças"_s);
-    QVERIFY(grid->tableInterface());
     QAccessibleTableInterface* table = grid->tableInterface();
     const QAccessibleInterface* cell = table->cellAt(1, 0);
     QCOMPARE(cell->text(QAccessible::Name), u"Peça 00002"_s);

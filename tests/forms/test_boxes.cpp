@@ -9,6 +9,8 @@
 #include <QTextDocument>
 #include <QTextEdit>
 
+#include <span>
+
 using namespace forms;
 
 struct TestBoxes : Fixture {
@@ -18,12 +20,9 @@ struct TestBoxes : Fixture {
         const QImage image = sign->pixmap().toImage();
         QCOMPARE(image.pixelColor(4, 20), ground);
         QCOMPARE(image.pixelColor(1, 1).alpha(), 0);
-        int letter = 0;
-        for (int y = 8; y < 32; ++y) {
-            for (int x = 8; x < 32; ++x) {
-                letter += image.pixelColor(x, y) == colour;
-            }
-        }
+        const QImage inner = image.copy(8, 8, 24, 24).convertToFormat(QImage::Format_RGB32);
+        const std::span pixels(reinterpret_cast<const QRgb*>(inner.constBits()), 24 * 24);
+        const auto letter = std::ranges::count(pixels, colour.rgb());
         QVERIFY2(letter > 10 && letter < 200, qPrintable(QString::number(letter)));
     }
 };
@@ -51,28 +50,25 @@ TEST(TestBoxes, AskAndTell) {
             length == Short
                 ? u"<b>Peça</b> & \"aspas\""_s
                 : u"<b>Peça</b>\n"_s.repeated(length == Long ? 300 : 1) + QString(200, u'x');
-        QTimer::singleShot(0, [&] {
-            auto* box = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            QTimer::singleShot(5000, box, &QDialog::reject);  // a test that fails must end, too
-            QVERIFY(QTest::qWaitForWindowActive(box));
-            QVERIFY(IsBoxOpen());
-            QCOMPARE(box->windowTitle() + box->accessibleName(), u"Título"_s + said);
-            CheckSign(*box, ground, colour);
-            const QWidget* text = box->findChildren<QLabel*>().last();
+        WithNextBox([&](QDialog& box) {
+            QVERIFY(QTest::qWaitForWindowActive(&box) && IsBoxOpen());
+            QCOMPARE(box.windowTitle() + box.accessibleName(), u"Título"_s + said);
+            CheckSign(box, ground, colour);
+            const QWidget* text = box.findChildren<QLabel*>().last();
             QSize size(220, 40);
-            if (const auto* edit = box->findChild<QTextEdit*>()) {
+            if (const auto* edit = box.findChild<QTextEdit*>()) {
                 const int all = qCeil(edit->document()->size().height()) + 2;
                 size = {440 + theme.scrollPixels, std::clamp(all, 40, 320)};
                 QCOMPARE(edit->toPlainText(), said);
                 text = edit;
             }
             QCOMPARE(text->size(), size);
-            const auto* row = box->findChild<QDialogButtonBox*>();
-            QCOMPARE(Gaps(*box, Qt::Horizontal, {box->findChild<QLabel*>(), text}), u"18 16 18"_s);
-            QCOMPARE(Gaps(*box, Qt::Vertical, {text, row}), u"16 16 14"_s);
-            QVERIFY(qAbs(row->geometry().center().x() - box->rect().center().x()) <= 1);
+            const auto* row = box.findChild<QDialogButtonBox*>();
+            QCOMPARE(Gaps(box, Qt::Horizontal, {box.findChild<QLabel*>(), text}), u"18 16 18"_s);
+            QCOMPARE(Gaps(box, Qt::Vertical, {text, row}), u"16 16 14"_s);
+            QVERIFY(qAbs(row->geometry().center().x() - box.rect().center().x()) <= 1);
             QStringList buttons;
-            for (const auto* button : box->findChildren<QPushButton*>()) {
+            for (const auto* button : box.findChildren<QPushButton*>()) {
                 buttons += button->text();
                 QCOMPARE(button->width(), 84);
                 QCOMPARE(button->isDefault(),
@@ -80,7 +76,7 @@ TEST(TestBoxes, AskAndTell) {
                 QCOMPARE(button->hasFocus(), button->isDefault());
             }
             QCOMPARE(buttons, answer == vbOK ? List("OK") : List("&Sim", "&Não"));
-            QTest::keyClick(key == Qt::Key_Space ? QApplication::focusWidget() : box, Qt::Key(key),
+            QTest::keyClick(key == Qt::Key_Space ? QApplication::focusWidget() : &box, Qt::Key(key),
                             key == Qt::Key_S ? Qt::AltModifier : Qt::NoModifier);
         });
         QCOMPARE(MsgBox(said, flags, u"Título"_s), answer);
@@ -93,22 +89,22 @@ TEST(TestBoxes, Progress) {
     QVERIFY(early.Look(u"Lendo"_s, 1, 4) && !early.isVisible());
     const int before = ProgressBox::SetDelay(0);
     ProgressBox box;
+    const auto* label = box.findChild<QLabel*>();
+    const auto* bar = box.findChild<QProgressBar*>();
+    auto* button = box.findChild<QPushButton*>();
     for (const auto& [done, total, value, most] :
          {std::tuple(0, 0, 0, 0), std::tuple(1, 4, 250, 1000), std::tuple(4, 4, 1000, 1000)}) {
-        QVERIFY(box.Look(u"Lendo %1"_s.arg(done), done, total));
-        QVERIFY(box.isVisible() && box.isModal());
-        QCOMPARE(box.findChild<QLabel*>()->text(), u"Lendo %1"_s.arg(done));
-        QCOMPARE(box.accessibleName(), u"Lendo %1"_s.arg(done));
-        QCOMPARE(box.findChild<QProgressBar*>()->maximum(), most);
-        QCOMPARE(std::max(box.findChild<QProgressBar*>()->value(), 0), value);
+        const QString said = u"Lendo %1"_s.arg(done);
+        QVERIFY(box.Look(said, done, total) && box.isVisible() && box.isModal());
+        QCOMPARE(label->text() + box.accessibleName(), said + said);
+        QCOMPARE(bar->maximum(), most);
+        QCOMPARE(std::max(bar->value(), 0), value);
     }
-    const auto* bar = box.findChild<QProgressBar*>();
-    const auto* button = box.findChild<QPushButton*>();
-    QCOMPARE(Gaps(box, Qt::Vertical, {box.findChild<QLabel*>(), bar, button}), u"16 12 12 14"_s);
+    QCOMPARE(Gaps(box, Qt::Vertical, {label, bar, button}), u"16 12 12 14"_s);
     QCOMPARE(Gaps(box, Qt::Horizontal, {bar}), u"18 18"_s);
     QCOMPARE(box.width(), 320);
     QVERIFY(qAbs(button->geometry().center().x() - 160) <= 1);
-    QTest::mouseClick(box.findChild<QPushButton*>(), Qt::LeftButton);
+    QTest::mouseClick(button, Qt::LeftButton);
     QVERIFY(!box.Look(u"Lendo"_s, 1, 4));
     QCOMPARE(ProgressBox::SetDelay(before), 0);
 }

@@ -51,21 +51,10 @@ const QHash<QString, std::function<void(Screen& it, Screen& other)>> Steps = {
     {u"hide"_s, [](Screen& it, Screen&) { it.SetVisible(false); }},
     {u"reveal"_s, [](Screen& it, Screen&) { it.SetVisible(true); }},
     {u"unload"_s, [](Screen& it, Screen&) { it.Unload(); }},
-    {u"minimise"_s,
-     [](Screen& it, Screen&) {
-         it.Minimize();
-         Settle();
-     }},
-    {u"restore"_s,
-     [](Screen& it, Screen&) {
-         it.setWindowState(it.windowState() & ~Qt::WindowMinimized);
-         LeaveOverTo(it);
-     }},
-    {u"front"_s,
-     [](Screen& it, Screen&) {
-         Settle();
-         LeaveOverTo(it);
-     }},
+    {u"minimise"_s, [](Screen& it, Screen&) { it.Minimize(); }},
+    {u"restore"_s, [](Screen& it, Screen&) { it.setWindowState(Qt::WindowNoState); }},
+    {u"front"_s, [](Screen& it, Screen&) { LeaveOverTo(it); }},
+    {u"settle"_s, [](Screen&, Screen&) { Settle(); }},
     {u"window"_s,
      [](Screen&, Screen&) {
          QWidget window;
@@ -74,8 +63,7 @@ const QHash<QString, std::function<void(Screen& it, Screen& other)>> Steps = {
      }},
     {u"box"_s,
      [](Screen&, Screen&) {
-         QTimer::singleShot(
-             50, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
+         WithNextBox([](QDialog& box) { QTest::keyClick(&box, Qt::Key_Escape); });
          QCOMPARE(forms::MsgBox(u"Continuar?"_s, forms::vbYesNo + forms::vbQuestion, {}),
                   forms::vbNo);
      }},
@@ -127,11 +115,13 @@ TEST(TestForm, Activation) {
               List("b load", "b activate", "a activate", "b activate")},
              {"shown again while in front", "a show", List()},
              {"visible already", "b show, a reveal", List("b load", "b activate")},
-             {"minimised and back", "a minimise, a restore", List()},
-             {"another window that is no screen", "a window, a front", List()},
-             {"the user changes between two of them", "b show, a front",
+             {"shown behind another", "b show, a settle, a show",
               List("b load", "b activate", "a activate")},
-             {"message box", "a box", List()},
+             {"minimised and back", "a minimise, a settle, a restore, a front", List()},
+             {"another window that is no screen", "a window, a settle, a front", List()},
+             {"the user changes between two of them", "b show, a settle, a front",
+              List("b load", "b activate", "a activate")},
+             {"message box", "a box, a front", List()},
              {"unloads itself while loading", "b only-load, b show", List("b load", "b unloading")},
              {"next screen from the unload", "a then-other, a unload",
               List("a unloading", "b load", "b activate")},
@@ -149,6 +139,7 @@ TEST(TestForm, Activation) {
         }
         Settle();
         QCOMPARE(history, expected);
+        QTRY_COMPARE(QApplication::activeWindow(), Form::Active());
         if (b && !b->IsLoaded()) {
             b->Unload();
         }
@@ -156,7 +147,7 @@ TEST(TestForm, Activation) {
 }
 
 TEST(TestForm, ModalDialogBlocksAndGivesBack) {
-    auto* screen = new Screen(u"screen"_s);
+    Screen* screen = screen_;
     screen->Show();
     auto* dialog = new Screen(u"dialog"_s, Form::Kind::Dialog);
     const QPointer<Form> watch(dialog);
@@ -226,10 +217,9 @@ TEST(TestForm, ClicksReachWhatTheyHit) {
     QCOMPARE(heard, QStringList());
 
     QTest::mouseMove(&zone);
-    QTest::mouseMove(screen_->Picture(), {400, 300});
-    Settle();
-    QCOMPARE(heard.first(), u"zone move"_s);
-    QCOMPARE(heard.last(), u"form move"_s);
+    MoveTo(*screen_, {400, 300});
+    heard.removeDuplicates();
+    QCOMPARE(heard, List("zone move", "form move"));
 }
 
 // Entering a box has meaning on some screens: the toolkit must not do it by itself.
@@ -296,9 +286,9 @@ TEST(TestForm, HourglassStandsAsLongAsTheWork) {
     QCOMPARE(forms::MousePointer(), forms::vbDefault);
 
     int behind = -1;
-    QTimer::singleShot(50, [&] {
+    WithNextBox([&](QDialog& box) {
         behind = forms::MousePointer();
-        QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
+        QTest::keyClick(&box, Qt::Key_Escape);
     });
     QCOMPARE(work([] { forms::MsgBox(u"Pronto."_s, forms::vbInformation, {}); }),
              forms::vbHourglass);
@@ -323,15 +313,17 @@ TEST(TestForm, UntrappedErrorEndsTheProgramInOrder) {
         throw Erro(Erro::InternalError);
     });
     forms::SetMousePointer(11);
-    const int status = application->Run(
-        [] { QTimer::singleShot(0, qApp, [] { throw Erro(3021, u"Nenhum registro atual."_s); }); });
+    const int status = application->Run([] {
+        QWidget window;  // the last one to close, which ends nothing
+        window.show();
+        window.close();
+        QTimer::singleShot(20, qApp, [] { throw Erro(3021, u"Nenhum registro atual."_s); });
+    });
     application->SetEmergencyExit({});
     QCOMPARE(status, 1);
     QVERIFY(emergency);
     QCOMPARE(forms::MousePointer(), 0);
-    QCOMPARE(boxes.Boxes().size(), 1);
-    QCOMPARE(boxes.Boxes().first().text, u"Erro nº: 3021\nNenhum registro atual."_s);
-    QCOMPARE(boxes.Boxes().first().flags, forms::vbCritical);
+    QCOMPARE(boxes.FlagsAndTexts(), List("16 Erro nº: 3021\nNenhum registro atual."));
     QCOMPARE(boxes.Boxes().first().title, u"Catálogo TARVO-LINDEN"_s);
 }
 

@@ -1,17 +1,12 @@
-#include "platform/forms/boundgrid.h"
 #include "platform/forms/listexport.h"
 #include "platform/forms/progressbox.h"
-#include "support/database.h"
-#include "support/windows.h"
+#include "scene.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QFileIconProvider>
 #include <QMenu>
 #include <QPushButton>
-
-using forms::BoundGrid;
-using forms::DataSource;
 
 namespace {
 
@@ -35,15 +30,12 @@ QString Clipboard() {
     return QGuiApplication::clipboard()->text();
 }
 
-struct Scene {
-    Scene(const QString& database, const QString& sql) {
-        grid.setGeometry(14, 58, 711, 92);
+struct Scene : GridScene {
+    Scene(const QString& database, const QString& sql) : GridScene(database) {
         grid.AddColumn(u"Item"_s, u"Item"_s, 60);
         grid.AddColumn(u"Quantidade"_s, u"Quantidade"_s, 60);
         grid.AddColumn(u"Nome"_s, u"Descrição; nome"_s, 300);
-        source.SetDatabaseName(database);
         source.SetRecordSource(sql);
-        grid.SetDataSource(&source);
         form->Show();
         Settle();
         grid.setFocus();
@@ -52,11 +44,7 @@ struct Scene {
             return this->path;
         });
     }
-    ~Scene() {
-        forms::SetSavePathHandler({});
-        form->Unload();
-        Settle();
-    }
+    ~Scene() { forms::SetSavePathHandler({}); }
 
     QMenu* Menu() const { return grid.findChild<QMenu*>(u"ListMenu"_s); }
     QStringList Names() const { return QDir(folder.path()).entryList(QDir::Files | QDir::Hidden); }
@@ -64,22 +52,7 @@ struct Scene {
     QTemporaryDir folder;
     QString path = folder.filePath(u"lista.csv"_s);
     int asked = 0;
-    forms::Form* form = new forms::Form(u"frmTeste"_s, forms::Form::Kind::Screen, {800, 600}, {});
-    BoundGrid& grid = *new BoundGrid(u"grdTeste"_s, u"Peças"_s, form->Picture());
-    DataSource& source = *new DataSource(u"dtcTeste"_s, form);
 };
-
-// Presses the button of the progress box, or does something else, when the box has come up.
-void WhenTheBoxIsUp(const std::function<void(forms::ProgressBox&)>& work) {
-    auto* timer = new QTimer(qApp);
-    QObject::connect(timer, &QTimer::timeout, timer, [timer, work] {
-        if (auto* box = qobject_cast<forms::ProgressBox*>(QApplication::activeModalWidget())) {
-            timer->deleteLater();
-            work(*box);
-        }
-    });
-    timer->start(1);
-}
 
 }  // namespace
 
@@ -182,10 +155,10 @@ TEST(TestListExport, LongLists) {
     Scene scene(file_.Path(), All);
     QVERIFY(!scene.source.GetRecordset()->IsComplete());
     Write(scene.path, "velha");
-    WhenTheBoxIsUp([](forms::ProgressBox& box) { box.findChild<QPushButton*>()->click(); });
+    WithNextBox([](QDialog& box) { box.findChild<QPushButton*>()->click(); });
     scene.grid.Export().SaveList();
     QCOMPARE(sys::ReadBytes(scene.path), "velha"_ba);
-    WhenTheBoxIsUp([](forms::ProgressBox& box) { box.reject(); });
+    WithNextBox([](QDialog& box) { box.reject(); });
     scene.grid.Export().CopyList();
     QCOMPARE(Clipboard(), u"antes"_s);
     scene.grid.Export().SaveList();
@@ -199,7 +172,7 @@ TEST(TestListExport, LongLists) {
 TEST(TestListExport, AListThatGivesWay) {
     Scene scene(file_.Path(), All);
     BoxAnswers boxes;
-    WhenTheBoxIsUp([&scene](forms::ProgressBox&) { scene.source.Refresh(); });
+    WithNextBox([&scene](QDialog&) { scene.source.Refresh(); });
     scene.grid.Export().SaveList();
     QCOMPARE(boxes.Texts().size(), 1);
     QVERIFY(boxes.Texts().first().contains(u"A lista mudou"_s));

@@ -1,5 +1,7 @@
 #include "platform/forms/artwork.h"
+#include "platform/forms/densepicture.h"
 #include "platform/forms/picturefile.h"
+#include "platform/forms/scale.h"
 #include "platform/forms/theme.h"
 #include "support/windows.h"
 
@@ -7,26 +9,23 @@ using namespace forms;
 
 namespace {
 
-// Whether a pixel of the colour is in this part of what the control paints.
-bool Shows(QWidget& control, const QColor& colour, const QRect& part = {}) {
+// Where pixels of the colour are in this part of what the control paints.
+QRect Shows(QWidget& control, const QColor& colour, const QRect& part = {}) {
     const QImage image = control.grab(part.isEmpty() ? control.rect() : part).toImage();
+    QRect seen;
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x) {
-            if (image.pixelColor(x, y) == colour) {
-                return true;
-            }
+            seen |= image.pixelColor(x, y) == colour ? QRect(x, y, 1, 1) : QRect();
         }
     }
-    return false;
+    return seen;
 }
 
 // Counts what is painted of a control.
-class Paints : public QObject {
-public:
-    explicit Paints(QWidget& of) { of.installEventFilter(this); }
+struct Paints : QObject {
     int count = 0;
 
-private:
+    explicit Paints(QWidget& of) { of.installEventFilter(this); }
     bool eventFilter(QObject*, QEvent* event) override {
         count += event->type() == QEvent::Paint;
         return false;
@@ -81,10 +80,7 @@ TEST(TestPaint, ChangesAreSeen) {
         {&label, [&] { label.SetAlignment(Qt::AlignRight); }},
         {&label, [&] { label.SetWordWrap(true); }},
         {&picture, [&] { picture.SetPixmap(red); }},
-        {&zone,
-         [&] {
-             zone.SetDrawing(drawing, {0, 0, 256, 256});
-         }},
+        {&zone, [&] { zone.SetDrawing(drawing, QRect(0, 0, 256, 256)); }},
     };
     for (const auto& [control, change] : changes) {
         Settle();
@@ -92,7 +88,7 @@ TEST(TestPaint, ChangesAreSeen) {
         change();
         QTRY_VERIFY(paints.count > 0);
     }
-    QVERIFY(Shows(label, Qt::red) && Shows(picture, Qt::red));
+    QVERIFY(Shows(label, Qt::red).isValid() && Shows(picture, Qt::red).isValid());
 }
 
 TEST(TestPaint, TheKeyboardsPlace) {
@@ -110,29 +106,31 @@ TEST(TestPaint, TheKeyboardsPlace) {
     window.show();
     QVERIFY(QTest::qWaitForWindowActive(&window));
     for (QWidget* control : std::initializer_list<QWidget*>{&button, &tick, &bar}) {
-        QVERIFY(!Shows(*control, theme.focus));
+        QVERIFY(Shows(*control, theme.focus).isNull());
         control->setFocus();
-        QVERIFY(Shows(*control, theme.focus, {10, control->height() - 2, 20, 2}));
+        QVERIFY(Shows(*control, theme.focus, {10, control->height() - 2, 20, 2}).isValid());
         // A ring has four sides.
-        QCOMPARE(Shows(*control, theme.focus, {0, 10, 2, 5}), control == &button);
-        QCOMPARE(Shows(*control, theme.focus, {20, 0, 10, 2}), control == &button);
+        QCOMPARE(Shows(*control, theme.focus, {0, 10, 2, 5}).isValid(), control == &button);
+        QCOMPARE(Shows(*control, theme.focus, {20, 0, 10, 2}).isValid(), control == &button);
     }
     // An arrow that leads nowhere is pale.
     for (const int value : {1, 3, 5}) {
         bar.SetValue(value);
-        QCOMPARE(Shows(bar, theme.text, {0, 0, 17, 15}), value > 1);
-        QCOMPARE(Shows(bar, theme.text, {183, 0, 17, 15}), value < 5);
+        QCOMPARE(Shows(bar, theme.text, {0, 0, 17, 15}).isValid(), value > 1);
+        QCOMPARE(Shows(bar, theme.text, {183, 0, 17, 15}).isValid(), value < 5);
     }
     ComboList combo(u"lista"_s, u"Tipo"_s, &window);
     combo.setGeometry(0, 120, 100, 21);
     combo.show();
     const QRect text(4, 2, 70, 17);
-    QVERIFY(Shows(combo, theme.disabledText, text) && !Shows(combo, theme.text, text));
-    combo.AddItem(u"Componente"_s);
+    QVERIFY(Shows(combo, theme.text, text).isNull());
+    const QRect hint = Shows(combo, theme.disabledText, text);
+    combo.AddItem(u"Tipo"_s);
     combo.SetListIndex(0);
-    QVERIFY(!Shows(combo, theme.disabledText, text));
-    QVERIFY(Shows(combo, theme.text, {84, 2, 16, 17}));  // the arrow
-    QVERIFY(Shows(combo, theme.border, {20, 0, 10, 1}));
+    QVERIFY(Shows(combo, theme.disabledText, text).isNull());
+    QCOMPARE(Shows(combo, theme.text, text), hint);  // in the place of what will be chosen
+    QVERIFY(Shows(combo, theme.text, {84, 2, 16, 17}).isValid());  // the arrow
+    QVERIFY(Shows(combo, theme.border, {20, 0, 10, 1}).isValid());
     QVERIFY(window.findChild<QWidget*>(u"barra"_s) && window.findChild<QWidget*>(u"lista"_s));
 }
 
@@ -161,4 +159,58 @@ TEST(TestPaint, PictureFiles) {
     // By its content, whatever it is called, and anew when it changes.
     WritePicture(folder.filePath(u"40x20.png"_s), {30, 30}, Qt::red, "jpg");
     QCOMPARE(LoadPicture(folder.filePath(u"40x20.png"_s), {100, 100}, 1).size(), QSize(30, 30));
+}
+
+TEST(TestPaint, CompanionOfThreeTimesTheSize) {
+    const QTemporaryDir folder;
+    // Names of its own for each: two files of one size, written in one tick of the file
+    // system's clock, are one to the cache of pictures.
+    for (const auto& [picture, companion, size, taken] : Each<QString, QString, QSize, bool>{
+             {"fits", "a.png", "a@3x.png", QSize(120, 60), true},
+             {"other size", "c.png", "c@3x.png", QSize(119, 60), false},
+             {"other picture's", "d.png", "b@3x.png", QSize(120, 60), false},
+         }) {
+        WritePicture(folder.filePath(picture), {40, 20}, Qt::red);
+        WritePicture(folder.filePath(companion), size, Qt::blue);
+        QCOMPARE(!LoadDensePicture(folder.filePath(picture), {40, 20}).isNull(), taken);
+    }
+    QVERIFY(LoadDensePicture(u"figura"_s, {1, 1}).isNull());  // nor without an ending
+}
+
+// The companion adds pixels, never size: numbers are placed by the picture's own.
+TEST(TestPaint, TheCompanionShowsWhereThePictureHasTooFewPixels) {
+    QPixmap plain(40, 20);
+    plain.fill(Qt::red);
+    QPixmap dense(120, 60);
+    dense.fill(Qt::blue);
+    dense.setDevicePixelRatio(3);  // which a file of such a name comes with
+    Picture natural(u"p"_s, QString(), nullptr, Picture::Mode::Natural);
+    natural.resize(60, 40);
+    natural.SetPixmap(plain, dense);
+    QCOMPARE(natural.PictureRect(), QRectF(0, 0, 40, 20));
+
+    Picture fitted(u"p"_s, QString(), nullptr);
+    fitted.resize(100, 80);  // in proportion, in the middle
+    fitted.SetPixmap(plain, dense);
+    QCOMPARE(fitted.PictureRect(), QRectF(0, 15, 100, 50));
+    for (const auto& [size, colour] :
+         {std::pair(QSize(40, 20), Qt::red), std::pair(QSize(80, 40), Qt::blue)}) {
+        fitted.resize(size);
+        QCOMPARE(fitted.grab().toImage().pixelColor(size.width() - 1, size.height() - 1),
+                 QColor(colour));
+    }
+}
+
+TEST(TestPaint, ScaleFillsTheScreenEvenly) {
+    const std::pair<QSize, double> cases[] = {
+        {{800, 600}, 1},      {{1366, 768}, 1.28}, {{1920, 1080}, 1.8}, {{3840, 2160}, 3.6},
+        {{1024, 740}, 1.233}, {{640, 480}, 1},     {{600, 800}, 1},     {{0, 0}, 1},
+    };
+    for (const auto& [screen, scale] : cases) {
+        QCOMPARE(ScaleFor(screen), scale);
+    }
+    for (int width = 800; width < 4000; width += 7) {
+        const double scale = ScaleFor({width, width});
+        QVERIFY(qRound(width / scale) >= PictureSize.width());
+    }
 }

@@ -37,6 +37,7 @@ TEST(TestAcesso, AsksForThePassword) {
             QCOMPARE(box.focusWidget(), boxes.at(user.isEmpty() ? 0 : 1));
             QCOMPARE(boxes.first()->accessibleName() + boxes.last()->accessibleName(),
                      u"UsuárioSenha"_s);
+            QCOMPARE(boxes.first()->height(), 21);
             QCOMPARE(boxes.last()->echoMode(), QLineEdit::Password);
             const auto* buttons = box.findChild<QDialogButtonBox*>();
             QCOMPARE(
