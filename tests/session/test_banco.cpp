@@ -54,21 +54,15 @@ TEST(TestBanco, ThePasswordStays) {
         "f6d69d0126a032721d7415d3ffb49b4d06a6200271d8dd6afe8988c573eba375"_ba);
 }
 
-TEST(TestBanco, TellsWhatIsInUse) {
-    const std::pair<const char*, int> used[] = {
-        {"COM", 10}, {"JRE", 20}, {"VEI", 5}, {"FPC", 31}, {"PCA", 777}};
-    for (const auto& [kind, code] : used) {
-        QVERIFY2(CodigoEmUso(QLatin1String(kind), code), kind);
-        QVERIFY2(CodigoEmUso(QLatin1String(kind), 1) == (code == 777), kind);  // any part is
+TEST(TestBanco, TellsWhatIsInUseAndWhatAPartHas) {
+    for (const auto& [kind, code] :
+         {std::pair(u"COM"_s, 10), {u"JRE"_s, 20}, {u"VEI"_s, 5}, {u"FPC"_s, 31}}) {
+        QVERIFY2(CodigoEmUso(kind, code) && !CodigoEmUso(kind, 1), qPrintable(kind));
     }
+    QVERIFY(CodigoEmUso(u"PCA"_s, 777));  // any part is
     QCOMPARE(ErrorOf([] { CodigoEmUso(u"XXX"_s, 1); }), 3129);
-}
-
-TEST(TestBanco, TellsWhatAPartHas) {
-    QVERIFY(PossuiFiguraDetalhada(1));
-    QVERIFY(!PossuiFiguraDetalhada(2));  // Null
-    QVERIFY(!PossuiFiguraDetalhada(3));  // no such part
-    QVERIFY(PossuiListaComponentes(1));
+    QVERIFY(PossuiFiguraDetalhada(1) && PossuiListaComponentes(1));
+    QVERIFY(!PossuiFiguraDetalhada(2) && !PossuiFiguraDetalhada(3));  // Null, no such part
     QVERIFY(!PossuiListaComponentes(2));
 }
 
@@ -192,14 +186,12 @@ TEST(TestBanco, StaysSoundWhenAWriterDies) {
 
 TEST(TestBanco, TellsAFolderThatCannotBeWritten) {
     FecharBancoDados(gWS, gDB);
-    using F = QFileDevice;
-    QFile::setPermissions(catalogue_.Pasta() + u"/Tarvo.mdb"_s,
-                          F::ReadOwner | F::ReadGroup | F::ReadOther);
-    QFile::setPermissions(catalogue_.Pasta(), F::ReadOwner | F::ExeOwner | F::ReadGroup |
-                                                  F::ExeGroup | F::ReadOther | F::ExeOther);
+    const QString folder = catalogue_.Pasta();
+    QFile::setPermissions(folder + u"/Tarvo.mdb"_s, QFile::Permissions(0x4044));  // r--r--r--
+    QFile::setPermissions(folder, QFile::Permissions(0x5055));                    // r-xr-xr-x
     // Permissions bind nobody who is root, so the other computer is somebody else.
     const QString other = QStandardPaths::findExecutable(u"setpriv"_s);
-    QFile probe(catalogue_.Pasta() + u"/nova"_s);
+    QFile probe(folder + u"/nova"_s);
     QStringList through;
     if (probe.open(QIODevice::WriteOnly)) {
         if (other.isEmpty()) {
@@ -207,10 +199,10 @@ TEST(TestBanco, TellsAFolderThatCannotBeWritten) {
         }
         through = {other, u"--reuid=65534"_s, u"--regid=65534"_s, u"--clear-groups"_s};
     }
-    Peer peer(catalogue_.Pasta(), through);
+    Peer peer(folder, through);
     QCOMPARE(peer.Opened(), u"0"_s);
     QCOMPARE(peer.Ask("value "_L1 + Vehicles), u"2000"_s);
     QCOMPARE(peer.Ask("run "_L1 + Advance), u"erro 3027"_s);
     QCOMPARE(peer.Ask("lock True"), u"0"_s);
-    QFile::setPermissions(catalogue_.Pasta(), F::ReadOwner | F::WriteOwner | F::ExeOwner);
+    QFile::setPermissions(folder, QFile::Permissions(0x7000));
 }

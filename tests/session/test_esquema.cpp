@@ -2,16 +2,9 @@
 #include "platform/dao/statement.h"
 #include "session/esquema.h"
 #include "support/catalogo.h"
-#include "support/database.h"
 
 struct TestEsquema : Fixture {
     CatalogoDeTeste catalogo_;
-
-    static QStringList Rows(const AnyText& sql) {
-        QStringList rows;
-        ReadRows(*gDB, sql, rows);
-        return rows;
-    }
 };
 
 TEST(TestEsquema, ReplacesNothing) {
@@ -50,14 +43,12 @@ TEST(TestEsquema, AnswersFromIndexes) {
         "SELECT ArquivoFigura, ItemComponente FROM FIGURADETALHADA1 WHERE CodigoPeca = 4 ORDER "
         "BY CodigoFiguraDetalhada");
     row("gallery", "SELECT DescricaoFotoPecaPesquisa FROM FOTOPECAPESQUISA ORDER BY 1");
-    for (const auto& [table, code] :
-         {std::pair("PECA_COMPONENTE", "CodigoComponente"),
-          std::pair("PECA_COMPONENTE_JOGOREPARO", "CodigoJogoReparo"),
-          std::pair("VEICULO_PECA", "CodigoVeiculo"), std::pair("VEICULO_PECA", "CodigoPeca"),
-          std::pair("PECA", "CodigoFotoPecaPesquisa")}) {
-        row(QByteArray(code) + " in use",
-            u"SELECT %2 FROM %1 WHERE %2 = 1"_s.arg(QLatin1String(table), QLatin1String(code)));
-    }
+    const QString used = u"SELECT %2 FROM %1 WHERE %2 = 1"_s;
+    row("component used", used.arg(u"PECA_COMPONENTE"_s, u"CodigoComponente"_s));
+    row("kit used", used.arg(u"PECA_COMPONENTE_JOGOREPARO"_s, u"CodigoJogoReparo"_s));
+    row("vehicle used", used.arg(u"VEICULO_PECA"_s, u"CodigoVeiculo"_s));
+    row("vehicles of a part", used.arg(u"VEICULO_PECA"_s, u"CodigoPeca"_s));
+    row("photo used", used.arg(u"PECA"_s, u"CodigoFotoPecaPesquisa"_s));
     for (const auto& [sql] : row) {
         dao::Connection& connection = *gDB->GetConnection();
         const auto translation = dao::Prepare(connection, sql);
@@ -74,32 +65,6 @@ TEST(TestEsquema, AnswersFromIndexes) {
                 qPrintable(step));
         }
         QVERIFY(steps > 0);
-    }
-}
-
-TEST(TestEsquema, ShowsTheChosenCustomersNumbers) {
-    catalogo_.Executar(Inserir("REFERENCIACRUZADA", {"1, 'A1', 'X1'", "2, 'A1', 'Y1'"}));
-    for (const auto& [customer, numbers] :
-         {std::pair(u"-5"_s, List()), std::pair(u"2"_s, List("Y1")), std::pair(u"-5"_s, List())}) {
-        gDB->Execute(u"UPDATE CODIGOCLIENTECONCORRENTE SET CodigoClienteConcorrente = "_s +
-                     customer);
-        QCOMPARE(Rows("SELECT NumeroClienteConcorrente FROM REFERENCIACRUZADA1"), numbers);
-    }
-}
-
-TEST(TestEsquema, SharesAFigureAmongParts) {
-    catalogo_.Executar(Inserir("PECA", {"1, 'A', 'A', NULL, NULL, 7", "2, 'B', 'B', NULL, NULL, 7",
-                                        "3, 'C', 'C', NULL, NULL, NULL"}) +
-                       Inserir("FIGURA", {"7, 'f7.bmp'", "8, 'f8.bmp'"}) +
-                       Inserir("FIGURADETALHADA", {"7, 2, '   2', 30, 40", "7, 1, '   1', 10, 20",
-                                                   "8, 1, '   9', 0, 0"}));
-    const QStringList markers = List("1|   1|f7.bmp|10|20", "2|   2|f7.bmp|30|40");
-    for (const auto& [part, rows] :
-         {std::pair(1, markers), std::pair(2, markers), std::pair(3, List())}) {
-        QCOMPARE(Rows(u"SELECT CodigoFiguraDetalhada, ItemComponente, ArquivoFigura, LLeft, TTop "
-                      "FROM FIGURADETALHADA1 WHERE CodigoPeca = %1 "
-                      "ORDER BY CodigoFiguraDetalhada"_s.arg(part)),
-                 rows);
     }
 }
 

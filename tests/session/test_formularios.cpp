@@ -71,8 +71,7 @@ TEST(TestFormularios, JanelaQuePisca) {
 TEST(TestFormularios, CaixaDeErro) {
     QStringList vistos;
     forms::SetMsgBoxHandler([&vistos](const QString& texto, int flags, const QString& titulo) {
-        vistos << texto << QString::number(flags) << titulo
-               << QString::number(forms::MousePointer());
+        vistos = {texto, QString::number(flags), titulo, QString::number(forms::MousePointer())};
         return forms::vbOK;
     });
     forms::SetMousePointer(11);

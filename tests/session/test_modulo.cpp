@@ -9,15 +9,17 @@
 
 #include <QTimer>
 
-#include <set>
-
 namespace {
 
 constexpr double CincoDeMarco = 40242;  // 5 March 2010
 
 }  // namespace
 
-struct TestModulo : Fixture {};
+struct TestModulo : Fixture {
+    QTemporaryDir pasta_;
+
+    void cleanup() override { sys::SetClock({}); }
+};
 
 TEST(TestModulo, NormalizarNumero) {
     for (const auto& [texto, numero] : Each<QString, QString>{
@@ -55,7 +57,6 @@ TEST(TestModulo, Datas) {
         sys::SetClock([] { return QDateTime(QDate(2024, 2, 9), QTime(7, 8, 9)); });
         QCOMPARE(FormatarDataHora(data), escrita);
         QCOMPARE(DataHoraSql(data), sql);
-        sys::SetClock({});
     }
 }
 
@@ -70,21 +71,20 @@ TEST(TestModulo, Meses) {
 }
 
 TEST(TestModulo, ArquivosEPastas) {
-    const QTemporaryDir pasta;
-    const QString base = pasta.path() + u'\\';
+    const QString base = pasta_.path() + u'\\';
     CriarDiretorios(base, u"Figuras\\2024\\motor.bmp"_s, true);
-    QVERIFY(QDir(pasta.filePath(u"Figuras/2024"_s)).exists());
+    QVERIFY(QDir(pasta_.filePath(u"Figuras/2024"_s)).exists());
     QVERIFY(!DiretorioExiste(base + u"Figuras\\2024\\motor.bmp"_s));
     CriarDiretorios(base, u"FIGURAS\\2024\\Novas"_s, false);
-    QCOMPARE(QDir(pasta.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+    QCOMPARE(QDir(pasta_.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
              List("Figuras"));
     QVERIFY(DiretorioExiste(base + u"Figuras\\2024\\novas"_s));
     CriarDiretorios(base, u"sozinho.txt"_s, true);
 
     const QString arquivo = base + u"leitura.txt"_s;
     ExcluirArquivo(arquivo);
-    Write(pasta.filePath(u"leitura.txt"_s));
-    QVERIFY(QFile::setPermissions(pasta.filePath(u"leitura.txt"_s), QFileDevice::ReadOwner));
+    Write(pasta_.filePath(u"leitura.txt"_s));
+    QVERIFY(QFile::setPermissions(pasta_.filePath(u"leitura.txt"_s), QFileDevice::ReadOwner));
     QVERIFY(ArquivoExiste(arquivo));
     ExcluirArquivo(arquivo);
     QVERIFY(!ArquivoExiste(arquivo));
@@ -92,28 +92,25 @@ TEST(TestModulo, ArquivosEPastas) {
 }
 
 TEST(TestModulo, NomesTemporarios) {
-    const QTemporaryDir pasta;
-    gCaminho = pasta.path() + u'\\';
+    gCaminho = pasta_.path() + u'\\';
     sys::SetClock([] { return QDateTime(QDate(2024, 11, 2), QTime(13, 4, 5)); });
     // Most of the ten thousand names of this second are taken; what comes must be free.
-    const QString inicio = u"051324041102"_s + SerialVolume(u"C:\\"_s);
-    std::set<QString> livres;
+    const QString inicio = gCaminho + u"051324041102"_s + SerialVolume(u"C:\\"_s);
+    QSet<QString> livres;
     for (int r = 0; r < 10000; ++r) {
         const QString nome = inicio + QString::number(r) + u".tmp"_s;
         if (r % 100 == 0) {
-            livres.insert(gCaminho + nome);
-            continue;
+            livres += nome;
+        } else {
+            Write(QString(nome).replace(u'\\', u'/'));
         }
-        Write(pasta.filePath(nome));
     }
-    std::set<QString> vindos;
+    QSet<QString> vindos;
     for (int i = 0; i < 8; ++i) {
-        const QString nome = NomeArquivoTemporario();
-        QVERIFY2(livres.contains(nome), qPrintable(nome));
-        vindos.insert(nome);
+        vindos += NomeArquivoTemporario();
     }
+    QVERIFY2(livres.contains(vindos), qPrintable(vindos.values().join(u' ')));
     QVERIFY(vindos.size() > 1);
-    sys::SetClock({});
     gCaminho.clear();
 }
 
@@ -124,11 +121,10 @@ TEST(TestModulo, Pastas) {
     QCOMPARE(CaminhoPrograma(false), QCoreApplication::applicationDirPath());
     QCOMPARE(PastaSistema(u"outro"_s, true), CaminhoPrograma(true));
 
-    const QTemporaryDir casa;
-    qputenv(UserData, QFile::encodeName(casa.filePath(u"dados"_s)));
-    QCOMPARE(PastaDadosUsuario(true), casa.filePath(u"dados"_s) + u"\\Ordavia\\"_s);
-    QVERIFY(QDir(casa.filePath(u"dados/Ordavia"_s)).exists());
-    QCOMPARE(PastaDadosUsuario(false), casa.filePath(u"dados"_s) + u"\\Ordavia"_s);
+    qputenv(UserData, QFile::encodeName(pasta_.filePath(u"dados"_s)));
+    QCOMPARE(PastaDadosUsuario(true), pasta_.filePath(u"dados"_s) + u"\\Ordavia\\"_s);
+    QVERIFY(QDir(pasta_.filePath(u"dados/Ordavia"_s)).exists());
+    QCOMPARE(PastaDadosUsuario(false), pasta_.filePath(u"dados"_s) + u"\\Ordavia"_s);
     // No folder to be had for the user: the machine's serves.
     qputenv(UserData, "/proc/nao/ha");
     QCOMPARE(PastaDadosUsuario(true), PastaSistema(u" system "_s, true));
@@ -137,12 +133,11 @@ TEST(TestModulo, Pastas) {
 
 // Beside the program, or where a file beside it says.
 TEST(TestModulo, Dados) {
-    const QTemporaryDir pasta;
-    const QString programa = pasta.filePath(u"peer"_s);
+    const QString programa = pasta_.filePath(u"peer"_s);
     QVERIFY(QFile::copy(QCoreApplication::applicationFilePath(), programa));
-    QCOMPARE(OutputOf(programa, {}), pasta.path() + u'\\');
+    QCOMPARE(OutputOf(programa, {}), pasta_.path() + u'\\');
     for (const char* caminho : {"X:\\dados", "X:\\dados\\"}) {
-        Write(pasta.filePath(u"Caminho.txt"_s), caminho);
+        Write(pasta_.filePath(u"Caminho.txt"_s), caminho);
         QCOMPARE(OutputOf(programa, {}), u"X:\\dados\\"_s);
     }
 }
@@ -152,8 +147,7 @@ TEST(TestModulo, ExecutarEsperaComATelaViva) {
     QTimer tela;
     connect(&tela, &QTimer::timeout, this, [&tiques] { ++tiques; });
     tela.start(10);
-    const QTemporaryDir pasta;
-    const QString marca = pasta.filePath(u"fim"_s);
+    const QString marca = pasta_.filePath(u"fim"_s);
 #ifdef Q_OS_WIN
     const QString programa = u"cmd /c \"ping -n 2 127.0.0.1 >nul & echo fim >%1\""_s;
 #else

@@ -72,6 +72,9 @@ TEST(TestPasta, goesAway) {
 
 TEST(TestPasta, locksThatHoldNobody) {
     QCOMPARE(FaltaDeTravas(gCaminho), QString());
+    QCOMPARE(FaltaDeTravas(gCaminho, {u"nfs4"_s, {u"rw"_s, u"nolock"_s}}),
+             u"A pasta de dados está montada (nfs4) com a opção \"nolock\": as travas de arquivo "
+             "não chegam aos outros computadores."_s);
     const FrailFolder frail({"ignore-locks"});
     Write(frail.Behind() + u"/Tarvo.mdb"_s);
     QCOMPARE(
