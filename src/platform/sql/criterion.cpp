@@ -24,10 +24,10 @@ Criterion::Criterion(const QString& text, const QStringList& columns) {
     const auto found = std::find_if(columns.begin(), columns.end(), [&](const QString& column) {
         return column.compare(name, Qt::CaseInsensitive) == 0;
     });
-    column_ = found == columns.end() ? -1 : static_cast<int>(found - columns.begin());
-    if (column_ < 0) {
+    if (found == columns.end()) {
         Throw(Failure::UnknownColumn, name);
     }
+    column_ = static_cast<int>(found - columns.begin());
     const QString value = ToQString(expr->args[1]->text);
     value_ = expr->args[1]->kind == Expr::Kind::Text ? QVariant(value) : value.toDouble();
 }
