@@ -1,35 +1,115 @@
 #pragma once
 
-#include <QProcess>
-#include <QString>
-#include <QTemporaryDir>
+#include "support/test.h"
+
+#include <QStandardPaths>
+
+#include <cups/cups.h>
+
+// Everybody may do everything; jobs stay to be looked at, their attributes are written at once.
+inline constexpr char Rules[] = R"(Listen %1/socket
+Browsing Off
+WebInterface No
+DefaultAuthType None
+PreserveJobFiles Yes
+DirtyCleanInterval 0
+<Location />
+  Order allow,deny
+  Allow all
+</Location>
+<Policy default>
+  <Limit All>
+    Order deny,allow
+    Allow all
+  </Limit>
+</Policy>
+)";
+
+inline constexpr char Places[] = R"(ServerRoot %1/root
+CacheDir %1/cache
+StateDir %1/state
+RequestRoot %1/spool
+TempDir %1/spool
+AccessLog %1/access
+ErrorLog %1/error
+PageLog %1/page
+FileDevice Yes
+)";
 
 // A print system of the test's own: scheduler, configuration, socket and queues in a temporary
 // folder. Nothing of the machine's is asked or touched.
 class PrintSystem {
 public:
-    PrintSystem();
-    ~PrintSystem();
+    PrintSystem() {
+        Write(Path(u"cupsd.conf"_s), QString::fromLatin1(Rules).arg(folder_.path()).toUtf8());
+        Write(Path(u"cups-files.conf"_s), QString::fromLatin1(Places).arg(folder_.path()).toUtf8());
+        for (const QString& name : {u"root"_s, u"cache"_s, u"state"_s, u"spool"_s}) {
+            QDir(folder_.path()).mkdir(name);
+        }
+        cupsSetServer(qPrintable(Path(u"socket"_s)));
+    }
+    ~PrintSystem() {
+        Stop();
+        cupsSetServer(nullptr);
+    }
 
-    // Empty when it runs; else why it cannot on this machine.
-    const QString& Missing() const { return missing_; }
+    // Empty when it can run; else why it cannot on this machine.
+    QString Missing() {
+        for (const QString& program : {u"cupsd"_s, u"lpadmin"_s}) {
+            if (Program(program).isEmpty()) {
+                return u"there is no "_s + program;
+            }
+        }
+        return Start() ? QString()
+                       : u"it does not start: "_s +
+                             QString::fromLocal8Bit(scheduler_.readAllStandardError());
+    }
 
-    // An administrator's command: lpadmin, cupsreject, cupsdisable ... False when it fails.
-    bool Run(const QString& command, const QStringList& arguments) const;
-    // Makes, or makes anew, a queue that takes everything and prints into the void.
-    bool MakeQueue(const QString& name) const;
-    void Stop();
-    bool Start();
+    bool Start() {
+        scheduler_.start(Program(u"cupsd"_s), {u"-f"_s, u"-c"_s, Path(u"cupsd.conf"_s), u"-s"_s,
+                                               Path(u"cups-files.conf"_s)});
+        const auto answers = [this] {
+            http_t* http = httpConnect2(qPrintable(Path(u"socket"_s)), 0, nullptr, AF_UNSPEC,
+                                        HTTP_ENCRYPTION_NEVER, 1, PatienceMs, nullptr);
+            httpClose(http);
+            return http != nullptr;
+        };
+        return QTest::qWaitFor(
+                   [&] { return scheduler_.state() == QProcess::NotRunning || answers(); },
+                   PatienceMs) &&
+               scheduler_.state() == QProcess::Running;
+    }
+    bool Stop() {
+        scheduler_.terminate();
+        return scheduler_.waitForFinished(PatienceMs);
+    }
 
-    // What arrived as the newest job: its file, and its attributes as they came.
-    QString NewestDocument() const;
-    QByteArray NewestAttributes() const;
+    // An administrator's command: "cupsreject balcao".
+    bool Run(const QString& command) const {
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"CUPS_SERVER"_s, Path(u"socket"_s));
+        process.setProcessEnvironment(environment);
+        QStringList words = command.split(u' ');
+        process.start(Program(words.takeFirst()), words);
+        return process.waitForFinished(PatienceMs) && process.exitCode() == 0;
+    }
+
+    // Of what has arrived: "d*" its documents, "c*" its attributes.
+    QString Newest(const QString& pattern) const {
+        const QDir spool(Path(u"spool"_s), pattern);
+        return spool.isEmpty() ? QString() : spool.filePath(spool.entryList().last());
+    }
 
 private:
+    static constexpr int PatienceMs = 60000;  // of a machine that has other work
+
+    static QString Program(const QString& name) {
+        const QString found = QStandardPaths::findExecutable(name);
+        return found.isEmpty() ? QStandardPaths::findExecutable(name, {u"/usr/sbin"_s}) : found;
+    }
     QString Path(const QString& name) const { return folder_.filePath(name); }
-    QString Newest(const QString& pattern) const;
 
     QTemporaryDir folder_;
     QProcess scheduler_;
-    QString missing_;
 };

@@ -9,6 +9,8 @@
 // From the button to the queue of a real print system, through the real printer dialog.
 struct TestFila : NoDialogo {
     static inline std::unique_ptr<PrintSystem> sistema_;
+    // It takes everything and prints into the void.
+    static inline const QString NovaFila = u"lpadmin -p balcao -E -v file:///dev/null -m raw"_s;
 
     // Presses OK and uses the printer dialog: sets it by `usar`, and accepts.
     void Imprimir(const QString& parametro, const std::function<void(QPrintDialog&)>& usar) {
@@ -52,10 +54,10 @@ struct TestFila : NoDialogo {
 
     static void initTestCase() {
         sistema_ = std::make_unique<PrintSystem>();
-        if (!sistema_->Missing().isEmpty()) {
-            QSKIP(qPrintable(u"No print system here: "_s + sistema_->Missing()));
+        if (const QString missing = sistema_->Missing(); !missing.isEmpty()) {
+            QSKIP(qPrintable(u"No print system here: "_s + missing));
         }
-        QVERIFY(sistema_->MakeQueue(u"balcao"_s));
+        QVERIFY(sistema_->Run(NovaFila));
     }
     static void cleanupTestCase() { sistema_.reset(); }
     void init() override {
@@ -82,10 +84,14 @@ TEST(TestFila, printed) {
         QCOMPARE(dialogo_->Caixas(), QStringList());
         QVERIFY(!dialogo_->Aberto());
         if (!impressora.isEmpty()) {
-            arquivo = sistema_->NewestDocument();
-            QTRY_VERIFY(sistema_->NewestAttributes().contains(
-                QByteArray::fromRawData("copies\0\4\0\0\0\2", 12)));
-            QVERIFY(sistema_->NewestAttributes().contains("one-sided"));
+            arquivo = sistema_->Newest(u"d*"_s);
+            const auto dito = [](QByteArrayView atributo) {
+                QFile atributos(sistema_->Newest(u"c*"_s));
+                return atributos.open(QIODevice::ReadOnly) &&
+                       atributos.readAll().contains(atributo);
+            };
+            QTRY_VERIFY(dito(QByteArrayView("copies\0\4\0\0\0\2", 12)));
+            QVERIFY(dito("one-sided"));
         }
         QCOMPARE(FiguraEm(arquivo), u"1746x1029 at 257"_s);
         QVERIFY(OutputOf("pdftotext", {arquivo, "-"}).contains(u"Lista de Componentes"_s));
@@ -111,36 +117,27 @@ TEST(TestFila, noPageRanges) {
 
 // What the print system does not take is told, and the dialog stays for another try.
 TEST(TestFila, refused) {
-    Each<std::function<void()>, std::function<void()>, QString> row;
-    using F = std::function<void()>;
-    const auto comando = [this](const QString& nome) {
-        return F([this, nome] { QVERIFY(sistema_->Run(nome, {u"balcao"_s})); });
-    };
-    const F refazer = [this] { QVERIFY(sistema_->MakeQueue(u"balcao"_s)); };
-    row("not accepting", comando(u"cupsreject"_s), comando(u"cupsaccept"_s),
-        "A impressora \"balcao\" não está aceitando trabalhos.");
-    row("stopped", comando(u"cupsdisable"_s), comando(u"cupsenable"_s),
-        "A impressora \"balcao\" está parada.");
-    row("deleted", F([this] {
-            QVERIFY(sistema_->Run(u"lpadmin"_s, {u"-x"_s, u"balcao"_s}));
-        }),
-        refazer, "A impressora \"balcao\" não existe mais.");
-    row("server gone", F([this] { sistema_->Stop(); }), F([this] { QVERIFY(sistema_->Start()); }),
-        "O sistema de impressão não responde.");
-    for (const auto& [antes, depois, razao] : row) {
+    for (const auto& [antes, depois, razao] : Each<QString, QString, QString>{
+             {"not accepting", "cupsreject balcao", "cupsaccept balcao",
+              "A impressora \"balcao\" não está aceitando trabalhos."},
+             {"stopped", "cupsdisable balcao", "cupsenable balcao",
+              "A impressora \"balcao\" está parada."},
+             {"deleted", "lpadmin -x balcao", NovaFila, "A impressora \"balcao\" não existe mais."},
+             {"server gone", "", "", "O sistema de impressão não responde."},
+         }) {
         const auto escolher = [](QPrintDialog& dialogo) { EscolherFila(dialogo, u"balcao"_s); };
-        Imprimir(u"FD:0LC:1"_s, [&](QPrintDialog& dialogo) {
+        Imprimir(u"FD:0LC:1"_s, [&, &comando = antes](QPrintDialog& dialogo) {
             escolher(dialogo);
-            antes();  // meanwhile
+            QVERIFY(comando.isEmpty() ? sistema_->Stop() : sistema_->Run(comando));  // meanwhile
         });
         QCOMPARE(dialogo_->Caixas(), List(u"16 Erro nº: 482\nErro de impressora\n"_s + razao));
         QVERIFY(dialogo_->Aberto());
         QCOMPARE(forms::MousePointer(), forms::vbDefault);
-        depois();
-        const QString anterior = sistema_->NewestDocument();
+        QVERIFY(depois.isEmpty() ? sistema_->Start() : sistema_->Run(depois));
+        const QString anterior = sistema_->Newest(u"d*"_s);
         Imprimir(u"FD:0LC:1"_s, escolher);
         QCOMPARE(dialogo_->Caixas().size(), 1);
         QVERIFY(!dialogo_->Aberto());
-        QVERIFY(sistema_->NewestDocument() != anterior);
+        QVERIFY(sistema_->Newest(u"d*"_s) != anterior);
     }
 }

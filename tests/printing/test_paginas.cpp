@@ -5,48 +5,42 @@
 struct TestPaginas : NoGravador {
     // So many items of part 1, and so many kits on the first of them.
     void DarLista(int itens, int jogos) {
-        QStringList linhas;
-        QStringList todos;
-        QStringList doPrimeiro;
+        QStringList comandos = List("DELETE FROM PECA_COMPONENTE", "DELETE FROM JOGOREPARO",
+                                    "DELETE FROM PECA_COMPONENTE_JOGOREPARO");
         for (int i = 1; i <= itens; ++i) {
-            linhas += u"1, '%1', 1, 1"_s.arg(i, 4);
+            comandos += Inserir("PECA_COMPONENTE", {u"1, '%1', 1, 1"_s.arg(i, 4)});
         }
         for (int i = 1; i <= jogos; ++i) {
-            todos += u"%1, 'K%1', 'Jogo'"_s.arg(i);
-            doPrimeiro += u"1, '   1', %1"_s.arg(i);
+            comandos += Inserir("JOGOREPARO", {u"%1, 'K%1', 'Jogo'"_s.arg(i)}) +
+                        Inserir("PECA_COMPONENTE_JOGOREPARO", {u"1, '   1', %1"_s.arg(i)});
         }
-        dialogo_->catalogo.Executar(
-            List("DELETE FROM PECA_COMPONENTE", "DELETE FROM PECA_COMPONENTE_JOGOREPARO",
-                 "DELETE FROM JOGOREPARO") +
-            Inserir("PECA_COMPONENTE", linhas) + Inserir("JOGOREPARO", todos) +
-            Inserir("PECA_COMPONENTE_JOGOREPARO", doPrimeiro));
+        dialogo_->catalogo.Executar(comandos);
     }
 
     // What stands on each page: H head, L and J the titles of list and kits, then how many rows.
-    QStringList Paginas() const {
-        QStringList paginas;
+    QString Paginas() const {
+        QString paginas;
+        int pagina = 1;
         int linhas = 0;
-        const auto fechar = [&] {
-            if (linhas > 0) {
-                paginas.last() += QString::number(std::exchange(linhas, 0));
-            }
+        const auto seguir = [&](const QString& sinal) {
+            paginas += (linhas > 0 ? QString::number(linhas) : QString()) + sinal;
+            linhas = 0;
         };
         for (const auto& texto : folha_.textos) {
-            if (texto.pagina > paginas.size()) {
-                fechar();
-                paginas += QString();
+            if (texto.pagina > pagina) {
+                pagina = texto.pagina;
+                seguir(u" "_s);
             }
             const bool titulo = texto.letra == u"10bi";
             if (texto.letra == u"12") {
-                paginas.last() += u'H';
+                seguir(u"H"_s);
             } else if (titulo && texto.lugar.x() == 200) {
-                fechar();
-                paginas.last() += texto.texto == u"Item" ? u'L' : u'J';
+                seguir(texto.texto == u"Item" ? u"L"_s : u"J"_s);
             } else if (!titulo && texto.lugar.x() == 1600) {
                 ++linhas;
             }
         }
-        fechar();
+        seguir({});
         return paginas;
     }
 
@@ -86,7 +80,7 @@ TEST(TestPaginas, breaks) {
         };
         DarLista(itens, jogos);
         dialogo_->Imprimir("FD:0LC:1");
-        QCOMPARE(Paginas().join(u' '), paginas);
+        QCOMPARE(Paginas(), paginas);
         QVERIFY(!dialogo_->Aberto());
     }
 }
@@ -100,7 +94,7 @@ TEST(TestPaginas, kitsThatDoNotComeOut) {
     DarLista(10, 2);
     dialogo_->Imprimir("FD:0LC:1");
     QCOMPARE(dialogo_->Caixas(), List("16 Erro nº: 482\nErro de impressora"));
-    QCOMPARE(Paginas().join(u' '), u"HL10"_s);
+    QCOMPARE(Paginas(), u"HL10"_s);
     QCOMPARE(folha_.passos.last(), u"fim"_s);
 }
 

@@ -2,37 +2,34 @@
 #include "platform/forms/font.h"
 #include "platform/printer/paperprinter.h"
 
-#include <QBuffer>
+#include <QBitmap>
 #include <QPainter>
 #include <QPrinter>
 #include <QRegularExpression>
 
-namespace {
+#include <map>
 
-struct Palavra {
-    int pagina;
-    QPointF lugar;  // page units from the printable area's corner
-    QString texto;
-};
+namespace {
 
 constexpr double Margem = 10;  // points, on all sides of the toolkit's PDF page
 constexpr double UnidadesPorPonto = 5;
 
-// A printed file, read back by other people's tools.
-QList<Palavra> Palavras(const QString& arquivo) {
+// A printed file, read back by other people's tools: where each word begins that is the first of
+// its kind on a page ("2 Item"), in page units from the printable area's corner.
+std::map<QString, QPointF> Palavras(const QString& arquivo) {
     static const QRegularExpression linha(
         u"<page |<word xMin=\"([\\d.]+)\" yMin=\"([\\d.]+)\"[^>]*>([^<]*)<"_s);
-    QList<Palavra> palavras;
+    std::map<QString, QPointF> palavras;
     int pagina = 0;
-    for (auto i = linha.globalMatch(OutputOf("pdftotext", {"-bbox", arquivo, "-"})); i.hasNext();) {
-        const auto achado = i.next();
+    const QString tudo = OutputOf("pdftotext", {"-bbox", arquivo, "-"});
+    for (const auto& achado : linha.globalMatch(tudo)) {
         if (achado.capturedLength(3) == 0) {
             ++pagina;
             continue;
         }
         const QPointF pontos(achado.captured(1).toDouble(), achado.captured(2).toDouble());
-        palavras.append(
-            {pagina, (pontos - QPointF(Margem, Margem)) * UnidadesPorPonto, achado.captured(3)});
+        palavras.emplace(u"%1 %2"_s.arg(pagina).arg(achado.captured(3)),
+                         (pontos - QPointF(Margem, Margem)) * UnidadesPorPonto);
     }
     return palavras;
 }
@@ -69,63 +66,41 @@ TEST(TestPapel, list) {
         dialogo_->Imprimir("FD:0LC:1");
         QCOMPARE(dialogo_->Caixas(), QStringList());
 
-        const QList<Palavra> palavras = Palavras(arquivo_);
-        QCOMPARE(palavras.last().pagina, 3);
+        auto palavras = Palavras(arquivo_);
+        QVERIFY(palavras.rbegin()->first.startsWith(u"3 "_s));
         QVERIFY(OutputOf("pdfinfo", {arquivo_}).contains(u"842 x 595 pts (A4)"_s));
         const double pixel = 360.0 / pontos;
-        // The substitute's lines are 1.117 of its size high.
-        const auto achar = [&](int pagina, const QString& texto) {
-            for (const Palavra& palavra : palavras) {
-                if (palavra.pagina == pagina && palavra.texto == texto) {
-                    return palavra.lugar;
-                }
-            }
-            return QPointF(-1, -1);
-        };
-        const double alto = 1.1172 * 5;
+        const double alto = 1.1172 * 5;  // the substitute's lines are 1.117 of its size high
         const double titulos = 150 + (12 + 10 + 10 + 7) * alto + 100;
-        const struct {
-            int pagina;
-            const char16_t* texto;
-            QPointF lugar;
-        } esperadas[] = {
-            {1, u"Catálogo", {200, 150}},
-            {1, u"Lista", {200, 150 + 12 * alto}},
-            {3, u"Peça:", {200, 150 + 22 * alto}},
-            {3, u"Página:", {200, 150 + 32 * alto}},
-            {2, u"Item", {200, titulos}},
-            {2, u"Qtd.", {400, titulos}},
-            {2, u"Descrição", {600, titulos}},
-            {2, u"Jogo(s)", {2200, titulos}},
-            {1, u"100", {400, titulos + 10 * alto + 20}},
-            {1, u"A3400", {1600, titulos + 10 * alto + 20}},
-        };
-        for (const auto& esperada : esperadas) {
-            const QPointF lugar = achar(esperada.pagina, QString::fromUtf16(esperada.texto));
-            const QPointF erro = lugar - esperada.lugar;
+        for (const auto& [palavra, lugar] : {std::pair(u"1 Catálogo"_s, QPointF(200, 150)),
+                                             {u"1 Lista"_s, {200, 150 + 12 * alto}},
+                                             {u"3 Peça:"_s, {200, 150 + 22 * alto}},
+                                             {u"3 Página:"_s, {200, 150 + 32 * alto}},
+                                             {u"2 Item"_s, {200, titulos}},
+                                             {u"2 Qtd."_s, {400, titulos}},
+                                             {u"2 Descrição"_s, {600, titulos}},
+                                             {u"2 Jogo(s)"_s, {2200, titulos}},
+                                             {u"1 100"_s, {400, titulos + 10 * alto + 20}},
+                                             {u"1 A3400"_s, {1600, titulos + 10 * alto + 20}}}) {
+            const QPointF erro = palavras[palavra] - lugar;
             QVERIFY2(std::abs(erro.x()) <= pixel && std::abs(erro.y()) <= pixel,
-                     qPrintable(u"%1 at %2,%3"_s.arg(QString::fromUtf16(esperada.texto))
-                                    .arg(lugar.x())
-                                    .arg(lugar.y())));
+                     qPrintable(u"%1 off by %2,%3"_s.arg(palavra).arg(erro.x()).arg(erro.y())));
         }
         // 25 rows of a line and 20 pass the limit.
-        QVERIFY(achar(1, u"25"_s).y() > 2300);
-        QVERIFY(achar(2, u"26"_s).y() < 700);
+        QVERIFY(palavras[u"1 25"_s].y() > 2300);
+        QVERIFY(palavras.contains(u"2 26"_s) && palavras[u"2 26"_s].y() < 700);
     }
 }
 
 // Bold and italic titles, everything embedded; the text comes out with its accents.
 TEST(TestPapel, fonts) {
     dialogo_->Imprimir("FD:0LC:1");
-    const QStringList letras = OutputOf("pdffonts", {arquivo_}).split(u'\n').mid(2);
+    // name type(2) encoding emb sub uni object(2)
+    static const QRegularExpression letra(u"([\\w-]+) +CID.* (yes|no) +(?:yes|no) +(yes|no) "_s);
+    const QString letras = OutputOf("pdffonts", {arquivo_});
     QStringList nomes;
-    for (const QString& letra : letras) {
-        const QStringList colunas = letra.simplified().split(u' ');
-        if (colunas.size() > 5) {
-            // name type(2) encoding emb sub uni object(2)
-            nomes +=
-                colunas.first().split(u'+').last() + u' ' + colunas.at(4) + u' ' + colunas.at(6);
-        }
+    for (const auto& achada : letra.globalMatch(letras)) {
+        nomes += achada.capturedTexts().mid(1).join(u' ');
     }
     nomes.sort();
     QCOMPARE(nomes, List("LiberationSans yes yes", "LiberationSans-BoldItalic yes yes"));
@@ -144,14 +119,13 @@ TEST(TestPapel, figure) {
              {"600", 600, 7},
          }) {
         pontos_ = pontos;
-        QImage imagem(582, 343, QImage::Format_RGB32);
-        imagem.fill(Qt::white);
+        const QString desenho = dialogo_->ArquivoDaFigura("f.png");
+        WritePicture(desenho, {582, 343}, Qt::white);
+        QImage imagem(desenho);
         const QPoint marca(400, 200);
         QPainter(&imagem).fillRect(QRect(marca, QSize(10, 10)), Qt::red);
         QPainter(&imagem).fillRect(QRect(0, 0, 582, 4), Qt::red);
-        QBuffer png;
-        QVERIFY(imagem.save(&png, "PNG"));
-        Write(dialogo_->ArquivoDaFigura("f.png"), png.data());
+        QVERIFY(imagem.save(desenho));
         dialogo_->DarFigura("f.png", {{u"12a"_s, marca}});
         dialogo_->Imprimir("FD:1LC:1");
         QCOMPARE(dialogo_->Caixas(), QStringList());
@@ -159,16 +133,9 @@ TEST(TestPapel, figure) {
         const QString folha = dialogo_->catalogo.Pasta() + u"/folha"_s;
         OutputOf("pdftoppm", {"-r", QString::number(pontos), "-png", "-f", "1", "-l", "1",
                               "-singlefile", arquivo_, folha});
-        const QImage papel = QImage(folha + u".png"_s).convertToFormat(QImage::Format_RGB32);
-        QRect vermelho;
-        for (int y = 0; y < papel.height(); ++y) {
-            const auto* linha = reinterpret_cast<const QRgb*>(papel.constScanLine(y));
-            for (int x = 0; x < papel.width(); ++x) {
-                if (qGreen(linha[x]) < 60 && qRed(linha[x]) > 200) {
-                    vermelho |= QRect(x, y, 1, 1);
-                }
-            }
-        }
+        const QPixmap papel(folha + u".png"_s);
+        const QRegion vermelha(papel.createMaskFromColor(Qt::red, Qt::MaskOutColor));
+        const QRect vermelho = vermelha.boundingRect();
         const QPointF canto = vermelho.topLeft();
         const auto perto = [](double a, double b) { return std::abs(a - b) <= 2; };
         QVERIFY2(perto(canto.x(), Margem / 72 * pontos + 200.0 * pontos / 360),
@@ -178,13 +145,9 @@ TEST(TestPapel, figure) {
 
         const QFontMetricsF tela(forms::Font(11));
         const double recuo = 16 - qRound(tela.horizontalAdvance(u"12a"_s)) / 2;
-        const auto palavras = Palavras(arquivo_);
-        const auto numero = std::find_if(palavras.begin(), palavras.end(),
-                                         [](const Palavra& p) { return p.texto == u"12a"; });
-        QVERIFY(numero != palavras.end());
         const QPointF noPapel =
-            (numero->lugar / UnidadesPorPonto + QPointF(Margem, Margem)) / 72 * pontos;
-        QCOMPARE(numero->pagina, 1);
+            (Palavras(arquivo_)[u"1 12a"_s] / UnidadesPorPonto + QPointF(Margem, Margem)) / 72 *
+            pontos;
         QVERIFY(std::abs(noPapel.x() - canto.x() - s * (marca.x() + recuo)) <= s / 2.0 + 2);
         QVERIFY(std::abs(noPapel.y() - canto.y() - s * marca.y()) <= s / 2.0 + 2);
     }
