@@ -3,43 +3,30 @@
 #include "figure/figura_detalhada.h"
 #include "support/janela.h"
 
-// The figures of parts 1 and 2 of LinhasDePecas, and a hand for the screen that shows them.
-//
-// Part 1: item 2 at two places, 12a in kits 1 and 2, 100 in kit 2, 77 without a component. Part 2:
-// items that are not laid out, one within another, and 10 without a number.
-inline QStringList LinhasDeFigura() {
-    return Inserir("FIGURA", {"1, 'fig1.png'", "2, 'fig2.png'"}) +
-           List("UPDATE PECA SET CodigoFigura = CodigoPeca WHERE CodigoPeca < 3") +
-           Inserir("FIGURADETALHADA",
-                   {"1, 1, '   1', 0, 0", "1, 2, '   2', 100, 50", "1, 3, '   2', 300, 60",
-                    "1, 4, '  12a', 200, 100", "1, 7, ' 100', 400, 100", "1, 9, '  77', 50, 300",
-                    "2, 1, '1', 10, 10", "2, 2, '11', 60, 10"}) +
-           Inserir("PECA_COMPONENTE", {"2, '1', 2, NULL", "2, '11', 2, NULL", "2, '10', 2, NULL"});
-}
+#include <QBitmap>
 
 inline const QString Figura = frmFiguraDetalhada::Nome;
 
+inline forms::Form& TelaDaFigura() {
+    return *forms::Form::Find(Figura);
+}
 inline ItemFigura* Item(int indice) {
     return Achar<ItemFigura>(Figura, u"lblItem(%1)"_s.arg(indice));
 }
 inline QList<ItemFigura*> Itens() {
-    QList<ItemFigura*> itens;
-    for (auto* item : forms::Form::Find(Figura)->findChildren<ItemFigura*>()) {
-        if (item->isVisible()) {
-            itens += item;
-        }
-    }
+    auto itens = TelaDaFigura().findChildren<ItemFigura*>();
+    itens.removeIf([](const ItemFigura* item) { return !item->isVisible(); });
     return itens;
 }
 inline MarcadorItem* Marcador() {
     return Achar<MarcadorItem>(Figura, "shpSelecaoItem(1)");
 }
 inline bool Piscando() {
-    return forms::Form::Find(Figura)->findChild<QTimer*>(u"Timer1"_s)->isActive();
+    return TelaDaFigura().findChild<QTimer*>(u"Timer1"_s)->isActive();
 }
 
 inline void PassarSobre(QPoint lugar) {
-    MoveTo(*forms::Form::Find(Figura), lugar);
+    MoveTo(TelaDaFigura(), lugar);
 }
 inline void PassarSobreFundo() {
     PassarSobre({20, 300});
@@ -54,7 +41,7 @@ inline void ClicarItem(int indice) {
 // "caption:colour" of each number that is not at rest, the template included.
 inline QString Acesos() {
     QStringList acesos;
-    for (const auto* item : forms::Form::Find(Figura)->findChildren<ItemFigura*>()) {
+    for (const auto* item : TelaDaFigura().findChildren<ItemFigura*>()) {
         if (item->Negrito() || item->ForeColor() != Cor::Preto) {
             acesos += item->Caption().trimmed() + u':' + QString::number(int(item->ForeColor()));
         }
@@ -65,13 +52,9 @@ inline QString Acesos() {
 
 // What is told of the marked item, behind a "!" where it stands in the colour of the blinking.
 inline QString Rotulos() {
-    const QImage pintado = Achar(Figura, "lblComponente")->grab().toImage();
-    bool pisca = false;
-    for (int i = 0; i < pintado.width() * pintado.height() && !pisca; ++i) {
-        pisca = pintado.pixelColor(i % pintado.width(), i / pintado.width()) ==
-                CorDe(Cor::VermelhoClaro);
-    }
-    return (pisca ? u"!"_s : QString()) + Rotulo(Figura, "lblComponente") + u'|' +
+    const QPixmap pintado = Achar(Figura, "lblComponente")->grab();
+    const QRegion pisca(pintado.createMaskFromColor(CorDe(Cor::VermelhoClaro), Qt::MaskOutColor));
+    return (pisca.isEmpty() ? QString() : u"!"_s) + Rotulo(Figura, "lblComponente") + u'|' +
            Rotulo(Figura, "lblNumeroTarvo") + u'|' + Rotulo(Figura, "lblObservacao");
 }
 
@@ -81,10 +64,20 @@ inline void IrNaLista(const AnyText& item) {
     QVERIFY(!lista->NoMatch());
 }
 
+// Part 1: item 2 at two places, 12a in kits 1 and 2, 100 in kit 2, 77 without a component. Part 2:
+// items that are not laid out, one within another, and 10 without a number.
 class Mao : public Janela {
 public:
     Mao() {
-        catalogo.Executar(LinhasDeFigura());
+        catalogo.Executar(
+            List("UPDATE PECA SET CodigoFigura = CodigoPeca WHERE CodigoPeca < 3") +
+            Inserir("FIGURA", {"1, 'fig1.png'", "2, 'fig2.png'"}) +
+            Inserir("FIGURADETALHADA",
+                    {"1, 1, '   1', 0, 0", "1, 2, '   2', 100, 50", "1, 3, '   2', 300, 60",
+                     "1, 4, '  12a', 200, 100", "1, 7, ' 100', 400, 100", "1, 9, '  77', 50, 300",
+                     "2, 1, '1', 10, 10", "2, 2, '11', 60, 10"}) +
+            Inserir("PECA_COMPONENTE",
+                    {"2, '1', 2, NULL", "2, '11', 2, NULL", "2, '10', 2, NULL"}));
         GravarFigura(u"fig1.png"_s, {500, 340});
     }
 

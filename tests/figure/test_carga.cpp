@@ -18,7 +18,7 @@ TEST(TestCarga, numbersStandWhereTheRowsSay) {
              u"Peça: Válvula relé"_s + QString(15, u' ') + u"Nº Tarvo: 12002"_s);
     QCOMPARE(Achar(Figura, "imgFigura(1)")->geometry(), QRect(66, 127, 500, 340));
     QVERIFY(!Achar(Figura, "imgFigura(0)")->isVisible());
-    QCOMPARE(forms::Form::Find(Figura)->windowTitle(), TituloCatalogo);
+    QCOMPARE(TelaDaFigura().windowTitle(), TituloCatalogo);
     QCOMPARE(Luzes(Figura, {20, 580},
                    {"imgPesquisaFundo", "imgResultadoPesquisaFundo", "imgListaComponentesFundo",
                     "imgImprimir"}),
@@ -42,7 +42,7 @@ TEST(TestCarga, laterRowsDoNotChangeThePicture) {
     QCOMPARE(Itens().size(), 2);
     QCOMPARE(Achar(Figura, "imgFigura(1)")->size(), QSize(500, 340));
     janela_->catalogo.Executar({"DELETE FROM FIGURADETALHADA1"});
-    forms::Form::Find(Figura)->Unload();
+    TelaDaFigura().Unload();
     UnicaInstancia<frmFiguraDetalhada>().Show();
     QCOMPARE(Itens().size(), 0);
     QCOMPARE(janela_->Caixas(), QStringList());
@@ -102,12 +102,10 @@ TEST(TestCarga, picturesOfAnyKind) {
 TEST(TestCarga, noPictureHidesAButton) {
     janela_->GravarFigura("fig1.png", {900, 700});
     janela_->AbrirFigura();
-    forms::Form* tela = forms::Form::Find(Figura);
-    const QImage imagem = tela->grab().toImage();
-    const QPoint canto = tela->Picture()->mapTo(tela, QPoint());
-    QCOMPARE(imagem.pixelColor(canto + QPoint(660, 580)), QColor(Qt::yellow));
+    const QImage imagem = TelaDaFigura().Picture()->grab().toImage();
+    QCOMPARE(imagem.pixelColor(660, 580), QColor(Qt::yellow));
     for (const QPoint botao : {QPoint(240, 548), QPoint(348, 560), QPoint(493, 560)}) {
-        QCOMPARE(imagem.pixelColor(canto + botao), Paleta::Atual().petroleoVivo);
+        QCOMPARE(imagem.pixelColor(botao), Paleta::Atual().petroleoVivo);
     }
 }
 

@@ -5,13 +5,12 @@
 namespace {
 
 // Counts what is painted anew.
-class Pinturas : public QObject {
-public:
+struct Pinturas : QObject {
+    int quantas = 0;
     bool eventFilter(QObject*, QEvent* event) override {
         quantas += event->type() == QEvent::Paint;
         return false;
     }
-    int quantas = 0;
 };
 
 }  // namespace
@@ -52,33 +51,24 @@ TEST(TestItens, theNumberStandsWhiteOnItsMarkerOnThePicture) {
              "CodigoFiguraDetalhada = 4"_s.arg(item)});
         janela_->AbrirFigura();
         Passar(4);
-        const QImage tela = forms::Form::Find(Figura)->grab().toImage();
-        const QPoint canto = forms::Form::Find(Figura)
-                                 ->findChild<forms::Picture*>(u"imgFigura(1)"_s)
-                                 ->mapTo(forms::Form::Find(Figura), QPoint());
-        QCOMPARE(tela.pixelColor(canto + QPoint(1, 1)), QColor(Qt::yellow));
-        const auto branco = [&](QPoint onde) { return tela.pixelColor(onde).lightness() > 200; };
+        const QImage tela = TelaDaFigura().Picture()->grab().toImage();
+        QCOMPARE(tela.pixelColor(67, 128), QColor(Qt::yellow));
+        const QRect marca = Marcador()->Lugar().toAlignedRect();
         int brancos = 0;
         int fundo = 0;
-        const QRect marca = Marcador()->Lugar().toAlignedRect().translated(canto - QPoint(66, 127));
-        for (int x = marca.left(); x <= marca.right(); ++x) {
-            for (int y = marca.top(); y <= marca.bottom(); ++y) {
-                brancos += branco({x, y});
-                fundo += tela.pixelColor(x, y) == QColor(0, 0, 128);
-            }
-        }
-        QVERIFY(brancos > 8);
-        QVERIFY(fundo > 120);
-        // No white beside it: with its own edge behind, each white pixel has the marker around
-        // it.
         for (int x = marca.left() - 8; x <= marca.right() + 8; ++x) {
             for (int y = marca.top(); y <= marca.bottom(); ++y) {
-                if (branco({x, y})) {
+                fundo += tela.pixelColor(x, y) == QColor(0, 0, 128);
+                if (tela.pixelColor(x, y).lightness() > 200) {
+                    ++brancos;
+                    // None beside it: each has the marker around it.
                     QVERIFY(tela.pixelColor(x - 1, y) != QColor(Qt::yellow));
                     QVERIFY(tela.pixelColor(x + 1, y) != QColor(Qt::yellow));
                 }
             }
         }
+        QVERIFY(brancos > 8);
+        QVERIFY(fundo > 120);
     }
 }
 
@@ -152,26 +142,26 @@ TEST(TestItens, aNumberIsPaintedAsItIs) {
     QVERIFY(retrato(novo) != QWidget().grab({0, 0, 33, 13}).toImage());
 }
 
+// Texts that are no item of the part.
 TEST(TestItens, blanksMoveTheMarker) {
     for (const auto& [item, deslocado] : Each<QString, double>{
              {"none", "12", 0.0},
              {"behind", "12 ", 1.5},
              {"both", "  1  ", 6.0},
+             {"an apostrophe is text", "1''", 0.0},
          }) {
         janela_->catalogo.Executar({u"UPDATE FIGURADETALHADA SET ItemComponente = '"_s + item +
                                     u"' WHERE CodigoFigura = 1 AND CodigoFiguraDetalhada = 1"_s});
         janela_->AbrirFigura();
         Passar(1);
         QCOMPARE(Marcador()->Lugar().center().x() - (66 + 16.5), deslocado);
+        QCOMPARE(Rotulos(), u"NÃO APLICAVEL||"_s);
     }
 }
 
 TEST(TestItens, aTagBeyondEightBitsIsAnError) {
     janela_->AbrirFigura();
-    QString jogos;
-    while (jogos.size() < 253) {
-        jogos += u".12,"_s;
-    }
+    const QString jogos = u".12,"_s.repeated(64);
     Item(1)->Tag = jogos.left(252);
     Passar(1);
     QCOMPARE(Acesos(), u"1:15"_s);
@@ -199,18 +189,9 @@ TEST(TestItens, aClickOpensTheListAtTheItem) {
     QVERIFY(Visivel(Figura));
 }
 
-TEST(TestItens, anApostropheInAnItemIsText) {
-    janela_->catalogo.Executar(
-        {"UPDATE FIGURADETALHADA SET ItemComponente = '1''' WHERE CodigoFigura = 1 AND "
-         "CodigoFiguraDetalhada = 1"});
-    janela_->AbrirFigura();
-    Passar(1);
-    QCOMPARE(Rotulos(), u"NÃO APLICAVEL||"_s);
-}
-
 TEST(TestItens, blinkingEndsAtTheFirstTouch) {
     janela_->AbrirFiguraDoItem("   2");
-    QCOMPARE(forms::Form::Find(Figura)->findChild<QTimer*>(u"Timer1"_s)->interval(), 100);
+    QCOMPARE(TelaDaFigura().findChild<QTimer*>(u"Timer1"_s)->interval(), 100);
     QCOMPARE(Acesos(), u"2:0 2:0"_s);
     QTRY_COMPARE(Acesos(), u"2:15 2:15"_s);
     QTRY_COMPARE(Acesos(), u"2:12 2:12"_s);

@@ -49,22 +49,21 @@ TEST(TestPassagens, whatTheListShowsBlinks) {
 }
 
 TEST(TestPassagens, whatHasNoNumberIsSaid) {
-    // Without a kind: by way of the list.
-    Each<QString, QString, QString> row;
-    const QString nao = u" não representado graficamente."_s;
-    row("item", {}, "12002", u"64 Item"_s + nao);
-    row("component", "Componentes", "K560", u"64 Componente"_s + nao);
-    row("kit", "Jogos de Reparo", "1200", u"64 Jogo de Reparo"_s + nao);
-    for (const auto& [tipo, numero, caixa] : row) {
+    // Without a number: by way of the list.
+    for (const auto& [tipo, numero, dito] : Each<QString, QString, QString>{
+             {"item", "", "", "Item"},
+             {"component", "Componentes", "K560", "Componente"},
+             {"kit", "Jogos de Reparo", "1200", "Jogo de Reparo"},
+         }) {
         janela_->catalogo.Executar({"DELETE FROM FIGURADETALHADA WHERE CodigoFiguraDetalhada = 1",
                                     "DELETE FROM FIGURADETALHADA WHERE CodigoFiguraDetalhada = 4"});
-        if (tipo.isEmpty()) {
+        if (numero.isEmpty()) {
             janela_->AbrirFiguraDoItem("   1");
         } else {
             janela_->AbrirResultado(tipo, numero);
             Clicar(Resultado, "imgFiguraDetalhadaFundo");
         }
-        QCOMPARE(janela_->Caixas(), List(caixa));
+        QCOMPARE(janela_->Caixas(), List(u"64 "_s + dito + u" não representado graficamente."_s));
         QCOMPARE(Acesos(), QString());
         QVERIFY(!Piscando());
         QCOMPARE(forms::MousePointer(), forms::vbDefault);
