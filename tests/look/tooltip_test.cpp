@@ -4,6 +4,7 @@
 #include "platform/forms/theme.h"
 #include "support/test.h"
 
+#include <QBitmap>
 #include <QCursor>
 #include <QFontMetrics>
 #include <QLabel>
@@ -20,6 +21,11 @@ struct TooltipTest : Fixture {
     void Mover(QPoint onde) {
         QCursor::setPos(controle_.mapToGlobal(onde));
         QTest::mouseMove(&controle_, onde);
+    }
+
+    void Sair() {
+        QEvent fora(QEvent::Leave);
+        QCoreApplication::sendEvent(&controle_, &fora);
     }
 
     TooltipTest() {
@@ -135,20 +141,15 @@ TEST(TooltipTest, LugarEPintura) {
         QVERIFY(forma.contains(QRect(QPoint(2, (acima ? 0 : ponta) + 2), corpo - QSize(5, 5))));
         QCOMPARE(forma.contains(QPoint(0, acima ? 0 : ponta)), !balao);  // round corners
 
-        const QImage imagem = const_cast<QWidget*>(janela)->grab().toImage();
+        const QPixmap pintura = const_cast<QWidget*>(janela)->grab();
+        const QImage imagem = pintura.toImage();
+        const QPoint borda(0, (acima ? 0 : ponta) + corpo.height() / 2);
+        QCOMPARE(imagem.pixelColor(borda), tema.border);
+        QCOMPARE(imagem.pixelColor(borda + QPoint(1, 0)), QColor(Qt::white));
         const QRect papel(QPoint(9, (acima ? 0 : ponta) + 9), corpo - QSize(18, 18));
-        const auto escrito = [&](const QRect& parte) {
-            QRect tinta;
-            for (int y = parte.top(); y <= parte.bottom(); ++y) {
-                for (int x = parte.left(); x <= parte.right(); ++x) {
-                    const bool branco = imagem.pixelColor(x, y) == QColor(Qt::white);
-                    tinta |= branco ? QRect() : QRect(x, y, 1, 1);
-                }
-            }
-            return tinta;
-        };
-        const QRect tinta = escrito(papel.adjusted(-5, -5, 5, 5));
-        const QRect linhas = escrito(papel.adjusted(0, linha + 4, 0, 0));
+        const QRegion pintado(pintura.createMaskFromColor(Qt::white));
+        const QRect tinta = pintado.intersected(papel.adjusted(-5, -5, 5, 5)).boundingRect();
+        const QRect linhas = pintado.intersected(papel.adjusted(0, linha + 4, 0, 0)).boundingRect();
         QVERIFY(linhas.width() <= letras.horizontalAdvance(u"dois"_s));  // not bold
         QVERIFY2(papel.contains(tinta) && tinta.width() > papel.width() - 5 &&
                      tinta.height() > papel.height() - 12,
@@ -161,8 +162,7 @@ TEST(TooltipTest, LugarEPintura) {
             vazia.fill(sinais[sinal]);
             QVERIFY(letra != vazia);
         }
-        QEvent fora(QEvent::Leave);
-        QCoreApplication::sendEvent(&controle_, &fora);
+        Sair();
         QVERIFY(!janela->isVisible());
     }
 }
@@ -184,12 +184,16 @@ TEST(TooltipTest, EsperaEVida) {
     QTest::qWait(100);
     QVERIFY(!janela->isVisible());
 
-    QEvent fora(QEvent::Leave);
-    QCoreApplication::sendEvent(&controle_, &fora);
-    Mover(dentro);
-    QTRY_VERIFY(janela->isVisible());
-    QTest::mouseClick(&controle_, Qt::LeftButton, {}, dentro);
-    QVERIFY(!janela->isVisible());
+    // Whether it is there or not: a click is the end of it for this visit.
+    for (const bool chegou : {true, false}) {
+        Sair();
+        Mover(dentro);
+        QTRY_VERIFY(janela->isVisible() || !chegou);
+        QTest::mouseClick(&controle_, Qt::LeftButton, {}, dentro);
+        QVERIFY(!janela->isVisible());
+        QTest::qWait(100);
+        QVERIFY(!janela->isVisible());
+    }
 
     // Behind another window only the kind that is always seen comes.
     QWidget outra;

@@ -53,7 +53,8 @@ TEST(TestConfiguracoes, MostraOQueEstaGuardado) {
         QCOMPARE(usuario->cursorPosition(), 0);  // what does not fit into the box is its end
         QCOMPARE(Achar<forms::TextBox>(Nome, "txtSenha")->text(), u" chave"_s);
         QCOMPARE(Achar<forms::TextBox>(Nome, "txtSenha")->displayText(), u"******"_s);
-        tela.Unload();
+        QTest::keyClick(&tela, ligada ? Qt::Key_Return : Qt::Key_Enter);
+        QVERIFY(!FormularioCarregado(Nome));
     }
 }
 
