@@ -187,7 +187,7 @@ TEST(TooltipTest, EsperaEVida) {
     // Whether it is there or not: a click is the end of it for this visit.
     for (const bool chegou : {true, false}) {
         Sair();
-        Mover(dentro);
+        Mover(dentro - QPoint(chegou, 0));
         QTRY_VERIFY(janela->isVisible() || !chegou);
         QTest::mouseClick(&controle_, Qt::LeftButton, {}, dentro);
         QVERIFY(!janela->isVisible());
