@@ -7,33 +7,43 @@
 
 #include <QPointer>
 
-// The dialog over a small catalogue, with a hand for its controls. The printer that is chosen in it
-// comes from `escolher`.
-class Dialogo {
-public:
-    explicit Dialogo(std::function<std::unique_ptr<printer::Printer>()> escolher) {
-        printer::SetPrintDialogHandler([this, escolher](int f) {
-            flags = f;
-            return escolher();
+// The dialog over a small catalogue, with a hand for its controls.
+struct NoDialogo : Fixture {
+    std::unique_ptr<CatalogoDeTeste> catalogo_;
+    std::unique_ptr<BoxAnswers> caixas_;
+    QPointer<frmImpressao> form_;
+    int flags_ = 0;
+
+    // The printer that is chosen; null for a cancelled choice.
+    virtual std::unique_ptr<printer::Printer> Escolher() = 0;
+
+    void init() override {
+        printer::SetPrintDialogHandler([this](int flags) {
+            flags_ = flags;
+            return Escolher();
         });
-        catalogo.Executar(LinhasDePesquisa() + LinhasDePecas());
+        catalogo_ = std::make_unique<CatalogoDeTeste>();
+        caixas_ = std::make_unique<BoxAnswers>();
+        catalogo_->Executar(LinhasDePesquisa() + LinhasDePecas());
         TextoEmissao = u"05-MAR-2026"_s;
         gCodigoPeca = 1;
     }
-    ~Dialogo() {
+    void cleanup() override {
         printer::SetPrintDialogHandler({});
         Fechar();
+        caixas_.reset();
+        catalogo_.reset();
     }
 
     void Abrir(const AnyText& parametro) {
         Fechar();
         ParametroFormulario = parametro;
         forms::SetMousePointer(forms::vbHourglass);
-        (form = new frmImpressao)->Show();
+        (form_ = new frmImpressao)->Show();
     }
     void Fechar() {
-        if (form) {
-            form->Unload();
+        if (form_) {
+            form_->Unload();
         }
         Settle();
     }
@@ -46,12 +56,12 @@ public:
                           .arg(lugar.x())
                           .arg(lugar.y());
         }
-        catalogo.Executar(List("UPDATE PECA SET CodigoFigura = 1 WHERE CodigoPeca = 1") +
-                          Inserir("FIGURA", {u"1, '%1'"_s.arg(arquivo)}) +
-                          Inserir("FIGURADETALHADA", linhas));
+        catalogo_->Executar(List("UPDATE PECA SET CodigoFigura = 1 WHERE CodigoPeca = 1") +
+                            Inserir("FIGURA", {u"1, '%1'"_s.arg(arquivo)}) +
+                            Inserir("FIGURADETALHADA", linhas));
     }
     QString ArquivoDaFigura(const AnyText& nome) const {
-        return catalogo.Pasta() + u"/Figuras/"_s + nome;
+        return catalogo_->Pasta() + u"/Figuras/"_s + nome;
     }
 
     // Opens it with these ticks and presses OK.
@@ -60,38 +70,21 @@ public:
         Clicar("imgOk");
     }
     void Clicar(const AnyText& nome) const {
-        QTest::mouseClick(&Find<QWidget>(*form, nome), Qt::LeftButton);
+        QTest::mouseClick(&Find<QWidget>(*form_, nome), Qt::LeftButton);
     }
-    bool Aberto() const { return form && form->IsLoaded(); }
+    bool Aberto() const { return form_ && form_->IsLoaded(); }
 
     // Both ticks, as "01"; what is seen and what is kept must agree.
     QString Marcas() const {
         QString marcas;
         for (const QString& nome : {u"imgFiguraDetalhada"_s, u"imgListaComponentes"_s}) {
-            const auto& zona = Find<forms::ClickZone>(*form, nome);
-            const bool visivel = Find<QWidget>(*form, nome + u"Selecionada"_s).isVisible();
+            const auto& zona = Find<forms::ClickZone>(*form_, nome);
+            const bool visivel = Find<QWidget>(*form_, nome + u"Selecionada"_s).isVisible();
             marcas += visivel == (zona.Tag != u"0"_s) ? zona.Tag : u"?"_s;
         }
         return marcas;
     }
 
     // Flags and text of each message box, in order.
-    QStringList Caixas() const { return caixas.FlagsAndTexts(); }
-
-    CatalogoDeTeste catalogo;
-    BoxAnswers caixas;
-    QPointer<frmImpressao> form;
-    int flags = 0;
-};
-
-struct NoDialogo : Fixture {
-    std::unique_ptr<Dialogo> dialogo_;
-
-    // The printer that is chosen; null for a cancelled choice.
-    virtual std::unique_ptr<printer::Printer> Escolher() = 0;
-
-    void init() override {
-        dialogo_ = std::make_unique<Dialogo>([this] { return Escolher(); });
-    }
-    void cleanup() override { dialogo_.reset(); }
+    QStringList Caixas() const { return caixas_->FlagsAndTexts(); }
 };

@@ -14,7 +14,7 @@ struct TestFila : NoDialogo {
 
     // Presses OK and uses the printer dialog: sets it by `usar`, and accepts.
     void Imprimir(const QString& parametro, const std::function<void(QPrintDialog&)>& usar) {
-        dialogo_->Abrir(parametro);
+        Abrir(parametro);
         QTimer timer;
         connect(&timer, &QTimer::timeout, this, [&] {
             auto* dialogo = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget());
@@ -26,7 +26,7 @@ struct TestFila : NoDialogo {
             dialogo->accept();
         });
         timer.start(10);
-        dialogo_->Clicar("imgOk");
+        Clicar("imgOk");
     }
 
     static void EscolherFila(QPrintDialog& dialogo, const QString& impressora) {
@@ -47,9 +47,9 @@ struct TestFila : NoDialogo {
     }
 
     void DarFigura() {
-        dialogo_->DarFigura("f.png", {{u"   1"_s, {5, 5}}});
-        WritePicture(dialogo_->ArquivoDaFigura("f.png"), {582, 343});
-        WritePicture(dialogo_->ArquivoDaFigura("f@3x.png"), {3 * 582, 3 * 343});
+        NoDialogo::DarFigura("f.png", {{u"   1"_s, {5, 5}}});
+        WritePicture(ArquivoDaFigura("f.png"), {582, 343});
+        WritePicture(ArquivoDaFigura("f@3x.png"), {3 * 582, 3 * 343});
     }
 
     static void initTestCase() {
@@ -72,7 +72,7 @@ struct TestFila : NoDialogo {
 TEST(TestFila, printed) {
     for (const auto& [impressora] : Each<QString>{"balcao", ""}) {
         DarFigura();
-        QString arquivo = dialogo_->catalogo.Pasta() + u"/saída.pdf"_s;
+        QString arquivo = catalogo_->Pasta() + u"/saída.pdf"_s;
         Imprimir(u"FD:1LC:1"_s, [&](QPrintDialog& dialogo) {
             EscolherFila(dialogo, impressora);
             if (impressora.isEmpty()) {
@@ -81,8 +81,8 @@ TEST(TestFila, printed) {
                 dialogo.findChild<QSpinBox*>(u"copies"_s)->setValue(2);
             }
         });
-        QCOMPARE(dialogo_->Caixas(), QStringList());
-        QVERIFY(!dialogo_->Aberto());
+        QCOMPARE(Caixas(), QStringList());
+        QVERIFY(!Aberto());
         if (!impressora.isEmpty()) {
             arquivo = sistema_->Newest(u"d*"_s);
             const auto dito = [](QByteArrayView atributo) {
@@ -130,14 +130,14 @@ TEST(TestFila, refused) {
             escolher(dialogo);
             QVERIFY(comando.isEmpty() ? sistema_->Stop() : sistema_->Run(comando));  // meanwhile
         });
-        QCOMPARE(dialogo_->Caixas(), List(u"16 Erro nº: 482\nErro de impressora\n"_s + razao));
-        QVERIFY(dialogo_->Aberto());
+        QCOMPARE(Caixas(), List(u"16 Erro nº: 482\nErro de impressora\n"_s + razao));
+        QVERIFY(Aberto());
         QCOMPARE(forms::MousePointer(), forms::vbDefault);
         QVERIFY(depois.isEmpty() ? sistema_->Start() : sistema_->Run(depois));
         const QString anterior = sistema_->Newest(u"d*"_s);
         Imprimir(u"FD:0LC:1"_s, escolher);
-        QCOMPARE(dialogo_->Caixas().size(), 1);
-        QVERIFY(!dialogo_->Aberto());
+        QCOMPARE(Caixas().size(), 1);
+        QVERIFY(!Aberto());
         QVERIFY(sistema_->Newest(u"d*"_s) != anterior);
     }
 }

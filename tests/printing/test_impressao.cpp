@@ -10,8 +10,8 @@ TEST(TestImpressao, firstTicks) {
              {"markers count, not places", "LC:1 FD:0", "01"},
              {"nothing", "", "00"},
          }) {
-        dialogo_->Abrir(parametro);
-        QCOMPARE(dialogo_->Marcas(), marcas);
+        Abrir(parametro);
+        QCOMPARE(Marcas(), marcas);
         QCOMPARE(ParametroFormulario, QString());
         QCOMPARE(forms::MousePointer(), forms::vbDefault);
     }
@@ -19,32 +19,32 @@ TEST(TestImpressao, firstTicks) {
 
 // The mouse going down asks the data each time a box is to be ticked.
 TEST(TestImpressao, ticks) {
-    dialogo_->Abrir("FD:0LC:1");
-    auto& lista = Find<QWidget>(*dialogo_->form, "imgListaComponentes");
+    Abrir("FD:0LC:1");
+    auto& lista = Find<QWidget>(*form_, "imgListaComponentes");
     QTest::mousePress(&lista, Qt::LeftButton);
-    QCOMPARE(dialogo_->Marcas(), u"00"_s);
+    QCOMPARE(Marcas(), u"00"_s);
     QTest::mouseRelease(&lista, Qt::LeftButton);
-    QCOMPARE(dialogo_->Marcas(), u"00"_s);
-    dialogo_->Clicar("imgListaComponentes");
-    dialogo_->Clicar("imgFiguraDetalhada");
-    QCOMPARE(dialogo_->Marcas(), u"01"_s);
-    dialogo_->catalogo.Executar(
+    QCOMPARE(Marcas(), u"00"_s);
+    Clicar("imgListaComponentes");
+    Clicar("imgFiguraDetalhada");
+    QCOMPARE(Marcas(), u"01"_s);
+    catalogo_->Executar(
         {"UPDATE PECA SET CodigoFigura = 1 WHERE CodigoPeca = 1", "DELETE FROM PECA_COMPONENTE"});
-    dialogo_->Clicar("imgFiguraDetalhada");
-    dialogo_->Clicar("imgListaComponentes");
-    dialogo_->Clicar("imgListaComponentes");
-    QCOMPARE(dialogo_->Marcas(), u"10"_s);
-    QCOMPARE(dialogo_->Caixas(), List("64 Essa Peça não possui Figura Detalhada.",
-                                      "64 Essa Peça não possui Lista de Componentes."));
+    Clicar("imgFiguraDetalhada");
+    Clicar("imgListaComponentes");
+    Clicar("imgListaComponentes");
+    QCOMPARE(Marcas(), u"10"_s);
+    QCOMPARE(Caixas(), List("64 Essa Peça não possui Figura Detalhada.",
+                            "64 Essa Peça não possui Lista de Componentes."));
 }
 
 TEST(TestImpressao, job) {
-    dialogo_->Imprimir("FD:0LC:1");
-    QCOMPARE(dialogo_->flags, 0x14000C);
-    QCOMPARE(folha_.passos, List("paisagem", dialogo_->form->font().family(), "fim"));
-    QVERIFY(!dialogo_->Aberto());
+    Imprimir("FD:0LC:1");
+    QCOMPARE(flags_, 0x14000C);
+    QCOMPARE(folha_.passos, List("paisagem", form_->font().family(), "fim"));
+    QVERIFY(!Aberto());
     QCOMPARE(forms::MousePointer(), forms::vbDefault);
-    QCOMPARE(dialogo_->Caixas(), QStringList());
+    QCOMPARE(Caixas(), QStringList());
 }
 
 TEST(TestImpressao, failures) {
@@ -59,15 +59,15 @@ TEST(TestImpressao, failures) {
     for (const auto& [parametro, onde, caixas, aberto] : row) {
         cancelar_ = onde == u"dialogo";
         preparar_ = [&onde = onde](Gravador& gravador) { gravador.FalharAntesDe(onde); };
-        dialogo_->DarFigura("f.png", {{u"   1"_s, {1, 1}}});
-        dialogo_->Imprimir(parametro);
-        QCOMPARE(dialogo_->Caixas(), caixas);
-        QCOMPARE(dialogo_->Aberto(), aberto);
+        DarFigura("f.png", {{u"   1"_s, {1, 1}}});
+        Imprimir(parametro);
+        QCOMPARE(Caixas(), caixas);
+        QCOMPARE(Aberto(), aberto);
         QCOMPARE(forms::MousePointer(), forms::vbDefault);
         if (onde == u"fim") {  // a second press starts over
             preparar_ = [](Gravador&) {};
             folha_ = {};
-            dialogo_->Clicar("imgOk");
+            Clicar("imgOk");
             QCOMPARE(folha_.textos.value(3).texto, u"Página: 1"_s);
         }
         QCOMPARE(folha_.passos.contains(u"fim"_s),
@@ -89,14 +89,14 @@ TEST(TestImpressao, smallPaper) {
              {"figure on A5", "FD:1LC:0", 1997, forms::vbNo, true, false},
          }) {
         preparar_ = [altura](Gravador& gravador) { gravador.altura = altura; };
-        dialogo_->DarFigura("f.png", {{u"   1"_s, {1, 1}}});
-        WritePicture(dialogo_->ArquivoDaFigura("f.png"), {582, 343});
-        dialogo_->Abrir(parametro);
+        DarFigura("f.png", {{u"   1"_s, {1, 1}}});
+        WritePicture(ArquivoDaFigura("f.png"), {582, 343});
+        Abrir(parametro);
         const BoxAnswers respostas({resposta});
-        dialogo_->Clicar("imgOk");
+        Clicar("imgOk");
         QCOMPARE(respostas.Boxes().size(), pergunta ? 1 : 0);
         QCOMPARE(folha_.passos.contains(u"fim"_s), impresso);
-        QCOMPARE(dialogo_->Aberto(), !impresso);
+        QCOMPARE(Aberto(), !impresso);
         QCOMPARE(forms::MousePointer(), forms::vbDefault);
     }
 }
@@ -108,35 +108,35 @@ TEST(TestImpressao, eventsDuringAJob) {
             if (passo != u"comeco") {
                 return;
             }
-            QTimer::singleShot(0, dialogo_->form, [this] {
-                dialogo_->Clicar("imgOk");
-                dialogo_->Clicar("imgCancelar");
-                dialogo_->Clicar("imgListaComponentes");
-                dialogo_->form->close();
-                QCOMPARE(dialogo_->Aberto(), true);
-                QCOMPARE(dialogo_->Marcas(), u"01"_s);
+            QTimer::singleShot(0, form_, [this] {
+                Clicar("imgOk");
+                Clicar("imgCancelar");
+                Clicar("imgListaComponentes");
+                form_->close();
+                QCOMPARE(Aberto(), true);
+                QCOMPARE(Marcas(), u"01"_s);
                 folha_.passos += u"eventos"_s;
             });
         };
         gravador.alturas[10] = 2000;  // every row takes a page
     };
-    dialogo_->Imprimir("FD:0LC:1");
+    Imprimir("FD:0LC:1");
     QVERIFY(folha_.passos.contains(u"eventos"_s));
     QCOMPARE(folha_.passos.count(u"fim"_s), 1);
-    QVERIFY(!dialogo_->Aberto());
+    QVERIFY(!Aberto());
 }
 
 TEST(TestImpressao, leaving) {
     for (const auto& [saida] : Each<QString>{"button", "key", "window"}) {
-        dialogo_->Abrir("FD:0LC:1");
+        Abrir("FD:0LC:1");
         if (saida == u"button") {
-            dialogo_->Clicar("imgCancelar");
+            Clicar("imgCancelar");
         } else if (saida == u"key") {
-            QTest::keyClick(dialogo_->form, Qt::Key_Escape);
+            QTest::keyClick(form_, Qt::Key_Escape);
         } else {
-            dialogo_->form->close();
+            form_->close();
         }
-        QVERIFY(!dialogo_->Aberto());
+        QVERIFY(!Aberto());
         QVERIFY(folha_.passos.isEmpty());
     }
 }

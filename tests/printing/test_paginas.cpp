@@ -14,7 +14,7 @@ struct TestPaginas : NoGravador {
             comandos += Inserir("JOGOREPARO", {u"%1, 'K%1', 'Jogo'"_s.arg(i)}) +
                         Inserir("PECA_COMPONENTE_JOGOREPARO", {u"1, '   1', %1"_s.arg(i)});
         }
-        dialogo_->catalogo.Executar(comandos);
+        catalogo_->Executar(comandos);
     }
 
     // What stands on each page: H head, L and J the titles of list and kits, then how many rows.
@@ -79,9 +79,9 @@ TEST(TestPaginas, breaks) {
             gravador.alturas[12] = linhaDoTitulo;
         };
         DarLista(itens, jogos);
-        dialogo_->Imprimir("FD:0LC:1");
+        Imprimir("FD:0LC:1");
         QCOMPARE(Paginas(), paginas);
-        QVERIFY(!dialogo_->Aberto());
+        QVERIFY(!Aberto());
     }
 }
 
@@ -92,15 +92,15 @@ TEST(TestPaginas, kitsThatDoNotComeOut) {
         gravador.FalharAntesDe("pagina");
     };
     DarLista(10, 2);
-    dialogo_->Imprimir("FD:0LC:1");
-    QCOMPARE(dialogo_->Caixas(), List("16 Erro nº: 482\nErro de impressora"));
+    Imprimir("FD:0LC:1");
+    QCOMPARE(Caixas(), List("16 Erro nº: 482\nErro de impressora"));
     QCOMPARE(Paginas(), u"HL10"_s);
     QCOMPARE(folha_.passos.last(), u"fim"_s);
 }
 
 // Places, fonts, order of items (as text), Nulls, and the kits of an item in its last column.
 TEST(TestPaginas, everythingOnAPage) {
-    dialogo_->catalogo.Executar(
+    catalogo_->Executar(
         {"INSERT INTO JOGOREPARO (CodigoJogoReparo) VALUES (30)",
          "INSERT INTO PECA_COMPONENTE_JOGOREPARO (CodigoPeca, ItemComponente, "
          "CodigoJogoReparo) VALUES (1, '  12a', 30)",
@@ -109,7 +109,7 @@ TEST(TestPaginas, everythingOnAPage) {
          "UPDATE COMPONENTE SET DescricaoComponente = NULL WHERE CodigoComponente = 1",
          "UPDATE PECA_COMPONENTE SET QuantidadeComponente = 1.5 WHERE CodigoPeca = 1 AND "
          "ItemComponente = '  12a'"});
-    dialogo_->Imprimir("FD:0LC:1");
+    Imprimir("FD:0LC:1");
     QCOMPARE(
         Textos(1),
         List("200,150 Catálogo TARVO-LINDEN     2.0     05-MAR-2026 12",
@@ -133,18 +133,18 @@ TEST(TestPaginas, laterHeads) {
         gravador.alturas[10] = 1000;
         gravador.antes = [this](const QString& passo) {
             if (passo == u"pagina") {
-                dialogo_->catalogo.Executar({"UPDATE PECA SET DescricaoPeca = 'Outra'"});
+                catalogo_->Executar({"UPDATE PECA SET DescricaoPeca = 'Outra'"});
             }
         };
     };
-    dialogo_->Imprimir("FD:0LC:1");
+    Imprimir("FD:0LC:1");
     QCOMPARE(Textos(3).mid(2, 2),
              List("200,1210 Peça: Válvula relé               Nº Tarvo: 12002 10",
                   "200,2210 Página: 3 7"));
-    dialogo_->catalogo.Executar({"DELETE FROM PECA"});
+    catalogo_->Executar({"DELETE FROM PECA"});
     folha_ = {};
     TextoEmissao.clear();
-    dialogo_->Imprimir("FD:0LC:1");
+    Imprimir("FD:0LC:1");
     QCOMPARE(Textos(1).first(), u"200,150 Catálogo TARVO-LINDEN     2.0      12"_s);
     QCOMPARE(Textos(1).at(2), u"200,1210 Peça: 10"_s);
 }
@@ -165,10 +165,10 @@ TEST(TestPaginas, figure) {
         };
         const QList<std::pair<QString, QPoint>> numeros = {
             {u"1"_s, {0, 0}}, {u"12"_s, {100, 40}}, {u"12"_s, {549, 330}}, {u"   7"_s, {9, 300}}};
-        dialogo_->DarFigura("f.png", numeros);
-        WritePicture(dialogo_->ArquivoDaFigura("F.PNG"), {582, 343});
-        dialogo_->Imprimir("FD:1LC:1");
-        QCOMPARE(dialogo_->Caixas(), QStringList());
+        DarFigura("f.png", numeros);
+        WritePicture(ArquivoDaFigura("F.PNG"), {582, 343});
+        Imprimir("FD:1LC:1");
+        QCOMPARE(Caixas(), QStringList());
         QCOMPARE(folha_.textos.at(4 + numeros.size()).pagina, 2);
         QCOMPARE(folha_.figuras.size(), 1);
         const QPointF canto(qRound(200 * pontos / 360.0), qRound(645 * pontos / 360.0));
@@ -207,15 +207,15 @@ TEST(TestPaginas, figureFailures) {
          }) {
         pontos_ = pontos;
         preparar_ = [pontos](Gravador& gravador) { gravador.alturas[10] = pontos / 7.2; };
-        dialogo_->DarFigura("f.png", {{u"1"_s, {5, 5}}});
-        WritePicture(dialogo_->ArquivoDaFigura("f.png"), {582, 343});
+        DarFigura("f.png", {{u"1"_s, {5, 5}}});
+        WritePicture(ArquivoDaFigura("f.png"), {582, 343});
         if (!sql.isEmpty()) {
-            dialogo_->catalogo.Executar({sql});
+            catalogo_->Executar({sql});
         }
-        dialogo_->Imprimir("FD:1LC:1");
+        Imprimir("FD:1LC:1");
         // The box names the file.
-        const QString dita = QString(caixa).replace(u"%1"_s, dialogo_->catalogo.Pasta());
-        QCOMPARE(dialogo_->Caixas(), caixa.isEmpty() ? QStringList() : List(dita));
+        const QString dita = QString(caixa).replace(u"%1"_s, catalogo_->Pasta());
+        QCOMPARE(Caixas(), caixa.isEmpty() ? QStringList() : List(dita));
         QCOMPARE(folha_.textos.last().pagina, caixa.isEmpty() ? 1 : 2);
         QCOMPARE(folha_.passos.last(), u"fim"_s);
     }

@@ -50,7 +50,7 @@ struct TestPapel : NoDialogo {
     }
     void init() override {
         NoDialogo::init();
-        arquivo_ = dialogo_->catalogo.Pasta() + u"/saída.pdf"_s;
+        arquivo_ = catalogo_->Pasta() + u"/saída.pdf"_s;
     }
 };
 
@@ -61,10 +61,10 @@ TEST(TestPapel, list) {
         for (int i = 1; i <= 60; ++i) {
             linhas += u"1, '%1', 2, 100"_s.arg(i, 4);
         }
-        dialogo_->catalogo.Executar(List("DELETE FROM PECA_COMPONENTE WHERE CodigoPeca = 1") +
-                                    Inserir("PECA_COMPONENTE", linhas));
-        dialogo_->Imprimir("FD:0LC:1");
-        QCOMPARE(dialogo_->Caixas(), QStringList());
+        catalogo_->Executar(List("DELETE FROM PECA_COMPONENTE WHERE CodigoPeca = 1") +
+                            Inserir("PECA_COMPONENTE", linhas));
+        Imprimir("FD:0LC:1");
+        QCOMPARE(Caixas(), QStringList());
 
         auto palavras = Palavras(arquivo_);
         QVERIFY(palavras.rbegin()->first.startsWith(u"3 "_s));
@@ -94,7 +94,7 @@ TEST(TestPapel, list) {
 
 // Bold and italic titles, everything embedded; the text comes out with its accents.
 TEST(TestPapel, fonts) {
-    dialogo_->Imprimir("FD:0LC:1");
+    Imprimir("FD:0LC:1");
     // name type(2) encoding emb sub uni object(2)
     static const QRegularExpression letra(u"([\\w-]+) +CID.* (yes|no) +(?:yes|no) +(yes|no) "_s);
     const QString letras = OutputOf("pdffonts", {arquivo_});
@@ -119,18 +119,18 @@ TEST(TestPapel, figure) {
              {"600", 600, 7},
          }) {
         pontos_ = pontos;
-        const QString desenho = dialogo_->ArquivoDaFigura("f.png");
+        const QString desenho = ArquivoDaFigura("f.png");
         WritePicture(desenho, {582, 343}, Qt::white);
         QImage imagem(desenho);
         const QPoint marca(400, 200);
         QPainter(&imagem).fillRect(QRect(marca, QSize(10, 10)), Qt::red);
         QPainter(&imagem).fillRect(QRect(0, 0, 582, 4), Qt::red);
         QVERIFY(imagem.save(desenho));
-        dialogo_->DarFigura("f.png", {{u"12a"_s, marca}});
-        dialogo_->Imprimir("FD:1LC:1");
-        QCOMPARE(dialogo_->Caixas(), QStringList());
+        DarFigura("f.png", {{u"12a"_s, marca}});
+        Imprimir("FD:1LC:1");
+        QCOMPARE(Caixas(), QStringList());
 
-        const QString folha = dialogo_->catalogo.Pasta() + u"/folha"_s;
+        const QString folha = catalogo_->Pasta() + u"/folha"_s;
         OutputOf("pdftoppm", {"-r", QString::number(pontos), "-png", "-f", "1", "-l", "1",
                               "-singlefile", arquivo_, folha});
         const QPixmap papel(folha + u".png"_s);
@@ -163,11 +163,11 @@ TEST(TestPapel, unwritable) {
          }) {
         arquivo_ = arquivo == u"full"  ? u"/dev/full"_s
                    : arquivo.isEmpty() ? QString()
-                                       : dialogo_->catalogo.Pasta() + arquivo;
-        dialogo_->Imprimir("FD:0LC:1");
-        QCOMPARE(dialogo_->Caixas().size(), 1);
-        QVERIFY2(dialogo_->Caixas().first().startsWith(u"16 Erro nº: "_s + caixa),
-                 qPrintable(dialogo_->Caixas().first()));
-        QCOMPARE(dialogo_->Aberto(), aberto);
+                                       : catalogo_->Pasta() + arquivo;
+        Imprimir("FD:0LC:1");
+        QCOMPARE(Caixas().size(), 1);
+        QVERIFY2(Caixas().first().startsWith(u"16 Erro nº: "_s + caixa),
+                 qPrintable(Caixas().first()));
+        QCOMPARE(Aberto(), aberto);
     }
 }
