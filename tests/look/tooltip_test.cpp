@@ -39,14 +39,10 @@ struct TooltipTest : Fixture {
 TEST(TooltipTest, RecusaOQueNaoConhece) {
     cToolTip dica;
     QCOMPARE(dica.Style(), -1);
-    for (const auto& [estilo, sinal, criada] : {std::tuple(0, 0, true),
-                                                {1, 1, true},
-                                                {64, 2, true},
-                                                {65, 3, true},
-                                                {2, 0, false},
-                                                {-1, 0, false},
-                                                {65, 4, false},
-                                                {65, -1, false}}) {
+    const std::tuple<int, int, bool> casos[] = {{0, 0, true},   {1, 1, true},   {64, 2, true},
+                                                {65, 3, true},  {2, 0, false},  {-1, 0, false},
+                                                {65, 4, false}, {65, -1, false}};
+    for (const auto& [estilo, sinal, criada] : casos) {
         QVERIFY(Criar(dica, 65, 1, u"a"_s, u"b"_s));
         QCOMPARE(Criar(dica, estilo, sinal, u"a"_s, u"b"_s) != nullptr, criada);
         QCOMPARE(dica.Style(), criada ? estilo : -1);

@@ -9,17 +9,11 @@
 // Everybody may do everything; jobs stay to be looked at, their attributes are written at once.
 inline constexpr char Rules[] = R"(Listen %1/socket
 Browsing Off
-WebInterface No
 DefaultAuthType None
 PreserveJobFiles Yes
 DirtyCleanInterval 0
-<Location />
-  Order allow,deny
-  Allow all
-</Location>
 <Policy default>
   <Limit All>
-    Order deny,allow
     Allow all
   </Limit>
 </Policy>

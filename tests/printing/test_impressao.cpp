@@ -127,15 +127,14 @@ TEST(TestImpressao, eventsDuringAJob) {
 }
 
 TEST(TestImpressao, leaving) {
-    for (const auto& [saida] : Each<QString>{"button", "key", "window"}) {
+    const std::function<void()> saidas[] = {
+        [this] { Clicar("imgCancelar"); },
+        [this] { QTest::keyClick(form_, Qt::Key_Escape); },
+        [this] { form_->close(); },
+    };
+    for (const auto& sair : saidas) {
         Abrir("FD:0LC:1");
-        if (saida == u"button") {
-            Clicar("imgCancelar");
-        } else if (saida == u"key") {
-            QTest::keyClick(form_, Qt::Key_Escape);
-        } else {
-            form_->close();
-        }
+        sair();
         QVERIFY(!Aberto());
         QVERIFY(folha_.passos.isEmpty());
     }

@@ -3,29 +3,11 @@
 
 struct TestSegredo : Fixture {};
 
-TEST(TestSegredo, VaiEVolta) {
-    for (const auto& [texto, tamanho] : Each<QString, int>{
-             {"empty", "", 0},
-             {"one", "a", 64},
-             {"whole block", QString(14, u'a'), 64},
-             {"one more", QString(15, u'a'), 128},
-             {"two blocks", QString(30, u'b'), 128},
-             {"accents, other scripts, blanks", u"  ação ΩЖ €|\u0001 "_s, 64},
-             {"pair and half a pair", u"\U0001F511"_s + QChar(0xD800), 64},
-         }) {
-        const QString guardado = CifrarTexto(texto, true);
-        QCOMPARE(guardado.size(), tamanho);
-        QCOMPARE(guardado, guardado.toUpper());
-        QCOMPARE(CifrarTexto(texto, true), guardado);
-        QCOMPARE(CifrarTexto(guardado, false), texto);
-        QCOMPARE(CifrarTexto(guardado.toLower(), false), texto);
-    }
-}
-
 // Made once by another implementation of the cipher, written from its description alone.
 // Whatever moved a byte here would cost every user the password that he has stored.
 TEST(TestSegredo, RespostasConhecidas) {
     for (const auto& [texto, guardado] : Each<QString, QString>{
+             {"empty", "", ""},
              {"plain", "s3nha", "5D613617413AB274CE702C498A2893375B7262A05FE7B68DA2BAB649E76B8F4F"},
              {"two blocks, accents", "maria.conceição",
               "4CBBEE86CA94BD658526FC1F337FD9A6A4F65DBF5FCE1646E9BDD3F3A15CA730"
@@ -36,6 +18,17 @@ TEST(TestSegredo, RespostasConhecidas) {
               "EE74E899D5EC3AFFD067753E6EA7C744B79531362E523F3F3619DDFBC38C0365"},
          }) {
         QCOMPARE(CifrarTexto(texto, true), guardado);
+        QCOMPARE(CifrarTexto(guardado, false), texto);
+        QCOMPARE(CifrarTexto(guardado.toLower(), false), texto);
+    }
+}
+
+TEST(TestSegredo, VaiEVolta) {
+    // Whole blocks and one letter more, blanks, a pair and half of one.
+    for (const auto& [texto] : Each<QString>{QString(14, u'a'), QString(15, u'a'), u"  |\u0001 "_s,
+                                             u"\U0001F511"_s + QChar(0xD800)}) {
+        const QString guardado = CifrarTexto(texto, true);
+        QCOMPARE(guardado.size(), texto.size() > 14 ? 128 : 64);
         QCOMPARE(CifrarTexto(guardado, false), texto);
     }
 }
