@@ -79,8 +79,8 @@ TEST(TestExportar, Dates) {
         QCOMPARE(tabelas::FormatDate(serial), text);
         QCOMPARE(tabelas::FormatDate(tabelas::ParseDate(text).value_or(0)), text);
     }
-    for (const AnyText wrong :
-         {"", "31/02/2026", "5/3/26", "05/03/2026 25:00", "x", "05/03/2026 06:00:00 7", "9e9"}) {
+    for (const AnyText wrong : {"", "31/02/2026", "31/12/0099", "5/3/26", "05/03/2026 25:00", "x",
+                                "05/03/2026 06:00:00 7", "9e9"}) {
         QVERIFY2(!tabelas::ParseDate(wrong), qPrintable(wrong));
     }
 }
