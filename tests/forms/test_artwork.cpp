@@ -26,13 +26,10 @@ TEST(TestArtwork, StylesBecomeAttributes) {
     // What is refused resolves to nothing.
     for (const auto& [sheet, element, resolved] : Each<QString, QString, QString>{
              {"class", ".a { fill: red }", "<r class='a' x='1'/>", "<r x=\"1\" fill=\"red\"/>"},
-             {"sheet wins over attribute", ".a{fill:red}", "<r class='a' fill='blue'/>",
-              "<r fill=\"red\"/>"},
-             {"style wins over sheet", ".a{fill:red}", "<r class='a' style='fill:blue;'/>",
-              "<r fill=\"blue\"/>"},
+             {"over attribute", ".a{fill:red}", "<r class='a' fill='blue'/>", "<r fill=\"red\"/>"},
+             {"style over it", ".a{y:1}", "<r class='a' style='y:2;'/>", "<r y=\"2\"/>"},
              {"later rule", ".b{fill:red} .a{fill:blue}", "<r class='a b'/>", "<r fill=\"blue\"/>"},
-             {"element, classes, list", "t{x:1} r.a.b, .c {y:2}", "<r class='b a'/>",
-              "<r y=\"2\"/>"},
+             {"classes, list", "t{x:1} r.a.b, .c {y:2}", "<r class='b a'/>", "<r y=\"2\"/>"},
              {"not all classes", ".a.b{y:2}", "<r class='a'/>", "<r/>"},
              {"variable", ":root{--k: var(--m); --m: #123} .a{fill:var( --k )}", "<r class='a'/>",
               "<r fill=\"#123\"/>"},

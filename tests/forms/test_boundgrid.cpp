@@ -118,8 +118,7 @@ TEST(TestBoundGrid, BothSidesMoveTogether) {
                  where);
     }
     records.MoveNext();  // behind the last row
-    QVERIFY(!scene.grid.currentIndex().isValid());
-    QVERIFY(!scene.grid.selectionModel()->hasSelection());
+    QVERIFY(!scene.grid.currentIndex().isValid() && !scene.grid.selectionModel()->hasSelection());
     QCOMPARE(scene.changes.size(), 2);
     QCOMPARE(scene.changes.last().second, Bookmark());
 }
@@ -224,19 +223,10 @@ TEST(TestBoundGrid, PaintsRows) {
         QCOMPARE(colour(x, theme.rowPixels + 1), theme.base);
         QCOMPARE(colour(x, 2 * theme.rowPixels + 1), theme.base);
     }
-    // From the first to the last pixel that is written on, in the second row.
-    const auto written = [&](int from, int to) {
-        QRect ink;
-        for (int y = theme.rowPixels; y < 2 * theme.rowPixels - 1; ++y) {
-            for (int x = from; x < to; ++x) {
-                ink |= colour(x, y) == theme.base ? QRect() : QRect(x, y, 1, 1);
-            }
-        }
-        return ink;
-    };
-    QVERIFY(written(0, 160).left() >= 5 && written(0, 160).left() < 8);
-    QVERIFY(written(0, 160).right() < 155 && written(0, 160).right() > 135);
-    QVERIFY(written(160, 516).right() < 511 && written(160, 516).right() > 506);
+    const QRect cut = Shows(view, theme.text, {0, theme.rowPixels, 160, theme.rowPixels});
+    QVERIFY(cut.left() >= 5 && cut.left() < 8 && cut.right() < 155 && cut.right() > 135);
+    const QRect code = Shows(view, theme.text, {160, theme.rowPixels, 356, theme.rowPixels});
+    QVERIFY(code.right() < 348 && code.right() > 343);
     for (const int x : {80, 500}) {
         QHelpEvent ask(QEvent::ToolTip, {x, 27}, view.mapToGlobal(QPoint(x, 27)));
         QApplication::sendEvent(&view, &ask);

@@ -9,21 +9,17 @@
 #include <QTextDocument>
 #include <QTextEdit>
 
-#include <span>
-
 using namespace forms;
 
 struct TestBoxes : Fixture {
     static void CheckSign(const QDialog& box, const QColor& ground, const QColor& colour) {
-        const auto* sign = box.findChild<QLabel*>();
+        auto* sign = box.findChild<QLabel*>();
         QCOMPARE(sign->geometry(), QRect(18, 16, 40, 40));
         const QImage image = sign->pixmap().toImage();
         QCOMPARE(image.pixelColor(4, 20), ground);
         QCOMPARE(image.pixelColor(1, 1).alpha(), 0);
-        const QImage inner = image.copy(8, 8, 24, 24).convertToFormat(QImage::Format_RGB32);
-        const std::span pixels(reinterpret_cast<const QRgb*>(inner.constBits()), 24 * 24);
-        const auto letter = std::ranges::count(pixels, colour.rgb());
-        QVERIFY2(letter > 10 && letter < 200, qPrintable(QString::number(letter)));
+        const QRect letter = Shows(*sign, colour, {8, 8, 24, 24});
+        QVERIFY(letter.height() > 9 && letter.width() < 16);
     }
 };
 
@@ -31,20 +27,16 @@ TEST(TestBoxes, AskAndTell) {
     const Theme& theme = CurrentTheme();
     const int question = vbYesNo + vbQuestion;
     const QColor blue = theme.primary;
-    const QColor white = theme.primaryText;
     // What is long stands in a box of its own, which breaks it anywhere and scrolls.
     enum Length { Short, OneLine, Long };
-    for (const auto& [flags, length, key, answer, ground, colour] :
-         Each<int, int, int, int, QColor, QColor>{
-             {"ok", vbInformation, Long, int(Qt::Key_Return), vbOK, blue, white},
-             {"ok, escape", vbCritical, OneLine, int(Qt::Key_Escape), vbOK, theme.alert, white},
-             {"warning", vbExclamation, Short, int(Qt::Key_Space), vbOK, theme.lit, theme.text},
-             {"yes by default", question, Short, int(Qt::Key_Return), vbYes, blue, white},
-             {"no by default", question + vbDefaultButton2, Long, int(Qt::Key_Return), vbNo, blue,
-              white},
-             {"question, escape", question, OneLine, int(Qt::Key_Escape), vbNo, blue, white},
-             {"the other button", question + vbDefaultButton2, Long, int(Qt::Key_S), vbYes, blue,
-              white},
+    for (const auto& [flags, length, key, answer, ground] : Each<int, int, int, int, QColor>{
+             {"ok", vbInformation, Long, int(Qt::Key_Return), vbOK, blue},
+             {"ok, escape", vbCritical, OneLine, int(Qt::Key_Escape), vbOK, theme.alert},
+             {"warning", vbExclamation, Short, int(Qt::Key_Space), vbOK, theme.lit},
+             {"yes by default", question, Short, int(Qt::Key_Return), vbYes, blue},
+             {"no by default", question + vbDefaultButton2, Long, int(Qt::Key_Return), vbNo, blue},
+             {"question, escape", question, OneLine, int(Qt::Key_Escape), vbNo, blue},
+             {"the other button", question + vbDefaultButton2, Long, int(Qt::Key_S), vbYes, blue},
          }) {
         const QString said =
             length == Short
@@ -53,7 +45,7 @@ TEST(TestBoxes, AskAndTell) {
         WithNextBox([&](QDialog& box) {
             QVERIFY(QTest::qWaitForWindowActive(&box) && IsBoxOpen());
             QCOMPARE(box.windowTitle() + box.accessibleName(), u"Título"_s + said);
-            CheckSign(box, ground, colour);
+            CheckSign(box, ground, ground == theme.lit ? theme.text : theme.primaryText);
             const QWidget* text = box.findChildren<QLabel*>().last();
             QSize size(220, 40);
             if (const auto* edit = box.findChild<QTextEdit*>()) {

@@ -147,8 +147,7 @@ TEST(TestForm, Activation) {
 }
 
 TEST(TestForm, ModalDialogBlocksAndGivesBack) {
-    Screen* screen = screen_;
-    screen->Show();
+    screen_->Show();
     auto* dialog = new Screen(u"dialog"_s, Form::Kind::Dialog);
     const QPointer<Form> watch(dialog);
     QTimer::singleShot(5000, dialog, &QWidget::close);  // where a check has failed before
@@ -157,16 +156,15 @@ TEST(TestForm, ModalDialogBlocksAndGivesBack) {
         QCOMPARE(dialog->windowTitle(), forms::ProgramTitle());
         QCOMPARE(dialog->size(), QSize(300, 200));
         QCOMPARE(dialog->grab().toImage().pixelColor(5, 5), forms::CurrentTheme().window);
-        const QPoint shift = dialog->geometry().center() - screen->geometry().center();
+        const QPoint shift = dialog->geometry().center() - screen_->geometry().center();
         QVERIFY(shift.manhattanLength() < 60);  // a frame's
-        QVERIFY(forms::IsBlocked(*screen) && !forms::IsBlocked(*dialog));
-        QCOMPARE(dialog->windowHandle()->transientParent(), screen->windowHandle());
-        QVERIFY(screen->windowFlags() & Qt::FramelessWindowHint);
+        QVERIFY(forms::IsBlocked(*screen_) && !forms::IsBlocked(*dialog));
+        QCOMPARE(dialog->windowHandle()->transientParent(), screen_->windowHandle());
+        QVERIFY(screen_->windowFlags() & Qt::FramelessWindowHint);
         QVERIFY(!(dialog->windowFlags() & Qt::FramelessWindowHint));
         QVERIFY(QApplication::activeModalWidget() == dialog);
         dialog->close();
-        QVERIFY(!dialog->isVisible());
-        QVERIFY(!Form::Find(u"dialog"_s));
+        QVERIFY(!dialog->isVisible() && !Form::Find(u"dialog"_s));
     });
     dialog->ShowModal();
     QCOMPARE(history, List("screen load", "screen activate", "dialog load", "dialog activate",
@@ -178,8 +176,7 @@ TEST(TestForm, ModalDialogBlocksAndGivesBack) {
 TEST(TestForm, FailedLoadLeavesNothing) {
     screen_->onLoad = [] { throw Erro(3021, u"Nenhum registro atual."_s); };
     QVERIFY_THROWS_EXCEPTION(Erro, screen_->Show());
-    QVERIFY(!Form::Find(u"screen"_s));
-    QVERIFY(!Form::Active());
+    QVERIFY(!Form::Find(u"screen"_s) && !Form::Active());
     Settle();
     QVERIFY(screen_.isNull());
 }

@@ -9,18 +9,6 @@ using namespace forms;
 
 namespace {
 
-// Where pixels of the colour are in this part of what the control paints.
-QRect Shows(QWidget& control, const QColor& colour, const QRect& part = {}) {
-    const QImage image = control.grab(part.isEmpty() ? control.rect() : part).toImage();
-    QRect seen;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            seen |= image.pixelColor(x, y) == colour ? QRect(x, y, 1, 1) : QRect();
-        }
-    }
-    return seen;
-}
-
 // Counts what is painted of a control.
 struct Paints : QObject {
     int count = 0;

@@ -115,6 +115,17 @@ void Wheel(QWidget& control, int notches) {
     Settle();
 }
 
+QRect Shows(QWidget& control, const QColor& colour, const QRect& part) {
+    const QImage image = control.grab(part.isEmpty() ? control.rect() : part).toImage();
+    QRect seen;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            seen |= image.pixelColor(x, y) == colour ? QRect(x, y, 1, 1) : QRect();
+        }
+    }
+    return seen;
+}
+
 QString Gaps(const QWidget& window, Qt::Orientation along, const QList<const QWidget*>& parts) {
     const auto way = [along](QPoint at) { return along == Qt::Horizontal ? at.x() : at.y(); };
     QStringList gaps;

@@ -62,6 +62,9 @@ Control& Find(forms::Form& form, const AnyText& name) {
     return *control;
 }
 
+// Where pixels of the colour are in this part of what the control paints, as it looks by itself.
+QRect Shows(QWidget& control, const QColor& colour, const QRect& part = {});
+
 // Free pixels from the window's edge through these, in their order, to the other edge: "6 6 12 6".
 QString Gaps(const QWidget& window, Qt::Orientation along, const QList<const QWidget*>& parts);
 
