@@ -17,14 +17,12 @@ TEST(TestEntradas, aPartOfAThousandItems) {
     for (int i = 1; i <= Total; ++i) {
         linhas += u"1, '%1', %2, %3"_s.arg(i, 4).arg(i % 3 + 1).arg(i);
     }
-    janela_->catalogo.Executar(List("DELETE FROM PECA_COMPONENTE") +
-                               Inserir("PECA_COMPONENTE", linhas));
+    Executar(List("DELETE FROM PECA_COMPONENTE") + Inserir("PECA_COMPONENTE", linhas));
     Abrir("12002");
     Clicar(Resultado, "imgListaComponentesFundo");
     auto* caixa = Achar<QLineEdit>(Lista, "txtItem");
     caixa->setFocus();
     QTest::keyClicks(caixa, u"1000"_s);
-    QCOMPARE(caixa->text(), u"1000"_s);
     QCOMPARE(Itens().size(), Total);
     QCOMPARE(Linhas(Lista, "dtcListaPecas")->AbsolutePosition(), Total - 1);
     QCOMPARE(Itens().last(), u"1000"_s);
@@ -32,17 +30,16 @@ TEST(TestEntradas, aPartOfAThousandItems) {
 
 // Every column that may be Null is Null, in every row that a screen can show.
 TEST(TestEntradas, nullsEverywhere) {
-    janela_->catalogo.Executar(
-        {"UPDATE PECA SET DescricaoPeca = NULL, ArquivoFotoPeca = NULL",
-         "UPDATE COMPONENTE SET NumeroTarvoComponente = NULL, DescricaoComponente = NULL",
-         "UPDATE JOGOREPARO SET NumeroTarvoJogoReparo = NULL, DescricaoJogoReparo = NULL",
-         "UPDATE PECA_COMPONENTE SET QuantidadeComponente = NULL",
-         "UPDATE VEICULO SET DescricaoVeiculo = NULL",
-         "UPDATE CLIENTECONCORRENTE SET DescricaoClienteConcorrente = NULL",
-         "UPDATE REFERENCIACRUZADA SET NumeroClienteConcorrente = NULL WHERE NumeroTarvo = "
-         "'12002' AND NumeroClienteConcorrente = 'A71'",
-         "UPDATE FOTOPECAPESQUISA SET DescricaoFotoPecaPesquisa = NULL, "
-         "ArquivoFotoPecaPesquisa = NULL"});
+    Executar({"UPDATE PECA SET DescricaoPeca = NULL, ArquivoFotoPeca = NULL",
+              "UPDATE COMPONENTE SET NumeroTarvoComponente = NULL, DescricaoComponente = NULL",
+              "UPDATE JOGOREPARO SET NumeroTarvoJogoReparo = NULL, DescricaoJogoReparo = NULL",
+              "UPDATE PECA_COMPONENTE SET QuantidadeComponente = NULL",
+              "UPDATE VEICULO SET DescricaoVeiculo = NULL",
+              "UPDATE CLIENTECONCORRENTE SET DescricaoClienteConcorrente = NULL",
+              "UPDATE REFERENCIACRUZADA SET NumeroClienteConcorrente = NULL WHERE NumeroTarvo = "
+              "'12002' AND NumeroClienteConcorrente = 'A71'",
+              "UPDATE FOTOPECAPESQUISA SET DescricaoFotoPecaPesquisa = NULL, "
+              "ArquivoFotoPecaPesquisa = NULL"});
     Abrir("12002");
     QCOMPARE(Pecas(), List("12002"));
     QCOMPARE(Coluna(Resultado, "dtcVeiculosPeca", "Veiculo"), List(QString()));
@@ -50,17 +47,17 @@ TEST(TestEntradas, nullsEverywhere) {
     QCOMPARE(Pecas().size(), 2);
     Clicar(Resultado, "imgListaComponentesFundo");
     QCOMPARE(Itens().size(), 4);
-    for (const QString& caixa : {u"txtDescricaoComponente"_s, u"txtNumeroTarvo"_s,
-                                 u"txtNumeroClienteConcorrente"_s, u"txtItem"_s}) {
+    for (const char* caixa :
+         {"txtDescricaoComponente", "txtNumeroTarvo", "txtNumeroClienteConcorrente", "txtItem"}) {
         auto* texto = Achar<QLineEdit>(Lista, caixa);
         texto->setFocus();
         QTest::keyClicks(texto, u"1"_s);
         QCOMPARE(Itens().size(), 4);
     }
-    auto* jogos = Achar<forms::ComboList>(Lista, "cboMostraNaListaPecas");
-    jogos->SetListIndex(1);
+    Escolher(Lista, "cboMostraNaListaPecas", 1);
     QVERIFY(Itens().size() < 4);
     Clicar(Lista, "imgPesquisaFundo");
+    QCOMPARE(TelasCarregadas(), List(Busca));
     Clicar(Busca, "imgPesquisa3");
     Clicar(Busca, "imgFigura(0)");
     QCOMPARE(janela_->Caixas(), QStringList());
@@ -72,9 +69,8 @@ TEST(TestEntradas, aCodeOfSevenDigitsIsCut) {
              {"to nobody's", "654321", List()},
              {"to another part's", "123456", List("B9")},
          }) {
-        janela_->catalogo.Executar(
-            Inserir("PECA", {"1234567, 'B8', 'Bujão', NULL, NULL, NULL",
-                             outra + u", 'B9', 'Bujão', NULL, NULL, NULL"_s}));
+        Executar(Inserir("PECA", {"1234567, 'B8', 'Bujão', NULL, NULL, NULL",
+                                  outra + u", 'B9', 'Bujão', NULL, NULL, NULL"_s}));
         Abrir("B8");
         QCOMPARE(Pecas(), pecas);
     }

@@ -2,22 +2,16 @@
 
 // The whole way from the search to a component by keyboard alone.
 struct TestTeclado : NaJanela<> {
-    // The Tab key until the control of this name has the keyboard; false when it goes round
-    // without coming to it.
-    static bool IrAte(const AnyText& tela, const AnyText& nome) {
+    // The Tab key until the control of this name has the keyboard, and then this one; false when it
+    // goes round without coming to it.
+    static bool Apertar(const AnyText& tela, const AnyText& nome, Qt::Key tecla = Qt::Key_Space) {
         QWidget* alvo = Achar(tela, nome);
         for (int vez = 0; vez < 20 && !alvo->hasFocus(); ++vez) {
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         }
-        return alvo->hasFocus();
-    }
-
-    static bool Apertar(const AnyText& tela, const AnyText& nome) {
-        if (!IrAte(tela, nome)) {
-            return false;
-        }
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
-        return true;
+        const bool chegou = alvo->hasFocus();
+        QTest::keyClick(QApplication::focusWidget(), tecla);
+        return chegou;
     }
 };
 
@@ -29,16 +23,13 @@ TEST(TestTeclado, fromTheSearchToAComponentAndBack) {
     QVERIFY(Apertar(Busca, "pctResultadoPesquisaFundo(0)"));
 
     QVERIFY(Apertar(Resultado, "imgListaComponentesFundo"));
-    QVERIFY(IrAte(Lista, "grdListaPecas"));
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Home, Qt::ControlModifier);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    QVERIFY(Apertar(Lista, "grdListaPecas", Qt::Key_Down));
     QCOMPARE(Linhas(Lista, "dtcListaPecas")->AbsolutePosition(), 1);
     for (const forms::Form* tela : forms::Form::Loaded()) {
         QCOMPARE(tela->windowTitle(), TituloCatalogo);
     }
     QVERIFY(Apertar(Lista, "imgResultadoPesquisaFundo"));
-    QVERIFY(Apertar(Resultado, "imgPesquisaFundo"));
-    QVERIFY(Achar(Busca, "txtNumeroTarvo")->isVisible());
+    QVERIFY(Apertar(Resultado, "imgPesquisaFundo") && Achar(Busca, "txtNumeroTarvo")->isVisible());
 }
 
 // By keys, and by the light under the mouse.
@@ -56,9 +47,9 @@ TEST(TestTeclado, theWayRound) {
                    {"imgPesquisaFundo", "imgResultadoPesquisaFundo", "imgFiguraDetalhadaFundo",
                     "imgImprimir"}),
              u"PESQUISA RESULTADOPESQUISA FIGURADETALHADA IMPRIMIR"_s);
-    QCOMPARE(Volta(Lista, "cboMostraNaListaPecas"),
-             u"Componentes de qual jogo de reparo, Item, Descrição, Nº Tarvo, Nº do cliente, "
-             u"Cliente, "
-             "Componentes, Jogos de reparo do componente, Imprimir, Voltar à pesquisa, "
-             "Voltar às peças, Figura detalhada, Minimizar a janela"_s);
+    QCOMPARE(
+        Volta(Lista, "cboMostraNaListaPecas"),
+        u"Componentes de qual jogo de reparo, Item, Descrição, Nº Tarvo, Nº do cliente, Cliente, "
+        "Componentes, Jogos de reparo do componente, Imprimir, Voltar à pesquisa, "
+        "Voltar às peças, Figura detalhada, Minimizar a janela"_s);
 }

@@ -33,7 +33,7 @@ CatalogoDeTeste::~CatalogoDeTeste() {
     FecharBancoDados(gWS, gDB);
 }
 
-void CatalogoDeTeste::Executar(const AnyTexts& comandos) const {
+void Executar(const AnyTexts& comandos) {
     gWS->BeginTrans();  // one flush to the disk instead of one for each row
     for (const QString& comando : comandos) {
         gDB->Execute(comando, dao::dbFailOnError);

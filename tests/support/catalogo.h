@@ -5,6 +5,9 @@
 #include "session/global.h"
 #include "support/test.h"
 
+// Statements of the dialect on the session's database, each of which must succeed.
+void Executar(const AnyTexts& comandos);
+
 // A data folder with an empty catalogue, opened as the session's own (gCaminho, gWS, gDB) for the
 // life of the object.
 class CatalogoDeTeste {
@@ -12,8 +15,7 @@ public:
     CatalogoDeTeste();
     ~CatalogoDeTeste();
 
-    // Statements of the dialect, each of which must succeed.
-    void Executar(const AnyTexts& comandos) const;
+    static void Executar(const AnyTexts& comandos) { ::Executar(comandos); }
     QString Pasta() const { return pasta_.path(); }
     QStringList Temporarios() const { return QDir(Pasta()).entryList({u"*.tmp"_s}); }
 
