@@ -82,7 +82,7 @@ struct TestPublicar : Fixture {
         root_ = std::make_unique<QTemporaryDir>();
         {
             CatalogoDeTeste catalogue;
-            catalogue.Executar(LinhasDePesquisa());
+            Executar(LinhasDePesquisa());
             QDir().mkpath(In("dados"));
             QVERIFY(QFile::copy(catalogue.Pasta() + u"/Tarvo.mdb"_s, In("dados/Tarvo.mdb")));
         }
@@ -209,8 +209,7 @@ TEST(TestPublicar, Signs) {
     };
 
     Write(In("nova/FotoPeca/n.png"), "figura");
-    QVERIFY(Publishes(2, {"k1"}));
-    QVERIFY(accepted("k1", 2) && !accepted("k2", 2));
+    QVERIFY(Publishes(2, {"k1"}) && accepted("k1", 2) && !accepted("k2", 2));
     const auto signedVersion = ConferirVersao(keys("k1"), sys::ReadBytes(In("site/Versao.sig")));
     QCOMPARE(signedVersion.numero, 2);
     QCOMPARE(signedVersion.data, QDate::currentDate());
@@ -218,8 +217,7 @@ TEST(TestPublicar, Signs) {
     QFile::rename(In("nova/FotoPeca/n.png"), In("nova/FotoPeca/m.png"));
     QVERIFY(!Publishes(3));  // a signed site stays a signed site
     QVERIFY(said_.startsWith(u"!O site é assinado, e falta a chave (--key): Versao.sig"_s));
-    QVERIFY(Publishes(3, {"k1", "k2"}));
-    QVERIFY(accepted("k1", 3) && accepted("k2", 3));
+    QVERIFY(Publishes(3, {"k1", "k2"}) && accepted("k1", 3) && accepted("k2", 3));
 
     // A list of the first years gets what it lacks.
     Write(In("site/ListVersao2.txt"), "ARQ;FotoPeca\\n.png;5\r\n");

@@ -16,17 +16,9 @@
 using namespace std::chrono_literals;
 
 inline const QString Done = u"Atualização concluída com sucesso."_s;
-inline const QString Cancelled = u"Atualização cancelada. O catálogo continua como estava."_s;
 inline const QString Stopped =
     u"Atualização interrompida. Uma parte dela já está no catálogo; a próxima atualização recomeça "
     "do início."_s;
-inline constexpr int Yes = 6;
-
-// As State() tells it: version and the one before, rows of the script, two pictures, files on their
-// way.
-inline const QString Untouched = u"1/0 0 velha none 0"_s;
-inline const QString Whole = u"3/1 1 nova outra 0"_s;
-
 inline QString Insert(int code, const AnyText& name) {
     return u"E:INSERT INTO CLIENTECONCORRENTE VALUES (%1, '%2', 'C')"_s.arg(code).arg(name);
 }
@@ -109,6 +101,7 @@ struct Instalacoes : Fixture {
         return boxes.Texts();
     }
 
+    // Version and the one before, rows of the script, two pictures, files on their way.
     QString State() const {
         return u"%1 %2 %3 %4 %5"_s
             .arg(Valor("SELECT Versao & '/' & VersaoAnterior FROM UMREGISTRO"),
@@ -136,7 +129,7 @@ struct Instalacoes : Fixture {
         server_.Clear();
         proxy_.emplace(server_.Port());
         catalogo_ = std::make_unique<CatalogoDeTeste>();
-        catalogo_->Executar(
+        Executar(
             {"UPDATE UMREGISTRO SET UrlAtualizacao = 'HTTP://atualiza.exemplo/base', Versao = 1, "
              "VersaoAnterior = 0, FlagErroUltimaVerificacao = 7"});
         outside_ = std::make_unique<QTemporaryDir>();

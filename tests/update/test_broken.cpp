@@ -18,7 +18,7 @@ namespace {
 constexpr int Patience = 60000;  // milliseconds
 constexpr int Files = 32;
 constexpr int Rows = 20;
-const QString Updated = Done + u"\n2 20 ok"_s;
+const QString Whole = Done + u"\n2 20 ok"_s;
 
 // A killed process loses nothing that it has handed to the system, so the disk need not be waited
 // for.
@@ -64,6 +64,7 @@ TARVO_PROGRAM("update.exe", PlayUpdate);
 }  // namespace
 
 #ifdef Q_OS_UNIX
+static constexpr bool DiesByItself = true;  // between two files
 // In the place of the system's own, for all libraries of this process.
 extern "C" int rename(const char* from, const char* to) noexcept {
     static int renamed = 0;
@@ -72,6 +73,8 @@ extern "C" int rename(const char* from, const char* to) noexcept {
     }
     return renameat(AT_FDCWD, from, AT_FDCWD, to);
 }
+#else
+static constexpr bool DiesByItself = false;
 #endif
 
 // Updates that a power switch, a full disk or a hand on the wrong button ends.
@@ -101,7 +104,7 @@ struct TestBroken : Fixture {
     QString Update(const QString& data) const { return OutputOf(program_, {data}).trimmed(); }
 
     void ExpectWhole(const QString& data) const {
-        QCOMPARE(Update(data), Updated);
+        QCOMPARE(Update(data), Whole);
         QCOMPARE(NewFiles(data), Files);
         QCOMPARE(QDir(data).entryList({u"*.tmp"_s}), QStringList());
     }
@@ -123,12 +126,6 @@ struct TestBroken : Fixture {
 
     enum Phase { Lists, Downloads, Placing, Scripts, Phases };
 
-#ifdef Q_OS_UNIX
-    static constexpr bool DiesByItself = true;  // between two files
-#else
-    static constexpr bool DiesByItself = false;
-#endif
-
     // Whether an update has come as far as the given piece of its phase.
     static bool Reached(int phase, int piece, const QString& data) {
         return phase == Downloads ? QDir(data).entryList({u"*.tmp"_s}).size() >= piece
@@ -140,7 +137,7 @@ struct TestBroken : Fixture {
         proxy_.emplace(server_.Port());
         QVERIFY(QFile::copy(QCoreApplication::applicationFilePath(), program_));
         const CatalogoDeTeste model;
-        model.Executar({"UPDATE UMREGISTRO SET Versao = 1, UrlAtualizacao = 'atualiza.exemplo'"});
+        Executar({"UPDATE UMREGISTRO SET Versao = 1, UrlAtualizacao = 'atualiza.exemplo'"});
         QVERIFY(QFile::copy(model.Pasta() + u"/Tarvo.mdb"_s, Path("modelo.mdb")));
 
         for (int i = 0; i < Files; ++i) {
@@ -217,7 +214,7 @@ TEST(TestBroken, KilledAtAnyMoment) {
 TEST(TestBroken, OwnDisks) {
     for (const auto& [list, disk, printed] : Each<QByteArray, QString, QString>{
              // A file cannot be renamed into another disk.
-             {"pictures elsewhere", list_, "/FotoPeca", Updated + u"\n%1\n0"_s.arg(Files * 20000)},
+             {"pictures elsewhere", list_, "/FotoPeca", Whole + u"\n%1\n0"_s.arg(Files * 20000)},
              {"full: downloads", "FOTO;FotoPeca\\0.png;1\r\nFOTO;gordo.png;1\r\n", "",
               "Erro nº: -104|InternetReadFile:0;61;Disco cheio (gordo.png)\n1 0 ok\n160\n0"},
              // Not the statement fails but the disk, so the update must not pass over it.

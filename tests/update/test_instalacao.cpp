@@ -28,12 +28,11 @@ TEST(TestInstalacao, WholeUpdate) {
     QCOMPARE(Update(), List(Done));
     QCOMPARE(seen, u"32"_s);
     QCOMPARE(State(), u"3/1 2 nova none 0"_s);
-    QCOMPARE(Valor("SELECT FlagErroUltimaVerificacao FROM UMREGISTRO WHERE "
-                   "DataUltimaVerificacao IS NOT NULL"),
-             u"0"_s);
-    QCOMPARE(Valor("SELECT DescricaoClienteConcorrente FROM CLIENTECONCORRENTE WHERE "
-                   "CodigoClienteConcorrente = 21"),
-             u"Zenpar\r\nSul"_s);
+    QCOMPARE(
+        Valor("SELECT FlagErroUltimaVerificacao & DescricaoClienteConcorrente FROM UMREGISTRO, "
+              "CLIENTECONCORRENTE WHERE DataUltimaVerificacao IS NOT NULL AND "
+              "CodigoClienteConcorrente = 21"),
+        u"0Zenpar\r\nSul"_s);
     QVERIFY(ReiniciarPrograma);
     QCOMPARE(Local("nova pasta/mais/texto.txt"), QByteArray("texto"));
     QCOMPARE(Local("scripts/dois.txt"), QByteArray("none"));

@@ -29,13 +29,13 @@ public:
             if (conversation) {  // it had to ask, and nobody shall be asked again
                 conversation->GuardarAcesso(u"maria"_s, u"s3nha"_s);
             }
-            if (result == u"..."_s || result == u'!') {
-                return result != u'!' ? sys::OwnProcessId() : throw Erro(Erro::FileNotFound);
+            if (result == u'!') {
+                throw Erro(Erro::FileNotFound);
             }
             if (!result.isNull()) {
                 Write(QString(commandLine.section(u'|', 1)).replace(u'\\', u'/'), result.toUtf8());
             }
-            return 0;
+            return result == u"..."_s ? sys::OwnProcessId() : 0;
         });
     }
 
@@ -75,7 +75,7 @@ struct TestNovidades : NaJanela<> {
 
     void init() override {
         NaJanela::init();
-        janela_->catalogo.Executar(
+        Executar(
             {"UPDATE UMREGISTRO SET Versao = 1, FlagErroUltimaVerificacao = 7, "
              "DataUltimaVerificacao = Null, UrlAtualizacao = 'atualiza.exemplo/guarded'"});
         Janela::Abrir();
@@ -181,9 +181,10 @@ TEST(TestNovidades, OneCheckAtATime) {
     QVERIFY(Watching());
     QCOMPARE(verifier.started.size(), 2);
     QVERIFY(!verifier.conversation->Desistiu());
+    QCOMPARE(janela_->catalogo.Temporarios().size(), 1);
     Leave();
-    QVERIFY(verifier.conversation->Desistiu());
-    QVERIFY(IsFree());
+    QVERIFY(verifier.conversation->Desistiu() && IsFree());
+    QCOMPARE(janela_->catalogo.Temporarios(), QStringList());
 }
 
 TEST(TestNovidades, SlowTimer) {
@@ -201,11 +202,11 @@ TEST(TestNovidades, SlowTimer) {
         QCOMPARE(Timer("tmrVerificarAtualizacoes").interval(), 65535);
         QVERIFY(Timer("tmrVerificarAtualizacoes").isActive());
         if (secondsSince != -1) {
-            janela_->catalogo.Executar(
+            Executar(
                 {"UPDATE UMREGISTRO SET DataUltimaVerificacao = "
                  "DateSerial(2026,3,5)+TimeSerial(23,55,0)"});
         }
-        Check().CarregarDadosVerificacao(true);
+        RecarregarFormularios(QString());
         sys::SetClock([=] {
             return QDateTime(QDate(2026, 3, 5), QTime(23, 55, 0), Qt::UTC).addSecs(secondsSince);
         });
@@ -221,8 +222,7 @@ TEST(TestNovidades, StatusAgainOnEveryThirdTick) {
     VerificacaoAutomatica = false;
     QString before = u"05-MAR-2026 - teste"_s;
     for (const int year : {2027, 2028}) {
-        janela_->catalogo.Executar(
-            {u"UPDATE UMREGISTRO SET DataEmissao = DateSerial(%1,1,2)"_s.arg(year)});
+        Executar({u"UPDATE UMREGISTRO SET DataEmissao = DateSerial(%1,1,2)"_s.arg(year)});
         SlowTick();
         SlowTick();
         QCOMPARE(Emission(), before);
@@ -286,7 +286,7 @@ TEST(TestNovidades, EmissionAndTip) {
                    "UPDATE UMREGISTRO SET DataEmissao = Null"),
               " - teste", " "},
          }) {
-        janela_->catalogo.Executar(statements);
+        Executar(statements);
         Check().CarregarDadosVerificacao(false);
         QCOMPARE(Emission(), emission);
         QCOMPARE(Like(Tip(), tip), tip);

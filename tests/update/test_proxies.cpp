@@ -73,15 +73,6 @@ struct TestProxies : Fixture {
     void cleanup() override { HttpDesconectar(); }
 };
 
-TEST(TestProxies, WebServer) {
-    const ProxySetting proxy(web_->Port());
-    HttpConectar(u"atualiza.exemplo"_s);
-    QCOMPARE(Fetch("base/ListVersao2.txt"), u"SDB;dados.txt;4\r\n"_s);
-    QCOMPARE(Fetch("base/FotoPeca/válvula 1.png"), large_);
-    QCOMPARE(Fetch("base/nada.txt"), u"-104 HttpQueryInfo:0;-103;Status=404"_s);
-    QCOMPARE(Fetch("base"), u"-104 HttpQueryInfo:0;-103;Status=301"_s);
-}
-
 TEST(TestProxies, Proxies) {
     // With what is stored, with what is typed once for all that follows, and never right.
     struct Try {

@@ -19,11 +19,9 @@ public:
     QString Path(const AnyText& name) const { return folder_.filePath(name); }
     void Point(const QString& data) const { Write(Path("Caminho.txt"), data.toUtf8()); }
 
-    struct End {
-        int code = -1;
-        QString printed;
-    };
-    End Run(const AnyText& program, const AnyTexts& arguments, bool display = false) const {
+    // Its exit code, and what it prints.
+    std::pair<int, QString> Run(const AnyText& program, const AnyTexts& arguments,
+                                bool display = false) const {
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {

@@ -10,9 +10,9 @@ struct TestSemJanela : Fixture {
 
     // The line, and the exit code behind it; as the pattern, where it is like that.
     QString Run(const AnyText& pattern) const {
-        const Programs::End end = programs_.Run("Tarvo.exe", {"--atualizar", "--espera", "0"});
-        const QString said = end.printed.trimmed() + u" ="_s + QString::number(end.code);
-        return end.printed.count(u'\n') == 1 ? Like(said, pattern) : end.printed;
+        const auto [code, all] = programs_.Run("Tarvo.exe", {"--atualizar", "--espera", "0"});
+        const QString said = all.trimmed() + u" ="_s + QString::number(code);
+        return all.count(u'\n') == 1 ? Like(said, pattern) : all;
     }
     void init() override { programs_.Point(catalogue_.Pasta()); }
     void cleanup() override { GravarConfiguracao(QString(), QString(), QString(), true); }
@@ -21,7 +21,7 @@ struct TestSemJanela : Fixture {
 // What stands in its way is told by the code and in one line, and nothing is half done.
 TEST(TestSemJanela, Ends) {
     const ProxySetting proxy(server_.Port());
-    catalogue_.Executar(
+    Executar(
         {"UPDATE UMREGISTRO SET Versao = 1, VersaoAnterior = 0, FlagErroUltimaVerificacao = 7, "
          "UrlAtualizacao = 'atualiza.exemplo/guarded'"});
     GravarConfiguracao(QString(), u"maria"_s, u"s3nha"_s, true);
@@ -35,7 +35,7 @@ TEST(TestSemJanela, Ends) {
                    "(SELECT Count(*) FROM CLIENTECONCORRENTE) FROM UMREGISTRO"),
              u"2/1/0 1"_s);
     QCOMPARE(sys::ReadText(catalogue_.Pasta() + u"/FotoPeca/a.png"_s), u"nova"_s);
-    catalogue_.Executar({"DELETE FROM UMREGISTRO"});
+    Executar({"DELETE FROM UMREGISTRO"});
     const QString lost = u"O catálogo está sem o registro da versão* =1"_s;
     QCOMPARE(Run(lost), lost);
 }
@@ -55,6 +55,6 @@ TEST(TestSemJanela, LocksThatHoldNobody) {
     QCOMPARE(Run("* =1"), u"* =1"_s);
     for (const QStringList& wrong : {List("agora"), List("--espera"), List("--espera", "muito"),
                                      List("--atraso", "1"), List("--espera", "1", "2")}) {
-        QCOMPARE(programs_.Run("Tarvo.exe", List("--atualizar") + wrong).code, 2);
+        QCOMPARE(programs_.Run("Tarvo.exe", List("--atualizar") + wrong).first, 2);
     }
 }

@@ -37,20 +37,20 @@ struct TestVerifier : Fixture {
 
     QString Keys() const { return programs_.Path("ChavesAtualizacao.txt"); }
     void SetAddress(const AnyText& address) const {
-        catalogue_.Executar({u"UPDATE UMREGISTRO SET UrlAtualizacao = '%1'"_s.arg(address)});
+        Executar({u"UPDATE UMREGISTRO SET UrlAtualizacao = '%1'"_s.arg(address)});
     }
 
     // What it prints, and the exit code behind it.
     QString Run(const AnyTexts& arguments) const {
-        const Programs::End end = programs_.Run(Name, arguments);
-        return end.printed + u" ="_s + QString::number(end.code);
+        const auto [code, printed] = programs_.Run(Name, arguments);
+        return printed + u" ="_s + QString::number(code);
     }
 
     // The answer, and the exit code behind it.
     QString Ask(const AnyTexts& options = {}, bool byHand = false) const {
         QFile::remove(result_);
         const QString order = (byHand ? u"0|"_s : u"1|"_s) + result_;
-        const int code = programs_.Run(Name, options + List(order), byHand).code;
+        const int code = programs_.Run(Name, options + List(order), byHand).first;
         const QString said = QFile::exists(result_) ? sys::ReadText(result_) : QString();
         return said + u" ="_s + QString::number(code);
     }
@@ -59,7 +59,7 @@ struct TestVerifier : Fixture {
 
     TestVerifier() {
         programs_.Point(catalogue_.Pasta());
-        catalogue_.Executar({"UPDATE UMREGISTRO SET Versao = 7"});
+        Executar({"UPDATE UMREGISTRO SET Versao = 7"});
     }
     void cleanup() override {
         QFile::remove(result_);
