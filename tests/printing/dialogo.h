@@ -47,8 +47,11 @@ struct NoDialogo : Fixture {
         }
         Settle();
     }
-    // Gives part 1 a figure in a file of this name, with numbers at their places (screen pixels).
-    void DarFigura(const AnyText& arquivo, const QList<std::pair<QString, QPoint>>& numeros) {
+    // Gives part 1 the figure f.png, with numbers at their places (screen pixels); its file may
+    // have another case.
+    void DarFigura(const QList<std::pair<QString, QPoint>>& numeros,
+                   const AnyText& arquivo = "f.png") {
+        WritePicture(ArquivoDaFigura(arquivo), {582, 343});
         QStringList linhas;
         for (const auto& [item, lugar] : numeros) {
             linhas += u"1, %1, '%2', %3, %4"_s.arg(linhas.size() + 1)
@@ -57,8 +60,7 @@ struct NoDialogo : Fixture {
                           .arg(lugar.y());
         }
         catalogo_->Executar(List("UPDATE PECA SET CodigoFigura = 1 WHERE CodigoPeca = 1") +
-                            Inserir("FIGURA", {u"1, '%1'"_s.arg(arquivo)}) +
-                            Inserir("FIGURADETALHADA", linhas));
+                            Inserir("FIGURA", {"1, 'f.png'"}) + Inserir("FIGURADETALHADA", linhas));
     }
     QString ArquivoDaFigura(const AnyText& nome) const {
         return catalogo_->Pasta() + u"/Figuras/"_s + nome;

@@ -46,12 +46,6 @@ struct TestFila : NoDialogo {
         return colunas.value(3) + u'x' + colunas.value(4) + u" at "_s + colunas.value(12);
     }
 
-    void DarFigura() {
-        NoDialogo::DarFigura("f.png", {{u"   1"_s, {5, 5}}});
-        WritePicture(ArquivoDaFigura("f.png"), {582, 343});
-        WritePicture(ArquivoDaFigura("f@3x.png"), {3 * 582, 3 * 343});
-    }
-
     static void initTestCase() {
         sistema_ = std::make_unique<PrintSystem>();
         if (const QString missing = sistema_->Missing(); !missing.isEmpty()) {
@@ -71,7 +65,8 @@ struct TestFila : NoDialogo {
 // picture for dense screens: its pixels are 7/3 dots wide.
 TEST(TestFila, printed) {
     for (const auto& [impressora] : Each<QString>{"balcao", ""}) {
-        DarFigura();
+        DarFigura({{u"   1"_s, {5, 5}}});
+        WritePicture(ArquivoDaFigura("f@3x.png"), {3 * 582, 3 * 343});
         QString arquivo = catalogo_->Pasta() + u"/saída.pdf"_s;
         Imprimir(u"FD:1LC:1"_s, [&](QPrintDialog& dialogo) {
             EscolherFila(dialogo, impressora);

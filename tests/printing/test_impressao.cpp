@@ -38,15 +38,6 @@ TEST(TestImpressao, ticks) {
                             "64 Essa Peça não possui Lista de Componentes."));
 }
 
-TEST(TestImpressao, job) {
-    Imprimir("FD:0LC:1");
-    QCOMPARE(flags_, 0x14000C);
-    QCOMPARE(folha_.passos, List("paisagem", form_->font().family(), "fim"));
-    QVERIFY(!Aberto());
-    QCOMPARE(forms::MousePointer(), forms::vbDefault);
-    QCOMPARE(Caixas(), QStringList());
-}
-
 TEST(TestImpressao, failures) {
     Each<QString, QString, QStringList, bool> row;
     const QString impressora = u"16 Erro nº: 482\nErro de impressora"_s;
@@ -59,7 +50,7 @@ TEST(TestImpressao, failures) {
     for (const auto& [parametro, onde, caixas, aberto] : row) {
         cancelar_ = onde == u"dialogo";
         preparar_ = [&onde = onde](Gravador& gravador) { gravador.FalharAntesDe(onde); };
-        DarFigura("f.png", {{u"   1"_s, {1, 1}}});
+        DarFigura({{u"   1"_s, {1, 1}}});
         Imprimir(parametro);
         QCOMPARE(Caixas(), caixas);
         QCOMPARE(Aberto(), aberto);
@@ -89,8 +80,7 @@ TEST(TestImpressao, smallPaper) {
              {"figure on A5", "FD:1LC:0", 1997, forms::vbNo, true, false},
          }) {
         preparar_ = [altura](Gravador& gravador) { gravador.altura = altura; };
-        DarFigura("f.png", {{u"   1"_s, {1, 1}}});
-        WritePicture(ArquivoDaFigura("f.png"), {582, 343});
+        DarFigura({{u"   1"_s, {1, 1}}});
         Abrir(parametro);
         const BoxAnswers respostas({resposta});
         Clicar("imgOk");

@@ -110,6 +110,10 @@ TEST(TestPaginas, everythingOnAPage) {
          "UPDATE PECA_COMPONENTE SET QuantidadeComponente = 1.5 WHERE CodigoPeca = 1 AND "
          "ItemComponente = '  12a'"});
     Imprimir("FD:0LC:1");
+    QCOMPARE(flags_, 0x14000C);
+    QCOMPARE(folha_.passos, List("paisagem", form_->font().family(), "fim"));
+    QVERIFY(!Aberto());
+    QCOMPARE(Caixas(), QStringList());
     QCOMPARE(
         Textos(1),
         List("200,150 Catálogo TARVO-LINDEN     2.0     05-MAR-2026 12",
@@ -154,8 +158,7 @@ TEST(TestPaginas, laterHeads) {
 TEST(TestPaginas, figure) {
     const QList<std::pair<QString, QPoint>> numeros = {
         {u"1"_s, {0, 0}}, {u"12"_s, {100, 40}}, {u"12"_s, {549, 330}}, {u"   7"_s, {9, 300}}};
-    DarFigura("f.png", numeros);
-    WritePicture(ArquivoDaFigura("F.PNG"), {582, 343});
+    DarFigura(numeros, "F.PNG");
     Imprimir("FD:1LC:1");
     QCOMPARE(Caixas(), QStringList());
     QCOMPARE(folha_.textos.at(4 + numeros.size()).pagina, 2);
@@ -187,8 +190,7 @@ TEST(TestPaginas, figureFailures) {
          }) {
         pontos_ = pontos;
         preparar_ = [pontos](Gravador& gravador) { gravador.alturas[10] = pontos / 7.2; };
-        DarFigura("f.png", {{u"1"_s, {5, 5}}});
-        WritePicture(ArquivoDaFigura("f.png"), {582, 343});
+        DarFigura({{u"1"_s, {5, 5}}});
         if (!sql.isEmpty()) {
             catalogo_->Executar({sql});
         }

@@ -119,14 +119,12 @@ TEST(TestPapel, figure) {
              {"600", 600, 7},
          }) {
         pontos_ = pontos;
-        const QString desenho = ArquivoDaFigura("f.png");
-        WritePicture(desenho, {582, 343}, Qt::white);
-        QImage imagem(desenho);
         const QPoint marca(400, 200);
+        DarFigura({{u"12a"_s, marca}});
+        QImage imagem(ArquivoDaFigura("f.png"));
         QPainter(&imagem).fillRect(QRect(marca, QSize(10, 10)), Qt::red);
         QPainter(&imagem).fillRect(QRect(0, 0, 582, 4), Qt::red);
-        QVERIFY(imagem.save(desenho));
-        DarFigura("f.png", {{u"12a"_s, marca}});
+        QVERIFY(imagem.save(ArquivoDaFigura("f.png")));
         Imprimir("FD:1LC:1");
         QCOMPARE(Caixas(), QStringList());
 
@@ -156,14 +154,12 @@ TEST(TestPapel, figure) {
 // What was in the file before stays when the document cannot be written.
 TEST(TestPapel, unwritable) {
     for (const auto& [arquivo, caixa, aberto] : Each<QString, QString, bool>{
-             {"no folder", "/não há/saída.pdf", "76\nCaminho não encontrado", false},
-             {"a folder", "/", "75\nErro de acesso ao caminho/arquivo", false},
-             {"full disk", "full", "61\nDisco cheio", true},
+             {"no folder", "%1/não há/saída.pdf", "76\nCaminho não encontrado", false},
+             {"a folder", "%1/", "75\nErro de acesso ao caminho/arquivo", false},
+             {"full disk", "/dev/full", "61\nDisco cheio", true},
              {"neither printer nor file", "", "482\nErro de impressora", false},
          }) {
-        arquivo_ = arquivo == u"full"  ? u"/dev/full"_s
-                   : arquivo.isEmpty() ? QString()
-                                       : catalogo_->Pasta() + arquivo;
+        arquivo_ = QString(arquivo).replace(u"%1"_s, catalogo_->Pasta());
         Imprimir("FD:0LC:1");
         QCOMPARE(Caixas().size(), 1);
         QVERIFY2(Caixas().first().startsWith(u"16 Erro nº: "_s + caixa),
