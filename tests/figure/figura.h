@@ -3,8 +3,6 @@
 #include "figure/figura_detalhada.h"
 #include "support/janela.h"
 
-#include <QBitmap>
-
 inline const QString Figura = frmFiguraDetalhada::Nome;
 
 inline forms::Form& TelaDaFigura() {
@@ -52,8 +50,7 @@ inline QString Acesos() {
 
 // What is told of the marked item, behind a "!" where it stands in the colour of the blinking.
 inline QString Rotulos() {
-    const QPixmap pintado = Achar(Figura, "lblComponente")->grab();
-    const QRegion pisca(pintado.createMaskFromColor(CorDe(Cor::VermelhoClaro), Qt::MaskOutColor));
+    const QRect pisca = Shows(*Achar(Figura, "lblComponente"), CorDe(Cor::VermelhoClaro));
     return (pisca.isEmpty() ? QString() : u"!"_s) + Rotulo(Figura, "lblComponente") + u'|' +
            Rotulo(Figura, "lblNumeroTarvo") + u'|' + Rotulo(Figura, "lblObservacao");
 }
