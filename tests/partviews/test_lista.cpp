@@ -82,8 +82,7 @@ TEST(TestLista, enteringABoxSortsByItsColumn) {
 }
 
 TEST(TestLista, theGridHasTheKeyboardWheneverTheListComes) {
-    const auto* grade = Achar(Lista, "grdListaPecas");
-    QTRY_VERIFY(grade->hasFocus());
+    QTRY_VERIFY(Achar(Lista, "grdListaPecas")->hasFocus());
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
     QCOMPARE(Linhas(Lista, "dtcListaPecas")->AbsolutePosition(), 1);
     Clicar(Lista, "imgResultadoPesquisaFundo");

@@ -82,9 +82,8 @@ TEST(TestResultado, customerIsInForceHereAndGivenBack) {
         u"Nº Tarvo|Descrição|Nº do cliente / 12002|Válvula relé|A71 / 12002|Válvula relé|A72"_s);
 
     Clicar(Resultado, "imgListaComponentesFundo");
-    QCOMPARE(
-        Achar<forms::ComboList>(Lista, "cboNumeroClienteConcorrenteComponente")->SelectedItemData(),
-        7);
+    combo = Achar<forms::ComboList>(Lista, "cboNumeroClienteConcorrenteComponente");
+    QCOMPARE(combo->SelectedItemData(), 7);
     QVERIFY(!Visivel(Resultado));
     Clicar(Lista, "imgResultadoPesquisaFundo");
     QVERIFY(Visivel(Resultado));

@@ -167,10 +167,9 @@ TEST(TestPesquisa, anEmptyGridSaysWhy) {
 }
 
 TEST(TestPesquisa, aDoubleClickOnAnEmptyGridIsAnswered) {
-    for (const auto& [botao, nome] :
-         {std::pair("imgPesquisa1", "grdPesquisa1"), std::pair("imgPesquisa2", "grdPesquisa2")}) {
-        Clicar(Busca, botao);
-        DuploCliqueEm(Busca, nome, {30, 50});
+    for (const QChar i : {u'1', u'2'}) {
+        Clicar(Busca, u"imgPesquisa"_s + i);
+        DuploCliqueEm(Busca, u"grdPesquisa"_s + i, {30, 50});
     }
     QCOMPARE(janela_->Caixas(), List("16 Nenhum item selecionado.", "16 Nenhum item selecionado."));
 }

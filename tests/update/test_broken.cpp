@@ -197,7 +197,7 @@ TEST(TestBroken, KilledAtAnyMoment) {
             process.waitForFinished(Patience);
 
             const int fresh = NewFiles(data);
-            const QByteArray where =
+            const auto where =
                 u"seed %1, round %2, phase %3"_s.arg(seed).arg(round).arg(phase).toUtf8();
             QVERIFY2(phase == Placing && DiesByItself ? fresh == piece : fresh >= 0,
                      where.constData());
