@@ -138,7 +138,7 @@ TEST(TestPublicar, PublishesOnlyWhatIsSound) {
     Write(In("nova/a.sdb"), "E:UPDATE PECA SET DescricaoPeca = 'Nova' WHERE CodigoPeca = 1");
     order_.programs = List("fotopeca\\N.png");
     order_.keep = In("dados2");
-    QVERIFY2(Publishes(2), qPrintable(said_));
+    QVERIFY2(Publishes(2) && said_.isEmpty(), qPrintable(said_));
     QCOMPARE(sys::ReadText(In("site/ListVersao2.txt")),
              u"EXE;FotoPeca\\n.png;6;%1\r\nSDB;a.sdb;61;%2\r\n"_s.arg(
                  HashOf(In("site/FotoPeca/n.png")), HashOf(In("site/a.sdb"))));

@@ -128,6 +128,9 @@ TEST(TestPassword, NotInMemoryAfterUse) {
                   List("--play", "secrets", catalogue.Pasta()));
     QVERIFY(program.waitForReadyRead(60000));
     QCOMPARE(program.readAll(), "same");
+    if (!QFile(u"/proc/%1/mem"_s.arg(program.processId())).open(QIODevice::ReadOnly)) {
+        QSKIP("this system keeps a program's memory from the one that started it");
+    }
     QVERIFY(MemoryHolds(program.processId(), LongText(2)));
     for (const QString& secret : {LongText(1), SenhaBancoDados(), FraseCifra()}) {
         QVERIFY(!MemoryHolds(program.processId(), secret));
