@@ -115,7 +115,7 @@ TEST(TestForm, Activation) {
               List("b load", "b activate", "a activate", "b activate")},
              {"shown again while in front", "a show", List()},
              {"visible already", "b show, a reveal", List("b load", "b activate")},
-             {"shown behind another", "b show, a settle, a show",
+             {"shown behind another", "b show, b front, a show",
               List("b load", "b activate", "a activate")},
              {"minimised and back", "a minimise, a settle, a restore, a front", List()},
              {"another window that is no screen", "a window, a settle, a front", List()},
