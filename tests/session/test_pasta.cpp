@@ -74,10 +74,12 @@ TEST(TestPasta, locksThatHoldNobody) {
     QCOMPARE(FaltaDeTravas(gCaminho, {u"nfs4"_s, {u"rw"_s, u"nolock"_s}}),
              u"A pasta de dados está montada (nfs4) com a opção \"nolock\": as travas de arquivo "
              "não chegam aos outros computadores."_s);
-    const FrailFolder frail({"ignore-locks"});
-    Write(frail.Behind() + u"/Tarvo.mdb"_s);
-    QCOMPARE(
-        FaltaDeTravas(frail.Seen() + u'\\'),
-        u"O sistema de arquivos da pasta de dados (fuse.tarvo_frailfs) concede a mesma trava duas "
-        "vezes."_s);
+    for (const auto& [option, words] :
+         {std::pair(List("ignore-locks"), u"concede a mesma trava duas vezes."_s),
+          {List("no-locks"), u"não concede travas; em NFS, falta o serviço de travas."_s}}) {
+        const FrailFolder frail(option);
+        Write(frail.Behind() + u"/Tarvo.mdb"_s);
+        QCOMPARE(FaltaDeTravas(frail.Seen() + u'\\'),
+                 u"O sistema de arquivos da pasta de dados (fuse.tarvo_frailfs) "_s + words);
+    }
 }

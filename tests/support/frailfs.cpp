@@ -1,11 +1,12 @@
 // A file system that shows a folder at another place and is as bad as it is told to be.
 //
-//   frailfs <folder> <mount point> [ignore-locks | handle-locks]
+//   frailfs <folder> <mount point> [ignore-locks | no-locks | handle-locks]
 //
-// With ignore-locks every lock is granted to everybody; with handle-locks a lock belongs to the
-// open file, as on SMB: it keeps out all others of the same process, is let go by none of them, and
-// a shared one keeps its own owner from an exclusive one. A file "lento" in the folder makes each
-// read take as many milliseconds as it says; a file "morto" makes each fail, after that time.
+// With ignore-locks every lock is granted to everybody, with no-locks none at all, as where a
+// server's service of locks is missing; with handle-locks a lock belongs to the open file, as on
+// SMB: it keeps out all others of the same process, is let go by none of them, and a shared one
+// keeps its own owner from an exclusive one. A file "lento" in the folder makes each read take as
+// many milliseconds as it says; a file "morto" makes each fail, after that time.
 
 #define FUSE_USE_VERSION 31
 #include <algorithm>
@@ -152,6 +153,8 @@ fuse_operations Operations(const std::string& option) {
     };
     if (option == "ignore-locks") {
         all.lock = [](const char*, fuse_file_info*, int, struct flock*) { return 0; };
+    } else if (option == "no-locks") {
+        all.lock = [](const char*, fuse_file_info*, int, struct flock*) { return -ENOLCK; };
     } else if (option == "handle-locks") {
         all.lock = LockByHandle;
     }
@@ -162,7 +165,8 @@ fuse_operations Operations(const std::string& option) {
 
 int main(int count, char** arguments) {
     if (count < 3) {
-        std::fputs("frailfs <folder> <mount point> [ignore-locks | handle-locks]\n", stderr);
+        std::fputs("frailfs <folder> <mount point> [ignore-locks | no-locks | handle-locks]\n",
+                   stderr);
         return 2;
     }
     folder = arguments[1];
