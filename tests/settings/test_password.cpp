@@ -34,7 +34,7 @@ QStringList FilesWith(const QString& text, QDirIterator files) {
 
 // The tests themselves are made of the same libraries.
 QStringList ProgramsWith(const QString& text) {
-    return FilesWith(text, {QCoreApplication::applicationDirPath(),
+    return FilesWith(text, {QStringLiteral(TARVO_PROGRAMS),
                             {u"CatalogoTarvo"_s, u"*.exe"_s, u"tarvo-*"_s},
                             QDir::Files});
 }
