@@ -93,7 +93,7 @@ BEHAVIOURS = {
     "endless-head": lambda c, _: for_ever(c, OK, b"X-Mais: e mais\r\n"),
     "endless-line": lambda c, _: for_ever(c, OK + b"X-Mais: ", b"e mais" * 1000),
     "encoded": lambda c, _: answer(c, b"abc", b"200 OK", b"Content-Encoding: gzip"),
-    "identity": lambda c, _: answer(c, b"abc", b"200 OK", b"Content-Encoding: identity"),
+    "identity": lambda c, _: answer(c, b"abc", b"200 OK", b"Content-Encoding:identity"),
     "two-lengths": lambda c, _: answer(c, b"abcdef", b"200 OK", b"Content-Length: 3"),
     "same-length": lambda c, _: answer(c, b"abc", b"200 OK", b"Content-Length: 3"),
     "list-of-lengths": lambda c, _: c.sendall(OK + b"Content-Length: 3, 6\r\n\r\nabcdef"),
