@@ -117,7 +117,7 @@ TEST(TestInstalacao, MarksAndBars) {
     QCOMPARE(frmAtualizando::LarguraDaBarra(0, 0), 216);
     QCOMPARE(frmAtualizando::LarguraDaBarra(2, 7), 62);
     QCOMPARE(frmAtualizando::LarguraDaBarra(5'000'000'000, 10), 216);
-    QCOMPARE(frmAtualizando::LarguraDaBarra(1, 100'000), 0);
+    QCOMPARE(frmAtualizando::LarguraDaBarra(1, 100'000) + frmAtualizando::LarguraDaBarra(0, 1), 0);
 
     Apply({"ListVersao2.txt=FOTO;FotoPeca\\a.png;1\nFOTO;late;15\n", "ListVersao3.txt="});
     QStringList seen;
