@@ -225,7 +225,7 @@ TEST(TestBoundGrid, PaintsRows) {
     const QRect cut = Shows(view, theme.text, {0, theme.rowPixels, 160, theme.rowPixels});
     QVERIFY(cut.left() >= 5 && cut.left() < 8 && cut.right() < 155 && cut.right() > 135);
     const QRect code = Shows(view, theme.text, {160, theme.rowPixels, 356, theme.rowPixels});
-    QVERIFY(code.right() < 348 && code.right() > 343);
+    QVERIFY2(code.right() < 350 && code.right() > 343, qPrintable(QString::number(code.right())));
     for (const int x : {80, 500}) {
         QHelpEvent ask(QEvent::ToolTip, {x, 27}, view.mapToGlobal(QPoint(x, 27)));
         QApplication::sendEvent(&view, &ask);
