@@ -103,7 +103,7 @@ TEST(TestImpressao, eventsDuringAJob) {
                 Clicar("imgCancelar");
                 Clicar("imgListaComponentes");
                 form_->close();
-                QCOMPARE(Aberto(), true);
+                QVERIFY(Aberto() && frmImpressao::Imprimindo());
                 QCOMPARE(Marcas(), u"01"_s);
                 folha_.passos += u"eventos"_s;
             });
@@ -113,7 +113,7 @@ TEST(TestImpressao, eventsDuringAJob) {
     Imprimir("FD:0LC:1");
     QVERIFY(folha_.passos.contains(u"eventos"_s));
     QCOMPARE(folha_.passos.count(u"fim"_s), 1);
-    QVERIFY(!Aberto());
+    QVERIFY(!Aberto() && !frmImpressao::Imprimindo());
 }
 
 TEST(TestImpressao, leaving) {
@@ -124,6 +124,7 @@ TEST(TestImpressao, leaving) {
     };
     for (const auto& sair : saidas) {
         Abrir("FD:0LC:1");
+        QVERIFY(!frmImpressao::Imprimindo());
         sair();
         QVERIFY(!Aberto());
         QVERIFY(folha_.passos.isEmpty());

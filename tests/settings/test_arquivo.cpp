@@ -57,6 +57,9 @@ TEST(TestConfiguracao, LeituraERemendo) {
     for (const auto& [antes, lido, depois] : row) {
         if (!antes.isNull()) {
             Write(Configuracao(), antes.toUtf8());
+            QFile arquivo(Configuracao());
+            QVERIFY(arquivo.open(QIODevice::ReadWrite) &&
+                    arquivo.setFileTime(QDateTime({2001, 1, 1}, {}), QFile::FileModificationTime));
         }
         QString usuario = u"x"_s;
         QString senha = u"y"_s;
@@ -67,6 +70,8 @@ TEST(TestConfiguracao, LeituraERemendo) {
         QCOMPARE(VerificacaoAutomatica, contrario);
         QCOMPARE(Lido(), lido);
         QCOMPARE(Guardado(), depois);
+        // What is in order is not written again.
+        QCOMPARE(QFileInfo(Configuracao()).lastModified().date().year() == 2001, antes == depois);
     }
 }
 

@@ -73,7 +73,7 @@ TEST(TestCsv, Cells) {
              {"sum that looks like a number", "-1+2", "'-1+2"},
              {"plus", "+a", "'+a"},
              {"tab in front", "\t=1", "'\t=1"},
-             {"negative number", "-12,5", "-12,5"},
+             {"negative number", "-10,5", "-10,5"},
              {"two commas", "-1,2,3", "'-1,2,3"},
              {"sign alone", "-", "'-"},
              {"apostrophe", "'x", "''x"},
