@@ -215,7 +215,7 @@ TEST(TestChanges, RepeatedChangesAreAsSingleOnes) {
     QCOMPARE(rows, plainRows);
 }
 
-// Nothing of such a statement stays, and the next one runs.
+// Nothing of such a statement stays, no lock either, and the next one runs.
 TEST(TestChanges, StatementsDoNotFillTheMemory) {
     const QString pairs = u" FROM PECA AS a, PECA AS b"_s;
     const QString named = u"a.Numero & b.Numero"_s;
@@ -247,7 +247,7 @@ TEST(TestChanges, StatementsDoNotFillTheMemory) {
                      }
                  }),
                  error);
-        session_.Execute("UPDATE PECA SET Numero = Numero & 'x' WHERE CodigoPeca = 1");
+        file_->Open().Execute("UPDATE PECA SET Numero = Numero & 'x' WHERE CodigoPeca = 1");
         QCOMPARE(session_.Value("SELECT Count(*) FROM ESCOLHA"), u"1"_s);
         QCOMPARE(session_.database->GetConnection()->Value("PRAGMA integrity_check").toString(),
                  u"ok"_s);
