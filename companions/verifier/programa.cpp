@@ -29,9 +29,8 @@ const QString Programa = u"VerifAtualizCatalogoTarvo.exe"_s;
 const QString Uso =
     u"Uso: VerifAtualizCatalogoTarvo.exe [--limit SEGUNDOS] 0|ARQUIVO\n"
     u"     VerifAtualizCatalogoTarvo.exe [--limit SEGUNDOS] 1|ARQUIVO\n"
-    u"Pergunta ao servidor de atualizações qual é a versão mais nova do catálogo e grava a "
-    u"resposta "
-    u"em ARQUIVO.\n"
+    u"Pergunta ao servidor de atualizações qual é a versão mais nova do catálogo\n"
+    u"e grava a resposta em ARQUIVO.\n"
     u"\n"
     u"  0                 a pedido do usuário: um proxy pode fazê-lo perguntar usuário e senha\n"
     u"  1                 automática: não mostra nenhuma janela\n"
@@ -50,8 +49,8 @@ struct Ordem {
 
 std::optional<Ordem> LerOrdem(QStringList argumentos) {
     std::chrono::seconds limite = 0s;
-    if (argumentos.size() > 2 && argumentos.first() == "--limit"_L1) {
-        limite = std::chrono::seconds(argumentos.at(1).toInt());
+    if (argumentos.value(0) == "--limit"_L1) {
+        limite = std::chrono::seconds(argumentos.value(1).toInt());
         argumentos = argumentos.mid(2);
         if (limite <= 0s) {
             return std::nullopt;

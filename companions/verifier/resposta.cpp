@@ -24,35 +24,27 @@ constexpr qint64 MaiorResposta = 4096;
 QString baixado;  // the file that the request under way writes to
 
 struct Registro {
-    qint16 versao = 0;
+    qint16 versao;
     QString endereco;
 };
 
 Registro LerRegistro() {
-    AbrirBancoDados(gWS, u"gWS"_s, gDB, false);
-    Registro registro;
-    {
-        const auto linha = gDB->OpenRecordset(u"SELECT Versao, UrlAtualizacao FROM UMREGISTRO"_s,
-                                              dao::dbOpenForwardOnly);
-        if (linha->Eof()) {
-            throw Erro(RegistroPerdido,
-                       u"O catálogo está sem o registro da versão: uma atualização foi "
-                       "interrompida. É preciso instalar uma nova cópia do catálogo."_s);
-        }
-        registro.versao = convert::ToInt16(linha->Fields(u"Versao"_s).Value());
-        registro.endereco = convert::ToTextOrEmpty(linha->Fields(u"UrlAtualizacao"_s).Value());
+    const auto linha = gDB->OpenRecordset(u"SELECT Versao, UrlAtualizacao FROM UMREGISTRO"_s,
+                                          dao::dbOpenForwardOnly);
+    if (linha->Eof()) {
+        throw Erro(RegistroPerdido,
+                   u"O catálogo está sem o registro da versão: uma atualização foi "
+                   "interrompida. É preciso instalar uma nova cópia do catálogo."_s);
     }
-    FecharBancoDados(gWS, gDB);  // nobody has to wait for the network
-    return registro;
+    return {convert::ToInt16(linha->Fields(0).Value()),
+            convert::ToTextOrEmpty(linha->Fields(1).Value())};
 }
 
-// Settings that cannot be read mean a proxy that is asked without a name.
 void LerAcesso(QString& usuario, QString& senha) {
     try {
         LerConfiguracao(u"USUARIO_SENHA"_s, usuario, senha);
     } catch (const Erro&) {
-        usuario.clear();
-        senha.clear();
+        // A proxy is asked without a name then.
     }
 }
 
@@ -83,30 +75,31 @@ VersaoAssinada BuscarAssinada(const EnderecoServidor& endereco, const ChavesDaAt
 
 qint16 LerVersao(const QString& texto, const QString& servidor) {
     bool numero = false;
-    const int versao = texto.trimmed().toInt(&numero);
-    if (!numero || versao < 0 || !std::in_range<qint16>(versao)) {
+    const qint16 versao = texto.trimmed().toShort(&numero);
+    if (!numero || versao < 0) {
         throw Erro(
             Erro::TypeMismatch,
             u"O servidor de atualizações \"%1\" não informou uma versão, e sim \"%2\"."_s.arg(
                 servidor, texto.simplified().left(40)));
     }
-    return qint16(versao);
+    return versao;
 }
 
 QString LugarDaResposta(const QString& arquivo) {
     const qsizetype nome = qMax(arquivo.lastIndexOf(u'\\'), arquivo.lastIndexOf(u'/')) + 1;
-    const bool inteiro = nome > 0 && DiretorioExiste(arquivo.left(nome));
-    return inteiro ? arquivo : gCaminho + arquivo.mid(nome);
+    return DiretorioExiste(arquivo.left(nome)) ? arquivo : gCaminho + arquivo.mid(nome);
 }
 
 }  // namespace
 
 std::optional<Pedido> LerPedido(const QStringList& argumentos) {
     const QString texto = argumentos.join(u' ');
-    if (texto.size() < 3 || texto.at(1) != u'|' || (texto.at(0) != u'0' && texto.at(0) != u'1')) {
+    const bool automatica = texto.startsWith("1|"_L1);
+    const QString arquivo = texto.mid(2);
+    if ((!automatica && !texto.startsWith("0|"_L1)) || arquivo.isEmpty()) {
         return std::nullopt;
     }
-    return Pedido{texto.at(0) == u'1', texto.mid(2)};
+    return Pedido{automatica, arquivo};
 }
 
 Resposta RespostaDeFalha(const QString& motivo, Desfecho desfecho) {
@@ -115,9 +108,7 @@ Resposta RespostaDeFalha(const QString& motivo, Desfecho desfecho) {
 
 void ExcluirBaixado() {
     try {
-        if (!baixado.isEmpty()) {
-            ExcluirArquivo(baixado);
-        }
+        ExcluirArquivo(baixado);
     } catch (const Erro&) {
         // It lies in the way of nobody.
     }
@@ -127,7 +118,9 @@ Resposta Verificar(bool podePerguntar) {
     QString servidor;
     Resposta resposta;
     try {
+        AbrirBancoDados(gWS, u"gWS"_s, gDB, false);
         const Registro registro = LerRegistro();
+        FecharBancoDados(gWS, gDB);  // nobody has to wait for the network
         if (registro.endereco.trimmed().isEmpty()) {
             throw Erro(Erro::InvalidArgument,
                        u"O catálogo não tem o endereço do servidor de atualizações."_s);
@@ -154,7 +147,6 @@ Resposta Verificar(bool podePerguntar) {
     } catch (const Erro& erro) {
         resposta = RespostaDeFalha(FalhaEmPalavras(erro, servidor), DesfechoDaFalha(erro));
     }
-    HttpDesconectar();
     ExcluirBaixado();
     return resposta;
 }

@@ -1,3 +1,4 @@
+#include "look/paleta.h"
 #include "platform/system/proof.h"
 #include "programas.h"
 #include "settings/arquivo.h"
@@ -7,6 +8,8 @@
 #include "update/prova.h"
 #include "verifier/programa.h"
 
+#include <QWindow>
+
 #include <thread>
 
 namespace {
@@ -14,14 +17,23 @@ namespace {
 constexpr char Name[] = "VerifAtualizCatalogoTarvo.exe";
 
 // The whole program; who sits in front of it knows the proxy's password, once he sees the question.
+// It lies behind another window until the catalogue, which is told by what is typed, calls it.
 int Verifier(int argc, char** argv) {
     SetPedidoDeAcesso([](AcessoAoProxy& access) {
         QWidget question;
         question.showMinimized();
-        const bool seen = QTest::qWaitFor([&] { return !question.isMinimized(); }, 30000);
-        access.usuario = seen ? u"maria"_s : QString();
+        QWindow other;
+        other.show();
+        other.requestActivate();
+        QTest::qWait(450);
+        const bool hidden = question.isMinimized() && !question.isActiveWindow();
+        Conversa::Atender()->GuardarAcesso(u"?"_s, {});
+        const bool seen = QTest::qWaitFor(
+            [&] { return !question.isMinimized() && question.isActiveWindow(); }, 30000);
+        const bool themed = question.palette().color(QPalette::Window) == Paleta::Atual().papel;
+        access.usuario = u"maria"_s;
         access.senha = u"s3nha"_s;
-        return true;
+        return hidden && seen && themed;
     });
     return ExecutarVerificador(argc, argv);
 }
@@ -72,7 +84,7 @@ struct TestVerifier : Fixture {
 
 TEST(TestVerifier, Answers) {
     Cases row(TARVO_CASES "/answers.data");
-    row("far too long", Case{List(u"Versao.txt="_s + QString(5000, u'1'), "> 0*(*;14;*) =1")});
+    row("too long", Case{List(u"Versao.txt="_s + QString(4097, u'1'), "> 0*(*;14;*) =1")});
     for (auto [one] : row) {
         const QString answer = one.Take(u'>').first();
         const ProxySetting proxy(server_.Port());
@@ -100,10 +112,11 @@ TEST(TestVerifier, Answers) {
                             head.toUtf8() + "\r\n" + sys::Sign(message, key).toHex() + "\r\n");
             } else if (words.first() == "asks"_L1) {
                 calls = std::jthread([&catalogue](const std::stop_token& stop) {
-                    while (!stop.stop_requested()) {
-                        catalogue->Chamar();
-                        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+                    QString user, password;
+                    while (!stop.stop_requested() && !catalogue->LerAcesso(user, password)) {
+                        std::this_thread::sleep_for(std::chrono::milliseconds(20));
                     }
+                    catalogue->Chamar();
                 });
             } else {
                 server_.Put(u"catalogo/"_s + change.section(u'=', 0, 0),
@@ -130,6 +143,10 @@ TEST(TestVerifier, NobodyThere) {
     // Half a key file lets nobody in.
     Write(Keys(), "Site: loja");
     says("0O arquivo \"ChavesAtualizacao.txt\"* =1");
+    Executar({"DELETE FROM UMREGISTRO"});
+    says(
+        u"0O catálogo está sem o registro da versão: uma atualização foi interrompida. É preciso "
+        "instalar uma nova cópia do catálogo. =1"_s);
     // Without a catalogue the answer goes where it was asked for all the same.
     const QTemporaryDir empty;
     programs_.Point(empty.path());
@@ -179,6 +196,11 @@ TEST(TestVerifier, BreaksOff) {
         QProcess process;
         process.start(programs_.Path(Name), {u"1|"_s + result_});
         QTRY_VERIFY_WITH_TIMEOUT(!server_.Requests().isEmpty(), 60000);
+        // While it waits for the network, nobody has to wait for it.
+        const QDir opened(u"/proc/%1/fd"_s.arg(process.processId()));
+        for (const QFileInfo& file : opened.entryInfoList(QDir::AllEntries | QDir::System)) {
+            QVERIFY(!file.symLinkTarget().endsWith("Tarvo.mdb"_L1));
+        }
         killed ? process.kill() : catalogue->Desistir();
         QVERIFY(process.waitForFinished(60000));
         QCOMPARE(process.exitCode() == 0, !killed);
