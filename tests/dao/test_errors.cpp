@@ -2,6 +2,11 @@
 #include "platform/dao/statement.h"
 #include "support/database.h"
 
+#include <QScopeGuard>
+
+#include <cerrno>
+#include <sqlite3.h>
+
 using namespace dao;
 
 namespace {
@@ -54,6 +59,12 @@ TEST(TestErrors, TellsWhyAFileDoesNotOpen) {
     row("first page", Flipped(whole_, 1000), right, 3049);
     row("cut in the seal", whole_.first(9), right, 3049);
     row("cut in the first page", whole_.first(700), right, 3049);
+    row("two bytes of the seal", Flipped(Flipped(whole_, 0), 1), right, 3343);
+    // A password is told by the seals of all times.
+    const QByteArray other =
+        QByteArray::fromHex("c354561a0123abcd927c5572f55c62a4") + whole_.mid(16);
+    row("seal of another", other, right, 3049);
+    row("seal of another, wrong password", other, "Segredo", 3031);
     for (const int i : {0, 3, 4, 8, 13, 14, 15}) {
         row("seal byte " + QByteArray::number(i), Flipped(whole_, i), right, 3049);
     }
@@ -70,7 +81,7 @@ TEST(TestErrors, WaitsAsLongAsItIsTold) {
     int asked = 0;
     std::chrono::milliseconds waited{};
     session_.database->SetPatience([&](std::chrono::milliseconds time) {
-        waited = time;
+        waited = std::max(waited, time);
         return ++asked % 3 != 0;
     });
     const auto change = [&](int options) {
@@ -82,7 +93,7 @@ TEST(TestErrors, WaitsAsLongAsItIsTold) {
     // Opened by other means, the file would lose the locks of its open connection.
     QCOMPARE(ErrorOf([&] { Open(file_.Path(), u"x"_s); }), 3031);
     QCOMPARE(change(dbFailOnError), 3260);
-    QVERIFY(asked == 3 && waited > std::chrono::milliseconds(40));
+    QVERIFY(asked == 3 && waited > std::chrono::milliseconds(40) && waited < std::chrono::hours(1));
     QCOMPARE(change(dbFailOnError + dbSeeChanges), 3260);
     QCOMPARE(asked, 3);
     // Who commits waits for the reads of this very connection, which come to their end first.
@@ -99,6 +110,10 @@ TEST(TestErrors, WaitsAsLongAsItIsTold) {
     const auto theirs = another_.database->OpenRecordset(u"SELECT * FROM PECA"_s);
     QCOMPARE(change(dbFailOnError + dbSeeChanges), 0);
     session_.database->SetPatience([&](std::chrono::milliseconds) { return ++asked % 3 != 0; });
+    session_.workspace->BeginTrans();
+    session_.Execute("UPDATE PECA SET Ano = 1952 WHERE Codigo = 1");
+    const auto later = another_.database->OpenRecordset(u"SELECT * FROM PECA"_s);
+    session_.workspace->CommitTrans();
     {
         Statement reading(*another_.database->GetConnection(), "SELECT * FROM PECA");
         reading.Step();
@@ -109,6 +124,9 @@ TEST(TestErrors, WaitsAsLongAsItIsTold) {
     }
     session_.workspace->CommitTrans();
     QCOMPARE(another_.Value("SELECT Count(*) FROM PECA"), u"300"_s);
+    another_.database->Execute(u"DELETE FROM PECA WHERE Codigo = 3"_s, dbSeeChanges);
+    QCOMPARE(another_.database->GetConnection()->Value("PRAGMA busy_timeout").toInt(),
+             int(Connection::Patience.count()));
 }
 
 // Nothing is made, or left behind, by what is refused.
@@ -118,6 +136,7 @@ TEST(TestErrors, RefusesWhatIsNotInOrder) {
     const QString path = folder + "novo.mdb"_L1;
     const auto readOnly = file_.Open(true);
     const auto closed = file_.Open();
+    closed.Execute("DELETE FROM PECA WHERE False");
     closed.workspace->Close();
     const auto create = [&](const QString& where, const QString& password, const char* text = "") {
         engine.CreateDatabase(where, u";PWD="_s + password, text);
@@ -129,6 +148,7 @@ TEST(TestErrors, RefusesWhatIsNotInOrder) {
              {"other action", [&] { engine.Idle(dbRefreshCache + 1); }, 5},
              {"path in no folder", [&] { Open(folder + "nada\\Tarvo.mdb"_L1); }, 3044},
              {"no such file", [&] { Open(path); }, 3024},
+             {"gone", [&] { Connection(path, "x", Connection::Mode::ReadWrite); }, 3051},
              {"a folder", [&] { Open(file_.Folder()); }, 3024},
              {"other letters", [&] { Open(folder + "TARVO.MDB"_L1); }, 0},
              {"without a password", [&] { create(path, {}); }, 5},
@@ -146,7 +166,8 @@ TEST(TestErrors, RefusesWhatIsNotInOrder) {
              {"closed: open", [&] { closed.workspace->OpenDatabase(path, {}, {}, {}); }, 3420},
              {"closed: begin", [&] { closed.workspace->BeginTrans(); }, 3420},
              {"closed: close", [&] { closed.workspace->Close(); }, 3420},
-             {"closed: change", [&] { closed.Execute("DELETE FROM PECA"); }, 3420},
+             {"closed: commit", [&] { closed.workspace->CommitTrans(); }, 3034},
+             {"closed: change", [&] { closed.Execute("DELETE FROM PECA WHERE False"); }, 3420},
              {"closed: ask", [&] { closed.Value("SELECT 1 FROM PECA"); }, 3420},
              {"closed: engine", [&] { closed.database->GetConnection()->Run("SELECT 1"); }, 3420},
          }) {
@@ -156,6 +177,7 @@ TEST(TestErrors, RefusesWhatIsNotInOrder) {
     QVERIFY(SaidBy([&] {
                 Open(folder + "nada.mdb"_L1);
             }).contains(QDir::toNativeSeparators(file_.Folder() + "/nada.mdb"_L1)));
+    QVERIFY(sys::ReadBytes(path).first(8) != whole_.first(8));  // each its own salt
     QCOMPARE(engine.SharedConnection(file_.Path()), session_.database->GetConnection());
     QVERIFY(!engine.SharedConnection(path));
 }
@@ -198,6 +220,25 @@ TEST(TestErrors, NeverReadsADamagedPage) {
     QCOMPARE(ErrorOf([&] { Content(*Open(path), rows); }), 3049);
 }
 
+// A share whose server has gone is no damage.
+TEST(TestErrors, TellsARefusedReadFromDamage) {
+    static int reason = 0;
+    const auto refuse = reinterpret_cast<sqlite3_syscall_ptr>(+[] {
+        errno = reason;
+        return -1;
+    });
+    sqlite3_vfs* files = sqlite3_vfs_find(nullptr);
+    for (const auto& [number] : Each<int>{{EIO}, {ENXIO}, {ERANGE}, {EACCES}}) {
+        const auto session = file_.Open();
+        reason = number;
+        const auto whole = qScopeGuard([&] { files->xSetSystemCall(files, nullptr, nullptr); });
+        for (const char* read : {"read", "pread", "pread64"}) {
+            files->xSetSystemCall(files, read, refuse);
+        }
+        QCOMPARE(ErrorOf([&] { session.Value("SELECT Max(Foto) FROM PECA"); }), 3043);
+    }
+}
+
 // Of the dialect, or in the engine's own language below it.
 TEST(TestErrors, NumbersWhatTheEngineRefuses) {
     Each<QString, QString, bool> row;
@@ -233,15 +274,25 @@ TEST(TestErrors, ChangesAllRowsOrNone) {
     session.Execute("UPDATE PECA SET Ano = 1970 WHERE Codigo <= 12");
     QCOMPARE(session.database->RecordsAffected(), 12);
 
+    QCOMPARE(ErrorOf([&] { session.Execute("SELECT CLng(Numero) AS a INTO NOVA FROM PECA"); }), 13);
+    QCOMPARE(ErrorOf([&] { session.Execute("DROP TABLE NOVA"); }), 3078);
+
     session.workspace->BeginTrans();
     session.Execute("UPDATE PECA SET Ano = 1980");
     QCOMPARE(count("Ano = 1980"), 301);
+    const auto rows = session.database->OpenRecordset(u"SELECT Ano FROM PECA"_s);
     session.workspace->Rollback();
+    rows->MoveLast();
+    QCOMPARE(rows->Fields(0).Value().toInt(), 1980);
     QCOMPARE(count("Ano = 1970"), 12);
     QCOMPARE(ErrorOf([&] { session.workspace->CommitTrans(); }), 3034);
+    session.Execute("UPDATE PECA SET Ano = 1960 WHERE Codigo = 1");
+    QCOMPARE(session_.Value("SELECT Count(*) FROM PECA WHERE Ano = 1960"), u"1"_s);
 
     session.workspace->BeginTrans();
-    session.Execute("UPDATE PECA SET Ano = 1990");
+    const auto within =
+        session.workspace->OpenDatabase(file_.Path(), false, false, TestDatabase::Connect());
+    within->Execute(u"UPDATE PECA SET Ano = 1990"_s);
     session.workspace->Close();
     QCOMPARE(ErrorOf([&] { count("Ano = 1990"); }), 3420);
     QCOMPARE(session_.Value("SELECT Count(*) FROM PECA WHERE Ano = 1990"), u"0"_s);

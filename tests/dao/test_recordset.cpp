@@ -81,8 +81,10 @@ TEST(TestRecordset, KeepsValuesAsTheyAre) {
     for (qint64 row = 0; row < 300; ++row) {
         QCOMPARE(lengths->Text(row, 0), QString(row + 1, u'a'));
     }
-    QCOMPARE(ErrorOf([&] { rows->Text(Rows, 0); }), 9);
-    QCOMPARE(ErrorOf([&] { rows->Text(0, 3); }), 9);
+    for (const auto& [row, column] :
+         QList<std::pair<qint64, int>>{{Rows, 0}, {-1, 0}, {0, 3}, {0, -1}}) {
+        QCOMPARE(ErrorOf([&, r = row, c = column] { rows->Text(r, c); }), 9);
+    }
 }
 
 TEST(TestRecordset, NamesFields) {
@@ -95,6 +97,9 @@ TEST(TestRecordset, NamesFields) {
     rows->MoveNext();
     QCOMPARE(code.Value().toLongLong(), 2);
     QCOMPARE(ErrorOf([&] { rows->Fields(u"Nome"_s); }), 3265);
+    QCOMPARE(rows->FieldIndex(u"Nome"_s), -1);
+    rows->Close();
+    QCOMPARE(ErrorOf([&] { code.Value(); }), 3420);
     QCOMPARE(Open(NoItem)->FieldIndex(u"Codigo"_s), 0);
 }
 
@@ -142,18 +147,23 @@ TEST(TestRecordset, TellsTheGridOfRowsAndMoves) {
     const auto rows = Open(AllItems);
     QSignalSpy read(rows.get(), &Recordset::RowsRead);
     QSignalSpy moved(rows.get(), &Recordset::CurrentChanged);
-    qint64 next = 0;
+    rows->ReadUpTo(100);
+    rows->ReadUpTo(200, std::chrono::minutes(1));
+    rows->SetAbsolutePosition(299);
     while (!rows->ReadFor(std::chrono::microseconds(200))) {
     }
     rows->MoveLast();
+    qint64 next = 0;
     for (const QList<QVariant>& call : read) {
         QCOMPARE(call.at(0).toLongLong(), next);
+        QVERIFY(next > 299 || call.at(1).toLongLong() == next + 99);
         next = call.at(1).toLongLong() + 1;
+        QVERIFY(next > call.at(0).toLongLong());
     }
     QCOMPARE(next, Rows);
-    QCOMPARE(moved.count(), 1);
+    QCOMPARE(moved.count(), 2);
     rows->MoveLast();
-    QCOMPARE(moved.count(), 1);
+    QCOMPARE(moved.count(), 2);
 }
 
 TEST(TestRecordset, RefusesWhatCannotBe) {
@@ -164,6 +174,9 @@ TEST(TestRecordset, RefusesWhatCannotBe) {
              {"next", Use([](auto& r) { r.MoveNext(); }), 3021, 0},
              {"last", Use([](auto& r) { r.MoveLast(); }), 3021, 3219},
              {"position", Use([](auto& r) { r.SetAbsolutePosition(0); }), 3021, 3219},
+             {"no position", Use([](auto& r) { r.SetAbsolutePosition(-1); }), 3021, 3219},
+             {"field", Use([](auto& r) { r.Fields(0); }), 0, 0},
+             {"field by name", Use([](auto& r) { r.Fields(u"Codigo"_s); }), 0, 0},
              {"find", Use([](auto& r) { r.FindFirst(u"Codigo = 3"_s); }), 0, 3219},
              {"read up to", Use([](auto& r) { r.ReadUpTo(3); }), 0, 3219},
              {"read in time", Use([](auto& r) { r.ReadUpTo(3, Budget); }), 0, 3219},
@@ -191,9 +204,19 @@ TEST(TestRecordset, OutlivesItsDatabase) {
     auto other = file_.Open();
     const auto rows = other.database->OpenRecordset(AllItems);
     rows->ReadUpTo(10);
-    Statement statement(*other.database->GetConnection(), "SELECT 1");
+    Statement statement(*other.database->GetConnection(), "SELECT * FROM ITEM");
+    statement.Step();
+    Connection& writer = *session_.database->GetConnection();
+    writer.SetBusyTimeout(std::chrono::milliseconds(0));
+    const auto write = [&] {
+        return ErrorOf([&] { writer.Run("DELETE FROM ITEM WHERE Codigo < 9"); });
+    };
+    QCOMPARE(write(), 3260);
     other.database.reset();
+    QCOMPARE(write(), 0);
     QCOMPARE(ErrorOf([&] { statement.Step(); }), 3420);
+    rows->SetAbsolutePosition(9);
+    QCOMPARE(rows->ReadUpTo(10), 10);
     QCOMPARE(rows->Text(9, 1), u"Peça 10"_s);  // a grid may still paint it
     QVERIFY(rows->ReadFor(std::chrono::microseconds(100)));
     QCOMPARE(ErrorOf([&] { rows->MoveLast(); }), 3420);
@@ -224,6 +247,11 @@ TEST(TestRecordset, JoinsStatementsAndDropsFlaggedRows) {
         codes.append(store.Text(row, 0));
     }
     QCOMPARE(codes.join(u' '), u"1 3 7 6"_s);
+    // One that broke off stays so, without a lock.
+    query.statements[2] = "SELECT Codigo, 1 << Codigo, abs(-9223372036854775807 - 1) FROM ITEM";
+    RowReader broken(connection, query, store);
+    QCOMPARE(ErrorOf([&] { broken.Read(99); }) + ErrorOf([&] { broken.Read(1); }), 12);
+    QCOMPARE(ErrorOf([&] { writer.Run("UPDATE ITEM SET Codigo = Codigo WHERE Codigo = 7"); }), 0);
     // A long way without a result must not keep the window from its events.
     query.statements = {"SELECT a.Codigo, 0 FROM ITEM a, ITEM b"};
     RowReader far(connection, query, store);
@@ -250,6 +278,7 @@ TEST(TestRecordset, TheFirstRowMayComeLate) {
         });
         const auto rows = Open(far, dbOpenDynaset);
         session_.database->SetIdle({});
+        QCOMPARE(rows->FieldCount(), 2);
         QSignalSpy changed(rows.get(), &Recordset::CurrentChanged);
         rows->ReadFor(std::chrono::microseconds(1));
         QCOMPARE(rows->RecordCount() + changed.count(), 0);
@@ -265,11 +294,17 @@ TEST(TestRecordset, Computes) {
     ReadRows(
         *session_.database,
         "SELECT 7 \\ 2, 7 Mod 4, 2 ^ 3, 7 / 2, '5' + 2, '5' - 2, '2' * 3, 'a' & 'é', 1 & Null, "
-        "UCase('é'), 'x' & #3/5/2024#, 'a' & 6 / 2, 'Á' Like 'á*', 2.5 Like '2?5', Null Like 'a'",
+        "UCase('é'), 'x' & #3/5/2024#, 'a' & 6 / 2, 'Á' Like 'á*', 2.5 Like '2?5', Null Like 'a', "
+        "6 / 2 & 'a', 'a' Like Null, Sgn(-2), Year(#3/5/2024#), "
+        "IIf(True, Null, #3/5/2024#) & 'x', IIf(True, 'y', #3/5/2024#) & 'x'",
         rows);
+    rows += dao::OpenRecordset(session_.database->GetConnection(), u"SELECT 'É' Like 'e'"_s,
+                               dbOpenSnapshot, Accents::AsTyped)
+                ->Text(0, 0);
     ReadRows(*session_.database,
              "SELECT First(Valor), Last(Valor), First(Nome), Last(Nome), (SELECT First(Nome) FROM "
              "ITEM WHERE Codigo < 0) FROM ITEM WHERE Codigo BETWEEN 2 AND 6",
              rows);
-    QCOMPARE(rows, List("3|3|8|3.5|7|3|6|aé|1|É|x05/03/2024|a3|-1|-1|", "1||Peça 2|Peça 6|"));
+    QCOMPARE(rows, List("3|3|8|3.5|7|3|6|aé|1|É|x05/03/2024|a3|-1|-1||3a||-1|2024|x|yx", "-1",
+                        "1||Peça 2|Peça 6|"));
 }

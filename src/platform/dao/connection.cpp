@@ -7,6 +7,7 @@
 #include "platform/dao/memorylimit.h"
 #include "platform/dao/rowreader.h"
 #include "platform/dao/seal.h"
+#include "platform/dao/sharedlock.h"
 #include "platform/dao/statement.h"
 #include "platform/system/enginelocks.h"
 #include "platform/system/paths.h"
@@ -16,8 +17,10 @@
 #include <QScopeGuard>
 
 #include <array>
+#include <mutex>
 #include <sqlite3.h>
 #include <thread>
+#include <utility>
 
 namespace dao {
 
@@ -28,9 +31,6 @@ constexpr std::chrono::milliseconds WaitSlice{20};
 // Which every reader locks, by the engine's file format.
 constexpr qint64 FirstSharedByte = 0x40000002;
 constexpr qint64 SharedBytes = 510;
-// Levels of the engine's locks in between hold those bytes shared, and others that only one may.
-constexpr int ReservedLevel = 2;
-constexpr int ExclusiveLevel = 4;
 
 // Never destroyed: the session's own connection may be closed later than any static of this file.
 std::vector<Connection*>& Registry() {
@@ -40,9 +40,9 @@ std::vector<Connection*>& Registry() {
 
 // Closing a second handle on a file drops every lock that this process has on it (POSIX), so the
 // file itself is read only while no connection has it open; otherwise the engine is asked.
-QByteArray SealOf(const QString& path, const Connection* except) {
+QByteArray SealOf(const QString& path) {
     for (Connection* other : Connection::All()) {
-        if (other != except && other->Path() == path) {
+        if (other->Path() == path) {
             return QByteArray::fromHex(other->Value("PRAGMA cipher_salt").toByteArray());
         }
     }
@@ -50,26 +50,20 @@ QByteArray SealOf(const QString& path, const Connection* except) {
     return file.open(QIODevice::ReadOnly) ? file.read(seal::Size) : QByteArray();
 }
 
-// The file's handle on Windows, for sys::FindLock; null elsewhere, and where the connection doesn't
-// keep other writers out.
-void* OwnSharedLock(sqlite3* handle) {
-    int level = 0;
-    void* file = nullptr;
-    sqlite3_file_control(handle, "main", SQLITE_FCNTL_LOCKSTATE, &level);
-    if (level >= ReservedLevel && level < ExclusiveLevel) {
-        sqlite3_file_control(handle, "main", SQLITE_FCNTL_WIN32_GET_HANDLE, &file);
-    }
-    return file;
-}
-
 // Once, before the first file is opened.
-bool PrepareEngine() {
+void PrepareEngine() {
     BoundMemory();
     if (const sys::SystemCall lock = sys::EngineLockCall()) {
         sqlite3_vfs* files = sqlite3_vfs_find(nullptr);
         files->xSetSystemCall(files, "fcntl", lock);
     }
-    return true;
+}
+
+void CheckOpened(sqlite3* handle, int code, const QString& path) {
+    if (code == SQLITE_CANTOPEN) {
+        Throw(Failure::CannotOpen, sys::ToShown(path));
+    }
+    Check(handle, code);
 }
 
 }  // namespace
@@ -91,7 +85,8 @@ Connection::~Connection() {
 
 void Connection::Open(const QByteArray& key, Mode mode) {
     static_assert(SQLITE_VERSION_NUMBER >= 3044000, "client data needs 3.44");
-    [[maybe_unused]] static const bool prepared = PrepareEngine();
+    static std::once_flag prepared;
+    std::call_once(prepared, PrepareEngine);
     constexpr std::array Flags = {SQLITE_OPEN_READWRITE, SQLITE_OPEN_READONLY,
                                   SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE};
     sqlite3* raw = nullptr;
@@ -100,11 +95,7 @@ void Connection::Open(const QByteArray& key, Mode mode) {
         sqlite3_open_v2(sys::ToSystem(path_).toUtf8().constData(), &raw,
                         Flags.at(static_cast<std::size_t>(mode)) | SQLITE_OPEN_NOMUTEX, nullptr);
     handle_.reset(raw);
-    if ((opened & 0xFF) == SQLITE_CANTOPEN) {
-        Throw(Failure::CannotOpen, sys::ToShown(path_));
-    }
-    Check(raw, opened);
-    sqlite3_extended_result_codes(raw, 1);
+    CheckOpened(raw, opened, path_);
     sqlite3_set_clientdata(raw, ClientKey, this, nullptr);
     SetBusyTimeout(Patience);
     // A name in double quotes that is no column must not turn into a text.
@@ -122,15 +113,11 @@ void Connection::Open(const QByteArray& key, Mode mode) {
 
     const int read =
         sqlite3_exec(raw, "SELECT count(*) FROM sqlite_schema", nullptr, nullptr, nullptr);
-    if ((read & 0xFF) == SQLITE_NOTADB) {
-        handle_.reset();
+    if (read == SQLITE_NOTADB) {
         const QString file = QFileInfo(path_).canonicalFilePath();
-        Throw(seal::Explain(SealOf(file, this), key), sys::ToShown(path_));
+        Throw(seal::Explain(SealOf(file), key), sys::ToShown(path_));
     }
-    if ((read & 0xFF) == SQLITE_CANTOPEN) {
-        Throw(Failure::CannotOpen, sys::ToShown(path_));
-    }
-    Check(raw, read);
+    CheckOpened(raw, read, path_);
 
     // The cache (KiB) holds the indexes of the largest catalogue: every page that it lacks costs a
     // decipherment. Never a write-ahead log: its shared memory does not work over a network. Links
@@ -141,11 +128,10 @@ void Connection::Open(const QByteArray& key, Mode mode) {
 
 void Connection::Close() {
     std::erase(Registry(), this);
-    for (Statement* statement : statements_) {
+    for (Statement* statement : std::exchange(statements_, {})) {
         sqlite3_finalize(statement->handle_);
         statement->handle_ = nullptr;
     }
-    statements_.clear();
     handle_.reset();
 }
 
@@ -162,11 +148,18 @@ QVariant Connection::Value(const QByteArray& sql) {
 }
 
 qint64 Connection::PagesRead() const {
-    int pages = 0;
+    return Status(SQLITE_DBSTATUS_CACHE_MISS);
+}
+
+qint64 Connection::CacheBytes() const {
+    return Status(SQLITE_DBSTATUS_CACHE_USED);
+}
+
+qint64 Connection::Status(int what) const {
+    int value = 0;
     int highest = 0;
-    Check(handle_.get(),
-          sqlite3_db_status(handle_.get(), SQLITE_DBSTATUS_CACHE_MISS, &pages, &highest, 0));
-    return pages;
+    sqlite3_db_status(Handle(), what, &value, &highest, 0);
+    return value;
 }
 
 qint64 Connection::Changes() const {
@@ -180,8 +173,8 @@ qint64 Connection::AllChanges() const {
 void Connection::SetIdle(std::function<bool()> idle) {
     constexpr int Steps = 5000;  // of the engine's machine: well under a millisecond
     idle_ = std::move(idle);
-    const auto callback = [](void* self) {
-        return static_cast<Connection*>(self)->idle_() ? 0 : 1;
+    const auto callback = [](void* self) -> int {
+        return !static_cast<Connection*>(self)->idle_();
     };
     sqlite3_progress_handler(Handle(), idle_ ? Steps : 0, callback, this);
 }
@@ -190,8 +183,8 @@ void Connection::SetBusyTimeout(std::chrono::milliseconds timeout) {
     if (timeout.count() > 0 && patience_) {
         sqlite3_busy_handler(
             Handle(),
-            [](void* self, int tries) {
-                return static_cast<Connection*>(self)->KeepWaiting(tries) ? 1 : 0;
+            [](void* self, int tries) -> int {
+                return static_cast<Connection*>(self)->KeepWaiting(tries);
             },
             this);
         return;
@@ -227,7 +220,7 @@ void Connection::Commit() {
 }
 
 std::optional<sys::LockHolder> Connection::Reader() const {
-    return sys::FindLock(path_, OwnSharedLock(Handle()), FirstSharedByte, SharedBytes);
+    return sys::FindLock(path_, HandleOfSharedLock(Handle()), FirstSharedByte, SharedBytes);
 }
 
 bool Connection::InTransaction() const {

@@ -47,6 +47,7 @@ public:
     qint64 Changes() const;                 // rows of the last change
     qint64 AllChanges() const;              // rows of all changes since the opening
     qint64 PagesRead() const;               // from the file, since the connection was opened
+    qint64 CacheBytes() const;              // of the memory that its pages take
     void SetBusyTimeout(std::chrono::milliseconds timeout);
     bool InTransaction() const;
     // See Database::SetIdle and Database::SetPatience.
@@ -93,6 +94,7 @@ private:
     };
     void Open(const QByteArray& key, Mode mode);
     bool KeepWaiting(int tries);
+    qint64 Status(int what) const;
 
     QString path_;
     std::unique_ptr<sqlite3, Closer> handle_;

@@ -208,7 +208,7 @@ private:
     QString name_;
     void Drop();
     void End(bool commit);
-    std::vector<std::shared_ptr<Connection>> Open() const;
+    std::vector<std::shared_ptr<Connection>> Connections() const;
     std::vector<std::weak_ptr<Connection>> connections_;
     bool inTransaction_ = false;
     bool closed_ = false;

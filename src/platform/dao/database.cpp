@@ -13,9 +13,9 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 
 #include <algorithm>
-#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -33,28 +33,6 @@ void FinishOtherReads(const Connection& writer) {
     }
 }
 
-// For as long as it lives, a lock of another computer is an error at once.
-class Impatience {
-public:
-    explicit Impatience(Connection& connection, bool wanted)
-        : connection_(connection), wanted_(wanted) {
-        if (wanted_) {
-            connection_.SetBusyTimeout(std::chrono::milliseconds(0));
-        }
-    }
-    ~Impatience() {
-        if (wanted_) {
-            connection_.SetBusyTimeout(Connection::Patience);
-        }
-    }
-    Impatience(const Impatience&) = delete;
-    Impatience& operator=(const Impatience&) = delete;
-
-private:
-    Connection& connection_;
-    bool wanted_;
-};
-
 // The connect text is ";pwd=" and the password, which ends with the text. The caller wipes it.
 QByteArray PasswordOf(const QString& connect) {
     const QLatin1String mark = ";pwd="_L1;
@@ -65,8 +43,7 @@ QByteArray PasswordOf(const QString& connect) {
 // Rows affected: none by a definition, whatever rows it moves.
 qint64 RunAll(Connection& connection, const sql::Shape& shape,
               const sql::Translation& translation) {
-    const bool single = translation.statements.size() == 1;
-    if (single && translation.kind == sql::Translation::Kind::Change) {
+    if (translation.kind == sql::Translation::Kind::Change && translation.statements.size() == 1) {
         const auto change = std::make_shared<PreparedChange>(connection, shape, translation);
         const qint64 changes = change->Run(shape);
         if (std::none_of(translation.tables.begin(), translation.tables.end(), IsCompanionTable)) {
@@ -75,44 +52,14 @@ qint64 RunAll(Connection& connection, const sql::Shape& shape,
         return changes;
     }
     qint64 changes = 0;
-    std::optional<Savepoint> savepoint;
-    if (!single) {
-        savepoint.emplace(connection);  // one statement is all or nothing by itself
-    }
+    Savepoint savepoint(connection);
     for (const QByteArray& sql : translation.statements) {
         Statement statement(connection, sql);
-        const qint64 before = connection.AllChanges();
-        while (statement.Step()) {
-        }
-        changes += connection.AllChanges() == before ? 0 : connection.Changes();
+        changes += RowsChangedBy(connection, statement);
     }
-    if (savepoint) {
-        savepoint->Release();
-    }
+    savepoint.Release();
     return translation.kind == sql::Translation::Kind::Definition ? 0 : changes;
 }
-
-// What connections remember of the tables is void from before a definition until behind it.
-class TablesForgotten {
-public:
-    TablesForgotten(const Connection& connection, bool wanted)
-        : connection_(connection), wanted_(wanted) {
-        Forget();
-    }
-    ~TablesForgotten() { Forget(); }
-    TablesForgotten(const TablesForgotten&) = delete;
-    TablesForgotten& operator=(const TablesForgotten&) = delete;
-
-private:
-    void Forget() const {
-        if (wanted_) {
-            ForgetTables(connection_);
-        }
-    }
-
-    const Connection& connection_;
-    bool wanted_;
-};
 
 }  // namespace
 
@@ -153,13 +100,23 @@ void Database::Execute(const QString& sql, int options) {
     };
     FinishOtherReads(*connection_);
     const bool defines = translation.kind == Kind::Definition || !translation.defined.isEmpty();
-    const TablesForgotten forgotten(*connection_, defines);
     if (defines) {
         connection_->FinishReads();  // the engine changes no table that a statement is reading
     } else {
         connection_->FinishUnsettledReads();
     }
-    const Impatience impatience(*connection_, (options & dbSeeChanges) != 0);
+    const bool atOnce = (options & dbSeeChanges) != 0;
+    if (atOnce) {
+        connection_->SetBusyTimeout(std::chrono::milliseconds::zero());
+    }
+    const auto finish = qScopeGuard([&] {
+        if (atOnce) {
+            connection_->SetBusyTimeout(Connection::Patience);
+        }
+        if (defines) {
+            ForgetTables(*connection_);
+        }
+    });
     connection_->BeginIfWanted();
     const bool within = connection_->InTransaction();
     try {
@@ -221,9 +178,7 @@ std::optional<sys::LockHolder> Database::Reader() const {
 }
 
 void Database::Close() {
-    if (connection_ != nullptr) {
-        connection_->Close();
-    }
+    connection_->Close();
 }
 
 Workspace::Workspace(QString name) : name_(std::move(name)) {}
@@ -267,7 +222,7 @@ void Workspace::BeginTrans() {
         Throw(Failure::InvalidOperation);
     }
     inTransaction_ = true;
-    for (const auto& connection : Open()) {
+    for (const auto& connection : Connections()) {
         connection->WantTransaction(true);
     }
 }
@@ -285,7 +240,7 @@ void Workspace::End(bool commit) {
     if (!inTransaction_) {
         Throw(Failure::NoTransaction);
     }
-    for (const auto& connection : Open()) {
+    for (const auto& connection : Connections()) {
         if (connection->InTransaction()) {
             // A commit waits for the readers of other connections, a roll-back breaks its own off.
             FinishOtherReads(*connection);
@@ -311,23 +266,21 @@ void Workspace::Close() {
 
 // Closing a connection rolls its transaction back.
 void Workspace::Drop() {
-    for (const auto& connection : Open()) {
+    for (const auto& connection : Connections()) {
         connection->Close();
     }
-    connections_.clear();
     inTransaction_ = false;
     closed_ = true;
 }
 
-std::vector<std::shared_ptr<Connection>> Workspace::Open() const {
-    std::vector<std::shared_ptr<Connection>> open;
+std::vector<std::shared_ptr<Connection>> Workspace::Connections() const {
+    std::vector<std::shared_ptr<Connection>> alive;
     for (const auto& weak : connections_) {
-        auto connection = weak.lock();
-        if (connection != nullptr && connection->IsOpen()) {
-            open.push_back(std::move(connection));
+        if (auto connection = weak.lock()) {
+            alive.push_back(std::move(connection));
         }
     }
-    return open;
+    return alive;
 }
 
 DBEngine& DBEngine::Instance() {

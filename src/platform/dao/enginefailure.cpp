@@ -3,7 +3,10 @@
 #include "platform/dao/errors.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <sqlite3.h>
+
+using namespace Qt::StringLiterals;
 
 namespace dao {
 
@@ -66,23 +69,17 @@ constexpr MessageEntry Messages[] = {
     {"SQL logic error", "", Failure::Damaged},
 };
 
-// An error of one of the dialect's functions, as functions.cpp sends it through the engine: "erro
-// ", the number, ": " and the description.
-void RaiseOwn(const QByteArray& message) {
-    constexpr QByteArrayView Mark = "erro ";
-    const qsizetype colon = message.indexOf(": ");
-    if (!message.startsWith(Mark) || colon < 0) {
-        return;
-    }
-    bool ok = false;
-    const int number = message.mid(Mark.size(), colon - Mark.size()).toInt(&ok);
-    if (ok) {
-        throw Erro(number, QString::fromUtf8(message.mid(colon + 2)));
-    }
+// What stands behind the first colon of a message, if there is one.
+QString DetailOf(const QByteArray& message) {
+    return QString::fromUtf8(message).section(u": "_s, 1);
 }
 
 [[noreturn]] void RaiseSql(const QByteArray& message) {
-    RaiseOwn(message);
+    // An error of one of the dialect's functions, as functions.cpp sends it through the engine:
+    // "erro ", the number, ": " and the description.
+    if (constexpr QByteArrayView Own = "erro "; message.startsWith(Own)) {
+        throw Erro(std::atoi(message.constData() + Own.size()), DetailOf(message));
+    }
     if (message == "integer overflow") {
         throw Erro(Erro::Overflow);
     }
@@ -110,25 +107,21 @@ bool CouldNotBeRead(sqlite3* handle) {
 }  // namespace
 
 void Raise(sqlite3* handle, int code) {
-    const int extended = handle == nullptr ? code : sqlite3_extended_errcode(handle);
-    const QByteArray message(handle == nullptr ? "" : sqlite3_errmsg(handle));
-    if ((code & 0xFF) == SQLITE_ERROR) {
+    const int extended = sqlite3_extended_errcode(handle);
+    const QByteArray message(sqlite3_errmsg(handle));
+    if (code == SQLITE_ERROR) {
         RaiseSql(message);
     }
-    if ((code & 0xFF) == SQLITE_MISMATCH) {
+    if (code == SQLITE_MISMATCH) {
         throw Erro(Erro::TypeMismatch);
     }
-    if ((code & 0xFF) == SQLITE_CORRUPT && handle != nullptr && CouldNotBeRead(handle)) {
+    if (code == SQLITE_CORRUPT && CouldNotBeRead(handle)) {
         Throw(Failure::InOut);
     }
     for (const CodeEntry& entry : Codes) {
-        if (entry.code != extended && entry.code != (code & 0xFF)) {
-            continue;
+        if (entry.code == extended || entry.code == code) {
+            Throw(entry.failure, code == SQLITE_CONSTRAINT ? DetailOf(message) : QString());
         }
-        const bool constraint = (code & 0xFF) == SQLITE_CONSTRAINT;
-        const qsizetype colon = message.indexOf(": ");
-        Throw(entry.failure,
-              constraint && colon >= 0 ? QString::fromUtf8(message.mid(colon + 2)) : QString());
     }
     throw Erro(Erro::InternalError);
 }

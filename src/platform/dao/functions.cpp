@@ -2,6 +2,7 @@
 
 #include "platform/convert.h"
 #include "platform/dao/connection.h"
+#include "platform/dao/enginefailure.h"
 #include "platform/dao/errors.h"
 #include "platform/sql/collation.h"
 #include "platform/sql/functiontable.h"
@@ -14,6 +15,7 @@
 #include <new>
 #include <sqlite3.h>
 #include <string>
+#include <string_view>
 
 namespace dao {
 
@@ -25,9 +27,13 @@ using sql::Function;
 // little enough that no chain of texts joined to themselves fills the memory.
 constexpr int LongestValue = 6'000'000;
 
-QString TextOf(sqlite3_value* value) {
+std::string_view Utf8Of(sqlite3_value* value) {
     const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
-    return QString::fromUtf8(text, sqlite3_value_bytes(value));
+    return {text, static_cast<std::size_t>(sqlite3_value_bytes(value))};
+}
+
+QString TextOf(sqlite3_value* value) {
+    return QString::fromUtf8(Utf8Of(value));
 }
 
 QVariant VariantOf(sqlite3_value* value) {
@@ -74,11 +80,8 @@ void Guarded(sqlite3_context* context, Work work) {
 
 void CallFunction(sqlite3_context* context, int count, sqlite3_value** values) {
     Guarded(context, [&] {
-        QList<QVariant> arguments;
-        arguments.reserve(count);
-        for (int i = 0; i < count; ++i) {
-            arguments.append(VariantOf(values[i]));
-        }
+        QList<QVariant> arguments(count);
+        std::transform(values, values + count, arguments.begin(), VariantOf);
         const auto* function = static_cast<const Function*>(sqlite3_user_data(context));
         SetResult(context, sql::Evaluate(*function, arguments));
     });
@@ -99,11 +102,8 @@ void CallConcat(sqlite3_context* context, int count, sqlite3_value** values) {
         CallOperation<sql::Concat>(context, count, values);
         return;
     }
-    std::string joined;
-    for (int i = 0; i < 2; ++i) {
-        joined.append(reinterpret_cast<const char*>(sqlite3_value_text(values[i])),
-                      static_cast<std::size_t>(sqlite3_value_bytes(values[i])));
-    }
+    std::string joined(Utf8Of(values[0]));
+    joined += Utf8Of(values[1]);
     sqlite3_result_text64(context, joined.data(), joined.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
 }
 
@@ -152,14 +152,9 @@ void CallLike(sqlite3_context* context, int, sqlite3_value** values) {
             made = std::make_unique<sql::Pattern>(TextOf(values[1]), Accents);
             pattern = made.get();
         }
-        bool matches = false;
-        if (sqlite3_value_type(values[0]) == SQLITE_FLOAT) {
-            matches = pattern->Matches(convert::ToText(VariantOf(values[0])));
-        } else {
-            const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(values[0]));
-            matches = pattern->MatchesUtf8(
-                {text, static_cast<std::size_t>(sqlite3_value_bytes(values[0]))});
-        }
+        const bool matches = sqlite3_value_type(values[0]) == SQLITE_FLOAT
+                                 ? pattern->Matches(convert::ToText(VariantOf(values[0])))
+                                 : pattern->MatchesUtf8(Utf8Of(values[0]));
         sqlite3_result_int(context, matches);
         if (made) {
             // Last, as the engine may delete it at once.
@@ -174,9 +169,13 @@ struct Kept {
     bool any;
 };
 
+Kept* KeptOf(sqlite3_context* context) {
+    return static_cast<Kept*>(sqlite3_aggregate_context(context, sizeof(Kept)));
+}
+
 template <bool First>
 void KeepStep(sqlite3_context* context, int, sqlite3_value** values) {
-    auto* kept = static_cast<Kept*>(sqlite3_aggregate_context(context, sizeof(Kept)));
+    Kept* kept = KeptOf(context);
     if (!kept) {
         sqlite3_result_error_nomem(context);
         return;
@@ -190,7 +189,7 @@ void KeepStep(sqlite3_context* context, int, sqlite3_value** values) {
 }
 
 void KeepFinal(sqlite3_context* context) {
-    auto* kept = static_cast<Kept*>(sqlite3_aggregate_context(context, 0));
+    const Kept* kept = KeptOf(context);
     if (kept && kept->value) {
         sqlite3_result_value(context, kept->value);
         sqlite3_value_free(kept->value);
@@ -205,8 +204,7 @@ void CallPulse(sqlite3_context* context, int, sqlite3_value**) {
     static bool over = false;
     if (over || ++calls % CallsPerLook == 0) {
         const Connection& connection = Connection::Of(sqlite3_context_db_handle(context));
-        over = connection.Deadline() != Connection::Clock::time_point::max() &&
-               Connection::Clock::now() >= connection.Deadline();
+        over = Connection::Clock::now() >= connection.Deadline();
     }
     sqlite3_result_int(context, over);
 }
@@ -214,12 +212,6 @@ void CallPulse(sqlite3_context* context, int, sqlite3_value**) {
 int CompareCallback(void*, int aLength, const void* a, int bLength, const void* b) {
     return sql::collation::CompareUtf8(static_cast<const char*>(a), aLength,
                                        static_cast<const char*>(b), bLength);
-}
-
-void Check(int code) {
-    if (code != SQLITE_OK) {
-        Throw(Failure::InvalidOperation);
-    }
 }
 
 constexpr int Flags = SQLITE_UTF8 | SQLITE_INNOCUOUS;
@@ -230,20 +222,21 @@ void RegisterTable(sqlite3* handle, std::span<const Function> table) {
             continue;
         }
         const std::string name = "dao_" + std::string(function.name);
-        Check(sqlite3_create_function_v2(
-            handle, name.c_str(), -1, Flags | (function.constant ? SQLITE_DETERMINISTIC : 0),
-            const_cast<Function*>(&function), CallFunction, nullptr, nullptr, nullptr));
+        const int flags = function.constant ? Flags | SQLITE_DETERMINISTIC : Flags;
+        Check(handle, sqlite3_create_function_v2(handle, name.c_str(), -1, flags,
+                                                 const_cast<Function*>(&function), CallFunction,
+                                                 nullptr, nullptr, nullptr));
     }
 }
 
 }  // namespace
 
 void RegisterFunctions(sqlite3* handle) {
-    Check(sqlite3_create_collation_v2(handle, sql::collation::Name, SQLITE_UTF8, nullptr,
-                                      CompareCallback, nullptr));
-    RegisterTable(handle, sql::TextFunctions());
-    RegisterTable(handle, sql::NumberFunctions());
-    RegisterTable(handle, sql::DateFunctions());
+    Check(handle, sqlite3_create_collation_v2(handle, sql::collation::Name, SQLITE_UTF8, nullptr,
+                                              CompareCallback, nullptr));
+    for (const auto table : {sql::TextFunctions(), sql::NumberFunctions(), sql::DateFunctions()}) {
+        RegisterTable(handle, table);
+    }
 
     sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, LongestValue);
 
@@ -268,17 +261,18 @@ void RegisterFunctions(sqlite3* handle) {
         {"dao_pow", CallOperation<sql::Power>},
     };
     for (const Plain& operation : Operations) {
-        Check(sqlite3_create_function_v2(handle, operation.name, operation.arguments,
-                                         Flags | SQLITE_DETERMINISTIC, nullptr, operation.call,
-                                         nullptr, nullptr, nullptr));
+        Check(handle, sqlite3_create_function_v2(handle, operation.name, operation.arguments,
+                                                 Flags | SQLITE_DETERMINISTIC, nullptr,
+                                                 operation.call, nullptr, nullptr, nullptr));
     }
     // Not for what lies in the file (views, say): it belongs to one reading.
-    Check(sqlite3_create_function_v2(handle, "dao_pulse", 0, SQLITE_UTF8 | SQLITE_DIRECTONLY,
+    Check(handle,
+          sqlite3_create_function_v2(handle, "dao_pulse", 0, SQLITE_UTF8 | SQLITE_DIRECTONLY,
                                      nullptr, CallPulse, nullptr, nullptr, nullptr));
-    Check(sqlite3_create_function_v2(handle, "dao_first", 1, Flags, nullptr, nullptr,
-                                     KeepStep<true>, KeepFinal, nullptr));
-    Check(sqlite3_create_function_v2(handle, "dao_last", 1, Flags, nullptr, nullptr,
-                                     KeepStep<false>, KeepFinal, nullptr));
+    Check(handle, sqlite3_create_function_v2(handle, "dao_first", 1, Flags, nullptr, nullptr,
+                                             KeepStep<true>, KeepFinal, nullptr));
+    Check(handle, sqlite3_create_function_v2(handle, "dao_last", 1, Flags, nullptr, nullptr,
+                                             KeepStep<false>, KeepFinal, nullptr));
 }
 
 }  // namespace dao

@@ -28,10 +28,7 @@ qint64 Allowed() {
     qint64 cached = 0;
     qint64 largest = 0;
     for (const Connection* connection : Connection::All()) {
-        int bytes = 0;
-        int highest = 0;
-        sqlite3_db_status(connection->Handle(), SQLITE_DBSTATUS_CACHE_USED, &bytes, &highest, 0);
-        cached += bytes;
+        cached += connection->CacheBytes();
         largest = std::max(largest, QFileInfo(connection->Path()).size());
     }
     return ForStatements + cached + largest;
@@ -39,10 +36,11 @@ qint64 Allowed() {
 
 // What is allowed grows with the data, so it is looked up where it seems to be used up.
 bool IsTooMuch(qint64 more) {
-    if (used + more > allowed) {
+    const qint64 wanted = used + more;
+    if (wanted > allowed) {
         allowed = Allowed();
     }
-    return used + more > allowed;
+    return wanted > allowed;
 }
 
 // With what the system's heap adds to a piece: rows that are sorted are small.

@@ -11,17 +11,22 @@ PreparedChange::PreparedChange(Connection& connection, const sql::Shape& shape,
       parameters_(translation.parameters),
       fixed_(shape.Without(parameters_)) {}
 
-// The engine's own count stays that of the last change where a statement makes none.
+qint64 RowsChangedBy(const Connection& connection, Statement& statement) {
+    const qint64 before = connection.AllChanges();
+    while (statement.Step()) {
+    }
+    // The engine's own count stays that of the last change where a statement makes none.
+    return connection.AllChanges() == before ? 0 : connection.Changes();
+}
+
 qint64 PreparedChange::Run(const sql::Shape& shape) {
     int place = 0;
     for (const sql::Parameter& parameter : parameters_) {
         statement_.Bind(++place, shape.ValueOf(parameter));
     }
-    const qint64 before = connection_.AllChanges();
-    while (statement_.Step()) {
-    }
+    const qint64 changes = RowsChangedBy(connection_, statement_);
     statement_.Reset();
-    return connection_.AllChanges() == before ? 0 : connection_.Changes();
+    return changes;
 }
 
 }  // namespace dao

@@ -9,6 +9,9 @@ namespace dao {
 
 class Connection;
 
+// Runs a statement to its end.
+qint64 RowsChangedBy(const Connection& connection, Statement& statement);
+
 // A change whose statement is ready to run again with the values of another text of its shape.
 class PreparedChange {
 public:

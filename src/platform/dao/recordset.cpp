@@ -25,6 +25,8 @@ quint64 NextIdentity() {
 }  // namespace
 
 struct Recordset::Private {
+    using Clock = RowReader::Clock;
+
     Private(std::shared_ptr<Connection> owner, const sql::Translation& query, RecordsetType kind)
         : connection(std::move(owner)), reader(connection, query, store), type(kind) {}
 
@@ -62,21 +64,17 @@ struct Recordset::Private {
         return row - base;
     }
 
-    // A result for a grid comes back before it knows whether it has a row; who asks for the current
-    // one makes it look.
-    void Settle() {
-        if (Rows() == 0 && !closed && !reader.Done()) {
-            reader.Read(1);
-        }
-    }
-
-    // Reads until there are `rows` rows; false when the result has fewer.
-    bool Have(qint64 rows) {
+    // Reads until there are `rows` rows, the result ends, or the time is over; whether there are.
+    bool Have(qint64 rows, Clock::time_point deadline = Clock::time_point::max()) {
         if (Rows() < rows) {
-            reader.Read(rows - Rows());
+            reader.Read(rows - Rows(), deadline);
         }
         return Rows() >= rows;
     }
+
+    // A result for a grid comes back before it knows whether it has a row; who asks for the current
+    // one makes it look.
+    void Settle() { Have(1); }
 };
 
 QVariant Field::Value() const {
@@ -97,10 +95,10 @@ Recordset::Recordset(std::shared_ptr<Connection> connection, const QString& sql,
     }
     d_ = std::make_unique<Private>(std::move(connection), query, type);
     if (type != dbOpenDynaset) {
-        d_->reader.Read(1);
+        d_->Have(1);
         return;
     }
-    d_->reader.Read(1, RowReader::Clock::now() + FirstLook);
+    d_->Have(1, Private::Clock::now() + FirstLook);
     d_->awaitsFirst = d_->Rows() == 0;
 }
 
@@ -229,11 +227,9 @@ int Recordset::FieldIndex(const QString& name) const {
 }
 
 void Recordset::Close() {
-    if (!d_->closed) {
-        d_->reader.Drop();
-        d_->store.Clear();
-        d_->closed = true;
-    }
+    d_->reader.Drop();
+    d_->store.Clear();
+    d_->closed = true;
 }
 
 bool Recordset::IsComplete() const {
@@ -243,9 +239,7 @@ bool Recordset::IsComplete() const {
 
 qint64 Recordset::ReadUpTo(qint64 rows, std::chrono::microseconds budget) {
     d_->Movable();
-    if (d_->Rows() < rows) {
-        d_->reader.Read(rows - d_->Rows(), RowReader::Clock::now() + budget);
-    }
+    d_->Have(rows, Private::Clock::now() + budget);
     Announce();
     return d_->Rows();
 }
@@ -261,7 +255,7 @@ bool Recordset::ReadFor(std::chrono::microseconds budget) {
     d_->Movable();
     // Once the database is closed there is nothing to read on and nobody waits for it.
     if (d_->connection->IsOpen()) {
-        d_->reader.Read(All, RowReader::Clock::now() + budget);
+        d_->Have(All, Private::Clock::now() + budget);
     }
     Announce();
     return IsComplete();

@@ -28,7 +28,6 @@ void RowReader::LetGo() {
     std::erase(connection_->readers_, this);
     anchor_.reset();
     statements_.clear();
-    current_ = 0;
 }
 
 RowReader::Step RowReader::Next() {

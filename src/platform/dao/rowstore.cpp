@@ -11,10 +11,10 @@ namespace dao {
 
 namespace {
 
-// Blocks grow from one to the other, so that a result of one row costs little and a large one few
+// Blocks double from one to the other, so that a result of one row costs little and a large one few
 // allocations.
-constexpr std::size_t FirstBlock = std::size_t{1} << 12;
-constexpr std::size_t LargestBlock = std::size_t{1} << 20;
+constexpr std::size_t FirstBlock = 4096;
+constexpr std::size_t Doublings = 8;
 
 // Each cell is a tag and what belongs to it. Tags from ShortText on hold the length of a text up
 // to LongestShort bytes in themselves.
@@ -38,8 +38,7 @@ struct RowStore::Stored {
 };
 
 void RowStore::AddBlock(std::size_t bytes) {
-    const std::size_t size = std::max(
-        bytes, std::min(FirstBlock << std::min<std::size_t>(blocks_.size(), 8), LargestBlock));
+    const std::size_t size = std::max(bytes, FirstBlock << std::min(blocks_.size(), Doublings));
     share_.Grow(static_cast<qint64>(size));
     blocks_.push_back({std::make_unique_for_overwrite<char[]>(size), size});
     free_ = blocks_.back().bytes.get();
@@ -52,29 +51,21 @@ class RowStore::Writer {
 public:
     explicit Writer(RowStore& store) : store_(store), start_(store.free_), at_(start_) {}
 
-    template <typename Number>
-    void Put(Tag tag, Number number) {
-        Ensure(1 + sizeof number);
-        *at_++ = static_cast<char>(tag);
-        std::memcpy(at_, &number, sizeof number);
-        at_ += sizeof number;
-    }
+    void PutNull() { Put(Null, nullptr, 0); }
 
-    void PutNull() {
-        Ensure(1);
-        *at_++ = static_cast<char>(Null);
+    template <typename Number>
+    void PutNumber(Tag tag, Number number) {
+        Put(tag, &number, sizeof number);
     }
 
     void PutText(QByteArrayView text) {
         const auto length = static_cast<std::size_t>(text.size());
         if (length > LongestShort) {
-            Put(LongText, static_cast<quint32>(length));
-            Ensure(length);
+            PutNumber(LongText, static_cast<quint32>(length));
+            Copy(text.data(), length);
         } else {
-            Ensure(1 + length);
-            *at_++ = static_cast<char>(ShortText + length);
+            Put(ShortText + length, text.data(), length);
         }
-        at_ = std::copy(text.begin(), text.end(), at_);
     }
 
     const char* Finish() {
@@ -83,13 +74,24 @@ public:
     }
 
 private:
+    void Put(std::size_t tag, const void* bytes, std::size_t size) {
+        const auto byte = static_cast<char>(tag);
+        Copy(&byte, sizeof byte);
+        Copy(bytes, size);
+    }
+
+    void Copy(const void* bytes, std::size_t size) {
+        Ensure(size);
+        at_ = std::copy_n(static_cast<const char*>(bytes), size, at_);
+    }
+
     void Ensure(std::size_t bytes) {
         if (static_cast<std::size_t>(store_.end_ - at_) >= bytes) {
             return;
         }
         const char* old = start_;
         const auto written = static_cast<std::size_t>(at_ - start_);
-        store_.AddBlock(2 * written + bytes);
+        store_.AddBlock(written + bytes);
         start_ = store_.free_;
         at_ = std::copy_n(old, written, start_);
     }
@@ -108,10 +110,10 @@ void RowStore::Append(const Statement& row, int columns) {
                 writer.PutNull();
                 break;
             case Cell::Type::Integer:
-                writer.Put(Integer, cell.integer);
+                writer.PutNumber(Integer, cell.integer);
                 break;
             case Cell::Type::Real:
-                writer.Put(Real, cell.real);
+                writer.PutNumber(Real, cell.real);
                 break;
             case Cell::Type::Text:
                 writer.PutText(cell.utf8);
@@ -124,12 +126,13 @@ void RowStore::Append(const Statement& row, int columns) {
 
 void RowStore::Clear() {
     rows_.clear();
-    // One block stays, so that a result of which one row is kept at a time allocates once.
-    if (blocks_.size() > 1) {
-        blocks_.erase(blocks_.begin(), blocks_.end() - 1);
+    if (blocks_.empty()) {
+        return;
     }
-    free_ = blocks_.empty() ? nullptr : blocks_.front().bytes.get();
-    share_.Reset(blocks_.empty() ? 0 : static_cast<qint64>(blocks_.front().size));
+    // One block stays, so that a result of which one row is kept at a time allocates once.
+    blocks_.erase(blocks_.begin(), blocks_.end() - 1);
+    free_ = blocks_.front().bytes.get();
+    share_.Reset(static_cast<qint64>(blocks_.front().size));
 }
 
 RowStore::Stored RowStore::Decode(const char* at) {

@@ -8,13 +8,13 @@
 #include "platform/sql/plan.h"
 #include "platform/sql/token.h"
 
+#include <QCache>
 #include <QHash>
 
 #include <algorithm>
 #include <chrono>
 #include <memory>
 #include <string>
-#include <unordered_map>
 
 using namespace Qt::StringLiterals;
 
@@ -32,7 +32,8 @@ struct TableCache {
     Clock::time_point until;
     qint64 version = -1;
     QHash<QString, sql::TableInfo> tables;
-    std::unordered_map<std::string, std::shared_ptr<PreparedChange>> changes;  // by shape
+    // By shape. No script goes to and fro between more.
+    QCache<std::string, std::shared_ptr<PreparedChange>> changes{32};
 };
 
 namespace {
@@ -82,20 +83,19 @@ std::optional<sql::TableInfo> ReadTable(Connection& connection, const QByteArray
                               columns.Int64(2) != 0, static_cast<int>(columns.Int64(3))});
     }
 
-    Statement indexes(connection,
-                      "SELECT l.name, l.\"unique\", l.partial, s.sql FROM pragma_index_list(?1, '" +
-                          schema + "') AS l JOIN " + schema +
-                          ".sqlite_schema AS s ON s.type = 'index' AND s.name = l.name"
-                          " ORDER BY l.name");
+    Statement indexes(connection, "SELECT l.name, l.partial, s.sql FROM pragma_index_list(?1, '" +
+                                      schema + "') AS l JOIN " + schema +
+                                      ".sqlite_schema AS s ON s.type = 'index' AND s.name = l.name"
+                                      " ORDER BY l.name");
     indexes.Bind(1, table.name);
     while (indexes.Step()) {
         const QString index = indexes.Column(0).toString();
         table.indexes.append(
-            {index, indexes.Int64(1) != 0, indexes.Int64(2) != 0,
+            {index, indexes.Int64(1) != 0,
              ListOf(connection,
                     "SELECT name FROM pragma_index_info(?1, '" + schema + "') ORDER BY seqno",
                     index),
-             indexes.Column(3).toString()});
+             indexes.Column(2).toString()});
     }
     table.triggers = ListOf(connection,
                             "SELECT sql FROM " + schema +
@@ -163,23 +163,16 @@ void ForgetTables(const Connection& connection) {
 }
 
 std::shared_ptr<PreparedChange> FindChange(Connection& connection, const sql::Shape& shape) {
-    const auto& changes = Known(connection).changes;
-    const auto found = changes.find(shape.Key());
-    return found != changes.end() && found->second->Fits(shape) ? found->second : nullptr;
+    const auto* known = Known(connection).changes.object(shape.Key());
+    return known && (*known)->Fits(shape) ? *known : nullptr;
 }
 
 void KeepChange(Connection& connection, const sql::Shape& shape,
                 const std::shared_ptr<PreparedChange>& change) {
-    constexpr std::size_t Most = 32;  // no script goes to and fro between more
     constexpr std::size_t LongestShape = 10'000;
-    if (shape.Key().size() > LongestShape) {
-        return;
+    if (shape.Key().size() < LongestShape) {
+        Known(connection).changes.insert(shape.Key(), new std::shared_ptr(change));
     }
-    auto& changes = Known(connection).changes;
-    if (changes.size() >= Most) {
-        changes.clear();
-    }
-    changes.insert_or_assign(shape.Key(), change);
 }
 
 sql::Schema SchemaOf(Connection& connection) {

@@ -4,6 +4,9 @@
 #include <QRandomGenerator>
 #include <QtEndian>
 
+#include <functional>
+#include <numeric>
+
 namespace dao::seal {
 
 namespace {
@@ -46,17 +49,16 @@ QByteArray Make(const QByteArray& password) {
     return bytes + Crc(bytes);
 }
 
-Failure Explain(const QByteArray& start, const QByteArray& password) {
-    int alike = 0;
-    for (int i = 0; i < MarkSize && i < start.size(); ++i) {
-        alike += start.at(i) == Mark[i] ? 1 : 0;
-    }
+Failure Explain(const QByteArray& bytes, const QByteArray& password) {
+    const QByteArray start = bytes.leftJustified(Size, '\0', true);
+    const int alike = std::inner_product(Mark, Mark + MarkSize, start.begin(), 0, std::plus<>(),
+                                         std::equal_to<>());
     // One changed byte in the mark is damage to a catalogue; more is another kind of file.
     if (alike < MarkSize - 1) {
         return Failure::NotACatalogue;
     }
-    if (start.size() < Size || alike < MarkSize ||
-        start.mid(Size - 2, 2) != Crc(start.first(Size - 2))) {
+    const QByteArray crc = start.sliced(SaltedSize + CheckSize);
+    if (crc != Crc(start.chopped(crc.size()))) {
         return Failure::Damaged;
     }
     const bool right =

@@ -50,20 +50,18 @@ bool Statement::Step() {
 
 void Statement::Reset() {
     sqlite3_reset(Live());  // repeats the error of the last Step, which was thrown there
-    sqlite3_clear_bindings(handle_);
 }
 
 void Statement::Bind(int index, const QVariant& value) {
     sqlite3_stmt* handle = Live();
     int code = SQLITE_OK;
-    if (!value.isValid() || value.isNull()) {
+    if (value.isNull()) {
         code = sqlite3_bind_null(handle, index);
     } else if (value.typeId() == QMetaType::QString || value.typeId() == QMetaType::QByteArray) {
-        const QByteArray utf8 =
-            value.typeId() == QMetaType::QString ? value.toString().toUtf8() : value.toByteArray();
+        const QByteArray utf8 = value.toString().toUtf8();
         code = sqlite3_bind_text(handle, index, utf8.constData(), static_cast<int>(utf8.size()),
                                  SQLITE_TRANSIENT);
-    } else if (value.typeId() == QMetaType::Double || value.typeId() == QMetaType::Float) {
+    } else if (value.typeId() == QMetaType::Double) {
         code = sqlite3_bind_double(handle, index, value.toDouble());
     } else {
         code = sqlite3_bind_int64(handle, index, value.toLongLong());
@@ -100,7 +98,7 @@ Cell Statement::Read(int column) const {
         default: {
             cell.type = Cell::Type::Text;
             const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(handle, column));
-            cell.utf8 = {text, text == nullptr ? 0 : sqlite3_column_bytes(handle, column)};
+            cell.utf8 = {text, sqlite3_column_bytes(handle, column)};
         }
     }
     return cell;

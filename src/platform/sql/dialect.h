@@ -29,7 +29,6 @@ struct ColumnInfo {
 
 struct IndexInfo {
     QString name;
-    bool unique = false;
     bool partial = false;  // of the rows that meet a condition only
     QStringList columns;   // empty text: an expression
     QString definition;    // the CREATE text that the engine keeps; empty: part of the table's
