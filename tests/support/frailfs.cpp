@@ -1,6 +1,6 @@
 // A file system that shows a folder at another place and is as bad as it is told to be.
 //
-//   frailfs <folder> <mount point> [ignore-locks | no-locks | handle-locks]
+//   frailfs <folder> <mount point> [ignore-locks | no-locks | handle-locks | read-only]
 //
 // With ignore-locks every lock is granted to everybody, with no-locks none at all, as where a
 // server's service of locks is missing; with handle-locks a lock belongs to the open file, as on
@@ -165,13 +165,14 @@ fuse_operations Operations(const std::string& option) {
 
 int main(int count, char** arguments) {
     if (count < 3) {
-        std::fputs("frailfs <folder> <mount point> [ignore-locks | no-locks | handle-locks]\n",
-                   stderr);
+        std::fputs("frailfs <folder> <mount point> [option]\n", stderr);
         return 2;
     }
     folder = arguments[1];
-    const fuse_operations operations = Operations(count > 3 ? arguments[3] : "");
+    const std::string option = count > 3 ? arguments[3] : "";
+    const fuse_operations operations = Operations(option);
     char foreground[] = "-f";
-    char* mine[] = {arguments[0], arguments[2], foreground};
-    return fuse_main(3, mine, &operations, nullptr);
+    char readOnly[] = "-oro";
+    char* mine[] = {arguments[0], arguments[2], foreground, readOnly};
+    return fuse_main(option == "read-only" ? 4 : 3, mine, &operations, nullptr);
 }

@@ -73,8 +73,11 @@ TEST(TestVerificar, OneFault) {
               "'b-9' "
               "WHERE NumeroClienteConcorrente = 'B9'",
               List("1 PECA.NumeroTarvoPeca fora*: CodigoPeca 3: \"0K5602\"",
-                   "1 COMPONENTE.NumeroTarvoComponente fora*: CodigoComponente 3: \"1K5600\"",
-                   "1 REFERENCIACRUZADA.NumeroClienteConcorrente fora*: cliente 7, Nº Tarvo A3400: "
+                   "1 COMPONENTE.NumeroTarvoComponente fora da forma gravada (letras maiúsculas e "
+                   "algarismos, sem zero à esquerda nem algarismo antes da primeira letra): "
+                   "CodigoComponente 3: \"1K5600\"",
+                   "1 REFERENCIACRUZADA.NumeroClienteConcorrente fora da forma gravada (letras "
+                   "maiúsculas e algarismos, sem zero à esquerda): cliente 7, Nº Tarvo A3400: "
                    "\"b-9\"")},
              {"descriptions",
               "UPDATE PECA SET DescricaoPeca = 'Mola d''água'; UPDATE VEICULO SET "
@@ -82,11 +85,13 @@ TEST(TestVerificar, OneFault) {
               List("3 PECA.DescricaoPeca que a pesquisa*: CodigoPeca 1: \"Mola d'água\" | "
                    "CodigoPeca "
                    "2: \"Mola d'água\"",
-                   "1 VEICULO.DescricaoVeiculo que a*: CodigoVeiculo 2: \" Cavalo\"")},
+                   "1 VEICULO.DescricaoVeiculo que a pesquisa não acha (vazia, com espaço na "
+                   "frente ou com apóstrofo em lugar de \"´\"): CodigoVeiculo 2: \" Cavalo\"")},
              {"items",
               "INSERT INTO PECA_COMPONENTE VALUES (2, '3', 1, 1), (2, '  12A', 1, 1), "
               "(2, '   a', 1, 1), (2, '  07', 1, 1), (2, '9999z', 1, 1)",
-              List("4 PECA_COMPONENTE.ItemComponente mal*: CodigoPeca 2: \"   a\" | CodigoPeca 2: "
+              List("4 PECA_COMPONENTE.ItemComponente mal alinhado (número em quatro posições à "
+                   "direita, letra minúscula na quinta): CodigoPeca 2: \"   a\" | CodigoPeca 2: "
                    "\"  07\"")},
              {"codes",
               "UPDATE PECA SET CodigoPeca = 1000000 WHERE CodigoPeca = 3; "
@@ -94,7 +99,7 @@ TEST(TestVerificar, OneFault) {
               "INSERT INTO CLIENTECONCORRENTE VALUES (32768, 'Norral', 'I'), (147483648, 'Z', "
               "'C')",
               List("1 PECA.CodigoPeca fora da faixa de 1 a 999999: 1000000",
-                   "1 FIGURADETALHADA.CodigoFiguraDetalhada fora da faixa*: 32768",
+                   "1 FIGURADETALHADA.CodigoFiguraDetalhada fora da faixa de 1 a 32767: 32768",
                    "1 CLIENTECONCORRENTE.CodigoClienteConcorrente fora da faixa de 1 a 147483647: "
                    "147483648",
                    "1 CLIENTECONCORRENTE.CodigoClienteConcorrente fora da faixa de 1 a 32767 dos "
@@ -111,15 +116,19 @@ TEST(TestVerificar, OneFault) {
                   "2 PECA_COMPONENTE.CodigoComponente sem linha em COMPONENTE: CodigoPeca 1, item  "
                   "  1 "
                   "→ 3 | CodigoPeca 2, item    1 → 3",
-                  "1 PECA_COMPONENTE_JOGOREPARO sem a linha do item*: CodigoPeca 1, item    7",
-                  "1 VEICULO.CodigoClienteConcorrente de quem não*: CodigoVeiculo 2 → 9",
-                  "1 REFERENCIACRUZADA.NumeroTarvo que nenhuma*: cliente 7: XYZ")},
+                  "1 PECA_COMPONENTE_JOGOREPARO sem a linha do item em PECA_COMPONENTE: CodigoPeca "
+                  "1, item    7",
+                  "1 VEICULO.CodigoClienteConcorrente de quem não é fabricante (tipo \"I\"): "
+                  "CodigoVeiculo 2 → 9",
+                  "1 REFERENCIACRUZADA.NumeroTarvo que nenhuma peça, componente ou jogo tem: "
+                  "cliente 7: XYZ")},
              {"single rows",
               "DROP INDEX UMREGISTRO_UMA; INSERT INTO UMREGISTRO VALUES ('ontem', NULL, NULL, "
               "0, "
               "'u', 40000, 0); UPDATE main.CODIGOCLIENTECONCORRENTE SET "
               "CodigoClienteConcorrente = 3",
-              List("1 Falta o índice*: UMREGISTRO único (constante)",
+              List("1 Falta o índice (as pesquisas ficam lentas, ou linhas iguais são aceitas): "
+                   "UMREGISTRO único (constante)",
                    "1 UMREGISTRO precisa ter exatamente uma linha: 2 linhas",
                    "1 CODIGOCLIENTECONCORRENTE que não é -5 nem um cliente: 3",
                    "1 UMREGISTRO.DataEmissao não é uma data: \"ontem\"",
@@ -150,12 +159,13 @@ TEST(TestVerificar, OneFault) {
                "CodigoClienteConcorrente 9",
                "1 FOTOPECAPESQUISA.DescricaoFotoPecaPesquisa vazia: CodigoFotoPecaPesquisa 1"}},
              {"figure",
-              "INSERT INTO FIGURADETALHADA VALUES (7, 3, '   2', 200, 10), (7, 4, ' 100', NULL, "
+              "INSERT INTO FIGURADETALHADA VALUES (7, 3, '   2', -17, 10), (7, 5, '   2', 10, -7), "
+              "(7, 4, ' 100', NULL, "
               "10)",
               List("1 FIGURADETALHADA.LLeft ou TTop não é um número: CodigoFigura 7, marca 4",
-                   "1 FIGURADETALHADA: número fora da figura: CodigoFigura 7, marca 3: 200, 10 "
-                   "(figura "
-                   "de 200 por 100)")},
+                   "2 FIGURADETALHADA: número fora da figura: CodigoFigura 7, marca 3: -17, 10 "
+                   "(figura de 200 por 100) | CodigoFigura 7, marca 5: 10, -7 (figura de 200 por "
+                   "100)")},
          }) {
         Estragar(comandos);
         QStringList textos = Achados(Weight::Fault);
@@ -171,8 +181,10 @@ TEST(TestVerificar, Pictures) {
     QVERIFY(QFile::remove(pasta.filePath(u"FotoPeca/molas.png"_s)));
     Write(pasta.filePath(u"Figuras/valvula.png"_s), "no picture");
     QVERIFY(QFile::remove(pasta.filePath(u"Figuras/ck03.bmp"_s)));
+    QVERIFY(QFile::remove(pasta.filePath(u"FotoPeca/PECA1.PNG"_s)));
     QCOMPARE(Achados(Weight::Fault),
-             List("1 FOTOPECAPESQUISA.ArquivoFotoPecaPesquisa: o arquivo não existe: molas.png",
+             List("1 PECA.ArquivoFotoPeca: o arquivo não existe: peca1.png",
+                  "1 FOTOPECAPESQUISA.ArquivoFotoPecaPesquisa: o arquivo não existe: molas.png",
                   "1 FIGURA.ArquivoFigura: o arquivo não é uma imagem: valvula.png"));
     Write(pasta.filePath(u"FotoPeca/012345678901ABCDEF0112-recebido.tmp"_s));
     Write(pasta.filePath(u"meu.tmp"_s));
@@ -192,7 +204,10 @@ TEST(TestVerificar, DamagedPages) {
     QVERIFY(arquivo.open(QIODevice::ReadWrite) && arquivo.seek(arquivo.size() - 2000));
     QVERIFY(arquivo.write("damaged") > 0);
     arquivo.close();
-    QVERIFY(Achados(Weight::Fault).join(u'\n').contains(u"1 Página danificada"_s));
+    const QString damage =
+        u"1 Página danificada no arquivo do catálogo: HMAC verification failed for page *\n"
+        "2 Não foi possível conferir tudo: O catálogo está danificado e não pode ser lido. | *"_s;
+    QCOMPARE(Like(Achados(Weight::Fault).join(u'\n'), damage), damage);
     QVERIFY(arquivo.remove());
     QCOMPARE(ErrorOf([&] { Achados(Weight::Fault); }), int(Erro::FileNotFound));
 }
@@ -204,6 +219,11 @@ TEST(TestVerificar, TheLocksRow) {
         "DROP TABLE companion.CONTROLETRAN; CREATE TABLE companion.CONTROLETRAN (a)");
     QCOMPARE(Achados(Weight::Fault),
              List("1 CONTROLETRAN, em Tarvo.ldb, precisa ter exatamente uma linha: 0 linhas"));
+    FecharBancoDados(gWS, gDB);
+    Write(catalogo_->Pasta() + u"/Tarvo.ldb"_s, QByteArray(5000, 'x'));
+    QCOMPARE(Achados(Weight::Fault),
+             List("1 CONTROLETRAN, em Tarvo.ldb, precisa ter exatamente uma linha: O catálogo está "
+                  "danificado e não pode ser lido."));
 }
 
 TEST(TestVerificar, TheReportCounts) {
@@ -216,9 +236,13 @@ TEST(TestVerificar, TheReportCounts) {
     QCOMPARE(verificar::Report(u"/d"_s, {u"nfs"_s, {u"A"_s}, {u"B"_s}, 12.25, 1234, 1, 5, 0}),
              u"/d (nfs)\n\nERRO   A\nAviso  B\n\nAbrir o catálogo:   12,3 ms, 1.234 páginas lidas\n"
              "Primeira pesquisa:  1,0 ms, 5 páginas lidas\n"_s);
+    QVERIFY(
+        verificar::Report({}, {{}, {}, {}, 0, 0, 0, 0, 0.0494})
+            .contains(u"\nAviso  Gravar com descarga leva só 0,049 ms: o que é dado por gravado "
+                      "pode ainda estar na memória do servidor, e uma queda de energia o "
+                      "perde.\n"_s));
     QCOMPARE(
         verificar::Report(u"/d"_s, {{}, {}, {}, 0, 0, 0, 0, 0.5}),
         u"/d (sistema de arquivos desconhecido)\n\nAs travas de arquivo valem nesta pasta, até "
-        "onde se vê deste computador.\n\nAbrir o catálogo:   0,0 ms, 0 páginas lidas\n"
-        "Primeira pesquisa:  0,0 ms, 0 páginas lidas\nGravar no disco:    0,5 ms\n"_s);
+        "onde se vê deste computador.\nGravar no disco:    0,5 ms\n"_s);
 }

@@ -63,7 +63,7 @@ QList<Finding> Check(const Order& order) {
     bool whole = false;
     run([&] { whole = CheckStructure(*catalogue, order.examples, findings); });
     run([&] { CheckRows(*catalogue, order.examples, whole, findings); });
-    CheckCompanion(*catalogue, order.folder + u"/Tarvo.ldb"_s, findings);
+    CheckCompanion(*catalogue, order.folder + u"/Tarvo.ldb"_s, order.examples, findings);
     run([&] { CheckPictures(*catalogue, order.folder, order.examples, whole, findings); });
     unread.AppendTo(findings);
     return findings;

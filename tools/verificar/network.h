@@ -10,7 +10,7 @@ namespace verificar {
 struct Network {
     QString fileSystem;    // empty where the system does not tell
     QStringList faults;    // why the folder cannot be shared; empty: it can
-    QStringList hints;     // what may be meant so
+    QStringList hints;     // what may be meant so, as far as it is not measured
     double openMs = 0;     // key derivation and first page
     qint64 openPages = 0;  // pages of the catalogue that were read, 4 KB each and each by itself
     double searchMs = 0;   // the first screen of a search by number, with nothing in memory
@@ -27,7 +27,7 @@ Network CheckNetwork(const QString& folder, const QString& program);
 QString Report(const QString& folder, const Network& network);
 
 // The other side of the trial: tries to change the trial file at once, and says on standard output
-// what came of it. The option that asks for it stands in front of the file's path.
+// if it could. The option that asks for it stands in front of the file's path.
 inline const QString OtherSide = QStringLiteral("--outro-lado");
 void PlayOther(const QString& trialFile);
 

@@ -112,13 +112,13 @@ void CheckPictures(dao::Connection& catalogue, const QString& folder, int exampl
 
     Cases pages(Weight::Hint, u"Falta uma página do Conheça a Tarvo (800 por 573)"_s, TourPages);
     for (int page = 1; page <= TourPages; ++page) {
-        const QString name = u"CK%1.bmp"_s.arg(page, 2, 10, QChar(u'0'));
+        const QString name = u"CK0%1.bmp"_s.arg(page);
         if (!figures.Holds(name)) {
             pages.Add(u"Figuras/"_s + name);
         }
     }
     pages.AppendTo(findings);
-    Cases help(Weight::Hint, u"Falta a ajuda"_s, 1);
+    Cases help(Weight::Hint, u"Falta a ajuda"_s, examples);
     const QString helpName = u"Ajuda_Catalogo_TARVO-LINDEN.hlp"_s;
     if (!sys::Exists(folder + u'\\' + helpName)) {
         help.Add(helpName);

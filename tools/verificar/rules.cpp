@@ -304,12 +304,13 @@ void CheckRows(dao::Connection& catalogue, int examples, bool whole, QList<Findi
     }
 }
 
-void CheckCompanion(dao::Connection& catalogue, const QString& companion,
+void CheckCompanion(dao::Connection& catalogue, const QString& companion, int examples,
                     QList<Finding>& findings) {
     if (QFileInfo(companion).size() == 0) {
         return;
     }
-    Cases rows(Weight::Fault, u"CONTROLETRAN, em Tarvo.ldb, precisa ter exatamente uma linha"_s, 1);
+    Cases rows(Weight::Fault, u"CONTROLETRAN, em Tarvo.ldb, precisa ter exatamente uma linha"_s,
+               examples);
     try {
         dao::Statement attach(catalogue, "ATTACH ?1 AS verificado KEY ''");
         attach.Bind(1, companion);

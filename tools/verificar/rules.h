@@ -15,6 +15,7 @@ void CheckRows(dao::Connection& catalogue, int examples, bool whole, QList<Findi
 
 // The lock's row in the companion file (platform's path). The file may be missing: it is made when
 // it is needed.
-void CheckCompanion(dao::Connection& catalogue, const QString& companion, QList<Finding>& findings);
+void CheckCompanion(dao::Connection& catalogue, const QString& companion, int examples,
+                    QList<Finding>& findings);
 
 }  // namespace verificar

@@ -2,6 +2,7 @@
 
 #include "platform/dao/connection.h"
 #include "platform/dao/statement.h"
+#include "session/banco.h"
 #include "session/esquema.h"
 
 #include <QHash>
@@ -56,10 +57,9 @@ const Structure& NewCatalogue() {
     static const Structure structure = [] {
         const QTemporaryDir folder;
         const QString path = folder.filePath(u"novo.mdb"_s);
-        const QString key = u"novo"_s;
-        CriarCatalogo(path, key);
-        const auto made =
-            std::make_shared<dao::Connection>(path, key.toUtf8(), dao::Connection::Mode::ReadOnly);
+        CriarCatalogo(path, SenhaBancoDados());
+        const auto made = std::make_shared<dao::Connection>(path, SenhaBancoDados().toUtf8(),
+                                                            dao::Connection::Mode::ReadOnly);
         Structure read;
         read.tables = Names(*made, TablesSql);
         for (const QString& table : std::as_const(read.tables)) {
