@@ -73,7 +73,7 @@ public:
         if (type != QTextDocument::ImageResource || !inside) {
             return {};
         }
-        return AsSeen(QImage(sys::ToNative(folder_ + u'\\' + QString(file).replace(u'/', u'\\'))),
+        return AsSeen(QImage(sys::ToNative(folder_ + QString(file).replace(u'/', u'\\'))),
                       QFileInfo(file).completeBaseName().endsWith(DenseEnding) ? 2 : 1);
     }
 
@@ -141,7 +141,7 @@ HelpWindow::HelpWindow(const QString& path, const QString& html, const QString& 
     contents_->setFrameShape(QFrame::NoFrame);
     contents_->setRootIsDecorated(false);
     contents_->setIndentation(14);
-    page_ = new Page(path.left(std::max<qsizetype>(path.lastIndexOf(u'\\'), 0)), splitter);
+    page_ = new Page(path.left(path.lastIndexOf(u'\\') + 1), splitter);
     page_->setAccessibleName(u"Página da ajuda"_s);
     page_->document()->setDocumentMargin(16);
     page_->setHtml(html);

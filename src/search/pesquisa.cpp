@@ -73,7 +73,6 @@ void frmPesquisa::Activate() {
 }
 
 void frmPesquisa::Unloading() {
-    mToolTip.reset();
     novidades_.Abandonar();
     if (Tag == Recarregando) {
         return;

@@ -82,23 +82,22 @@ void FecharBancoDados(std::unique_ptr<dao::Workspace>& workspace,
 }
 
 // Stands nowhere as a whole, so that looking through the program's texts does not show it: a table
-// of the codes would. The room is reserved because growing would leave pieces behind.
+// of the codes would. It has its full length at once because growing would leave pieces behind.
 QString SenhaBancoDados() {
-    QString senha;
-    senha.reserve(13);
-    senha += QChar(76);
-    senha += QChar(94);
-    senha += QChar(53);
-    senha += QChar(81);
-    senha += QChar(105);
-    senha += QChar(118);
-    senha += QChar(65);
-    senha += QChar(55);
-    senha += QChar(89);
-    senha += QChar(102);
-    senha += QChar(46);
-    senha += QChar(116);
-    senha += QChar(120);
+    QString senha(13, QChar());
+    senha[0] = QChar(76);
+    senha[1] = QChar(94);
+    senha[2] = QChar(53);
+    senha[3] = QChar(81);
+    senha[4] = QChar(105);
+    senha[5] = QChar(118);
+    senha[6] = QChar(65);
+    senha[7] = QChar(55);
+    senha[8] = QChar(89);
+    senha[9] = QChar(102);
+    senha[10] = QChar(46);
+    senha[11] = QChar(116);
+    senha[12] = QChar(120);
     return senha;
 }
 
