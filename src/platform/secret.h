@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <array>
 #include <cstddef>
 
 // Passwords, keys and clear texts must not lie in memory longer than they are used: what is left
@@ -16,8 +17,13 @@ void Wipe(void* bytes, std::size_t count) noexcept;
 // the last owner wipes it.
 void Wipe(QString& text) noexcept;
 void Wipe(QByteArray& bytes) noexcept;
+template <typename Value, std::size_t Count>
+void Wipe(std::array<Value, Count>& values) noexcept {
+    Wipe(values.data(), sizeof(values));
+}
 
-// Wipes a variable at the end of the block, on every way out.
+// Wipes a variable at the end of the block, on every way out; a member with its object, if it
+// stands behind it.
 template <typename Value>
 class WipeAtEnd {
 public:

@@ -1,13 +1,14 @@
 #include "settings/rijndael.h"
 
 #include "platform/convert.h"
-#include "platform/secret.h"
 
 #include <QtEndian>
 
 #include <algorithm>
 #include <bit>
 #include <cstring>
+
+using secret::WipeAtEnd;
 
 namespace {
 
@@ -31,21 +32,11 @@ constexpr quint32 Word(quint8 row0, quint8 row1, quint8 row2, quint8 row3) {
            static_cast<quint32>(row3) << 24;
 }
 
-template <typename Array>
-void WipeArray(Array& array) {
-    secret::Wipe(array.data(), sizeof(array));
-}
-
 std::span<quint8> BlockAt(QByteArray& bytes, qsizetype at) {
     return {reinterpret_cast<quint8*>(bytes.data()) + at, static_cast<std::size_t>(BlockBytes)};
 }
 
 }  // namespace
-
-CRijndael::~CRijndael() {
-    WipeArray(forwardKey_);
-    WipeArray(inverseKey_);
-}
 
 void CRijndael::gentables() {
     quint8 power = 1;
@@ -74,7 +65,7 @@ void CRijndael::gentables() {
     }
 
     const auto product = [this](quint8 a, quint8 b) {
-        return a == 0 || b == 0 ? quint8(0) : exponent_[(logarithm_[a] + logarithm_[b]) % 255];
+        return a == 0 ? quint8(0) : exponent_[(logarithm_[a] + logarithm_[b]) % 255];
     };
     for (std::size_t i = 0; i < 256; ++i) {
         const quint8 s = forwardSubstitution_[i];
@@ -161,6 +152,8 @@ void CRijndael::Transform(std::span<quint8> buff, const Schedule& schedule, cons
     }
     std::array<quint32, MaxWords> state = {};
     std::array<quint32, MaxWords> next = {};
+    const WipeAtEnd withoutState(state);
+    const WipeAtEnd withoutNext(next);
     const quint32* key = schedule.data();
     for (std::size_t column = 0; column < columns; ++column) {
         state[column] = qFromLittleEndian<quint32>(buff.data() + 4 * column) ^ *key++;
@@ -188,17 +181,15 @@ void CRijndael::Transform(std::span<quint8> buff, const Schedule& schedule, cons
                  substitution[shifted(column, 2)], substitution[shifted(column, 3)]);
         qToLittleEndian(word ^ *key++, buff.data() + 4 * column);
     }
-    WipeArray(state);
-    WipeArray(next);
 }
 
 void CRijndael::SetPassword(const QByteArray& bytPassword) {
     std::array<quint8, 4 * KeyWords> key = {};
+    const WipeAtEnd withoutKey(key);
     const auto used = std::min(static_cast<std::size_t>(bytPassword.size()), key.size());
     std::memcpy(key.data(), bytPassword.constData(), used);
     gentables();
     gkey(BlockWords, KeyWords, key);
-    WipeArray(key);
 }
 
 QByteArray CRijndael::EncryptData(const QByteArray& bytMessage, const QByteArray& bytPassword) {
@@ -224,7 +215,7 @@ QByteArray CRijndael::DecryptData(const QByteArray& bytIn, const QByteArray& byt
     }
     SetPassword(bytPassword);
     QByteArray bytes(bytIn.constData(), bytIn.size());
-    const secret::WipeAtEnd withoutClearText(bytes);
+    const WipeAtEnd withoutClearText(bytes);
     for (qsizetype at = 0; at < bytes.size(); at += BlockBytes) {
         Decrypt(BlockAt(bytes, at));
     }

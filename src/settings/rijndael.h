@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/secret.h"
+
 #include <QByteArray>
 
 #include <array>
@@ -14,7 +16,6 @@
 class CRijndael {
 public:
     CRijndael() = default;
-    ~CRijndael();
     CRijndael(const CRijndael&) = delete;
     CRijndael& operator=(const CRijndael&) = delete;
 
@@ -68,4 +69,6 @@ private:
     ShiftTable inverseShifts_ = {};
     Schedule forwardKey_ = {};
     Schedule inverseKey_ = {};
+    const secret::WipeAtEnd<Schedule> withoutForwardKey_{forwardKey_};
+    const secret::WipeAtEnd<Schedule> withoutInverseKey_{inverseKey_};
 };

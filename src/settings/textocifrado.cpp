@@ -48,7 +48,6 @@ int Digito(QChar caractere) {
 
 QByteArray DeHexadecimal(const QString& texto) {
     QByteArray bytes;
-    bytes.reserve(texto.size() / 2);
     for (qsizetype i = 0; i < texto.size(); i += 2) {
         if (i + 1 == texto.size()) {
             throw Erro(Erro::SubscriptOutOfRange);
@@ -63,11 +62,10 @@ QByteArray DeHexadecimal(const QString& texto) {
 QString FraseCifra() {
     QString senha = SenhaBancoDados();
     const WipeAtEnd semSenha(senha);
-    QString frase;
-    frase.reserve(2 * senha.size());  // growing would leave pieces behind
-    for (qsizetype i = 1; i <= senha.size(); ++i) {
-        frase += senha.at(i - 1);
-        frase += QChar(static_cast<char16_t>(i + Deslocamento));
+    QString frase(2 * senha.size(), QChar());  // growing would leave pieces behind
+    for (qsizetype i = 0; i < senha.size(); ++i) {
+        frase[2 * i] = senha.at(i);
+        frase[2 * i + 1] = QChar(static_cast<char16_t>(i + 1 + Deslocamento));
     }
     return frase;
 }

@@ -9,6 +9,7 @@
 #include "platform/erro.h"
 #include "platform/forms/application.h"
 #include "platform/secret.h"
+#include "platform/sizes.h"
 #include "platform/system/output.h"
 #include "platform/system/paths.h"
 #include "platform/system/process.h"
@@ -37,7 +38,7 @@ constexpr auto EsperaNotavel = 1s;  // a reader that is awake is done by then
 
 constexpr QLatin1String FimDeLinha("\r\n");
 // A list has to fit into memory; a server that never ends one must not fill the disk either.
-constexpr qint64 MaiorLista = 64 * 1024 * 1024;
+constexpr qint64 MaiorLista = 64_MiB;
 
 enum Numero : int { TextoDemais = 14, Interrompido = 18 };
 

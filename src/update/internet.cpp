@@ -2,6 +2,7 @@
 
 #include "platform/erro.h"
 #include "platform/forms/application.h"
+#include "platform/sizes.h"
 #include "platform/system/http.h"
 #include "platform/system/output.h"
 #include "session/arquivos.h"
@@ -37,7 +38,7 @@ constexpr quint8 TentativasDeAcesso = 6;
 constexpr quint8 PontosDeEnvio = 2;
 
 // A text has to fit into memory; a server that never ends one must not take the program down.
-qint64 maiorTexto = 256 * 1024 * 1024;
+qint64 maiorTexto = 256_MiB;
 
 std::unique_ptr<http::Session> hInternet;
 std::unique_ptr<http::Connection> hConexao;

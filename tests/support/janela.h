@@ -140,6 +140,9 @@ inline QString Luzes(const AnyText& tela, QPoint aoLado, const AnyTexts& botoes)
         return imagem;
     };
     QStringList palavras;
+    if (form.Background() && form.Background()->Size() != form.Picture()->size()) {
+        palavras += u"!"_s;
+    }
     if (form.Background() &&
         semLuzes(forms::Artwork::State::Lit) != semLuzes(forms::Artwork::State::Rest)) {
         palavras += u"!"_s;

@@ -29,7 +29,7 @@ TEST(TestCsv, Reads) {
               List("1: a,b,c|d", "2: 1|2")},
              {"one column", "a\n1,5\n", List("1: a", "2: 1,5")},
              {"a line that tells the separator", "sep=|\r\na|b;c\r\n", List("2: a|b;c")},
-             {"mark", "\xEF\xBB\xBFPeça;b\n", List("1: Peça|b")},
+             {"mark", "\xEF\xBB\xBFPeça;b\n,,,,\n", List("1: Peça|b", "2: ,,,,")},
              {"Windows-1252", "Pe\347a;\x80;\x93\n", List("1: Peça|€|“")},
              {"cut within a character", "Pe\347a;\xC3", List("1: Peça|Ã")},
              {"line ends", "a;b\r\nc;d\re;f\n\n ; \ng;h",

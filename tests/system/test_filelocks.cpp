@@ -32,6 +32,17 @@ TEST(TestFileLocks, mountsAndTheirOptions) {
     }
 }
 
+TEST(TestFileLocks, whatKeepsLocksFromTheServer) {
+    for (const auto& [type, option] : Each<QString, QString>{
+             {"SMB, no byte ranges", "cifs", "nobrl"},
+             {"SMB, no locks", "smb3", "nolock"},
+             {"NFS, no locks", "nfs", "nolock"},
+             {"NFS, its own", "nfs4", "local_lock=posix"},
+         }) {
+        QCOMPARE(sys::LocalLocksOption({type, {u"rw"_s, option}}), option);
+    }
+}
+
 TEST(TestFileLocks, anOrdinaryFolderKeepsLocks) {
     const QTemporaryDir folder;
     const QString file = folder.filePath(u"a"_s);

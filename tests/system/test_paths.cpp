@@ -79,6 +79,7 @@ TEST(TestPaths, WholeFiles) {
     }
     QCOMPARE(ErrorOf([&] { sys::WriteWhole(Text("nada\\a.txt"), "x"); }), 76);
     QCOMPARE(ErrorOf([&] { sys::WriteWhole(Text("FotoPeca"), "x"); }), 75);
+    sys::Flush(path);
     QCOMPARE(ErrorOf([&] { sys::Flush(Text("nada")); }), 53);
     QCOMPARE(ErrorOf([&] { sys::Replace(Text("nada"), path); }), 53);
     QCOMPARE(ErrorOf([&] { sys::Replace(path, Text("FotoPeca")); }), 75);

@@ -132,6 +132,10 @@ TEST(TestSystem, ProxyAndUsage) {
         qunsetenv(variable.constData());
     }
     QCOMPARE(sys::http::EscapePath(u"a ç%20%2x%"_s), QByteArray("a%20%C3%A7%20%252x%25"));
+    const QString kept = u"%09%AF%af/?=&:@!$'()*+,;"_s;
+    QCOMPARE(sys::http::EscapePath(kept), kept.toLatin1());
+    QCOMPARE(sys::http::EscapePath(u"%0/%0:%0G%0g%0@%0`"_s),
+             QByteArray("%250/%250:%250G%250g%250@%250%60"));
     for (const QString& word : List("--help", "--ajuda", "--version", "--versao", "-h")) {
         QCOMPARE(sys::AnswerUsage({word}, u"p"_s, u"uso\n"_s), word != "-h"_L1);
         QVERIFY(!sys::AnswerUsage({word, word}, u"p"_s, u"uso\n"_s));

@@ -1,6 +1,7 @@
 #include "platform/forms/picturefile.h"
 
 #include "platform/erro.h"
+#include "platform/sizes.h"
 #include "platform/system/paths.h"
 
 #include <QCache>
@@ -12,11 +13,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Kibibytes of decoded pictures: a few screens' worth at the largest scale.
-constexpr int CacheLimit = 64 * 1024;
-
 QCache<QString, QPixmap>& Cache() {
-    static QCache<QString, QPixmap> cache(CacheLimit);
+    // A few screens' worth of decoded pictures at the largest scale.
+    static QCache<QString, QPixmap> cache(64_MiB);
     return cache;
 }
 
@@ -86,8 +85,9 @@ QPixmap Cached(const QString& path, const QString& variant, Decode decode) {
         return *known;
     }
     const QPixmap picture = decode(file);
-    const qint64 cost = qint64(picture.width()) * picture.height() * 4 / 1024 + 1;
-    Cache().insert(key, new QPixmap(picture), cost);
+    constexpr int PixelBytes = 4;
+    Cache().insert(key, new QPixmap(picture),
+                   qsizetype(picture.width()) * picture.height() * PixelBytes);
     return picture;
 }
 

@@ -7,11 +7,6 @@
 #include <cstring>
 
 namespace sys {
-namespace {
-
-constexpr qint64 BlockSize = 256 * 1024;
-
-}  // namespace
 
 Child::Child(const QString& program, const QStringList& arguments,
              std::chrono::milliseconds patience)
@@ -42,7 +37,7 @@ bool Child::Read(char* bytes, qsizetype size) {
                 silent_ = process_.state() != QProcess::NotRunning;
                 return false;
             }
-            block_ = process_.read(BlockSize);
+            block_ = process_.readAllStandardOutput();
             at_ = 0;
             continue;
         }

@@ -1,6 +1,7 @@
 #include "platform/system/csv_reader.h"
 
 #include "platform/erro.h"
+#include "platform/sizes.h"
 #include "platform/system/paths.h"
 
 #include <QFileInfo>
@@ -12,9 +13,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 BlockSize = 256 * 1024;
+constexpr qint64 BlockSize = 256_KiB;
 // Longer than any text of a catalogue. Beyond it a quote was left open.
-constexpr qsizetype LargestCell = 4 * 1024 * 1024;
+constexpr qsizetype LargestCell = 4_MiB;
+constexpr int EndOfFile = -1;
 constexpr QByteArrayView Utf8Mark = "\xEF\xBB\xBF";
 constexpr QByteArrayView SeparatorLine = "sep=";
 constexpr QByteArrayView Separators = ";,\t";
@@ -94,11 +96,9 @@ void CsvReader::Restart() {
     if (block_.startsWith(Utf8Mark)) {
         at_ = Utf8Mark.size();
     }
-    const auto lineAt = [this](qsizetype from) {
-        const qsizetype end = block_.indexOf('\n', from);
-        return QByteArrayView(block_).sliced(from, (end < 0 ? block_.size() : end) - from);
-    };
-    const QByteArrayView first = lineAt(at_);
+    const QByteArrayView rest = QByteArrayView(block_).sliced(at_);
+    const qsizetype end = rest.indexOf('\n');
+    const QByteArrayView first = end < 0 ? rest : rest.first(end);
     if (first.startsWith(SeparatorLine) && first.size() > SeparatorLine.size()) {
         separator_ = first.at(SeparatorLine.size());
         at_ += std::min(first.size() + 1, block_.size() - at_);
@@ -121,14 +121,14 @@ bool CsvReader::Fill() {
 
 int CsvReader::Peek() {
     if (at_ == block_.size() && !Fill()) {
-        return -1;
+        return EndOfFile;
     }
     return static_cast<unsigned char>(block_.at(at_));
 }
 
 int CsvReader::Get() {
     const int byte = Peek();
-    at_ += byte < 0 ? 0 : 1;
+    at_ += byte == EndOfFile ? 0 : 1;
     return byte;
 }
 
@@ -140,7 +140,7 @@ QString CsvReader::Decode(const QByteArray& bytes) const {
 void CsvReader::ReadQuoted() {
     for (;;) {
         const int byte = Get();
-        if (byte < 0 || cell_.size() > LargestCell) {
+        if (byte == EndOfFile || cell_.size() > LargestCell) {
             Refuse(u"\"%1\", linha %2: as aspas que se abrem nesta linha não se fecham."_s
                        .arg(file_.fileName())
                        .arg(line_));
@@ -158,7 +158,7 @@ void CsvReader::ReadQuoted() {
 
 bool CsvReader::Next(QStringList& cells) {
     do {
-        if (Peek() < 0) {
+        if (Peek() == EndOfFile) {
             return false;
         }
         cells.clear();
@@ -171,7 +171,7 @@ bool CsvReader::Next(QStringList& cells) {
             if (byte == '"' && cell_.isEmpty() && !quoted) {
                 quoted = true;
                 ReadQuoted();
-            } else if (byte == separator_ || byte == '\n' || byte == '\r' || byte < 0) {
+            } else if (byte == separator_ || byte == '\n' || byte == '\r' || byte == EndOfFile) {
                 cells += Decode(cell_);
                 cell_.resize(0);
                 quoted = false;
@@ -179,7 +179,7 @@ bool CsvReader::Next(QStringList& cells) {
                 if (byte == '\r' && Peek() == '\n') {
                     Get();
                 }
-                nextLine_ += more || byte < 0 ? 0 : 1;
+                nextLine_ += more || byte == EndOfFile ? 0 : 1;
             } else {
                 malformed_ = malformed_ || quoted;
                 cell_ += static_cast<char>(byte);

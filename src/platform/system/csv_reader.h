@@ -29,7 +29,7 @@ public:
 private:
     void Inspect();
     void Restart();
-    int Get();  // the next byte, -1 at the end
+    int Get();  // the next byte, negative at the end
     int Peek();
     bool Fill();
     void ReadQuoted();

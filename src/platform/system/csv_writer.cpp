@@ -1,5 +1,7 @@
 #include "platform/system/csv_writer.h"
 
+#include "platform/sizes.h"
+
 #include <QLocale>
 
 #include <algorithm>
@@ -10,7 +12,7 @@ namespace {
 
 constexpr QStringView FormulaStarts = u"=+-@\t\r";
 constexpr QChar Apostrophe = u'\'';
-constexpr qsizetype PieceSize = 64 * 1024;
+constexpr qsizetype PieceSize = 64_KiB;
 
 // A sign, digits, at most one comma with digits behind it.
 bool IsPlainNumber(QStringView text) {

@@ -29,14 +29,11 @@ int LastCode() {
 
 struct Session::Private {
     Private(const QString& agent, std::function<void()> idle) : client(agent, std::move(idle)) {}
-    ~Private() {
-        secret::Wipe(proxyUser);
-        secret::Wipe(proxyPassword);
-    }
-
     Client client;
     QByteArray proxyUser;
     QByteArray proxyPassword;
+    const secret::WipeAtEnd<QByteArray> withoutProxyUser{proxyUser};
+    const secret::WipeAtEnd<QByteArray> withoutProxyPassword{proxyPassword};
 };
 
 Session::Session(const QString& agent, std::function<void()> idle)
@@ -66,11 +63,6 @@ Connection::Connection(Session& session, const QString& host) : session_(session
 struct Request::Private {
     Private(Session::Private& owner, const QByteArray& verb, Url url)
         : session(owner), transfer(owner.client, verb, std::move(url)) {}
-    ~Private() {
-        secret::Wipe(user);
-        secret::Wipe(password);
-    }
-
     void SetProxyCredentials(const QByteArray& newUser, const QByteArray& newPassword) {
         user = newUser;
         password = newPassword;
@@ -83,6 +75,8 @@ struct Request::Private {
     Transfer transfer;
     QByteArray user;
     QByteArray password;
+    const secret::WipeAtEnd<QByteArray> withoutUser{user};
+    const secret::WipeAtEnd<QByteArray> withoutPassword{password};
 };
 
 Request::Request(Connection& connection, const QByteArray& verb, const QString& path) {

@@ -1,5 +1,6 @@
 #include "platform/system/http_transfer.h"
 
+#include "platform/sizes.h"
 #include "platform/system/sockets.h"
 
 #include <QCoreApplication>
@@ -18,9 +19,9 @@ using Clock = std::chrono::steady_clock;
 
 // How long a wait lasts at most before the idle function has its turn.
 constexpr auto Slice = 20ms;
-constexpr qsizetype LongestHead = 256 * 1024;
+constexpr qsizetype LongestHead = 256_KiB;
 constexpr int TooLarge = 100;  // of libcurl, by name only since 8.6
-constexpr long ReceiveBuffer = 256 * 1024;
+constexpr long ReceiveBuffer = 256_KiB;
 
 // Once, before any other thread could be there.
 bool Initialised() {
@@ -61,12 +62,9 @@ int CodeOf(CURLcode result) {
 // A slice at most. With events the program goes on living meanwhile.
 void Wait(CURLM* multi, bool events) {
     if (events && QCoreApplication::instance()) {
-        fd_set readable;
-        fd_set writable;
-        fd_set failed;
-        FD_ZERO(&readable);
-        FD_ZERO(&writable);
-        FD_ZERO(&failed);
+        fd_set readable = {};
+        fd_set writable = {};
+        fd_set failed = {};
         int last = -1;
         curl_multi_fdset(multi, &readable, &writable, &failed, &last);
         WaitForSockets(SocketsIn(readable, last), SocketsIn(writable, last), Slice);
@@ -274,15 +272,16 @@ void Transfer::TakeHeadLine(QByteArrayView line) {
     headDone_ = text.isEmpty() && status >= 200 && status != StatusProxyAuthentication;
 }
 
-size_t Transfer::OnHeadLine(char* data, size_t size, size_t count, void* self) {
+// Of libcurl's two sizes the first is always 1.
+size_t Transfer::OnHeadLine(char* data, size_t /*one*/, size_t size, void* self) {
     auto& transfer = *static_cast<Transfer*>(self);
     transfer.moved_ = true;
-    transfer.headBytes_ += qsizetype(size * count);
+    transfer.headBytes_ += qsizetype(size);
     if (transfer.headBytes_ > LongestHead) {
         transfer.Finish(InvalidAnswer);
         return 0;
     }
-    const QByteArrayView line(data, qsizetype(size * count));
+    const QByteArrayView line(data, qsizetype(size));
     const qsizetype colon = line.indexOf(':');
     if (colon > 0 && !transfer.IsFair(line.first(colon).trimmed().toByteArray().toLower(),
                                       line.sliced(colon + 1).trimmed().toByteArray())) {
@@ -290,14 +289,14 @@ size_t Transfer::OnHeadLine(char* data, size_t size, size_t count, void* self) {
         return 0;
     }
     transfer.TakeHeadLine(line);
-    return size * count;
+    return size;
 }
 
-size_t Transfer::OnBody(char* data, size_t size, size_t count, void* self) {
+size_t Transfer::OnBody(char* data, size_t /*one*/, size_t size, void* self) {
     auto& transfer = *static_cast<Transfer*>(self);
     transfer.moved_ = transfer.headDone_ = true;
-    transfer.body_.append(data, qsizetype(size * count));
-    return size * count;
+    transfer.body_.append(data, qsizetype(size));
+    return size;
 }
 
 void Transfer::SetTimeouts(const Timeouts& timeouts) {

@@ -1,5 +1,6 @@
 #include "platform/system/output.h"
 
+#include "platform/sizes.h"
 #include "platform/system/output_native.h"
 #include "platform/system/paths.h"
 #include "platform/system/paths_native.h"
@@ -13,7 +14,7 @@ Erro::Code sys::WriteFailure(const QFileDevice& file) {
     }
     // Of a write that was cut short the toolkit does not hand the reason on. What did not fit was
     // less than its buffer or a block.
-    constexpr qint64 Little = 64 * 1024;
+    constexpr qint64 Little = 64_KiB;
     const QStorageInfo disk(QFileInfo(file.fileName()).path());
     return disk.isValid() && disk.bytesAvailable() < Little ? Erro::DiskFull : Erro::PathFileAccess;
 }
