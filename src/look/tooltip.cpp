@@ -21,6 +21,7 @@ namespace {
 // Design pixels.
 constexpr int Margem = 9;
 constexpr int LadoDoSinal = 16;
+constexpr int LetraDoSinal = 12;
 constexpr int EntreTituloETexto = 4;
 constexpr int Canto = 5;
 constexpr int AlturaDaPonta = 13;
@@ -125,7 +126,6 @@ protected:
         QPoint canto = corpo_.topLeft() + QPoint(Margem, Margem);
         pintor.setPen(Cor(dica_.foreCol_));
         if (!dica_.title_.isEmpty()) {
-            const QFont fonte = forms::Font(forms::CurrentTheme().textPixels, true);
             const int altura = AlturaDoTitulo();
             int x = canto.x();
             if (dica_.icon_ != SemSinal) {
@@ -133,8 +133,7 @@ protected:
                                           LadoDoSinal));
                 x += LadoDoSinal + 6;
             }
-            pintor.setPen(Cor(dica_.foreCol_));
-            pintor.setFont(fonte);
+            pintor.setFont(FonteDoTitulo());
             pintor.drawText(QRect(x, canto.y(), corpo_.width(), altura),
                             Qt::AlignLeft | Qt::AlignVCenter, dica_.title_);
             canto.ry() += altura + EntreTituloETexto;
@@ -170,14 +169,15 @@ private:
 
     QString Linhas() const { return QString(dica_.text_).replace("\r\n"_L1, "\n"_L1); }
 
+    static QFont FonteDoTitulo() { return forms::Font(forms::CurrentTheme().textPixels, true); }
+
     static int AlturaDoTitulo() {
-        const QFontMetrics medida(forms::Font(forms::CurrentTheme().textPixels, true));
-        return std::max(medida.height(), LadoDoSinal);
+        return std::max(QFontMetrics(FonteDoTitulo()).height(), LadoDoSinal);
     }
 
     QSize TamanhoDoCorpo() const {
         const QFontMetrics texto(forms::Font(forms::CurrentTheme().textPixels, false));
-        const QFontMetrics titulo(forms::Font(forms::CurrentTheme().textPixels, true));
+        const QFontMetrics titulo(FonteDoTitulo());
         // A blank is a text too, but a title needs no empty line under it.
         const bool somenteTitulo = !dica_.title_.isEmpty() && Linhas().trimmed().isEmpty();
         QSize tamanho = somenteTitulo ? QSize() : texto.size(0, Linhas());
@@ -225,9 +225,9 @@ private:
         caminho.addRoundedRect(corpo_, Canto, Canto);
         // Its foot lies inside the body, so that no line is left between the two.
         constexpr int Dentro = 2;
-        const int base = acima_ ? corpo_.bottom() + 1 - Dentro : corpo_.top() + Dentro;
+        const int base = acima_ ? corpo_.bottom() - Dentro : corpo_.top() + Dentro;
         const int bico =
-            acima_ ? base + Dentro + AlturaDaPonta - 1 : base - Dentro - AlturaDaPonta + 1;
+            acima_ ? corpo_.bottom() + AlturaDaPonta : corpo_.top() - AlturaDaPonta + 1;
         QPainterPath ponta;
         ponta.addPolygon(QPolygonF({QPointF(ponta_, base), QPointF(ponta_, bico),
                                     QPointF(ponta_ + LarguraDaPonta, base)}));
@@ -245,12 +245,14 @@ private:
                                     {tema.lit, tema.text, u"!"},
                                     {tema.alert, tema.primaryText, u"×"}};
         const Desenho& desenho = desenhos[dica_.icon_ - Informacao];
+        pintor.save();
         pintor.setPen(Qt::NoPen);
         pintor.setBrush(desenho.fundo);
         pintor.drawEllipse(lugar);
         pintor.setPen(desenho.letra);
-        pintor.setFont(forms::Font(LadoDoSinal * 3 / 4, true));
+        pintor.setFont(forms::Font(LetraDoSinal, true));
         pintor.drawText(lugar, Qt::AlignCenter, desenho.texto.toString());
+        pintor.restore();
     }
 
     const cToolTip& dica_;

@@ -49,10 +49,7 @@ void Galeria::CriarMiniatura(int indice) {
     legenda->SetWordWrap(true);
     // Two lines of it end above the frame's lower edge.
     legenda->setFont(forms::Font(Paleta::Atual().corpoRotulo - 1));
-    const auto escolher = [this, indice] {
-        pctPesquisaFiguras->setFocus();
-        SelecionarFigura(mPrimeiraFigura + indice);
-    };
+    const auto escolher = [this, indice] { SelecionarFigura(mPrimeiraFigura + indice); };
     for (forms::Zone* zona :
          {static_cast<forms::Zone*>(miniatura), static_cast<forms::Zone*>(legenda)}) {
         connect(zona, &forms::Zone::Click, this, escolher);

@@ -153,10 +153,14 @@ TEST(TooltipTest, LugarEPintura) {
         if (sinal != 0) {
             const QPoint roda = papel.topLeft() + QPoint(2, linha / 2);
             QCOMPARE(imagem.pixelColor(roda), sinais[sinal]);
-            const QImage letra = imagem.copy(QRect(roda + QPoint(2, -5), QSize(8, 10)));
-            QImage vazia = letra;
-            vazia.fill(sinais[sinal]);
-            QVERIFY(letra != vazia);
+            const QRegion letra(pintura.createMaskFromColor(sinais[sinal]));
+            const QSize vista =
+                letra.intersected(QRect(roda + QPoint(2, -5), QSize(8, 10))).boundingRect().size();
+            const QSize certa = QFontMetrics(forms::Font(12, true))
+                                    .tightBoundingRect(u"i!×"_s.mid(sinal - 1, 1))
+                                    .size();
+            QVERIFY2((vista - certa).width() < 2 && qAbs((vista - certa).height()) < 2,
+                     qPrintable(QDebug::toString(vista) + QDebug::toString(certa)));
         }
         Sair();
         QVERIFY(!janela->isVisible());
@@ -199,4 +203,6 @@ TEST(TooltipTest, EsperaEVida) {
     janela = Criar(dica, 64, 1, u"a"_s, u"b"_s);
     QTest::qWait(100);
     QVERIFY(!janela->isVisible());
+    janela = Criar(dica, 65, 1, u"a"_s, u"b"_s);
+    QTRY_VERIFY(janela->isVisible());
 }

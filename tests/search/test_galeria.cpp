@@ -77,6 +77,9 @@ TEST(TestGaleria, aDoubleClickOpensThePicture) {
     for (const auto& [nome] : Each<QString>{"imgFigura(2)", "lblDescricaoFigura(2)"}) {
         janela_->Abrir();
         Clicar(Busca, "imgPesquisa3");
+        Barra()->setFocus();
+        Clicar(Busca, nome);
+        QVERIFY(Achar(Busca, "pctPesquisaFiguras")->hasFocus());
         DuploCliqueEm(Busca, nome);
         QCOMPARE(Rotulo(Resultado, "lblInf"), u"Figura: Válvulas"_s);
     }

@@ -18,9 +18,8 @@ const QString Advance =
 // How often this program holds the catalogue open, where a system tells.
 qsizetype Handles() {
     const auto files = QDir(u"/proc/self/fd"_s).entryInfoList(QDir::System | QDir::Files);
-    return std::ranges::count_if(files, [](const QFileInfo& file) {
-        return file.symLinkTarget().endsWith("Tarvo.mdb"_L1);
-    });
+    return std::ranges::count_if(
+        files, [](const QFileInfo& file) { return file.symLinkTarget().endsWith("Tarvo.mdb"_L1); });
 }
 
 }  // namespace

@@ -68,6 +68,10 @@ TEST(TestConfiguracao, LeituraERemendo) {
         LerConfiguracao(u"usuario_senha"_s, usuario, senha);  // another key leaves them alone
         QCOMPARE(usuario + senha, u"xy"_s);
         QCOMPARE(VerificacaoAutomatica, contrario);
+        if (antes.isEmpty()) {
+            LerConfiguracao(u"VERIFICACAOAUTOMATICA"_s, usuario, senha);
+            QCOMPARE(Guardado(), depois);
+        }
         QCOMPARE(Lido(), lido);
         QCOMPARE(Guardado(), depois);
         // What is in order is not written again.
