@@ -9,7 +9,6 @@
 using namespace Qt::StringLiterals;
 
 frmFiguraDetalhada::frmFiguraDetalhada() : Tela(Nome, Kind::Screen, QSize(800, 600), u"figura"_s) {
-    setWindowTitle(TituloCatalogo);
     CriarControles();
     LigarEventos();
 }

@@ -42,7 +42,6 @@ constexpr QPoint AcesaDeFechar(-4, -1);
 }  // namespace
 
 frmConhecaTarvo::frmConhecaTarvo() : TelaDeDialogo(Nome, Tamanho, QString()) {
-    setWindowTitle(TituloCatalogo);
     SetSurround(Qt::white);
     CriarControles();
     LigarEventos();

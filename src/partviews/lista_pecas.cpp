@@ -14,13 +14,11 @@
 using namespace Qt::StringLiterals;
 
 frmListaPecas::frmListaPecas() : Tela(Nome, Kind::Screen, QSize(800, 600), u"lista"_s) {
-    setWindowTitle(TituloCatalogo);
     CriarControles();
     OrdenarTabulacao({u"cboMostraNaListaPecas", u"txtItem", u"txtDescricaoComponente",
                       u"txtNumeroTarvo", u"txtNumeroClienteConcorrente",
                       u"cboNumeroClienteConcorrenteComponente", u"grdListaPecas",
-                      u"grdJogosReparoComponente", u"imgImprimir", u"imgPesquisaFundo",
-                      u"imgResultadoPesquisaFundo", u"imgFiguraDetalhadaFundo", u"imgMinimizar"});
+                      u"grdJogosReparoComponente", u"imgImprimir"});
     LigarEventos();
 }
 

@@ -88,7 +88,6 @@ QString SelecaoPara(const QString& tipo, qint32 codigo) {
 
 frmResultadoPesquisa::frmResultadoPesquisa()
     : Tela(Nome, Kind::Screen, QSize(800, 600), u"resultado"_s) {
-    setWindowTitle(TituloCatalogo);
     CriarControles();
     LigarEventos();
 }

@@ -45,7 +45,6 @@ QString EstadoDe(const QString& marcador) {
 }  // namespace
 
 frmImpressao::frmImpressao() : TelaDeDialogo(Nome, QSize(435, 195), u"impressao"_s) {
-    setWindowTitle(TituloCatalogo);
     // The font of a figure's numbers on the screen: where they stand on paper follows from their
     // width in it.
     setFont(forms::Font(Paleta::Atual().corpoRotulo));

@@ -9,7 +9,6 @@
 using namespace Qt::StringLiterals;
 
 frmPesquisa::frmPesquisa() : Tela(u"frmPesquisa"_s, Kind::Screen, QSize(800, 600), u"pesquisa"_s) {
-    setWindowTitle(TituloCatalogo);
     CriarFundo();
     CriarPainelPecas();
     CriarPainelVeiculos();

@@ -43,7 +43,6 @@ void PorEmFila(const std::array<forms::Panel*, Passos + 1>& imagens, const Colun
 }  // namespace
 
 frmAtualizando::frmAtualizando() : TelaDeDialogo(Nome, QSize(434, 299), u"atualizando"_s) {
-    setWindowTitle(TituloCatalogo);
     const auto criar = [this](auto& imagens, const QString& nome, const QString& desenho) {
         for (quint8 passo = 1; passo <= Passos; ++passo) {
             auto* imagem =

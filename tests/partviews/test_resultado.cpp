@@ -91,6 +91,7 @@ TEST(TestResultado, customerIsInForceHereAndGivenBack) {
 }
 
 TEST(TestResultado, aSingleVisibleRowBringsTheOthersBack) {
+    Executar(Inserir("PECA_COMPONENTE", {"3, '   1', 3, 1"}));
     Janela::AbrirDaBusca("Componentes", "K560");
     auto* grade = Achar<forms::BoundGrid>(Resultado, "grdResultadoPesquisaPeca");
     const auto veiculos = [] { return Coluna(Resultado, "dtcVeiculosPeca", "Veiculo"); };
@@ -100,7 +101,7 @@ TEST(TestResultado, aSingleVisibleRowBringsTheOthersBack) {
     grade->resize(inteira.width(), 20);
     QCOMPARE(grade->VisibleRows(), 1);
     dao::Recordset* pecas = Linhas(Resultado, "dtcResultadoPesquisaPeca");
-    pecas->MoveNext();
+    QTest::keyClick(grade, Qt::Key_Down);
     QCOMPARE(veiculos(), dosPrimeiros);  // the row change ends with the rows in view
     QCOMPARE(grade->currentIndex().row(), 1);
     QCOMPARE(grade->rowAt(0), int(pecas->RecordCount()) - 1);
@@ -129,6 +130,7 @@ TEST(TestResultado, photoStaysWhenTheNextOneIsMissing) {
     // Thirty megapixels are kept as small as they are shown.
     const QSizeF lugar = figura->Pixmap().deviceIndependentSize();
     QVERIFY(lugar.width() > 240 && lugar.width() <= 250 && lugar.height() <= 195);
+    QCOMPARE(figura->accessibleName(), u"Foto da peça"_s);
     Linhas(Resultado, "dtcResultadoPesquisaPeca")->MoveNext();
     QCOMPARE(figura->Pixmap().cacheKey(), primeira);
 }
