@@ -20,5 +20,9 @@ TEST(TestClock, Serials) {
         QCOMPARE(sys::ToSerial(back), serial);
         qunsetenv("TZ");
     }
+    sys::SetClock([] { return QDateTime({2000, 2, 29}, {12, 0}); });
+    QCOMPARE(sys::Now(), 36585.5);
+    sys::SetClock({});
+    QVERIFY(sys::Now() > 46000);
     QCOMPARE(sys::FromSerial(40242.9999999), sys::FromSerial(40243));
 }

@@ -48,17 +48,21 @@ TEST(TestCsv, Reads) {
 
 TEST(TestCsv, Refuses) {
     for (const auto& [content, why] : Each<QByteArray, QString>{
-             {"an open quote", "a;b\n1;2\n\"3;4\n5;6\n", "linha 3: as aspas"},
-             {"a very long one", "a\n\"" + QByteArray(5 << 20, 'x') + "\"\n", "linha 2: as aspas"},
-             {"UTF-16", {"\377\376a\0;\0", 6}, "UTF-16"},
-             {"no text", {"a;b\0c", 5}, "não é um texto"},
+             {"an open quote", "a;b\n1;2\n\"3;4\n5;6\n",
+              ", linha 3: as aspas que se abrem nesta linha não se fecham."},
+             {"a very long one", "a\n\"" + QByteArray(5 << 20, 'x') + "\"\n",
+              ", linha 2: as aspas que se abrem nesta linha não se fecham."},
+             {"UTF-16",
+              {"\377\376a\0;\0", 6},
+              " está em UTF-16: na planilha, salve como CSV UTF-8."},
+             {"no text", {"a;b\0c", 5}, " não é um texto."},
          }) {
         try {
             Rows(content);
             QFAIL("accepted");
         } catch (const Erro& erro) {
             QCOMPARE(erro.Number(), int(Erro::InvalidArgument));
-            QVERIFY2(erro.Description().contains(why), qPrintable(erro.Description()));
+            QCOMPARE(erro.Description(), u'"' + path_ + u'"' + why);
         }
         QCOMPARE(ErrorOf([&] { sys::CsvReader(folder_.filePath(u"nada.csv"_s)); }),
                  int(Erro::FileNotFound));

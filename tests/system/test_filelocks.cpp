@@ -10,7 +10,7 @@ const QByteArray Mounts =
     "32 31 0:42 / /srv/dados\\040dois/x rw - nfs casa:/x rw,vers=3,local_lock=all\n"
     "33 21 0:43 / /srv/novo rw - smb3 //casa/a rw,nobrl\n"
     "34 21 0:44 / /srv/novo rw - nfs4 casa:/b rw\n"
-    "a line of another form\n";
+    "a line of another / form\n";
 
 }  // namespace
 

@@ -1,14 +1,31 @@
 #include "platform/system/child.h"
 #include "platform/system/enginelocks.h"
 #include "platform/system/filelocks.h"
+#include "platform/system/http.h"
 #include "platform/system/http_address.h"
+#include "platform/system/sockets.h"
 #include "platform/system/usage.h"
 #include "support/frailfolder.h"
 
+#include <QScopeGuard>
+#include <QTimer>
+
 #include <chrono>
 #include <fcntl.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 using namespace std::chrono_literals;
+
+namespace {
+
+int Uso(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    return sys::AnswerUsage(QCoreApplication::arguments().mid(1), u"p"_s, u"uso\n"_s) ? 0 : 1;
+}
+TARVO_PROGRAM("uso", Uso);
+
+}  // namespace
 
 // What only a system of this kind has: names that differ in case, one root, locks of a process.
 struct TestSystem : Fixture {
@@ -37,11 +54,23 @@ TEST(TestSystem, ToNative) {
              {"both separators", "FotoPeca/ab12.jpg", "FotoPeca/Ab12.JPG"},
          }) {
         QCOMPARE(sys::ToNative(Text(text)), folder_.filePath(native));
+        const sys::FolderListings kept;
+        QCOMPARE(sys::ToNative(Text(text)), folder_.filePath(native));
 
         const QString before = QDir::currentPath();
         QVERIFY(QDir::setCurrent(folder_.path()));
         QCOMPARE(sys::ToNative(text), native);
         QDir::setCurrent(before);
+    }
+}
+
+TEST(TestSystem, UserDataNeedsAFolder) {
+    const QScopeGuard again([home = qgetenv(UserData)] { qputenv(UserData, home); });
+    for (const auto& [name, there] : {std::pair(u"novo/dados"_s, true), {u"dois.txt"_s, false}}) {
+        const QString home = folder_.filePath(name);
+        qputenv(UserData, QFile::encodeName(home));
+        QCOMPARE(sys::UserDataFolder(), there ? home : QString());
+        QCOMPARE(QFileInfo(home).isDir(), there);
     }
 }
 
@@ -109,7 +138,7 @@ TEST(TestSystem, EngineLocksWhereTheyBelongToOpenFiles) {
 }
 
 TEST(TestSystem, ReadsWhatAChildPrints) {
-    sys::Child child(u"/bin/sh"_s, List("-c", "printf abc; sleep 0.1; printf def"), 10s);
+    sys::Child child(u"/bin/sh"_s, List("-c", "cat; printf abc; sleep 0.1; printf def"), 10s);
     QByteArray read(6, ' ');
     QVERIFY(child.Read(read.data(), 2) && child.Read(read.data() + 2, 4));
     QCOMPARE(read, QByteArray("abcdef"));
@@ -118,6 +147,36 @@ TEST(TestSystem, ReadsWhatAChildPrints) {
     QVERIFY(!silent.Read(read.data(), 1) && silent.IsSilent());
     QCOMPARE(ErrorOf([] { sys::Child(u"/nao/ha"_s, {}, 1s); }), 53);
     QCOMPARE(ErrorOf([] { sys::Child(u"/etc/passwd"_s, {}, 1s); }), 70);
+}
+
+TEST(TestSystem, WaitsForSockets) {
+    int ends[2];
+    QCOMPARE(socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
+    fd_set set = {};
+    FD_SET(ends[1], &set);
+    QVERIFY(sys::SocketsIn(set, ends[1] - 1).empty());
+    const auto reading = sys::SocketsIn(set, ends[1]);
+    QCOMPARE(reading, std::vector<sys::Socket>{ends[1]});
+    sys::WaitForSockets(reading, {}, 10ms);
+    sys::WaitForSockets({}, {ends[0]}, 1h);
+    QTimer::singleShot(10ms, [&] { QCOMPARE(write(ends[0], "x", 1), 1); });
+    sys::WaitForSockets(reading, {}, 1h);
+}
+
+// Before anything goes over a network.
+TEST(TestSystem, HttpTellsWhatIsWrong) {
+    using namespace sys::http;
+    Session session(u"p"_s, {});
+    Connection nowhere(session, QString());
+    QVERIFY(!nowhere.IsOpen() && LastCode() == InvalidAddress);
+    Connection host(session, u"exemplo.invalid"_s);
+    QVERIFY(host.IsOpen() && LastCode() == Ok);
+    QVERIFY(!Request(nowhere, "GET", u"a"_s).IsOpen() && LastCode() == InvalidAddress);
+    Request request(host, "GET", u"?a"_s);
+    QVERIFY(request.IsOpen() && LastCode() == Ok);
+    QVERIFY(request.AddHeader("A: b") && LastCode() == Ok);
+    Connection again(session, u"a b"_s);
+    QVERIFY(!again.IsOpen() && Session(u"p"_s, {}).IsOpen() && LastCode() == Ok);
 }
 
 TEST(TestSystem, ProxyAndUsage) {
@@ -132,12 +191,14 @@ TEST(TestSystem, ProxyAndUsage) {
         qunsetenv(variable.constData());
     }
     QCOMPARE(sys::http::EscapePath(u"a ç%20%2x%"_s), QByteArray("a%20%C3%A7%20%252x%25"));
-    const QString kept = u"%09%AF%af/?=&:@!$'()*+,;"_s;
+    const QString kept = u"/?=&:@!$'()*+,;%09%af%AF"_s;
     QCOMPARE(sys::http::EscapePath(kept), kept.toLatin1());
     QCOMPARE(sys::http::EscapePath(u"%0/%0:%0G%0g%0@%0`"_s),
              QByteArray("%250/%250:%250G%250g%250@%250%60"));
-    for (const QString& word : List("--help", "--ajuda", "--version", "--versao", "-h")) {
-        QCOMPARE(sys::AnswerUsage({word}, u"p"_s, u"uso\n"_s), word != "-h"_L1);
+    for (const QString& word : List("--help", "--ajuda", "--version", "--versao")) {
+        QCOMPARE(OutputOf(QCoreApplication::applicationFilePath(), {"--play", "uso", word}),
+                 word.startsWith("--v"_L1) ? u"p " TARVO_VERSION "\n"_s : u"uso\n"_s);
         QVERIFY(!sys::AnswerUsage({word, word}, u"p"_s, u"uso\n"_s));
     }
+    QVERIFY(!sys::AnswerUsage({u"-h"_s}, u"p"_s, u"uso\n"_s));
 }

@@ -42,8 +42,10 @@ int Reap(int& exitCode, pid_t process, int options) {
     do {
         ended = waitpid(process, &status, options);
     } while (ended < 0 && errno == EINTR);
-    if (ended != 0) {
-        exitCode = ended < 0 ? 0 : ExitCodeOf(status);
+    if (ended > 0) {
+        exitCode = ExitCodeOf(status);
+    } else if (ended == -1) {
+        exitCode = 0;
     }
     return exitCode;
 }
