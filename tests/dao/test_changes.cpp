@@ -81,11 +81,12 @@ TEST(TestChanges, GivesTheLockTableBack) {
     holder.workspace->BeginTrans();
     holder.Execute("UPDATE CONTROLETRAN SET a = 1");
     session_ = file_->Open();
+    const auto takes = [&](const QString& text) {
+        return ErrorOf([&] { session_.database->Execute(text, dbSeeChanges); });
+    };
+    QCOMPARE(takes(u"INSERT INTO CONTROLETRAN VALUES (1)"_s), 3260);
     QCOMPARE(session_.Value("SELECT a FROM CONTROLETRAN"), u"0"_s);
-    QCOMPARE(ErrorOf([&] {
-                 session_.database->Execute(u"UPDATE CONTROLETRAN SET a = 2"_s, dbSeeChanges);
-             }),
-             3260);
+    QCOMPARE(takes(u"UPDATE CONTROLETRAN SET a = 2"_s), 3260);
     session_.Execute("DELETE FROM PECA");
     QVERIFY(QFile::exists(file_->Folder() + "/Tarvo.ldb"_L1));
 }
@@ -179,6 +180,7 @@ TEST(TestChanges, ShadowsHideTheFile) {
     }
     reading->MoveLast();
     QCOMPARE(reading->RecordCount(), 2000);
+    QCOMPARE(ErrorOf([&] { session_.Execute("DELETE FROM REFERENCIA1"); }), 3073);
 }
 
 // Texts of one shape share a translation, and nobody can tell.

@@ -22,16 +22,12 @@ int CompareBytes(const QByteArray& a, const QByteArray& b) {
 struct TestCollation : Fixture {};
 
 TEST(TestCollation, SortsAsADictionaryDoes) {
-    const QStringList sorted = {
-        u""_s,           u"\t"_s,     u" "_s,     u"   7"_s,    u"  12"_s,    u"  12a"_s,
-        u" 100"_s,       u"!"_s,      u"-1"_s,    u"1"_s,       u"10"_s,      u"1A"_s,
-        u"2"_s,          u"a"_s,      u"A b"_s,   u"abacate"_s, u"abóbora"_s, u"Açaí"_s,
-        u"acalanto"_s,   u"ação"_s,   u"aço"_s,   u"cafe"_s,    u"café"_s,    u"cafés"_s,
-        u"coco"_s,       u"cocó"_s,   u"côco"_s,  u"cocos"_s,   u"Ênfase"_s,  u"Łódź"_s,
-        u"Müller"_s,     u"mulo"_s,   u"ñandu"_s, u"naõ"_s,     u"Peça"_s,    u"pecado"_s,
-        u"São"_s,        u"straße"_s, u"über"_s,  u"zíper"_s,   u"яблоко"_s,  u"\U0001F600"_s,
-        u"\U0010FFFF"_s,
-    };
+    // The others stand in a file, one a line.
+    const QString others = sys::ReadText(QStringLiteral(TARVO_SQL_CASES "/ordem.data"));
+    const QStringList sorted =
+        List("", "\x01", "\t", "\x1F", "\x7F", "\u0080", "\u009F", " ", "\u00A0") +
+        others.split(u'\n', Qt::SkipEmptyParts);
+    QVERIFY(sorted.size() > 250);
     for (qsizetype i = 0; i < sorted.size(); ++i) {
         for (qsizetype j = 0; j < sorted.size(); ++j) {
             const QString& a = sorted.at(i);
@@ -91,48 +87,24 @@ TEST(TestCollation, IsAnOrderOnAnyBytes) {
     }
 }
 
+// Each line of padroes.data is a pattern, behind ~ one as it is typed, and texts: those behind + it
+// matches, those behind - it does not.
 TEST(TestCollation, Matches) {
-    using sql::Accents;
-    Each<Accents, QString, QStringList, QStringList> row;
-    const auto minded = [&row](const AnyText& pattern, const QStringList& yes,
-                               const QStringList& no) {
-        row(pattern.toUtf8(), Accents::Minded, pattern, yes, no);
-    };
-    const auto typed = [&row](const AnyText& pattern, const QStringList& yes,
-                              const QStringList& no) {
-        row(pattern.toUtf8(), Accents::AsTyped, pattern, yes, no);
-    };
-    minded("emb*", List("EMBOLO", "emb"), List("Êmbolo", "em", "xemb"));
-    minded("ÊMB*", List("Êmbolo", "êmbolo"), List("Embolo"));
-    minded("*água*", List("Pino d´Água", "ÁGUA"), List("agua", ""));
-    minded("*a*b*c", List("xaybzc", "abcabc"), List("abcx", "acb"));
-    minded("?a?", List("pas", "ça1"), List("a", "paás"));
-    minded("a?b", List("a\U0001F600b"), List("ab"));
-    minded("##-?", List("12-A"), List("1²-A", "1a-b", "12-"));
-    minded("[abc]x", List("Bx"), List("dx", "x", "áx"));
-    minded("[a-c]", List("B", "á"), List("d", "-"));
-    minded("[!0-9]*", List("A1", "-"), List("1A", ""));
-    minded("[-a][a-]", List("--", "a-"), List("b-"));
-    minded("[*][?][#][[]]", List("*?#[]"), List("ab1[]"));
-    minded("[!]", List("!"), List("a"));
-    minded("a[]b", List("ab"), List("axb"));
-    minded("a*b", List("a\r\nb"), List());
-    typed("valv*", List("Válvula", "VALVULA", "vâlv"), List("val", "xvalv"));
-    typed("*rele*", List("o Relé", "RELÊ", "Rele 5"), List("rel", "réi"));
-    typed("*relé", List("RELÉ", "rÉLÉ"), List("rele", "relê"));
-    typed("orgao", List("Órgão", "orgao"), List("Órgão 2", "orga"));
-    typed("[ac]*", List("á", "Ç", "c"), List("b"));
-    typed("[á]", List("Á"), List("a", "à"));
-    typed("[a-c]o", List("ço", "ão"), List("do"));
-    typed("[!a]", List("b", "é"), List("a", "ã"));
-    typed("1o m2", List("1º m²", "1o m2"), List("1a m2"));
-    typed("daotsdhiiklnots", List("ðæøþßđħıĳĸłŋœŧſ", "ÐÆØÞßĐĦıĲĸŁŊŒŦſ"), List("ðæøþßđħıĳĸłŋœŧ"));
-    typed("*д-", List("Д-"), List("Д+"));
-    for (const auto& [accents, pattern, yes, no] : row) {
-        const sql::Pattern ready(pattern, accents);
-        for (const QString& text : yes + no) {
-            QVERIFY2(ready.Matches(text) == yes.contains(text), qPrintable(text));
-            QVERIFY2(ready.MatchesUtf8(text.toStdString()) == yes.contains(text), qPrintable(text));
+    Each<QStringList> row;
+    const QString lines = sys::ReadText(QStringLiteral(TARVO_SQL_CASES "/padroes.data"));
+    for (const QString& line : lines.split(u'\n', Qt::SkipEmptyParts)) {
+        row(line.toUtf8(), line.split(u'\t'));
+    }
+    row("line end", {"a*b", "+a\r\nb"});
+    for (const auto& [cells] : row) {
+        const bool typed = cells.first().startsWith(u'~');
+        const sql::Pattern ready(cells.first().sliced(typed ? 1 : 0),
+                                 typed ? sql::Accents::AsTyped : sql::Accents::Minded);
+        for (const QString& cell : cells.sliced(1)) {
+            const QString text = cell.sliced(1);
+            QVERIFY2(ready.Matches(text) == cell.startsWith(u'+'), qPrintable(cell));
+            QVERIFY2(ready.MatchesUtf8(text.toStdString()) == cell.startsWith(u'+'),
+                     qPrintable(cell));
         }
     }
 }

@@ -53,33 +53,33 @@ struct Entry {
     const char* declared;  // to the engine, which derives from it how it keeps the values
     enum { None, Length, Precision } sizes;
     int size;  // without one; fixed where `sizes` is None
-    int scale;
     Type reads;
     QVariant (*store)(const QVariant& value, int size, int scale);
+    int scale = 0;
 };
 
 // Whole numbers are INT, not INTEGER: as a key the latter would number a row that was given no
 // value, instead of refusing it. What has no name is declared by definitions of other makers.
 constexpr Entry Entries[] = {
     {" TEXT CHAR VARCHAR CHARACTER STRING ALPHANUMERIC NCHAR NVARCHAR NATIONAL ", "TEXT",
-     Entry::Length, 255, 0, Type::Text, Text},
-    {" MEMO LONGTEXT LONGCHAR NOTE NTEXT ", "LONGTEXT", Entry::None, 0, 0, Type::Text, Text},
-    {" GUID UNIQUEIDENTIFIER ", "TEXT", Entry::None, 38, 0, Type::Text, Text},
-    {" BYTE TINYINT INTEGER1 ", "TINYINT", Entry::None, 0, 0, Type::Number, Whole<quint8>},
-    {" SHORT SMALLINT INTEGER2 ", "SMALLINT", Entry::None, 0, 0, Type::Number, Whole<qint16>},
-    {" LONG INTEGER INT INTEGER4 ", "INT", Entry::None, 0, 0, Type::Number, Whole<qint32>},
-    {" COUNTER AUTOINCREMENT IDENTITY ", "INTEGER", Entry::None, 0, 0, Type::Number, Whole<qint32>},
-    {" SINGLE REAL FLOAT4 IEEESINGLE ", "FLOAT", Entry::None, 0, 0, Type::Number, Single},
-    {" DOUBLE FLOAT FLOAT8 IEEEDOUBLE NUMBER ", "DOUBLE", Entry::None, 0, 0, Type::Number, Real},
-    {"", "REAL", Entry::None, 0, 0, Type::Number, Real},
-    {"", "NUMERIC", Entry::None, 0, 0, Type::Number, Real},
-    {" DECIMAL NUMERIC DEC ", "DECIMAL", Entry::Precision, 18, 0, Type::Number, Decimal},
-    {" CURRENCY MONEY ", "DECIMAL", Entry::None, 19, 4, Type::Number, Decimal},
-    {" DATETIME DATE TIME TIMESTAMP ", "DATETIME", Entry::None, 0, 0, Type::Date, Moment},
-    {" BIT YESNO LOGICAL LOGICAL1 BOOLEAN ", "BIT", Entry::None, 0, 0, Type::Number, Flag},
-    {" BINARY VARBINARY OLEOBJECT LONGBINARY GENERAL IMAGE ", "BLOB", Entry::None, 0, 0,
-     Type::Unknown, nullptr},
-    {"", "", Entry::None, 0, 0, Type::Unknown, nullptr},
+     Entry::Length, 255, Type::Text, Text},
+    {" MEMO LONGTEXT LONGCHAR NOTE NTEXT ", "LONGTEXT", Entry::None, 0, Type::Text, Text},
+    {" GUID UNIQUEIDENTIFIER ", "TEXT", Entry::None, 38, Type::Text, Text},
+    {" BYTE TINYINT INTEGER1 ", "TINYINT", Entry::None, 0, Type::Number, Whole<quint8>},
+    {" SHORT SMALLINT INTEGER2 ", "SMALLINT", Entry::None, 0, Type::Number, Whole<qint16>},
+    {" LONG INTEGER INT INTEGER4 ", "INT", Entry::None, 0, Type::Number, Whole<qint32>},
+    {" COUNTER AUTOINCREMENT IDENTITY ", "INTEGER", Entry::None, 0, Type::Number, Whole<qint32>},
+    {" SINGLE REAL FLOAT4 IEEESINGLE ", "FLOAT", Entry::None, 0, Type::Number, Single},
+    {" DOUBLE FLOAT FLOAT8 IEEEDOUBLE NUMBER ", "DOUBLE", Entry::None, 0, Type::Number, Real},
+    {"", "REAL", Entry::None, 0, Type::Number, Real},
+    {"", "NUMERIC", Entry::None, 0, Type::Number, Real},
+    {" DECIMAL NUMERIC DEC ", "DECIMAL", Entry::Precision, 18, Type::Number, Decimal},
+    {" CURRENCY MONEY ", "DECIMAL", Entry::None, 19, Type::Number, Decimal, 4},
+    {" DATETIME DATE TIME TIMESTAMP ", "DATETIME", Entry::None, 0, Type::Date, Moment},
+    {" BIT YESNO LOGICAL LOGICAL1 BOOLEAN ", "BIT", Entry::None, 0, Type::Number, Flag},
+    {" BINARY VARBINARY OLEOBJECT LONGBINARY GENERAL IMAGE ", "BLOB", Entry::None, 0, Type::Unknown,
+     nullptr},
+    {"", "", Entry::None, 0, Type::Unknown, nullptr},
 };
 constexpr int AnyEntry = static_cast<int>(std::size(Entries)) - 1;
 

@@ -208,13 +208,10 @@ QString DatePart(const serialdate::Moment& moment, QChar code, qsizetype length,
         case u's':
             return digits(moment.second);
         case u'q':
-            return QString::number((date.month() + 2) / 3);
-        default: {  // w, and ww: the week of 1 January is the first
-            const auto weekday = [](const QDate& day) { return day.dayOfWeek() % 7 + 1; };
-            const int first = weekday(QDate(date.year(), 1, 1));
-            return QString::number(length == 1 ? weekday(date)
-                                               : (date.dayOfYear() + first - 2) / 7 + 1);
-        }
+            return QString::number(serialdate::QuarterOf(date));
+        default:
+            return QString::number(length == 1 ? serialdate::WeekdayOf(date)
+                                               : serialdate::WeekOf(date));
     }
 }
 

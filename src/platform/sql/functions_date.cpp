@@ -3,7 +3,6 @@
 #include "platform/sql/serialdate.h"
 #include "platform/system/clock.h"
 
-#include <array>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -45,14 +44,14 @@ QVariant DateSerial(const Arguments& a) {
 
 QVariant TimeSerial(const Arguments& a) {
     constexpr qint64 Limit = 1000000;
-    std::array<qint64, 3> part{};
-    for (qsizetype i = 0; i < 3; ++i) {
-        part[static_cast<std::size_t>(i)] = convert::ToInt64(a.at(i));
-        if (std::abs(convert::ToInt64(a.at(i))) > Limit) {
+    const auto part = [&a](qsizetype i) {
+        const qint64 number = convert::ToInt64(a.at(i));
+        if (std::abs(number) > Limit) {
             throw Erro(Erro::Overflow);
         }
-    }
-    return serialdate::FromTime(part[0], part[1], part[2]);
+        return number;
+    };
+    return serialdate::FromTime(part(0), part(1), part(2));
 }
 
 QVariant CDate(const Arguments& a) {
@@ -74,11 +73,6 @@ QVariant IsDate(const Arguments& a) {
                : 0;
 }
 
-// Sunday is 1, unless another first day of the week is named by its own number.
-int WeekdayOf(const QDate& date, qint64 first) {
-    return static_cast<int>((date.dayOfWeek() % 7 - (first - 1) + 7) % 7) + 1;
-}
-
 qint64 FirstDayAt(const Arguments& a, qsizetype i) {
     const qint64 first = a.size() > i ? convert::ToInt64(a.at(i)) : 1;
     if (first < 0 || first > 7) {
@@ -88,7 +82,7 @@ qint64 FirstDayAt(const Arguments& a, qsizetype i) {
 }
 
 QVariant Weekday(const Arguments& a) {
-    return WeekdayOf(MomentAt(a, 0).date, FirstDayAt(a, 1));
+    return serialdate::WeekdayOf(MomentAt(a, 0).date, FirstDayAt(a, 1));
 }
 
 enum class Part { Year, Quarter, Month, DayOfYear, Day, Weekday, Week, Hour, Minute, Second };
@@ -118,7 +112,7 @@ int Get(const Moment& moment, Part part, qint64 first = 1) {
         case Part::Year:
             return date.year();
         case Part::Quarter:
-            return (date.month() + 2) / 3;
+            return serialdate::QuarterOf(date);
         case Part::Month:
             return date.month();
         case Part::DayOfYear:
@@ -126,9 +120,9 @@ int Get(const Moment& moment, Part part, qint64 first = 1) {
         case Part::Day:
             return date.day();
         case Part::Weekday:
-            return WeekdayOf(date, first);
-        case Part::Week:  // the week of 1 January is the first
-            return (date.dayOfYear() + WeekdayOf(QDate(date.year(), 1, 1), first) - 2) / 7 + 1;
+            return serialdate::WeekdayOf(date, first);
+        case Part::Week:
+            return serialdate::WeekOf(date, first);
         case Part::Hour:
             return moment.hour;
         case Part::Minute:
@@ -193,7 +187,7 @@ QVariant DateDiff(const Arguments& a) {
     const qint64 months =
         (to.date.year() - from.date.year()) * 12 + to.date.month() - from.date.month();
     const auto quarterOf = [](const Moment& moment) {
-        return moment.date.year() * 4 + Get(moment, Part::Quarter);
+        return moment.date.year() * 4 + serialdate::QuarterOf(moment.date);
     };
     const qint64 hours = days * 24 + to.hour - from.hour;
     const qint64 minutes = hours * 60 + to.minute - from.minute;
@@ -211,8 +205,9 @@ QVariant DateDiff(const Arguments& a) {
             return static_cast<qlonglong>(days / 7);
         case Part::Week: {  // first days of a week
             const qint64 first = FirstDayAt(a, 3);
-            return static_cast<qlonglong>(
-                (days + WeekdayOf(from.date, first) - WeekdayOf(to.date, first)) / 7);
+            return static_cast<qlonglong>((days + serialdate::WeekdayOf(from.date, first) -
+                                           serialdate::WeekdayOf(to.date, first)) /
+                                          7);
         }
         case Part::Hour:
             return static_cast<qlonglong>(hours);

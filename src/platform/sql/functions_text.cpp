@@ -92,11 +92,10 @@ public:
 
 private:
     std::vector<letters::Weight> Units(const QString& text) const {
-        std::vector<letters::Weight> units;
-        units.reserve(static_cast<std::size_t>(text.size()));
-        for (const QChar c : text) {
-            units.push_back(way_ == Way::Binary ? c.unicode() : letters::WeightOf(c.unicode()));
-        }
+        std::vector<letters::Weight> units(static_cast<std::size_t>(text.size()));
+        std::transform(text.begin(), text.end(), units.begin(), [this](QChar c) {
+            return way_ == Way::Binary ? c.unicode() : letters::WeightOf(c.unicode());
+        });
         return units;
     }
 
@@ -199,7 +198,6 @@ QVariant Replace(const Arguments& a) {
         throw Erro(Erro::Overflow);
     }
     QString result;
-    result.reserve(size);
     qsizetype at = 0;
     for (const qsizetype place : places) {
         result += QStringView(text).sliced(at, place - at);

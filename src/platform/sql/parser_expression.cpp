@@ -20,14 +20,6 @@ namespace {
 // The engine refuses expressions a thousand levels deep, and one level here may become three there.
 constexpr int MaxDepth = 300;
 
-std::string UpperAscii(std::string_view word) {
-    std::string upper(word);
-    for (char& c : upper) {
-        c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-    }
-    return upper;
-}
-
 }  // namespace
 
 const Parser::Operator Parser::Operators[] = {

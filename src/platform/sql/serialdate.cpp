@@ -98,7 +98,7 @@ std::optional<double> ParseTime(QStringView text) {
     if (parts.size() < 2 || parts.size() > 3) {
         return {};
     }
-    int number[3] = {0, 0, 0};
+    int number[3] = {};
     constexpr int Limit[3] = {23, 59, 59};
     for (qsizetype i = 0; i < parts.size(); ++i) {
         bool ok = false;
@@ -120,7 +120,7 @@ std::optional<double> ParseTime(QStringView text) {
 
 Moment Split(double serial) {
     // Wide of the years that count, but within what the toolkit's calendar holds.
-    if (!(serial > -700000 && serial < 3000000)) {
+    if (!(std::abs(serial) < 3000000)) {
         throw Erro(Erro::Overflow);
     }
     const QDateTime moment = sys::FromSerial(serial);
@@ -132,20 +132,15 @@ Moment Split(double serial) {
 }
 
 double FromDate(qint64 year, qint64 month, qint64 day) {
-    constexpr qint64 Limit = 1000000;
-    if (std::abs(year) > Limit || std::abs(month) > Limit || std::abs(day) > 10 * Limit) {
+    constexpr qint64 Limit = 10'000'000;  // what the toolkit's calendar takes easily
+    if (std::abs(year) > Limit || std::abs(month) > Limit || std::abs(day) > Limit) {
         throw Erro(Erro::InvalidArgument);
     }
     if (year >= 0 && year < 100) {
         year = FullYear(static_cast<int>(year), 2);
     }
-    const qint64 months = year * 12 + month - 1;
-    const qint64 fullYear = months >= 0 ? months / 12 : -1;
-    if (fullYear < 1 || fullYear > 99999) {
-        throw Erro(Erro::InvalidArgument);
-    }
     const QDate date =
-        QDate(static_cast<int>(fullYear), static_cast<int>(months % 12) + 1, 1).addDays(day - 1);
+        QDate(static_cast<int>(year), 1, 1).addMonths(static_cast<int>(month - 1)).addDays(day - 1);
     if (!InRange(date)) {
         throw Erro(Erro::InvalidArgument);
     }
@@ -155,6 +150,18 @@ double FromDate(qint64 year, qint64 month, qint64 day) {
 double FromTime(qint64 hour, qint64 minute, qint64 second) {
     return static_cast<double>(hour * 3600 + minute * 60 + second) /
            static_cast<double>(SecondsPerDay);
+}
+
+int QuarterOf(const QDate& date) {
+    return (date.month() + 2) / 3;
+}
+
+int WeekdayOf(const QDate& date, qint64 first) {
+    return static_cast<int>((date.dayOfWeek() - first + 8) % 7) + 1;
+}
+
+int WeekOf(const QDate& date, qint64 first) {
+    return (date.dayOfYear() + WeekdayOf(QDate(date.year(), 1, 1), first) - 2) / 7 + 1;
 }
 
 std::optional<double> Parse(QStringView text, Order order) {

@@ -24,6 +24,12 @@ Moment Split(double serial);
 double FromDate(qint64 year, qint64 month, qint64 day);
 double FromTime(qint64 hour, qint64 minute, qint64 second);
 
+// From 1 on. The week of 1 January is the first; Sunday begins a week, and is its day 1, unless
+// another day of 1 to 7 is given.
+int QuarterOf(const QDate& date);
+int WeekdayOf(const QDate& date, qint64 first = 1);
+int WeekOf(const QDate& date, qint64 first = 1);
+
 enum class Order { MonthFirst, DayFirst };
 
 // Year-month-day whatever the order, or the order's form with / or - or a point; then, or alone,

@@ -39,7 +39,6 @@ public:
 
     std::vector<Token> Run() {
         std::vector<Token> tokens;
-        tokens.reserve(std::min(source_.size() / 4, MostTokens) + 2);
         std::size_t end = 0;
         for (SkipBlanks(); at_ < source_.size(); SkipBlanks()) {
             const bool afterName = !tokens.empty() && end == at_ &&
@@ -186,15 +185,14 @@ std::vector<Token> Tokenize(const QByteArray& source) {
 }
 
 bool EqualWords(std::string_view a, std::string_view b) {
-    if (a.size() != b.size() || (!a.empty() && Upper(a[0]) != Upper(b[0]))) {
-        return false;
-    }
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        if (Upper(a[i]) != Upper(b[i])) {
-            return false;
-        }
-    }
-    return true;
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return Upper(x) == Upper(y); });
+}
+
+std::string UpperAscii(std::string_view word) {
+    std::string upper(word);
+    std::transform(upper.begin(), upper.end(), upper.begin(), Upper);
+    return upper;
 }
 
 bool IsAscii(std::string_view text) {
@@ -219,7 +217,6 @@ QString ToQString(std::string_view text) {
 
 std::string Unquote(const Token& token) {
     std::string text;
-    text.reserve(token.text.size());
     for (std::size_t i = 0; i < token.text.size(); ++i) {
         text += token.text[i];
         i += token.text[i] == token.quote ? 1 : 0;

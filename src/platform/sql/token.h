@@ -31,6 +31,8 @@ std::vector<Token> Tokenize(const QByteArray& source);
 // Without regard to the case of ASCII letters, the only ones in words of the language.
 bool EqualWords(std::string_view a, std::string_view b);
 
+std::string UpperAscii(std::string_view word);  // the same letters made capitals
+
 bool IsAscii(std::string_view text);
 
 // Without regard to the case of any letter: names of tables and columns may have accents.

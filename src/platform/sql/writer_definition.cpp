@@ -150,7 +150,6 @@ void DefinitionWriter::AddUniqueIndex(std::string_view table, const Constraint& 
 }
 
 void DefinitionWriter::Write(const CreateTable& create) {
-    Note(create.table);
     Define(create.table);
     std::vector<const Constraint*> constraints;
     for (const ColumnDefinition& column : create.columns) {
