@@ -5,8 +5,6 @@
 #include "support/catalogo.h"
 #include "support/windows.h"
 
-#include <QPointer>
-
 // The dialog over a small catalogue, with a hand for its controls.
 struct NoDialogo : Fixture {
     std::unique_ptr<CatalogoDeTeste> catalogo_;
@@ -15,7 +13,7 @@ struct NoDialogo : Fixture {
     int flags_ = 0;
 
     // The printer that is chosen; null for a cancelled choice.
-    virtual std::unique_ptr<printer::Printer> Escolher() = 0;
+    virtual std::unique_ptr<printer::Printer> Escolher() { return nullptr; }
 
     void init() override {
         printer::SetPrintDialogHandler([this](int flags) {
@@ -54,10 +52,8 @@ struct NoDialogo : Fixture {
         WritePicture(ArquivoDaFigura(arquivo), {582, 343});
         QStringList linhas;
         for (const auto& [item, lugar] : numeros) {
-            linhas += u"1, %1, '%2', %3, %4"_s.arg(linhas.size() + 1)
-                          .arg(item)
-                          .arg(lugar.x())
-                          .arg(lugar.y());
+            linhas += QString::asprintf("1, %d, '%s', %d, %d", int(linhas.size()) + 1,
+                                        qPrintable(item), lugar.x(), lugar.y());
         }
         catalogo_->Executar(List("UPDATE PECA SET CodigoFigura = 1 WHERE CodigoPeca = 1") +
                             Inserir("FIGURA", {"1, 'f.png'"}) + Inserir("FIGURADETALHADA", linhas));

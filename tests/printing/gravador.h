@@ -1,13 +1,9 @@
 #pragma once
 
 #include "dialogo.h"
-#include "platform/printer/printer.h"
 
-#include <QList>
 #include <QMap>
 #include <QTextDocument>
-
-#include <functional>
 
 // What was printed on a recording device.
 struct Folha {

@@ -1,8 +1,6 @@
 #include "dialogo.h"
 #include "printsystem.h"
 
-#include <QComboBox>
-#include <QLineEdit>
 #include <QPrintDialog>
 #include <QSpinBox>
 
@@ -58,7 +56,6 @@ struct TestFila : NoDialogo {
         NoDialogo::init();
         printer::SetPrintDialogHandler({});
     }
-    std::unique_ptr<printer::Printer> Escolher() override { return nullptr; }
 };
 
 // Pages are made at 600 dots per inch, where a figure's pixel is 7 dots wide, and of the
@@ -68,6 +65,7 @@ TEST(TestFila, printed) {
         DarFigura({{u"   1"_s, {5, 5}}});
         WritePicture(ArquivoDaFigura("f@3x.png"), {3 * 582, 3 * 343});
         QString arquivo = catalogo_->Pasta() + u"/saída.pdf"_s;
+        QStringList oferecidos;
         Imprimir(u"FD:1LC:1"_s, [&](QPrintDialog& dialogo) {
             EscolherFila(dialogo, impressora);
             if (impressora.isEmpty()) {
@@ -75,7 +73,16 @@ TEST(TestFila, printed) {
             } else {
                 dialogo.findChild<QSpinBox*>(u"copies"_s)->setValue(2);
             }
+            // Which pages come out is not for the user to choose: what a queue would leave out, a
+            // file would not.
+            const auto* ficha = dialogo.findChild<QWidget*>(u"copiesTab"_s);
+            for (const AnyText nome :
+                 {"printRange", "pagesRadioButton", "pageSetCombo", "copies"}) {
+                const auto* widget = dialogo.findChild<QWidget*>(nome);
+                oferecidos += widget && widget->isVisibleTo(ficha) ? List(nome) : List();
+            }
         });
+        QCOMPARE(oferecidos, List("copies"));
         QCOMPARE(Caixas(), QStringList());
         QVERIFY(!Aberto());
         if (!impressora.isEmpty()) {
@@ -91,23 +98,6 @@ TEST(TestFila, printed) {
         QCOMPARE(FiguraEm(arquivo), u"1746x1029 at 257"_s);
         QVERIFY(OutputOf("pdftotext", {arquivo, "-"}).contains(u"Lista de Componentes"_s));
     }
-}
-
-// Which pages come out is not for the user to choose: what a queue would leave out, a file
-// would not.
-TEST(TestFila, noPageRanges) {
-    QStringList oferecidos;
-    Imprimir(u"FD:0LC:1"_s, [&](QPrintDialog& dialogo) {
-        EscolherFila(dialogo, u"balcao"_s);
-        for (const char* nome : {"printRange", "pagesRadioButton", "pageSetCombo", "copies"}) {
-            const auto* widget = dialogo.findChild<QWidget*>(QLatin1StringView(nome));
-            const auto* ficha = dialogo.findChild<QWidget*>(u"copiesTab"_s);
-            if (widget && ficha && widget->isVisibleTo(ficha)) {
-                oferecidos += QLatin1StringView(nome);
-            }
-        }
-    });
-    QCOMPARE(oferecidos, List("copies"));
 }
 
 // What the print system does not take is told, and the dialog stays for another try.

@@ -3,17 +3,21 @@
 // The dialog and the job, on a device that records.
 struct TestImpressao : NoGravador {};
 
-TEST(TestImpressao, firstTicks) {
-    for (const auto& [parametro, marcas] : Each<QString, QString>{
-             {"figure", "FD:1LC:0", "10"},
-             {"list", "FD:0LC:1", "01"},
-             {"markers count, not places", "LC:1 FD:0", "01"},
-             {"nothing", "", "00"},
+TEST(TestImpressao, firstTicksAndWaysOut) {
+    const auto cancelar = [this] { Clicar("imgCancelar"); };
+    for (const auto& [parametro, marcas, sair] : Each<QString, QString, std::function<void()>>{
+             {"figure, button", "FD:1LC:0", "10", cancelar},
+             {"list, key", "FD:0LC:1", "01", [this] { QTest::keyClick(form_, Qt::Key_Escape); }},
+             {"markers count, not places; closed", "LC:1 FD:0", "01", [this] { form_->close(); }},
+             {"nothing", "", "00", cancelar},
          }) {
         Abrir(parametro);
+        QVERIFY(!frmImpressao::Imprimindo());
         QCOMPARE(Marcas(), marcas);
         QCOMPARE(ParametroFormulario, QString());
         QCOMPARE(forms::MousePointer(), forms::vbDefault);
+        sair();
+        QVERIFY(!Aberto() && folha_.passos.isEmpty());
     }
 }
 
@@ -95,18 +99,17 @@ TEST(TestImpressao, smallPaper) {
 TEST(TestImpressao, eventsDuringAJob) {
     preparar_ = [this](Gravador& gravador) {
         gravador.antes = [this](const QString& passo) {
-            if (passo != u"comeco") {
-                return;
+            if (passo == u"comeco") {
+                QTimer::singleShot(0, form_, [this] {
+                    Clicar("imgOk");
+                    Clicar("imgCancelar");
+                    Clicar("imgListaComponentes");
+                    form_->close();
+                    QVERIFY(Aberto() && frmImpressao::Imprimindo());
+                    QCOMPARE(Marcas(), u"01"_s);
+                    folha_.passos += u"eventos"_s;
+                });
             }
-            QTimer::singleShot(0, form_, [this] {
-                Clicar("imgOk");
-                Clicar("imgCancelar");
-                Clicar("imgListaComponentes");
-                form_->close();
-                QVERIFY(Aberto() && frmImpressao::Imprimindo());
-                QCOMPARE(Marcas(), u"01"_s);
-                folha_.passos += u"eventos"_s;
-            });
         };
         gravador.alturas[10] = 2000;  // every row takes a page
     };
@@ -114,19 +117,4 @@ TEST(TestImpressao, eventsDuringAJob) {
     QVERIFY(folha_.passos.contains(u"eventos"_s));
     QCOMPARE(folha_.passos.count(u"fim"_s), 1);
     QVERIFY(!Aberto() && !frmImpressao::Imprimindo());
-}
-
-TEST(TestImpressao, leaving) {
-    const std::function<void()> saidas[] = {
-        [this] { Clicar("imgCancelar"); },
-        [this] { QTest::keyClick(form_, Qt::Key_Escape); },
-        [this] { form_->close(); },
-    };
-    for (const auto& sair : saidas) {
-        Abrir("FD:0LC:1");
-        QVERIFY(!frmImpressao::Imprimindo());
-        sair();
-        QVERIFY(!Aberto());
-        QVERIFY(folha_.passos.isEmpty());
-    }
 }

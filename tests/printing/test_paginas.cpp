@@ -23,12 +23,11 @@ struct TestPaginas : NoGravador {
         int pagina = 1;
         int linhas = 0;
         const auto seguir = [&](const QString& sinal) {
-            paginas += (linhas > 0 ? QString::number(linhas) : QString()) + sinal;
-            linhas = 0;
+            const int antes = std::exchange(linhas, 0);
+            paginas += (antes > 0 ? QString::number(antes) : QString()) + sinal;
         };
         for (const auto& texto : folha_.textos) {
-            if (texto.pagina > pagina) {
-                pagina = texto.pagina;
+            if (std::exchange(pagina, texto.pagina) < texto.pagina) {
                 seguir(u" "_s);
             }
             const bool titulo = texto.letra == u"10bi";

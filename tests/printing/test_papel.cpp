@@ -7,34 +7,28 @@
 #include <QPrinter>
 #include <QRegularExpression>
 
-#include <map>
-
-namespace {
-
 constexpr double Margem = 10;  // points, on all sides of the toolkit's PDF page
 constexpr double UnidadesPorPonto = 5;
 
 // A printed file, read back by other people's tools: where each word begins that is the first of
 // its kind on a page ("2 Item"), in page units from the printable area's corner.
-std::map<QString, QPointF> Palavras(const QString& arquivo) {
+static std::map<QString, QPointF> Palavras(const QString& arquivo) {
     static const QRegularExpression linha(
         u"<page |<word xMin=\"([\\d.]+)\" yMin=\"([\\d.]+)\"[^>]*>([^<]*)<"_s);
     std::map<QString, QPointF> palavras;
     int pagina = 0;
     const QString tudo = OutputOf("pdftotext", {"-bbox", arquivo, "-"});
     for (const auto& achado : linha.globalMatch(tudo)) {
+        const QPointF pontos(achado.captured(1).toDouble(), achado.captured(2).toDouble());
         if (achado.capturedLength(3) == 0) {
             ++pagina;
-            continue;
+        } else {
+            palavras.emplace(u"%1 %2"_s.arg(pagina).arg(achado.captured(3)),
+                             (pontos - QPointF(Margem, Margem)) * UnidadesPorPonto);
         }
-        const QPointF pontos(achado.captured(1).toDouble(), achado.captured(2).toDouble());
-        palavras.emplace(u"%1 %2"_s.arg(pagina).arg(achado.captured(3)),
-                         (pontos - QPointF(Margem, Margem)) * UnidadesPorPonto);
     }
     return palavras;
 }
-
-}  // namespace
 
 // Real documents, at the resolutions of real printers.
 struct TestPapel : NoDialogo {
@@ -114,10 +108,7 @@ TEST(TestPapel, fonts) {
 // The picture is printed in whole printer pixels, and a number beside its mark on the picture
 // stays beside it.
 TEST(TestPapel, figure) {
-    for (const auto& [pontos, s] : Each<int, int>{
-             {"300", 300, 3},
-             {"600", 600, 7},
-         }) {
+    for (const auto& [pontos, s] : Each<int, int>{{"300", 300, 3}, {"600", 600, 7}}) {
         pontos_ = pontos;
         const QPoint marca(400, 200);
         DarFigura({{u"12a"_s, marca}});
