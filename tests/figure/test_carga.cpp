@@ -3,10 +3,10 @@
 
 #include <QAccessible>
 
-struct TestCarga : NaJanela<Mao> {};
+struct TestCarga : NaFigura {};
 
 TEST(TestCarga, numbersStandWhereTheRowsSay) {
-    janela_->AbrirFigura();
+    AbrirFigura();
     QStringList itens;
     for (const ItemFigura* item : Itens()) {
         itens += u"%1 %2,%3 %4"_s.arg(item->Caption()).arg(item->x()).arg(item->y()).arg(item->Tag);
@@ -32,16 +32,15 @@ TEST(TestCarga, numbersStandWhereTheRowsSay) {
 // The first row names the picture; without rows there is none.
 TEST(TestCarga, laterRowsDoNotChangeThePicture) {
     // A table in the view's place: there a part's rows may differ in their file.
-    janela_->catalogo.Executar(
-        {"DROP VIEW FIGURADETALHADA1",
-         "CREATE TABLE FIGURADETALHADA1 (CodigoFiguraDetalhada LONG, CodigoPeca LONG, "
-         "ItemComponente TEXT(5), ArquivoFigura TEXT(50), LLeft LONG, TTop LONG)",
-         "INSERT INTO FIGURADETALHADA1 VALUES (8, 1, '5', 'no.png', 9, 9)",
-         "INSERT INTO FIGURADETALHADA1 VALUES (3, 1, '4', 'fig1.png', 1, 1)"});
-    janela_->AbrirFigura();
+    Executar({"DROP VIEW FIGURADETALHADA1",
+              "CREATE TABLE FIGURADETALHADA1 (CodigoFiguraDetalhada LONG, CodigoPeca LONG, "
+              "ItemComponente TEXT(5), ArquivoFigura TEXT(50), LLeft LONG, TTop LONG)",
+              "INSERT INTO FIGURADETALHADA1 VALUES (8, 1, '5', 'no.png', 9, 9)",
+              "INSERT INTO FIGURADETALHADA1 VALUES (3, 1, '4', 'fig1.png', 1, 1)"});
+    AbrirFigura();
     QCOMPARE(Itens().size(), 2);
     QCOMPARE(Achar(Figura, "imgFigura(1)")->size(), QSize(500, 340));
-    janela_->catalogo.Executar({"DELETE FROM FIGURADETALHADA1"});
+    Executar({"DELETE FROM FIGURADETALHADA1"});
     TelaDaFigura().Unload();
     UnicaInstancia<frmFiguraDetalhada>().Show();
     QCOMPARE(Itens().size(), 0);
@@ -57,8 +56,8 @@ TEST(TestCarga, rowsThatDoNotFitAreErrors) {
              {"no item", "ItemComponente = NULL", 94},
              {"far left", "LLeft = 2147483647", 6},
          }) {
-        janela_->catalogo.Executar({u"UPDATE FIGURADETALHADA SET "_s + mudanca +
-                                    u" WHERE CodigoFigura = 1 AND CodigoFiguraDetalhada = 9"_s});
+        Executar({u"UPDATE FIGURADETALHADA SET "_s + mudanca +
+                  u" WHERE CodigoFigura = 1 AND CodigoFiguraDetalhada = 9"_s});
         gCodigoPeca = 1;
         QCOMPARE(ErrorOf([] { UnicaInstancia<frmFiguraDetalhada>().Show(); }), erro);
     }
@@ -87,8 +86,8 @@ TEST(TestCarga, picturesOfAnyKind) {
             vidro.fill(Qt::transparent);
             QVERIFY(vidro.save(janela_->Arquivo(nome)));
         }
-        janela_->catalogo.Executar({u"UPDATE FIGURA SET ArquivoFigura = '"_s + nome + u'\''});
-        janela_->AbrirFigura();
+        Executar({u"UPDATE FIGURA SET ArquivoFigura = '"_s + nome + u'\''});
+        AbrirFigura();
         QCOMPARE(janela_->Caixas(), QStringList());
         const QWidget* figura = Achar(Figura, "imgFigura(1)");
         QCOMPARE(figura->size(), visto);
@@ -101,7 +100,7 @@ TEST(TestCarga, picturesOfAnyKind) {
 
 TEST(TestCarga, noPictureHidesAButton) {
     janela_->GravarFigura("fig1.png", {900, 700});
-    janela_->AbrirFigura();
+    AbrirFigura();
     const QImage imagem = TelaDaFigura().Picture()->grab().toImage();
     QCOMPARE(imagem.pixelColor(660, 580), QColor(Qt::yellow));
     for (const QPoint botao : {QPoint(240, 548), QPoint(348, 560), QPoint(493, 560)}) {
@@ -110,7 +109,7 @@ TEST(TestCarga, noPictureHidesAButton) {
 }
 
 TEST(TestCarga, numbersHaveNamesAndCanBePressed) {
-    janela_->AbrirFigura();
+    AbrirFigura();
     const auto nome = [](int indice) {
         return QAccessible::queryAccessibleInterface(Item(indice))->text(QAccessible::Name);
     };

@@ -15,7 +15,7 @@ struct Pinturas : QObject {
 
 }  // namespace
 
-struct TestItens : NaJanela<Mao> {};
+struct TestItens : NaFigura {};
 
 TEST(TestItens, theMouseLightsANumberAndItsRelatives) {
     for (const auto& [indice, acesos, rotulos, marcador] : Each<int, QString, QString, QPointF>{
@@ -27,7 +27,7 @@ TEST(TestItens, theMouseLightsANumberAndItsRelatives) {
               QPointF(473, 222.5)},
              {"no component", 6, "77:15", "NÃO APLICAVEL||", QPointF(124.5, 422.5)},
          }) {
-        janela_->AbrirFigura();
+        AbrirFigura();
         Passar(indice == 4 ? 5 : 4);  // straight from a number with kits to this one
         Passar(indice);
         QCOMPARE(Acesos(), acesos);
@@ -46,10 +46,10 @@ TEST(TestItens, theMouseLightsANumberAndItsRelatives) {
 
 TEST(TestItens, theNumberStandsWhiteOnItsMarkerOnThePicture) {
     for (const auto& [item] : Each<QString>{"12a", "1000", "1000a"}) {
-        janela_->catalogo.Executar(
+        Executar(
             {u"UPDATE FIGURADETALHADA SET ItemComponente = '%1' WHERE "
              "CodigoFiguraDetalhada = 4"_s.arg(item)});
-        janela_->AbrirFigura();
+        AbrirFigura();
         Passar(4);
         const QImage tela = TelaDaFigura().Picture()->grab().toImage();
         QCOMPARE(tela.pixelColor(67, 128), QColor(Qt::yellow));
@@ -74,10 +74,10 @@ TEST(TestItens, theNumberStandsWhiteOnItsMarkerOnThePicture) {
 
 // What the labels cut can be read on the number itself.
 TEST(TestItens, theNumbersTipHoldsWhatIsCut) {
-    janela_->catalogo.Executar(
+    Executar(
         {"UPDATE JOGOREPARO SET DescricaoJogoReparo = 'Jogo de <reparo> do diafragma ' & "
          "CodigoJogoReparo"});
-    janela_->AbrirFigura();
+    AbrirFigura();
     Passar(4);
     QTextDocument dica;
     dica.setHtml(Item(4)->toolTip());
@@ -90,7 +90,7 @@ TEST(TestItens, theNumbersTipHoldsWhatIsCut) {
 
 // The list's button under the mouse that has just been on a number.
 TEST(TestItens, whatTheMouseLitIsGoneAfterTheList) {
-    janela_->AbrirFigura();
+    AbrirFigura();
     Passar(5);
     Clicar(Figura, "imgListaComponentesFundo");
     IrNaLista(" 100");
@@ -105,7 +105,7 @@ TEST(TestItens, whatTheMouseLitIsGoneAfterTheList) {
 
 // The filter lets go of a kit that does not have the item.
 TEST(TestItens, aClickFindsItsItemBehindAKitFilter) {
-    janela_->AbrirListaNoItem("12002", "  12a");
+    AbrirListaNoItem("12002", "  12a");
     Escolher(Lista, "cboMostraNaListaPecas", 1);
     QCOMPARE(Linhas(Lista, "dtcListaPecas")->RecordCount(), 1);
     Clicar(Lista, "imgFiguraDetalhadaFundo");
@@ -150,9 +150,9 @@ TEST(TestItens, blanksMoveTheMarker) {
              {"both", "  1  ", 6.0},
              {"an apostrophe is text", "1''", 0.0},
          }) {
-        janela_->catalogo.Executar({u"UPDATE FIGURADETALHADA SET ItemComponente = '"_s + item +
-                                    u"' WHERE CodigoFigura = 1 AND CodigoFiguraDetalhada = 1"_s});
-        janela_->AbrirFigura();
+        Executar({u"UPDATE FIGURADETALHADA SET ItemComponente = '"_s + item +
+                  u"' WHERE CodigoFigura = 1 AND CodigoFiguraDetalhada = 1"_s});
+        AbrirFigura();
         Passar(1);
         QCOMPARE(Marcador()->Lugar().center().x() - (66 + 16.5), deslocado);
         QCOMPARE(Rotulos(), u"NÃO APLICAVEL||"_s);
@@ -160,7 +160,7 @@ TEST(TestItens, blanksMoveTheMarker) {
 }
 
 TEST(TestItens, aTagBeyondEightBitsIsAnError) {
-    janela_->AbrirFigura();
+    AbrirFigura();
     const QString jogos = u".12,"_s.repeated(64);
     Item(1)->Tag = jogos.left(252);
     Passar(1);
@@ -170,7 +170,7 @@ TEST(TestItens, aTagBeyondEightBitsIsAnError) {
 }
 
 TEST(TestItens, aClickOpensTheListAtTheItem) {
-    janela_->AbrirFigura();
+    AbrirFigura();
     Passar(5);
     ClicarItem(5);
     QVERIFY(Visivel(Lista));
@@ -191,7 +191,7 @@ TEST(TestItens, aClickOpensTheListAtTheItem) {
 
 // Nothing else is painted meanwhile, and the first touch ends it.
 TEST(TestItens, blinks) {
-    janela_->AbrirFiguraDoItem("   2");
+    AbrirFiguraDoItem("   2");
     QCOMPARE(TelaDaFigura().findChild<QTimer*>(u"Timer1"_s)->interval(), 100);
     QCOMPARE(Acesos(), u"2:0 2:0"_s);
     QTRY_COMPARE(Acesos(), u"2:15 2:15"_s);

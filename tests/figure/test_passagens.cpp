@@ -1,6 +1,6 @@
 #include "figura.h"
 
-struct TestPassagens : NaJanela<Mao> {};
+struct TestPassagens : NaFigura {};
 
 TEST(TestPassagens, whatWasSearchedForBlinks) {
     for (const auto& [tipo, numero, acesos, apagados, rotulos] :
@@ -11,7 +11,7 @@ TEST(TestPassagens, whatWasSearchedForBlinks) {
              {"kit", "Jogos de Reparo", "A340", "100:9 12a:9", "100:15 12a:15", "||"},
              {"part", "Peças", "12002", "", "", "||"},
          }) {
-        janela_->AbrirResultado(tipo, numero);
+        AbrirResultado(tipo, numero);
         Clicar(Resultado, "imgFiguraDetalhadaFundo");
         QVERIFY(Visivel(Figura) && !Visivel(Resultado));
         QCOMPARE(ParametroFormulario, QString());
@@ -36,7 +36,7 @@ TEST(TestPassagens, whatTheListShowsBlinks) {
               "!Anel de vedação|A3400|"},
              {"seen by the template alone", "A3402", "10", 0, "0:12", "||"},
          }) {
-        janela_->AbrirListaNoItem(peca, item);
+        AbrirListaNoItem(peca, item);
         for (int i = 0; i < jogo; ++i) {
             Linhas(Lista, "dtcJogosReparoComponente")->MoveNext();
         }
@@ -55,12 +55,12 @@ TEST(TestPassagens, whatHasNoNumberIsSaid) {
              {"component", "Componentes", "K560", "Componente"},
              {"kit", "Jogos de Reparo", "1200", "Jogo de Reparo"},
          }) {
-        janela_->catalogo.Executar({"DELETE FROM FIGURADETALHADA WHERE CodigoFiguraDetalhada = 1",
-                                    "DELETE FROM FIGURADETALHADA WHERE CodigoFiguraDetalhada = 4"});
+        Executar({"DELETE FROM FIGURADETALHADA WHERE CodigoFiguraDetalhada = 1",
+                  "DELETE FROM FIGURADETALHADA WHERE CodigoFiguraDetalhada = 4"});
         if (numero.isEmpty()) {
-            janela_->AbrirFiguraDoItem("   1");
+            AbrirFiguraDoItem("   1");
         } else {
-            janela_->AbrirResultado(tipo, numero);
+            AbrirResultado(tipo, numero);
             Clicar(Resultado, "imgFiguraDetalhadaFundo");
         }
         QCOMPARE(janela_->Caixas(), List(u"64 "_s + dito + u" não representado graficamente."_s));
@@ -71,8 +71,8 @@ TEST(TestPassagens, whatHasNoNumberIsSaid) {
 }
 
 TEST(TestPassagens, anEmptyListMarksNothing) {
-    janela_->AbrirListaNoItem("12002", "   1");
-    janela_->catalogo.Executar({"DELETE FROM PECA_COMPONENTE_JOGOREPARO"});
+    AbrirListaNoItem("12002", "   1");
+    Executar({"DELETE FROM PECA_COMPONENTE_JOGOREPARO"});
     Escolher(Lista, "cboMostraNaListaPecas", 0);
     Clicar(Lista, "imgFiguraDetalhadaFundo");
     QVERIFY(Visivel(Figura));
@@ -81,7 +81,7 @@ TEST(TestPassagens, anEmptyListMarksNothing) {
 }
 
 TEST(TestPassagens, listAndFigureTakeTurns) {
-    janela_->AbrirFiguraDoItem("   1");
+    AbrirFiguraDoItem("   1");
     QTRY_COMPARE(Acesos(), u"1:15"_s);
     const forms::Form* lista = forms::Form::Find(Lista);
     const forms::Form* figura = forms::Form::Find(Figura);
@@ -98,9 +98,9 @@ TEST(TestPassagens, listAndFigureTakeTurns) {
 }
 
 TEST(TestPassagens, aPartWithoutListKeepsBlinking) {
-    janela_->catalogo.Executar({"UPDATE PECA SET CodigoFigura = 1 WHERE CodigoPeca = 3",
-                                "INSERT INTO PECA_COMPONENTE_JOGOREPARO VALUES (3, '   1', 3)"});
-    janela_->AbrirResultado("Jogos de Reparo", "K560");
+    Executar({"UPDATE PECA SET CodigoFigura = 1 WHERE CodigoPeca = 3",
+              "INSERT INTO PECA_COMPONENTE_JOGOREPARO VALUES (3, '   1', 3)"});
+    AbrirResultado("Jogos de Reparo", "K560");
     Clicar(Resultado, "imgFiguraDetalhadaFundo");
     Clicar(Figura, "imgListaComponentesFundo");
     QCOMPARE(janela_->Caixas(), List("64 Essa Peça não possui Lista de Componentes."));
@@ -110,7 +110,7 @@ TEST(TestPassagens, aPartWithoutListKeepsBlinking) {
 }
 
 TEST(TestPassagens, printingLeavesTheBlinkAlone) {
-    janela_->AbrirFiguraDoItem("   1");
+    AbrirFiguraDoItem("   1");
     QString figura;
     QString lista;
     QTimer::singleShot(0, this, [&] {
@@ -143,11 +143,7 @@ TEST(TestPassagens, theWaysBack) {
     row("list to parts", true, Lista, "imgResultadoPesquisaFundo", {Busca, Resultado});
     row("list to search", true, Lista, "imgPesquisaFundo", {Busca});
     for (const auto& [pelaLista, tela, botao, restam] : row) {
-        if (pelaLista) {
-            janela_->AbrirFiguraDoItem("   1");
-        } else {
-            janela_->AbrirFigura();
-        }
+        pelaLista ? AbrirFiguraDoItem("   1") : AbrirFigura();
         if (tela == Lista) {
             Clicar(Figura, "imgListaComponentesFundo");
         }
@@ -163,7 +159,7 @@ TEST(TestPassagens, theWaysBack) {
 
 // From the parts' row and from the list's.
 TEST(TestPassagens, aDoubleClickOnARowOpensTheFigure) {
-    janela_->AbrirResultado("Peças", "12002");
+    AbrirResultado("Peças", "12002");
     DuploCliqueEm(Resultado, "grdResultadoPesquisaPeca");
     QVERIFY(Visivel(Figura));
     QVERIFY(!Piscando());
