@@ -1,10 +1,12 @@
 #include "platform/dao/errors.h"
 #include "platform/dao/statement.h"
 #include "support/database.h"
+#include "support/quickkeys.h"
 
 #include <QScopeGuard>
 
 #include <cerrno>
+#include <cstdio>
 #include <sqlite3.h>
 
 using namespace dao;
@@ -33,6 +35,17 @@ void Content(Database& database, QStringList& rows) {
     ReadRows(database, "SELECT * FROM PECA", rows);
     ReadRows(database, "SELECT Numero FROM PECA ORDER BY Numero", rows);
 }
+
+// Begins to read a file, and lives on.
+int PlayReader(int, char** argv) {
+    UseQuickKeys();
+    Connection connection(QString::fromUtf8(argv[1]), "segredo", Connection::Mode::ReadOnly);
+    Statement reading(connection, "SELECT * FROM PECA");
+    std::puts(reading.Step() ? "reads" : "empty");
+    std::fflush(stdout);
+    return std::getchar();
+}
+TARVO_PROGRAM("reader", PlayReader);
 
 }  // namespace
 
@@ -127,6 +140,32 @@ TEST(TestErrors, WaitsAsLongAsItIsTold) {
     another_.database->Execute(u"DELETE FROM PECA WHERE Codigo = 3"_s, dbSeeChanges);
     QCOMPARE(another_.database->GetConnection()->Value("PRAGMA busy_timeout").toInt(),
              int(Connection::Patience.count()));
+}
+
+// Until it has read, everybody else still reads.
+TEST(TestErrors, ACommitWaitsForAnotherProgram) {
+    QProcess reader;
+    reader.start(QCoreApplication::applicationFilePath(), List("--play", "reader", file_.Path()));
+    QVERIFY(reader.waitForReadyRead(60000));
+    int asked = 0;
+    const auto stays = [&](std::chrono::milliseconds waited) {
+        return waited < std::chrono::hours(1) && ++asked < 3;
+    };
+    session_.database->SetPatience(stays);
+    session_.workspace->BeginTrans();
+    session_.Execute("DELETE FROM PECA WHERE Codigo = 9");
+    QCOMPARE(ErrorOf([&] { session_.workspace->CommitTrans(); }), 3260);
+    QCOMPARE(asked, 3);
+    QCOMPARE(another_.Value("SELECT Count(*) FROM PECA"), u"301"_s);
+    session_.database->SetPatience([&](std::chrono::milliseconds) {
+        reader.kill();
+        return reader.waitForFinished();
+    });
+    session_.workspace->CommitTrans();
+    QVERIFY(asked == 3 && !session_.database->Reader());
+    const Connection& engine = *session_.database->GetConnection();
+    const qint64 pages = engine.PagesRead();
+    QVERIFY(pages > 2 && engine.PagesRead() == pages);
 }
 
 // Nothing is made, or left behind, by what is refused.

@@ -16,6 +16,7 @@
 #include <QFileInfo>
 #include <QScopeGuard>
 
+#include <algorithm>
 #include <array>
 #include <mutex>
 #include <sqlite3.h>
@@ -26,7 +27,6 @@ namespace dao {
 
 namespace {
 
-constexpr char ClientKey[] = "tarvo.connection";
 constexpr std::chrono::milliseconds WaitSlice{20};
 // Which every reader locks, by the engine's file format.
 constexpr qint64 FirstSharedByte = 0x40000002;
@@ -84,7 +84,6 @@ Connection::~Connection() {
 }
 
 void Connection::Open(const QByteArray& key, Mode mode) {
-    static_assert(SQLITE_VERSION_NUMBER >= 3044000, "client data needs 3.44");
     static std::once_flag prepared;
     std::call_once(prepared, PrepareEngine);
     constexpr std::array Flags = {SQLITE_OPEN_READWRITE, SQLITE_OPEN_READONLY,
@@ -96,7 +95,6 @@ void Connection::Open(const QByteArray& key, Mode mode) {
                         Flags.at(static_cast<std::size_t>(mode)) | SQLITE_OPEN_NOMUTEX, nullptr);
     handle_.reset(raw);
     CheckOpened(raw, opened, path_);
-    sqlite3_set_clientdata(raw, ClientKey, this, nullptr);
     SetBusyTimeout(Patience);
     // A name in double quotes that is no column must not turn into a text.
     sqlite3_db_config(raw, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
@@ -250,7 +248,7 @@ void Connection::FinishUnsettledReads() {
 }
 
 const Connection& Connection::Of(sqlite3* handle) {
-    return *static_cast<const Connection*>(sqlite3_get_clientdata(handle, ClientKey));
+    return **std::ranges::find(All(), handle, &Connection::Handle);
 }
 
 const std::vector<Connection*>& Connection::All() {

@@ -80,7 +80,7 @@ public:
     // What schema.cpp remembers of the tables that it has read.
     std::shared_ptr<TableCache>& Tables() { return tables_; }
 
-    static const Connection& Of(sqlite3* handle);  // the connection that owns a handle
+    static const Connection& Of(sqlite3* handle);  // the open connection that owns a handle
 
     // Every open connection of this process, in the order of opening.
     static const std::vector<Connection*>& All();

@@ -145,11 +145,12 @@ void CallLike(sqlite3_context* context, int, sqlite3_value** values) {
         sqlite3_value_type(values[1]) == SQLITE_NULL) {
         return;
     }
+    constexpr int Place = 1;  // of the pattern among the arguments
     Guarded(context, [&] {
-        const auto* pattern = static_cast<const sql::Pattern*>(sqlite3_get_auxdata(context, 1));
+        const auto* pattern = static_cast<const sql::Pattern*>(sqlite3_get_auxdata(context, Place));
         std::unique_ptr<sql::Pattern> made;
         if (!pattern) {
-            made = std::make_unique<sql::Pattern>(TextOf(values[1]), Accents);
+            made = std::make_unique<sql::Pattern>(TextOf(values[Place]), Accents);
             pattern = made.get();
         }
         const bool matches = sqlite3_value_type(values[0]) == SQLITE_FLOAT
@@ -158,7 +159,7 @@ void CallLike(sqlite3_context* context, int, sqlite3_value** values) {
         sqlite3_result_int(context, matches);
         if (made) {
             // Last, as the engine may delete it at once.
-            sqlite3_set_auxdata(context, 1, made.release(), DeletePattern);
+            sqlite3_set_auxdata(context, Place, made.release(), DeletePattern);
         }
     });
 }
@@ -169,31 +170,31 @@ struct Kept {
     bool any;
 };
 
-Kept* KeptOf(sqlite3_context* context) {
-    return static_cast<Kept*>(sqlite3_aggregate_context(context, sizeof(Kept)));
+Kept& KeptOf(sqlite3_context* context) {
+    auto* kept = static_cast<Kept*>(sqlite3_aggregate_context(context, sizeof(Kept)));
+    return kept ? *kept : throw std::bad_alloc();
 }
 
 template <bool First>
 void KeepStep(sqlite3_context* context, int, sqlite3_value** values) {
-    Kept* kept = KeptOf(context);
-    if (!kept) {
-        sqlite3_result_error_nomem(context);
-        return;
-    }
-    if (First && kept->any) {
-        return;
-    }
-    sqlite3_value_free(kept->value);
-    kept->value = sqlite3_value_dup(values[0]);
-    kept->any = true;
+    Guarded(context, [&] {
+        Kept& kept = KeptOf(context);
+        if (First && kept.any) {
+            return;
+        }
+        sqlite3_value_free(kept.value);
+        kept.value = sqlite3_value_dup(values[0]);
+        kept.any = true;
+    });
 }
 
 void KeepFinal(sqlite3_context* context) {
-    const Kept* kept = KeptOf(context);
-    if (kept && kept->value) {
-        sqlite3_result_value(context, kept->value);
-        sqlite3_value_free(kept->value);
-    }
+    Guarded(context, [&] {
+        if (sqlite3_value* value = KeptOf(context).value) {
+            sqlite3_result_value(context, value);
+            sqlite3_value_free(value);
+        }
+    });
 }
 
 // 1 when the time of the present slice of reading is over. Called for every row that is passed by,

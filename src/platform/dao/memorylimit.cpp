@@ -63,7 +63,9 @@ void Free(void* piece) {
 void* Resize(void* piece, int bytes) {
     const int before = SizeOf(piece);
     void* resized = IsTooMuch(bytes - before) ? nullptr : engines.xRealloc(piece, bytes);
-    used += resized ? SizeOf(resized) - before : 0;
+    if (resized) {
+        used += SizeOf(resized) - before;
+    }
     return resized;
 }
 

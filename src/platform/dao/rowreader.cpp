@@ -69,8 +69,7 @@ void RowReader::Read(qint64 rows, Clock::time_point deadline) {
     const DeadlineScope scope{*connection_};
     const bool timed = deadline != Clock::time_point::max();
     // The clock costs as much as a column. A step that read no row may have been a long one.
-    constexpr unsigned RowsPerLook = 4;
-    unsigned read = 0;
+    constexpr int RowsPerLook = 4;
     try {
         while (rows > 0) {
             const Step step = Next();
@@ -79,7 +78,7 @@ void RowReader::Read(qint64 rows, Clock::time_point deadline) {
                 return;
             }
             rows -= step == Step::Row ? 1 : 0;
-            const bool look = step != Step::Row || ++read % RowsPerLook == 0;
+            const bool look = step != Step::Row || rows % RowsPerLook == 0;
             if (timed && look && Clock::now() >= deadline) {
                 return;
             }

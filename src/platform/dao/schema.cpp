@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 
 using namespace Qt::StringLiterals;
@@ -30,7 +31,7 @@ struct TableCache {
     static constexpr std::chrono::milliseconds Trusted{100};
 
     Clock::time_point until;
-    qint64 version = -1;
+    std::optional<qint64> version;
     QHash<QString, sql::TableInfo> tables;
     // By shape. No script goes to and fro between more.
     QCache<std::string, std::shared_ptr<PreparedChange>> changes{32};
