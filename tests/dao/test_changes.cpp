@@ -232,6 +232,9 @@ TEST(TestChanges, RepeatedChangesAreAsSingleOnes) {
                 session_.database->RecordsAffected() == engine.AllChanges() - before);
     }
     QVERIFY2(failed > 200 && failed < 1000, qPrintable(QString::number(failed)));
+    session_.Execute("UPDATE T SET X = 'a' WHERE X = 'b' AND C = 3");
+    QVERIFY(FindChange(*session_.database->GetConnection(),
+                       sql::Shape("UPDATE T SET X = 'c' WHERE X = 'd' AND C = 4")));
     QStringList rows;
     QStringList plainRows;
     ReadRows(*session_.database, "SELECT * FROM T ORDER BY C", rows);

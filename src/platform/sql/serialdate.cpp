@@ -99,7 +99,7 @@ std::optional<double> ParseTime(QStringView text) {
         return {};
     }
     int number[3] = {};
-    constexpr int Limit[3] = {23, 59, 59};
+    constexpr int Limit[] = {23, 59, 59};
     for (qsizetype i = 0; i < parts.size(); ++i) {
         bool ok = false;
         number[i] = parts.at(i).toInt(&ok);
