@@ -27,6 +27,7 @@ TEST(TestCsv, Reads) {
              {"tabs", "a\tb\n1;2\t3", List("1: a|b", "2: 1;2|3")},
              {"quoted separators of a heading do not count", "\"a,b,c\";d\n1;2\n",
               List("1: a,b,c|d", "2: 1|2")},
+             {"nothing in the heading", "\na,b,c;1\n", List("2: a,b,c|1")},
              {"one column", "a\n1,5\n", List("1: a", "2: 1,5")},
              {"a line that tells the separator", "sep=|\r\na|b;c\r\n", List("2: a|b;c")},
              {"mark", "\xEF\xBB\xBFPeça;b\n,,,,\n", List("1: Peça|b", "2: ,,,,")},

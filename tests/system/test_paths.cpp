@@ -83,6 +83,7 @@ TEST(TestPaths, WholeFiles) {
     QCOMPARE(ErrorOf([&] { sys::Flush(Text("nada")); }), 53);
     QCOMPARE(ErrorOf([&] { sys::Replace(Text("nada"), path); }), 53);
     QCOMPARE(ErrorOf([&] { sys::Replace(path, Text("FotoPeca")); }), 75);
+    QCOMPARE(ErrorOf([&] { sys::Replace(path, Text("nada\\a.txt")); }), 75);
     sys::Replace(path, Text("DOIS.TXT"));
     QVERIFY(!sys::Exists(path) && sys::ReadText(Text("DOIS.TXT")) == u"conteúdo"_s);
 }

@@ -3,6 +3,7 @@
 #include "platform/system/filelocks.h"
 #include "platform/system/http.h"
 #include "platform/system/http_address.h"
+#include "platform/system/output.h"
 #include "platform/system/sockets.h"
 #include "platform/system/usage.h"
 #include "support/frailfolder.h"
@@ -74,6 +75,12 @@ TEST(TestSystem, UserDataNeedsAFolder) {
     }
 }
 
+TEST(TestSystem, MakesPrograms) {
+    sys::MakeExecutable(Text("dois.txt"));
+    QCOMPARE(int(QFile::permissions(folder_.filePath(u"dois.txt"_s))) & 0x1111, 0x1111);
+    QCOMPARE(ErrorOf([this] { sys::MakeExecutable(Text("nada")); }), 53);
+}
+
 TEST(TestSystem, VolumeOfDrive) {
     QCOMPARE(sys::ToNative(u"C:\\"_s), u"/"_s);
     QCOMPARE(sys::VolumeSerial(u"C:\\"_s), sys::VolumeSerial(u"/"_s));
@@ -126,7 +133,8 @@ TEST(TestSystem, EngineLocksWhereTheyBelongToOpenFiles) {
     const auto others = [&](int type, off_t from = 0) { return lock(fcntl, 2, type, from, 1); };
     QVERIFY(lock(engine, 0, F_RDLCK, 0, 10) && lock(engine, 1, F_RDLCK, 0, 10));
     QVERIFY(others(F_RDLCK) && !lock(engine, 0, F_WRLCK, 0, 10) && errno == EAGAIN);
-    QVERIFY(others(F_UNLCK) && lock(engine, 0, F_WRLCK, 0, 10) && !others(F_RDLCK));
+    QVERIFY(others(F_UNLCK) && !others(F_WRLCK));
+    QVERIFY(lock(engine, 0, F_WRLCK, 0, 10) && !others(F_RDLCK));
     QVERIFY(lock(engine, 1, F_RDLCK, 0, 10) && others(F_RDLCK) && others(F_UNLCK));
     QVERIFY(lock(engine, 1, F_WRLCK, 20, 0) && !others(F_WRLCK, 1000) && others(F_WRLCK, 15));
     QVERIFY(lock(engine, 0, F_UNLCK, 0, 0) && others(F_WRLCK) && others(F_WRLCK, 1000));
