@@ -1,6 +1,7 @@
 #pragma once
 
 #include "figure/figura_detalhada.h"
+#include "platform/forms/font.h"
 #include "support/janela.h"
 
 inline const QString Figura = frmFiguraDetalhada::Nome;
@@ -45,13 +46,14 @@ struct NaFigura : NaJanela<Mao> {
     static void Passar(int indice) { PassarSobre(Item(indice)->geometry().center()); }
     static void ClicarItem(int indice) { QTest::mouseClick(Item(indice), Qt::LeftButton); }
 
-    // "caption:colour" of each number that is not at rest, the template included.
+    // "caption:colour" of each number that is not at rest, the template included; "!" where it is
+    // not bold.
     static QString Acesos() {
         QStringList acesos;
         for (const auto* item : TelaDaFigura().findChildren<ItemFigura*>()) {
             if (item->Negrito() || item->ForeColor() != Cor::Preto) {
-                acesos +=
-                    item->Caption().trimmed() + u':' + QString::number(int(item->ForeColor()));
+                acesos += item->Caption().trimmed() + (item->Negrito() ? u":"_s : u"!"_s) +
+                          QString::number(int(item->ForeColor()));
             }
         }
         acesos.sort();

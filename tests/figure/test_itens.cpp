@@ -139,6 +139,11 @@ TEST(TestItens, aNumberIsPaintedAsItIs) {
         novo.SetCaption(AnyText(texto));
         QVERIFY2(retrato(usado) == retrato(novo), texto);
     }
+    for (const auto& [texto, corpo] : {std::pair("888", 11), std::pair("8888", 10)}) {
+        novo.SetCaption(AnyText(texto));
+        QCOMPARE(novo.LarguraEmNegrito(),
+                 QFontMetricsF(forms::Font(corpo, true)).horizontalAdvance(AnyText(texto)));
+    }
     QVERIFY(retrato(novo) != QWidget().grab({0, 0, 33, 13}).toImage());
 }
 

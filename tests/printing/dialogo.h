@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/forms/artwork.h"
 #include "platform/printer/printdialog.h"
 #include "printing/impressao.h"
 #include "support/catalogo.h"

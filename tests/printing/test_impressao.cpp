@@ -14,6 +14,7 @@ TEST(TestImpressao, firstTicksAndWaysOut) {
         Abrir(parametro);
         QVERIFY(!frmImpressao::Imprimindo());
         QCOMPARE(Marcas(), marcas);
+        QCOMPARE(form_->Picture()->size(), form_->Background()->Size());
         QCOMPARE(ParametroFormulario, QString());
         QCOMPARE(forms::MousePointer(), forms::vbDefault);
         sair();

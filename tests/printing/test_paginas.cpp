@@ -160,6 +160,7 @@ TEST(TestPaginas, figure) {
     DarFigura(numeros, "F.PNG");
     Imprimir("FD:1LC:1");
     QCOMPARE(Caixas(), QStringList());
+    QCOMPARE(folha_.textos.at(1).texto, u"Figura Detalhada"_s);
     QCOMPARE(folha_.textos.at(4 + numeros.size()).pagina, 2);
     QCOMPARE(folha_.figuras.size(), 1);
     const QPointF canto(200, 645);
