@@ -16,7 +16,7 @@ frmFiguraDetalhada::frmFiguraDetalhada() : Tela(Nome, Kind::Screen, QSize(800, 6
 void frmFiguraDetalhada::Load() {
     PosicionarControles();
     mIgnorarAtivacao = false;
-    mItemAtual = -1;
+    mItemAtual = SemItem;
     if (const QString titulo = TituloDaPeca(15); !titulo.isEmpty()) {
         lblInf->SetText(titulo);
     }

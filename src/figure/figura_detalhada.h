@@ -36,6 +36,8 @@ protected:
     void CloseRequested() override { VoltarAoResultado(*this); }
 
 private:
+    static constexpr qint16 SemItem = -1;
+
     struct ItemPiscando {
         ItemFigura* item;
         Cor cor;
@@ -71,7 +73,7 @@ private:
     void Imprimir();
 
     bool mIgnorarAtivacao = false;                 // the next activation brings no selection
-    qint16 mItemAtual = -1;                        // the number under the mouse
+    qint16 mItemAtual = SemItem;                   // the number under the mouse
     qint16 mQuantidadeItens = 0;                   // the last index of lblItem
     std::unique_ptr<dao::Recordset> mComponentes;  // one row for each item and kit, by item
     std::vector<ItemPiscando> mItensPiscando;

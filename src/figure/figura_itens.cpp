@@ -161,7 +161,7 @@ void frmFiguraDetalhada::AoMoverSobreItem(qint16 Index) {
             return;
         }
     }
-    if (piscava || mItemAtual != -1) {
+    if (piscava || mItemAtual != SemItem) {
         ApagarItens();
         PintarRotulos(Cor::Preto);
     }
@@ -230,7 +230,7 @@ void frmFiguraDetalhada::MoverMarcador(const ItemFigura& item) {
 }
 
 void frmFiguraDetalhada::LimparItemAtual() {
-    if (mItemAtual == -1) {
+    if (mItemAtual == SemItem) {
         return;
     }
     lblComponente->SetText(QString());
@@ -238,7 +238,7 @@ void frmFiguraDetalhada::LimparItemAtual() {
     lblObservacao->SetText(QString());
     shpSelecaoItem[1]->hide();
     ApagarItens();
-    mItemAtual = -1;
+    mItemAtual = SemItem;
 }
 
 void frmFiguraDetalhada::ApagarItens() {
@@ -261,9 +261,7 @@ void frmFiguraDetalhada::AoClicarNoItem() {
                       TituloCatalogo);
         return;
     }
-    if (mItemAtual >= 0) {
-        const QString item = lblItem[size_t(mItemAtual)]->Caption();
-        LimparItemAtual();
-        AbrirListaNoItem(*this, item);
+    if (mItemAtual != SemItem) {
+        AbrirListaNoItem(*this, lblItem[size_t(mItemAtual)]->Caption());
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "figure/figura_detalhada.h"
+#include "look/paleta.h"
 #include "platform/forms/font.h"
 #include "support/janela.h"
 

@@ -160,6 +160,10 @@ TEST(TestItens, blanksMoveTheMarker) {
         AbrirFigura();
         Passar(1);
         QCOMPARE(Marcador()->Lugar().center().x() - (66 + 16.5), deslocado);
+        if (deslocado == 1.5) {  // on whole pixels: a line of one around it
+            QCOMPARE(Shows(*Marcador(), Paleta::Atual().itemFundo), QRect(1, 2, 20, 19));
+            QVERIFY(!Shows(*Marcador(), Paleta::Atual().itemBorda).isEmpty());
+        }
         QCOMPARE(Rotulos(), u"NÃO APLICAVEL||"_s);
     }
 }
