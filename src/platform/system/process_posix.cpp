@@ -38,10 +38,7 @@ int Reap(int& exitCode, pid_t process, int options) {
         return exitCode;
     }
     int status = 0;
-    pid_t ended = 0;
-    do {
-        ended = waitpid(process, &status, options);
-    } while (ended < 0 && errno == EINTR);
+    const pid_t ended = TEMP_FAILURE_RETRY(waitpid(process, &status, options));
     if (ended > 0) {
         exitCode = ExitCodeOf(status);
     } else if (ended == -1) {
@@ -107,10 +104,7 @@ bool WaitOnDescriptor([[maybe_unused]] sys::ProcessId process) {
         return false;
     }
     pollfd wanted = {descriptor, POLLIN, 0};
-    int ready = 0;
-    do {
-        ready = poll(&wanted, 1, -1);
-    } while (ready < 0 && errno == EINTR);
+    const auto ready = TEMP_FAILURE_RETRY(poll(&wanted, 1, -1));
     close(descriptor);
     return ready > 0;
 #else
