@@ -142,6 +142,7 @@ TEST(TestPlanilhas, NothingIsWrittenByACheck) {
     order_.folder.clear();
     const auto outcome = Import();
     QCOMPARE(outcome.refused, 4);  // what hung on the components
+    QCOMPARE(outcome.findings.size(), 3);
     QVERIFY(!outcome.made);
     QCOMPARE(NamesIn(root_->path()), List("csv"));
     QVERIFY(importar::Report(order_, outcome).endsWith(u"Conferido; nada foi gravado.\n"_s));
