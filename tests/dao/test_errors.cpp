@@ -217,6 +217,7 @@ TEST(TestErrors, RefusesWhatIsNotInOrder) {
                 Open(folder + "nada.mdb"_L1);
             }).contains(QDir::toNativeSeparators(file_.Folder() + "/nada.mdb"_L1)));
     QVERIFY(sys::ReadBytes(path).first(8) != whole_.first(8));  // each its own salt
+    QVERIFY(QFile::exists(file_.Folder() + "/novo.ldb"_L1));
     QCOMPARE(engine.SharedConnection(file_.Path()), session_.database->GetConnection());
     QVERIFY(!engine.SharedConnection(path));
 }

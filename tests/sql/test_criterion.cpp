@@ -1,9 +1,7 @@
 #include "platform/sql/dialect.h"
-#include "platform/sql/errors.h"
 #include "support/test.h"
 
 using sql::Criterion;
-using sql::Failure;
 
 namespace {
 
@@ -18,36 +16,15 @@ bool Matches(const QString& text) {
 
 struct TestCriterion : Fixture {};
 
-TEST(TestCriterion, Decides) {
-    for (const auto& [met, notMet] : Each<QStringList, QStringList>{
-             {"texts",
-              List("ItemComponente = '  12'", "itemcomponente >= '  12'",
-                   "ItemComponente >= '   7'", "Descricao = 'ÔNIBUS d´Água'",
-                   "[DESCRICAO] >= \"Onibus d´água\""),
-              List("ItemComponente = '12'", "ItemComponente >= '  12a'", "Descricao >= 'P'",
-                   "Descricao = 'Onibus d´água'")},
-             {"numbers", List("Quantidade = 2.5", "Quantidade >= 2", "Quantidade >= 2.5"),
-              List("Quantidade = 2", "Quantidade >= 3")},
-             {"null is not met", List(), List("Kit = 1", "Kit = ''", "Kit >= ''")},
-         }) {
-        for (const QString& text : met + notMet) {
-            QVERIFY2(Matches(text) == met.contains(text), qPrintable(text));
-        }
-    }
-}
-
-TEST(TestCriterion, Refuses) {
-    for (const auto& [text, failure] : Each<QString, Failure>{
-             {"unknown column", "Foo = 1", Failure::UnknownColumn},
-             {"nothing", "", Failure::SyntaxError},
-             {"rest", "Kit = 1 1", Failure::SyntaxError},
-             {"open text", "Kit = 'a", Failure::SyntaxError},
-             {"another operator", "Kit <> 1", Failure::NotSupported},
-             {"two conditions", "Kit = 1 AND Kit = 2", Failure::NotSupported},
-             {"no column", "1 = Kit", Failure::NotSupported},
-             {"column alone", "Kit", Failure::NotSupported},
-             {"text as a number", "Descricao >= 5", Failure::MixedComparison},
-         }) {
-        QCOMPARE(ErrorOf([&, given = text] { Matches(given); }), int(failure));
+// Each line of criterios.data is a condition, behind + if the row meets it, - if it doesn't, or the
+// number of the error with which it is refused.
+TEST(TestCriterion, DecidesOrRefuses) {
+    const QString all = sys::ReadText(QStringLiteral(TARVO_SQL_CASES "/criterios.data"));
+    for (const QString& line : all.split(u'\n', Qt::SkipEmptyParts)) {
+        const int error = line.section(u' ', 0, 0).toInt();
+        const QString text = error > 0 ? line.section(u' ', 1) : line.sliced(1);
+        bool met = false;
+        const int said = ErrorOf([&] { met = Matches(text); });
+        QVERIFY2(said == error && met == line.startsWith(u'+'), qPrintable(line));
     }
 }
