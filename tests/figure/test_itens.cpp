@@ -2,19 +2,6 @@
 
 #include <QTextDocument>
 
-namespace {
-
-// Counts what is painted anew.
-struct Pinturas : QObject {
-    int quantas = 0;
-    bool eventFilter(QObject*, QEvent* event) override {
-        quantas += event->type() == QEvent::Paint;
-        return false;
-    }
-};
-
-}  // namespace
-
 struct TestItens : NaFigura {};
 
 TEST(TestItens, theMouseLightsANumberAndItsRelatives) {
@@ -207,14 +194,14 @@ TEST(TestItens, blinks) {
     QTRY_COMPARE(Acesos(), u"2:12 2:12"_s);
     QTRY_COMPARE(Acesos(), u"2:15 2:15"_s);
     Settle();
-    Pinturas pisca;
-    Pinturas resto;
+    Paints pisca;
+    Paints resto;
     Item(2)->installEventFilter(&pisca);
     for (const QString& nome : {u"lblItem(1)"_s, u"lblItem(4)"_s, u"lblInf"_s}) {
         Achar(Figura, nome)->installEventFilter(&resto);
     }
-    QTRY_VERIFY(pisca.quantas >= 4);
-    QCOMPARE(resto.quantas, 0);
+    QTRY_VERIFY(pisca.count >= 4);
+    QCOMPARE(resto.count, 0);
 
     PassarSobreFundo();
     QVERIFY(Piscando());

@@ -1,4 +1,3 @@
-#include "platform/forms/artwork.h"
 #include "platform/forms/densepicture.h"
 #include "platform/forms/picturefile.h"
 #include "platform/forms/scale.h"
@@ -6,21 +5,6 @@
 #include "support/windows.h"
 
 using namespace forms;
-
-namespace {
-
-// Counts what is painted of a control.
-struct Paints : QObject {
-    int count = 0;
-
-    explicit Paints(QWidget& of) { of.installEventFilter(this); }
-    bool eventFilter(QObject*, QEvent* event) override {
-        count += event->type() == QEvent::Paint;
-        return false;
-    }
-};
-
-}  // namespace
 
 struct TestPaint : Fixture {};
 
@@ -72,7 +56,8 @@ TEST(TestPaint, ChangesAreSeen) {
     };
     for (const auto& [control, change] : changes) {
         Settle();
-        const Paints paints(*control);
+        Paints paints;
+        control->installEventFilter(&paints);
         change();
         QTRY_VERIFY(paints.count > 0);
     }

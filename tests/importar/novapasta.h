@@ -1,12 +1,10 @@
 #pragma once
 
 #include "importar/import.h"
+#include "importar/programa.h"
 #include "platform/dao/connection.h"
 #include "platform/dao/statement.h"
 #include "session/banco.h"
-#include "support/test.h"
-
-namespace testing_support {
 
 inline QString Given(const AnyText& name) {
     return QStringLiteral(TARVO_ANTIGOS) + u'/' + name;
@@ -31,20 +29,17 @@ inline QStringList RowsIn(const QString& folder, const AnyText& sql) {
     return rows;
 }
 
-// Everything in a folder, hidden names too.
-inline QStringList NamesIn(const QString& folder) {
-    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+inline importar::Outcome ImportBy(const importar::Order& order) {
+    tabelas::Progress progress;
+    return importar::Import(order, progress);
 }
 
 // What an import throws for the user; empty when it does not.
 inline QString ComplaintOf(const importar::Order& order) {
-    tabelas::Progress progress;
     try {
-        importar::Import(order, progress);
+        ImportBy(order);
         return {};
     } catch (const Erro& erro) {
         return erro.Description();
     }
 }
-
-}  // namespace testing_support

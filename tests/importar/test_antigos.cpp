@@ -49,15 +49,8 @@ QByteArray Coded(const QByteArray& bytes, const QByteArray& key) {
 
 }  // namespace
 
-struct TestAntigos : Fixture {
-    std::unique_ptr<QTemporaryDir> root_;
-
-    QString In(const AnyText& name) const { return root_->filePath(name); }
-
-    importar::Outcome Import(const QString& from) const {
-        tabelas::Progress progress;
-        return importar::Import({from, In("novo")}, progress);
-    }
+struct TestAntigos : InAFolder {
+    importar::Outcome Import(const QString& from) const { return ImportBy({from, In("novo")}); }
 
     const QByteArray whole_ = sys::ReadBytes(Given("antigo.mdb"));
     const qsizetype vehicles_ = DefinitionOf("DescricaoVeiculo") * PageSize;
@@ -87,10 +80,9 @@ struct TestAntigos : Fixture {
     }
 
     void init() override {
-        root_ = std::make_unique<QTemporaryDir>();
+        InAFolder::init();
         importar::SetMdbReader(QStringLiteral(TARVO_LEITOR));
     }
-    void cleanup() override { root_.reset(); }
     ~TestAntigos() override { importar::SetMdbReader({}); }
 };
 

@@ -11,15 +11,12 @@
 #include <QRegularExpression>
 
 using publicar::Finding;
-using verificar::Weight;
-
-namespace {
 
 // As a user would sum a report up: "!" a fault, "?" a hint, its cases behind it.
-QStringList Lines(const QList<Finding>& findings) {
+static QStringList Lines(const QList<Finding>& findings) {
     QStringList lines;
     for (const Finding& finding : findings) {
-        const QString mark = finding.weight == Weight::Fault ? u"!"_s : u"?"_s;
+        const QString mark = finding.weight == verificar::Weight::Fault ? u"!"_s : u"?"_s;
         for (const QString& example : finding.examples) {
             lines += mark + finding.what + u": "_s + example;
         }
@@ -27,13 +24,8 @@ QStringList Lines(const QList<Finding>& findings) {
     return lines;
 }
 
-}  // namespace
-
-struct TestPublicar : Fixture {
-    std::unique_ptr<QTemporaryDir> root_;
+struct TestPublicar : InAFolder {
     publicar::Order order_;
-
-    QString In(const AnyText& name) const { return root_->filePath(name); }
 
     // Whether the folder is sound.
     bool Check() {
@@ -79,7 +71,7 @@ struct TestPublicar : Fixture {
     }
 
     void init() override {
-        root_ = std::make_unique<QTemporaryDir>();
+        InAFolder::init();
         {
             CatalogoDeTeste catalogue;
             Executar(LinhasDePesquisa());
@@ -133,7 +125,7 @@ TEST(TestPublicar, PublishesOnlyWhatIsSound) {
     Write(In("nova/a.sdb"), "E:UPDATE NADA SET x = 1\r\n");
     Write(In("nova/FotoPeca/n.png"), "figura");
     QVERIFY(Program(Arguments()).startsWith(u"1 "_s));
-    QCOMPARE(QDir(order_.site).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList());
+    QCOMPARE(NamesIn(order_.site), QStringList());
 
     Write(In("nova/a.sdb"), "E:UPDATE PECA SET DescricaoPeca = 'Nova' WHERE CodigoPeca = 1");
     order_.programs = List("fotopeca\\N.png");
@@ -149,8 +141,7 @@ TEST(TestPublicar, PublishesOnlyWhatIsSound) {
     QVERIFY(!Publishes(4));
     const auto said =
         u"!Script com o nome de um arquivo de outra versão: quem atualiza as duas de uma vez o "
-        "recebe "
-        "só uma vez: a.sdb (versão 2)\n"
+        "recebe só uma vez: a.sdb (versão 2)\n"
         "?Nome que outra versão já tem: também ela passa a trazer este conteúdo: FotoPeca\\n.png "
         "(versão 2)\n"
         "!Programa que não está na pasta: n.png\n"
@@ -230,14 +221,9 @@ TEST(TestPublicar, Signs) {
 
 TEST(TestPublicar, FullDiskOfTheSite) {
     Write(In("nova/figura.png"), QByteArray(300'000, 'f'));
-    const QString said =
-        SaidAlone(u"mount -t tmpfs -o size=128k tmpfs '%1' && '%2' '%3'"_s.arg(
-                      order_.site, QStringLiteral(TARVO_PUBLICAR), Arguments().join(u"' '"_s)),
-                  order_.site);
-    if (said.isEmpty()) {
-        QSKIP("no disk of one's own to be had here");
-    }
-    QVERIFY2(said.endsWith(u"tarvo-publicar: Disco cheio\n 2\n"_s), qPrintable(said));
+    const QString command = u"mount -t tmpfs -o size=128k tmpfs '%1' && '%2' '%3'"_s;
+    FailsAlone(command.arg(order_.site, QStringLiteral(TARVO_PUBLICAR), Arguments().join(u"' '"_s)),
+               order_.site, u"tarvo-publicar: Disco cheio\n 2\n"_s);
 }
 
 TEST(TestPublicar, WrongUse) {

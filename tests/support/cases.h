@@ -2,8 +2,6 @@
 
 #include "support/test.h"
 
-namespace testing_support {
-
 struct Case {
     QStringList lines;
 
@@ -41,5 +39,3 @@ struct Cases : Each<Case> {
         }
     }
 };
-
-}  // namespace testing_support

@@ -1,7 +1,5 @@
 #include "support/database.h"
 
-namespace testing_support {
-
 TestDatabase::TestDatabase(const QByteArray& definition) {
     dao::DBEngine::Instance().CreateDatabase(Path(), Connect(), definition);
 }
@@ -33,5 +31,3 @@ void ReadRows(dao::Database& database, const AnyText& sql, QStringList& rows) {
         rows.append(cells.join(u'|'));
     }
 }
-
-}  // namespace testing_support

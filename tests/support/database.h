@@ -4,10 +4,6 @@
 #include "platform/dao/dao.h"
 #include "support/test.h"
 
-#include <functional>
-
-namespace testing_support {
-
 // A database in a folder of its own, both gone at the end of the test.
 class TestDatabase {
 public:
@@ -38,5 +34,3 @@ QString SaidBy(const std::function<void()>& work);
 
 // Appends the rows of a query to `rows` as they are read, cells with | between them.
 void ReadRows(dao::Database& database, const AnyText& sql, QStringList& rows);
-
-}  // namespace testing_support

@@ -8,8 +8,6 @@
 #include <tuple>
 #include <vector>
 
-namespace testing_support {
-
 // What takes one of these takes a literal in UTF-8 as well.
 struct AnyText : QString {
     AnyText() = default;
@@ -101,5 +99,3 @@ private:
     std::vector<Row> rows_;
     size_t current_ = 0;
 };
-
-}  // namespace testing_support

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "look/tela.h"
-#include "platform/forms/artwork.h"
 #include "platform/forms/boundgrid.h"
 #include "platform/forms/listexport.h"
 #include "search/pesquisa.h"

@@ -31,7 +31,7 @@ QString Do(const QString& command, const QString& rest, QTextStream& out) {
 
 }  // namespace
 
-int testing_support::PlayPeer(int argc, char** argv) {
+int PlayPeer(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     QTextStream in(stdin);
     QTextStream out(stdout);

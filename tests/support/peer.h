@@ -4,8 +4,6 @@
 
 #include <QCoreApplication>
 
-namespace testing_support {
-
 // Plays another computer that shares the catalogue: a process that does what it is told, line by
 // line, and answers each line with one, "erro N" for an Erro. It opens its data folder first;
 // without one it prints where it would look for it.
@@ -16,8 +14,6 @@ namespace testing_support {
 //   loop STATEMENT    again and again, until somebody ends the process
 int PlayPeer(int argc, char** argv);
 TARVO_PROGRAM("peer", PlayPeer);
-
-}  // namespace testing_support
 
 class Peer {
 public:

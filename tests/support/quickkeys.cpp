@@ -2,7 +2,7 @@
 
 #include "platform/dao/connection.h"
 
-void testing_support::UseQuickKeys() {
+void UseQuickKeys() {
     using dao::Connection;
     // For every connection of the process.
     Connection(QStringLiteral(":memory:"), QByteArray(), Connection::Mode::ReadWrite)

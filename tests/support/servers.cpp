@@ -2,8 +2,6 @@
 
 #include <QRegularExpression>
 
-namespace testing_support {
-
 void WrongServer::Put(const AnyText& name, const QByteArray& content) const {
     Write(Folder() + u'/' + name, content);
 }
@@ -53,5 +51,3 @@ ProxySetting::ProxySetting(int port, const QByteArray& scheme) {
 ProxySetting::~ProxySetting() {
     qunsetenv("http_proxy");
 }
-
-}  // namespace testing_support

@@ -4,8 +4,6 @@
 
 // Servers on the loopback for the time of a test. Each is reached as the system's proxy: the
 // program speaks to port 80 only, which a test cannot have.
-namespace testing_support {
-
 // server.py, with the files of a folder and all its ways of doing wrong.
 class WrongServer {
 public:
@@ -42,5 +40,3 @@ QString Like(const QString& text, const AnyText& pattern);
 
 // A port where nobody listens, at least a moment ago.
 int FreePort();
-
-}  // namespace testing_support

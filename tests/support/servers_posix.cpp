@@ -1,11 +1,6 @@
 #include "support/servers.h"
 
-namespace testing_support {
-namespace {
-
 constexpr int Patience = 60000;  // milliseconds
-
-}  // namespace
 
 WrongServer::WrongServer(const AnyText& certified) {
     QDir().mkpath(Folder());
@@ -31,5 +26,3 @@ WrongServer::~WrongServer() {
     process_.closeWriteChannel();
     process_.waitForFinished(Patience);
 }
-
-}  // namespace testing_support

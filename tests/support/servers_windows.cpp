@@ -2,7 +2,6 @@
 
 #include <QThread>
 
-namespace testing_support {
 namespace {
 
 constexpr int Patience = 60000;  // milliseconds
@@ -44,5 +43,3 @@ WrongServer::~WrongServer() {
         QThread::msleep(20);
     }
 }
-
-}  // namespace testing_support

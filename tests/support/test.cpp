@@ -6,9 +6,6 @@
 
 #include <QFileInfo>
 
-#include <map>
-#include <string_view>
-
 using namespace std::string_view_literals;
 
 namespace {
@@ -81,27 +78,26 @@ private:
 
 }  // namespace
 
-bool testing_support::KeepFullKeys() {
+bool KeepFullKeys() {
     fullKeys = true;
     return true;
 }
 
-bool testing_support::RegisterProgram(const char* name, int (*program)(int, char**)) {
-    Programs().insert({name, program});
-    return true;
+bool RegisterProgram(const char* name, int (*program)(int, char**)) {
+    return Programs().insert({name, program}).second;
 }
 
-bool testing_support::RegisterTest(const RegisteredTest& test) {
+bool RegisterTest(const RegisteredTest& test) {
     Tests().push_back(test);
     return true;
 }
 
-void testing_support::StartAnew() {
+void StartAnew() {
     running->cleanup();
     running->init();
 }
 
-void testing_support::Write(const QString& path, const QByteArray& content) {
+void Write(const QString& path, const QByteArray& content) {
     MakeFolderOf(path);
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size()) {
@@ -109,8 +105,7 @@ void testing_support::Write(const QString& path, const QByteArray& content) {
     }
 }
 
-void testing_support::WritePicture(const QString& path, QSize size, const QColor& colour,
-                                   const char* format) {
+void WritePicture(const QString& path, QSize size, const QColor& colour, const char* format) {
     MakeFolderOf(path);
     QImage picture(size, QImage::Format_RGB32);
     picture.fill(colour);
@@ -119,7 +114,7 @@ void testing_support::WritePicture(const QString& path, QSize size, const QColor
     }
 }
 
-QString testing_support::OutputOf(const AnyText& program, const AnyTexts& arguments) {
+QString OutputOf(const AnyText& program, const AnyTexts& arguments) {
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     process.start(program, arguments);

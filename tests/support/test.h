@@ -12,8 +12,8 @@
 #include <QTemporaryDir>
 
 // What nearly every test needs, headers of the project and of Qt included; the other headers of
-// this folder bring along theirs. Its names are used without their namespace: everything that
-// includes this is a test.
+// this folder bring along theirs. Its names are in no namespace: everything that includes this is a
+// test.
 //
 //     struct TestPaths : Fixture {};
 //     TEST(TestPaths, Joins) { QCOMPARE(...); }
@@ -21,8 +21,6 @@
 // The main() of this library runs every test and fails if any of them does. A fixture can be named
 // on the command line to run its tests alone, and after it some of them; what begins with a hyphen
 // goes to Qt Test.
-namespace testing_support {
-
 // The variable of the environment that moves a user's data folder.
 #ifdef Q_OS_WIN
 inline constexpr char UserData[] = "LOCALAPPDATA";
@@ -78,27 +76,20 @@ QStringList List(const Texts&... texts) {
 // What a program prints; one that fails ends the test program.
 QString OutputOf(const AnyText& program, const AnyTexts& arguments);
 
-}  // namespace testing_support
-
 using namespace Qt::StringLiterals;
-using namespace testing_support;
 
 // For a program whose catalogues are opened by the programs that ship; see support/quickkeys.h.
-#define TARVO_FULL_KEYS \
-    [[maybe_unused]] static const bool full_keys = testing_support::KeepFullKeys()
+#define TARVO_FULL_KEYS [[maybe_unused]] static const bool full_keys = KeepFullKeys()
 
-#define TARVO_PROGRAM(Name, Program)                       \
-    [[maybe_unused]] static const bool program_of_a_copy = \
-        testing_support::RegisterProgram(Name, Program)
+#define TARVO_PROGRAM(Name, Program) \
+    [[maybe_unused]] static const bool program_of_a_copy = RegisterProgram(Name, Program)
 
-#define TEST(Of, Name)                                                                         \
-    struct Of##_##Name final : Of {                                                            \
-        void TestBody() override;                                                              \
-        [[maybe_unused]] static inline const bool registered =                                 \
-            testing_support::RegisterTest({#Of, #Name,                                         \
-                                           []() -> std::unique_ptr<testing_support::Fixture> { \
-                                               return std::make_unique<Of##_##Name>();         \
-                                           },                                                  \
-                                           Of::initTestCase, Of::cleanupTestCase});            \
-    };                                                                                         \
+#define TEST(Of, Name)                                                                     \
+    struct Of##_##Name final : Of {                                                        \
+        void TestBody() override;                                                          \
+        [[maybe_unused]] static inline const bool registered = RegisterTest(               \
+            {#Of, #Name,                                                                   \
+             []() -> std::unique_ptr<Fixture> { return std::make_unique<Of##_##Name>(); }, \
+             Of::initTestCase, Of::cleanupTestCase});                                      \
+    };                                                                                     \
     void Of##_##Name::TestBody()

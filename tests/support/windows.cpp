@@ -2,7 +2,6 @@
 
 #include <qpa/qwindowsysteminterface.h>
 
-namespace testing_support {
 namespace {
 
 // The window system hands an event to the lowest widget at its place; so does this.
@@ -145,5 +144,3 @@ void Settle() {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCoreApplication::processEvents();
 }
-
-}  // namespace testing_support

@@ -10,11 +10,7 @@
 #include <QDialog>
 #include <QTimer>
 
-#include <functional>
-
 // Driving the program's windows in a test.
-namespace testing_support {
-
 // Answers the message boxes that come while it lives, in order; a box without an answer left is
 // answered by OK (1) or no (7). Their texts are kept, so that a test can ask what was said.
 class BoxAnswers {
@@ -65,10 +61,17 @@ Control& Find(forms::Form& form, const AnyText& name) {
 // Where pixels of the colour are in this part of what the control paints, as it looks by itself.
 QRect Shows(QWidget& control, const QColor& colour, const QRect& part = {});
 
+// Counts what is painted of the controls that it is a filter of.
+struct Paints : QObject {
+    int count = 0;
+    bool eventFilter(QObject*, QEvent* event) override {
+        count += event->type() == QEvent::Paint;
+        return false;
+    }
+};
+
 // Free pixels from the window's edge through these, in their order, to the other edge: "6 6 12 6".
 QString Gaps(const QWidget& window, Qt::Orientation along, const QList<const QWidget*>& parts);
 
 // Lets events run until nothing is left that is due, deletions of unloaded forms included.
 void Settle();
-
-}  // namespace testing_support
