@@ -11,17 +11,7 @@
 
 using namespace forms;
 
-struct TestBoxes : Fixture {
-    static void CheckSign(const QDialog& box, const QColor& ground, const QColor& colour) {
-        auto* sign = box.findChild<QLabel*>();
-        QCOMPARE(sign->geometry(), QRect(18, 16, 40, 40));
-        const QImage image = sign->pixmap().toImage();
-        QCOMPARE(image.pixelColor(4, 20), ground);
-        QCOMPARE(image.pixelColor(1, 1).alpha(), 0);
-        const QRect letter = Shows(*sign, colour, {8, 8, 24, 24});
-        QVERIFY(letter.height() > 9 && letter.width() < 16);
-    }
-};
+struct TestBoxes : Fixture {};
 
 TEST(TestBoxes, AskAndTell) {
     const Theme& theme = CurrentTheme();
@@ -45,7 +35,14 @@ TEST(TestBoxes, AskAndTell) {
         WithNextBox([&](QDialog& box) {
             QVERIFY(QTest::qWaitForWindowActive(&box) && IsBoxOpen());
             QCOMPARE(box.windowTitle() + box.accessibleName(), u"Título"_s + said);
-            CheckSign(box, ground, ground == theme.lit ? theme.text : theme.primaryText);
+            auto* sign = box.findChild<QLabel*>();
+            QCOMPARE(sign->geometry(), QRect(18, 16, 40, 40));
+            const QImage image = sign->pixmap().toImage();
+            QCOMPARE(image.pixelColor(4, 20), ground);
+            QCOMPARE(image.pixelColor(1, 1).alpha(), 0);
+            const QColor colour = ground == theme.lit ? theme.text : theme.primaryText;
+            const QRect letter = Shows(*sign, colour, {8, 8, 24, 24});
+            QVERIFY(letter.height() > 9 && letter.width() < 16);
             const QWidget* text = box.findChildren<QLabel*>().last();
             QSize size(220, 40);
             if (const auto* edit = box.findChild<QTextEdit*>()) {
@@ -56,7 +53,7 @@ TEST(TestBoxes, AskAndTell) {
             }
             QCOMPARE(text->size(), size);
             const auto* row = box.findChild<QDialogButtonBox*>();
-            QCOMPARE(Gaps(box, Qt::Horizontal, {box.findChild<QLabel*>(), text}), u"18 16 18"_s);
+            QCOMPARE(Gaps(box, Qt::Horizontal, {sign, text}), u"18 16 18"_s);
             QCOMPARE(Gaps(box, Qt::Vertical, {text, row}), u"16 16 14"_s);
             QVERIFY(qAbs(row->geometry().center().x() - box.rect().center().x()) <= 1);
             QStringList buttons;

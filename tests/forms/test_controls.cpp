@@ -4,10 +4,8 @@
 #include <QAbstractItemView>
 #include <QAccessible>
 #include <QClipboard>
-#include <QDialog>
 #include <QHelpEvent>
 #include <QMenu>
-#include <QScrollBar>
 #include <QTextDocument>
 #include <QToolTip>
 
@@ -115,10 +113,8 @@ TEST(TestControls, ComboUnderTheMouse) {
 
 // What is cut stands in the tip as it is written.
 TEST(TestControls, TipsShowTheWholeText) {
-    for (const auto& [text] : Each<QString>{
-             {"signs of a markup", "Anel \"O\" <12> & mola com um nome que não cabe"},
-             {"blanks", "Válvula de descarga rápida        Nº Tarvo: 12002"},
-         }) {
+    for (const auto& [text] : Each<QString>{"Anel \"O\" <12> & mola com um nome que não cabe",
+                                            "Válvula de descarga rápida        Nº Tarvo: 12002"}) {
         QWidget window;
         Label label(u"lblInf"_s, &window);
         label.resize(100, 15);

@@ -7,25 +7,22 @@
 #include <QScopedValueRollback>
 #include <QStandardPaths>
 
-namespace {
-
 const QString Vehicles = u"SELECT Count(*) FROM VEICULO"_s;
 const QString Spread =
     u"SELECT Max(CodigoClienteConcorrente) - Min(CodigoClienteConcorrente) FROM VEICULO"_s;
 const QString Advance =
     u"UPDATE VEICULO SET CodigoClienteConcorrente = CodigoClienteConcorrente + 1"_s;
 
-// How often this program holds the catalogue open, where a system tells.
-qsizetype Handles() {
-    const auto files = QDir(u"/proc/self/fd"_s).entryInfoList(QDir::System | QDir::Files);
-    return std::ranges::count_if(
-        files, [](const QFileInfo& file) { return file.symLinkTarget().endsWith("Tarvo.mdb"_L1); });
-}
-
-}  // namespace
-
 struct TestBanco : Fixture {
     CatalogoDeTeste catalogue_;
+
+    // How often this program holds the catalogue open, where a system tells.
+    static qsizetype Handles() {
+        const auto files = QDir(u"/proc/self/fd"_s).entryInfoList(QDir::System | QDir::Files);
+        return std::ranges::count_if(files, [](const QFileInfo& file) {
+            return file.symLinkTarget().endsWith("Tarvo.mdb"_L1);
+        });
+    }
 
     TestBanco() {
         gDB->GetConnection()->Run(

@@ -1,21 +1,12 @@
-#include "platform/forms/application.h"
-#include "platform/forms/msgbox.h"
 #include "session/erros.h"
 #include "session/formularios.h"
-#include "support/test.h"
+#include "support/windows.h"
 
-#include <QTimer>
-
-namespace {
-
-class Tela : public forms::Form {
-public:
-    explicit Tela(const QString& nome) : Form(nome, Kind::Dialog, QSize(200, 100), QString()) {}
+struct TestFormularios : Fixture {
+    struct Tela : forms::Form {
+        explicit Tela(const QString& nome) : Form(nome, Kind::Dialog, QSize(200, 100), {}) {}
+    };
 };
-
-}  // namespace
-
-struct TestFormularios : Fixture {};
 
 TEST(TestFormularios, IndiceItemData) {
     forms::ComboList combo(u"cboCliente"_s, u"Cliente"_s, nullptr);

@@ -9,11 +9,7 @@
 
 #include <QTimer>
 
-namespace {
-
 constexpr double CincoDeMarco = 40242;  // 5 March 2010
-
-}  // namespace
 
 struct TestModulo : Fixture {
     QTemporaryDir pasta_;
