@@ -13,7 +13,7 @@
 //   run STATEMENT
 //   loop STATEMENT    again and again, until somebody ends the process
 int PlayPeer(int argc, char** argv);
-TARVO_PROGRAM("peer", PlayPeer);
+[[maybe_unused]] static const bool peer_of_a_copy = RegisterProgram("peer", PlayPeer);
 
 class Peer {
 public:
