@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr char Variavel[] = "TARVO_CONVERSA";
-constexpr quint32 Marca = 0x54430001;  // of this layout
+constexpr quint32 Marca = 0x54430002;  // of this layout
 
 struct Texto {
     std::array<char16_t, 256> letras;
@@ -39,13 +39,14 @@ QString Ler(const Texto& onde) {
 struct Dados {
     quint32 marca;
     std::atomic<quint32> chamadas;
-    std::atomic<quint32> desistiu;
-    std::atomic<quint32> temAcesso;
+    std::atomic<bool> desistiu;
+    std::atomic<bool> temAcesso;
     qint64 catalogo;  // its process
     Texto usuario;
     Texto senha;
 };
 static_assert(std::atomic<quint32>::is_always_lock_free);
+static_assert(std::atomic<bool>::is_always_lock_free);
 
 }  // namespace
 
@@ -59,7 +60,7 @@ struct Conversa::Partilha {
 Conversa::Conversa() : d_(new Partilha) {}
 
 Conversa::~Conversa() {
-    if (d_->dona && d_->dados) {
+    if (d_->dona) {
         secret::Wipe(d_->dados, sizeof(Dados));
     }
 }
@@ -119,21 +120,21 @@ bool Conversa::FoiChamada() {
 }
 
 void Conversa::Desistir() {
-    d_->dados->desistiu = 1;
+    d_->dados->desistiu = true;
 }
 
 bool Conversa::Desistiu() const {
-    return d_->dados->desistiu != 0 || !sys::IsRunning(d_->dados->catalogo);
+    return d_->dados->desistiu || !sys::IsRunning(d_->dados->catalogo);
 }
 
 void Conversa::GuardarAcesso(const QString& usuario, const QString& senha) {
     Guardar(d_->dados->usuario, usuario);
     Guardar(d_->dados->senha, senha);
-    d_->dados->temAcesso = 1;
+    d_->dados->temAcesso = true;
 }
 
 bool Conversa::LerAcesso(QString& usuario, QString& senha) const {
-    if (d_->dados->temAcesso == 0) {
+    if (!d_->dados->temAcesso) {
         return false;
     }
     usuario = Ler(d_->dados->usuario);

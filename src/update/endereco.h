@@ -11,3 +11,6 @@ struct EnderecoServidor {
 // Reads a base address such as "http://host/path", the scheme and the last "/" of which may be left
 // out.
 EnderecoServidor LerEndereco(const QString& endereco);
+
+// The same of the address in the open catalogue. Throws the engine's errors.
+EnderecoServidor EnderecoDoCatalogo();

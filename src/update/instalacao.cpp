@@ -4,7 +4,6 @@
 
 #include "update/instalacao.h"
 
-#include "platform/convert.h"
 #include "platform/dao/errors.h"
 #include "platform/erro.h"
 #include "platform/forms/application.h"
@@ -39,8 +38,6 @@ constexpr auto EsperaNotavel = 1s;  // a reader that is awake is done by then
 constexpr QLatin1String FimDeLinha("\r\n");
 // A list has to fit into memory; a server that never ends one must not fill the disk either.
 constexpr qint64 MaiorLista = 64_MiB;
-
-enum Numero : int { TextoDemais = 14, Interrompido = 18 };
 
 bool EhScript(const ArquivoAtualizacao& arquivo) {
     return arquivo.Tipo == "SDB"_L1;
@@ -93,7 +90,6 @@ Instalacao::~Instalacao() {
 
 void Instalacao::Atualizar(qint16 VersaoAtual, qint16 VersaoNova) {
     try {
-        Passo = 1;
         ExcluirRestos(gCaminho);
         Conectar();
         {
@@ -126,11 +122,7 @@ void Instalacao::AbrirPasso(quint8 sPasso, qint64 maximo) {
 
 void Instalacao::Conectar() {
     chaves_ = LerChaves();
-    const auto registro =
-        gDB->OpenRecordset(u"SELECT UrlAtualizacao FROM UMREGISTRO"_s, dao::dbOpenForwardOnly);
-    const EnderecoServidor endereco =
-        LerEndereco(convert::ToTextOrEmpty(registro->Fields(u"UrlAtualizacao"_s).Value()));
-    registro->Close();
+    const EnderecoServidor endereco = EnderecoDoCatalogo();
     caminhoBase_ = endereco.caminhoBase;
     HttpConectar(endereco.servidor);
     LerConfiguracao(u"USUARIO_SENHA"_s, usuario_, senha_);
@@ -186,7 +178,6 @@ void Instalacao::BuscarListas(qint16 VersaoAtual, qint16 VersaoNova) {
     for (int versao = VersaoAtual + 1; versao <= VersaoNova; ++versao) {
         listas += BuscarLista(versao);
         Q_EMIT Avancou(1, 1);
-        forms::DoEvents();
     }
     int versao = VersaoAtual;
     for (const QString& lista : listas) {
@@ -199,9 +190,7 @@ void Instalacao::BuscarListas(qint16 VersaoAtual, qint16 VersaoNova) {
 void Instalacao::BaixarArquivos() {
     AbrirPasso(2, listas_.TotalBytes);
     for (ArquivoAtualizacao& arquivo : listas_.arquivos) {
-        ConferirSeInterrompida();
         BaixarArquivo(arquivo);
-        forms::DoEventsInTime();
     }
     Q_EMIT PassoConcluido(2);
     HttpDesconectar();
@@ -242,7 +231,7 @@ void Instalacao::ReceberConteudo(ArquivoAtualizacao& arquivo) {
             throw;
         }
     }
-    if (demais() || (conhecido && sys::HashOfFile(arquivo.Conteudo) != arquivo.Sha256)) {
+    if (conhecido && sys::HashOfFile(arquivo.Conteudo) != arquivo.Sha256) {
         throw Erro(
             ConteudoAlterado,
             u"O arquivo \"%1\" que veio do servidor não é o que a lista descreve. O catálogo "
@@ -388,9 +377,7 @@ void Instalacao::IniciarProgramaInstalado() const {
 }
 
 void Instalacao::Desistir(const Erro& erro) {
-    if (Passo < PrimeiroPassoQueGrava) {
-        HttpDesconectar();
-    }
+    HttpDesconectar();
     // What a failure leaves behind is known by its name and does no harm; but a full disk has to
     // let the catalogue breathe again, and who gives up in time wants to find nothing.
     if (interrompida_ || EhDiscoCheio(erro)) {

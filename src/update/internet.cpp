@@ -13,6 +13,7 @@
 #include <optional>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 namespace http = sys::http;
 
 namespace {
@@ -26,8 +27,6 @@ enum Numero : int {
     FalhaAoLer = -105,
     AcessoCancelado = -106,
     EnvioProibido = -107,
-    TextoDemais = 14,
-    Interrompido = 18,
 };
 
 constexpr int StatusOk = 200;
@@ -42,7 +41,7 @@ qint64 maiorTexto = 256_MiB;
 
 std::unique_ptr<http::Session> hInternet;
 std::unique_ptr<http::Connection> hConexao;
-std::chrono::milliseconds tempoLimite{60000};
+std::chrono::milliseconds tempoLimite = 60s;
 bool interrompido = false;
 
 void DeixarEventos() {
@@ -178,10 +177,8 @@ private:
             return false;
         }
         etapa_ = "InternetErrorDlg";
-        const AcessoDigitado* digitado = AcessoLembrado();
-        AcessoAoProxy acesso{requisicao_->ProxyName(), requisicao_->ProxyRealm(),
-                             digitado ? digitado->usuario : pedido_.usuario, QString(),
-                             acessos_ > 1};
+        AcessoAoProxy acesso{requisicao_->ProxyName(), requisicao_->ProxyRealm(), usuario,
+                             QString(), acessos_ > 1};
         if (!PedirAcessoAoProxy(acesso)) {
             throw Erro(AcessoCancelado, u"Cancel Proxy Auth"_s);
         }

@@ -14,6 +14,9 @@
 // One connection at a time. Nothing guards against a second caller: the only one runs under the
 // update lock.
 
+// What a request that is cut short says, and what an update does that is.
+enum NumeroDoCorte : int { TextoDemais = 14, Interrompido = 18 };
+
 // Called for each block of a body. An Erro that it throws ends the request.
 using ProgressoDownload = std::function<void(qint32 Bytes)>;
 

@@ -85,10 +85,9 @@ QString PastaDoNome(const QStringList& pedacos) {
 
 // To put another file in the place of these would damage the catalogue under the program's hands.
 bool PertenceAoCatalogo(const QStringList& pedacos) {
-    const QString nome = SemFinalVazio(pedacos.first()).toUpper();
-    return pedacos.size() == 1 &&
-           (nome == "TARVO.MDB"_L1 || nome == "TARVO.LDB"_L1 || nome.startsWith("TARVO.MDB-"_L1) ||
-            nome.startsWith("TARVO.LDB-"_L1));
+    static const QRegularExpression doCatalogo(u"^TARVO[.](MDB|LDB)(-|$)"_s,
+                                               QRegularExpression::CaseInsensitiveOption);
+    return pedacos.size() == 1 && doCatalogo.match(SemFinalVazio(pedacos.first())).hasMatch();
 }
 
 }  // namespace

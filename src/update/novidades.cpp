@@ -32,8 +32,8 @@ constexpr auto IntervaloLento = 65535ms;
 constexpr auto IntervaloDoProcesso = 500ms;
 constexpr quint8 TiquesPorLeitura = 3;
 constexpr int SegundosEntreVerificacoes = 10 * 60;
-constexpr double NuncaVerificado = 1.0;
-constexpr double MaiorAdianto = 1.0;  // days
+constexpr double NuncaVerificado = 1.0;  // long ago
+constexpr double MaiorAdianto = 1.0;     // days
 constexpr qint64 DiasDeAssinatura = 60;
 
 constexpr int ProcessoNaoIniciou = -1;
@@ -134,8 +134,7 @@ void Novidades::AoTiqueLento() {
 // must not stop the checks of all of them until that day.
 bool Novidades::EhDevida() const {
     const double agora = sys::Now();
-    return DataUltimaVerificacaoTela == NuncaVerificado ||
-           DataUltimaVerificacaoTela > agora + MaiorAdianto ||
+    return DataUltimaVerificacaoTela > agora + MaiorAdianto ||
            sys::FromSerial(agora) >=
                sys::FromSerial(DataUltimaVerificacaoTela).addSecs(SegundosEntreVerificacoes);
 }
@@ -226,8 +225,8 @@ bool Novidades::PerguntarSeInstala(const Verificacao& verificacao) const {
         }
         return false;
     }
-    if (segundaPassagem_ && !verificacao.automatica) {
-        return true;
+    if (segundaPassagem_) {
+        return true;  // he has been asked
     }
     PiscarJanelaAtiva();
     return Avisar(u"Existem Novas Atualizações. Deseja Instalar agora?"_s, Pergunta) ==

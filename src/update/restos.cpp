@@ -16,13 +16,11 @@ namespace {
 constexpr auto Final = ".tmp"_L1;
 constexpr auto FinalDoRecebido = "-recebido.tmp"_L1;
 
-// The clock of the disk, which may be another computer's.
+// The clock of the disk, which may be another computer's. The file that tells it is a rest itself.
 QDateTime AgoraEm(const QString& pasta) {
     const QString amostra = NomeDoRecebido(pasta);
     sys::WriteWhole(amostra, {});
-    const QDateTime agora = QFileInfo(sys::ToNative(amostra)).lastModified();
-    sys::Delete(amostra);
-    return agora;
+    return QFileInfo(sys::ToNative(amostra)).lastModified();
 }
 
 }  // namespace

@@ -88,14 +88,18 @@ void ScriptsDaAtualizacao::FecharGrupo() {
         return;
     }
     if (!RegistroServe()) {
-        aberto_ = false;
-        sessao_->Rollback();
+        Desfazer();
         throw Erro(RegistroPerdido,
                    u"Os scripts da atualização apagaram ou estragaram o registro da versão "
                    "(UMREGISTRO). O que fizeram desde então foi desfeito"_s);
     }
     sessao_->CommitTrans();
     aberto_ = false;
+}
+
+void ScriptsDaAtualizacao::Desfazer() {
+    aberto_ = false;
+    sessao_->Rollback();
 }
 
 void ScriptsDaAtualizacao::GravarVersao(qint16 VersaoAtual, qint16 VersaoNova) {
@@ -108,8 +112,7 @@ void ScriptsDaAtualizacao::GravarVersao(qint16 VersaoAtual, qint16 VersaoNova) {
         "FlagErroUltimaVerificacao = 0"_s.arg(QString::number(VersaoNova),
                                               QString::number(VersaoAtual), DataHoraSql(1.0)));
     if (VersaoGravada() != VersaoNova) {
-        aberto_ = false;
-        sessao_->Rollback();
+        Desfazer();
         throw Erro(RegistroPerdido,
                    u"Os scripts da atualização mudaram a tabela UMREGISTRO, e a versão %1 não pôde "
                    "ser registrada"_s.arg(VersaoNova));

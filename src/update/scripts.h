@@ -51,6 +51,7 @@ public:
 
 private:
     void Executar(const QString& comando);
+    void Desfazer();
     bool RegistroServe() const;
     bool RegistroLegivel() const;
     std::optional<qint16> VersaoGravada() const;

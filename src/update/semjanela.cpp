@@ -1,6 +1,5 @@
 #include "update/semjanela.h"
 
-#include "platform/convert.h"
 #include "platform/dao/errors.h"
 #include "session/arquivos.h"
 #include "session/banco.h"
@@ -24,12 +23,6 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto MaiorComando = 60min;
-
-QString Servidor() {
-    const auto registro =
-        gDB->OpenRecordset(u"SELECT UrlAtualizacao FROM UMREGISTRO"_s, dao::dbOpenForwardOnly);
-    return LerEndereco(convert::ToTextOrEmpty(registro->Fields(0).Value())).servidor;
-}
 
 void EsperarFim(const Verificador& verificador) {
     QEventLoop espera;
@@ -82,7 +75,6 @@ void Bloquear() {
 class Paciencia {
 public:
     Paciencia(Instalacao& instalacao, std::chrono::minutes maiorEspera) {
-        limite_.setSingleShot(true);
         QObject::connect(&limite_, &QTimer::timeout, &instalacao, &Instalacao::Interromper);
         QObject::connect(&instalacao, &Instalacao::Esperando, &limite_,
                          [this, maiorEspera](const QString& quem) {
@@ -117,7 +109,7 @@ FimSemJanela Instalar(std::chrono::minutes maiorEspera) {
     });
     // Another computer may have been faster.
     const Verificador::Resposta resposta = Perguntar();
-    const QString servidor = Servidor();
+    const QString servidor = EnderecoDoCatalogo().servidor;
     Instalacao instalacao(false);
     instalacao.LimitarComandos(MaiorComando);
     const Paciencia paciencia(instalacao, maiorEspera);

@@ -38,9 +38,9 @@ def for_ever(connection, head, piece):
 
 
 def drip(connection):
-    connection.sendall(OK + b"Content-Length: 3\r\n\r\n")
-    for letter in b"abc":
-        time.sleep(1)
+    connection.sendall(OK + b"Content-Length: 5\r\n\r\n")
+    for letter in b"abcde":
+        time.sleep(0.4)
         connection.sendall(bytes([letter]))
 
 

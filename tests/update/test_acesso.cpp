@@ -20,6 +20,7 @@ TEST(TestAcesso, AsksForThePassword) {
               "s3nha\r", "1 maria s3nha"},
              {"by the letters", "maria", "", u"O proxy recusou o usuário ou a senha.\n\n"_s + asks,
               "&u&s&c", "0 maria "},
+             {"on the button", "", "", asks, "maria\t\t\t\r", "0 maria "},
          }) {
         AcessoAoProxy access;
         access.proxy = u"proxy.exemplo:3128"_s;
@@ -29,7 +30,10 @@ TEST(TestAcesso, AsksForThePassword) {
         WithNextBox([&](QDialog& box) {
             QVERIFY(QTest::qWaitForWindowActive(&box));
             const QList<QLabel*> labels = box.findChildren<QLabel*>();
-            const QList<forms::TextBox*> boxes = box.findChildren<forms::TextBox*>();
+            const QList boxes{box.findChild<forms::TextBox*>(u"txtUsuario"_s),
+                              box.findChild<forms::TextBox*>(u"txtSenha"_s)};
+            const QPoint aside = box.geometry().center() - box.screen()->geometry().center();
+            QVERIFY(aside.manhattanLength() < 10);
             QCOMPARE(box.windowTitle(), u"Catálogo TARVO-LINDEN"_s);
             QVERIFY(box.windowFlags() & Qt::WindowStaysOnTopHint);  // no screen to stand over
             QCOMPARE(labels.first()->text(), text);

@@ -30,6 +30,7 @@ TEST(TestConversa, BothEnds) {
                          (QFile::ReadGroup | QFile::ReadOther),
                      QFile::Permissions());
 #endif
+            QCOMPARE(qEnvironmentVariable("TARVO_CONVERSA"), folder_.filePath(files.first()));
             verifier = Conversa::Atender();
         }
         QVERIFY(verifier);
@@ -62,6 +63,8 @@ TEST(TestConversa, BothEnds) {
         QVERIFY(!verifier->Desistiu());
         catalogue->Desistir();
         QVERIFY(verifier->Desistiu());
+        verifier.reset();
+        QVERIFY(catalogue->LerAcesso(user, password));  // what it has told outlives it
     }
     QCOMPARE(QDir(folder_.path()).entryList(QDir::Files), QStringList());
 }

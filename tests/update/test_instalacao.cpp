@@ -1,6 +1,8 @@
+#include "busca.h"
 #include "instalacoes.h"
 #include "look/paleta.h"
 #include "session/arquivos.h"
+#include "update/falhas.h"
 #include "update/restos.h"
 
 #include <span>
@@ -20,9 +22,9 @@ TEST(TestInstalacao, WholeUpdate) {
            "E:DELETE FROM CLIENTECONCORRENTE WHERE CodigoClienteConcorrente = 20"});
     QStringList started;
     QString seen;  // by the program that the script starts
-    sys::SetStartHandler([&](const QString& commandLine, int) {
+    sys::SetStartHandler([&](const QString& commandLine, int style) {
         seen += Valor("SELECT Count(*) FROM CLIENTECONCORRENTE");
-        started += commandLine;
+        started += QString::number(style) + u' ' + commandLine;
         return sys::ProcessId(0);
     });
     QCOMPARE(Update(), List(Done));
@@ -37,7 +39,9 @@ TEST(TestInstalacao, WholeUpdate) {
     QCOMPARE(Local("nova pasta/mais/texto.txt"), QByteArray("texto"));
     QCOMPARE(Local("scripts/dois.txt"), QByteArray("none"));
     QVERIFY(QFileInfo(Path("apoio/dois.exe")).isExecutable());
-    QCOMPARE(started, List("true", u'"' + gCaminho + u"apoio\\dois.exe\""_s));
+    QCOMPARE(started, List("1 true", u"1 \""_s + gCaminho + u"apoio\\dois.exe\""_s));
+    QVERIFY(server_.Requests().first().startsWith(
+        u"GET http://atualiza.exemplo/base/ListVersao2.txt"_s));
     QStringList asked;
     for (const QString& request : server_.Requests()) {
         asked += request.section(u'/', -2, -2).section(u' ', 0, 0);
@@ -63,6 +67,7 @@ TEST(TestInstalacao, Updates) {
         QCOMPARE(Like(Update().join(u" / "_s).replace(u'\n', u' '), box), box);
         QCOMPARE(State(), state);
         QVERIFY(!ReiniciarPrograma);
+        QVERIFY(Fetch("ok").startsWith("-104 HttpOpenRequest:"_L1));  // nothing is left open
     }
 }
 
@@ -91,7 +96,8 @@ TEST(TestInstalacao, RemovesWhatDeadUpdatesLeft) {
     }
     QFile old(Path(moment + u"9.tmp"_s));
     QVERIFY(old.open(QIODevice::ReadWrite));
-    QVERIFY(old.setFileTime(QDateTime::currentDateTime().addDays(-2), QFile::FileModificationTime));
+    QVERIFY(old.setFileTime(QDateTime::currentDateTime().addSecs(-30 * 3600),
+                            QFile::FileModificationTime));
     old.close();
     QCOMPARE(Update(), List(Done));
     QCOMPARE(catalogo_->Temporarios(), kept);
@@ -147,9 +153,12 @@ TEST(TestInstalacao, MarksAndBars) {
                                 QSize(bar.width(), border.height() - 8)));
             named += part("imgPassoAtual").accessibleName();
         }
+        QCOMPARE(Screen()->windowTitle(), TituloCatalogo);
+        QCOMPARE(Screen()->Picture()->size(), forms::Artwork::Load(u"atualizando"_s)->Size());
         QCOMPARE(named, List("Consultando as novas versões", "Baixando os arquivos",
                              "Instalando os arquivos", "Atualizando o catálogo"));
         auto& wait = Find<forms::Label>(*Screen(), "lblEspera");
+        QVERIFY(!wait.isVisible());
         wait.SetText(u"espera"_s);
         const QImage image = wait.grab().toImage();
         QCOMPARE(image.pixelColor(0, 0), Paleta::Atual().petroleoFundo);
@@ -169,21 +178,64 @@ TEST(TestInstalacao, MarksAndBars) {
                         "PassoAtual(2)", "PassoConcluido(1)"));
 }
 
+// What a window is told: each step with all that it has to do, the pieces, the end; and whether it
+// may be broken off. Who breaks it off all the same keeps the lines that ran.
+TEST(TestInstalacao, Tells) {
+    for (const auto& [broken] : Each<bool>{{"whole", false}, {"broken off", true}}) {
+        Apply({Script({Insert(20, "Bravil"), Insert(21, "Zenpar")})});
+        Instalacao installation(false);
+        const bool breaks = broken;
+        QString told;
+        connect(&installation, &Instalacao::PassoAberto, this, [&](quint8 step, qint64 whole) {
+            told +=
+                u"%1/%2%3 "_s.arg(step).arg(whole).arg(installation.PodeInterromper() ? u"?" : u"");
+        });
+        connect(&installation, &Instalacao::Avancou, this, [&](quint8 step, qint64 piece) {
+            told += u"%1+%2 "_s.arg(step).arg(piece);
+            if (breaks && step == 4) {
+                installation.Interromper();
+            }
+        });
+        connect(&installation, &Instalacao::PassoConcluido, this,
+                [&](quint8 step) { told += u"%1. "_s.arg(step); });
+        QCOMPARE(ErrorOf([&] { installation.Atualizar(1, 3); }), broken ? 18 : 0);
+        const QString whole =
+            u"1/3? 1+1 1+1 1. 2/9? 2+4 2+120 2+5 2. 3/3 3+1 3+1 3+1 3. 4/3 4+1 "_s;
+        QCOMPARE(told, broken ? whole : whole + u"4+1 4. "_s);
+        QCOMPARE(State(), broken ? u"1/0 2 nova outra 0"_s : u"3/1 2 nova outra 0"_s);
+    }
+}
+
 // Half a key file must not let everybody in.
 TEST(TestInstalacao, KeyFiles) {
-    Each<QString, int> row;
+    Each<QString, int, QString> row;
     const QString key = u"Chave: "_s + QString(64, u'a');
-    row("one key", u"Site: loja\n"_s + key, 1);
-    row("two keys, remarks", u"# a\r\n\r\nsite:loja\r\n%1\r\n%2 \r\n"_s.arg(key.toUpper(), key), 2);
-    row("empty", {}, 0);
-    row("no site", key, 0);
-    row("no key", "Site: loja", 0);
-    row("short key", u"Site: loja\nChave: ab\n"_s + key, 0);
-    row("no hexadecimal key", u"Site: loja\n"_s + u"Chave: "_s + QString(64, u'g'), 0);
-    row("something else", u"Site: loja\nOlá\n"_s + key, 0);
-    row("two sites", u"Site: loja\nSite: outra\n"_s + key, 0);
-    for (const auto& [text, keys] : row) {
-        const auto read = [&] { QCOMPARE(LerTextoDasChaves(text).chaves.size(), keys); };
-        QCOMPARE(ErrorOf(read), keys ? 0 : 75);
+    const QString half = u"falta o site ou a chave"_s;
+    row("one key", u"Site: loja\n"_s + key, 1, {});
+    row("two keys, remarks", u"# a\r\n\r\nsite:loja\r\n%1\r\n%2 \r\n"_s.arg(key.toUpper(), key), 2,
+        {});
+    row("empty", {}, 0, half);
+    row("no site", key, 0, half);
+    row("no key", "Site: loja", 0, half);
+    row("short key", u"Site: loja\nChave: ab\n"_s + key, 0, "Chave: ab");
+    row("no hexadecimal key", u"Site: loja\n"_s + u"Chave: "_s + QString(64, u'g'), 0,
+        u"Chave: "_s + QString(64, u'g'));
+    row("something else", u"Site: loja\n%1\n"_s.arg(QString(81, u'o')) + key, 0, QString(80, u'o'));
+    row("two sites", u"Site: loja\nSite: outra\n"_s + key, 0, "Site: outra");
+    for (const auto& [text, keys, line] : row) {
+        const QString said = SaidBy([&] { QCOMPARE(LerTextoDasChaves(text).chaves.size(), keys); });
+        QCOMPARE(said, keys ? QString()
+                            : u"75 O arquivo \"ChavesAtualizacao.txt\", ao lado do programa, não "
+                              "pode ser entendido: \"%1\"."_s.arg(line));
+    }
+}
+
+TEST(TestInstalacao, FailuresInWords) {
+    for (auto [one] : Cases(TARVO_CASES "/failures.data")) {
+        const QString words = one.Take(u'>').first();
+        const Erro failure(-104, one.lines.first());
+        QCOMPARE(QString::number(int(DesfechoDaFalha(failure))) + u' ' +
+                     FalhaEmPalavras(failure, u"casa"_s),
+                 words + (words.endsWith(u'.') ? u" ("_s + one.lines.first() + u')' : QString()));
     }
 }

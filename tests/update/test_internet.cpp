@@ -18,10 +18,12 @@ struct TestInternet : Fixture {
         gCaminho = folder_.emplace().path() + u'\\';
         proxy_.emplace(server_.Port());
         DefinirTempoLimite(60s);
+        DefinirMaiorTexto(10000);
         HttpConectar(u"atualiza.exemplo"_s);
     }
     void cleanup() override {
         HttpDesconectar();
+        DefinirMaiorTexto(256 << 20);
         proxy_.reset();
     }
 };
@@ -48,8 +50,8 @@ TEST(TestInternet, Answers) {
         {"identity", "abc", 1},
         {"same-length", "abc", 1},
         {"unannounced", QString(10000, u'y'), 1},
-        // Three bytes, one a second, take longer than any wait may, but each wait is short.
-        {"drip", "abc", 1},
+        // Five bytes, each after a moment, take longer than any wait may, but each wait is short.
+        {"drip", "abcde", 1},
         {"close", "-104 HttpSendRequest:12030", 2},
         {"silent", "-104 HttpSendRequest:12002", 2},
         {"short", "-104 InternetReadFile:12030;-105;Ret=0", 1},
@@ -65,7 +67,7 @@ TEST(TestInternet, Answers) {
     }
     for (const auto& [answer, requests] : row) {
         if (answer.contains("12002"_L1) || row.Name() == "drip") {
-            DefinirTempoLimite(2500ms);
+            DefinirTempoLimite(1800ms);
         }
         const qsizetype before = server_.Requests().size();
         QCOMPARE(Fetch(row.Name().constData()), answer);
@@ -82,11 +84,14 @@ TEST(TestInternet, ConnectionsThatAreReset) {
 
 TEST(TestInternet, IntoAFile) {
     const QString given = folder_->filePath(u"dado"_s);
-    Write(given, "was here before and is longer");
+    const QString other = folder_->filePath(u"outro"_s);
+    Write(other, "was here before and is longer");
+    QVERIFY(QFile::link(other, given));  // is replaced, not followed
     for (const AnyText path : {"ok", "empty"}) {
         QCOMPARE(HttpExecutar(u"D"_s, true, path, false, given, {}, {}, {}, {}), given);
         QCOMPARE(sys::ReadText(given), path == u"ok"_s ? u"conteúdo"_s : QString());
     }
+    QVERIFY(sys::ReadText(other).startsWith(u"was"_s));
     for (const QString& mode : {u"U"_s, u"d"_s, QString()}) {
         const qsizetype before = server_.Requests().size();
         QCOMPARE(SaidBy([&] { HttpExecutar(mode, true, u"ok"_s, true, {}, {}, {}, {}, {}); }),

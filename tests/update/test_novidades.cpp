@@ -154,6 +154,7 @@ TEST(TestNovidades, Checks) {
         const bool again = boxes.size() == 2 && boxes.last() != Nothing && !locked;
         QCOMPARE(gFrmPesquisa != before, again);
         QCOMPARE(forms::Form::Loaded().size(), again ? 1 : 2);
+        QVERIFY(!AcessoLembrado());
         QCOMPARE(verifier.started.size(), results.size());
         for (qsizetype i = 0; i < results.size(); ++i) {
             const QString command = u"\"*VerifAtualizCatalogoTarvo.exe\" %1|%2*"_s.arg(
@@ -231,7 +232,7 @@ TEST(TestNovidades, StatusAgainOnEveryThirdTick) {
 }
 
 TEST(TestNovidades, AnswerWaitsForAnOpenBox) {
-    const Verifier verifier({"11|1"});
+    const Verifier verifier({"11|1", "11|1"});
     QDialog box;
     box.setModal(true);
     box.show();
@@ -242,6 +243,13 @@ TEST(TestNovidades, AnswerWaitsForAnOpenBox) {
     box.close();
     QVERIFY(CheckEnds());
     QCOMPARE(janela_->Caixas(), List(Nothing));
+    // It has been a moment ago, which counts for the clock alone.
+    VerificacaoAutomatica = true;
+    SlowTick();
+    QCOMPARE(verifier.started.size(), 1);
+    Check().IniciarVerificacao(false);
+    QVERIFY(CheckEnds());
+    QCOMPARE(janela_->Caixas(), List(Nothing, Nothing));
 }
 
 // The end of a check lets events through, and the user may leave in one of them.
@@ -278,7 +286,8 @@ TEST(TestNovidades, EmissionAndTip) {
                    "DateSerial(2026,3,5)+TimeSerial(7,8,9), FlagErroUltimaVerificacao = 1"),
               "05-MAR-2026 - teste", "ERRO na Última Verificação: 05-MAR-2026 07:08:09"},
              {"no row", List("DELETE FROM UMREGISTRO"), "",
-              "O catálogo está sem o registro da versão: uma atualização foi interrompida.*"},
+              "O catálogo está sem o registro da versão: uma atualização foi interrompida. As "
+              "pesquisas funcionam, mas é preciso instalar uma nova cópia do catálogo"},
              {"no date",
               List("ALTER TABLE UMREGISTRO ALTER COLUMN DataEmissao DATETIME NULL",
                    "UPDATE UMREGISTRO SET DataEmissao = Null"),
