@@ -51,9 +51,12 @@ TEST(TestAcesso, AsksForThePassword) {
                 u"16 10 10 10 14"_s);
             QCOMPARE(Gaps(box, Qt::Horizontal, {labels.first()}), u"18 18"_s);
             QCOMPARE(Gaps(box, Qt::Horizontal, {labels.at(1), boxes.first()}), u"18 12 18"_s);
+            QRect both;
             for (const auto* button : box.findChildren<QPushButton*>()) {
                 QCOMPARE(button->width(), 96);
+                both |= button->geometry();
             }
+            QVERIFY(qAbs(both.center().x() - buttons->rect().center().x()) < 2);
             Qt::KeyboardModifiers held;
             for (const char key : keys.toLatin1()) {
                 if (key == '&') {
