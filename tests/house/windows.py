@@ -1,7 +1,8 @@
 """What stands in a file of its own for Windows, or branches by system, must compile there: the cross compiler
-reads it, with this machine's headers of the toolkit. Without the compiler nothing is checked, and that is said.
+reads it, with this machine's headers of the toolkit and of the engine. Without the compiler nothing is checked, and
+that is said.
 
-    windows.py PROJECT TOOLKIT_HEADERS
+    windows.py PROJECT TOOLKIT_HEADERS ENGINE_HEADERS
 """
 
 import concurrent.futures
@@ -40,26 +41,26 @@ def concerned(folders):
     return sorted(paths), [f'{name}=""' for name in sorted(given - own)]
 
 
-def complaint(path, folders, headers, definitions):
-    toolkit = [headers, *(os.path.join(headers, "Qt" + part) for part in ("Core", "Gui", "Widgets", "PrintSupport",
+def complaint(path, folders, headers, engine, definitions):
+    given = [engine, headers, *(os.path.join(headers, "Qt" + part) for part in ("Core", "Gui", "Widgets", "PrintSupport",
                                                                           "Test"))]
     return subprocess.run(
         [COMPILER, "-std=c++20", "-fsyntax-only", "-Wall", "-Wextra", "-Wshadow", "-Werror",
          *("-D" + definition for definition in DEFINITIONS + definitions), *("-I" + folder for folder in folders),
-         *(word for folder in toolkit for word in ("-isystem", folder)),
+         *(word for folder in given for word in ("-isystem", folder)),
          *(["-x", "c++", "-include", path, os.devnull] if path.endswith(".h") else [path])],
         capture_output=True, text=True, check=False).stderr
 
 
 def main():
-    project, headers = sys.argv[1:]
+    project, headers, engine = sys.argv[1:]
     folders = [os.path.join(project, name) for name in FOLDERS]
     if not shutil.which(COMPILER):
         print(f"skipped: no {COMPILER}; setup/install packages.txt windows.txt brings it")
         return SKIPPED
     paths, definitions = concerned(folders)
     with concurrent.futures.ThreadPoolExecutor(2) as pool:
-        complaints = list(filter(None, pool.map(lambda path: complaint(path, folders, headers, definitions), paths)))
+        complaints = list(filter(None, pool.map(lambda path: complaint(path, folders, headers, engine, definitions), paths)))
     print("\n".join(complaints) or f"{len(paths)} files")
     return 1 if complaints or not paths else 0
 
