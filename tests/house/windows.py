@@ -42,8 +42,8 @@ def concerned(folders):
 
 
 def complaint(path, folders, headers, engine, definitions):
-    given = [engine, headers, *(os.path.join(headers, "Qt" + part) for part in ("Core", "Gui", "Widgets", "PrintSupport",
-                                                                          "Test"))]
+    parts = ("Core", "Gui", "Widgets", "PrintSupport", "Test")
+    given = [engine, headers, *(os.path.join(headers, "Qt" + part) for part in parts)]
     return subprocess.run(
         [COMPILER, "-std=c++20", "-fsyntax-only", "-Wall", "-Wextra", "-Wshadow", "-Werror",
          *("-D" + definition for definition in DEFINITIONS + definitions), *("-I" + folder for folder in folders),
@@ -60,7 +60,8 @@ def main():
         return SKIPPED
     paths, definitions = concerned(folders)
     with concurrent.futures.ThreadPoolExecutor(2) as pool:
-        complaints = list(filter(None, pool.map(lambda path: complaint(path, folders, headers, engine, definitions), paths)))
+        told = pool.map(lambda path: complaint(path, folders, headers, engine, definitions), paths)
+        complaints = list(filter(None, told))
     print("\n".join(complaints) or f"{len(paths)} files")
     return 1 if complaints or not paths else 0
 
