@@ -52,7 +52,7 @@ void frmFiguraDetalhada::AbrirComponentes() {
 
 // The left join gives a row for each number and kit: rows with the same code are one number.
 void frmFiguraDetalhada::CarregarFigura() {
-    auto linhas = gDB->OpenRecordset(
+    const QString arquivo = CriarItens(*gDB->OpenRecordset(
         u"SELECT "
         "FIGURADETALHADA1.ArquivoFigura,"
         "FIGURADETALHADA1.ItemComponente,"
@@ -71,27 +71,30 @@ void frmFiguraDetalhada::CarregarFigura() {
             u" "
             "ORDER BY "
             "FIGURADETALHADA1.CodigoFiguraDetalhada"_s,
-        dao::dbOpenForwardOnly);
+        dao::dbOpenForwardOnly));
+    CriarPicture(arquivo);
+    NomearItens();
+}
+
+QString frmFiguraDetalhada::CriarItens(dao::Recordset& linhas) {
     // One picture for the whole part: later rows may name others, and are not asked.
-    const QString arquivo =
-        linhas->Eof() ? QString() : convert::ToTextOrEmpty(Valor(*linhas, u"ArquivoFigura"_s));
+    QString arquivo =
+        linhas.Eof() ? QString() : convert::ToTextOrEmpty(Valor(linhas, u"ArquivoFigura"_s));
     mQuantidadeItens = 0;
     qint16 ultimaLinha = NenhumaLinha;
-    for (; !linhas->Eof(); linhas->MoveNext()) {
-        const qint16 codigo = convert::ToInt16(Valor(*linhas, u"CodigoFiguraDetalhada"_s));
+    for (; !linhas.Eof(); linhas.MoveNext()) {
+        const qint16 codigo = convert::ToInt16(Valor(linhas, u"CodigoFiguraDetalhada"_s));
         if (codigo != ultimaLinha) {
             ultimaLinha = codigo;
-            CriarItem(*linhas);
+            CriarItem(linhas);
         }
         // The dot in front and the comma behind keep one code from being found within another.
-        const QVariant jogo = Valor(*linhas, u"CodigoJogoReparo"_s);
+        const QVariant jogo = Valor(linhas, u"CodigoJogoReparo"_s);
         if (!convert::IsNull(jogo)) {
             lblItem.back()->Tag += u'.' + convert::ToText(jogo) + u',';
         }
     }
-    linhas.reset();
-    CriarPicture(arquivo);
-    NomearItens();
+    return arquivo;
 }
 
 void frmFiguraDetalhada::CriarItem(const dao::Recordset& linha) {
@@ -145,11 +148,10 @@ void frmFiguraDetalhada::CriarPicture(const QString& arquivo) {
 }
 
 // Buttons at rest are part of the background's drawing: a picture that goes beyond the frame would
-// hide the ways out.
+// hide the ways out. The numbers paint themselves whatever they are given.
 void frmFiguraDetalhada::MostrarBotoesCobertos() {
     for (forms::ClickZone* zona : Picture()->findChildren<forms::ClickZone*>()) {
-        if (zona->objectName().startsWith(u"img"_s) &&
-            zona->geometry().intersects(imgFigura[1]->geometry())) {
+        if (zona->geometry().intersects(imgFigura[1]->geometry())) {
             zona->SetDrawing(Background(), zona->geometry());
         }
     }

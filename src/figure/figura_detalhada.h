@@ -49,6 +49,8 @@ private:
 
     void AbrirComponentes();
     void CarregarFigura();
+    // The name of the picture's file.
+    QString CriarItens(dao::Recordset& linhas);
     void CriarItem(const dao::Recordset& linha);
     void CriarPicture(const QString& arquivo);
     void MostrarBotoesCobertos();

@@ -45,7 +45,6 @@ void ItemFigura::SetCaption(const QString& caption) {
 
 void ItemFigura::Preparar() {
     letra_ = LetraPara(caption_, negrito_);
-    canto_.reset();
     update();
 }
 
@@ -71,12 +70,9 @@ void ItemFigura::paintEvent(QPaintEvent*) {
     QPainter pintor(this);
     pintor.setFont(letra_);
     pintor.setPen(CorDe(cor_));
-    if (!canto_) {
-        const QFontMetricsF medida(letra_);
-        canto_ =
-            QPointF(width() - medida.horizontalAdvance(caption_), height() - medida.height()) / 2;
-    }
-    pintor.drawStaticText(*canto_, texto_);
+    const QFontMetricsF medida(letra_);
+    const QSizeF texto(medida.horizontalAdvance(caption_), medida.height());
+    pintor.drawStaticText(QPointF(width() - texto.width(), height() - texto.height()) / 2, texto_);
 }
 
 MarcadorItem::MarcadorItem(const QString& nome, QWidget* pai) : QWidget(pai) {

@@ -43,10 +43,8 @@ private:
 
     QString caption_;
     QFont letra_;  // not the widget's own: that is dear to change
-    // Laid out when it is first painted, and once: while it blinks it is painted ten times a
-    // second.
+    // Laid out when it is first painted: while it blinks it is painted ten times a second.
     QStaticText texto_;
-    std::optional<QPointF> canto_;  // of the text in the box
     Cor cor_ = Cor::Preto;
     bool negrito_ = false;
 };

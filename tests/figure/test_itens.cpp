@@ -24,7 +24,10 @@ TEST(TestItens, theMouseLightsANumberAndItsRelatives) {
 
         PassarSobre({729, 460});  // a button
         QCOMPARE(Rotulos(), rotulos);
-        PassarSobre(indice > 2 ? QPoint(20, 300) : QPoint(300, 400));  // beside or on the drawing
+        // Beside or on the drawing, on what of the marker the number does not cover.
+        PassarSobre(indice > 2    ? QPoint(20, 300)
+                    : indice == 2 ? QPoint(300, 400)
+                                  : marcador.toPoint() + QPoint(11, 3));
         QCOMPARE(Acesos(), QString());
         QCOMPARE(Rotulos(), u"||"_s);
         QVERIFY(!Marcador()->isVisible());
@@ -132,6 +135,16 @@ TEST(TestItens, aNumberIsPaintedAsItIs) {
                  QFontMetricsF(forms::Font(corpo, true)).horizontalAdvance(AnyText(texto)));
     }
     QVERIFY(retrato(novo) != QWidget().grab({0, 0, 33, 13}).toImage());
+
+    folha.show();
+    novo.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&folha));
+    Settle();
+    Paints pintado;
+    novo.installEventFilter(&pintado);
+    novo.SetNegrito(!novo.Negrito());
+    Settle();
+    QCOMPARE(pintado.count, 1);
 }
 
 // Texts that are no item of the part.
@@ -205,7 +218,13 @@ TEST(TestItens, blinks) {
 
     PassarSobreFundo();
     QVERIFY(Piscando());
-    Passar(1);
+    QVERIFY(Rotulos().startsWith(u'!'));
+    bool entregue = false;
+    QMetaObject::invokeMethod(
+        qApp, [&] { entregue = true; }, Qt::QueuedConnection);
+    Q_EMIT Item(1)->MouseMove();
+    QVERIFY(entregue);
     QVERIFY(!Piscando());
     QCOMPARE(Acesos(), u"1:15"_s);
+    QVERIFY(!Rotulos().startsWith(u'!'));
 }
