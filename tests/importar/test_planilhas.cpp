@@ -159,6 +159,7 @@ TEST(TestPlanilhas, ModelsAreAcceptedAsTheyAre) {
     const auto outcome = Import();
     QVERIFY(outcome.made);
     QCOMPARE(outcome.refused, 0);
+    QCOMPARE(outcome.refusedFile, QString());
     QCOMPARE(Rows("SELECT (SELECT count(*) FROM PECA) || Versao FROM UMREGISTRO"), List("01"));
 }
 

@@ -83,8 +83,7 @@ public:
                 TakeByShape(tabelas::Of(id));
             }
         }
-        std::sort(result_.found.begin(), result_.found.end(),
-                  [](const Match& a, const Match& b) { return a.table < b.table; });
+        std::ranges::sort(result_.found, {}, &Match::table);
         for (const Table& table : tabelas::All()) {
             if (!result_.Of(table.id) && table.id != Id::Selection) {
                 result_.missing += table.name;

@@ -29,8 +29,7 @@ public:
 
     std::vector<File> Read() {
         ReadLevel(QDir(order_.folder), QString());
-        std::sort(files_.begin(), files_.end(),
-                  [](const File& a, const File& b) { return a.name < b.name; });
+        std::ranges::sort(files_, {}, &File::name);
         for (const Cases* cases : {&links_, &folderLinks_, &unread_, &hidden_}) {
             cases->AppendTo(findings_);
         }
