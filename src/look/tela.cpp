@@ -12,6 +12,17 @@ QString NomeDaAcesa(const QString& zona) {
     return nome + u"Selecionada"_s;
 }
 
+// The child that a table or a statement of a screen names. That there is none is the program's
+// fault, which the first opening tells.
+template <typename Controle>
+Controle& Filho(const QWidget& pai, const QString& nome) {
+    auto* controle = pai.findChild<Controle*>(nome);
+    if (!controle) {
+        qFatal("no control %ls", qUtf16Printable(nome));
+    }
+    return *controle;
+}
+
 }  // namespace
 
 forms::ClickZone* Tela::CriarBotao(const Botao& botao, QWidget* pai,
@@ -25,10 +36,7 @@ forms::ClickZone* Tela::CriarBotao(const Botao& botao, QWidget* pai,
 }
 
 forms::LitPicture& Tela::AcesaDe(const forms::ClickZone& zona) {
-    auto* acesa =
-        zona.parentWidget()->findChild<forms::LitPicture*>(NomeDaAcesa(zona.objectName()));
-    Q_ASSERT(acesa);
-    return *acesa;
+    return Filho<forms::LitPicture>(*zona.parentWidget(), NomeDaAcesa(zona.objectName()));
 }
 
 void Tela::CriarBotoes(std::span<const Botao> botoes) {
@@ -45,20 +53,18 @@ void Tela::CriarBotaoMinimizar() {
 }
 
 void Tela::AoClicar(const QString& zona, std::function<void()> acao) {
-    auto* controle = Picture()->findChild<forms::ClickZone*>(zona);
-    Q_ASSERT(controle);
-    connect(controle, &forms::ClickZone::Click, this, std::move(acao));
+    connect(&Filho<forms::ClickZone>(*Picture(), zona), &forms::ClickZone::Click, this,
+            std::move(acao));
 }
 
 void Tela::OrdenarTabulacao(std::initializer_list<const char16_t*> nomes) {
     QWidget* anterior = nullptr;
     for (const char16_t* nome : nomes) {
-        auto* controle = Picture()->findChild<QWidget*>(QString::fromUtf16(nome));
-        Q_ASSERT(controle);
+        auto& controle = Filho<QWidget>(*Picture(), QString::fromUtf16(nome));
         if (anterior) {
-            setTabOrder(anterior, controle);
+            setTabOrder(anterior, &controle);
         }
-        anterior = controle;
+        anterior = &controle;
     }
 }
 
@@ -71,9 +77,7 @@ void Tela::DarTeclado(QWidget& controle) {
 
 void Tela::Posicionar(std::span<const Lugar> lugares) {
     for (const Lugar& lugar : lugares) {
-        auto* controle = Picture()->findChild<QWidget*>(QString::fromUtf16(lugar.nome));
-        Q_ASSERT(controle);
-        controle->setGeometry(lugar.retangulo);
+        Filho<QWidget>(*Picture(), QString::fromUtf16(lugar.nome)).setGeometry(lugar.retangulo);
     }
 }
 
