@@ -35,6 +35,7 @@ TEST(TestAcesso, AsksForThePassword) {
             const QPoint aside = box.geometry().center() - box.screen()->geometry().center();
             QVERIFY(aside.manhattanLength() < 60);  // the frame's
             QCOMPARE(box.windowTitle(), u"Catálogo TARVO-LINDEN"_s);
+            QCOMPARE(box.minimumSize(), box.maximumSize());
             QVERIFY(box.windowFlags() & Qt::WindowStaysOnTopHint);  // no screen to stand over
             QCOMPARE(labels.first()->text(), text);
             QCOMPARE(labels.first()->width(), 320);
