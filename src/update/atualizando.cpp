@@ -124,10 +124,9 @@ void frmAtualizando::MostrarFalha(const Erro& erro) {
 }
 
 void frmAtualizando::CloseRequested() {
-    if (instalacao_.Interrompida() || perguntando_ || !instalacao_.PodeInterromper()) {
+    if (instalacao_.Interrompida() || !instalacao_.PodeInterromper()) {
         return;
     }
-    perguntando_ = true;
     const int resposta = forms::MsgBox(
         instalacao_.PassoEmCurso() < Instalacao::PrimeiroPassoQueGrava
             ? u"Deseja cancelar a atualização?"_s
@@ -135,7 +134,6 @@ void frmAtualizando::CloseRequested() {
             ? lblEspera->Text() + u".\n\nDeseja interromper a atualização?"_s
             : u"Um comando da atualização está demorando. Deseja interromper a atualização?"_s,
         forms::vbYesNo | forms::vbQuestion | forms::vbDefaultButton2, TituloCatalogo);
-    perguntando_ = false;
     if (resposta == forms::vbYes) {
         instalacao_.Interromper();
     }

@@ -51,6 +51,5 @@ private:
     };
     std::array<Progresso, 5> barras_{};
 
-    bool perguntando_ = false;
     Instalacao instalacao_{true};
 };

@@ -40,10 +40,6 @@ ScriptsDaAtualizacao::ScriptsDaAtualizacao(std::function<bool()> continuar, Espe
     banco_->SetPatience(std::move(esperar));
 }
 
-ScriptsDaAtualizacao::~ScriptsDaAtualizacao() {
-    FecharBancoDados(sessao_, banco_);
-}
-
 void ScriptsDaAtualizacao::ExecutarComandoAtualizacao(const QString& Linha) {
     const ComandoAtualizacao comando = LerComandoAtualizacao(ComandoBase, Linha);
     switch (comando.tipo) {

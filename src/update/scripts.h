@@ -26,8 +26,6 @@ public:
     // `esperar` likewise, every few milliseconds, while other computers' locks are waited for, with
     // how long they have been; false ends it with Erro 3260. Without it that is after 5 s.
     explicit ScriptsDaAtualizacao(std::function<bool()> continuar = {}, Espera esperar = {});
-    // What has not been committed is rolled back.
-    ~ScriptsDaAtualizacao();
     ScriptsDaAtualizacao(const ScriptsDaAtualizacao&) = delete;
     ScriptsDaAtualizacao& operator=(const ScriptsDaAtualizacao&) = delete;
 

@@ -2,6 +2,7 @@
 #include "instalacoes.h"
 #include "look/paleta.h"
 #include "session/arquivos.h"
+#include "settings/arquivo.h"
 #include "update/falhas.h"
 #include "update/restos.h"
 
@@ -228,6 +229,19 @@ TEST(TestInstalacao, KeyFiles) {
                             : u"75 O arquivo \"ChavesAtualizacao.txt\", ao lado do programa, não "
                               "pode ser entendido: \"%1\"."_s.arg(line));
     }
+    QCOMPARE(SaidBy([] {
+                 ConferirVersao({u"loja"_s, {}}, "3;2026-03-05");
+             }),
+             u"-110 O número da versão mais nova não foi assinado por quem publica este "
+             "catálogo."_s);
+}
+
+TEST(TestInstalacao, TheProxyGetsTheStoredPassword) {
+    GravarConfiguracao(QString(), u"maria"_s, u"s3nha"_s, true);
+    Executar({"UPDATE UMREGISTRO SET UrlAtualizacao = 'atualiza.exemplo/guarded'"});
+    server_.Put("guarded/ListVersao2.txt", "");
+    Instalacao installation(false);
+    QCOMPARE(ErrorOf([&] { installation.Atualizar(1, 2); }), 0);
 }
 
 TEST(TestInstalacao, FailuresInWords) {
