@@ -66,6 +66,15 @@ bool LerCredencial(QStringList& campos, qsizetype indice, QString& texto) {
     }
 }
 
+// Nobody is told of a failure. The defaults are no way out then: they would cost the user his
+// settings where only the disk was full for a moment.
+void Escrever(const QString& caminho, const QString& texto) {
+    try {
+        sys::WriteWhole(caminho, texto.toUtf8(), sys::Access::OwnerOnly);
+    } catch (const Erro&) {
+    }
+}
+
 }  // namespace
 
 void GravarConfiguracao(const QString& Verificacao, const QString& Usuario, const QString& Senha,
@@ -85,12 +94,7 @@ void GravarConfiguracao(const QString& Verificacao, const QString& Usuario, cons
     } catch (const Erro&) {
         texto = Padrao;
     }
-    try {
-        sys::WriteWhole(caminho, texto.toUtf8(), sys::Access::OwnerOnly);
-    } catch (const Erro&) {
-        // Nobody is told. The defaults are no way out here: they would cost the user his settings
-        // where only the disk was full for a moment.
-    }
+    Escrever(caminho, texto);
 }
 
 void LerConfiguracao(const QString& Chave, QString& Usuario, QString& Senha) {
@@ -98,7 +102,7 @@ void LerConfiguracao(const QString& Chave, QString& Usuario, QString& Senha) {
     if (!ArquivoExiste(caminho)) {
         TrazerDaMaquina(caminho);
         if (!ArquivoExiste(caminho)) {
-            GravarConfiguracao(QString(), QString(), QString(), true);
+            Escrever(caminho, Padrao);
         }
     }
     QStringList campos = Campos(LerComNome(caminho));
@@ -108,8 +112,7 @@ void LerConfiguracao(const QString& Chave, QString& Usuario, QString& Senha) {
             return;
         }
         VerificacaoAutomatica = true;
-        // Runs into the missing field in its turn, which is what brings the defaults back.
-        GravarConfiguracao(QVariant(VerificacaoAutomatica).toString(), QString(), QString(), false);
+        Escrever(caminho, Padrao);
     } else if (Chave == "USUARIO_SENHA"_L1) {
         const bool usuarioLido = LerCredencial(campos, 1, Usuario);
         const bool senhaLida = LerCredencial(campos, 2, Senha);

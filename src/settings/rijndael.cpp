@@ -39,23 +39,21 @@ std::span<quint8> BlockAt(QByteArray& bytes, qsizetype at) {
 }  // namespace
 
 void CRijndael::gentables() {
+    // 3 to the 255 is 1 again: either number is its logarithm.
     quint8 power = 1;
-    for (std::size_t i = 0; i < 256; ++i) {
-        exponent_[i] = power;
-        if (i < 255) {  // 3 to the 255 is 1 again, whose logarithm is 0
-            logarithm_[power] = static_cast<quint8>(i);
-        }
+    for (quint8 i = 0; quint8 & exponent : exponent_) {
+        exponent = power;
+        logarithm_[power] = i++;
         power = static_cast<quint8>(power ^ Double(power));
     }
 
-    for (std::size_t i = 0; i < 256; ++i) {
+    for (quint8 i = 0; quint8 & substitute : forwardSubstitution_) {
         const quint8 inverse = i == 0 ? 0 : exponent_[255u - logarithm_[i]];
-        quint8 substitute = 99;
+        substitute = 99;
         for (int turn = 0; turn <= 4; ++turn) {
             substitute = static_cast<quint8>(substitute ^ std::rotl(inverse, turn));
         }
-        forwardSubstitution_[i] = substitute;
-        inverseSubstitution_[substitute] = static_cast<quint8>(i);
+        inverseSubstitution_[substitute] = i++;
     }
 
     quint8 constant = 1;
@@ -67,12 +65,11 @@ void CRijndael::gentables() {
     const auto product = [this](quint8 a, quint8 b) {
         return a == 0 ? quint8(0) : exponent_[(logarithm_[a] + logarithm_[b]) % 255];
     };
-    for (std::size_t i = 0; i < 256; ++i) {
-        const quint8 s = forwardSubstitution_[i];
-        forwardTable_[i] = Word(product(s, 2), s, s, product(s, 3));
-        const quint8 r = inverseSubstitution_[i];
-        inverseTable_[i] = Word(product(r, 14), product(r, 9), product(r, 13), product(r, 11));
-    }
+    std::ranges::transform(forwardSubstitution_, forwardTable_.begin(),
+                           [&](quint8 s) { return Word(product(s, 2), s, s, product(s, 3)); });
+    std::ranges::transform(inverseSubstitution_, inverseTable_.begin(), [&](quint8 r) {
+        return Word(product(r, 14), product(r, 9), product(r, 13), product(r, 11));
+    });
 }
 
 void CRijndael::gkey(qint32 nb, qint32 nk, std::span<const quint8> key) {
@@ -93,20 +90,21 @@ void CRijndael::gkey(qint32 nb, qint32 nk, std::span<const quint8> key) {
         }
     }
 
-    const auto words = static_cast<std::size_t>(nb * (nr_ + 1));
+    // The whole schedule, of which smaller blocks use the beginning.
     const auto group = static_cast<std::size_t>(nk);
-    for (std::size_t i = 0; i < words; ++i) {
+    for (std::size_t i = 0; quint32 & entry : forwardKey_) {
         if (i < group) {
-            forwardKey_[i] = qFromLittleEndian<quint32>(key.data() + 4 * i);
-            continue;
+            entry = qFromLittleEndian<quint32>(key.data() + 4 * i);
+        } else {
+            quint32 word = forwardKey_[i - 1];
+            if (i % group == 0) {
+                word = Substitute(std::rotr(word, 8)) ^ roundConstants_[i / group - 1];
+            } else if (nk > 6 && i % group == 4) {
+                word = Substitute(word);
+            }
+            entry = forwardKey_[i - group] ^ word;
         }
-        quint32 word = forwardKey_[i - 1];
-        if (i % group == 0) {
-            word = Substitute(std::rotr(word, 8)) ^ roundConstants_[i / group - 1];
-        } else if (nk > 6 && i % group == 4) {
-            word = Substitute(word);
-        }
-        forwardKey_[i] = forwardKey_[i - group] ^ word;
+        ++i;
     }
 
     // Deciphering takes the rounds from the last to the first; the column mix moves in front of the

@@ -18,17 +18,13 @@ constexpr int Deslocamento = 37;
 // Two bytes a character, the lower one first, without an end mark.
 QByteArray ParaBytes(const QString& texto) {
     QByteArray bytes(texto.size() * 2, Qt::Uninitialized);
-    for (qsizetype i = 0; i < texto.size(); ++i) {
-        qToLittleEndian<quint16>(texto.at(i).unicode(), bytes.data() + 2 * i);
-    }
+    qToLittleEndian<quint16>(texto.utf16(), texto.size(), bytes.data());
     return bytes;
 }
 
 QString ParaTexto(const QByteArray& bytes) {
     QString texto(bytes.size() / 2, Qt::Uninitialized);
-    for (qsizetype i = 0; i < texto.size(); ++i) {
-        texto[i] = QChar(qFromLittleEndian<quint16>(bytes.constData() + 2 * i));
-    }
+    qFromLittleEndian<quint16>(bytes.constData(), texto.size(), texto.data());
     return texto;
 }
 

@@ -6,8 +6,8 @@
 
 // What is stored, as it is read: "1|user|password".
 inline QString Lido() {
-    QString usuario;
-    QString senha;
+    QString usuario = u"?"_s;
+    QString senha = usuario;
     LerConfiguracao(u"VERIFICACAOAUTOMATICA"_s, usuario, senha);
     LerConfiguracao(u"USUARIO_SENHA"_s, usuario, senha);
     return u"%1|%2|%3"_s.arg(int(VerificacaoAutomatica)).arg(usuario, senha);
