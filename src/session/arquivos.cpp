@@ -15,6 +15,12 @@ QString ComBarraFinal(const QString& pasta, bool barraFinal) {
     return barraFinal && !pasta.endsWith(u'\\') ? pasta + u'\\' : pasta;
 }
 
+// The program's own where nothing was set up for the machine.
+QString PastaDaMaquina(bool barraFinal) {
+    const QString pasta = sys::MachineFolder(NomeDoPrograma);
+    return pasta.isEmpty() ? CaminhoPrograma(barraFinal) : ComBarraFinal(pasta, barraFinal);
+}
+
 }  // namespace
 
 QString CaminhoPrograma(bool barraFinal) {
@@ -28,11 +34,7 @@ QString LocalizarDados() {
         return programa;
     }
     // Not trimmed: the file holds the path and nothing else.
-    QString caminho = LerArquivo(desvio);
-    if (!caminho.endsWith(u'\\')) {
-        caminho += u'\\';
-    }
-    return caminho;
+    return ComBarraFinal(LerArquivo(desvio), true);
 }
 
 bool ArquivoExiste(const QString& caminho) {
@@ -84,15 +86,14 @@ QString SerialVolume(const QString& raiz) {
 }
 
 QString PastaSistema(const QString& nome, bool barraFinal) {
-    const QString pasta =
-        nome.trimmed().toUpper() == "SYSTEM"_L1 ? sys::MachineFolder(NomeDoPrograma) : QString();
-    return pasta.isEmpty() ? CaminhoPrograma(barraFinal) : ComBarraFinal(pasta, barraFinal);
+    return nome.trimmed().toUpper() == "SYSTEM"_L1 ? PastaDaMaquina(barraFinal)
+                                                   : CaminhoPrograma(barraFinal);
 }
 
 QString PastaDadosUsuario(bool barraFinal) {
     const QString base = sys::UserDataFolder();
     if (base.isEmpty()) {
-        return PastaSistema(u"SYSTEM"_s, barraFinal);
+        return PastaDaMaquina(barraFinal);
     }
     const QString raiz = ComBarraFinal(base, true);
     try {

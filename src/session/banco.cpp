@@ -133,19 +133,20 @@ void GravarUltimaVerificacao(const QString& dataHora, const QString& flagErro) {
     if (campos.isEmpty()) {
         return;
     }
-    std::unique_ptr<dao::Workspace> workspace;
-    std::unique_ptr<dao::Database> banco;
-    AbrirBancoDados(workspace, u"sWsNotReadOnly"_s, banco, false);
-    // The window is painted meanwhile.
-    banco->SetPatience([](std::chrono::milliseconds esperado) {
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-        return esperado < PacienciaDoRegistro;
-    });
-    workspace->BeginTrans();
-    banco->Execute("UPDATE UMREGISTRO SET "_L1 + campos.join(u','), dao::dbFailOnError);
-    workspace->CommitTrans(dao::dbForceOSFlush);
-    AtualizarCache();
-    FecharBancoDados(workspace, banco);
+    {
+        std::unique_ptr<dao::Workspace> workspace;
+        std::unique_ptr<dao::Database> banco;
+        AbrirBancoDados(workspace, u"sWsNotReadOnly"_s, banco, false);
+        // The window is painted meanwhile.
+        banco->SetPatience([](std::chrono::milliseconds esperado) {
+            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+            return esperado < PacienciaDoRegistro;
+        });
+        workspace->BeginTrans();
+        banco->Execute("UPDATE UMREGISTRO SET "_L1 + campos.join(u','), dao::dbFailOnError);
+        workspace->CommitTrans(dao::dbForceOSFlush);
+        AtualizarCache();
+    }
     QCoreApplication::processEvents();
     AtualizarCache();
     QCoreApplication::processEvents();

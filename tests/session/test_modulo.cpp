@@ -1,4 +1,5 @@
 #include "platform/system/clock.h"
+#include "platform/system/paths.h"
 #include "platform/system/process.h"
 #include "session/arquivos.h"
 #include "session/datas.h"
@@ -110,7 +111,8 @@ TEST(TestModulo, NomesTemporarios) {
 }
 
 TEST(TestModulo, Pastas) {
-    QCOMPARE(SerialVolume(u"C:\\"_s).size(), 8);
+    const quint32 serial = sys::VolumeSerial(u"C:\\"_s);
+    QCOMPARE(SerialVolume(u"C:\\"_s), QString::asprintf("%08X", serial));
     QCOMPARE(SerialVolume(u"C:\\nada\\"_s), u"00000000"_s);
     QCOMPARE(CaminhoPrograma(true), QCoreApplication::applicationDirPath() + u'\\');
     QCOMPARE(CaminhoPrograma(false), QCoreApplication::applicationDirPath());
