@@ -84,8 +84,14 @@ TEST(TestEspera, WaitsForOthers) {
             writer.sessao->BeginTrans();
             writer.banco->Execute(u"UPDATE UMREGISTRO SET VersaoAnterior = 5"_s);
         }
+        Apply({Script({Insert(20, "Bravil"), "S:true", "S:true"})});
         QString seen;
         QString found;
+        bool waits = true;
+        sys::SetStartHandler([&](const QString&, int) {
+            waits = Find<forms::Label>(*Screen(), "lblEspera").isVisible();
+            return sys::ProcessId(0);
+        });
         const auto watch = FromRequest(0, [&] {
             const auto& label = Find<forms::Label>(*Screen(), "lblEspera");
             if (!label.isVisible() || !seen.isEmpty()) {
@@ -104,6 +110,7 @@ TEST(TestEspera, WaitsForOthers) {
         });
         const QStringList boxes = Update(1, 3, {forms::vbYes});
         QCOMPARE(seen, u"À espera de "_s + whom);
+        QCOMPARE(waits, gaveUp);
         QCOMPARE(found, u"2000"_s);
         QCOMPARE(boxes, gaveUp ? List(seen + u".\n\nDeseja interromper a atualização?"_s, Stopped)
                                : List(Done));
