@@ -66,6 +66,8 @@ TEST(TestResultado, aRowDeletedMeanwhileOpensAnEmptyList) {
     Clicar(Busca, "imgPesquisa1");
     Clicar(Busca, "pctResultadoPesquisaFundo(0)");
     QCOMPARE(Pecas(), QStringList());
+    QCOMPARE(Achar(Resultado, "grdResultadoPesquisaPeca")->accessibleDescription(),
+             u"Nenhuma Peça encontrada."_s);
     Clicar(Resultado, "imgListaComponentesFundo");
     Clicar(Resultado, "imgFiguraDetalhadaFundo");
     QCOMPARE(janela_->Caixas(), List("16 Nenhuma Peça encontrada.", "16 Nenhuma Peça encontrada."));
