@@ -53,11 +53,11 @@ QString Procurar(const Frase (&frases)[N], int numero) {
 
 // The one text of a failed request, taken apart (update/internet.h).
 struct Composto {
-    bool valido = false;
-    int codigo = 0;  // of the last call
-    int interno = 0;
-    int estado = 0;        // of an answer; 0 for none
-    bool arquivo = false;  // the file that was asked for is named behind it
+    bool valido;
+    int codigo;  // of the last call
+    int interno;
+    int estado;    // of an answer; 0 for none
+    bool arquivo;  // the file that was asked for is named behind it
 };
 
 Composto Ler(const QString& descricao) {

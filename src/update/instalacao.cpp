@@ -7,7 +7,6 @@
 #include "platform/dao/errors.h"
 #include "platform/erro.h"
 #include "platform/forms/application.h"
-#include "platform/secret.h"
 #include "platform/sizes.h"
 #include "platform/system/output.h"
 #include "platform/system/paths.h"
@@ -82,11 +81,6 @@ void AtualizarCache() {
 }  // namespace
 
 Instalacao::Instalacao(bool podePerguntar) : podePerguntar_(podePerguntar) {}
-
-Instalacao::~Instalacao() {
-    secret::Wipe(usuario_);
-    secret::Wipe(senha_);
-}
 
 void Instalacao::Atualizar(qint16 VersaoAtual, qint16 VersaoNova) {
     try {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/erro.h"
+#include "platform/secret.h"
 #include "update/internet.h"
 #include "update/lista.h"
 #include "update/prova.h"
@@ -23,7 +24,6 @@ public:
 
     // `podePerguntar`: the user may be asked for what a proxy wants to know.
     explicit Instalacao(bool podePerguntar);
-    ~Instalacao() override;
 
     // With nobody there to interrupt: a statement of a script that takes longer ends Atualizar with
     // Erro 3059.
@@ -86,6 +86,8 @@ private:
     QString caminhoBase_;
     QString usuario_;
     QString senha_;
+    const secret::WipeAtEnd<QString> semUsuario_{usuario_};
+    const secret::WipeAtEnd<QString> semSenha_{senha_};
     ChavesDaAtualizacao chaves_;
     ListasDaAtualizacao listas_;
     QStringList recebidos_;            // temporary files that are there, or may be

@@ -89,7 +89,11 @@ void ScriptsDaAtualizacao::FecharGrupo() {
                    u"Os scripts da atualização apagaram ou estragaram o registro da versão "
                    "(UMREGISTRO). O que fizeram desde então foi desfeito"_s);
     }
-    sessao_->CommitTrans();
+    Gravar();
+}
+
+void ScriptsDaAtualizacao::Gravar(int opcoes) {
+    sessao_->CommitTrans(opcoes);
     aberto_ = false;
 }
 
@@ -113,8 +117,7 @@ void ScriptsDaAtualizacao::GravarVersao(qint16 VersaoAtual, qint16 VersaoNova) {
                    u"Os scripts da atualização mudaram a tabela UMREGISTRO, e a versão %1 não pôde "
                    "ser registrada"_s.arg(VersaoNova));
     }
-    sessao_->CommitTrans(dao::dbForceOSFlush);
-    aberto_ = false;
+    Gravar(dao::dbForceOSFlush);
 }
 
 ScriptsDaAtualizacao::Relogio::duration ScriptsDaAtualizacao::ComandoEmCurso() const {

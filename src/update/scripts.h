@@ -49,6 +49,7 @@ public:
 
 private:
     void Executar(const QString& comando);
+    void Gravar(int opcoes = 0);
     void Desfazer();
     bool RegistroServe() const;
     bool RegistroLegivel() const;

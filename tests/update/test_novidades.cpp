@@ -4,6 +4,7 @@
 #include "settings/configuracoes.h"
 #include "support/janela.h"
 #include "support/servers.h"
+#include "update/atualizando.h"
 #include "update/conversa.h"
 #include "update/novidades.h"
 
@@ -141,6 +142,13 @@ TEST(TestNovidades, Checks) {
         const frmPesquisa* before = gFrmPesquisa;
         const Verifier verifier(results);
         BoxAnswers shown({boxes.size() == 2 ? forms::vbYes : forms::vbNo});
+        bool back = false;
+        QTimer watch;
+        connect(&watch, &QTimer::timeout, this, [&back] {
+            back |= forms::Form::Find(frmAtualizando::Nome) && !gFrmPesquisa->isMinimized();
+        });
+        watch.start(1);
+        gFrmPesquisa->Minimize();
         Check().IniciarVerificacao(automatic);
         QVERIFY(CheckEnds());
         Settle();
@@ -153,6 +161,7 @@ TEST(TestNovidades, Checks) {
         // Installing, or failing to, ends every other screen.
         const bool again = boxes.size() == 2 && boxes.last() != Nothing && !locked;
         QCOMPARE(gFrmPesquisa != before, again);
+        QCOMPARE(back, again);
         QCOMPARE(forms::Form::Loaded().size(), again ? 1 : 2);
         QVERIFY(!AcessoLembrado());
         QCOMPARE(verifier.started.size(), results.size());
