@@ -84,7 +84,6 @@ void ScriptsDaAtualizacao::FecharGrupo() {
         return;
     }
     if (!RegistroServe()) {
-        Desfazer();
         throw Erro(RegistroPerdido,
                    u"Os scripts da atualização apagaram ou estragaram o registro da versão "
                    "(UMREGISTRO). O que fizeram desde então foi desfeito"_s);
@@ -97,11 +96,6 @@ void ScriptsDaAtualizacao::Gravar(int opcoes) {
     aberto_ = false;
 }
 
-void ScriptsDaAtualizacao::Desfazer() {
-    aberto_ = false;
-    sessao_->Rollback();
-}
-
 void ScriptsDaAtualizacao::GravarVersao(qint16 VersaoAtual, qint16 VersaoNova) {
     FecharGrupo();
     Executar(
@@ -112,7 +106,6 @@ void ScriptsDaAtualizacao::GravarVersao(qint16 VersaoAtual, qint16 VersaoNova) {
         "FlagErroUltimaVerificacao = 0"_s.arg(QString::number(VersaoNova),
                                               QString::number(VersaoAtual), DataHoraSql(1.0)));
     if (VersaoGravada() != VersaoNova) {
-        Desfazer();
         throw Erro(RegistroPerdido,
                    u"Os scripts da atualização mudaram a tabela UMREGISTRO, e a versão %1 não pôde "
                    "ser registrada"_s.arg(VersaoNova));

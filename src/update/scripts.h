@@ -16,7 +16,7 @@
 // of a second, before a program starts and at the end. A death in the middle, or of a statement
 // that the user ends, costs the last group, which the next update repeats. A group never ends while
 // UMREGISTRO has no row, or one that cannot be read: such a catalogue could neither be updated nor
-// say what it is.
+// say what it is. What has not been committed is rolled back with the object.
 class ScriptsDaAtualizacao {
 public:
     using Relogio = std::chrono::steady_clock;
@@ -50,7 +50,6 @@ public:
 private:
     void Executar(const QString& comando);
     void Gravar(int opcoes = 0);
-    void Desfazer();
     bool RegistroServe() const;
     bool RegistroLegivel() const;
     std::optional<qint16> VersaoGravada() const;

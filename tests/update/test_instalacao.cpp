@@ -234,6 +234,11 @@ TEST(TestInstalacao, KeyFiles) {
              }),
              u"-110 O número da versão mais nova não foi assinado por quem publica este "
              "catálogo."_s);
+    Apply({"sign xpy"});
+    for (const QString& letter : {u"x"_s, u"p"_s, u"y"_s}) {
+        const ChavesDaAtualizacao one{u"loja"_s, {sys::OpenKeyOf(Signers(letter).front().key)}};
+        QCOMPARE(ConferirVersao(one, sys::ReadBytes(Site() + u"Versao.sig"_s)).numero, 3);
+    }
 }
 
 TEST(TestInstalacao, TheProxyGetsTheStoredPassword) {
