@@ -55,7 +55,6 @@ void frmFiguraDetalhada::CriarControles() {
     PintarRotulos(Cor::Preto);
 
     imgFigura[0] = new forms::Picture(u"imgFigura(0)"_s, QString(), Picture());
-    imgFigura[0]->setEnabled(false);
     imgFigura[0]->hide();
     shpSelecaoItem[0] = new MarcadorItem(u"shpSelecaoItem(0)"_s, Picture());
     lblItem = {new ItemFigura(0, Picture())};

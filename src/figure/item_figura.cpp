@@ -92,5 +92,6 @@ void MarcadorItem::paintEvent(QPaintEvent*) {
     pintor.setBrush(Paleta::Atual().itemFundo);
     pintor.setPen(QPen(Paleta::Atual().itemBorda, 1));
     const QRectF contorno = lugar_.translated(-pos()).adjusted(0.5, 0.5, -0.5, -0.5);
-    pintor.drawRoundedRect(contorno, contorno.height() / 2, contorno.height() / 2);
+    const double raio = contorno.height() / 2;
+    pintor.drawRoundedRect(contorno, raio, raio);
 }

@@ -19,6 +19,8 @@ TEST(TestItens, theMouseLightsANumberAndItsRelatives) {
         Passar(indice);
         QCOMPARE(Acesos(), acesos);
         QCOMPARE(Rotulos(), rotulos);
+        QCOMPARE(Item(1)->accessibleName() + Item(6)->accessibleName(),
+                 u"Item 1, Corpo da válvulaItem 77, não se aplica a essa peça"_s);
         QCOMPARE(Marcador()->Lugar().topLeft(), marcador);
         QVERIFY(Marcador()->isVisible());
 
@@ -134,9 +136,11 @@ TEST(TestItens, aNumberIsPaintedAsItIs) {
         QCOMPARE(novo.LarguraEmNegrito(),
                  QFontMetricsF(forms::Font(corpo, true)).horizontalAdvance(AnyText(texto)));
     }
+    novo.SetCaption(u"<b>8"_s);  // text, not a bold 8
     const QColor fundo = folha.palette().window().color();
     const QRect tinta = QRegion(novo.grab().createMaskFromColor(fundo)).boundingRect();
     QVERIFY((tinta.center() - novo.rect().center()).manhattanLength() < 3);
+    QVERIFY(tinta.width() > 20);
 
     folha.show();
     novo.show();
@@ -165,6 +169,8 @@ TEST(TestItens, blanksMoveTheMarker) {
         if (deslocado == 1.5) {  // on whole pixels: a line of one around it
             QCOMPARE(Shows(*Marcador(), Paleta::Atual().itemFundo), QRect(1, 2, 20, 19));
             QVERIFY(!Shows(*Marcador(), Paleta::Atual().itemBorda).isEmpty());
+            QVERIFY(
+                Shows(*Marcador(), Paleta::Atual().itemFundo, {0, 0, 4, 4}).isEmpty());  // round
         }
         QCOMPARE(Rotulos(), u"NÃO APLICAVEL||"_s);
     }
