@@ -1,4 +1,5 @@
 #include "platform/dao/connection.h"
+#include "support/cases.h"
 #include "support/catalogo.h"
 #include "support/servers.h"
 #include "verificar/check.h"
@@ -65,109 +66,9 @@ TEST(TestVerificar, ASoundFolderHasNoFaults) {
 }
 
 TEST(TestVerificar, OneFault) {
-    for (const auto& [comandos, achados] : Each<QString, QStringList>{
-             {"numbers",
-              "UPDATE PECA SET NumeroTarvoPeca = '0' || NumeroTarvoPeca WHERE CodigoPeca = 3;"
-              "UPDATE COMPONENTE SET NumeroTarvoComponente = '1' || NumeroTarvoComponente WHERE "
-              "CodigoComponente = 3; UPDATE REFERENCIACRUZADA SET NumeroClienteConcorrente = "
-              "'b-9' "
-              "WHERE NumeroClienteConcorrente = 'B9'",
-              List("1 PECA.NumeroTarvoPeca fora*: CodigoPeca 3: \"0K5602\"",
-                   "1 COMPONENTE.NumeroTarvoComponente fora da forma gravada (letras maiúsculas e "
-                   "algarismos, sem zero à esquerda nem algarismo antes da primeira letra): "
-                   "CodigoComponente 3: \"1K5600\"",
-                   "1 REFERENCIACRUZADA.NumeroClienteConcorrente fora da forma gravada (letras "
-                   "maiúsculas e algarismos, sem zero à esquerda): cliente 7, Nº Tarvo A3400: "
-                   "\"b-9\"")},
-             {"descriptions",
-              "UPDATE PECA SET DescricaoPeca = 'Mola d''água'; UPDATE VEICULO SET "
-              "DescricaoVeiculo = ' Cavalo' WHERE CodigoVeiculo = 2",
-              List("3 PECA.DescricaoPeca que a pesquisa*: CodigoPeca 1: \"Mola d'água\" | "
-                   "CodigoPeca "
-                   "2: \"Mola d'água\"",
-                   "1 VEICULO.DescricaoVeiculo que a pesquisa não acha (vazia, com espaço na "
-                   "frente ou com apóstrofo em lugar de \"´\"): CodigoVeiculo 2: \" Cavalo\"")},
-             {"items",
-              "INSERT INTO PECA_COMPONENTE VALUES (2, '3', 1, 1), (2, '  12A', 1, 1), "
-              "(2, '   a', 1, 1), (2, '  07', 1, 1), (2, '9999z', 1, 1)",
-              List("4 PECA_COMPONENTE.ItemComponente mal alinhado (número em quatro posições à "
-                   "direita, letra minúscula na quinta): CodigoPeca 2: \"   a\" | CodigoPeca 2: "
-                   "\"  07\"")},
-             {"codes",
-              "UPDATE PECA SET CodigoPeca = 1000000 WHERE CodigoPeca = 3; "
-              "INSERT INTO FIGURADETALHADA VALUES (7, 32768, '   2', 0, 0); "
-              "INSERT INTO CLIENTECONCORRENTE VALUES (32768, 'Norral', 'I'), (147483648, 'Z', "
-              "'C')",
-              List("1 PECA.CodigoPeca fora da faixa de 1 a 999999: 1000000",
-                   "1 FIGURADETALHADA.CodigoFiguraDetalhada fora da faixa de 1 a 32767: 32768",
-                   "1 CLIENTECONCORRENTE.CodigoClienteConcorrente fora da faixa de 1 a 147483647: "
-                   "147483648",
-                   "1 CLIENTECONCORRENTE.CodigoClienteConcorrente fora da faixa de 1 a 32767 dos "
-                   "fabricantes de veículos: 32768")},
-             {"links",
-              "DELETE FROM COMPONENTE WHERE CodigoComponente = 3; UPDATE PECA SET CodigoFigura "
-              "= "
-              "8 WHERE CodigoPeca = 2; INSERT INTO PECA_COMPONENTE_JOGOREPARO VALUES (1, '   "
-              "7', "
-              "1); UPDATE VEICULO SET CodigoClienteConcorrente = 9 WHERE CodigoVeiculo = 2; "
-              "INSERT INTO REFERENCIACRUZADA VALUES (7, 'XYZ', '1')",
-              List(
-                  "1 PECA.CodigoFigura sem linha em FIGURA: CodigoPeca 2 → 8",
-                  "2 PECA_COMPONENTE.CodigoComponente sem linha em COMPONENTE: CodigoPeca 1, item  "
-                  "  1 "
-                  "→ 3 | CodigoPeca 2, item    1 → 3",
-                  "1 PECA_COMPONENTE_JOGOREPARO sem a linha do item em PECA_COMPONENTE: CodigoPeca "
-                  "1, item    7",
-                  "1 VEICULO.CodigoClienteConcorrente de quem não é fabricante (tipo \"I\"): "
-                  "CodigoVeiculo 2 → 9",
-                  "1 REFERENCIACRUZADA.NumeroTarvo que nenhuma peça, componente ou jogo tem: "
-                  "cliente 7: XYZ")},
-             {"single rows",
-              "DROP INDEX UMREGISTRO_UMA; INSERT INTO UMREGISTRO VALUES ('ontem', NULL, NULL, "
-              "0, "
-              "'u', 40000, 0); UPDATE main.CODIGOCLIENTECONCORRENTE SET "
-              "CodigoClienteConcorrente = 3",
-              List("1 Falta o índice (as pesquisas ficam lentas, ou linhas iguais são aceitas): "
-                   "UMREGISTRO único (constante)",
-                   "1 UMREGISTRO precisa ter exatamente uma linha: 2 linhas",
-                   "1 CODIGOCLIENTECONCORRENTE que não é -5 nem um cliente: 3",
-                   "1 UMREGISTRO.DataEmissao não é uma data: \"ontem\"",
-                   "1 UMREGISTRO.Versao não cabe em 16 bits: \"40000\"")},
-             {"structure",
-              "DROP VIEW FIGURADETALHADA1; ALTER TABLE PECA DROP COLUMN ArquivoFotoPeca; "
-              "DROP INDEX VEICULO_PECA_VEICULO; INSERT INTO VEICULO_PECA VALUES (1, 1)",
-              List("1 Falta a tabela: FIGURADETALHADA1", "1 Falta a coluna: PECA ArquivoFotoPeca",
-                   "1 Falta o índice*: VEICULO_PECA único (CodigoVeiculo, CodigoPeca)",
-                   "1 VEICULO_PECA: linhas iguais em CodigoVeiculo, CodigoPeca: 1, 1")},
-             {"a collation of somebody else's",
-              "DROP INDEX VEICULO_DESCRICAO; CREATE INDEX VEICULO_DESCRICAO ON VEICULO "
-              "(DescricaoVeiculo COLLATE NOCASE, CodigoClienteConcorrente)",
-              List(
-                  "1 Falta o índice*: VEICULO (DescricaoVeiculo TARVO, CodigoClienteConcorrente)")},
-             {"an index out of order",
-              "PRAGMA writable_schema = ON; UPDATE sqlite_schema SET sql = replace(sql, "
-              "'(DescricaoVeiculo', '(DescricaoVeiculo DESC') WHERE name = 'VEICULO_DESCRICAO'",
-              {"1 Tabela ou índice fora de ordem*"}},
-             {"nothing there",
-              "UPDATE CLIENTECONCORRENTE SET DescricaoClienteConcorrente = ' '; UPDATE UMREGISTRO "
-              "SET VersaoAnterior = 'x'; UPDATE FOTOPECAPESQUISA SET DescricaoFotoPecaPesquisa = "
-              "'' "
-              "WHERE CodigoFotoPecaPesquisa = 1",
-              {"1 UMREGISTRO.VersaoAnterior não cabe em 16 bits: \"x\"",
-               "2 CLIENTECONCORRENTE.DescricaoClienteConcorrente vazia: CodigoClienteConcorrente 7 "
-               "| "
-               "CodigoClienteConcorrente 9",
-               "1 FOTOPECAPESQUISA.DescricaoFotoPecaPesquisa vazia: CodigoFotoPecaPesquisa 1"}},
-             {"figure",
-              "INSERT INTO FIGURADETALHADA VALUES (7, 3, '   2', -17, 10), (7, 5, '   2', 10, -7), "
-              "(7, 4, ' 100', NULL, "
-              "10)",
-              List("1 FIGURADETALHADA.LLeft ou TTop não é um número: CodigoFigura 7, marca 4",
-                   "2 FIGURADETALHADA: número fora da figura: CodigoFigura 7, marca 3: -17, 10 "
-                   "(figura de 200 por 100) | CodigoFigura 7, marca 5: 10, -7 (figura de 200 por "
-                   "100)")},
-         }) {
-        Estragar(comandos);
+    for (auto [one] : Cases(TARVO_CASES "/faults.data")) {
+        const QStringList achados = one.Take(u'>');
+        Estragar(one.lines.join(u';'));
         QStringList textos = Achados(Weight::Fault);
         for (qsizetype i = 0; i < qMin(textos.size(), achados.size()); ++i) {
             textos[i] = Like(textos.at(i), achados.at(i));
