@@ -31,8 +31,7 @@ bool TemRegistro(const QString& sql) {
 
 // A catalogue of the engine that this one took the place of.
 bool EhCatalogoAntigo(const QString& caminho) {
-    constexpr char Texto[] = "\0\1\0\0Standard Jet DB";
-    const QByteArrayView marca(Texto, sizeof Texto - 1);
+    const QByteArray marca = "\0\1\0\0Standard Jet DB"_ba;
     QFile arquivo(sys::ToNative(caminho));
     return arquivo.open(QIODevice::ReadOnly) && arquivo.read(marca.size()) == marca;
 }
@@ -111,7 +110,7 @@ bool BloquearBancoDados(bool bloquear, int* motivo) {
     mWsLockTrans->BeginTrans();
     try {
         mDbLockTrans->Execute(u"UPDATE CONTROLETRAN SET a = a"_s,
-                              dao::dbFailOnError + dao::dbSeeChanges);
+                              dao::dbFailOnError | dao::dbSeeChanges);
         return true;
     } catch (const Erro& erro) {
         FecharBancoDados(mWsLockTrans, mDbLockTrans);

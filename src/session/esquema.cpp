@@ -167,7 +167,7 @@ INSERT INTO UMREGISTRO VALUES (%1, NULL, NULL, 0, '', 1, 0);
 }  // namespace
 
 void CriarCatalogo(const QString& caminho, const QString& senha) {
-    const QByteArray hoje = QByteArray::number(std::floor(sys::Now()), 'f', 0);
+    const QByteArray hoje = QByteArray::number(qint64(std::floor(sys::Now())));
     const QByteArray definicao = QByteArray(Tabelas) + Referencias + Figuras +
                                  QByteArray(Registro).replace("%1", hoje) + Guardas;
     QString conexao = ";pwd="_L1 + senha;

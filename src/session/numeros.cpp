@@ -37,7 +37,8 @@ QString RemoverZerosEsquerda(const QString& texto) {
 // Users write some numbers with a digit before the letter that the catalogue's number begins with.
 QString NormalizarNumero(const QString& texto) {
     const QString numero = RemoverZerosEsquerda(SomenteAlfanumericos(texto));
+    const QString semPrimeiro = numero.mid(1);
     const bool algarismoDeMais =
-        numero.size() > 1 && EhAlgarismo(numero.at(0)) && EhLetra(numero.at(1));
-    return algarismoDeMais ? numero.mid(1) : numero;
+        !semPrimeiro.isEmpty() && EhLetra(semPrimeiro.front()) && EhAlgarismo(numero.front());
+    return algarismoDeMais ? semPrimeiro : numero;
 }

@@ -125,6 +125,7 @@ TEST(TestBanco, EachProgramHasItsOwnCustomer) {
 TEST(TestBanco, ChoosesWhereNobodyMayWrite) {
     BoxAnswers boxes;
     FecharBancoDados(gWS, gDB);
+    QVERIFY(!gWS && !gDB);
     AbrirBancoDados(gWS, u"gWS"_s, gDB, true);
     RenovarSessao();
     GravarClienteConcorrente(18);

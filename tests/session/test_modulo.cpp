@@ -12,6 +12,10 @@
 
 constexpr double CincoDeMarco = 40242;  // 5 March 2010
 
+// Before anything has been read or asked for.
+const bool soComeca = !VerificacaoAutomatica && !ReiniciarPrograma && gCodigoPeca == 0 &&
+                      gCodigoClienteConcorrente == 0;
+
 struct TestModulo : Fixture {
     QTemporaryDir pasta_;
 
@@ -111,6 +115,7 @@ TEST(TestModulo, NomesTemporarios) {
 }
 
 TEST(TestModulo, Pastas) {
+    QVERIFY(soComeca);
     const quint32 serial = sys::VolumeSerial(u"C:\\"_s);
     QCOMPARE(SerialVolume(u"C:\\"_s), QString::asprintf("%08X", serial));
     QCOMPARE(SerialVolume(u"C:\\nada\\"_s), u"00000000"_s);
