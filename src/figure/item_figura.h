@@ -6,8 +6,6 @@
 #include <QPointF>
 #include <QStaticText>
 
-#include <optional>
-
 // The colours of the numbers and of the labels under the picture.
 enum class Cor : qint16 {
     Preto = 0,           // at rest

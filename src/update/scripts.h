@@ -34,8 +34,8 @@ public:
     // computer's lock, an interruption) and a program that cannot be started throw.
     void ExecutarComandoAtualizacao(const QString& Linha);
 
-    // Commits what ran. Erro -112, and nothing of the last group is left, if UMREGISTRO has no row
-    // that can be read.
+    // Commits what ran. Erro -112, and the last group goes with this object, if UMREGISTRO has no
+    // row that can be read.
     void FecharGrupo();
 
     // Records the new version. Erro -112 if the catalogue does not take it.

@@ -243,6 +243,7 @@ TEST(TestInstalacao, KeyFiles) {
 
 TEST(TestInstalacao, TheProxyGetsTheStoredPassword) {
     GravarConfiguracao(QString(), u"maria"_s, u"s3nha"_s, true);
+    const auto forget = qScopeGuard([] { GravarConfiguracao({}, {}, {}, true); });
     Executar({"UPDATE UMREGISTRO SET UrlAtualizacao = 'atualiza.exemplo/guarded'"});
     server_.Put("guarded/ListVersao2.txt", "");
     Instalacao installation(false);

@@ -62,8 +62,7 @@ std::unique_ptr<dao::Database> OpenTrial(dao::Workspace& workspace, const QStrin
 bool MayOtherWrite(const QString& program, const QString& file) {
     sys::Child other(program, {OtherSide, file}, 30s);
     char answer = '\0';
-    other.Read(&answer, sizeof answer);
-    return answer == Granted;
+    return other.Read(&answer, sizeof answer) && answer == Granted;
 }
 
 // The locks that an update relies on, taken by the engine itself: against another writer, and
