@@ -4,6 +4,7 @@
 #include "session/passagens.h"
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -61,7 +62,7 @@ void frmFiguraDetalhada::CriarControles() {
     lblItem[0]->SetCaption(u"0"_s);
 
     Timer1.setObjectName(u"Timer1"_s);
-    Timer1.setInterval(std::chrono::milliseconds(100));
+    Timer1.setInterval(100ms);
 }
 
 void frmFiguraDetalhada::LigarEventos() {

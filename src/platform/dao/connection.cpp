@@ -23,11 +23,13 @@
 #include <thread>
 #include <utility>
 
+using namespace std::chrono_literals;
+
 namespace dao {
 
 namespace {
 
-constexpr std::chrono::milliseconds WaitSlice{20};
+constexpr auto WaitSlice = 20ms;
 // Which every reader locks, by the engine's file format.
 constexpr qint64 FirstSharedByte = 0x40000002;
 constexpr qint64 SharedBytes = 510;
@@ -178,7 +180,7 @@ void Connection::SetIdle(std::function<bool()> idle) {
 }
 
 void Connection::SetBusyTimeout(std::chrono::milliseconds timeout) {
-    if (timeout.count() > 0 && patience_) {
+    if (timeout != timeout.zero() && patience_) {
         sqlite3_busy_handler(
             Handle(),
             [](void* self, int tries) -> int {

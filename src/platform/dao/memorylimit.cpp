@@ -46,12 +46,14 @@ bool IsTooMuch(qint64 more) {
 // With what the system's heap adds to a piece: rows that are sorted are small.
 int SizeOf(void* piece) {
     constexpr int Added = 16;
-    return piece ? engines.xSize(piece) + Added : 0;
+    return engines.xSize(piece) + Added;
 }
 
 void* Take(int bytes) {
     void* piece = IsTooMuch(bytes) ? nullptr : engines.xMalloc(bytes);
-    used += SizeOf(piece);
+    if (piece) {
+        used += SizeOf(piece);
+    }
     return piece;
 }
 

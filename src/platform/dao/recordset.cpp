@@ -8,12 +8,14 @@
 #include <chrono>
 #include <limits>
 
+using namespace std::chrono_literals;
+
 namespace dao {
 
 namespace {
 
 // How long opening a result for a grid may look for its first row before the window must live on.
-constexpr auto FirstLook = std::chrono::milliseconds(2);
+constexpr auto FirstLook = 2ms;
 
 constexpr qint64 All = std::numeric_limits<qint64>::max();
 

@@ -58,9 +58,6 @@ void RowReader::Read(qint64 rows, Clock::time_point deadline) {
     if (Done()) {
         return;
     }
-    if (!connection_->IsOpen()) {
-        Throw(Failure::ObjectInvalid);
-    }
     struct DeadlineScope {
         Connection& connection;
         ~DeadlineScope() { connection.SetDeadline(Clock::time_point::max()); }

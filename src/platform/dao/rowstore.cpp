@@ -3,9 +3,11 @@
 #include "platform/convert.h"
 #include "platform/dao/connection.h"
 #include "platform/dao/statement.h"
+#include "platform/sizes.h"
 
 #include <algorithm>
 #include <cstring>
+#include <ranges>
 
 namespace dao {
 
@@ -13,7 +15,7 @@ namespace {
 
 // Blocks double from one to the other, so that a result of one row costs little and a large one few
 // allocations.
-constexpr std::size_t FirstBlock = 4096;
+constexpr std::size_t FirstBlock = 4_KiB;
 constexpr std::size_t Doublings = 8;
 
 // Each cell is a tag and what belongs to it. Tags from ShortText on hold the length of a text up
@@ -103,7 +105,7 @@ private:
 
 void RowStore::Append(const Statement& row, int columns) {
     Writer writer(*this);
-    for (int column = 0; column < columns; ++column) {
+    for (const int column : std::views::iota(0, columns)) {
         const Cell cell = row.Read(column);
         switch (cell.type) {
             case Cell::Type::Null:

@@ -18,6 +18,7 @@
 #include <string>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace dao {
 
@@ -28,7 +29,7 @@ struct TableCache {
 
     // Another computer changes definitions only in an update, and even then the engine itself
     // notices; so it is enough to look from time to time whether somebody has.
-    static constexpr std::chrono::milliseconds Trusted{100};
+    static constexpr auto Trusted = 100ms;
 
     Clock::time_point until;
     std::optional<qint64> version;
