@@ -106,7 +106,8 @@ TEST(TestErrors, WaitsAsLongAsItIsTold) {
     // Opened by other means, the file would lose the locks of its open connection.
     QCOMPARE(ErrorOf([&] { Open(file_.Path(), u"x"_s); }), 3031);
     QCOMPARE(change(dbFailOnError), 3260);
-    QVERIFY(asked == 3 && waited > std::chrono::milliseconds(40) && waited < std::chrono::seconds(10));
+    QVERIFY(asked == 3 && waited > std::chrono::milliseconds(40) &&
+            waited < std::chrono::seconds(10));
     QCOMPARE(change(dbFailOnError + dbSeeChanges), 3260);
     QCOMPARE(asked, 3);
     // Who commits waits for the reads of this very connection, which come to their end first.

@@ -17,6 +17,7 @@ TEST(TestCarga, numbersStandWhereTheRowsSay) {
     QCOMPARE(Rotulo(Figura, "lblInf"),
              u"Peça: Válvula relé"_s + QString(15, u' ') + u"Nº Tarvo: 12002"_s);
     QCOMPARE(Achar(Figura, "imgFigura(1)")->geometry(), QRect(66, 127, 500, 340));
+    QCOMPARE(Achar(Figura, "imgFigura(1)")->accessibleName(), u"Figura detalhada da peça"_s);
     QVERIFY(!Achar(Figura, "imgFigura(0)")->isVisible());
     QCOMPARE(TelaDaFigura().windowTitle(), TituloCatalogo);
     QCOMPARE(Luzes(Figura, {20, 580},

@@ -87,6 +87,7 @@ TEST(TestEntradas, anotherComputerChoosesAnotherCustomer) {
     const OutroComputador outro;
     outro.banco->Execute(u"UPDATE CODIGOCLIENTECONCORRENTE SET CodigoClienteConcorrente = 9"_s);
     QCOMPARE(Itens().size(), 4);
+    Escolher(Lista, "cboNumeroClienteConcorrenteComponente", 0);
     Clicar(Lista, "imgResultadoPesquisaFundo");
     QVERIFY(QTest::qWaitForWindowActive(forms::Form::Find(Resultado)));
     QTRY_COMPARE(Valor("SELECT CodigoClienteConcorrente FROM CODIGOCLIENTECONCORRENTE"), u"7"_s);

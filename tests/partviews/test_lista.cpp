@@ -177,5 +177,8 @@ TEST(TestLista, thePrintButtonOpensTheDialogOnTheList) {
     });
     Clicar(Lista, "imgImprimir");  // comes back when the dialog is gone
     QCOMPARE(marca, u"1"_s);
+    Executar({"UPDATE PECA SET CodigoFigura = Null"});
+    Clicar(Lista, "imgFiguraDetalhadaFundo");
+    QCOMPARE(janela_->Caixas(), List("64 Essa Peça não possui Figura Detalhada."));
     QCOMPARE(forms::Form::Active(), forms::Form::Find(Lista));
 }

@@ -93,24 +93,26 @@ TEST(TestResultado, customerIsInForceHereAndGivenBack) {
 }
 
 TEST(TestResultado, aSingleVisibleRowBringsTheOthersBack) {
-    Executar(Inserir("PECA_COMPONENTE", {"3, '   1', 3, 1"}));
-    Janela::AbrirDaBusca("Componentes", "K560");
-    auto* grade = Achar<forms::BoundGrid>(Resultado, "grdResultadoPesquisaPeca");
-    const auto veiculos = [] { return Coluna(Resultado, "dtcVeiculosPeca", "Veiculo"); };
-    const QStringList dosPrimeiros = veiculos();
-    QVERIFY(!dosPrimeiros.isEmpty());
-    const QSize inteira = grade->size();
-    grade->resize(inteira.width(), 20);
-    QCOMPARE(grade->VisibleRows(), 1);
-    dao::Recordset* pecas = Linhas(Resultado, "dtcResultadoPesquisaPeca");
-    QTest::keyClick(grade, Qt::Key_Down);
-    QCOMPARE(veiculos(), dosPrimeiros);  // the row change ends with the rows in view
-    QCOMPARE(grade->currentIndex().row(), 1);
-    QCOMPARE(grade->rowAt(0), int(pecas->RecordCount()) - 1);
-    grade->resize(inteira);
-    pecas->SetAbsolutePosition(0);
-    pecas->MoveNext();
-    QVERIFY(veiculos() != dosPrimeiros);
+    for (const auto& [linhas] : Each<QStringList>{List(), List("3, '   1', 3, 1")}) {
+        Executar(linhas.isEmpty() ? linhas : Inserir("PECA_COMPONENTE", linhas));
+        Janela::AbrirDaBusca("Componentes", "K560");
+        auto* grade = Achar<forms::BoundGrid>(Resultado, "grdResultadoPesquisaPeca");
+        const auto veiculos = [] { return Coluna(Resultado, "dtcVeiculosPeca", "Veiculo"); };
+        const QStringList dosPrimeiros = veiculos();
+        QVERIFY(!dosPrimeiros.isEmpty());
+        const QSize inteira = grade->size();
+        grade->resize(inteira.width(), 20);
+        QCOMPARE(grade->VisibleRows(), 1);
+        dao::Recordset* pecas = Linhas(Resultado, "dtcResultadoPesquisaPeca");
+        QTest::keyClick(grade, Qt::Key_Down);
+        QCOMPARE(veiculos(), dosPrimeiros);  // the row change ends with the rows in view
+        QCOMPARE(grade->currentIndex().row(), 1);
+        QCOMPARE(grade->rowAt(0), int(pecas->RecordCount()) - 1);
+        grade->resize(inteira);
+        pecas->SetAbsolutePosition(0);
+        pecas->MoveNext();
+        QVERIFY(veiculos() != dosPrimeiros);
+    }
 }
 
 TEST(TestResultado, partsWithoutListOrFigureSaySo) {
@@ -119,6 +121,7 @@ TEST(TestResultado, partsWithoutListOrFigureSaySo) {
     Clicar(Resultado, "imgFiguraDetalhadaFundo");
     QCOMPARE(janela_->Caixas(), List("64 Essa Peça não possui Lista de Componentes.",
                                      "64 Essa Peça não possui Figura Detalhada."));
+    QCOMPARE(TelasCarregadas(), List(Busca, Resultado));
     QCOMPARE(Achar(Resultado, "grdVeiculosPeca")->accessibleDescription(),
              u"Nenhum veículo cadastrado para essa Peça."_s);
 }
