@@ -168,7 +168,11 @@ TEST(TestAntigos, ADeletedRowIsGone) {
     QByteArray bytes = With(vehicles_ + DeclaredAt, QByteArray(1, 59));
     char& flags = bytes.data()[page + RowCountAt + 3];
     flags = static_cast<char>(static_cast<quint8>(flags) | 0xC0);
+    Write(In("velho.ldb"));
     const auto outcome = Import(File(bytes));
+    QCOMPARE(outcome.remarks,
+             List(u"Há \"%1\": se alguém está com o catálogo antigo aberto, feche-o e importe de "
+                  "novo."_s.arg(In("velho.ldb"))));
     QCOMPARE(RowsIn(In("novo"), "SELECT count(*), min(CodigoVeiculo) FROM VEICULO"), List("59|2"));
     QCOMPARE(outcome.refused, 2);  // what fitted the vehicle
 }
