@@ -239,11 +239,14 @@ void DefinitionWriter::BuildWith(const AlterTable& alter, const TableInfo& info)
         table.SetColumn(column.name, ColumnText(alter.table, column));
         bool key = type.IsCounter();
         for (const Constraint& constraint : column.constraints) {
-            if (constraint.kind == Constraint::Kind::Check ||
-                (constraint.kind == Constraint::Kind::PrimaryKey && !type.IsCounter())) {
+            const bool isKey = constraint.kind == Constraint::Kind::PrimaryKey;
+            if (isKey && !type.IsCounter()) {
+                table.RequireValue(column.name);
+            }
+            if (constraint.kind == Constraint::Kind::Check || (isKey && !type.IsCounter())) {
                 table.AddConstraint(ConstraintText(constraint));
             }
-            key = key || constraint.kind == Constraint::Kind::PrimaryKey;
+            key = key || isKey;
         }
         if (key && std::exchange(hasKey, true)) {
             Throw(Failure::ObjectExists, u"PRIMARY KEY"_s);
