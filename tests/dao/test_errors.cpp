@@ -210,6 +210,7 @@ TEST(TestErrors, RefusesWhatIsNotInOrder) {
              {"end of none", [&] { another_.workspace->Rollback(); }, 3034},
              {"reading alone", [&] { readOnly.Value("SELECT Count(*) FROM PECA"); }, 0},
              {"change by a reader", [&] { readOnly.Execute("DELETE FROM PECA"); }, 3027},
+             {"no text", [&] { readOnly.database->GetConnection()->Value("-- nada"); }, 3129},
              {"closed: open", [&] { closed.workspace->OpenDatabase(path, {}, {}, {}); }, 3420},
              {"closed: begin", [&] { closed.workspace->BeginTrans(); }, 3420},
              {"closed: close", [&] { closed.workspace->Close(); }, 3420},

@@ -220,6 +220,12 @@ TEST(TestRecordset, OutlivesItsDatabase) {
     QCOMPARE(rows->Text(9, 1), u"Peça 10"_s);  // a grid may still paint it
     QVERIFY(rows->ReadFor(std::chrono::microseconds(100)));
     QCOMPARE(ErrorOf([&] { rows->MoveLast(); }), 3420);
+
+    other = file_.Open();
+    const auto left = other.database->OpenRecordset(AllItems);
+    QCOMPARE(write(), 3260);
+    left->Close();
+    QCOMPARE(write(), 0);
 }
 
 TEST(TestRecordset, JoinsStatementsAndDropsFlaggedRows) {

@@ -121,8 +121,9 @@ TEST(TestItens, aNumberIsPaintedAsItIs) {
         item.resize(33, 13);
         return item.grab().toImage();
     };
-    for (const auto& [texto, negrito] : {std::pair("1", true), std::pair("100", true),
-                                         std::pair("100", false), std::pair("  7", false)}) {
+    for (const auto& [texto, negrito] :
+         {std::pair("1", true), std::pair("100", true), std::pair("100", false),
+          std::pair("  7", false), std::pair("1000", true)}) {
         usado.SetCaption(AnyText(texto));
         retrato(usado);
         usado.SetNegrito(negrito);
