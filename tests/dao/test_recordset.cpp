@@ -315,4 +315,13 @@ TEST(TestRecordset, Computes) {
              rows);
     QCOMPARE(rows, List("3|3|8|3.5|7|3|6|aé|1|É|x05/03/2024|a3|-1|-1||3a||-1|2024|x|yx", "-1",
                         "1||Peça 2|Peça 6|"));
+    Statement bound(*session_.database->GetConnection(),
+                    "SELECT typeof(?1) || typeof(?2) || typeof(?3) || typeof(?4) || typeof(?5)");
+    int place = 0;
+    for (const QVariant& value : {QVariant(), QVariant(u"1"_s), QVariant(QByteArray("1")),
+                                  QVariant(1.5), QVariant(qlonglong{7})}) {
+        bound.Bind(++place, value);
+    }
+    QVERIFY(bound.Step());
+    QCOMPARE(bound.Column(0), QVariant(u"nulltexttextrealinteger"_s));
 }
