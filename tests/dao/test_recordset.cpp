@@ -1,6 +1,4 @@
 #include "platform/dao/rowreader.h"
-#include "platform/dao/statement.h"
-#include "platform/sql/dialect.h"
 #include "support/database.h"
 
 #include <QSignalSpy>

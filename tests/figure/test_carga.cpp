@@ -1,5 +1,4 @@
 #include "figura.h"
-#include "look/paleta.h"
 
 #include <QAccessible>
 

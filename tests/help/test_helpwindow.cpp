@@ -7,7 +7,6 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPrinter>
 #include <QRegularExpression>
 #include <QTextBlock>
@@ -16,7 +15,6 @@
 #include <QTreeWidget>
 
 #include <algorithm>
-#include <functional>
 
 using help::HelpWindow;
 

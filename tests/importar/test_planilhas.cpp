@@ -187,6 +187,9 @@ TEST(TestPlanilhas, BadPlaces) {
               "disco está cheio"},
              {"read only", "mount -t tmpfs -o size=1m,ro t '%2' && '%1' '%3' '%2/novo'",
               "Não foi possível gravar na pasta"},
+             {"nowhere to work",
+              "mount -t tmpfs -o size=1m,ro t '%2' && TMPDIR='%2' '%1' '%3' --conferir",
+              "Não há onde gravar arquivos temporários."},
          }) {
         QDir().mkpath(In("disco"));
         FailsAlone(command.arg(Program, In("disco"), In("csv")), In("disco"), told);

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/forms/artwork.h"
-#include "platform/printer/printdialog.h"
 #include "printing/impressao.h"
 #include "support/catalogo.h"
 #include "support/windows.h"

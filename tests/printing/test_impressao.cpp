@@ -14,10 +14,9 @@ TEST(TestImpressao, firstTicksAndWaysOut) {
         Abrir(parametro);
         QVERIFY(!frmImpressao::Imprimindo());
         QCOMPARE(Marcas(), marcas);
-        QCOMPARE(Find<QWidget>(*form_, "imgFiguraDetalhada").accessibleName(),
-                 u"Figura detalhada"_s);
-        QCOMPARE(Find<QWidget>(*form_, "imgListaComponentes").accessibleName(),
-                 u"Lista de componentes"_s);
+        QCOMPARE(Find<QWidget>(*form_, "imgFiguraDetalhada").accessibleName() + u'/' +
+                     Find<QWidget>(*form_, "imgListaComponentes").accessibleName(),
+                 u"Figura detalhada/Lista de componentes"_s);
         QCOMPARE(form_->Picture()->size(), form_->Background()->Size());
         QCOMPARE(ParametroFormulario, QString());
         QCOMPARE(forms::MousePointer(), forms::vbDefault);

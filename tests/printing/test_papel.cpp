@@ -3,7 +3,6 @@
 #include "platform/printer/paperprinter.h"
 
 #include <QBitmap>
-#include <QPainter>
 #include <QPrinter>
 #include <QRegularExpression>
 

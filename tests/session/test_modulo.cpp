@@ -1,5 +1,4 @@
 #include "platform/system/clock.h"
-#include "platform/system/paths.h"
 #include "platform/system/process.h"
 #include "session/arquivos.h"
 #include "session/datas.h"

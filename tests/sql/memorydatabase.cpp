@@ -1,6 +1,5 @@
 #include "memorydatabase.h"
 
-#include "platform/dao/connection.h"
 #include "platform/dao/schema.h"
 #include "platform/sql/parser.h"
 #include "platform/sql/writer.h"

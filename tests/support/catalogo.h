@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/dao/dao.h"
 #include "session/banco.h"
 #include "session/global.h"
 #include "support/test.h"

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "look/tela.h"
-#include "platform/forms/boundgrid.h"
 #include "platform/forms/listexport.h"
 #include "search/pesquisa.h"
 #include "session/passagens.h"

@@ -6,7 +6,6 @@
 #include "platform/forms/msgbox.h"
 #include "support/test.h"
 
-#include <QApplication>
 #include <QDialog>
 #include <QTimer>
 

@@ -11,7 +11,6 @@
 #include <QScopeGuard>
 #include <QTimer>
 
-#include <chrono>
 #include <fcntl.h>
 #include <sys/socket.h>
 #include <unistd.h>

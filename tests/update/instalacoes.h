@@ -9,9 +9,6 @@
 #include "support/servers.h"
 #include "support/windows.h"
 #include "update/atualizando.h"
-#include "update/prova.h"
-
-#include <optional>
 
 using namespace std::chrono_literals;
 

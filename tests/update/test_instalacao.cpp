@@ -6,8 +6,6 @@
 #include "update/falhas.h"
 #include "update/restos.h"
 
-#include <span>
-
 struct TestInstalacao : Instalacoes {};
 
 TEST(TestInstalacao, WholeUpdate) {

@@ -4,8 +4,6 @@
 
 #include <QTimer>
 
-#include <optional>
-
 using namespace std::chrono_literals;
 
 struct TestInternet : Fixture {

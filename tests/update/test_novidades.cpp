@@ -1,12 +1,10 @@
 #include "busca.h"
 #include "platform/system/clock.h"
-#include "platform/system/process.h"
 #include "settings/configuracoes.h"
 #include "support/janela.h"
 #include "support/servers.h"
 #include "update/atualizando.h"
 #include "update/conversa.h"
-#include "update/novidades.h"
 
 namespace {
 

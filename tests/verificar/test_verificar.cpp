@@ -51,13 +51,16 @@ struct TestVerificar : Fixture {
 };
 
 TEST(TestVerificar, ASoundFolderHasNoFaults) {
-    Estragar("UPDATE PECA SET NumeroTarvoPeca = '12002' WHERE CodigoPeca = 2");
+    Estragar(
+        "UPDATE PECA SET NumeroTarvoPeca = '12002' WHERE CodigoPeca = 2;"
+        "INSERT INTO FIGURADETALHADA VALUES (7, 3, '  55', 0, 0)");
     QCOMPARE(Achados(Weight::Fault), QStringList());
     QCOMPARE(
         Achados(Weight::Hint).join(u'\n'),
         u"1 UMREGISTRO.UrlAtualizacao vazia: o catálogo não se atualiza: \"\"\n"
         "1 PECA_COMPONENTE.QuantidadeComponente vazia ou não positiva: CodigoPeca 1, item  100\n"
         "1 PECA.NumeroTarvoPeca repetido: 12002 (2 linhas)\n"
+        "1 Número na figura sem item na lista de componentes da peça: CodigoPeca 1, item   55\n"
         "1 JOGOREPARO que nenhuma peça usa: CodigoJogoReparo 3\n"
         "1 VEICULO que nenhuma peça usa: CodigoVeiculo 2\n"
         "2 FOTOPECAPESQUISA que nenhuma peça usa: CodigoFotoPecaPesquisa 2 | "
