@@ -90,7 +90,8 @@ inline QString ItemAtualDaLista() {
     return Linhas(Lista, "dtcListaPecas")->Fields(u"ItemComponente"_s).Value().toString();
 }
 
-// What has the keyboard on the Tab key's way round, from this control on.
+// What has the keyboard on the Tab key's way round, from this control on; "!" where the way does
+// not come back to it.
 inline QString Volta(const AnyText& tela, const AnyText& nome) {
     QWidget* inicio = Achar(tela, nome);
     inicio->setFocus();
@@ -99,7 +100,7 @@ inline QString Volta(const AnyText& tela, const AnyText& nome) {
         nomes += QApplication::focusWidget()->accessibleName();
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     } while (QApplication::focusWidget() != inicio && nomes.size() < 30);
-    return nomes.join(u", "_s);
+    return (QApplication::focusWidget() == inicio ? QString() : u"!"_s) + nomes.join(u", "_s);
 }
 
 inline void DuploCliqueEm(const AnyText& tela, const AnyText& grade, QPoint lugar = {30, 8}) {
