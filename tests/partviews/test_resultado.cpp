@@ -42,6 +42,9 @@ TEST(TestResultado, vehiclesAndPicturesLeadToTheirParts) {
              u"Veículo: Bravil 1620               Fabricante: Bravil"_s);
     QCOMPARE(Copiada(Resultado, "grdVeiculosPeca"), u"Veículo|Fabricante / Bravil 1620|Bravil"_s);
     Clicar(Resultado, "imgPesquisaFundo");
+    DuploCliqueEm(Busca, "grdPesquisa2");
+    QCOMPARE(Pecas(), List("12002"));
+    Clicar(Resultado, "imgPesquisaFundo");
 
     Clicar(Busca, "imgPesquisa3");
     Clicar(Busca, "imgFigura(2)");

@@ -188,7 +188,7 @@ TEST(TestNovidades, OneCheckAtATime) {
     QCOMPARE(verifier.started.size(), 2);
     QVERIFY(!verifier.conversation->Desistiu());
     QCOMPARE(janela_->catalogo.Temporarios().size(), 1);
-    Leave();
+    Clicar(Busca, "imgSair");
     QVERIFY(verifier.conversation->Desistiu() && IsFree());
     QCOMPARE(janela_->catalogo.Temporarios(), QStringList());
 }
