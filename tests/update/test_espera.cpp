@@ -133,9 +133,10 @@ TEST(TestEspera, WithoutAWindow) {
         Apply(one.lines);
         QStringList started;
         sys::SetStartHandler([&](const QString& command, int) {
-            if (started.size() < answers.size()) {
-                Write(command.section(u"1|"_s, 1).replace(u'\\', u'/'),
-                      answers.at(started.size()).toUtf8());
+            if (started.size() < answers.size()) {  // for whoever waits for it
+                QTimer::singleShot(0, qApp, [command, answer = answers.at(started.size())] {
+                    Write(command.section(u"1|"_s, 1).replace(u'\\', u'/'), answer.toUtf8());
+                });
             }
             started += command;
             return sys::ProcessId(0);

@@ -197,7 +197,8 @@ TEST(TestInstalacao, Tells) {
         });
         connect(&installation, &Instalacao::PassoConcluido, this,
                 [&](quint8 step) { told += u"%1. "_s.arg(step); });
-        QCOMPARE(ErrorOf([&] { installation.Atualizar(1, 3); }), broken ? 18 : 0);
+        QCOMPARE(SaidBy([&] { installation.Atualizar(1, 3); }),
+                 broken ? u"18 Interrompido pelo usuário (dois.txt, linha 2)"_s : QString());
         const QString whole =
             u"1/3? 1+1 1+1 1. 2/9? 2+4 2+120 2+5 2. 3/3 3+1 3+1 3+1 3. 4/3 4+1 "_s;
         QCOMPARE(told, broken ? whole : whole + u"4+1 4. "_s);
