@@ -102,7 +102,7 @@ QString SenhaBancoDados() {
 
 bool BloquearBancoDados(bool bloquear, int* motivo) {
     if (!bloquear) {
-        mWsLockTrans->CommitTrans(0);
+        mWsLockTrans->CommitTrans();
         FecharBancoDados(mWsLockTrans, mDbLockTrans);
         return true;
     }
