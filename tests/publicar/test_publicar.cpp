@@ -157,7 +157,7 @@ TEST(TestPublicar, PublishesOnlyWhatIsSound) {
              u"!Arquivos grandes demais para uma só versão (2 GB ao todo): b"_s);
     QVERIFY(!Publishes(2));
     QVERIFY2(said_.startsWith(u"!Versão já publicada (--replace "_s) &&
-                 said_.endsWith(u"outra vez): ListVersao2.txt"_s),
+                 said_.endsWith(u"não a recebe outra vez): ListVersao2.txt"_s),
              qPrintable(said_));
     Write(In("nova/a.sdb"), "E:UPDATE PECA SET DescricaoPeca = 'Nova' WHERE CodigoPeca = 2");
     QVERIFY(Program(Arguments() + List("--replace", "--keep", order_.keep)).startsWith(u"0 "_s));
