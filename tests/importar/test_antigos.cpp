@@ -168,7 +168,7 @@ TEST(TestAntigos, ADeletedRowIsGone) {
     QByteArray bytes = With(vehicles_ + DeclaredAt, QByteArray(1, 59));
     char& flags = bytes.data()[page + RowCountAt + 3];
     flags = static_cast<char>(static_cast<quint8>(flags) | 0xC0);
-    Write(In("velho.ldb"));
+    Write(In("velho.ldb"));  // as while somebody has it open
     const auto outcome = Import(File(bytes));
     QCOMPARE(outcome.remarks,
              List(u"Há \"%1\": se alguém está com o catálogo antigo aberto, feche-o e importe de "

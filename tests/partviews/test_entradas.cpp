@@ -76,8 +76,8 @@ TEST(TestEntradas, aCodeOfSevenDigitsIsCut) {
     }
 }
 
-// The row of the chosen customer belongs to all who share the file. Whoever comes back to a
-// screen of his own finds his choice in force again.
+// Which touches nobody's own choice. Whoever comes back to a screen finds what was chosen there in
+// force again.
 TEST(TestEntradas, anotherComputerChoosesAnotherCustomer) {
     Abrir("12002");
     Escolher(Resultado, "cboNumeroClienteConcorrentePeca", 1);

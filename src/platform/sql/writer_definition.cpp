@@ -239,11 +239,12 @@ void DefinitionWriter::BuildWith(const AlterTable& alter, const TableInfo& info)
         table.SetColumn(column.name, ColumnText(alter.table, column));
         bool key = type.IsCounter();
         for (const Constraint& constraint : column.constraints) {
-            const bool isKey = constraint.kind == Constraint::Kind::PrimaryKey;
-            if (isKey && !type.IsCounter()) {
+            // A counter is the key by its type.
+            const bool isKey = constraint.kind == Constraint::Kind::PrimaryKey && !type.IsCounter();
+            if (isKey) {
                 table.RequireValue(column.name);
             }
-            if (constraint.kind == Constraint::Kind::Check || (isKey && !type.IsCounter())) {
+            if (isKey || constraint.kind == Constraint::Kind::Check) {
                 table.AddConstraint(ConstraintText(constraint));
             }
             key = key || isKey;
