@@ -46,10 +46,7 @@ struct TestFila : NoDialogo {
 
     static void initTestCase() {
         sistema_ = std::make_unique<PrintSystem>();
-        if (const QString missing = sistema_->Missing(); !missing.isEmpty()) {
-            QSKIP(qPrintable(u"No print system here: "_s + missing));
-        }
-        QVERIFY(sistema_->Run(NovaFila));
+        QVERIFY(sistema_->Start() && sistema_->Run(NovaFila));
     }
     static void cleanupTestCase() { sistema_.reset(); }
     void init() override {
