@@ -59,16 +59,10 @@ int List(const char* path, void* buffer, fuse_fill_dir_t fill, off_t, fuse_file_
     return 0;
 }
 
-int Open(const char* path, fuse_file_info* file) {
-    const int handle = open(At(path).c_str(), file->flags);
+int Create(const char* path, mode_t mode, fuse_file_info* file) {
+    const int handle = open(At(path).c_str(), file->flags, mode);
     file->fh = static_cast<uint64_t>(handle);
     file->direct_io = 1;  // nothing is answered from memory
-    return handle < 0 ? -errno : 0;
-}
-
-int Create(const char* path, mode_t mode, fuse_file_info* file) {
-    const int handle = open(At(path).c_str(), file->flags | O_CREAT, mode);
-    file->fh = static_cast<uint64_t>(handle);
     return handle < 0 ? -errno : 0;
 }
 
@@ -130,7 +124,7 @@ fuse_operations Operations(const std::string& option) {
     fuse_operations all = {};
     all.getattr = Attributes;
     all.readdir = List;
-    all.open = Open;
+    all.open = [](const char* path, fuse_file_info* file) { return Create(path, 0, file); };
     all.create = Create;
     all.read = Read;
     all.write = Write;
