@@ -13,16 +13,9 @@ void WrongServer::Clear() const {
 }
 
 QStringList WrongServer::Requests() const {
-    QFile file(folder_.filePath("log"_L1));
-    QStringList requests;
-    if (file.open(QIODevice::ReadOnly)) {
-        for (const QByteArray& line : file.readAll().split('\n')) {
-            if (line.startsWith("GET ") || line.startsWith("POST ")) {
-                requests += QString::fromUtf8(line.trimmed());
-            }
-        }
-    }
-    return requests;
+    const QString log = folder_.filePath("log"_L1);
+    const QString heads = QFile::exists(log) ? sys::ReadText(log) : QString();
+    return heads.split("\r\n"_L1).filter(QRegularExpression(u"^(GET|POST) "_s));
 }
 
 QString Like(const QString& text, const AnyText& pattern) {
