@@ -17,7 +17,7 @@ constexpr int PageSize = 4096;
 
 // Several pages of table and of index, and a text that needs overflow pages.
 constexpr char Definition[] = R"(
-CREATE TABLE PECA (Codigo INTEGER PRIMARY KEY, Numero TEXT NOT NULL COLLATE TARVO, Foto TEXT,
+CREATE TABLE PECA (Codigo INTEGER PRIMARY KEY, Numero TEXT NOT NULL COLLATE TARVO, Foto TEXT(4),
     Ano INTEGER CHECK (Ano > 1900));
 CREATE UNIQUE INDEX PECA_NUMERO ON PECA (Numero);
 WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 300)
@@ -61,23 +61,23 @@ struct TestErrors : Fixture {
 };
 
 TEST(TestErrors, TellsWhyAFileDoesNotOpen) {
-    Each<QByteArray, QString, int> row;
     const QString right = u"segredo"_s;
-    row("empty", {}, right, 3343);
-    row("text", QByteArray("Peças\r\n").repeated(2000), right, 3343);
-    row("picture", QByteArray("BM6\0\0\0\0\0", 8).repeated(999), right, 3343);
-    row("open database", QByteArray("SQLite format 3\0", 16) + whole_.mid(16), right, 3343);
-    row("wrong password", whole_, "Segredo", 3031);
-    row("no password", whole_, {}, 3031);
-    row("first page", Flipped(whole_, 1000), right, 3049);
-    row("cut in the seal", whole_.first(9), right, 3049);
-    row("cut in the first page", whole_.first(700), right, 3049);
-    row("two bytes of the seal", Flipped(Flipped(whole_, 0), 1), right, 3343);
     // A password is told by the seals of all times.
     const QByteArray other =
         QByteArray::fromHex("c354561a0123abcd927c5572f55c62a4") + whole_.mid(16);
-    row("seal of another", other, right, 3049);
-    row("seal of another, wrong password", other, "Segredo", 3031);
+    Each<QByteArray, QString, int> row{
+        {"empty", {}, right, 3343},
+        {"text", QByteArray("Peças\r\n").repeated(2000), right, 3343},
+        {"open database", QByteArray("SQLite format 3\0", 16) + whole_.mid(16), right, 3343},
+        {"two bytes of the seal", Flipped(Flipped(whole_, 0), 1), right, 3343},
+        {"wrong password", whole_, "Segredo", 3031},
+        {"no password", whole_, {}, 3031},
+        {"first page", Flipped(whole_, 1000), right, 3049},
+        {"cut in the seal", whole_.first(9), right, 3049},
+        {"cut in the first page", whole_.first(700), right, 3049},
+        {"seal of another", other, right, 3049},
+        {"seal of another, wrong password", other, "Segredo", 3031},
+    };
     for (const int i : {0, 3, 4, 8, 13, 14, 15}) {
         row("seal byte " + QByteArray::number(i), Flipped(whole_, i), right, 3049);
     }
@@ -191,7 +191,6 @@ TEST(TestErrors, RefusesWhatIsNotInOrder) {
     session_.workspace->BeginTrans();
     for (const auto& [use, number] : Each<std::function<void()>, int>{
              {"other kind", [&] { engine.CreateWorkspace({}, {}, {}, dbUseJet + 1); }, 5},
-             {"idle", [&] { engine.Idle(dbRefreshCache); }, 0},
              {"other action", [&] { engine.Idle(dbRefreshCache + 1); }, 5},
              {"path in no folder", [&] { Open(folder + "nada\\Tarvo.mdb"_L1); }, 3044},
              {"no such file", [&] { Open(path); }, 3024},
@@ -253,14 +252,8 @@ TEST(TestErrors, NeverReadsADamagedPage) {
         // Another place in each page; data, initialisation vector or HMAC, all count.
         Write(path, Flipped(whole_, page * PageSize + 16 + page * 997 % (PageSize - 16)));
         QStringList rows;
-        QString said;
-        try {
-            Content(*Open(path), rows);
-        } catch (const Erro& erro) {
-            QCOMPARE(erro.Number(), 3049);
-            said = erro.Description();
-        }
-        QVERIFY2(said.startsWith(u"O catálogo está danificado"_s),
+        const QString said = SaidBy([&] { Content(*Open(path), rows); });
+        QVERIFY2(said.startsWith(u"3049 O catálogo está danificado"_s),
                  qPrintable(u"page %1 of %2"_s.arg(page + 1).arg(pages)));
         QCOMPARE(rows, good.first(rows.size()));
     }
@@ -309,40 +302,36 @@ TEST(TestErrors, NumbersWhatTheEngineRefuses) {
 }
 
 TEST(TestErrors, ChangesAllRowsOrNone) {
-    const auto session = file_.Open();
-    const auto count = [&](const AnyText& where) {
+    const auto change = [this](const AnyText& text) {
+        return ErrorOf([&] { session_.Execute(text); });
+    };
+    const auto count = [](const TestDatabase::Session& session, const AnyText& where) {
         return session.Value(u"SELECT Count(*) FROM PECA WHERE "_s + where).toInt();
     };
-    QCOMPARE(ErrorOf([&] {
-                 session.Execute(
-                     "UPDATE PECA SET Codigo = Codigo + 1000, Ano = IIf(Codigo = 300, 1, "
-                     "1960)");
-             }),
+    QCOMPARE(change("UPDATE PECA SET Codigo = Codigo + 1000, Ano = IIf(Codigo = 300, 1, 1960)"),
              3317);
-    QCOMPARE(count("Codigo > 1000"), 0);
-    session.Execute("UPDATE PECA SET Ano = 1970 WHERE Codigo <= 12");
-    QCOMPARE(session.database->RecordsAffected(), 12);
+    QCOMPARE(count(session_, "Codigo > 1000"), 0);
+    QCOMPARE(change("SELECT CLng(Numero) AS a INTO NOVA FROM PECA"), 13);
+    QCOMPARE(change("DROP TABLE NOVA"), 3078);
+    session_.Execute("UPDATE PECA SET Ano = 1970 WHERE Codigo <= 12");
 
-    QCOMPARE(ErrorOf([&] { session.Execute("SELECT CLng(Numero) AS a INTO NOVA FROM PECA"); }), 13);
-    QCOMPARE(ErrorOf([&] { session.Execute("DROP TABLE NOVA"); }), 3078);
-
-    session.workspace->BeginTrans();
-    session.Execute("UPDATE PECA SET Ano = 1980");
-    QCOMPARE(count("Ano = 1980"), 301);
-    const auto rows = session.database->OpenRecordset(u"SELECT Ano FROM PECA"_s);
-    session.workspace->Rollback();
+    session_.workspace->BeginTrans();
+    session_.Execute("UPDATE PECA SET Ano = 1980");
+    QCOMPARE(count(session_, "Ano = 1980"), 301);
+    const auto rows = session_.database->OpenRecordset(u"SELECT Ano FROM PECA"_s);
+    session_.workspace->Rollback();
     rows->MoveLast();
     QCOMPARE(rows->Fields(0).Value().toInt(), 1980);
-    QCOMPARE(count("Ano = 1970"), 12);
-    QCOMPARE(ErrorOf([&] { session.workspace->CommitTrans(); }), 3034);
-    session.Execute("UPDATE PECA SET Ano = 1960 WHERE Codigo = 1");
-    QCOMPARE(session_.Value("SELECT Count(*) FROM PECA WHERE Ano = 1960"), u"1"_s);
+    QCOMPARE(count(session_, "Ano = 1970"), 12);
+    QCOMPARE(ErrorOf([&] { session_.workspace->CommitTrans(); }), 3034);
+    session_.Execute("UPDATE PECA SET Ano = 1960 WHERE Codigo = 1");
+    QCOMPARE(count(another_, "Ano = 1960"), 1);
 
-    session.workspace->BeginTrans();
+    session_.workspace->BeginTrans();
     const auto within =
-        session.workspace->OpenDatabase(file_.Path(), false, false, TestDatabase::Connect());
+        session_.workspace->OpenDatabase(file_.Path(), false, false, TestDatabase::Connect());
     within->Execute(u"UPDATE PECA SET Ano = 1990"_s);
-    session.workspace->Close();
-    QCOMPARE(ErrorOf([&] { count("Ano = 1990"); }), 3420);
-    QCOMPARE(session_.Value("SELECT Count(*) FROM PECA WHERE Ano = 1990"), u"0"_s);
+    session_.workspace->Close();
+    QCOMPARE(ErrorOf([&] { count(session_, "Ano = 1990"); }), 3420);
+    QCOMPARE(count(another_, "Ano = 1990"), 0);
 }

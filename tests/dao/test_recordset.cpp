@@ -113,32 +113,27 @@ TEST(TestRecordset, ForwardOnlyKeepsOneRow) {
     QCOMPARE(ErrorOf([&] { rows->Text(0, 0); }), 9);
 }
 
-TEST(TestRecordset, FindsTheFirstMatch) {
+TEST(TestRecordset, FindsAndMarksRows) {
     const auto rows = Open(AllItems);
     rows->FindFirst(u"Codigo = 40"_s);
     QVERIFY(!rows->NoMatch());
     QCOMPARE(rows->AbsolutePosition(), 39);
     QCOMPARE(rows->RecordCount(), 40);  // read on no further than the match
+    const Bookmark found = rows->CurrentBookmark();
     rows->FindFirst(u"Descricao = 'Peça 3'"_s);
     QCOMPARE(rows->AbsolutePosition(), 2);
+    QVERIFY(rows->CurrentBookmark() != found);
     rows->FindFirst(u"Codigo = -5"_s);
-    QVERIFY(rows->NoMatch());
+    QVERIFY(rows->NoMatch() && rows->IsComplete());
     QCOMPARE(rows->AbsolutePosition(), 2);
-    QVERIFY(rows->IsComplete());
+    // A bookmark belongs to one recordset.
+    const auto others = Open(AllItems);
+    others->SetAbsolutePosition(39);
+    rows->SetAbsolutePosition(39);
+    QVERIFY(rows->CurrentBookmark() == found && others->CurrentBookmark() != found);
     const auto none = Open(NoItem);
     none->FindFirst(u"Codigo = 1"_s);
     QVERIFY(none->NoMatch());
-}
-
-TEST(TestRecordset, BookmarksBelongToOneRecordset) {
-    const auto rows = Open(AllItems);
-    const auto others = Open(AllItems);
-    QVERIFY(rows->CurrentBookmark() != others->CurrentBookmark());
-    const Bookmark first = rows->CurrentBookmark();
-    rows->MoveLast();
-    QVERIFY(rows->CurrentBookmark() != first);
-    rows->SetAbsolutePosition(0);
-    QVERIFY(rows->CurrentBookmark() == first);
 }
 
 TEST(TestRecordset, TellsTheGridOfRowsAndMoves) {
@@ -314,13 +309,9 @@ TEST(TestRecordset, Computes) {
              rows);
     QCOMPARE(rows, List("3|3|8|3.5|7|3|6|aé|1|É|x05/03/2024|a3|-1|-1|-1||3a||-1|2024|x|yx", "-1",
                         "1||Peça 2|Peça 6|"));
-    Statement bound(*session_.database->GetConnection(),
-                    "SELECT typeof(?1) || typeof(?2) || typeof(?3) || typeof(?4) || typeof(?5)");
-    int place = 0;
-    for (const QVariant& value : {QVariant(), QVariant(u"1"_s), QVariant(QByteArray("1")),
-                                  QVariant(1.5), QVariant(qlonglong{7})}) {
-        bound.Bind(++place, value);
-    }
+    Statement bound(*session_.database->GetConnection(), "SELECT typeof(?1) || typeof(?2)");
+    bound.Bind(1, QByteArray("1"));
+    bound.Bind(2, 7);
     QVERIFY(bound.Step());
-    QCOMPARE(bound.Column(0), QVariant(u"nulltexttextrealinteger"_s));
+    QCOMPARE(bound.Column(0), QVariant(u"textinteger"_s));
 }
