@@ -1,5 +1,6 @@
 #include "platform/dao/errors.h"
 #include "platform/dao/statement.h"
+#include "support/cases.h"
 #include "support/database.h"
 #include "support/quickkeys.h"
 
@@ -283,13 +284,9 @@ TEST(TestErrors, TellsARefusedReadFromDamage) {
 
 // Of the dialect, or in the engine's own language below it.
 TEST(TestErrors, NumbersWhatTheEngineRefuses) {
-    Each<QString, QString, bool> row;
-    const QString all = sys::ReadText(QStringLiteral(TARVO_DAO_CASES "/recusas.tsv"));
-    for (const QString& line : all.split(u'\n', Qt::SkipEmptyParts)) {
-        const QStringList cells = line.split(u'\t');
-        row(line.toUtf8(), cells.at(2), cells.at(0), cells.at(1) == "engine"_L1);
-    }
-    for (const auto& [sql, said, own] : row) {
+    for (const auto& [cells] : Lines(TARVO_DAO_CASES "/recusas.tsv")) {
+        const bool own = cells.at(1) == "engine"_L1;
+        const QString& sql = cells.at(2);
         const auto session = file_.Open();
         Connection& connection = *session.database->GetConnection();
         const auto refused = [&] {
@@ -297,7 +294,7 @@ TEST(TestErrors, NumbersWhatTheEngineRefuses) {
         };
         QVERIFY(!refused().isEmpty());  // the lock's own file is not attached yet
         QCOMPARE(session.Value("SELECT Count(*) FROM CONTROLETRAN"), u"1"_s);
-        QCOMPARE(refused(), said);
+        QCOMPARE(refused(), cells.first());
     }
 }
 

@@ -8,44 +8,31 @@
 
 MemoryDatabase::MemoryDatabase()
     : connection_(std::make_shared<dao::Connection>(u":memory:"_s, QByteArray(),
-                                                    dao::Connection::Mode::ReadWrite)) {}
+                                                    dao::Connection::Mode::ReadWrite)) {
+    RunNative(sys::ReadBytes(QStringLiteral(TARVO_SQL_CASES "/catalogue.sql")));
+}
 
 sqlite3* MemoryDatabase::Handle() const {
     return connection_->Handle();
 }
 
-void MemoryDatabase::MakeCatalogue() const {
-    RunNative(sys::ReadBytes(QStringLiteral(TARVO_SQL_CASES "/catalogue.sql")));
-}
-
 QStringList MemoryDatabase::RunNative(const QByteArray& sql, bool names) const {
-    QStringList rows;
-    const char* rest = sql.constData();
-    while (*rest) {
-        sqlite3_stmt* statement = nullptr;
-        int code = sqlite3_prepare_v2(Handle(), rest, -1, &statement, &rest);
-        const int columns = sqlite3_column_count(statement);
+    const auto add = [](void* to, int columns, char** cells, char** named) {
         QStringList head;
-        for (int i = 0; names && i < columns; ++i) {
-            head.append(QString::fromUtf8(sqlite3_column_name(statement, i)));
+        QStringList row;
+        for (int i = 0; i < columns; ++i) {
+            head += QString::fromUtf8(named[i]);
+            row += cells[i] ? QString::fromUtf8(cells[i]) : u"-"_s;
         }
-        if (!head.isEmpty()) {
-            rows.append(head.join(u'|'));
-        }
-        while (statement && (code = sqlite3_step(statement)) == SQLITE_ROW) {
-            QStringList row;
-            for (int i = 0; i < columns; ++i) {
-                const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, i));
-                row.append(text ? QString::fromUtf8(text) : u"-"_s);
-            }
-            rows.append(row.join(u'|'));
-        }
-        sqlite3_finalize(statement);
-        if (code != SQLITE_OK && code != SQLITE_DONE) {
-            throw Erro(-1, QString::fromUtf8(sqlite3_errmsg(Handle())));
-        }
+        auto& rows = *static_cast<QStringList*>(to);
+        rows += rows.isEmpty() ? List(head.join(u'|'), row.join(u'|')) : List(row.join(u'|'));
+        return 0;
+    };
+    QStringList rows;
+    if (sqlite3_exec(Handle(), sql.constData(), add, &rows, nullptr) != SQLITE_OK) {
+        throw Erro(-1, QString::fromUtf8(sqlite3_errmsg(Handle())));
     }
-    return rows;
+    return rows.mid(names ? 0 : 1);
 }
 
 sql::Translation MemoryDatabase::Translate(const QString& text, sql::Accents accents) const {

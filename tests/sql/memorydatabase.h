@@ -10,8 +10,8 @@ namespace dao {
 class Connection;
 }
 
-// A database in memory with the dialect's collation and functions, and the small catalogue that
-// the tests of the dialect ask.
+// A database in memory with the dialect's collation and functions, and the small catalogue of
+// catalogue.sql.
 class MemoryDatabase {
 public:
     MemoryDatabase();
@@ -19,8 +19,9 @@ public:
     sqlite3* Handle() const;
     sql::Schema Schema() const;
 
-    // The engine's own SQL. Rows come as texts, columns with | between them, Null as a hyphen. A
-    // failure is thrown as Erro -1 with the engine's message.
+    // The engine's own SQL. Rows come as texts, columns with | between them, Null as a hyphen,
+    // ahead of the first one, if there is one, the names if they are wanted. A failure is thrown as
+    // Erro -1 with the engine's message.
     QStringList RunNative(const QByteArray& sql, bool names = false) const;
 
     // A text of the dialect without a plan.
@@ -38,8 +39,6 @@ public:
     // Definitions and rows.
     QStringList Everything() const;
 
-    void MakeCatalogue() const;
-
 private:
     std::shared_ptr<dao::Connection> connection_;
 };
@@ -47,8 +46,5 @@ private:
 struct OverTheCatalogue : Fixture {
     std::unique_ptr<MemoryDatabase> db_;
 
-    void init() override {
-        db_ = std::make_unique<MemoryDatabase>();
-        db_->MakeCatalogue();
-    }
+    void init() override { db_ = std::make_unique<MemoryDatabase>(); }
 };

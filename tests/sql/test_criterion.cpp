@@ -1,5 +1,5 @@
 #include "platform/sql/dialect.h"
-#include "support/test.h"
+#include "support/cases.h"
 
 using sql::Criterion;
 
@@ -19,8 +19,8 @@ struct TestCriterion : Fixture {};
 // Each line of criterios.data is a condition, behind + if the row meets it, - if it doesn't, or the
 // number of the error with which it is refused.
 TEST(TestCriterion, DecidesOrRefuses) {
-    const QString all = sys::ReadText(QStringLiteral(TARVO_SQL_CASES "/criterios.data"));
-    for (const QString& line : all.split(u'\n', Qt::SkipEmptyParts)) {
+    for (const auto& [cells] : Lines(TARVO_SQL_CASES "/criterios.data")) {
+        const QString& line = cells.first();
         const int error = line.section(u' ', 0, 0).toInt();
         const QString text = error > 0 ? line.section(u' ', 1) : line.sliced(1);
         bool met = false;

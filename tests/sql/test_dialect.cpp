@@ -1,5 +1,6 @@
 #include "memorydatabase.h"
 #include "platform/sql/functiontable.h"
+#include "support/cases.h"
 #include "support/servers.h"
 
 #include <QLocale>
@@ -26,17 +27,13 @@ struct TestDialect : OverTheCatalogue {
 
 // The cases of casos.data, which tells how they are written.
 TEST(TestDialect, Cases) {
-    Each<QStringList> row;
-    const QString path = QStringLiteral(TARVO_SQL_CASES) + u"/casos.data"_s;
-    for (const QString& text : sys::ReadText(path).split(u"\n== "_s).mid(1)) {
-        const QStringList lines = text.split(u'\n', Qt::SkipEmptyParts);
-        row(lines.first().toUtf8(), lines.mid(1));
-    }
-    row("top of tops", {u"?? SELECT TOP 1 x FROM "_s + u"(SELECT TOP 2 x FROM "_s.repeated(20) +
-                            u"(SELECT CodigoPeca AS x FROM PECA)"_s +
-                            u" AS t ORDER BY x DESC)"_s.repeated(20) + u" AS t ORDER BY x"_s,
-                        u"4"_s});
-    for (const auto& [lines] : row) {
+    Cases cases(TARVO_SQL_CASES "/casos.data");
+    cases("top of tops", {{u"?? SELECT TOP 1 x FROM "_s + u"(SELECT TOP 2 x FROM "_s.repeated(20) +
+                               u"(SELECT CodigoPeca AS x FROM PECA)"_s +
+                               u" AS t ORDER BY x DESC)"_s.repeated(20) + u" AS t ORDER BY x"_s,
+                           u"4"_s}});
+    for (const auto& [one] : cases) {
+        const QStringList& lines = one.lines;
         static const QRegularExpression mark(u"[?!][?!=].*"_s);
         for (qsizetype i = 0; i < lines.size();) {
             const QString head = lines.at(i++);
@@ -89,21 +86,6 @@ TEST(TestDialect, NamesColumnsAsTheTextDoes) {
     QCOMPARE(db_->Run(text, true).first(), u"CodigoPeca|Expr1001|Quantos"_s);
 }
 
-TEST(TestDialect, BeginningsUseTheIndex) {
-    for (const auto& [where, plan] : Each<QString, QString>{
-             {"prefix", "LIKE 'abc*'", "(NumeroTarvoPeca>? AND NumeroTarvoPeca<?)"},
-             {"whole", "LIKE 'abc'", "(NumeroTarvoPeca>? AND NumeroTarvoPeca<?)"},
-             {"equal", "= 'abc'", "(NumeroTarvoPeca=?)"},
-             {"list", "IN ('abc', 'd')", "(NumeroTarvoPeca=?)"},
-         }) {
-        const auto translation =
-            db_->Translate(u"SELECT CodigoPeca FROM PECA WHERE NumeroTarvoPeca "_s + where);
-        const QString steps =
-            db_->RunNative("EXPLAIN QUERY PLAN " + translation.statements.first()).join(u'\n');
-        QVERIFY2(steps.contains(u"PECA_NUMERO "_s + plan), qPrintable(steps));
-    }
-}
-
 TEST(TestDialect, MonthsByName) {
     for (int month = 1; month <= 12; ++month) {
         for (const QLocale& spoken : {QLocale(QLocale::C), QLocale(QLocale::Portuguese)}) {
@@ -131,11 +113,4 @@ TEST(TestDialect, NullMakesNull) {
             }
         }
     }
-}
-
-// Would not end within any test's time where a part is looked up at every place anew.
-TEST(TestDialect, LongTextsTakeTimeByTheirLength) {
-    const QString text = u"Replace(Space(200000), ' ', 'aaaaaaaaab')"_s;
-    QCOMPARE(ValueOf(u"Len(Replace("_s + text + u", 'b', ''))"_s), u"1800000"_s);
-    QCOMPARE(ValueOf(u"InStr("_s + text + u", String(5000, 'a') & 'b')"_s), u"0"_s);
 }

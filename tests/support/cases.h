@@ -2,6 +2,15 @@
 
 #include "support/test.h"
 
+// A table in a text file beside its test, a case a line, its cells with tabs between them.
+struct Lines : Each<QStringList> {
+    explicit Lines(const AnyText& path) {
+        for (const QString& line : sys::ReadText(path).split(u'\n', Qt::SkipEmptyParts)) {
+            (*this)(line.toUtf8(), line.split(u'\t'));
+        }
+    }
+};
+
 struct Case {
     QStringList lines;
 
@@ -18,7 +27,7 @@ struct Case {
     }
 };
 
-// A table that stands in a text file beside its test. "== name" begins a case; a line that begins
+// One whose cases have lines of their own. "== name" begins a case; a line that begins
 // with a bar goes on with the one before it; what begins with "#" or stands ahead of the first case
 // is for whoever reads the file.
 //     for (auto [one] : Cases(TARVO_CASES "/lines.data")) {
