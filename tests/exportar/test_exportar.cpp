@@ -3,7 +3,6 @@
 #include "importar/programa.h"
 #include "platform/dao/connection.h"
 #include "support/catalogo.h"
-#include "support/servers.h"
 #include "tabelas/dates.h"
 
 struct TestExportar : InAFolder {
@@ -83,24 +82,21 @@ TEST(TestExportar, Dates) {
 
 // The real program: one that has no catalogue, places that cannot take the files.
 TEST(TestExportar, TheProgram) {
-    const auto ends = [](const AnyTexts& arguments, const AnyText& said) {
-        QCOMPARE(Like(SaidBy(QStringLiteral(TARVO_EXPORTAR), arguments), said), said);
-    };
     const QString data = catalogo_.Pasta();
-    ends({}, "2 Uso: *");
-    ends({data, In("um"), "--nada"}, "2 Uso: *");
-    ends({root_->path(), In("um")}, "2 tarvo-exportar: Não há catálogo*");
+    Ends({}, "2 Uso: *");
+    Ends({data, In("um"), "--nada"}, "2 Uso: *");
+    Ends({root_->path(), In("um")}, "2 tarvo-exportar: Não há catálogo*");
     Write(In("velho/Tarvo.mdb"), QByteArray(1000, 'x'));
-    ends({In("velho"), In("um")}, "2 *não é um catálogo*");
-    ends({data, In("um")}, "0 *PECA.csv*");
-    ends({data, In("um")}, "2 *\" já existe e não é uma pasta vazia; *");
+    Ends({In("velho"), In("um")}, "2 *não é um catálogo*");
+    Ends({data, In("um")}, "0 *PECA.csv*");
+    Ends({data, In("um")}, "2 *\" já existe e não é uma pasta vazia; *");
     QCOMPARE(NamesIn(root_->path()), List("um", "velho"));
 }
 
 TEST(TestExportar, FullDisk) {
     const QString command = u"mount -t tmpfs -o size=24k t '%1' && '%2' '%3' '%1/um'"_s;
-    FailsAlone(command.arg(root_->path(), QStringLiteral(TARVO_EXPORTAR), catalogo_.Pasta()),
-               root_->path(), u".csv: Disco cheio"_s);
+    FailsAlone(command.arg(root_->path(), Program, catalogo_.Pasta()), root_->path(),
+               u".csv: Disco cheio"_s);
 }
 
 TARVO_FULL_KEYS;

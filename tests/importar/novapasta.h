@@ -5,6 +5,7 @@
 #include "platform/dao/connection.h"
 #include "platform/dao/statement.h"
 #include "session/banco.h"
+#include "support/database.h"
 
 inline QString Given(const AnyText& name) {
     return QStringLiteral(TARVO_ANTIGOS) + u'/' + name;
@@ -36,10 +37,5 @@ inline importar::Outcome ImportBy(const importar::Order& order) {
 
 // What an import throws for the user; empty when it does not.
 inline QString ComplaintOf(const importar::Order& order) {
-    try {
-        ImportBy(order);
-        return {};
-    } catch (const Erro& erro) {
-        return erro.Description();
-    }
+    return SaidBy([&] { ImportBy(order); });
 }

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "support/test.h"
+#include "support/servers.h"
+
+inline const QString Program = QStringLiteral(TARVO_TOOL);
 
 // What a program says, behind its exit code and a blank.
 inline QString SaidBy(const QString& program, const AnyTexts& arguments) {
@@ -9,6 +11,11 @@ inline QString SaidBy(const QString& program, const AnyTexts& arguments) {
     process.start(program, arguments);
     process.waitForFinished(-1);
     return QString::number(process.exitCode()) + u' ' + QString::fromUtf8(process.readAll());
+}
+
+// The exit code of the room's program, a blank and what it says, "*" for anything.
+inline void Ends(const AnyTexts& arguments, const AnyText& said) {
+    QCOMPARE(Like(SaidBy(Program, arguments), said), said);
 }
 
 // Everything in a folder, hidden names too.

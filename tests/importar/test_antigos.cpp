@@ -3,6 +3,8 @@
 
 #include <QStandardPaths>
 
+#include <numeric>
+
 using importar::MdbSource;
 using importar::Row;
 
@@ -26,25 +28,22 @@ QString Written(const QString& line) {
     return cells.join(u'|');
 }
 
-QByteArray Coded(const QByteArray& bytes, const QByteArray& key) {
-    QByteArray state(256, '\0');
+QByteArray Coded(QByteArray bytes, const QByteArray& key) {
+    std::array<quint8, 256> state;
+    std::iota(state.begin(), state.end(), 0);
+    quint8 j = 0;
     for (int i = 0; i < 256; ++i) {
-        state[i] = static_cast<char>(i);
-    }
-    const auto at = [&](int i) { return static_cast<quint8>(state.at(i & 0xFF)); };
-    for (int i = 0, j = 0; i < 256; ++i) {
-        j = (j + at(i) + static_cast<quint8>(key.at(i % key.size()))) & 0xFF;
+        j += state[i] + key.at(i % key.size());
         std::swap(state[i], state[j]);
     }
-    QByteArray coded;
-    int j = 0;
-    for (int i = 0; i < bytes.size(); ++i) {
-        const int k = (i + 1) & 0xFF;
-        j = (j + at(k)) & 0xFF;
-        std::swap(state[k], state[j]);
-        coded += static_cast<char>(bytes.at(i) ^ state.at((at(k) + at(j)) & 0xFF));
+    quint8 i = 0;
+    j = 0;
+    for (char& byte : bytes) {
+        j += state[++i];
+        std::swap(state[i], state[j]);
+        byte ^= state[(state[i] + state[j]) & 0xFF];
     }
-    return coded;
+    return bytes;
 }
 
 }  // namespace
@@ -87,9 +86,7 @@ struct TestAntigos : InAFolder {
 };
 
 TEST(TestAntigos, TheProgramFindsItsReader) {
-    const QString output = OutputOf(QStringLiteral(TARVO_IMPORTAR),
-                                    {Given("antigo.mdb"), "--conferir", "--exemplos", "0"});
-    QVERIFY2(output.contains(u"1.200 linhas"_s), qPrintable(output));
+    Ends({Given("antigo.mdb"), "--conferir", "--exemplos", "0"}, "0 *1.200 linhas*");
 }
 
 // `markers`: what a row of the old FIGURADETALHADA1 became, less the first cells of it. The
@@ -133,8 +130,8 @@ TEST(TestAntigos, EveryRowArrives) {
             }
             QStringList found =
                 RowsIn(In("novo"), marks ? markers : u"SELECT * FROM "_s + file.chopped(4));
-            std::sort(expected.begin(), expected.end());
-            std::sort(found.begin(), found.end());
+            expected.sort();
+            found.sort();
             QCOMPARE(found, expected);
         }
     }
@@ -185,7 +182,7 @@ TEST(TestAntigos, Refuses) {
              {"a newer format", With(4, "Standard ACE DB"), "é de um formato mais novo"},
              {"a newer version", With(0x14, "\3"), "é de um formato mais novo"},
              {"another engine", "SQLite format 3\0", "é um banco de outro tipo (SQLite)"},
-             {"cut in the first page", whole_.first(0x14), "está cortado"},
+             {"cut in the mark", whole_.first(0x14), "está cortado"},
              {"cut within a page", whole_.chopped(100), "está cortado"},
              {"cut behind two pages", whole_.first(2 * PageSize), "está cortado"},
              {"cut in the middle", whole_.first(40 * PageSize), "velho.mdb\" "},
@@ -277,7 +274,6 @@ TEST(TestAntigos, RealFiles) {
         QStringList rows;
         for (std::size_t i = 0; i < source.Tables().size(); ++i) {
             const importar::SourceTable& table = source.Tables()[i];
-            const qsizetype before = rows.size();
             source.Read(i, [&](const Row& each, qint64) {
                 QStringList cells;
                 for (const importar::Value& value : each.values) {
@@ -285,10 +281,9 @@ TEST(TestAntigos, RealFiles) {
                 }
                 rows += table.name + u": "_s + cells.join(u'|');
             });
-            const qint64 read = rows.size() - before;
-            QCOMPARE(read, table.size);
             if (!other.isEmpty()) {
-                QCOMPARE(QString::number(read), OutputOf(other, {path, table.name}).trimmed());
+                QCOMPARE(OutputOf(other, {path, table.name}).trimmed(),
+                         QString::number(table.size));
             }
         }
         QVERIFY2(values.isEmpty() || rows.contains(values), qPrintable(rows.join(u'\n')));
