@@ -208,7 +208,6 @@ TEST(TestErrors, RefusesWhatIsNotInOrder) {
              {"transaction in another", [&] { session_.workspace->BeginTrans(); }, 3219},
              {"commit of none", [&] { another_.workspace->CommitTrans(); }, 3034},
              {"end of none", [&] { another_.workspace->Rollback(); }, 3034},
-             {"reading alone", [&] { readOnly.Value("SELECT Count(*) FROM PECA"); }, 0},
              {"change by a reader", [&] { readOnly.Execute("DELETE FROM PECA"); }, 3027},
              {"no text", [&] { readOnly.database->GetConnection()->Value("-- nada"); }, 3129},
              {"closed: open", [&] { closed.workspace->OpenDatabase(path, {}, {}, {}); }, 3420},

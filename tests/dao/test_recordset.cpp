@@ -58,14 +58,11 @@ TEST(TestRecordset, ReadsNoMoreThanAskedFor) {
 
 TEST(TestRecordset, KeepsValuesAsTheyAre) {
     const auto rows = Open(AllItems);
-    QCOMPARE(rows->Fields(0).Value(), QVariant(qlonglong{1}));
-    QCOMPARE(rows->Fields(1).Value(), QVariant(QStringLiteral("Peça 1")));
-    QCOMPARE(rows->Fields(2).Value(), QVariant(0.5));
-    rows->SetAbsolutePosition(2);
-    QVERIFY(!rows->Fields(2).Value().isValid());
-    rows->SetAbsolutePosition(7);
-    QVERIFY(rows->Fields(1).Value().isValid());
     rows->MoveLast();
+    QCOMPARE(rows->Value(0, 0), QVariant(qlonglong{1}));
+    QCOMPARE(rows->Value(0, 1), QVariant(u"Peça 1"_s));
+    QCOMPARE(rows->Value(0, 2), QVariant(0.5));
+    QVERIFY(!rows->Value(2, 2).isValid() && rows->Value(7, 1).isValid());
     QCOMPARE(rows->Text(2, 2), QString());
     QCOMPARE(rows->Text(1, 2), u"1"_s);
     QCOMPARE(rows->Text(6, 1), QString(3000, QChar(u'é')));
@@ -98,7 +95,9 @@ TEST(TestRecordset, NamesFields) {
     QCOMPARE(rows->FieldIndex(u"Nome"_s), -1);
     rows->Close();
     QCOMPARE(ErrorOf([&] { code.Value(); }), 3420);
-    QCOMPARE(Open(NoItem)->FieldIndex(u"Codigo"_s), 0);
+    const auto unnamed = Open("SELECT ITEM.Codigo, 1 + 1 FROM ITEM WHERE False");
+    QCOMPARE(unnamed->FieldIndex(u"Codigo"_s), 0);
+    QCOMPARE(unnamed->FieldIndex(u"Expr1001"_s), 1);
 }
 
 TEST(TestRecordset, ForwardOnlyKeepsOneRow) {
@@ -253,11 +252,6 @@ TEST(TestRecordset, JoinsStatementsAndDropsFlaggedRows) {
     RowReader broken(connection, query, store);
     QCOMPARE(ErrorOf([&] { broken.Read(99); }) + ErrorOf([&] { broken.Read(1); }), 12);
     QCOMPARE(ErrorOf([&] { writer.Run("UPDATE ITEM SET Codigo = Codigo WHERE Codigo = 7"); }), 0);
-    // A long way without a result must not keep the window from its events.
-    query.statements = {"SELECT a.Codigo, 0 FROM ITEM a, ITEM b"};
-    RowReader far(connection, query, store);
-    far.Read(1, Connection::Clock::now() + std::chrono::milliseconds(2));
-    QVERIFY(!far.Done());
 }
 
 // A grid's result comes back before a first row that is far away. Who needs the row waits for it,

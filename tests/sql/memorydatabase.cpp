@@ -1,8 +1,10 @@
 #include "memorydatabase.h"
 
+#include "platform/dao/savepoint.h"
 #include "platform/dao/schema.h"
 #include "platform/sql/parser.h"
 #include "platform/sql/writer.h"
+#include "support/database.h"
 
 #include <sqlite3.h>
 
@@ -35,35 +37,21 @@ QStringList MemoryDatabase::RunNative(const QByteArray& sql, bool names) const {
     return rows.mid(names ? 0 : 1);
 }
 
-sql::Translation MemoryDatabase::Translate(const QString& text, sql::Accents accents) const {
-    return sql::WriteCommand(sql::Parser::ParseCommand(text.toUtf8()), Schema(), accents);
-}
-
 QStringList MemoryDatabase::Run(const AnyText& text, bool names, sql::Accents accents) const {
-    const sql::Translation translation = Translate(text, accents);
+    const auto translation =
+        sql::WriteCommand(sql::Parser::ParseCommand(text.toUtf8()), Schema(), accents);
     QStringList rows;
-    RunNative("SAVEPOINT whole");
-    try {
-        for (const QByteArray& statement : translation.statements) {
-            rows += RunNative(statement, names);
-        }
-    } catch (const Erro&) {
-        RunNative("ROLLBACK TO whole; RELEASE whole");
-        throw;
+    dao::Savepoint savepoint(*connection_);
+    for (const QByteArray& statement : translation.statements) {
+        rows += RunNative(statement, names);
     }
-    RunNative("RELEASE whole");
+    savepoint.Release();
     return rows;
 }
 
 QString MemoryDatabase::RefusalOf(const AnyText& text) const {
-    try {
-        Run(text);
-        return u"accepted: "_s + text;
-    } catch (const Erro& erro) {
-        const QString said = erro.Description();
-        return said.startsWith("erro "_L1) ? said.mid(5).remove(u':')
-                                           : QString::number(erro.Number()) + u' ' + said;
-    }
+    const QString said = SaidBy([&] { Run(text); });
+    return said.startsWith("-1 erro "_L1) ? said.mid(8).remove(u':') : said;
 }
 
 QStringList MemoryDatabase::Everything() const {

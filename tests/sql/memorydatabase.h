@@ -24,11 +24,8 @@ public:
     // Erro -1 with the engine's message.
     QStringList RunNative(const QByteArray& sql, bool names = false) const;
 
-    // A text of the dialect without a plan.
-    sql::Translation Translate(const QString& text,
-                               sql::Accents accents = sql::Accents::Minded) const;
-
-    // A text of the dialect; the rows of all its statements. A failure undoes all of them.
+    // A text of the dialect without a plan; the rows of all its statements. A failure undoes all of
+    // them.
     QStringList Run(const AnyText& text, bool names = false,
                     sql::Accents accents = sql::Accents::Minded) const;
 

@@ -33,8 +33,8 @@ TEST(TestCollation, SortsAsADictionaryDoes) {
             const QString& a = sorted.at(i);
             const QString& b = sorted.at(j);
             const int expected = Sign(static_cast<int>(i - j));
-            QVERIFY2(Sign(collation::Compare(a, b)) == expected, qPrintable(a + u" : "_s + b));
-            QVERIFY2(CompareBytes(a.toUtf8(), b.toUtf8()) == expected,
+            QVERIFY2(Sign(collation::Compare(a, b)) == expected &&
+                         CompareBytes(a.toUtf8(), b.toUtf8()) == expected,
                      qPrintable(a + u" : "_s + b));
         }
     }
@@ -58,10 +58,9 @@ TEST(TestCollation, EqualityIgnoresCaseAndMindsAccents) {
 // itself.
 TEST(TestCollation, IsAnOrderOnAnyBytes) {
     QRandomGenerator random(7);
-    constexpr char Bytes[] =
+    const QByteArray pool =
         "aA\xC3\xA1\xC3\x81 1-\xFF\xC3\xF4\x8F\xBF\xBF\xED\xA0\x80"
-        "eE\xC0\x00";
-    const QByteArray pool(Bytes, sizeof(Bytes) - 1);
+        "eE\xC0\x00"_ba;
     QList<QByteArray> texts;
     for (int i = 0; i < 150; ++i) {
         QByteArray text;
@@ -107,12 +106,13 @@ TEST(TestCollation, Matches) {
 TEST(TestCollation, FindsEveryAccentedLetter) {
     int letters = 0;
     for (char16_t code = 0x00C0; code < 0x0180; ++code) {
+        const QString letter = QChar(code);
         const QString base = QChar(code).decomposition().left(1);
         if (QChar(code).decompositionTag() == QChar::Canonical) {
             const sql::Pattern plain(base, sql::Accents::AsTyped);
-            QVERIFY2(plain.Matches(QString(QChar(code))), qPrintable(QString(QChar(code))));
-            QVERIFY(collation::Compare(QString(QChar(code)), base) > 0);
-            QVERIFY(collation::Compare(QString(QChar(code)), base + u'a') < 0);
+            QVERIFY2(plain.Matches(letter) && collation::Compare(letter, base) > 0 &&
+                         collation::Compare(letter, base + u'a') < 0,
+                     qPrintable(letter));
             ++letters;
         }
     }

@@ -80,12 +80,6 @@ TEST(TestDialect, RefusesHoweverMuch) {
     }
 }
 
-TEST(TestDialect, NamesColumnsAsTheTextDoes) {
-    const QString text =
-        u"SELECT PECA.CodigoPeca, 1+1, Count(*) AS Quantos FROM PECA GROUP BY PECA.CodigoPeca"_s;
-    QCOMPARE(db_->Run(text, true).first(), u"CodigoPeca|Expr1001|Quantos"_s);
-}
-
 TEST(TestDialect, MonthsByName) {
     for (int month = 1; month <= 12; ++month) {
         for (const QLocale& spoken : {QLocale(QLocale::C), QLocale(QLocale::Portuguese)}) {
