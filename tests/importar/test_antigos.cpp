@@ -11,10 +11,11 @@ using importar::Row;
 namespace {
 
 constexpr int PageSize = 4096;
-// Of a data page: the number of its rows, then two bytes for each that tell where it begins.
-constexpr int RowCountAt = 12;
-// Of a table's definition: the number of its rows.
-constexpr int DeclaredAt = 16;
+// In antigo.mdb: the page that defines VEICULO, and in it the number of the rows.
+constexpr int Vehicles = 64 * PageSize;
+constexpr int DeclaredVehicles = Vehicles + 16;
+// The page with its rows: their number, then two bytes for each that tell where it begins.
+constexpr int RowsOfVehicles = 67 * PageSize + 12;
 
 // A row as it was written down when it was put into an old catalogue.
 QString Written(const QString& line) {
@@ -52,7 +53,6 @@ struct TestAntigos : InAFolder {
     importar::Outcome Import(const QString& from) const { return ImportBy({from, In("novo")}); }
 
     const QByteArray whole_ = sys::ReadBytes(Given("antigo.mdb"));
-    const qsizetype vehicles_ = DefinitionOf("DescricaoVeiculo") * PageSize;
 
     // The first old catalogue with other bytes at some place.
     QByteArray With(qsizetype at, const QByteArray& bytes) const {
@@ -62,20 +62,6 @@ struct TestAntigos : InAFolder {
     QString File(const QByteArray& bytes) const {
         Write(In("velho.mdb"), bytes);
         return In("velho.mdb");
-    }
-
-    // The page that defines the table with this column, by two-byte letters.
-    qsizetype DefinitionOf(const AnyText& column) const {
-        const QByteArray wide(reinterpret_cast<const char*>(column.utf16()), 2 * column.size());
-        qsizetype at = whole_.indexOf(wide);
-        while (at >= 0 && whole_.at(at / PageSize * PageSize) != 2) {
-            at = whole_.indexOf(wide, at + 1);
-        }
-        return at / PageSize;
-    }
-
-    int U16(qsizetype at) const {
-        return static_cast<quint8>(whole_.at(at)) | static_cast<quint8>(whole_.at(at + 1)) << 8;
     }
 
     void init() override {
@@ -157,13 +143,8 @@ TEST(TestAntigos, ACodedFileIsRead) {
 }
 
 TEST(TestAntigos, ADeletedRowIsGone) {
-    qsizetype page = 0;
-    while (whole_.at(page) != 1 || U16(page + 4) != vehicles_ / PageSize ||
-           U16(page + RowCountAt) < 2) {
-        page += PageSize;
-    }
-    QByteArray bytes = With(vehicles_ + DeclaredAt, QByteArray(1, 59));
-    char& flags = bytes.data()[page + RowCountAt + 3];
+    QByteArray bytes = With(DeclaredVehicles, QByteArray(1, 59));
+    char& flags = bytes.data()[RowsOfVehicles + 3];
     flags = static_cast<char>(static_cast<quint8>(flags) | 0xC0);
     Write(In("velho.ldb"));  // as while somebody has it open
     const auto outcome = Import(File(bytes));
@@ -187,14 +168,14 @@ TEST(TestAntigos, Refuses) {
              {"cut behind two pages", whole_.first(2 * PageSize), "está cortado"},
              {"cut in the middle", whole_.first(40 * PageSize), "velho.mdb\" "},
              {"cut behind the first pages", whole_.first(3 * PageSize), "não pode ser lido"},
-             {"rows that are missing", With(vehicles_ + DeclaredAt, QByteArray(1, 61)),
+             {"rows that are missing", With(DeclaredVehicles, QByteArray(1, 61)),
               "A tabela VEICULO de \"%1\" diz ter 61 linhas, e 60 puderam ser lidas. "
               "Compacte e repare o arquivo no programa que o criou, e importe de novo."},
              {"a table without a column",
               QByteArray(whole_).replace("D\0e\0s\0c\0r\0i\0c\0a\0o\0V\0"_ba,
                                          "X\0e\0s\0c\0r\0i\0c\0a\0o\0V\0"_ba),
               "tabela VEICULO não tem a coluna DescricaoVeiculo"},
-             {"a definition that is no definition", With(vehicles_, "\7"),
+             {"a definition that is no definition", With(Vehicles, "\7"),
               "a definição da tabela VEICULO está danificada"},
          }) {
         const QString complaint = ComplaintOf({File(bytes), In("novo")});

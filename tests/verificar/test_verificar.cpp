@@ -93,11 +93,10 @@ TEST(TestVerificar, Pictures) {
     Write(pasta.filePath(u"FotoPeca/012345678901ABCDEF0112-recebido.tmp"_s));
     Write(pasta.filePath(u"meu.tmp"_s));
     Write(pasta.filePath(u"Ajuda_Catalogo_TARVO-LINDEN.hlp"_s));
-    QCOMPARE(Achados(Weight::Hint).mid(5).join(u'\n'),
+    QCOMPARE(Achados(Weight::Hint).mid(5),
              List("1 Falta uma página do Conheça a Tarvo (800 por 573): Figuras/CK03.bmp",
                   "1 Arquivo temporário de uma atualização interrompida (a próxima o apaga): "
-                  "FotoPeca/012345678901ABCDEF0112-recebido.tmp")
-                 .join(u'\n'));
+                  "FotoPeca/012345678901ABCDEF0112-recebido.tmp"));
 }
 
 TEST(TestVerificar, DamagedPages) {
