@@ -238,7 +238,9 @@ TEST(TestChanges, StatementsDoNotFillTheMemory) {
               3035},
              {"kept long", u"SELECT a.Numero & Space(200) AS n"_s + pairs, 3035},
              {"kept short", u"SELECT Null AS n FROM PECA AS c,"_s + pairs.sliced(5), 3035},
-             {"a literal", u"UPDATE PECA SET Numero = '"_s + QString(7'000'000, u'x') + u'\'',
+             {"a literal",
+              u"UPDATE PECA SET Numero = '"_s + QString(7'000'000, u'x') +
+                  u"' WHERE CodigoPeca = 1"_s,
               3163},
              {"last of many", "SELECT Last(Space(150000)) AS t FROM PECA", 0},
              {"first of many",
