@@ -1,6 +1,6 @@
 #include "platform/forms/artwork.h"
 #include "platform/forms/artworkstyle.h"
-#include "support/test.h"
+#include "support/cases.h"
 
 #include <QPainter>
 
@@ -23,32 +23,13 @@ struct TestArtwork : Fixture {
 };
 
 TEST(TestArtwork, StylesBecomeAttributes) {
-    // What is refused resolves to nothing.
-    for (const auto& [sheet, element, resolved] : Each<QString, QString, QString>{
-             {"class", ".a { fill: red }", "<r class='a' x='1'/>", "<r x=\"1\" fill=\"red\"/>"},
-             {"over attribute", ".a{fill:red}", "<r class='a' fill='blue'/>", "<r fill=\"red\"/>"},
-             {"style over it", ".a{y:1}", "<r class='a' style='y:2;'/>", "<r y=\"2\"/>"},
-             {"later rule", ".b{fill:red} .a{fill:blue}", "<r class='a b'/>", "<r fill=\"blue\"/>"},
-             {"classes, list", "t{x:1} r.a.b, .c {y:2}", "<r class='b a'/>", "<r y=\"2\"/>"},
-             {"not all classes", ".a.b{y:2}", "<r class='a'/>", "<r/>"},
-             {"variable", ":root{--k: var(--m); --m: #123} .a{fill:var( --k )}", "<r class='a'/>",
-              "<r fill=\"#123\"/>"},
-             {"later variable", ":root{--k:1} .a{y:var(--k)} :root{--k:2}", "<r class='a'/>",
-              "<r y=\"2\"/>"},
-             {"left out", ".a{display:none}", "<g><r class='a'><q/></r><q/></g>", "<g><q/></g>"},
-             {"comment", "/* .a{y:1} */ .a{y:2}", "<r class='a'><!-- x --></r>", "<r y=\"2\"/>"},
-             {"text and prefix", "", "<t xlink:href='#a'>P &amp; ção</t>",
-              "<t xlink:href=\"#a\">P &amp; ção</t>"},
-             {"unknown variable", ".a{y:var(--k)}", "<r class='a'/>", ""},
-             {"circle", ":root{--k:var(--k)} .a{y:var(--k)}", "<r class='a'/>", ""},
-             {"selector out of reach", ".a > .b {y:1}", "<r/>", ""},
-             {"rule left open", ".a {y:1", "<r/>", ""},
-             {"drawing left open", "", "<r>", ""},
-         }) {
+    for (const auto& [one] : Cases(TARVO_CASES "/styles.data")) {
+        const QByteArray element = one.lines.at(1).toUtf8();
+        const QByteArray resolved = one.lines.value(2).toUtf8();
         QByteArray got;
-        const auto resolve = [&] { got = forms::ResolveStyles(element.toUtf8(), sheet); };
+        const auto resolve = [&] { got = forms::ResolveStyles(element, one.lines.first()); };
         QCOMPARE(ErrorOf(resolve), resolved.isEmpty() ? 481 : 0);
-        QCOMPARE(got, resolved.toUtf8());
+        QCOMPARE(got, resolved);
     }
 }
 
@@ -56,6 +37,8 @@ TEST(TestArtwork, StylesBecomeAttributes) {
 // whole one changes nothing: no pixel is shifted, no edge shines through.
 TEST(TestArtwork, PartsFitTheWholeWithoutASeam) {
     QCOMPARE(ErrorOf([] { Artwork::Load(u"nada"_s); }), 53);
+    const auto artwork = Artwork::Load(u"botao"_s);
+    const QRect whole(QPoint(), artwork->Size());
     Each<qreal, QPoint> row;
     for (const qreal ratio : {0.853, 1.0, 1.28, 1.5, 1.707, 1.8, 3.6}) {
         for (const QPoint corner : {QPoint(0, 0), QPoint(133, 0), QPoint(7, 5)}) {
@@ -63,8 +46,6 @@ TEST(TestArtwork, PartsFitTheWholeWithoutASeam) {
         }
     }
     for (const auto& [ratio, corner] : row) {
-        const auto artwork = Artwork::Load(u"botao"_s);
-        const QRect whole(QPoint(), artwork->Size());
         QImage image((QSizeF(240, 70) * ratio).toSize(), QImage::Format_RGB32);
         image.setDevicePixelRatio(ratio);
         image.fill(Qt::magenta);
