@@ -62,7 +62,7 @@ struct TestHelpWindow : Fixture {
         return lines.join(u", "_s);
     }
 
-    QToolButton& Button(const QString& text) const {
+    QToolButton& Button(const AnyText& text) const {
         const auto buttons = window_->findChildren<QToolButton*>();
         return **std::ranges::find(buttons, text, &QToolButton::text);
     }
@@ -112,13 +112,9 @@ TEST(TestHelpWindow, EverythingHasItsPlaceAndName) {
     Open(Html());
     QCOMPARE(window_->windowTitle(), u"Ajuda do Catálogo"_s);
     QCOMPARE(Headings(), u"0 Ajuda, 14 Sem nível dois, 14 Sair, 28 Fim, 0 Anexo, 14 Nota"_s);
-    QList<const QWidget*> bar;
-    for (const QString& text : List("←", "→", "Início", "Imprimir", "▲", "▼")) {
-        QCOMPARE(Button(text).toolTip(), Button(text).accessibleName());
-        QVERIFY(Button(text).autoRaise());
-        bar += &Button(text);
-    }
-    bar.insert(4, Find());
+    const QList<const QWidget*> bar = {&Button("←"),        &Button("→"), &Button("Início"),
+                                       &Button("Imprimir"), Find(),       &Button("▲"),
+                                       &Button("▼")};
     for (const QSize size : {QSize(788, 552), QSize(900, 700)}) {  // more room is the page's
         QCOMPARE(window_->size(), size);
         const QString gaps = Gaps(*window_, Qt::Horizontal, bar);
@@ -133,6 +129,7 @@ TEST(TestHelpWindow, EverythingHasItsPlaceAndName) {
     QStringList said;
     for (const QWidget* control : window_->findChildren<QWidget*>()) {
         said += control->accessibleName();
+        QCOMPARE(control->toolTip(), control->inherits("QToolButton") ? said.last() : QString());
     }
     said.removeAll(QString());
     QCOMPARE(said, List("Página da ajuda", "Conteúdo", "Voltar", "Avançar", "Início da página",
@@ -256,7 +253,6 @@ TEST(TestHelpWindow, PrintsThePage) {
     Press("Imprimir");
     const QStringList pages =
         OutputOf("pdftotext", {"-layout", paper, "-"}).split(u'\f', Qt::SkipEmptyParts);
-    QCOMPARE(pages.size(), 2);
     QVERIFY(pages.first().contains(u"Primeira"_s) && pages.first().contains(u"1/2"_s));
     QVERIFY(pages.last().contains(u"última"_s) && pages.last().contains(u"2/2"_s));
     QCOMPARE(pages.join(QString()).count(u"linha"_s), 60);
