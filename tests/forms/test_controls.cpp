@@ -6,6 +6,7 @@
 #include <QClipboard>
 #include <QFileIconProvider>
 #include <QHelpEvent>
+#include <QSignalSpy>
 #include <QTextDocument>
 #include <QToolTip>
 
@@ -145,13 +146,12 @@ TEST(TestControls, TextBoxTakesAnyText) {
              {"emoji", "🔧 peça 👩‍🔧", "🔧 peça 👩‍🔧"},
              {"only control", u"\u0001\n"_s, ""},
          }) {
-        TextBox box(u"txtDescricao"_s, u"Descrição"_s, nullptr);
-        int changes = 0;
-        connect(&box, &TextBox::Change, [&] { ++changes; });
+        box_.clear();
+        const QSignalSpy changes(&box_, &TextBox::Change);
         QGuiApplication::clipboard()->setText(pasted);
-        box.paste();
-        QCOMPARE(box.text(), text);
-        QVERIFY(changes <= 1);
+        box_.paste();
+        QCOMPARE(box_.text(), text);
+        QVERIFY(changes.size() <= 1);
     }
 }
 
@@ -164,14 +164,13 @@ TEST(TestControls, TextBoxPastesAtTheCursor) {
     QCOMPARE(box_.text(), u"início meio fim"_s);
     QCOMPARE(box_.cursorPosition(), 12);
     Show();
-    int moves = 0;
-    connect(&box_, &TextBox::MouseMove, [&] { ++moves; });
+    QSignalSpy moves(&box_, &TextBox::MouseMove);
     for (const bool held : {false, true}) {
         held ? QTest::mousePress(&box_, Qt::LeftButton, {}, {1, 10}) : void();
-        moves = 0;
+        moves.clear();
         QTest::mouseMove(&box_, {20, 10});  // the one that brings the pointer may not be told
         QTest::mouseMove(&box_, {40, 10});
-        QTRY_VERIFY(moves > 0);
+        QTRY_VERIFY(!moves.isEmpty());
         QCOMPARE(box_.hasSelectedText(), held);
     }
 }
@@ -220,8 +219,7 @@ TEST(TestControls, ScrollBarTellsFinishedChanges) {
 
 TEST(TestControls, ZoneIsAButtonForAssistiveTechnology) {
     ClickZone zone(u"imgSair"_s, u"Sair"_s, &window_);
-    int clicks = 0;
-    connect(&zone, &Zone::Click, [&] { ++clicks; });
+    const QSignalSpy clicks(&zone, &Zone::Click);
     QAccessibleInterface* button = QAccessible::queryAccessibleInterface(&zone);
     QCOMPARE(button->text(QAccessible::Name), u"Sair"_s);
     QCOMPARE(button->actionInterface()->actionNames(),
@@ -230,7 +228,7 @@ TEST(TestControls, ZoneIsAButtonForAssistiveTechnology) {
     const auto press = [&] {
         button->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
         Settle();
-        return clicks;
+        return clicks.size();
     };
     QCOMPARE(press(), 0);  // out of sight
     Show();
@@ -246,4 +244,71 @@ TEST(TestControls, ZoneIsAButtonForAssistiveTechnology) {
     label.SetText(u"Emissão: 01/2024"_s);
     QCOMPARE(QAccessible::queryAccessibleInterface(&picture)->role(), QAccessible::Graphic);
     QCOMPARE(QAccessible::queryAccessibleInterface(&label)->text(QAccessible::Name), label.Text());
+}
+
+// What is changed is painted anew.
+TEST(TestControls, ChangesAreSeen) {
+    Label label(u"lbl"_s, &window_);
+    label.move(200, 0);
+    Picture picture(u"img"_s, {}, &window_);
+    picture.move(300, 0);
+    ClickZone zone(u"zona"_s, {}, &window_);
+    zone.move(400, 0);
+    Show();
+    QPixmap red(40, 40);
+    red.fill(Qt::red);
+    const auto drawing = Artwork::Load(u"icone"_s);
+    const std::pair<QWidget*, std::function<void()>> changes[] = {
+        {&label, [&] { label.SetText(u"depois"_s); }},
+        {&label, [&] { label.SetForeColor(Qt::red); }},
+        {&label, [&] { label.SetAlignment(Qt::AlignRight); }},
+        {&label, [&] { label.SetWordWrap(true); }},
+        {&picture, [&] { picture.SetPixmap(red); }},
+        {&zone, [&] { zone.SetDrawing(drawing, QRect(0, 0, 256, 256)); }},
+    };
+    for (const auto& [control, change] : changes) {
+        Settle();
+        Paints paints;
+        control->installEventFilter(&paints);
+        change();
+        QTRY_VERIFY(paints.count > 0);
+    }
+    QVERIFY(Shows(label, Qt::red).isValid() && Shows(picture, Qt::red).isValid());
+}
+
+TEST(TestControls, TheKeyboardsPlace) {
+    const Theme& theme = CurrentTheme();
+    ClickZone button(u"botao"_s, {}, &window_);
+    button.setGeometry(200, 0, 60, 30);
+    ClickZone tick(u"caixa"_s, {}, &window_);
+    tick.setGeometry(270, 0, 60, 30);
+    tick.SetTicked(true);
+    ScrollBar bar(u"barra"_s, Qt::Horizontal, &window_);
+    bar.setGeometry(340, 0, 200, 17);
+    bar.SetMin(1);
+    bar.SetMax(5);
+    Show();
+    for (QWidget* control : std::initializer_list<QWidget*>{&button, &tick, &bar}) {
+        QVERIFY(Shows(*control, theme.focus).isNull());
+        control->setFocus();
+        QVERIFY(Shows(*control, theme.focus, {10, control->height() - 2, 20, 2}).isValid());
+        // A ring has four sides.
+        QCOMPARE(Shows(*control, theme.focus, {0, 10, 2, 5}).isValid(), control == &button);
+        QCOMPARE(Shows(*control, theme.focus, {20, 0, 10, 2}).isValid(), control == &button);
+    }
+    // An arrow that leads nowhere is pale.
+    for (const int value : {1, 3, 5}) {
+        bar.SetValue(value);
+        QCOMPARE(Shows(bar, theme.text, {0, 0, 17, 15}).isValid(), value > 1);
+        QCOMPARE(Shows(bar, theme.text, {183, 0, 17, 15}).isValid(), value < 5);
+    }
+    // A list without a choice says what there is to choose, in the place of what will be chosen.
+    const QRect text(4, 2, 130, 17);
+    QVERIFY(Shows(combo_, theme.text, text).isNull());
+    const QRect hint = Shows(combo_, theme.disabledText, text);
+    combo_.AddItem(u"Tipo"_s);
+    combo_.SetListIndex(0);
+    QVERIFY(Shows(combo_, theme.disabledText, text).isNull());
+    QCOMPARE(Shows(combo_, theme.text, text), hint);
+    QVERIFY(Shows(combo_, theme.text, {144, 2, 16, 17}).isValid());  // the arrow
 }
