@@ -18,20 +18,18 @@ TEST(TestBoxes, AskAndTell) {
     const int question = vbYesNo + vbQuestion;
     const QColor blue = theme.primary;
     // What is long stands in a box of its own, which breaks it anywhere and scrolls.
-    enum Length { Short, OneLine, Long };
-    for (const auto& [flags, length, key, answer, ground] : Each<int, int, int, int, QColor>{
-             {"ok", vbInformation, Long, int(Qt::Key_Return), vbOK, blue},
-             {"ok, escape", vbCritical, OneLine, int(Qt::Key_Escape), vbOK, theme.alert},
-             {"warning", vbExclamation, Short, int(Qt::Key_Space), vbOK, theme.lit},
-             {"yes by default", question, Short, int(Qt::Key_Return), vbYes, blue},
-             {"no by default", question + vbDefaultButton2, Long, int(Qt::Key_Return), vbNo, blue},
-             {"question, escape", question, OneLine, int(Qt::Key_Escape), vbNo, blue},
-             {"the other button", question + vbDefaultButton2, Long, int(Qt::Key_S), vbYes, blue},
+    const QString brief = u"<b>Peça</b> & \"aspas\""_s;
+    const QString line = u"<b>Peça</b>\n"_s + QString(200, u'x');
+    const QString full = u"<b>Peça</b>\n"_s.repeated(300);
+    for (const auto& [flags, said, key, answer, ground] : Each<int, QString, int, int, QColor>{
+             {"ok", vbInformation, full, int(Qt::Key_Return), vbOK, blue},
+             {"ok, escape", vbCritical, line, int(Qt::Key_Escape), vbOK, theme.alert},
+             {"warning", vbExclamation, brief, int(Qt::Key_Space), vbOK, theme.lit},
+             {"yes by default", question, brief, int(Qt::Key_Return), vbYes, blue},
+             {"no by default", question + vbDefaultButton2, full, int(Qt::Key_Return), vbNo, blue},
+             {"question, escape", question, line, int(Qt::Key_Escape), vbNo, blue},
+             {"the other button", question + vbDefaultButton2, full, int(Qt::Key_S), vbYes, blue},
          }) {
-        const QString said =
-            length == Short
-                ? u"<b>Peça</b> & \"aspas\""_s
-                : u"<b>Peça</b>\n"_s.repeated(length == Long ? 300 : 1) + QString(200, u'x');
         WithNextBox([&](QDialog& box) {
             QVERIFY(QTest::qWaitForWindowActive(&box) && IsBoxOpen());
             QCOMPARE(box.windowTitle() + box.accessibleName(), u"Título"_s + said);

@@ -6,7 +6,6 @@ struct TestItem : Fixture {};
 // An item with more than four digits is refused.
 TEST(TestItem, storedForm) {
     for (const auto& [digitado, guardado] : Each<QString, QString>{
-             {"number", "12", "  12"},
              {"letter", "12A", "  12a"},
              {"zeros", "007", "   7"},
              {"blanks", "  9 ", "   9"},
@@ -14,7 +13,6 @@ TEST(TestItem, storedForm) {
              {"one letter", "a", "   0"},
              {"letters", "abc", "   0c"},
              {"sign behind", "12-", "  12-"},
-             {"accented letter", "12Á", "  12á"},
              {"largest", "9999z", "9999z"},
              {"five digits", "12345", {}},
              {"five digits and a letter", "12345b", {}},
