@@ -49,17 +49,6 @@ const QHash<QString, std::function<void(Screen& it)>> Steps = {
     {u"restore"_s, [](Screen& it) { it.setWindowState(Qt::WindowNoState); }},
     {u"front"_s, [](Screen& it) { LeaveOverTo(it); }},
     {u"settle"_s, [](Screen&) { Settle(); }},
-    {u"window"_s,
-     [](Screen&) {
-         QWidget window;
-         window.show();
-         LeaveOverTo(window);
-     }},
-    {u"box"_s,
-     [](Screen&) {
-         WithNextBox([](QDialog& box) { QTest::keyClick(&box, Qt::Key_Escape); });
-         forms::MsgBox(u"Continuar?"_s, forms::vbYesNo, {});
-     }},
     {u"only-load"_s, [](Screen& it) { it.then[u"load"_s] = [&it] { it.Unload(); }; }},
     {u"then-other"_s,
      [](Screen& it) { it.then[u"unloading"_s] = [] { (new Screen(u"b"_s))->Show(); }; }},
@@ -185,8 +174,9 @@ TEST(TestForm, ClicksReachWhatTheyHit) {
     QCOMPARE(heard, List("zone move", "form move"));
 }
 
-// Entering a box has meaning on some screens: the toolkit must not do it by itself.
-TEST(TestForm, NobodyEntersABoxUnasked) {
+// Entering a box or a screen has meaning: it does not come by itself, nor on the way back from
+// another window or from a question.
+TEST(TestForm, NobodyEntersUnasked) {
     QStringList heard;
     forms::Panel panel(u"pctA"_s, {}, screen_->Picture());
     panel.setGeometry(0, 0, 200, 100);
@@ -204,7 +194,11 @@ TEST(TestForm, NobodyEntersABoxUnasked) {
     LeaveOverTo(other);
     other.hide();
     LeaveOverTo(*screen_);
+    WithNextBox([](QDialog& asked) { QTest::keyClick(&asked, Qt::Key_Escape); });
+    forms::MsgBox(u"Continuar?"_s, forms::vbYesNo, {});
+    LeaveOverTo(*screen_);
     QCOMPARE(heard, List("key", "in"));
+    QCOMPARE(history, List("screen load", "screen activate"));
     panel.hide();
     QCOMPARE(heard, List("key", "in", "out"));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_X);
@@ -219,8 +213,6 @@ TEST(TestForm, PictureStandsInTheMiddle) {
     QCOMPARE(screen_->grab().toImage().pixelColor(5, 5), forms::CurrentTheme().surround);
     screen_->SetSurround(Qt::red);
     QCOMPARE(screen_->grab().toImage().pixelColor(1060, 5), QColor(Qt::red));
-    screen_->resize(800, 600);
-    QCOMPARE(screen_->Picture()->geometry(), QRect(0, 0, 800, 600));
     screen_->resize(640, 480);  // whole, behind scroll bars
     QCOMPARE(screen_->Picture()->geometry(), QRect(0, 0, 800, 600));
     auto* area = screen_->findChild<QScrollArea*>();

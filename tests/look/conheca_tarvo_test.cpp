@@ -117,7 +117,6 @@ TEST(ConhecaTarvoTest, APageThatCannotBeShownIsWhite) {
     // Left at page 4, it begins at the first again.
     ClickAt(*tela_, Meio(u"imgFechar"_s));
     QVERIFY(!forms::Form::Find(frmConhecaTarvo::Nome));
-    QCOMPARE(forms::MousePointer(), forms::vbDefault);
     forms::SetMousePointer(forms::vbHourglass);  // as the search screen leaves it
     Abrir();
     QCOMPARE(forms::MousePointer(), forms::vbDefault);

@@ -12,6 +12,7 @@
 
 struct TooltipTest : Fixture {
     QLabel controle_;
+    const QPoint dentro_{60, 15};
 
     QWidget* Criar(cToolTip& dica, qint32 estilo, qint32 sinal, const QString& texto,
                    const QString& titulo, qint32 letra = 0, qint32 fundo = 0xffffff) {
@@ -88,7 +89,6 @@ TEST(TooltipTest, Cores) {
 TEST(TooltipTest, LugarEPintura) {
     const QRect area = controle_.screen()->availableGeometry();
     const QPoint meio = area.center();
-    const QPoint dentro(60, 15);
     const forms::Theme& tema = forms::CurrentTheme();
     const QColor sinais[] = {tema.tip, tema.primary, tema.lit, tema.alert};
     for (const auto& [balao, centrada, lugar, sinal, texto] :
@@ -102,7 +102,7 @@ TEST(TooltipTest, LugarEPintura) {
              {"plain, of the control", false, true, meio, 0, "um|dois"},
          }) {
         controle_.move(lugar);
-        Mover(dentro);
+        Mover(dentro_);
         cToolTip dica;
         QWidget* janela = dica.Create(&controle_, texto, balao ? 65 : 1, centrada, sinal,
                                       u"Um título largo"_s, 0x101010, 0xffffff, 10, 60'000);
@@ -157,26 +157,25 @@ TEST(TooltipTest, LugarEPintura) {
 // Comes when the mouse rests, goes by itself, and comes again only for the next visit.
 TEST(TooltipTest, EsperaEVida) {
     cToolTip dica;
-    const QPoint dentro(60, 15);
     Mover({500, 300});
     QWidget* janela = Criar(dica, 65, 1, u"Última Verificação: nunca"_s, u"Verificar"_s);
     QCOMPARE(janela->accessibleName(), u"Verificar"_s);
     QCOMPARE(janela->accessibleDescription(), u"Última Verificação: nunca"_s);
-    Mover(dentro);
+    Mover(dentro_);
     QVERIFY(!janela->isVisible());
     QTRY_VERIFY(janela->isVisible());
     QVERIFY(!janela->geometry().contains(QCursor::pos()));
     QTRY_VERIFY(!janela->isVisible());
-    Mover(dentro + QPoint(3, 0));
+    Mover(dentro_ + QPoint(3, 0));
     QTest::qWait(100);
     QVERIFY(!janela->isVisible());
 
     // Whether it is there or not: a click is the end of it for this visit.
     for (const bool chegou : {true, false}) {
         Sair();
-        Mover(dentro - QPoint(chegou, 0));
+        Mover(dentro_ - QPoint(chegou, 0));
         QTRY_VERIFY(janela->isVisible() || !chegou);
-        QTest::mouseClick(&controle_, Qt::LeftButton, {}, dentro);
+        QTest::mouseClick(&controle_, Qt::LeftButton, {}, dentro_);
         QVERIFY(!janela->isVisible());
         QTest::qWait(100);
         QVERIFY(!janela->isVisible());

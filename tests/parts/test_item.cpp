@@ -11,7 +11,7 @@ TEST(TestItem, storedForm) {
              {"blanks", "  9 ", "   9"},
              {"empty", "", "   0"},
              {"one letter", "a", "   0"},
-             {"letters", "abc", "   0c"},
+             {"letters", "ab", "   0b"},
              {"sign behind", "12-", "  12-"},
              {"largest", "9999z", "9999z"},
              {"five digits", "12345", {}},
@@ -38,6 +38,7 @@ TEST(TestItem, selectionFieldsThatCannotBeRead) {
              {"last place in eight bits", u"C:"_s + QString(252, u'1') + u":C"_s, 0},
              {"closed beyond them", u"C:"_s + QString(253, u'1') + u":C"_s, 6},
              {"opened beyond them", QString(255, u'1') + u"C:1:C"_s, 6},
+             {"of no length", "C::C", 0},
              {"not closed", "C:1", 5},
              {"closed before it opens", ":CC:1", 5},
          }) {
