@@ -12,13 +12,15 @@ TEST(TestPaint, ThemeReachesEverything) {
     const Theme& theme = CurrentTheme();
     const QPalette palette = QApplication::palette();
     QList<QColor> colours;
-    for (const auto role : {QPalette::Window, QPalette::Button, QPalette::WindowText,
-                            QPalette::Base, QPalette::AlternateBase, QPalette::ToolTipBase,
-                            QPalette::Highlight, QPalette::HighlightedText, QPalette::Link}) {
+    for (const auto role :
+         {QPalette::Window, QPalette::Button, QPalette::WindowText, QPalette::Base,
+          QPalette::AlternateBase, QPalette::ToolTipBase, QPalette::Highlight,
+          QPalette::HighlightedText, QPalette::Link, QPalette::PlaceholderText}) {
         colours += palette.color(QPalette::Active, role);
     }
-    QCOMPARE(colours, (QList{theme.window, theme.button, theme.text, theme.base, theme.window,
-                             theme.tip, theme.selection, theme.selectionText, theme.text}));
+    QCOMPARE(colours,
+             (QList{theme.window, theme.button, theme.text, theme.base, theme.window, theme.tip,
+                    theme.selection, theme.selectionText, theme.text, theme.disabledText}));
     QCOMPARE(palette.color(QPalette::Disabled, QPalette::Text), theme.disabledText);
     QCOMPARE(QApplication::font().pixelSize(), theme.textPixels);
     QVERIFY(!qApp->styleSheet().contains(u'@'));
