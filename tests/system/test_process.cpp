@@ -15,15 +15,12 @@ using Commands = std::initializer_list<Each<QString, int>::Row>;
 #ifdef Q_OS_WIN
 const QString Endless = u"notepad"_s;
 constexpr int Ended = 9;
+constexpr int NoProgram = 5;
 const Commands Ends = {
     {"quoted", "\"C:\\windows\\system32\\cmd.exe\" /c exit 7", 7},
     {"without ending", "\"C:\\windows\\system32\\cmd\" /c exit 3", 3},
     {"other separators", "C:/windows/system32/cmd.exe /c exit 5", 5},
     {"name alone", "  cmd /c exit 0", 0},
-};
-const Commands Failures = {
-    {"missing path", "\"C:\\nao\\existe.exe\" 1", 53},
-    {"no program", "\"%1\"", 5},
 };
 
 void End(sys::ProcessId process) {
@@ -34,15 +31,11 @@ void End(sys::ProcessId process) {
 #else
 const QString Endless = u"sleep 600"_s;
 constexpr int Ended = 128 + SIGTERM;
+constexpr int NoProgram = 70;
 const Commands Ends = {
     {"quoted", "\"/bin/sh\" -c \"exit 7\"", 7}, {"path text", "\\bin\\sh -c \"exit 3\"", 3},
     {"name alone", "  sh -c \"exit 0\"", 0},    {"no arguments", "false", 1},
     {"killed", "sh -c \"kill -9 $$\"", 137},
-};
-const Commands Failures = {
-    {"missing path", "\"/nao/existe.exe\" 1", 53},
-    {"folder", "/etc", 70},
-    {"no program", "\"%1\"", 70},
 };
 
 // A session of its own: neither our end nor our terminal's reaches it.
@@ -70,13 +63,14 @@ TEST(TestProcess, StartErrors) {
     const QTemporaryDir folder;
     const QString noProgram = folder.filePath(u"texto.exe"_s);
     Write(noProgram, "no program at all");
-    Each<QString, int> row(Failures);
-    row("empty", " ", 5);
-    row("empty quotes", "\"\" 12", 5);
-    row("missing name", "nao-existe-aqui", 53);
-    for (const auto& [commandLine, number] : row) {
-        const QString line = QString(commandLine).replace("%1"_L1, noProgram);
-        QCOMPARE(ErrorOf([&] { sys::Start(line, 1); }), number);
+    for (const auto& [commandLine, number] : Each<QString, int>{
+             {"missing path", "\"C:\\nao\\existe.exe\" 1", 53},
+             {"no program", u'"' + noProgram + u'"', NoProgram},
+             {"empty", " ", 5},
+             {"empty quotes", "\"\" 12", 5},
+             {"missing name", "nao-existe-aqui", 53},
+         }) {
+        QCOMPARE(ErrorOf([&, line = commandLine] { sys::Start(line, 1); }), number);
     }
 }
 
@@ -90,23 +84,20 @@ TEST(TestProcess, TheRestArrivesAsItStands) {
         sys::Start(u"cmd /c \"\"%1\" 1+/a  b/c.tmp\""_s.arg(QDir::toNativeSeparators(script)), 0,
                    sys::Rest::Whole);
     sys::WaitForEnd(process);
-    QFile file(folder.filePath(u"resto.txt"_s));
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll().trimmed(), QByteArray("1+/a  b/c.tmp"));
+    QCOMPARE(sys::ReadText(folder.filePath(u"resto.txt"_s)).trimmed(), u"1+/a  b/c.tmp"_s);
 }
 #else
 TEST(TestProcess, BlanksInProgramAndArguments) {
     const QTemporaryDir folder;
     const QString program = folder.filePath(u"com espaço.sh"_s);
-    Write(program, "#!/bin/sh\n[ \"$1\" = '1|/a  b/c.tmp' ] && exit 100\nexit $#\n");
+    Write(program, "#!/bin/sh\n[ \"$1\" = '1|/a  b \"c d\"' ] && exit 100\nexit $#\n");
     QFile::setPermissions(program, QFile::permissions(program) | QFileDevice::ExeOwner);
-    const auto process = sys::Start(u"\"%1\" 1|/a b/c.tmp \"d e\""_s.arg(program), 1);
-    sys::WaitForEnd(process);
-    QCOMPARE(sys::ExitCode(process), 3);
-
-    const auto whole = sys::Start(u"\"%1\" 1|/a  b/c.tmp"_s.arg(program), 1, sys::Rest::Whole);
-    sys::WaitForEnd(whole);
-    QCOMPARE(sys::ExitCode(whole), 100);
+    const QString line = u"\"%1\" 1|/a  b \"c d\""_s.arg(program);
+    for (const auto& [rest, code] : {std::pair(sys::Rest::Pieces, 3), {sys::Rest::Whole, 100}}) {
+        const auto process = sys::Start(line, 1, rest);
+        sys::WaitForEnd(process);
+        QCOMPARE(sys::ExitCode(process), code);
+    }
 }
 #endif
 

@@ -5,7 +5,6 @@
 #include "platform/system/http_address.h"
 #include "platform/system/output.h"
 #include "platform/system/sockets.h"
-#include "platform/system/usage.h"
 #include "support/frailfolder.h"
 
 #include <QScopeGuard>
@@ -17,50 +16,32 @@
 
 using namespace std::chrono_literals;
 
-namespace {
-
-int Uso(int argc, char** argv) {
-    const QCoreApplication application(argc, argv);
-    return sys::AnswerUsage(QCoreApplication::arguments().mid(1), u"p"_s, u"uso\n"_s) ? 0 : 1;
-}
-TARVO_PROGRAM("uso", Uso);
-
-}  // namespace
-
 // What only a system of this kind has: names that differ in case, one root, locks of a process.
 struct TestSystem : Fixture {
     QTemporaryDir folder_;
-    QString Text(const AnyText& rest) const { return folder_.path() + u'\\' + rest; }
+    const QString file_ = folder_.filePath(u"dois.txt"_s);
 
-    TestSystem() {
-        for (const auto& name : {u"FotoPeca/Ab12.JPG"_s, u"FotoPeca/Séries/Válvula É.bmp"_s,
-                                 u"dois.txt"_s, u"DOIS.txt"_s}) {
-            Write(folder_.filePath(name));
-        }
-    }
+    TestSystem() { Write(file_); }
 };
 
 TEST(TestSystem, ToNative) {
+    for (const AnyText name : {"FotoPeca/Ab12.JPG", "FotoPeca/Séries/Válvula É.bmp", "DOIS.txt"}) {
+        Write(folder_.filePath(name));
+    }
+    const QScopeGuard back([before = QDir::currentPath()] { QDir::setCurrent(before); });
+    QVERIFY(QDir::setCurrent(folder_.path()));
     for (const auto& [text, native] : Each<QString, QString>{
-             {"as written", "FotoPeca\\Ab12.JPG", "FotoPeca/Ab12.JPG"},
              {"another case", "FOTOPECA\\aB12.jpg", "FotoPeca/Ab12.JPG"},
              {"accents", "fotopeca\\SÉRIES\\VÁLVULA é.BMP", "FotoPeca/Séries/Válvula É.bmp"},
              {"an accent counts", u"fotopeca\\series\\x"_s, "FotoPeca/series/x"},
-             {"missing file", "fotopeca\\Nada.jpg", "FotoPeca/Nada.jpg"},
              {"missing folder", "Figuras\\Nada.jpg", "Figuras/Nada.jpg"},
              {"exact name wins", "dois.txt", "dois.txt"},
              {"one of two", "Dois.txt", "DOIS.txt"},
              {"final separator", "fotopeca\\", "FotoPeca/"},
-             {"both separators", "FotoPeca/ab12.jpg", "FotoPeca/Ab12.JPG"},
          }) {
-        QCOMPARE(sys::ToNative(Text(text)), folder_.filePath(native));
-        const sys::FolderListings kept;
-        QCOMPARE(sys::ToNative(Text(text)), folder_.filePath(native));
-
-        const QString before = QDir::currentPath();
-        QVERIFY(QDir::setCurrent(folder_.path()));
         QCOMPARE(sys::ToNative(text), native);
-        QDir::setCurrent(before);
+        const sys::FolderListings kept;
+        QCOMPARE(sys::ToNative(folder_.path() + u'\\' + text), folder_.filePath(native));
     }
 }
 
@@ -75,38 +56,34 @@ TEST(TestSystem, UserDataNeedsAFolder) {
 }
 
 TEST(TestSystem, MakesPrograms) {
-    sys::MakeExecutable(Text("dois.txt"));
-    QCOMPARE(int(QFile::permissions(folder_.filePath(u"dois.txt"_s))) & 0x1111, 0x1111);
-    QCOMPARE(ErrorOf([this] { sys::MakeExecutable(Text("nada")); }), 53);
+    sys::MakeExecutable(file_);
+    QCOMPARE(int(QFile::permissions(file_)) & 0x1111, 0x1111);
+    QCOMPARE(ErrorOf([] { sys::MakeExecutable(u"/nada"_s); }), 53);
 }
 
-TEST(TestSystem, VolumeOfDrive) {
+TEST(TestSystem, TellsWhatAFileLiesOn) {
+    QVERIFY(!sys::MountOf(file_).type.isEmpty());
     QCOMPARE(sys::ToNative(u"C:\\"_s), u"/"_s);
     QCOMPARE(sys::VolumeSerial(u"C:\\"_s), sys::VolumeSerial(u"/"_s));
-    QCOMPARE(sys::VolumeSerial(Text("nada")), 0U);
+    QCOMPARE(sys::VolumeSerial(u"/nada"_s), 0U);
 }
 
 // Where closing any descriptor of a file frees the process's locks on it, asking about an open
 // catalogue must not.
 TEST(TestSystem, CanReadKeepsLocks) {
-    const QString native = folder_.filePath(u"dois.txt"_s);
-    QFile holder(native);
+    QFile holder(file_);
     QVERIFY(holder.open(QIODevice::ReadWrite));
     struct flock lock = {};
     lock.l_type = F_WRLCK;
     QCOMPARE(fcntl(holder.handle(), F_SETLK, &lock), 0);
-    QVERIFY(sys::CanRead(native));
+    QVERIFY(sys::CanRead(file_));
 
-    QFile other(native);
+    QFile other(file_);
     QVERIFY(other.open(QIODevice::ReadWrite));
     struct flock probe = {};
     probe.l_type = F_WRLCK;
     QCOMPARE(fcntl(other.handle(), F_OFD_GETLK, &probe), 0);
     QCOMPARE(probe.l_type, short(F_WRLCK));
-}
-
-TEST(TestSystem, TellsWhatAFileLiesOn) {
-    QVERIFY(!sys::MountOf(folder_.filePath(u"dois.txt"_s)).type.isEmpty());
 }
 
 // As on SMB: one's own shared lock would be in the way, and each open file has its own.
@@ -175,18 +152,14 @@ TEST(TestSystem, HttpTellsWhatIsWrong) {
     using namespace sys::http;
     Session session(u"p"_s, {});
     Connection nowhere(session, QString());
-    QVERIFY(!nowhere.IsOpen() && LastCode() == InvalidAddress);
+    QVERIFY(!Request(nowhere, "GET", u"a"_s).IsOpen() && LastCode() == InvalidAddress);
     Connection host(session, u"exemplo.invalid"_s);
     QVERIFY(host.IsOpen() && LastCode() == Ok);
-    QVERIFY(!Request(nowhere, "GET", u"a"_s).IsOpen() && LastCode() == InvalidAddress);
     Request request(host, "GET", u"?a"_s);
-    QVERIFY(request.IsOpen() && LastCode() == Ok);
-    QVERIFY(request.AddHeader("A: b") && LastCode() == Ok);
-    Connection again(session, u"a b"_s);
-    QVERIFY(!again.IsOpen() && Session(u"p"_s, {}).IsOpen() && LastCode() == Ok);
+    QVERIFY(request.IsOpen() && request.AddHeader("A: b") && LastCode() == Ok);
 }
 
-TEST(TestSystem, ProxyAndUsage) {
+TEST(TestSystem, ProxiesAndPaths) {
     for (const auto& [variable, value, proxy] : Each<QByteArray, QByteArray, QString>{
              {"plain", "http_proxy", "proxy.exemplo:3128", "proxy.exemplo:3128"},
              {"no port", "all_proxy", "https://proxy.exemplo", "proxy.exemplo"},
@@ -197,15 +170,7 @@ TEST(TestSystem, ProxyAndUsage) {
         QCOMPARE(sys::http::ProxyOfTheSystem(), proxy);
         qunsetenv(variable.constData());
     }
-    QCOMPARE(sys::http::EscapePath(u"a ç%20%2x%"_s), QByteArray("a%20%C3%A7%20%252x%25"));
-    const QString kept = u"/?=&:@!$'()*+,;%09%af%AF"_s;
-    QCOMPARE(sys::http::EscapePath(kept), kept.toLatin1());
-    QCOMPARE(sys::http::EscapePath(u"%0/%0:%0G%0g%0@%0`"_s),
-             QByteArray("%250/%250:%250G%250g%250@%250%60"));
-    for (const QString& word : List("--help", "--ajuda", "--version", "--versao")) {
-        QCOMPARE(OutputOf(QCoreApplication::applicationFilePath(), {"--play", "uso", word}),
-                 word.startsWith("--v"_L1) ? u"p " TARVO_VERSION "\n"_s : u"uso\n"_s);
-        QVERIFY(!sys::AnswerUsage({word, word}, u"p"_s, u"uso\n"_s));
-    }
-    QVERIFY(!sys::AnswerUsage({u"-h"_s}, u"p"_s, u"uso\n"_s));
+    QCOMPARE(sys::http::EscapePath(u"a ç/?=&:@!$'()*+,;%09%af%AF%0/%0:%0G%0g%0@%0`%20%2x%"_s),
+             QByteArray("a%20%C3%A7/?=&:@!$'()*+,;%09%af%AF%250/%250:%250G%250g%250@%250%60%20"
+                        "%252x%25"));
 }

@@ -170,12 +170,16 @@ TEST(TestVerifier, PathsWithBlanks) {
     QCOMPARE(sys::ReadText(result_), u"17|8"_s);
     QDir(folder).removeRecursively();
     for (const QStringList& wrong :
-         {List(), List("1"), List("2|x"), List("1|"), List("--limit", "0", u"1|"_s + result_)}) {
+         {List(), List("1"), List("2|x"), List("1|"), List("--limit", "0", u"1|"_s + result_),
+          List("-h"), List("--help", "--help"), List("--version", "--version")}) {
         const QString said = Run(wrong);
         QVERIFY2(said.startsWith(u"Uso: "_s) && said.endsWith(u" =2"_s), qPrintable(said));
     }
-    const QString help = Run({"--help"});
-    QVERIFY2(help.contains(u"tempo máximo"_s) && help.endsWith(u" =0"_s), qPrintable(help));
+    const QString help = u"Uso: *tempo máximo*\n =0"_s;
+    QCOMPARE(Like(Run({"--help"}), help), help);
+    QCOMPARE(Run({"--ajuda"}), Run({"--help"}));
+    QCOMPARE(Run({"--version"}), u"VerifAtualizCatalogoTarvo.exe " TARVO_VERSION "\n =0"_s);
+    QCOMPARE(Run({"--versao"}), Run({"--version"}));
     // Nowhere to put the answer.
     const QString nowhere = u"VerifAtualizCatalogoTarvo.exe: *\n =0"_s;
     QVERIFY(QFile::remove(result_) && QDir().mkpath(result_));
