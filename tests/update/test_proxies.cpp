@@ -97,12 +97,11 @@ TEST(TestProxies, Proxies) {
         const ProxySetting proxy(squid.Port());
         for (const auto& [stored, typed, asked] : std::span(tries).first(known)) {
             const Logins logins(AnyTexts{typed});
-            const Credentials with{stored.isEmpty() ? "" : "maria", stored};
             HttpConectar(u"atualiza.exemplo"_s);
             const bool refused = asked == 7;
-            QCOMPARE(Fetch("base/ListVersao2.txt", with),
+            QCOMPARE(Fetch("base/ListVersao2.txt", stored),
                      refused ? u"-104 InternetErrorDlg:0;-102;Cont=7"_s : u"SDB;dados.txt;4\r\n"_s);
-            QVERIFY(refused || Fetch("base/FotoPeca/válvula 1.png", with) == large_);
+            QVERIFY(refused || Fetch("base/FotoPeca/válvula 1.png", stored) == large_);
             QCOMPARE(logins.asked.size(), asked);
         }
     }
