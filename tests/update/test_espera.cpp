@@ -1,5 +1,6 @@
 #include "instalacoes.h"
 #include "platform/dao/connection.h"
+#include "respostas.h"
 #include "support/peer.h"
 #include "update/semjanela.h"
 
@@ -131,22 +132,13 @@ TEST(TestEspera, WithoutAWindow) {
             other.banco->Execute(statement);
         }
         Apply(one.lines);
-        QStringList started;
-        sys::SetStartHandler([&](const QString& command, int) {
-            if (started.size() < answers.size()) {  // for whoever waits for it
-                QTimer::singleShot(0, qApp, [command, answer = answers.at(started.size())] {
-                    Write(command.section(u"1|"_s, 1).replace(u'\\', u'/'), answer.toUtf8());
-                });
-            }
-            started += command;
-            return sys::ProcessId(0);
-        });
+        const Verifier verifier(answers);
         const FimSemJanela end = AtualizarAberto(0min);
         QCOMPARE(Like(QString::number(int(end.desfecho)) + u' ' + end.linha, line), line);
         if (helper) {
-            QCOMPARE(started.takeLast(), u'"' + gCaminho + u"apoio\\um.exe\""_s);
+            QCOMPARE(verifier.started.last(), u'"' + gCaminho + u"apoio\\um.exe\""_s);
         }
-        QCOMPARE(started.size(), answers.size());
+        QCOMPARE(verifier.started.size(), answers.size() + helper);
         other.sessao->Rollback();
         QCOMPARE(State() + u" flag "_s + Valor("SELECT FlagErroUltimaVerificacao FROM UMREGISTRO"),
                  state);

@@ -1,47 +1,16 @@
 #include "busca.h"
 #include "platform/system/clock.h"
+#include "respostas.h"
 #include "settings/configuracoes.h"
+#include "support/cases.h"
 #include "support/janela.h"
 #include "support/servers.h"
 #include "update/atualizando.h"
-#include "update/conversa.h"
 
 namespace {
 
-const QString Question = u"292 Existem Novas Atualizações. Deseja Instalar agora?"_s;
 const QString Nothing = u"64 Não existem Novas Atualizações."_s;
-const QString Installed = u"64 Atualização concluída com sucesso."_s;
-const QString Checked = u"Última Verificação: 22-NOV-2026 09:00:00"_s;
 constexpr QPoint Button{578, 17};
-
-// Plays the verifying process: leaves these results, one for each start, and ends at once. A null
-// result leaves no file, "!" is a process that cannot be started, "..." one that does not end.
-class Verifier {
-public:
-    explicit Verifier(const AnyTexts& results) : results_(results) {
-        sys::SetStartHandler([this](const QString& commandLine, int) -> sys::ProcessId {
-            started += commandLine;
-            const QString result = results_.value(started.size() - 1);
-            conversation = Conversa::Atender();
-            if (conversation) {  // it had to ask, and nobody shall be asked again
-                conversation->GuardarAcesso(u"maria"_s, u"s3nha"_s);
-            }
-            if (result == u'!') {
-                throw Erro(Erro::FileNotFound);
-            }
-            if (!result.isNull()) {
-                Write(QString(commandLine.section(u'|', 1)).replace(u'\\', u'/'), result.toUtf8());
-            }
-            return result == u"..."_s ? sys::OwnProcessId() : 0;
-        });
-    }
-
-    QStringList started;
-    std::unique_ptr<Conversa> conversation;
-
-private:
-    QStringList results_;
-};
 
 }  // namespace
 
@@ -87,89 +56,62 @@ struct TestNovidades : NaJanela<> {
 };
 
 TEST(TestNovidades, Checks) {
-    Each<bool, QStringList, QStringList, QString> row;
-    const auto told = [&](const QByteArray& name, const AnyText& result, const AnyText& box,
-                          const AnyText& tip = Checked) {
-        row(name, false, {result}, {box}, tip);
-        // By itself a check says nothing, but it asks.
-        row(name + ", by itself", true, {result}, box == Question ? List(box) : List(), tip);
-    };
-    const auto error = [](const AnyText& number, const AnyText& text) {
-        return u"16 Erro nº: %1\nErro ao tentar Verificar Atualizações\n\n"
-               "Observação: Requer acesso à Internet\n\n%2"_s.arg(number, text);
-    };
-    const QString failed = u"ERRO na "_s + Checked;
-    told("equal", "15|5", Nothing);
-    told("older, more fields", "x5|-3|9", Nothing);
-    told("refused", "15|6", Question);
-    told("failed", "0Sem servidor", error("-2", "Sem servidor"), failed);
-    for (const QString& result : {QString(), QString(u""_s), u"1"_s, u"15"_s}) {
-        told(result.isNull() ? "no file" : "result " + result.toUtf8(), result,
-             error("9", "Subscrito fora do intervalo"), failed);
-    }
-    told("no number", "15|seis", error("13", "Tipos incompatíveis"), failed);
-    told("too large", "15|32768", error("6", "Estouro"), failed);
-    // By itself too: the failure comes before anybody knows that it was automatic.
-    row("no verifier", true, {"!"}, {error("-1", "53 Arquivo não encontrado")}, failed);
-    // Whoever keeps newer versions from coming can only serve old signatures.
-    told("signed sixty days ago", "11|1|2026-09-23", Nothing);
-    told("signed before", "11|1|2026-09-22", Nothing,
-         Checked + u"\nHá 61 dias o servidor não confirma qual é a versão mais nova"_s);
-
-    row("another computer's lock", true, {"11|2"},
-        {Question,
-         "64 Não foi possível Bloquear o Banco de Dados. (Outro Computador, de sua rede, já está "
-         "Atualizando o Catálogo)."},
-        Checked);
-    row("another computer was faster", true, {"11|2", "12|2"}, {Question, Nothing}, Checked);
-    row("installs", false, {"11|2", "11|2"}, {Question, Installed}, Checked);
-    row("fails to install", false, {"12|3", "12|3"},
-        {Question, "16 Erro nº: -104\nHttpQueryInfo:0;-103;Status=404 (ListVersao3.txt)"}, Checked);
-    for (const auto& [automatic, results, boxes, tip] : row) {
-        const ProxySetting proxy(server_.Port());
-        const Logins nobody(AnyTexts{});
-        server_.Put("guarded/ListVersao2.txt", "SDB;dois.txt;1\r\n");
-        server_.Put("guarded/dois.txt", "E:UPDATE UMREGISTRO SET ComplementoDataEmissao = ' (2)'");
-        const OutroComputador other;
-        const bool locked = boxes.size() == 2 && results.size() == 1;
-        other.sessao->BeginTrans();
-        if (locked) {
-            other.banco->Execute(u"UPDATE CONTROLETRAN SET a = a"_s);
-        }
-        (new frmConfiguracoes)->Show();
-        const frmPesquisa* before = gFrmPesquisa;
-        const Verifier verifier(results);
-        BoxAnswers shown({boxes.size() == 2 ? forms::vbYes : forms::vbNo});
-        bool back = false;
-        QTimer watch;
-        connect(&watch, &QTimer::timeout, this, [&back] {
-            back |= forms::Form::Find(frmAtualizando::Nome) && !gFrmPesquisa->isMinimized();
-        });
-        watch.start(1);
-        gFrmPesquisa->Minimize();
-        Check().IniciarVerificacao(automatic);
-        QVERIFY(CheckEnds());
-        Settle();
-        QCOMPARE(shown.FlagsAndTexts(), boxes);
-        QCOMPARE(Tip(), tip);
-        const bool installed = boxes.contains(Installed);
-        QCOMPARE(Valor("SELECT Versao FROM UMREGISTRO"), installed ? u"2"_s : u"1"_s);
-        QCOMPARE(Emission(), installed ? u"05-MAR-2026 (2)"_s : u"05-MAR-2026 - teste"_s);
-        QCOMPARE(janela_->catalogo.Temporarios(), QStringList());
+    for (auto [one] : Cases(TARVO_CASES "/checks.data")) {
+        const QStringList results = one.Take(u'<');
+        const QString tip = one.Take(u'=').first();
+        const QStringList always = one.Take(u'>');
+        const QStringList asked = one.Take(u'?') + always;
+        const bool locked = asked.size() > results.size();
+        const bool installed = asked.last().contains("com sucesso"_L1);
         // Installing, or failing to, ends every other screen.
-        const bool again = boxes.size() == 2 && boxes.last() != Nothing && !locked;
-        QCOMPARE(gFrmPesquisa != before, again);
-        QCOMPARE(back, again);
-        QCOMPARE(forms::Form::Loaded().size(), again ? 1 : 2);
-        QVERIFY(!AcessoLembrado());
-        QCOMPARE(verifier.started.size(), results.size());
-        for (qsizetype i = 0; i < results.size(); ++i) {
-            const QString command = u"\"*VerifAtualizCatalogoTarvo.exe\" %1|%2*"_s.arg(
-                QString::number(i == 0 && automatic), gCaminho);
-            QCOMPARE(Like(verifier.started.at(i), command), command);
+        const bool again = results.size() == 2 && asked.last() != Nothing;
+        for (const bool automatic : {false, true}) {
+            if (automatic) {
+                StartAnew();
+            }
+            const ProxySetting proxy(server_.Port());
+            const Logins nobody(AnyTexts{});
+            server_.Put("guarded/ListVersao2.txt", "SDB;dois.txt;1\r\n");
+            server_.Put("guarded/dois.txt",
+                        "E:UPDATE UMREGISTRO SET ComplementoDataEmissao = ' (2)'");
+            const OutroComputador other;
+            other.sessao->BeginTrans();
+            if (locked) {
+                other.banco->Execute(u"UPDATE CONTROLETRAN SET a = a"_s);
+            }
+            (new frmConfiguracoes)->Show();
+            const frmPesquisa* before = gFrmPesquisa;
+            const Verifier verifier(results);
+            const BoxAnswers shown({asked.size() == 2 ? forms::vbYes : forms::vbNo});
+            bool back = false;
+            QTimer watch;
+            connect(&watch, &QTimer::timeout, this, [&back] {
+                back |= forms::Form::Find(frmAtualizando::Nome) && !gFrmPesquisa->isMinimized();
+            });
+            watch.start(1);
+            gFrmPesquisa->Minimize();
+            Check().IniciarVerificacao(automatic);
+            QVERIFY(CheckEnds());
+            Settle();
+            const QString boxes = (automatic ? always : asked).join(u" / "_s);
+            QCOMPARE(Like(shown.FlagsAndTexts().join(u" / "_s).replace(u'\n', u' '), boxes), boxes);
+            QCOMPARE(Tip(), tip);
+            QCOMPARE(Valor("SELECT Versao FROM UMREGISTRO"), installed ? u"2"_s : u"1"_s);
+            QCOMPARE(Emission(), installed ? u"05-MAR-2026 (2)"_s : u"05-MAR-2026 - teste"_s);
+            QCOMPARE(janela_->catalogo.Temporarios(), QStringList());
+            QCOMPARE(gFrmPesquisa != before, again);
+            QCOMPARE(back, again);
+            QCOMPARE(forms::Form::Loaded().size(), again ? 1 : 2);
+            QVERIFY(!AcessoLembrado());
+            QCOMPARE(verifier.started.size(), results.size());
+            for (qsizetype i = 0; i < results.size(); ++i) {
+                const QString command = u"\"*VerifAtualizCatalogoTarvo.exe\" %1|%2*"_s.arg(
+                    QString::number(i == 0 && automatic), gCaminho);
+                QCOMPARE(Like(verifier.started.at(i), command), command);
+            }
+            other.sessao->Rollback();
+            QVERIFY(IsFree());
         }
-        other.sessao->Rollback();
-        QVERIFY(IsFree());
     }
 }
 
