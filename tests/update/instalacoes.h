@@ -39,9 +39,9 @@ inline std::vector<publicar::Signer> Signers(const QString& letters) {
 // publisher, and as somebody between him and the customer can make it.
 struct Instalacoes : Fixture {
     WrongServer server_;
+    const ProxySetting proxy_{server_.Port()};
     std::unique_ptr<CatalogoDeTeste> catalogo_;
     std::unique_ptr<QTemporaryDir> outside_;
-    std::optional<ProxySetting> proxy_;
 
     QString Path(const AnyText& name) const { return catalogo_->Pasta() + u'/' + name; }
     QByteArray Local(const AnyText& name) const {
@@ -124,7 +124,6 @@ struct Instalacoes : Fixture {
 
     void init() override {
         server_.Clear();
-        proxy_.emplace(server_.Port());
         catalogo_ = std::make_unique<CatalogoDeTeste>();
         Executar(
             {"UPDATE UMREGISTRO SET UrlAtualizacao = 'HTTP://atualiza.exemplo/base', Versao = 1, "
@@ -145,6 +144,5 @@ struct Instalacoes : Fixture {
         sys::SetStartHandler({});
         sys::SetClock({});
         catalogo_.reset();
-        proxy_.reset();
     }
 };

@@ -83,7 +83,7 @@ struct TestBroken : Fixture {
     QTemporaryDir programs_;
     const QString program_ = programs_.filePath(u"update.exe"_s);
     WrongServer server_;
-    std::optional<ProxySetting> proxy_;
+    const ProxySetting proxy_{server_.Port()};
     QByteArray list_;
 
     QString Path(const AnyText& name) const { return folder_.filePath(name); }
@@ -92,11 +92,10 @@ struct TestBroken : Fixture {
     QString NewData(const AnyText& name) const {
         const QString data = Path(name);
         QDir(data).removeRecursively();
-        QDir().mkpath(data + "/FotoPeca"_L1);
-        QFile::copy(Path("modelo.mdb"), data + "/Tarvo.mdb"_L1);
         for (int i = 0; i < Files; ++i) {
             Write(data + u'/' + FileName(i), "velha");
         }
+        QFile::copy(Path("modelo.mdb"), data + "/Tarvo.mdb"_L1);
         return data;
     }
 
@@ -134,7 +133,6 @@ struct TestBroken : Fixture {
     }
 
     TestBroken() {
-        proxy_.emplace(server_.Port());
         QVERIFY(QFile::copy(QCoreApplication::applicationFilePath(), program_));
         const CatalogoDeTeste model;
         Executar({"UPDATE UMREGISTRO SET Versao = 1, UrlAtualizacao = 'atualiza.exemplo'"});

@@ -1,36 +1,34 @@
 #include "support/test.h"
 #include "update/conversa.h"
 
-struct TestConversa : Fixture {
-    TestConversa() { qputenv(SharedMemory, QFile::encodeName(folder_.path())); }
-    ~TestConversa() override {
-        had_.isNull() ? qunsetenv(SharedMemory) : qputenv(SharedMemory, had_);
-    }
+#include <QScopeGuard>
 
 #ifdef Q_OS_WIN
-    static constexpr char SharedMemory[] = "TMP";
+constexpr char SharedMemory[] = "TMP";
 #else
-    static constexpr char SharedMemory[] = "XDG_RUNTIME_DIR";
+constexpr char SharedMemory[] = "XDG_RUNTIME_DIR";
 #endif
-    QTemporaryDir folder_;
-    const QByteArray had_ = qgetenv(SharedMemory);
-};
+
+struct TestConversa : Fixture {};
 
 TEST(TestConversa, BothEnds) {
+    const QTemporaryDir folder;
+    const QScopeGuard again([had = qgetenv(SharedMemory)] { qputenv(SharedMemory, had); });
+    qputenv(SharedMemory, QFile::encodeName(folder.path()));
     {
         const auto catalogue = Conversa::Abrir();
         QVERIFY(catalogue);
         std::unique_ptr<Conversa> verifier;
         {
             const Conversa::Convite invitation(catalogue.get());
-            const QStringList files = QDir(folder_.path()).entryList(QDir::Files);
+            const QStringList files = QDir(folder.path()).entryList(QDir::Files);
             QCOMPARE(files.size(), 1);
 #ifdef Q_OS_UNIX  // elsewhere the folder says who may read
-            QCOMPARE(QFile::permissions(folder_.filePath(files.first())) &
+            QCOMPARE(QFile::permissions(folder.filePath(files.first())) &
                          (QFile::ReadGroup | QFile::ReadOther),
                      QFile::Permissions());
 #endif
-            QCOMPARE(qEnvironmentVariable("TARVO_CONVERSA"), folder_.filePath(files.first()));
+            QCOMPARE(qEnvironmentVariable("TARVO_CONVERSA"), folder.filePath(files.first()));
             verifier = Conversa::Atender();
         }
         QVERIFY(verifier);
@@ -38,7 +36,7 @@ TEST(TestConversa, BothEnds) {
         {
             // Another kind of file. It is not made smaller: Windows would refuse that.
             const Conversa::Convite invitation(catalogue.get());
-            QFile file(folder_.filePath(QDir(folder_.path()).entryList(QDir::Files).first()));
+            QFile file(folder.filePath(QDir(folder.path()).entryList(QDir::Files).first()));
             QVERIFY(file.open(QIODevice::ReadWrite));
             const QByteArray mark = file.peek(4);
             QVERIFY(file.write("XXXX") == 4 && file.flush() && !Conversa::Atender());
@@ -62,5 +60,5 @@ TEST(TestConversa, BothEnds) {
         verifier.reset();
         QVERIFY(catalogue->LerAcesso(user, password));  // what it has told outlives it
     }
-    QCOMPARE(QDir(folder_.path()).entryList(QDir::Files), QStringList());
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList());
 }

@@ -1,5 +1,6 @@
 #include "busca.h"
 #include "session/global.h"
+#include "support/cases.h"
 #include "support/servers.h"
 
 #include <QTimer>
@@ -8,13 +9,12 @@ using namespace std::chrono_literals;
 
 struct TestInternet : Fixture {
     WrongServer server_;
-    std::optional<ProxySetting> proxy_;
+    const ProxySetting proxy_{server_.Port()};
     std::optional<QTemporaryDir> folder_;
 
     QStringList Files() const { return QDir(folder_->path()).entryList(QDir::Files); }
     void init() override {
         gCaminho = folder_.emplace().path() + u'\\';
-        proxy_.emplace(server_.Port());
         DefinirTempoLimite(60s);
         DefinirMaiorTexto(10000);
         HttpConectar(u"atualiza.exemplo"_s);
@@ -22,7 +22,6 @@ struct TestInternet : Fixture {
     void cleanup() override {
         HttpDesconectar();
         DefinirMaiorTexto(256 << 20);
-        proxy_.reset();
     }
 };
 
@@ -39,35 +38,17 @@ TEST(TestInternet, AsksAsItMust) {
     QVERIFY(!head.contains("Accept:"_L1));
 }
 
-// The text that comes, or why none does, and after how many requests.
 TEST(TestInternet, Answers) {
-    Each<QString, int> row{
-        {"ok", "conteúdo", 1},
-        {"empty", "", 1},
-        {"long", "0123456789", 1},
-        {"identity", "abc", 1},
-        {"same-length", "abc", 1},
-        {"unannounced", QString(10000, u'y'), 1},
-        // Five bytes, each after a moment, take longer than any wait may, but each wait is short.
-        {"drip", "abcde", 1},
-        {"302", "-104 HttpQueryInfo:0;-103;Status=302", 1},  // not followed
-        {"close", "-104 HttpSendRequest:12030", 2},
-        {"silent", "-104 HttpSendRequest:12002", 2},
-        {"short", "-104 InternetReadFile:12030;-105;Ret=0", 1},
-        {"silent-body", "-104 InternetReadFile:12002;-105;Ret=0", 1},
-        {"endless", "-104 InternetReadFile:0;14;Espaço insuficiente para o texto", 1},
-    };
-    for (const char* invalid :
-         {"garbage", "endless-head", "endless-line", "encoded", "two-lengths", "list-of-lengths"}) {
-        row(invalid, "-104 HttpSendRequest:12152", 2);
-    }
-    for (const auto& [answer, requests] : row) {
+    Cases row(TARVO_CASES "/requests.data");
+    row("unannounced", Case{List(u"> "_s + QString(10000, u'y') + u"/1"_s)});
+    for (auto [one] : row) {
+        const QString answer = one.Take(u'>').first();
         if (answer.contains("12002"_L1) || row.Name() == "drip") {
             DefinirTempoLimite(1800ms);
         }
         const qsizetype before = server_.Requests().size();
-        QCOMPARE(Fetch(row.Name().constData()), answer);
-        QCOMPARE(int(server_.Requests().size() - before), requests);
+        const QString text = Fetch(row.Name().constData());
+        QCOMPARE(text + u'/' + QString::number(server_.Requests().size() - before), answer);
         QCOMPARE(Files().size(), answer.contains("InternetReadFile:12"_L1));  // half a body stays
     }
 }
@@ -97,9 +78,9 @@ TEST(TestInternet, IntoAFile) {
 }
 
 TEST(TestInternet, NobodyThere) {
-    proxy_.emplace(FreePort());
+    const ProxySetting nobody(FreePort());
     QCOMPARE(Fetch("ok"), u"-104 HttpSendRequest:12029"_s);
-    proxy_.emplace(0);
+    const ProxySetting none(0);
     HttpConectar(u"servidor.invalid"_s);
     QCOMPARE(Fetch("ok"), u"-104 HttpSendRequest:12007"_s);
     for (const AnyText host : {"", "a b", "https:", "exemplo:8080", "eu@exemplo"}) {
@@ -135,7 +116,7 @@ TEST(TestInternet, ScreenLivesDuringAWait) {
 // Who cannot be known is passed over.
 TEST(TestInternet, ProxyOfAnUnknownAuthority) {
     const WrongServer proxy("IP:127.0.0.1");
-    proxy_.emplace(proxy.Port(), "https");
+    const ProxySetting setting(proxy.Port(), "https");
     QCOMPARE(Fetch("ok"), u"conteúdo"_s);
     QCOMPARE(proxy.Requests().size(), 1);
 }
@@ -143,7 +124,7 @@ TEST(TestInternet, ProxyOfAnUnknownAuthority) {
 // But not a name that is another one's: the tries end.
 TEST(TestInternet, ProxyOfAnotherName) {
     const WrongServer impostor("DNS:outro.exemplo");
-    proxy_.emplace(impostor.Port(), "https");
+    const ProxySetting setting(impostor.Port(), "https");
     QCOMPARE(Fetch("ok"),
              u"-104 InternetSetOption_SECURITY_FLAG_IGNORE_UNKNOWN_CA:12045;-101;Cont=4"_s);
     QCOMPARE(impostor.Requests(), QStringList());

@@ -43,6 +43,7 @@ struct TestVerifier : Fixture {
     Programs programs_{Name};
     CatalogoDeTeste catalogue_;
     WrongServer server_;
+    const ProxySetting proxy_{server_.Port()};
     const QString result_ = catalogue_.Pasta() + u"/resposta.tmp"_s;
 
     QString Keys() const { return programs_.Path("ChavesAtualizacao.txt"); }
@@ -85,7 +86,6 @@ TEST(TestVerifier, Answers) {
     row("too long", Case{List(u"Versao.txt="_s + QString(4097, u'1'), "> 0*(*;14;*) =1")});
     for (auto [one] : row) {
         const QString answer = one.Take(u'>').first();
-        const ProxySetting proxy(server_.Port());
         server_.Clear();
         SetAddress("http://atualiza.example/catalogo");
         const auto catalogue = Conversa::Abrir();
@@ -149,7 +149,6 @@ TEST(TestVerifier, NobodyThere) {
 
 // A system that splits command lines at blanks hands the path over in pieces.
 TEST(TestVerifier, PathsWithBlanks) {
-    const ProxySetting proxy(server_.Port());
     SetAddress("atualiza.example/catalogo");
     server_.Put("catalogo/Versao.txt", "8");
     const QString folder = catalogue_.Pasta() + u"/com  dois"_s;
@@ -184,7 +183,6 @@ TEST(TestVerifier, PathsWithBlanks) {
 // half of one.
 TEST(TestVerifier, BreaksOff) {
     for (const bool killed : {false, true}) {
-        const ProxySetting proxy(server_.Port());
         SetAddress(killed ? "atualiza.example/silent" : "atualiza.example/silent-body");
         server_.Clear();
         Write(result_, "1");
