@@ -45,16 +45,6 @@ TEST(TestSystem, ToNative) {
     }
 }
 
-TEST(TestSystem, UserDataNeedsAFolder) {
-    const QScopeGuard again([home = qgetenv(UserData)] { qputenv(UserData, home); });
-    for (const auto& [name, there] : {std::pair(u"novo/dados"_s, true), {u"dois.txt"_s, false}}) {
-        const QString home = folder_.filePath(name);
-        qputenv(UserData, QFile::encodeName(home));
-        QCOMPARE(sys::UserDataFolder(), there ? home : QString());
-        QCOMPARE(QFileInfo(home).isDir(), there);
-    }
-}
-
 TEST(TestSystem, MakesPrograms) {
     sys::MakeExecutable(file_);
     QCOMPARE(int(QFile::permissions(file_)) & 0x1111, 0x1111);

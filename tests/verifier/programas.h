@@ -6,22 +6,19 @@
 // The shipped programs in a folder of their own, and a catalogue that their "Caminho.txt" names.
 class Programs {
 public:
-    explicit Programs(const AnyTexts& names) {
+    explicit Programs(const AnyTexts& names = {}) {
         for (const QString& name : names) {
-            Take(QStringLiteral(TARVO_PROGRAMS "/") + name, name);
+            if (!QFile::copy(QStringLiteral(TARVO_PROGRAMS "/") + name, Path(name))) {
+                qFatal("no %s", qPrintable(name));
+            }
         }
-    }
-    // The test program itself under this name, which it has registered.
-    explicit Programs(const char* played) {
-        Take(QCoreApplication::applicationFilePath(), QLatin1String(played));
     }
 
     QString Path(const AnyText& name) const { return folder_.filePath(name); }
     void Point(const QString& data) const { Write(Path("Caminho.txt"), data.toUtf8()); }
 
-    // Its exit code, and what it prints.
-    std::pair<int, QString> Run(const AnyText& program, const AnyTexts& arguments,
-                                bool display = false) const {
+    // What it prints, and its exit code behind it.
+    QString Run(const AnyText& program, const AnyTexts& arguments, bool display = false) const {
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
@@ -38,15 +35,9 @@ public:
             process.kill();
             qFatal("%s did not end", qPrintable(program));
         }
-        return {process.exitCode(), QString::fromUtf8(process.readAll())};
+        return QString::fromUtf8(process.readAll()) + u" ="_s + QString::number(process.exitCode());
     }
 
 private:
-    void Take(const QString& from, const QString& name) const {
-        if (!QFile::copy(from, Path(name))) {
-            qFatal("no %s", qPrintable(from));
-        }
-    }
-
     QTemporaryDir folder_;
 };

@@ -10,9 +10,8 @@ struct TestSemJanela : Fixture {
 
     // The line, and the exit code behind it; as the pattern, where it is like that.
     QString Run(const AnyText& pattern) const {
-        const auto [code, all] = programs_.Run("Tarvo.exe", {"--atualizar", "--espera", "0"});
-        const QString said = all.trimmed() + u" ="_s + QString::number(code);
-        return all.count(u'\n') == 1 ? Like(said, pattern) : all;
+        const QString all = programs_.Run("Tarvo.exe", {"--atualizar", "--espera", "0"});
+        return all.count(u'\n') == 1 ? Like(all, pattern) : all;
     }
     void init() override { programs_.Point(catalogue_.Pasta()); }
     void cleanup() override { GravarConfiguracao(QString(), QString(), QString(), true); }
@@ -25,7 +24,7 @@ TEST(TestSemJanela, Ends) {
     GravarConfiguracao(QString(), u"maria"_s, u"s3nha"_s, true);
     server_.Put("guarded/Versao.txt", "2");
     server_.Put("guarded/ListVersao2.txt", "");
-    const QString updated = u"O catálogo foi atualizado da versão 1 para a 2. =3"_s;
+    const QString updated = u"O catálogo foi atualizado da versão 1 para a 2.\n =3"_s;
     QCOMPARE(Run(updated), updated);
     QCOMPARE(Valor("SELECT Versao FROM UMREGISTRO"), u"2"_s);
     Executar({"DELETE FROM UMREGISTRO"});
@@ -48,6 +47,6 @@ TEST(TestSemJanela, LocksThatHoldNobody) {
     QCOMPARE(Run("* =1"), u"* =1"_s);
     for (const QStringList& wrong : {List("agora"), List("--espera"), List("--espera", "muito"),
                                      List("--atraso", "1"), List("--espera", "1", "2")}) {
-        QCOMPARE(programs_.Run("Tarvo.exe", List("--atualizar") + wrong).first, 2);
+        QVERIFY(programs_.Run("Tarvo.exe", List("--atualizar") + wrong).endsWith(u" =2"_s));
     }
 }

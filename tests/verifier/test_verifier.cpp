@@ -40,7 +40,7 @@ int Verifier(int argc, char** argv) {
 
 // A process of its own, against servers that answer well, badly, or not at all.
 struct TestVerifier : Fixture {
-    Programs programs_{Name};
+    Programs programs_;
     CatalogoDeTeste catalogue_;
     WrongServer server_;
     const ProxySetting proxy_{server_.Port()};
@@ -51,24 +51,20 @@ struct TestVerifier : Fixture {
         Executar({u"UPDATE UMREGISTRO SET UrlAtualizacao = '%1'"_s.arg(address)});
     }
 
-    // What it prints, and the exit code behind it.
-    QString Run(const AnyTexts& arguments) const {
-        const auto [code, printed] = programs_.Run(Name, arguments);
-        return printed + u" ="_s + QString::number(code);
-    }
+    QString Run(const AnyTexts& arguments) const { return programs_.Run(Name, arguments); }
 
     // The answer, and the exit code behind it.
     QString Ask(const AnyTexts& options = {}, bool byHand = false) const {
         QFile::remove(result_);
         const QString order = (byHand ? u"0|"_s : u"1|"_s) + result_;
-        const int code = programs_.Run(Name, options + List(order), true).first;
-        const QString said = QFile::exists(result_) ? sys::ReadText(result_) : QString();
-        return said + u" ="_s + QString::number(code);
+        const QString code = programs_.Run(Name, options + List(order), true).section(u' ', -1);
+        return (QFile::exists(result_) ? sys::ReadText(result_) : QString()) + u' ' + code;
     }
 
     QStringList Files() const { return QDir(catalogue_.Pasta()).entryList(QDir::Files); }
 
     TestVerifier() {
+        QFile::copy(QCoreApplication::applicationFilePath(), programs_.Path(Name));
         programs_.Point(catalogue_.Pasta());
         Executar({"UPDATE UMREGISTRO SET Versao = 7"});
     }
