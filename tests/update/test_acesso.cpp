@@ -48,7 +48,7 @@ TEST(TestAcesso, AsksForThePassword) {
                      u"16 10 10 10 14"_s);
             QCOMPARE(Gaps(box, Qt::Horizontal, {labels.first()}), u"18 18"_s);
             QCOMPARE(Gaps(box, Qt::Horizontal, {labels.at(1), boxes.first()}), u"18 12 18"_s);
-            // Of two buttons of 96 in the middle.
+            // A text of 320 in a row, and two buttons of 96 in the middle.
             QCOMPARE(Gaps(box, Qt::Horizontal, {buttons.first(), buttons.last()}), u"79 6 79"_s);
             QTest::keyClicks(nullptr, keys, held);
         });

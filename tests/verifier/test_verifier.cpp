@@ -64,7 +64,8 @@ struct TestVerifier : Fixture {
     QStringList Files() const { return QDir(catalogue_.Pasta()).entryList(QDir::Files); }
 
     TestVerifier() {
-        QFile::copy(QCoreApplication::applicationFilePath(), programs_.Path(Name));
+        // The program that is played, under the name that it has registered.
+        QVERIFY(QFile::copy(QCoreApplication::applicationFilePath(), programs_.Path(Name)));
         programs_.Point(catalogue_.Pasta());
         Executar({"UPDATE UMREGISTRO SET Versao = 7"});
     }
