@@ -21,20 +21,6 @@ TEST(TestFormularios, IndiceItemData) {
     QCOMPARE(::IndiceItemData(combo, 8), qint16(-1));
 }
 
-TEST(TestFormularios, Carregados) {
-    auto* tela = new Tela(u"frmTeste"_s);
-    QVERIFY(!FormularioCarregado(u"frmTeste"_s));
-    MostrarFormulario(*tela);
-    QVERIFY(FormularioCarregado(u"frmTeste"_s));
-    QVERIFY(!FormularioCarregado(u"FRMTESTE"_s));
-    tela->SetVisible(false);
-    MostrarFormulario(*tela);
-    QVERIFY(tela->isVisible());
-    QCOMPARE(forms::Form::Loaded().size(), 1);
-    tela->Unload();
-    QVERIFY(!FormularioCarregado(u"frmTeste"_s));
-}
-
 TEST(TestFormularios, JanelaQuePisca) {
     QCOMPARE(JanelaModalAtiva(), nullptr);
     PiscarJanelaAtiva();
@@ -60,13 +46,10 @@ TEST(TestFormularios, JanelaQuePisca) {
 }
 
 TEST(TestFormularios, CaixaDeErro) {
-    QStringList vistos;
-    forms::SetMsgBoxHandler([&vistos](const QString& texto, int flags, const QString& titulo) {
-        vistos = {texto, QString::number(flags), titulo, QString::number(forms::MousePointer())};
-        return forms::vbOK;
-    });
+    const BoxAnswers caixas;
     forms::SetMousePointer(11);
     MostrarErro(-3, u"Cem %1 por cento"_s);
-    forms::SetMsgBoxHandler({});
-    QCOMPARE(vistos, List("Erro nº: -3\nCem %1 por cento", "16", "Catálogo TARVO-LINDEN", "0"));
+    QCOMPARE(caixas.FlagsAndTexts(), List("16 Erro nº: -3\nCem %1 por cento"));
+    QCOMPARE(caixas.Boxes().first().title, u"Catálogo TARVO-LINDEN"_s);
+    QCOMPARE(forms::MousePointer(), 0);
 }

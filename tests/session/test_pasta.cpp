@@ -20,11 +20,8 @@ struct TestPasta : Fixture {
     }
     void init() override {
         pasta_ = std::make_unique<FrailFolder>();
-        {
-            const CatalogoDeTeste modelo;
-            const QString nome = u"/Tarvo.mdb"_s;
-            QVERIFY(QFile::copy(modelo.Pasta() + nome, pasta_->Behind() + nome));
-        }
+        const QString nome = u"/Tarvo.mdb"_s;
+        QVERIFY(QFile::copy(CatalogoDeTeste().Pasta() + nome, pasta_->Behind() + nome));
         gCaminho = pasta_->Seen() + u'\\';
         AbrirSessao();
     }
