@@ -21,7 +21,7 @@ TEST(TestFormularios, IndiceItemData) {
     QCOMPARE(::IndiceItemData(combo, 8), qint16(-1));
 }
 
-TEST(TestFormularios, JanelaQuePisca) {
+TEST(TestFormularios, MostradaEPiscando) {
     QCOMPARE(JanelaModalAtiva(), nullptr);
     PiscarJanelaAtiva();
 
@@ -30,7 +30,11 @@ TEST(TestFormularios, JanelaQuePisca) {
     auto* frente = new Tela(u"frmFrente"_s);
     escondida->Show();
     escondida->SetVisible(false);
-    fundo->Show();
+    MostrarFormulario(*fundo);
+    QVERIFY(FormularioCarregado(u"frmFundo"_s) && !FormularioCarregado(u"frmFrente"_s));
+    fundo->SetVisible(false);
+    MostrarFormulario(*fundo);
+    QVERIFY(fundo->isVisible());
     QCOMPARE(JanelaModalAtiva(), fundo);
     forms::Form* durante = nullptr;
     QTimer::singleShot(0, this, [&] {
