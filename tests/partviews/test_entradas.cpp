@@ -1,15 +1,7 @@
 #include "support/janela.h"
 
 // What the data and other computers can do to the part views.
-struct TestEntradas : NaJanela<> {
-    void Abrir(const AnyText& numero) {
-        Janela::Abrir();
-        Janela::AbrirDaBusca("Peças", numero);
-    }
-
-    QStringList Pecas() { return Coluna(Resultado, "dtcResultadoPesquisaPeca", "NumeroTarvoPeca"); }
-    QStringList Itens() { return Coluna(Lista, "dtcListaPecas", "ItemComponente"); }
-};
+struct TestEntradas : NaJanela<> {};
 
 TEST(TestEntradas, aPartOfAThousandItems) {
     constexpr int Total = 1000;
@@ -18,7 +10,7 @@ TEST(TestEntradas, aPartOfAThousandItems) {
         linhas += u"1, '%1', %2, %3"_s.arg(i, 4).arg(i % 3 + 1).arg(i);
     }
     Executar(List("DELETE FROM PECA_COMPONENTE") + Inserir("PECA_COMPONENTE", linhas));
-    Abrir("12002");
+    Janela::AbrirDaBusca("Peças", "12002");
     Clicar(Resultado, "imgListaComponentesFundo");
     auto* caixa = Achar<QLineEdit>(Lista, "txtItem");
     caixa->setFocus();
@@ -40,7 +32,7 @@ TEST(TestEntradas, nullsEverywhere) {
               "'12002' AND NumeroClienteConcorrente = 'A71'",
               "UPDATE FOTOPECAPESQUISA SET DescricaoFotoPecaPesquisa = NULL, "
               "ArquivoFotoPecaPesquisa = NULL"});
-    Abrir("12002");
+    Janela::AbrirDaBusca("Peças", "12002");
     QCOMPARE(Pecas(), List("12002"));
     QCOMPARE(Coluna(Resultado, "dtcVeiculosPeca", "Veiculo"), List(QString()));
     Escolher(Resultado, "cboNumeroClienteConcorrentePeca", 1);
@@ -71,7 +63,7 @@ TEST(TestEntradas, aCodeOfSevenDigitsIsCut) {
          }) {
         Executar(Inserir("PECA", {"1234567, 'B8', 'Bujão', NULL, NULL, NULL",
                                   outra + u", 'B9', 'Bujão', NULL, NULL, NULL"_s}));
-        Abrir("B8");
+        Janela::AbrirDaBusca("Peças", "B8");
         QCOMPARE(Pecas(), pecas);
     }
 }
@@ -79,7 +71,7 @@ TEST(TestEntradas, aCodeOfSevenDigitsIsCut) {
 // Which touches nobody's own choice. Whoever comes back to a screen finds what was chosen there in
 // force again.
 TEST(TestEntradas, anotherComputerChoosesAnotherCustomer) {
-    Abrir("12002");
+    Janela::AbrirDaBusca("Peças", "12002");
     Escolher(Resultado, "cboNumeroClienteConcorrentePeca", 1);
     QCOMPARE(Pecas().size(), 2);
     Clicar(Resultado, "imgListaComponentesFundo");

@@ -2,17 +2,10 @@
 #include "support/janela.h"
 
 struct TestLista : NaJanela<> {
-    QStringList Valores(const AnyText& campo) { return Coluna(Lista, "dtcListaPecas", campo); }
-    // Of the customer, in an order that no other column has.
-    void UmNumeroDeCadaUm() {
-        Executar({"INSERT INTO REFERENCIACRUZADA VALUES (7, 'K5600', '5A9')"});
-        Escolher(Lista, "cboNumeroClienteConcorrenteComponente", 1);
-    }
     bool PainelVisivel() { return Achar(Lista, "pctJogosReparo")->isVisible(); }
 
     void init() override {
         NaJanela::init();
-        janela_->Abrir();
         Janela::AbrirDaBusca("Peças", "12002");
         Clicar(Resultado, "imgListaComponentesFundo");
         QVERIFY(QTest::qWaitForWindowActive(forms::Form::Find(Lista)));
@@ -42,62 +35,30 @@ TEST(TestLista, eachThingHasItsPlace) {
              7);
 }
 
+// Entering a box sorts by its column.
 TEST(TestLista, seeks) {
-    for (const auto& [caixa, texto, item] : Each<QString, QString, QString>{
-             {"item", "txtItem", "12A", "  12a"},
-             {"item not there", "txtItem", "13", " 100"},
-             {"behind the last", "txtItem", "999", " 100"},
-             {"description", "txtDescricaoComponente", "c", "   1"},
-             {"quote", "txtDescricaoComponente", "v'", "   2"},
-             {"behind all from the first", "txtDescricaoComponente", "z", "   2"},
-             {"number", "txtNumeroTarvo", "0-1K", "   1"},
+    for (const auto& [caixa, campo, texto, item] : Each<QString, QString, QString, QString>{
+             {"item", "txtItem", "ItemComponente", "12A", "  12a"},
+             {"item not there", "txtItem", "ItemComponente", "13", " 100"},
+             {"description", "txtDescricaoComponente", "DescricaoComponente", "c", "   1"},
+             {"quote", "txtDescricaoComponente", "DescricaoComponente", "v'", "   2"},
+             {"behind all", "txtDescricaoComponente", "DescricaoComponente", "z", "   2"},
+             {"number", "txtNumeroTarvo", "NumeroTarvoComponente", "0-1K", "   1"},
              // A customer's number keeps the digit in front of its letter.
-             {"customer's number", "txtNumeroClienteConcorrente", "05-a", "   1"},
-         }) {
-        UmNumeroDeCadaUm();
-        auto* campo = Achar<QLineEdit>(Lista, caixa);
-        campo->setFocus();
-        QTest::keyClicks(campo, texto);
-        QCOMPARE(ItemAtualDaLista(), item);
-        QCOMPARE(campo->text(), texto);
-        QVERIFY(campo->hasFocus());
-    }
-}
-
-TEST(TestLista, enteringABoxSortsByItsColumn) {
-    for (const auto& [caixa, campo, valores] : Each<QString, QString, QStringList>{
-             {"item", "txtItem", "ItemComponente", List("   1", "   2", "  12a", " 100")},
-             {"description", "txtDescricaoComponente", "DescricaoComponente",
-              List("Anel de vedação", "Anel de vedação", "Corpo da válvula", "Válvula relé")},
-             {"number", "txtNumeroTarvo", "NumeroTarvoComponente",
-              List("12000", "A3400", "A3400", "K5600")},
              {"customer's number", "txtNumeroClienteConcorrente", "NumeroClienteConcorrente",
-              List(QString(), "5A9", "B2", "B2")},
+              "05-a", "   1"},
          }) {
-        UmNumeroDeCadaUm();
-        Achar(Lista, caixa == u"txtItem" ? u"txtNumeroTarvo"_s : u"txtItem"_s)->setFocus();
-        QTest::mouseClick(Achar(Lista, caixa), Qt::LeftButton);
-        QCOMPARE(Valores(campo), valores);
+        // In an order that no other column has.
+        Executar({"INSERT INTO REFERENCIACRUZADA VALUES (7, 'K5600', '5A9')"});
+        Escolher(Lista, "cboNumeroClienteConcorrenteComponente", 1);
+        auto* digitada = Achar<QLineEdit>(Lista, caixa);
+        QTest::mouseClick(digitada, Qt::LeftButton);
+        QVERIFY(std::ranges::is_sorted(Itens(campo)));
+        QTest::keyClicks(digitada, texto);
+        QCOMPARE(ItemAtualDaLista(), item);
+        QCOMPARE(digitada->text(), texto);
+        QVERIFY(digitada->hasFocus());
     }
-}
-
-TEST(TestLista, theGridHasTheKeyboardWheneverTheListComes) {
-    QTRY_VERIFY(Achar(Lista, "grdListaPecas")->hasFocus());
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
-    QCOMPARE(Linhas(Lista, "dtcListaPecas")->AbsolutePosition(), 1);
-    Clicar(Lista, "imgResultadoPesquisaFundo");
-    QTRY_VERIFY(Achar(Resultado, "grdResultadoPesquisaPeca")->hasFocus());
-    // By the keyboard alone: the button that was pressed gives it up.
-    auto* botao = Achar(Resultado, "imgListaComponentesFundo");
-    botao->setFocus();
-    QTest::keyClick(botao, Qt::Key_Space);
-    QTRY_VERIFY(Achar(Lista, "grdListaPecas")->hasFocus());
-    // Closing the window goes back a step.
-    forms::Form::Find(Lista)->close();
-    QVERIFY(!forms::Form::Find(Lista));
-    QTRY_VERIFY(Achar(Resultado, "grdResultadoPesquisaPeca")->hasFocus());
-    forms::Form::Find(Resultado)->close();
-    QVERIFY(gFrmPesquisa->isVisible());
 }
 
 TEST(TestLista, thePanelFollowsTheCursor) {
@@ -115,14 +76,14 @@ TEST(TestLista, aKitFiltersTheList) {
     auto* filtro = Achar<forms::ComboList>(Lista, "cboMostraNaListaPecas");
     QCOMPARE(filtro->ListCount(), 3);
     filtro->SetListIndex(1);  // the kit that one item alone has
-    QCOMPARE(Valores("ItemComponente"), List("  12a"));
+    QCOMPARE(Itens(), List("  12a"));
     QCOMPARE(Coluna(Lista, "dtcJogosReparoComponente", "CodigoJogoReparo").size(), 2);
     // Whoever takes the list along is told that it is not the whole one.
     QVERIFY(Copiada(Lista, "grdListaPecas")
                 .startsWith(u"Só os componentes de: %1 / Item|"_s.arg(filtro->Text())));
     Executar({"DELETE FROM PECA_COMPONENTE_JOGOREPARO"});
     filtro->SetListIndex(0);
-    QCOMPARE(Valores("ItemComponente"), QStringList());
+    QCOMPARE(Itens(), QStringList());
     QVERIFY(!PainelVisivel());
     const auto* grade = Achar<forms::BoundGrid>(Lista, "grdListaPecas");
     QTRY_COMPARE(grade->accessibleDescription(),
@@ -165,7 +126,7 @@ TEST(TestLista, numbersOfTheChosenCustomer) {
     Linhas(Lista, "dtcListaPecas")->FindFirst(u"ItemComponente = ' 100'"_s);
     combo->SetListIndex(1);
     QCOMPARE(ItemAtualDaLista(), u" 100"_s);
-    QCOMPARE(Valores("NumeroClienteConcorrente"), List("B2", "B2", QString(), QString()));
+    QCOMPARE(Itens("NumeroClienteConcorrente"), List("B2", "B2", QString(), QString()));
     QCOMPARE(Rotulo(Lista, "lblNumeroClienteConcorrente"), u"Nº Bravil"_s);
 }
 
@@ -177,7 +138,6 @@ TEST(TestLista, thePrintButtonOpensTheDialogOnTheList) {
     });
     Clicar(Lista, "imgImprimir");  // comes back when the dialog is gone
     QCOMPARE(marca, u"1"_s);
-    Executar({"UPDATE PECA SET CodigoFigura = Null"});
     Clicar(Lista, "imgFiguraDetalhadaFundo");
     QCOMPARE(janela_->Caixas(), List("64 Essa Peça não possui Figura Detalhada."));
     QCOMPARE(forms::Form::Active(), forms::Form::Find(Lista));

@@ -1,15 +1,6 @@
 #include "support/janela.h"
 
-struct TestResultado : NaJanela<> {
-    QStringList Pecas(const AnyText& campo = u"NumeroTarvoPeca"_s) {
-        return Coluna(Resultado, "dtcResultadoPesquisaPeca", campo);
-    }
-
-    void init() override {
-        NaJanela::init();
-        janela_->Abrir();
-    }
-};
+struct TestResultado : NaJanela<> {};
 
 TEST(TestResultado, everyKindLeadsToItsParts) {
     Each<QString, QString, QString, QStringList> row;
@@ -34,6 +25,7 @@ TEST(TestResultado, everyKindLeadsToItsParts) {
 }
 
 TEST(TestResultado, vehiclesAndPicturesLeadToTheirParts) {
+    Janela::Abrir();
     Digitar(Busca, "txtVeiculo", "bravil");
     Clicar(Busca, "imgPesquisa2");
     Clicar(Busca, "pctResultadoPesquisaFundo(1)");
@@ -64,6 +56,7 @@ TEST(TestResultado, rowsThatLeadNowhereStay) {
 }
 
 TEST(TestResultado, aRowDeletedMeanwhileOpensAnEmptyList) {
+    Janela::Abrir();
     Digitar(Busca, "txtNumeroTarvo", "12002");
     Executar({"DELETE FROM PECA WHERE CodigoPeca = 1"});
     Clicar(Busca, "imgPesquisa1");
@@ -97,7 +90,7 @@ TEST(TestResultado, customerIsInForceHereAndGivenBack) {
 
 TEST(TestResultado, aSingleVisibleRowBringsTheOthersBack) {
     for (const auto& [linhas] : Each<QStringList>{List(), List("3, '   1', 3, 1")}) {
-        Executar(linhas.isEmpty() ? linhas : Inserir("PECA_COMPONENTE", linhas));
+        Executar(Inserir("PECA_COMPONENTE", linhas));
         Janela::AbrirDaBusca("Componentes", "K560");
         auto* grade = Achar<forms::BoundGrid>(Resultado, "grdResultadoPesquisaPeca");
         const auto veiculos = [] { return Coluna(Resultado, "dtcVeiculosPeca", "Veiculo"); };

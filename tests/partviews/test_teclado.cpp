@@ -22,19 +22,29 @@ TEST(TestTeclado, fromTheSearchToAComponentAndBack) {
     QTest::keyClicks(QApplication::focusWidget(), u"12002"_s);
     QVERIFY(Apertar(Busca, "pctResultadoPesquisaFundo(0)"));
 
-    QVERIFY(Apertar(Resultado, "imgListaComponentesFundo"));
-    QVERIFY(Apertar(Lista, "grdListaPecas", Qt::Key_Down));
-    QCOMPARE(Linhas(Lista, "dtcListaPecas")->AbsolutePosition(), 1);
+    // The grid has the keyboard whenever its screen comes: a button that was pressed gives it up.
+    const auto irALista = [] {
+        QTRY_VERIFY(Achar(Resultado, "grdResultadoPesquisaPeca")->hasFocus());
+        QVERIFY(Apertar(Resultado, "imgListaComponentesFundo"));
+        QTRY_VERIFY(Achar(Lista, "grdListaPecas")->hasFocus());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+        QCOMPARE(Linhas(Lista, "dtcListaPecas")->AbsolutePosition(), 1);
+    };
+    irALista();
     for (const forms::Form* tela : forms::Form::Loaded()) {
         QCOMPARE(tela->windowTitle(), TituloCatalogo);
     }
     QVERIFY(Apertar(Lista, "imgResultadoPesquisaFundo"));
-    QVERIFY(Apertar(Resultado, "imgPesquisaFundo") && Achar(Busca, "txtNumeroTarvo")->isVisible());
+    irALista();
+    forms::Form::Find(Lista)->close();  // goes back a step, too
+    QTRY_VERIFY(Achar(Resultado, "grdResultadoPesquisaPeca")->hasFocus());
+    QVERIFY(!forms::Form::Find(Lista));
+    forms::Form::Find(Resultado)->close();
+    QVERIFY(Achar(Busca, "txtNumeroTarvo")->isVisible());
 }
 
 // By keys, and by the light under the mouse.
 TEST(TestTeclado, theWayRound) {
-    Janela::Abrir();
     Janela::AbrirDaBusca("Peças", "12002");
     QCOMPARE(Volta(Resultado, "cboNumeroClienteConcorrentePeca"),
              u"Cliente, Peças, Veículos da peça, Voltar à pesquisa, Lista de componentes, "

@@ -65,6 +65,13 @@ inline QStringList Coluna(const AnyText& tela, const AnyText& fonte, const AnyTe
     return valores;
 }
 
+inline QStringList Pecas(const AnyText& campo = "NumeroTarvoPeca") {
+    return Coluna(Resultado, "dtcResultadoPesquisaPeca", campo);
+}
+inline QStringList Itens(const AnyText& campo = "ItemComponente") {
+    return Coluna(Lista, "dtcListaPecas", campo);
+}
+
 // What a grid shows, as whoever takes its list along gets it: titles and rows, "a|b / 1|2".
 inline QString Copiada(const AnyText& tela, const AnyText& grade) {
     Achar<forms::BoundGrid>(tela, grade)->Export().CopyList();
@@ -138,11 +145,9 @@ inline QString Luzes(const AnyText& tela, QPoint aoLado, const AnyTexts& botoes)
         return imagem;
     };
     QStringList palavras;
-    if (form.Background() && form.Background()->Size() != form.Picture()->size()) {
-        palavras += u"!"_s;
-    }
     if (form.Background() &&
-        semLuzes(forms::Artwork::State::Lit) != semLuzes(forms::Artwork::State::Rest)) {
+        (form.Background()->Size() != form.Picture()->size() ||
+         semLuzes(forms::Artwork::State::Lit) != semLuzes(forms::Artwork::State::Rest))) {
         palavras += u"!"_s;
     }
     MoveTo(form, aoLado);
@@ -193,6 +198,9 @@ public:
 
     // Finds one row in the part search, by kind and number, and opens it.
     static void AbrirDaBusca(const AnyText& tipo, const AnyText& numero) {
+        if (!gFrmPesquisa) {
+            Abrir();
+        }
         Escolher(Busca, "cboTipo", tipo);
         Digitar(Busca, "txtNumeroTarvo", numero);
         Clicar(Busca, "imgPesquisa1");
