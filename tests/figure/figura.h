@@ -74,22 +74,18 @@ struct NaFigura : NaJanela<Mao> {
         QVERIFY(!lista->NoMatch());
     }
 
-    static void AbrirResultado(const AnyText& tipo, const AnyText& numero) {
-        Mao::Abrir();
-        Mao::AbrirDaBusca(tipo, numero);
-    }
     static void AbrirFigura() {
-        AbrirResultado("Peças", "12002");
+        Mao::AbrirDaBusca("Peças", "12002");
         Clicar(Resultado, "imgFiguraDetalhadaFundo");
         PassarSobreFundo();  // away from where the test before left the mouse
     }
-    static void AbrirListaNoItem(const AnyText& peca, const AnyText& item) {
-        AbrirResultado("Peças", peca);
+    static void AbrirListaNoItem(const AnyText& item) {
+        Mao::AbrirDaBusca("Peças", "12002");
         Clicar(Resultado, "imgListaComponentesFundo");
         IrNaLista(item);
     }
     static void AbrirFiguraDoItem(const AnyText& item) {
-        AbrirListaNoItem("12002", item);
+        AbrirListaNoItem(item);
         Clicar(Lista, "imgFiguraDetalhadaFundo");
     }
 };
