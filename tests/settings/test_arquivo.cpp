@@ -6,12 +6,8 @@ namespace {
 // What nobody but the owner may have.
 constexpr QFileDevice::Permissions Outros(0x0077);
 
-QString Cifrado(const AnyText& texto) {
-    return CifrarTexto(texto, true);
-}
-
 QString Linha(const AnyText& verificacao, const AnyText& usuario, const AnyText& senha) {
-    return verificacao + u'|' + Cifrado(usuario) + u'|' + Cifrado(senha);
+    return verificacao + u'|' + CifrarTexto(usuario, true) + u'|' + CifrarTexto(senha, true);
 }
 
 // Another program of the same user: USER PASSWORD TIMES are written, then tells what it reads.
@@ -32,8 +28,8 @@ struct TestConfiguracao : ComUsuario {};
 
 // What each content of the file gives, and what it is afterwards. No file: a null text.
 TEST(TestConfiguracao, LeituraERemendo) {
-    const QString ana = Cifrado("ana");
-    const QString chave = Cifrado(" chave");
+    const QString ana = CifrarTexto(u"ana"_s, true);
+    const QString chave = CifrarTexto(u" chave"_s, true);
     const QString inteira = u"1|"_s + ana + u'|' + chave;
     for (const auto& [antes, lido, depois] : Each<QString, QString, QString>{
              {"none", {}, "1||", "1||"},
@@ -48,6 +44,7 @@ TEST(TestConfiguracao, LeituraERemendo) {
              {"two fields", u"0|"_s + ana, "0|ana|", "1||"},
              {"one field", "0", "0||", "1||"},
          }) {
+        QFile::remove(Configuracao());
         if (!antes.isNull()) {
             Write(Configuracao(), antes.toUtf8());
             QFile arquivo(Configuracao());

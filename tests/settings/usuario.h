@@ -13,21 +13,15 @@ inline QString Lido() {
     return u"%1|%2|%3"_s.arg(int(VerificacaoAutomatica)).arg(usuario, senha);
 }
 
-// Each case with the data folder of a user of its own.
+// Each test with the data folder of a user of its own.
 struct ComUsuario : Fixture {
-    std::unique_ptr<QTemporaryDir> pasta_;
+    const QTemporaryDir pasta_;
     const QByteArray anterior_ = qgetenv(UserData);
 
-    QString Ordavia() const { return pasta_->filePath(u"Ordavia"_s); }
+    ComUsuario() { qputenv(UserData, pasta_.path().toUtf8()); }
+    ~ComUsuario() override { qputenv(UserData, anterior_); }
+
+    QString Ordavia() const { return pasta_.filePath(u"Ordavia"_s); }
     QString Configuracao() const { return Ordavia() + u"/CatalogoTarvoConfig.txt"_s; }
     QString Guardado() const { return sys::ReadText(Configuracao()); }
-
-    void init() override {
-        pasta_ = std::make_unique<QTemporaryDir>();
-        qputenv(UserData, pasta_->path().toUtf8());
-    }
-    void cleanup() override {
-        pasta_.reset();
-        qputenv(UserData, anterior_);
-    }
 };
