@@ -96,7 +96,7 @@ TEST(TestItens, whatTheMouseLitIsGoneAfterTheList) {
 // The filter lets go of a kit that does not have the item.
 TEST(TestItens, aClickFindsItsItemBehindAKitFilter) {
     AbrirListaNoItem("  12a");
-    Escolher(Lista, "cboMostraNaListaPecas", 1);
+    Escolher(Lista, "cboMostraNaListaPecas", "Válvula relé");
     QCOMPARE(Linhas(Lista, "dtcListaPecas")->RecordCount(), 1);
     Clicar(Lista, "imgFiguraDetalhadaFundo");
     Passar(4);

@@ -52,7 +52,7 @@ TEST(TestPassagens, whatWasChosenBlinks) {
 TEST(TestPassagens, anEmptyListMarksNothing) {
     AbrirListaNoItem("   1");
     Executar({"DELETE FROM PECA_COMPONENTE_JOGOREPARO"});
-    Escolher(Lista, "cboMostraNaListaPecas", 0);
+    Escolher(Lista, "cboMostraNaListaPecas", "Anel de vedação");
     Clicar(Lista, "imgFiguraDetalhadaFundo");
     QVERIFY(Visivel(Figura));
     QCOMPARE(Acesos(), QString());

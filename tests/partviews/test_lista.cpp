@@ -50,7 +50,7 @@ TEST(TestLista, seeks) {
          }) {
         // In an order that no other column has.
         Executar({"INSERT INTO REFERENCIACRUZADA VALUES (7, 'K5600', '5A9')"});
-        Escolher(Lista, "cboNumeroClienteConcorrenteComponente", 1);
+        Escolher(Lista, "cboNumeroClienteConcorrenteComponente", "Nº Bravil");
         auto* digitada = Achar<QLineEdit>(Lista, caixa);
         QTest::mouseClick(digitada, Qt::LeftButton);
         QVERIFY(std::ranges::is_sorted(Itens(campo)));

@@ -2,15 +2,15 @@
 
 // The whole way from the search to a component by keyboard alone.
 struct TestTeclado : NaJanela<> {
-    // The Tab key until the control of this name has the keyboard, and then this one; false when it
-    // goes round without coming to it.
-    static bool Apertar(const AnyText& tela, const AnyText& nome, Qt::Key tecla = Qt::Key_Space) {
+    // The Tab key until the control of this name has the keyboard, and then the space bar; false
+    // when it goes round without coming to it.
+    static bool Apertar(const AnyText& tela, const AnyText& nome) {
         QWidget* alvo = Achar(tela, nome);
         for (int vez = 0; vez < 20 && !alvo->hasFocus(); ++vez) {
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         }
         const bool chegou = alvo->hasFocus();
-        QTest::keyClick(QApplication::focusWidget(), tecla);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
         return chegou;
     }
 };

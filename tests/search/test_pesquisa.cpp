@@ -22,46 +22,37 @@ TEST(TestPesquisa, opensWithNothingButTheButtons) {
     QCOMPARE(lista("cboFabricante")->Text(), u"TODOS OS FABRICANTES"_s);
     QCOMPARE(lista("cboNumeroClienteConcorrente")->SelectedItemData(), SemCliente);
     QCOMPARE(Rotulo(Busca, "lblEmissao"), u"05-MAR-2026 - teste"_s);
-    QCOMPARE(Pecas("Tipo"), QStringList());
-    QCOMPARE(ClienteEmVigor(), u"-5"_s);
 }
 
-// Inputs of the panel, the number last, and the rows that come of it.
+// Inputs of the panel, the number last, and the columns of the rows that come of it.
 TEST(TestPesquisa, findsTheParts) {
     const QString pecas = u"Peças"_s;
     const QString itens = u"Componentes"_s;
-    for (const auto& [cliente, tipo, numeroCliente, descricao, numero, linhas] :
+    for (const auto& [cliente, tipo, numeroCliente, descricao, numero, colunas] :
          Each<QString, QString, QString, QString, QString, QString>{
              {"a maker's", "Nº Bravil", pecas, "0A-7", "", "1",
-              "12002 A71 Peça 1, 12002 A72 Peça 1"},
+              "12002, 12002|A71, A72|Peça, Peça|1, 1"},
              {"in their order", "Nº Bravil", itens, "B", "", "",
-              "A3400 B2 Componente 2, A3400 B9 Componente 2"},
-             {"a competitor's, whole", "Nº Zenpar", itens, "055", "", "", "A3400 55 Componente 2"},
-             {"a competitor's, its beginning", "Nº Zenpar", itens, "5", "", "", ""},
-             {"no number, no column", "Nº Zenpar", itens, "", "", "a340", "A3400  Componente 2"},
-             {"keeps its first digit", "Nº Zenpar", pecas, "05-b5", "", "", "K5602 5B5 Peça 3"},
-             {"apostrophe", "", pecas, "", " d'água ", "", "7  Peça 7"},
-             {"letter", "", "Jogos de Reparo", "", "", "1k-560", "K5601  Jogo de Reparo 3"},
+              "A3400, A3400|B2, B9|Componente, Componente|2, 2"},
+             {"a competitor's, whole", "Nº Zenpar", itens, "055", "", "", "A3400|55|Componente|2"},
+             {"a competitor's, its beginning", "Nº Zenpar", itens, "5", "", "", "|||"},
+             {"no number, no column", "Nº Zenpar", itens, "", "", "a340", "A3400||Componente|2"},
+             {"keeps its first digit", "Nº Zenpar", pecas, "05-b5", "", "", "K5602|5B5|Peça|3"},
+             {"apostrophe", "", pecas, "", " d'água ", "", "7||Peça|7"},
+             {"letter", "", "Jogos de Reparo", "", "", "1k-560", "K5601||Jogo de Reparo|3"},
          }) {
         Executar(Inserir("PECA", {"7, '7', 'D´água', NULL, NULL, NULL"}) +
                  Inserir("REFERENCIACRUZADA", {"9, 'K5602', '5B5'", "9, 'K5602', '55B'"}));
         Escolher(Busca, "cboNumeroClienteConcorrente", cliente);
         Escolher(Busca, "cboTipo", tipo);
-        for (const auto& [caixa, valor] :
-             {std::pair("txtNumeroClienteConcorrente", numeroCliente),
-              std::pair("txtDescricao", descricao), std::pair("txtNumeroTarvo", numero)}) {
-            if (!valor.isEmpty()) {
-                Digitar(Busca, caixa, valor);
-            }
+        Digitar(Busca, "txtNumeroClienteConcorrente", numeroCliente);
+        Digitar(Busca, "txtDescricao", descricao);
+        Digitar(Busca, "txtNumeroTarvo", numero);
+        QStringList vistas;
+        for (const char* campo : {"NumeroTarvo", "NumeroClienteConcorrente", "Tipo", "Codigo"}) {
+            vistas += Pecas(campo).join(u", "_s);
         }
-        QStringList vistas = Pecas("NumeroTarvo");
-        for (const char* campo : {"NumeroClienteConcorrente", "Tipo", "Codigo"}) {
-            const QStringList coluna = Pecas(campo);
-            for (qsizetype i = 0; i < vistas.size(); ++i) {
-                vistas[i] += u' ' + coluna.at(i);
-            }
-        }
-        QCOMPARE(vistas.join(u", "_s), linhas);
+        QCOMPARE(vistas.join(u'|'), colunas);
     }
 }
 
@@ -75,8 +66,8 @@ TEST(TestPesquisa, everyKindComesInTheOrderOfTheControlThatWasTouched) {
     Digitar(Busca, "txtNumeroTarvo", "");
     QCOMPARE(Pecas("NumeroTarvo").mid(2, 2), List("12002", "A3400"));
 
-    Escolher(Busca, "cboTipo", 0);
-    Escolher(Busca, "cboTipo", 3);
+    Escolher(Busca, "cboTipo", "Componentes");
+    Escolher(Busca, "cboTipo", "TODOS OS TIPOS");
     QCOMPARE(Pecas("Tipo").first(), u"Componente"_s);
     QCOMPARE(Pecas("NumeroTarvo"),
              List("12000", "A3400", "K5600", "12001", "A3401", "K5601", "12002", "A3402", "K5602"));
@@ -113,14 +104,14 @@ TEST(TestPesquisa, choosingAMakerPutsItInForceBeforeTheSearch) {
     // Two parts have two of the maker's numbers each; those without one come first.
     QCOMPARE(Pecas("NumeroClienteConcorrente").size(), 11);
     QCOMPARE(Pecas("NumeroClienteConcorrente").mid(7), List("A71", "A72", "B2", "B9"));
-    Escolher(Busca, "cboNumeroClienteConcorrente", 0);
+    Escolher(Busca, "cboNumeroClienteConcorrente", "");
     QCOMPARE(ClienteEmVigor(), u"-5"_s);
 }
 
 TEST(TestPesquisa, searchesVehicles) {
     Digitar(Busca, "txtVeiculo", "c");
     QCOMPARE(Veiculos("Veiculo"), List("Cavalo 2040"));
-    Escolher(Busca, "cboFabricante", 0);
+    Escolher(Busca, "cboFabricante", "Bravil");
     QCOMPARE(Copiada(Busca, "grdPesquisa2").section(u" / "_s, 1),
              u"Veículo|Fabricante / Cavalo 2040|Bravil"_s);
     Digitar(Busca, "txtVeiculo", "");
@@ -155,8 +146,8 @@ TEST(TestPesquisa, anEmptyGridSaysWhy) {
     };
     QTRY_COMPARE(dito("grdPesquisa1"), u"Digite um número ou uma descrição."_s);
     QTRY_COMPARE(dito("grdPesquisa2"), u"Digite um veículo ou escolha um fabricante."_s);
-    Escolher(Busca, "cboTipo", 0);
-    Escolher(Busca, "cboNumeroClienteConcorrente", 1);
+    Escolher(Busca, "cboTipo", "Componentes");
+    Escolher(Busca, "cboNumeroClienteConcorrente", "Nº Bravil");
     Digitar(Busca, "txtNumeroClienteConcorrente", "x9");
     Digitar(Busca, "txtDescricao", "mola");
     Digitar(Busca, "txtNumeroTarvo", " 777 ");
@@ -164,7 +155,7 @@ TEST(TestPesquisa, anEmptyGridSaysWhy) {
                  u"Nada encontrado em componentes com Nº Bravil x9, "
                  "Nº Tarvo 777, descrição “mola”."_s);
     QCOMPARE(Achar(Busca, "txtDescricao")->accessibleDescription(), dito("grdPesquisa1"));
-    Escolher(Busca, "cboFabricante", 0);
+    Escolher(Busca, "cboFabricante", "Bravil");
     Digitar(Busca, "txtVeiculo", "trator");
     QTRY_COMPARE(dito("grdPesquisa2"),
                  u"Nenhum veículo encontrado com a descrição “trator”, o fabricante Bravil."_s);

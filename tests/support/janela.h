@@ -42,9 +42,6 @@ inline void Escolher(const AnyText& tela, const AnyText& combo, const AnyText& l
     auto* lista = Achar<forms::ComboList>(tela, combo);
     lista->SetListIndex(lista->findText(linha));
 }
-inline void Escolher(const AnyText& tela, const AnyText& combo, int linha) {
-    Achar<forms::ComboList>(tela, combo)->SetListIndex(linha);
-}
 
 inline QString Rotulo(const AnyText& tela, const AnyText& nome) {
     return Achar<forms::Label>(tela, nome)->Text();
@@ -115,15 +112,15 @@ inline void DuploCliqueEm(const AnyText& tela, const AnyText& grade, QPoint luga
     DoubleClickAt(form, Achar(tela, grade)->mapTo(form.Picture(), lugar));
 }
 
-// Whether two pictures differ nearly to the edges.
-inline bool MudouTudo(const QImage& antes, const QImage& depois) {
+// What lies around all in which two pictures differ.
+inline QRect Mudado(const QImage& antes, const QImage& depois) {
     QRect limites;
     for (int y = 0; y < antes.height(); ++y) {
         for (int x = 0; x < antes.width(); ++x) {
             limites |= antes.pixel(x, y) == depois.pixel(x, y) ? QRect() : QRect(x, y, 1, 1);
         }
     }
-    return limites.width() > antes.width() * 0.8 && limites.height() > antes.height() * 0.8;
+    return limites;
 }
 
 // The words of these buttons, each lit under the mouse and out again beside it. What else changed
@@ -159,8 +156,10 @@ inline QString Luzes(const AnyText& tela, QPoint aoLado, const AnyTexts& botoes)
         const QRect lugar(acesa->mapTo(form.Picture(), QPoint()), acesa->size());
         const QImage apagada = form.Picture()->grab(lugar).toImage();
         MoveTo(form, zona->mapTo(form.Picture(), zona->rect().center()));
-        const bool luz =
-            acesa->isVisible() && MudouTudo(apagada, form.Picture()->grab(lugar).toImage());
+        // Nearly to its edges.
+        const QRect mudado = Mudado(apagada, form.Picture()->grab(lugar).toImage());
+        const bool luz = acesa->isVisible() && mudado.width() > lugar.width() * 0.8 &&
+                         mudado.height() > lugar.height() * 0.8;
         palavras += (luz ? QString() : u"!"_s) + imagens.ImagemAtual();
         MoveTo(form, aoLado);
         if (acesa->isVisible() || imagens.ImagemAtual() != u"FORM") {
