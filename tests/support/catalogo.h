@@ -40,6 +40,6 @@ QStringList Inserir(const AnyText& tabela, const AnyTexts& linhas);
 // 1, A and K, a vehicle maker (code 7) and a competitor (code 9) with numbers of their own.
 QStringList LinhasDePesquisa();
 
-// Part 1 (of LinhasDePesquisa) with items 1, 2, 12a and 100, two kits, a vehicle and a figure; part
+// Part 1 (of LinhasDePesquisa) with items 1, 2, 12a and 100, two kits, a vehicle and a photo; part
 // 2 with a list but neither kits nor vehicles; part 3 with nothing; three gallery pictures.
 QStringList LinhasDePecas();
