@@ -27,7 +27,8 @@ struct TestBanco : Fixture {
         gDB->GetConnection()->Run(
             "WITH RECURSIVE n (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 2000) "
             "INSERT INTO VEICULO SELECT i, 'Caminhão ' || i, 1 FROM n");
-        catalogue_.Executar(Inserir("PECA", {"2, 'A2', 'Cilindro', NULL, 31, NULL"}) +
+        catalogue_.Executar(Inserir("PECA", {"1, 'A1', 'Válvula', NULL, 30, 40",
+                                             "2, 'A2', 'Cilindro', NULL, 31, NULL"}) +
                             Inserir("PECA_COMPONENTE", {"1, '   1', 10, 2"}) +
                             Inserir("PECA_COMPONENTE_JOGOREPARO", {"1, '   1', 20"}) +
                             Inserir("VEICULO_PECA", {"5, 1"}));
@@ -62,7 +63,9 @@ TEST(TestBanco, TellsWhatIsInUseAndWhatAPartHas) {
     }
     QVERIFY(CodigoEmUso(u"PCA"_s, 777));  // any part is
     QCOMPARE(ErrorOf([] { CodigoEmUso(u"XXX"_s, 1); }), 3129);
-    QVERIFY(!PossuiFiguraDetalhada(3));  // no such part
+    QVERIFY(PossuiFiguraDetalhada(1) && PossuiListaComponentes(1));
+    QVERIFY(!PossuiFiguraDetalhada(2) && !PossuiFiguraDetalhada(3));  // Null, no such part
+    QVERIFY(!PossuiListaComponentes(2));
 }
 
 TEST(TestBanco, WritesTheLastCheckForAllToSee) {

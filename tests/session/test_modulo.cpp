@@ -9,6 +9,10 @@
 
 #include <QTimer>
 
+// Before anything has been read or asked for.
+const bool soComeca = !VerificacaoAutomatica && !ReiniciarPrograma && gCodigoPeca == 0 &&
+                      gCodigoClienteConcorrente == 0;
+
 struct TestModulo : Fixture {
     QTemporaryDir pasta_;
 
@@ -98,6 +102,7 @@ TEST(TestModulo, NomesTemporarios) {
 }
 
 TEST(TestModulo, Pastas) {
+    QVERIFY(soComeca);
     QCOMPARE(SerialVolume(u"C:\\"_s), QString::asprintf("%08X", sys::VolumeSerial(u"C:\\"_s)));
     QCOMPARE(SerialVolume(u"C:\\nada\\"_s), u"00000000"_s);
     QCOMPARE(CaminhoPrograma(true), QCoreApplication::applicationDirPath() + u'\\');
