@@ -27,7 +27,11 @@ TEST(TestTelaPassageira, aKeyOrAClickEndsItOnce) {
         auto* tela = new Passageira;
         tela->Show();
         for (int vez = 0; vez < 2; ++vez) {
-            tecla == 0 ? ClickAt(*tela, {400, 300}) : QTest::keyClick(tela, Qt::Key(tecla));
+            if (tecla == 0) {
+                ClickAt(*tela, {400, 300});
+            } else {
+                QTest::keyClick(tela, Qt::Key(tecla));
+            }
         }
         QCOMPARE(tela->encerramentos, seguradas.contains(tecla) ? 0 : 1);
         tela->Unload();

@@ -166,7 +166,9 @@ TEST(TestControls, TextBoxPastesAtTheCursor) {
     Show();
     QSignalSpy moves(&box_, &TextBox::MouseMove);
     for (const bool held : {false, true}) {
-        held ? QTest::mousePress(&box_, Qt::LeftButton, {}, {1, 10}) : void();
+        if (held) {
+            QTest::mousePress(&box_, Qt::LeftButton, {}, {1, 10});
+        }
         moves.clear();
         QTest::mouseMove(&box_, {20, 10});  // the one that brings the pointer may not be told
         QTest::mouseMove(&box_, {40, 10});
