@@ -157,7 +157,7 @@ TEST(TestAntigos, ADeletedRowIsGone) {
 
 TEST(TestAntigos, Refuses) {
     for (const auto& [bytes, why] : Each<QByteArray, QString>{
-             {"nothing in it", {}, "está vazio"},
+             {"nothing in it", {}, "velho.mdb\" está vazio."},
              {"another file", "PK\3\4 what else", "não começa como um arquivo .mdb"},
              {"enciphered as a whole", Coded(whole_, "any key"), "cifrado por inteiro"},
              {"a newer format", With(4, "Standard ACE DB"), "é de um formato mais novo"},
@@ -187,8 +187,8 @@ TEST(TestAntigos, Refuses) {
 
 TEST(TestAntigos, Readers) {
     for (const auto& [script, why] : Each<QString, QString>{
-             {"crashes", "kill -SEGV $$", "falhou no meio"},
-             {"says nothing", "exec sleep 60", "parou no meio"},
+             {"crashes", "kill -SEGV $$", "mdb\" falhou no meio"},
+             {"says nothing", "exec sleep 60", "mdb\" parou no meio"},
              {"ends early", "printf 'TARVOMDB1\\n'", "falhou no meio"},
              {"says something else", "printf 'TARVOMDB9\\nZ\\4\\0\\0\\0\\0\\0\\0\\0'",
               "falhou no meio"},

@@ -226,6 +226,8 @@ TEST(TestPlanilhas, TheProgram) {
     Ends({In("nada"), In("b")}, u"2 *Não há \"%1\"*"_s.arg(In("nada")));
     Ends({from, In("nada/b")}, "2 *Não há pasta*");
     Ends({from, "--conferir"}, "0 *Conferido; nada foi gravado.\n");
+    QCOMPARE(SaidBy(u"env"_s, {"TMPDIR=/dev/null", Program, from, "--conferir"}),
+             u"2 tarvo-importar: Não há onde gravar arquivos temporários.\n"_s);
     QDir().mkpath(order_.folder);
     Ends({from, order_.folder}, "0 *Catálogo criado*");
     Ends({from, order_.folder}, "2 *\" já existe e não é uma pasta vazia*");
