@@ -128,10 +128,14 @@ TEST(TestGaleria, aPictureThatIsNoneEmptiesItsOwnThumbnail) {
     const QString pasta = janela_->catalogo.Pasta() + u"/FotoPeca/"_s;
     WritePicture(pasta + u"cilindros.png"_s, {300, 200});
     Write(pasta + u"molas.png"_s, "not a picture");
+    Executar(Inserir("FOTOPECAPESQUISA", {"4, 'X', NULL", "5, 'Y', NULL"}));
     janela_->Abrir();
     const auto vazia = [](int i) {
         return Achar<forms::Picture>(Busca, u"imgFigura(%1)"_s.arg(i))->Pixmap().isNull();
     };
     QVERIFY(!vazia(0) && vazia(1) && vazia(2));
     QCOMPARE(Legenda(1), u"Molas"_s);
+    Teclar(Qt::Key_Right, 4);  // all of them one place to the left
+    QVERIFY(vazia(0));
+    QCOMPARE(Legenda(0), u"Molas"_s);
 }
