@@ -79,7 +79,11 @@ TEST(TestPesquisa, aCopiedListTellsWhatShortenedIt) {
     };
     Escolher(Busca, "cboTipo", "Peças");
     Digitar(Busca, "txtNumeroTarvo", "1200");
-    QCOMPARE(primeira("grdPesquisa1"), u"Só as linhas com Nº Tarvo: 1200; Tipo: Peças"_s);
+    Escolher(Busca, "cboNumeroClienteConcorrente", "Nº Bravil");
+    QCOMPARE(Copiada(Busca, "grdPesquisa1"),
+             u"Só as linhas com Nº Tarvo: 1200; Tipo: Peças / "
+             "Nº Tarvo|Descrição|Nº do cliente|Tipo / "
+             "12002|Válvula relé|A71|Peça / 12002|Válvula relé|A72|Peça"_s);
     Escolher(Busca, "cboTipo", "TODOS OS TIPOS");
     Digitar(Busca, "txtNumeroTarvo", "");
     QCOMPARE(primeira("grdPesquisa1"), u"Nº Tarvo|Descrição|Nº do cliente|Tipo"_s);
