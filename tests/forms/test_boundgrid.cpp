@@ -215,6 +215,7 @@ TEST(TestBoundGrid, PaintsRows) {
         QCOMPARE(colour(x, theme.rowPixels - 1), theme.rowLine);
         QCOMPARE(colour(x, theme.rowPixels + 1), theme.base);
     }
+    QVERIFY(Shows(view, theme.selectionText, {0, 0, 160, theme.rowPixels}).isValid());
     const QRect cut = Shows(view, theme.text, {0, theme.rowPixels, 160, theme.rowPixels});
     QVERIFY(cut.left() >= 5 && cut.left() < 8 && cut.right() < 155 && cut.right() > 135);
     const QRect code = Shows(view, theme.text, {160, theme.rowPixels, 356, theme.rowPixels});
