@@ -112,7 +112,6 @@ private:
         edit->setFrameShape(QFrame::NoFrame);
         edit->viewport()->setAutoFillBackground(false);
         edit->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-        edit->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
         edit->setTabChangesFocus(true);
         edit->setPlainText(text);
         edit->document()->setDocumentMargin(0);
