@@ -2,7 +2,7 @@
 
 #include "platform/forms/font.h"
 #include "platform/forms/theme.h"
-#include "support/test.h"
+#include "support/windows.h"
 
 #include <QBitmap>
 #include <QCursor>
@@ -146,9 +146,12 @@ TEST(TooltipTest, LugarEPintura) {
         QVERIFY2(papel.contains(tinta) && tinta.width() > papel.width() - 5 &&
                      tinta.height() > papel.height() - 12,
                  qPrintable(QDebug::toString(tinta)));
-        const QPoint roda = papel.topLeft() + QPoint(2, linha / 2);
-        QVERIFY(sinal == 0 || imagem.pixelColor(roda) == sinais[sinal]);
-        QVERIFY(sinal == 0 || imagem.pixelColor(roda + QPoint(6, 0)) != sinais[sinal]);  // letter
+        QVERIFY(Shows(*janela, QColor(0x10, 0x10, 0x10), papel.adjusted(recuo, 0, 0, 0)).isValid());
+        const QRect sinalEm = Shows(*janela, sinais[sinal], papel);
+        const QRect roda(0, (linha - 16) / 2, 16, 16);
+        QVERIFY(sinal == 0 || roda.adjusted(1, 1, -1, -1) == sinalEm);
+        QVERIFY(sinal == 0 || imagem.pixelColor(papel.topLeft() + QPoint(8, linha / 2)) !=
+                                  sinais[sinal]);  // its letter
         Sair();
         QVERIFY(!janela->isVisible());
     }
@@ -161,6 +164,8 @@ TEST(TooltipTest, EsperaEVida) {
     QWidget* janela = Criar(dica, 65, 1, u"Última Verificação: nunca"_s, u"Verificar"_s);
     QCOMPARE(janela->accessibleName(), u"Verificar"_s);
     QCOMPARE(janela->accessibleDescription(), u"Última Verificação: nunca"_s);
+    QTest::qWait(100);
+    QVERIFY(!janela->isVisible());
     Mover(dentro_);
     QVERIFY(!janela->isVisible());
     QTRY_VERIFY(janela->isVisible());
