@@ -18,7 +18,9 @@ struct TestConfiguracoes : ComUsuario {
     static frmConfiguracoes& Mostrar() {
         auto* tela = new frmConfiguracoes;
         tela->Show();
-        [[maybe_unused]] const bool ativa = QTest::qWaitForWindowActive(tela);
+        if (!QTest::qWaitForWindowActive(tela)) {
+            qFatal("the dialog did not become active");
+        }
         return *tela;
     }
 
