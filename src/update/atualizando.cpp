@@ -164,7 +164,6 @@ void frmAtualizando::AbrirPasso(quint8 sPasso, qint64 maximo) {
     imgBordaBarraAtualizacao.at(sPasso)->show();
     imgBarraAtualizacao.at(sPasso)->show();
     barras_.at(sPasso) = {maximo, 0};
-    AtualizarProgressBar(sPasso);
 }
 
 void frmAtualizando::MostrarEspera(const QString& porQuem) {

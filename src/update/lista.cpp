@@ -124,7 +124,9 @@ void ListasDaAtualizacao::LerLinha(const QString& linha, bool exigeSha256) {
     }
     ArquivoAtualizacao& arquivo = arquivos.at(lugares_.value(chave));
     arquivo.Sha256 = sha256;
-    arquivo.Bytes = sha256.isEmpty() ? 0 : convert::ToInt32(LerCampo(campos, CampoTamanho));
+    if (!sha256.isEmpty()) {
+        arquivo.Bytes = convert::ToInt32(LerCampo(campos, CampoTamanho));
+    }
 }
 
 void ConferirNome(const QString& nome) {
