@@ -168,31 +168,36 @@ TEST(TestInstalacao, MarksAndBars) {
 }
 
 // What a window is told: each step with all that it has to do, the pieces, the end; and whether it
-// may be broken off. Who breaks it off all the same keeps the lines that ran.
+// may be broken off. Who breaks it off in a script all the same keeps the lines that ran.
 TEST(TestInstalacao, Tells) {
-    for (const auto& [broken] : Each<bool>{{"whole", false}, {"broken off", true}}) {
+    for (const auto& [brokenOffAt, failure, state] : Each<QString, QString, QString>{
+             {"when all is done", "4. ", "", "3/1 2 nova outra 0"},
+             {"before the first file", "2. ", "18 Interrompido pelo usuário", "1/0 0 velha none 0"},
+             {"in the script", "4+1 ", "18 Interrompido pelo usuário (dois.txt, linha 2)",
+              "1/0 2 nova outra 0"},
+         }) {
         Apply({Script({Insert(20, "Bravil"), Insert(21, "Zenpar")})});
         Instalacao installation(false);
-        const bool breaks = broken;
         QString told;
-        connect(&installation, &Instalacao::PassoAberto, this, [&](quint8 step, qint64 whole) {
-            told +=
-                u"%1/%2%3 "_s.arg(step).arg(whole).arg(installation.PodeInterromper() ? u"?" : u"");
-        });
-        connect(&installation, &Instalacao::Avancou, this, [&](quint8 step, qint64 piece) {
-            told += u"%1+%2 "_s.arg(step).arg(piece);
-            if (breaks && step == 4) {
+        const auto tell = [&, at = brokenOffAt](const QString& what) {
+            told += what;
+            if (what == at) {
                 installation.Interromper();
             }
+        };
+        connect(&installation, &Instalacao::PassoAberto, this, [&](quint8 step, qint64 whole) {
+            tell(u"%1/%2%3 "_s.arg(step).arg(whole).arg(installation.PodeInterromper() ? u"?"
+                                                                                       : u""));
         });
+        connect(&installation, &Instalacao::Avancou, this,
+                [&](quint8 step, qint64 piece) { tell(u"%1+%2 "_s.arg(step).arg(piece)); });
         connect(&installation, &Instalacao::PassoConcluido, this,
-                [&](quint8 step) { told += u"%1. "_s.arg(step); });
-        QCOMPARE(SaidBy([&] { installation.Atualizar(1, 3); }),
-                 broken ? u"18 Interrompido pelo usuário (dois.txt, linha 2)"_s : QString());
+                [&](quint8 step) { tell(u"%1. "_s.arg(step)); });
+        QCOMPARE(SaidBy([&] { installation.Atualizar(1, 3); }), failure);
         const QString whole =
-            u"1/3? 1+1 1+1 1. 2/9? 2+4 2+120 2+5 2. 3/3 3+1 3+1 3+1 3. 4/3 4+1 "_s;
-        QCOMPARE(told, broken ? whole : whole + u"4+1 4. "_s);
-        QCOMPARE(State(), broken ? u"1/0 2 nova outra 0"_s : u"3/1 2 nova outra 0"_s);
+            u"1/3? 1+1 1+1 1. 2/9? 2+4 2+120 2+5 2. 3/3 3+1 3+1 3+1 3. 4/3 4+1 4+1 4. "_s;
+        QCOMPARE(told, whole.first(whole.indexOf(brokenOffAt) + brokenOffAt.size()));
+        QCOMPARE(State(), state);
     }
 }
 
