@@ -88,7 +88,6 @@ private:
 
     QWidget* Botoes() {
         auto* caixa = new QDialogButtonBox(this);
-        caixa->setCenterButtons(true);
         auto* ok = caixa->addButton(u"OK"_s, QDialogButtonBox::ActionRole);
         auto* cancelar = caixa->addButton(u"&Cancelar"_s, QDialogButtonBox::ActionRole);
         ok->setDefault(true);

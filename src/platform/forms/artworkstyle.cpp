@@ -152,7 +152,6 @@ QByteArray ResolveStyles(const QByteArray& svg, const QString& sheets) {
     QXmlStreamReader in(svg);
     in.setNamespaceProcessing(false);  // the renderer asks for the names as they are written
     QXmlStreamWriter out(&result);
-    out.setAutoFormatting(false);
     while (!in.atEnd()) {
         switch (in.readNext()) {
             case QXmlStreamReader::StartElement: {

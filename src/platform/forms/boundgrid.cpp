@@ -37,22 +37,15 @@ BoundGrid::BoundGrid(const QString& name, const QString& accessibleName, QWidget
     export_ = new ListExport(this, model_);
 
     setShowGrid(false);
-    setWordWrap(false);
-    setCornerButtonEnabled(false);
     setTabKeyNavigation(false);
-    setEditTriggers(NoEditTriggers);
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
-    setVerticalScrollMode(ScrollPerItem);
 
     horizontalHeader()->hide();
     horizontalHeader()->setMinimumSectionSize(1);
-    horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     horizontalHeader()->setStretchLastSection(true);  // lines and highlight go to the edge
     verticalHeader()->hide();
-    verticalHeader()->setMinimumSectionSize(1);
     verticalHeader()->setDefaultSectionSize(CurrentTheme().rowPixels);
-    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
 }
 
 BoundGrid::~BoundGrid() = default;

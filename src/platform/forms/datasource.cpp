@@ -60,11 +60,7 @@ void DataSource::OpenIfPending() {
     }
 }
 
-void DataSource::timerEvent(QTimerEvent* event) {
-    if (event->timerId() != idle_.timerId()) {
-        QObject::timerEvent(event);
-        return;
-    }
+void DataSource::timerEvent(QTimerEvent*) {
     idle_.stop();  // an error in the reading ends it
     if (std::exchange(yields_, false) || !recordset_->ReadFor(Slice)) {
         idle_.start(0, this);

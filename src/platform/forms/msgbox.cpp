@@ -76,7 +76,6 @@ class Box : public QDialog {
 public:
     Box(const QString& text, int flags, const QString& title) {
         setWindowTitle(title);
-        setObjectName(u"MsgBox"_s);
         setAccessibleName(text);
         auto* layout = new QGridLayout(this);
         layout->setContentsMargins(18, 16, 18, 14);
@@ -126,7 +125,6 @@ private:
 
     QWidget* MakeButtons(int flags) {
         auto* box = new QDialogButtonBox(this);
-        box->setCenterButtons(true);
         if ((flags & 0x0f) == vbYesNo) {
             answer_ = vbNo;
             AddButton(box, u"&Sim"_s, vbYes, !(flags & vbDefaultButton2));

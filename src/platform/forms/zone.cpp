@@ -46,25 +46,12 @@ private:
     ClickZone* zone_;
 };
 
-class AccessibleText : public QAccessibleWidget {
-public:
-    explicit AccessibleText(Label* label)
-        : QAccessibleWidget(label, QAccessible::StaticText), label_(label) {}
-
-    QString text(QAccessible::Text kind) const override {
-        return kind == QAccessible::Name ? label_->Text() : QAccessibleWidget::text(kind);
-    }
-
-private:
-    Label* label_;
-};
-
 QAccessibleInterface* MakeAccessible(const QString&, QObject* object) {
     if (auto* zone = qobject_cast<ClickZone*>(object)) {
         return new AccessibleButton(zone);
     }
     if (auto* label = qobject_cast<Label*>(object)) {
-        return new AccessibleText(label);
+        return new QAccessibleWidget(label, QAccessible::StaticText);
     }
     if (auto* picture = qobject_cast<Picture*>(object)) {
         return new QAccessibleWidget(picture, QAccessible::Graphic);
