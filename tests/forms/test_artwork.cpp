@@ -53,6 +53,8 @@ TEST(TestArtwork, PartsFitTheWholeWithoutASeam) {
             QPainter painter(&image);
             painter.translate(corner + part.topLeft());  // as a child widget's painter is
             artwork->Paint(painter, QRect(QPoint(), part.size()), part, state);
+            QCOMPARE(painter.transform(), QTransform::fromTranslate(0, 0).translate(
+                                              corner.x() + part.x(), corner.y() + part.y()));
         };
         paint(whole, Artwork::State::Rest);
         const QImage atRest = image.copy();

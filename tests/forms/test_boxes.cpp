@@ -32,16 +32,21 @@ TEST(TestBoxes, AskAndTell) {
          }) {
         WithNextBox([&](QDialog& box) {
             QVERIFY(QTest::qWaitForWindowActive(&box) && IsBoxOpen());
+            const QPoint aside = box.geometry().center() - box.screen()->geometry().center();
+            QVERIFY(aside.manhattanLength() < 60);
             QCOMPARE(box.windowTitle() + box.accessibleName(), u"Título"_s + said);
             auto* sign = box.findChild<QLabel*>();
-            QCOMPARE(sign->pixmap().toImage().pixelColor(4, 20), ground);
+            const QImage drawn = sign->pixmap().toImage();
+            QCOMPARE(drawn.pixelColor(4, 20), ground);
+            QCOMPARE(drawn.pixelColor(0, 0).alpha(), 0);
+            QCOMPARE(Shows(*sign, ground), QRect(2, 2, 36, 36));
             QVERIFY(Shows(*sign, ground == theme.lit ? theme.text : theme.primaryText).isValid());
             const QWidget* text = box.findChildren<QLabel*>().last();
             QSize size(220, 40);
             if (const auto* edit = box.findChild<QTextEdit*>()) {
                 const int all = qCeil(edit->document()->size().height()) + 2;
                 size = {440 + theme.scrollPixels, std::clamp(all, 40, 320)};
-                QCOMPARE(edit->toPlainText(), said);
+                QCOMPARE(edit->document()->textWidth(), 440);
                 text = edit;
             }
             QCOMPARE(text->size(), size);
@@ -58,6 +63,14 @@ TEST(TestBoxes, AskAndTell) {
                 QCOMPARE(button->hasFocus(), button->isDefault());
             }
             QCOMPARE(buttons, answer == vbOK ? List("OK") : List("&Sim", "&Não"));
+            if (auto* edit = box.findChild<QTextEdit*>()) {  // to be read, and left by Tab
+                edit->setFocus();
+                QTest::keyClick(edit, Qt::Key_X);
+                QTest::keyClick(edit, Qt::Key_Tab);
+                QVERIFY(!edit->hasFocus());
+                QVERIFY(Shows(*edit->viewport(), theme.base).isNull());
+            }
+            QCOMPARE(text->property(size.width() == 220 ? "text" : "plainText"), said);
             QTest::keyClick(key == Qt::Key_Space ? QApplication::focusWidget() : &box, Qt::Key(key),
                             key == Qt::Key_S ? Qt::AltModifier : Qt::NoModifier);
         });
@@ -74,16 +87,19 @@ TEST(TestBoxes, Progress) {
     const auto* label = box.findChild<QLabel*>();
     const auto* bar = box.findChild<QProgressBar*>();
     auto* button = box.findChild<QPushButton*>();
-    for (const auto& [done, total] : {std::pair(0, 0), std::pair(1, 4), std::pair(4, 4)}) {
+    for (const auto& [done, total] : {std::pair(0, 0), std::pair(1, 4), std::pair(1, 1)}) {
         const QString said = u"Lendo %1"_s.arg(done);
         QVERIFY(box.Look(said, done, total) && box.isVisible() && box.isModal());
-        QCOMPARE(label->text() + box.accessibleName(), said + said);
-        QCOMPARE(bar->maximum(), total * 250);
-        QCOMPARE(std::max(bar->value(), 0), done * 250);
+        QCOMPARE(label->text() + box.accessibleName() + box.windowTitle(),
+                 said + said + ProgramTitle());
+        QCOMPARE(bar->maximum(), total > 0 ? 1000 : 0);
+        QCOMPARE(std::max(bar->value(), 0), total > 0 ? 1000 * done / total : 0);
     }
     QCOMPARE(Gaps(box, Qt::Vertical, {label, bar, button}), u"16 12 12 14"_s);
     QCOMPARE(Gaps(box, Qt::Horizontal, {bar}), u"18 18"_s);
     QCOMPARE(box.width(), 320);
+    const QPoint aside = box.geometry().center() - box.screen()->geometry().center();
+    QVERIFY(aside.manhattanLength() < 60);
     QCOMPARE(button->text(), u"Cancelar"_s);
     QTest::mouseClick(button, Qt::LeftButton);
     QVERIFY(!box.Look(u"Lendo"_s, 1, 4));

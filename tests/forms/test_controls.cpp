@@ -1,8 +1,10 @@
+#include "platform/forms/elide.h"
 #include "platform/forms/theme.h"
 #include "support/windows.h"
 
 #include <QAbstractItemView>
 #include <QAccessible>
+#include <QBitmap>
 #include <QClipboard>
 #include <QFileIconProvider>
 #include <QHelpEvent>
@@ -42,11 +44,13 @@ TEST(TestControls, ComboAnnouncesWhatWasChosen) {
     QCOMPARE(ErrorOf([&] { combo_.SelectedItemData(); }), 9);
     combo_.SetListIndex(0);
     combo_.SetListIndex(0);
+    QCOMPARE(combo_.SelectedItemData(), -5);
     combo_.SetListIndex(7);
     QCOMPARE(combo_.SelectedItemData(), 65);
     combo_.SetListIndex(-1);
     QCOMPARE(clicks_, (QList{0, 7}));
     QCOMPARE(ErrorOf([&] { combo_.SetListIndex(300); }), 9);
+    QCOMPARE(ErrorOf([&] { combo_.SetListIndex(-2); }), 9);
     QCOMPARE(ErrorOf([&] { combo_.ItemData(300); }), 9);
 
     combo_.setFocus();
@@ -116,6 +120,10 @@ TEST(TestControls, TipsShowTheWholeText) {
         Label label(u"lblInf"_s, &window_);
         label.resize(100, 15);
         label.SetText(text);
+        const int number = label.fontMetrics().horizontalAdvance(text.mid(text.indexOf(u"  "_s)));
+        QCOMPARE(ElidedLine(text, label.fontMetrics(), number * 31 / 20).endsWith(u"12002"_s),
+                 text.contains(u"12002"_s));
+        QVERIFY(!ElidedLine(text, label.fontMetrics(), number * 29 / 20).endsWith(u"12002"_s));
         combo_.resize(100, 21);
         combo_.AddItem(text);
         combo_.SetListIndex(combo_.ListCount() - 1);
@@ -141,6 +149,7 @@ TEST(TestControls, TextBoxTakesAnyText) {
     for (const auto& [pasted, text] : Each<QString, QString>{
              {"copied cell", "81.50410\r\n", "81.50410"},
              {"lines", "a\r\nb\nc\td", "a b c d"},
+             {"line end first", "\r\nb", " b"},
              {"control", u"a\u0000b\u0007c\u009fd"_s, "abcd"},
              {"separators", "a\u2028b\u2029", "a b"},
              {"emoji", "🔧 peça 👩‍🔧", "🔧 peça 👩‍🔧"},
@@ -164,6 +173,10 @@ TEST(TestControls, TextBoxPastesAtTheCursor) {
     QCOMPARE(box_.text(), u"início meio fim"_s);
     QCOMPARE(box_.cursorPosition(), 12);
     Show();
+    combo_.setFocus();
+    QTest::keyClick(&combo_, Qt::Key_Tab);
+    QCOMPARE(box_.selectedText(), u"início meio fim"_s);
+    box_.deselect();
     QSignalSpy moves(&box_, &TextBox::MouseMove);
     for (const bool held : {false, true}) {
         if (held) {
@@ -182,6 +195,7 @@ TEST(TestControls, ToolkitSpeaksPortuguese) {
     QCOMPARE(QLineEdit::tr("Select All"), u"Selecionar tudo"_s);
     QCOMPARE(QFileIconProvider().type(QFileInfo(QDir::tempPath())), u"Pasta"_s);
     QCOMPARE(QFileIconProvider().type(QFileInfo(QDir::rootPath())), u"Unidade"_s);
+    QCOMPARE(QLocale().toString(0.5), u"0,5"_s);
 }
 
 // Arrows, track, thumb, wheel and keys, each once; a drag tells its end only.
@@ -260,6 +274,7 @@ TEST(TestControls, ChangesAreSeen) {
     QPixmap red(40, 40);
     red.fill(Qt::red);
     const auto drawing = Artwork::Load(u"icone"_s);
+    const QImage blank = zone.grab().toImage();
     const std::pair<QWidget*, std::function<void()>> changes[] = {
         {&label, [&] { label.SetText(u"depois"_s); }},
         {&label, [&] { label.SetForeColor(Qt::red); }},
@@ -276,6 +291,7 @@ TEST(TestControls, ChangesAreSeen) {
         QTRY_VERIFY(paints.count > 0);
     }
     QVERIFY(Shows(label, Qt::red).isValid() && Shows(picture, Qt::red).isValid());
+    QVERIFY(zone.grab().toImage() != blank);
 }
 
 TEST(TestControls, TheKeyboardsPlace) {
@@ -293,11 +309,12 @@ TEST(TestControls, TheKeyboardsPlace) {
     for (QWidget* control : std::initializer_list<QWidget*>{&button, &tick, &bar}) {
         QVERIFY(Shows(*control, theme.focus).isNull());
         control->setFocus();
-        QVERIFY(Shows(*control, theme.focus, {10, control->height() - 2, 20, 2}).isValid());
-        // A ring has four sides.
-        QCOMPARE(Shows(*control, theme.focus, {0, 10, 2, 5}).isValid(), control == &button);
-        QCOMPARE(Shows(*control, theme.focus, {20, 0, 10, 2}).isValid(), control == &button);
+        const QRect line(0, control->height() - 2, control->width(), 2);
+        QCOMPARE(Shows(*control, theme.focus), control == &button ? button.rect() : line);
+        QVERIFY(Shows(*control, theme.focus, {10, 10, 20, 5}).isNull());
+        QCOMPARE(Shows(*control, theme.base).isValid(), control == &button);  // on a dark drawing
     }
+    QVERIFY(Shows(bar, theme.scrollHandle).isValid());
     // An arrow that leads nowhere is pale.
     for (const int value : {1, 3, 5}) {
         bar.SetValue(value);
@@ -313,4 +330,10 @@ TEST(TestControls, TheKeyboardsPlace) {
     QVERIFY(Shows(combo_, theme.disabledText, text).isNull());
     QCOMPARE(Shows(combo_, theme.text, text), hint);
     QVERIFY(Shows(combo_, theme.text, {144, 2, 16, 17}).isValid());  // the arrow
+    QCOMPARE(Shows(combo_, theme.border), combo_.rect());
+    combo_.AddItem(QString(99, u'H'));
+    combo_.SetListIndex(1);
+    const QPixmap line = combo_.grab({2, 2, 140, 17});
+    const int end = QRegion(line.createMaskFromColor(theme.base)).boundingRect().right();
+    QVERIFY(end > 120 && end < 137);  // not under the arrow
 }

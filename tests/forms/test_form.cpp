@@ -136,6 +136,64 @@ TEST(TestForm, FailedLoadLeavesNothing) {
     QVERIFY(screen_.isNull());
 }
 
+// Whatever stands on a screen keeps the mouse to itself, disabled or not; all but the light over a
+// button.
+TEST(TestForm, ControlsKeepTheMouse) {
+    QWidget* picture = screen_->Picture();
+    forms::LitPicture light(u"imgSairSelecionada"_s, forms::Artwork::Load(u"icone"_s), picture);
+    // What a click and a move are told as, and whether the click brings the keyboard.
+    const std::tuple<QWidget*, QString, bool> controls[] = {
+        {Zone(u"imgSair"_s, {}), u"imgSair down click move"_s, false},
+        {new forms::Panel(u"pctA"_s, {}, picture), u"pctA down click move"_s, true},
+        {new forms::Picture(u"imgA"_s, {}, picture), u"imgA down click move"_s, false},
+        {new forms::Label(u"lblA"_s, picture), u"lblA down click move"_s, false},
+        {new forms::TextBox(u"txtA"_s, {}, picture), u"txtA move"_s, true},
+        {new forms::ComboList(u"cboA"_s, {}, picture), u"cboA"_s, true},
+        {new forms::ScrollBar(u"sclA"_s, Qt::Horizontal, picture), u"sclA"_s, false},
+    };
+    QStringList heard;
+    const auto hear = [&](auto* from, auto signal, const QString& what) {
+        connect(from, signal, this, [&heard, what] { heard += what; });
+    };
+    int top = 0;
+    for (const auto& [control, told, takes] : controls) {
+        control->setGeometry(20, top += 50, 100, 30);
+        if (auto* zone = qobject_cast<forms::Zone*>(control)) {
+            hear(zone, &forms::Zone::MouseDown, u"down"_s);
+            hear(zone, &forms::Zone::Click, u"click"_s);
+            hear(zone, &forms::Zone::MouseMove, u"move"_s);
+        } else if (auto* box = qobject_cast<forms::TextBox*>(control)) {
+            hear(box, &forms::TextBox::MouseMove, u"move"_s);
+        }
+    }
+    light.setGeometry(20, 50, 100, 30);
+    light.raise();
+    hear(screen_.data(), &Form::Click, u"form"_s);
+    hear(screen_.data(), &Form::MouseMove, u"form move"_s);
+    screen_->Show();
+    QVERIFY(!light.isVisible() &&
+            light.grab().toImage() != std::get<0>(controls[1])->grab().toImage());
+    light.show();
+    for (const auto& [control, told, takes] : controls) {
+        const QPoint place = control->geometry().center();
+        QWidget& hit = *screen_->childAt(picture->mapTo(screen_, place));
+        heard = List(hit.objectName());
+        picture->setFocus();
+        QTest::mouseClick(&hit, Qt::LeftButton);
+        if (QWidget* list = QApplication::activePopupWidget()) {
+            list->close();
+        }
+        MoveTo(*screen_, place);
+        heard.removeDuplicates();
+        QCOMPARE(heard.join(u' '), told);
+        QCOMPARE(control->hasFocus(), takes);
+        control->setEnabled(false);
+        heard.clear();
+        QTest::mouseClick(&hit, Qt::LeftButton);
+        QCOMPARE(heard, QStringList());
+    }
+}
+
 TEST(TestForm, ClicksReachWhatTheyHit) {
     QStringList heard;
     ClickZone& zone = *Zone(u"imgSair"_s, {27, 509, 45, 31});
@@ -166,6 +224,7 @@ TEST(TestForm, ClicksReachWhatTheyHit) {
     zone.hide();
     zone.show();
     QTest::mouseDClick(&zone, Qt::LeftButton);
+    QTest::mouseRelease(&zone, Qt::LeftButton);
     QCOMPARE(heard, QStringList());
 
     QTest::mouseMove(&zone);
@@ -203,6 +262,9 @@ TEST(TestForm, NobodyEntersUnasked) {
     QCOMPARE(heard, List("key", "in", "out"));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_X);
     QCOMPARE(box.text(), QString());
+    panel.show();
+    box.setFocus();
+    QCOMPARE(heard.last(), u"in"_s);
 }
 
 TEST(TestForm, PictureStandsInTheMiddle) {
@@ -218,6 +280,21 @@ TEST(TestForm, PictureStandsInTheMiddle) {
     auto* area = screen_->findChild<QScrollArea*>();
     QVERIFY(area->verticalScrollBar()->maximum() >= 120);
     QVERIFY(area->horizontalScrollBar()->maximum() >= 160);
+    screen_->Minimize();
+    QVERIFY(screen_->isMinimized());
+    screen_->Show();
+    QVERIFY(!screen_->isMinimized());
+
+    // Each finds its place again where the scale has changed.
+    auto* splash = new Screen(u"splash"_s, Form::Kind::Splash);
+    splash->Show();
+    splash->move(0, 0);
+    Form::PlaceAllAnew();
+    const QRect whole = screen_->screen()->availableGeometry();
+    QVERIFY(screen_->isMaximized());
+    QCOMPARE(screen_->geometry(), whole);
+    QCOMPARE(splash->size(), QSize(300, 200));
+    QVERIFY((splash->geometry().center() - whole.center()).manhattanLength() < 3);
 }
 
 // An error, an inner piece of work, a box and a modal screen come between begin and end.

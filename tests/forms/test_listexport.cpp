@@ -4,6 +4,7 @@
 
 #include <QClipboard>
 #include <QContextMenuEvent>
+#include <QFileDialog>
 #include <QMenu>
 #include <QPushButton>
 
@@ -56,15 +57,15 @@ struct TestListExport : Fixture {
 
 TEST(TestListExport, CopiesAndSaves) {
     Scene scene(file_.Path(), Few);
-    QTest::keyClick(&scene.grid, Qt::Key_Down);
+    QTest::keyClick(&scene.grid, Qt::Key_End);
     QTest::keyClick(&scene.grid, Qt::Key_C, Qt::ControlModifier);
-    QCOMPARE(Clipboard(), u"12a\t-3\tAnel; \"O\""_s);
+    QCOMPARE(Clipboard(), u"14\t0,0000001\tduas linhas"_s);
     QTest::keyClick(&scene.grid, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
     const QString list =
         u"Item\tQuantidade\tDescrição; nome\n1\t2,5\t=1+1\n12a\t-3\tAnel; \"O\"\n13\t\t\n"
         "14\t0,0000001\tduas linhas\n"_s;
     QCOMPARE(Clipboard(), list);
-    QCOMPARE(scene.grid.currentIndex().row(), 1);
+    QCOMPARE(scene.grid.currentIndex().row(), 3);
 
     scene.grid.Export().SetNote([] { return u"Só os do jogo \"X\""_s; });
     scene.grid.Export().CopyList();
@@ -75,6 +76,18 @@ TEST(TestListExport, CopiesAndSaves) {
         "12a;-3;\"Anel; \"\"O\"\"\"\r\n13;;\r\n14;0,0000001;\"duas\nlinhas\"\r\n";
     QCOMPARE(sys::ReadBytes(scene.path), "\xEF\xBB\xBF\"Só os do jogo \"\"X\"\"\"\r\n" + rows);
     QCOMPARE(scene.Names(), List("lista.csv"));
+
+    forms::SetSavePathHandler({});
+    WithNextBox([&](QDialog& box) {
+        auto& dialog = dynamic_cast<QFileDialog&>(box);
+        QCOMPARE(dialog.windowTitle() + dialog.nameFilters().join(u'|'),
+                 u"Salvar listaPlanilhas CSV (*.csv)"_s);
+        QCOMPARE(QFileInfo(dialog.selectedFiles().first()).fileName(), u"lista.csv"_s);
+        dialog.selectFile(scene.folder.filePath(u"outra"_s));
+        box.accept();
+    });
+    scene.grid.Export().SaveList();
+    QCOMPARE(scene.Names(), List("lista.csv", "outra.csv"));
 }
 
 TEST(TestListExport, MenuByMouseAndByKeys) {

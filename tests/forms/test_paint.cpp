@@ -1,8 +1,12 @@
 #include "platform/forms/densepicture.h"
+#include "platform/forms/font.h"
 #include "platform/forms/picturefile.h"
 #include "platform/forms/scale.h"
 #include "platform/forms/theme.h"
 #include "support/windows.h"
+
+#include <QImageWriter>
+#include <QRegularExpression>
 
 using namespace forms;
 
@@ -23,7 +27,9 @@ TEST(TestPaint, ThemeReachesEverything) {
                     theme.selection, theme.selectionText, theme.text, theme.disabledText}));
     QCOMPARE(palette.color(QPalette::Disabled, QPalette::Text), theme.disabledText);
     QCOMPARE(QApplication::font().pixelSize(), theme.textPixels);
-    QVERIFY(!qApp->styleSheet().contains(u'@'));
+    QVERIFY(Font(theme.textPixels, true).bold() && !Font(theme.textPixels).bold());
+    // Each value in the place of its whole name.
+    QVERIFY(!qApp->styleSheet().contains(QRegularExpression(u"@|#[0-9a-f]{6}\\w"_s)));
 }
 
 // Pictures are made smaller to fit, never larger, in the screen's own pixels.
@@ -48,8 +54,19 @@ TEST(TestPaint, PictureFiles) {
     QCOMPARE(ErrorOf([&] { LoadPicture(folder.filePath(u"texto.png"_s), {}, 1); }), 481);
     QCOMPARE(ErrorOf([&] { LoadPicture(folder.path(), {}, 1); }), 53);
     // By its content, whatever it is called, and anew when it changes.
-    WritePicture(folder.filePath(u"40x20.png"_s), {30, 30}, Qt::red, "jpg");
-    QCOMPARE(LoadPicture(folder.filePath(u"40x20.png"_s), {100, 100}, 1).size(), QSize(30, 30));
+    for (const auto& [format, side] : {std::pair("jpg", 50), std::pair("png", 30)}) {
+        const QString file = folder.filePath(u"foto.jpg"_s);
+        WritePicture(file, {side, side}, Qt::red, format);
+        QCOMPARE(LoadPicture(file, {100, 100}, 1).size(), QSize(side, side));
+    }
+    // A camera that was held upright says so.
+    const QString turned = folder.filePath(u"alto.jpg"_s);
+    QImageWriter camera(turned, "jpg");
+    camera.setTransformation(QImageIOHandler::TransformationRotate90);
+    QVERIFY(camera.write(QImage(40, 20, QImage::Format_RGB32)));
+    QCOMPARE(LoadPicture(turned, {100, 100}, 1).size(), QSize(20, 40));
+    QCOMPARE(LoadPicture(turned, {10, 100}, 1).size(), QSize(10, 20));
+    QCOMPARE(LoadNaturalPicture(turned, {100, 30}).size(), QSize(20, 30));
 }
 
 TEST(TestPaint, CompanionOfThreeTimesTheSize) {
@@ -84,6 +101,8 @@ TEST(TestPaint, TheCompanionShowsWhereThePictureHasTooFewPixels) {
     fitted.resize(100, 80);  // in proportion, in the middle
     fitted.SetPixmap(plain, dense);
     QCOMPARE(fitted.PictureRect(), QRectF(0, 15, 100, 50));
+    fitted.resize(100, 40);
+    QCOMPARE(fitted.PictureRect(), QRectF(10, 0, 80, 40));
     for (const auto& [size, colour] :
          {std::pair(QSize(40, 20), Qt::red), std::pair(QSize(80, 40), Qt::blue)}) {
         fitted.resize(size);
