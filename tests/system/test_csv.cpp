@@ -1,6 +1,11 @@
 #include "platform/system/csv_reader.h"
 #include "platform/system/csv_writer.h"
+#include "support/cases.h"
 #include "support/database.h"
+
+static QByteArray Decoded(const QString& text) {
+    return QByteArray::fromPercentEncoding(text.toUtf8());
+}
 
 struct TestCsv : Fixture {
     QTemporaryDir folder_;
@@ -20,29 +25,9 @@ struct TestCsv : Fixture {
 };
 
 TEST(TestCsv, Reads) {
-    for (const auto& [content, rows] : Each<QByteArray, QStringList>{
-             {"semicolons", "a;b\n1;2,5\n", List("1: a|b", "2: 1|2,5")},
-             {"commas, the semicolon is text", "a,b,c\n1,x;y,\"2,5\"\n",
-              List("1: a|b|c", "2: 1|x;y|2,5")},
-             {"tabs", "a\tb\n1;2\t3", List("1: a|b", "2: 1;2|3")},
-             {"quoted separators of a heading do not count", "\"a,b,c\";d\n1;2\n",
-              List("1: a,b,c|d", "2: 1|2")},
-             {"nothing in the heading", "\na,b,c;1\n", List("2: a,b,c|1")},
-             {"a line that tells the separator", "sep=|\r\na|b;c\r\n", List("2: a|b;c")},
-             {"mark", "\xEF\xBB\xBFPeça;b\n,,,,\n", List("1: Peça|b", "2: ,,,,")},
-             {"Windows-1252", "Pe\347a;\x80;\x93\n", List("1: Peça|€|“")},
-             {"cut within a character", "Pe\347a;\xC3", List("1: Peça|Ã")},
-             {"line ends", "a;b\r\nc;d\re;f\n\n ; \ng;h",
-              List("1: a|b", "2: c|d", "3: e|f", "6: g|h")},
-             {"quoted line ends are counted", "a;b\n\"x\r\ny\nz\rw\";\"\"\n1;2\n",
-              List("1: a|b", "2: x\r\ny\nz\rw|", "6: 1|2")},
-             {"quotes", "a;\"b \"\"c\"\"\"\n1/2\" x 3;\" d \"",
-              List("1: a|b \"c\"", "2: 1/2\" x 3| d ")},
-             {"text behind a closing quote", "a;b\n\"1/2\" x;2\n3;4\n",
-              List("1: a|b", "!2: 1/2 x|2", "3: 3|4")},
-             {"nothing", "", List()},
-         }) {
-        QCOMPARE(Rows(content), rows);
+    for (auto [one] : Cases(TARVO_CASES "/reads.data")) {
+        const QByteArray rows = Decoded(one.Take(u'>').join(u'\n'));
+        QCOMPARE(Rows(Decoded(one.lines.join(u'\n'))).join(u'\n'), QString::fromUtf8(rows));
     }
 }
 
@@ -62,25 +47,13 @@ TEST(TestCsv, Refuses) {
     QCOMPARE(ErrorOf([&] { sys::CsvReader(folder_.filePath(u"nada.csv"_s)); }), 53);
 }
 
+// Each line of cells.data is a text and what is written of it, decoded as a network address is.
 TEST(TestCsv, Cells) {
-    for (const auto& [text, cell] : Each<QString, QString>{
-             {"plain", "Válvula 24 V", "Válvula 24 V"},
-             {"formula", "=1+1", "'=1+1"},
-             {"call", "@SOMA(A1)", "'@SOMA(A1)"},
-             {"sum that looks like a number", "-1+2", "'-1+2"},
-             {"plus", "+a", "'+a"},
-             {"tab in front", "\t=1", "'\t=1"},
-             {"negative number", "-10,5", "-10,5"},
-             {"two commas", "-1,2,3", "'-1,2,3"},
-             {"sign alone", "-", "'-"},
-             {"apostrophe", "'x", "''x"},
-             {"separator and quotes", "a;\"b\"", "\"a;\"\"b\"\"\""},
-             {"line end", "a\nb", "\"a\nb\""},
-             {"blank in front", "  12a", "\"  12a\""},
-             {"blank behind", "a ", "\"a \""},
-             {"empty", "", ""},
-         }) {
-        QCOMPARE(QString::fromUtf8(sys::CsvCell(text)), cell);
+    Lines lines(TARVO_CASES "/cells.data");
+    lines("empty", {"", ""});
+    for (const auto& [cells] : lines) {
+        const QString text = QString::fromUtf8(Decoded(cells.first()));
+        QCOMPARE(sys::CsvCell(text), Decoded(cells.at(1)));
         QCOMPARE(sys::FromHarmless(sys::Harmless(text)), text);
     }
 }
