@@ -4,37 +4,15 @@
 
 #include <cups/cups.h>
 
-// Everybody may do everything; jobs stay to be looked at, their attributes are written at once.
-inline constexpr char Rules[] = R"(Listen %1/socket
-Browsing Off
-DefaultAuthType None
-PreserveJobFiles Yes
-DirtyCleanInterval 0
-<Policy default>
-  <Limit All>
-    Allow all
-  </Limit>
-</Policy>
-)";
-
-inline constexpr char Places[] = R"(ServerRoot %1/root
-CacheDir %1/cache
-StateDir %1/state
-RequestRoot %1/spool
-TempDir %1/spool
-AccessLog %1/access
-ErrorLog %1/error
-PageLog %1/page
-FileDevice Yes
-)";
-
 // A print system of the test's own: scheduler, configuration, socket and queues in a temporary
 // folder. Nothing of the machine's is asked or touched.
 class PrintSystem {
 public:
     PrintSystem() {
-        Write(Path(u"cupsd.conf"_s), QString::fromLatin1(Rules).arg(folder_.path()).toUtf8());
-        Write(Path(u"cups-files.conf"_s), QString::fromLatin1(Places).arg(folder_.path()).toUtf8());
+        for (const QString& name : {u"cupsd.conf"_s, u"cups-files.conf"_s}) {
+            const QString text = sys::ReadText(QStringLiteral(TARVO_CASES "/") + name);
+            Write(Path(name), text.arg(folder_.path()).toUtf8());
+        }
         for (const QString& name : {u"root"_s, u"cache"_s, u"state"_s, u"spool"_s}) {
             QDir(folder_.path()).mkdir(name);
         }

@@ -1,5 +1,6 @@
 #include "gravador.h"
 #include "platform/forms/font.h"
+#include "support/cases.h"
 
 // The pages on a device that records, at one pixel a page unit unless a case says otherwise.
 struct TestPaginas : NoGravador {
@@ -55,31 +56,18 @@ struct TestPaginas : NoGravador {
     }
 };
 
+// Each line of breaks.data is a case: items, kits, heights of a line and of a title, and the pages.
 // With a head of 95 + 2 lines, titles of 100 + 1 and rows of 20 + 1, a line of 121 puts the
 // cursor on 2400 itself after 12 rows, and one of 135 on 2300 after 10.
 TEST(TestPaginas, breaks) {
-    for (const auto& [itens, jogos, linha, linhaDoTitulo, paginas] :
-         Each<int, int, double, double, QString>{
-             {"nothing to print", 0, 0, 50, 60, ""},
-             {"list alone", 3, 0, 50, 60, "HL3"},
-             {"up to the limit", 12, 0, 121, 60, "HL12"},
-             {"at the limit", 13, 0, 121, 60, "HL13"},
-             {"two past it", 14, 0, 121, 60, "HL13 HL1"},
-             {"one unit past it", 13, 0, 121, 61, "HL12 HL1"},
-             {"a hair past it", 13, 0, 121, 60.001, "HL12 HL1"},
-             {"kits at 2300", 10, 2, 135, 60, "HL10J1 HJ1"},
-             {"kits at 2301", 10, 2, 135, 61, "HL10 HJ2"},
-             {"kits in the middle", 3, 2, 50, 60, "HL3J2"},
-             {"kits over several pages", 1, 70, 50, 60, "HL1J25 HJ28 HJ17"},
-             {"both over several pages", 60, 30, 50, 60, "HL28 HL28 HL4J22 HJ8"},
-         }) {
-        preparar_ = [&](Gravador& gravador) {
-            gravador.alturas[10] = linha;
-            gravador.alturas[12] = linhaDoTitulo;
+    for (const auto& [cells] : Lines(TARVO_CASES "/breaks.data")) {
+        preparar_ = [&given = cells](Gravador& gravador) {
+            gravador.alturas[10] = given.at(3).toDouble();
+            gravador.alturas[12] = given.at(4).toDouble();
         };
-        DarLista(itens, jogos);
+        DarLista(cells.at(1).toInt(), cells.at(2).toInt());
         Imprimir("FD:0LC:1");
-        QCOMPARE(Paginas(), paginas);
+        QCOMPARE(Paginas(), cells.at(5));
         QVERIFY(!Aberto());
     }
 }
@@ -97,7 +85,8 @@ TEST(TestPaginas, kitsThatDoNotComeOut) {
     QCOMPARE(folha_.passos.last(), u"fim"_s);
 }
 
-// Places, fonts, order of items (as text), Nulls, and the kits of an item in its last column.
+// Places, fonts, order of items (as text), Nulls, and the kits of an item in its last column; each
+// text of the page is a line of page.data.
 TEST(TestPaginas, everythingOnAPage) {
     catalogo_->Executar(
         {"INSERT INTO JOGOREPARO (CodigoJogoReparo) VALUES (30)",
@@ -113,21 +102,8 @@ TEST(TestPaginas, everythingOnAPage) {
     QCOMPARE(folha_.passos, List("paisagem", form_->font().family(), "fim"));
     QVERIFY(!Aberto());
     QCOMPARE(Caixas(), QStringList());
-    QCOMPARE(
-        Textos(1),
-        List("200,150 Catálogo TARVO-LINDEN     2.0     05-MAR-2026 12",
-             "200,210 Lista de Componentes 10",
-             "200,260 Peça: Válvula relé               Nº Tarvo: 12002 10", "200,310 Página: 1 7",
-             "200,445 Item 10bi", "400,445 Qtd. 10bi", "600,445 Descrição do Componente 10bi",
-             "1600,445 Nº Tarvo 10bi", "2200,445 Jogo(s) de Reparo 10bi", "200,515    2 10",
-             "400,515 4 10", "1600,515 12000 10", "200,585   12a 10", "400,585 1,5 10",
-             "600,585 Anel de vedação 10", "1600,585 A3400 10", "2200,585 1, 2, 30 10",
-             "200,655  100 10", "600,655 Anel de vedação 10", "1600,655 A3400 10", "2200,655 2 10",
-             "200,725 10 10", "400,725 1 10", "600,725 Corpo da válvula 10", "1600,725 K5600 10",
-             "200,875 Código 10bi", "500,875 Descrição do Jogo de Reparo 10bi",
-             "1600,875 Nº Tarvo 10bi", "200,945 1 10", "500,945 Válvula relé 10",
-             "1600,945 12001 10", "200,1015 2 10", "500,1015 Anel de vedação 10",
-             "1600,1015 A3401 10", "200,1085 30 10"));
+    QCOMPARE(Textos(1),
+             sys::ReadText(QStringLiteral(TARVO_CASES "/page.data")).trimmed().split(u'\n'));
 }
 
 // The part is asked for once a job; the pages count through it.
