@@ -3,6 +3,7 @@
 #include "platform/dao/schema.h"
 #include "platform/sql/parser.h"
 #include "platform/sql/writer.h"
+#include "support/cases.h"
 #include "support/database.h"
 
 using namespace dao;
@@ -163,24 +164,14 @@ TEST(TestChanges, ShadowsHideTheFile) {
     QCOMPARE(ErrorOfChange("DELETE FROM REFERENCIA1"), 3073);
 }
 
-// Texts of one shape share a translation, and nobody can tell.
+// Texts of one shape share a translation, and nobody can tell. repeated.data: the texts, and what
+// stands in them for "%1" and "%2", the columns, and for "%3" and "%4", the values.
 TEST(TestChanges, RepeatedChangesAreAsSingleOnes) {
-    const QStringList values =
-        List("7", "-7", "'7'", "' 12 '", "'-3'", "3.5", "-0.25", "'2,5'", ".5", "1E3", "'x'", "''",
-             "'it''s'", "\"d\"\"q\"", "'ÁRVORE'", "'árvore'", "'muito longo'", "300", "40000",
-             "99999999999", "1234567890123456789012", "Null", "True", "No", "#3/5/2024#",
-             "'05/03/2024'", "'31/13/2024'", "C + 1", "Len('ab')", "IIf(C = 7, 1, 2)");
-    const QStringList columns = List("C", "S", "B", "F", "X", "M", "D", "N", "Q", "A");
-    const QStringList texts = {
-        u"INSERT INTO T (C, %1) VALUES (%3, %4)"_s,
-        u"INSERT INTO T (%1, %2) VALUES (%4, %3)"_s,
-        u"UPDATE T SET %1 = %3 WHERE %2 = %4"_s,
-        u"UPDATE T SET %1 = %3, %2 = %4"_s,
-        u"DELETE FROM T WHERE %1 = %3 AND %2 = %4"_s,
-        u"UPDATE T SET %1 = %3 WHERE C > %4 OR X < 'm'"_s,
-        u"INSERT INTO T (%1, C) SELECT %3, C + 50 FROM T WHERE C = %4"_s,
-        u"DELETE T.* FROM T INNER JOIN T AS U ON T.C = U.C WHERE U.%1 = %3 AND U.%2 LIKE '1*'"_s,
-        u"DELETE FROM T WHERE X LIKE %3"_s};
+    const QStringList given =
+        sys::ReadText(QStringLiteral(TARVO_DAO_CASES "/repeated.data")).split(u"\n\n"_s);
+    const QStringList texts = given.at(0).split(u'\n');
+    const QStringList columns = given.at(1).split(u'\n');
+    const QStringList values = given.at(2).split(u'\n', Qt::SkipEmptyParts);
     const TestDatabase plainFile(Definition);
     const auto plain = plainFile.Open();
     Connection& engine = *plain.database->GetConnection();
@@ -225,32 +216,14 @@ TEST(TestChanges, RepeatedChangesAreAsSingleOnes) {
     QCOMPARE(rows, plainRows);
 }
 
-// Nothing of such a statement stays, no lock either, and the next one runs.
+// Nothing of such a statement stays, no lock either, and the next one runs. Each line of
+// memory.data is an error's number and a text.
 TEST(TestChanges, StatementsDoNotFillTheMemory) {
-    const QString pairs = u" FROM PECA AS a, PECA AS b"_s;
-    const QString named = u"a.Numero & b.Numero"_s;
-    for (const auto& [text, error] : Each<QString, int>{
-             {"sorted", u"SELECT a.Numero"_s + pairs + u" ORDER BY b.Numero & a.Numero"_s, 3035},
-             {"grouped", u"SELECT Count(*)"_s + pairs + u" GROUP BY Space(40) & "_s + named, 3035},
-             {"distinct", u"SELECT DISTINCT Space(20000) & "_s + named + u" & '.'"_s + pairs, 3035},
-             {"stored",
-              u"INSERT INTO ESCOLHA (Cliente) SELECT 1"_s + pairs + u" ORDER BY "_s + named, 3035},
-             {"long texts",
-              "SELECT Max(t) FROM (SELECT TOP 1000 String(500000, 'a') & CodigoPeca AS t FROM PECA "
-              "ORDER BY 1)",
-              3035},
-             {"kept long", u"SELECT a.Numero & Space(200) AS n"_s + pairs, 3035},
-             {"kept short", u"SELECT Null AS n FROM PECA AS c,"_s + pairs.sliced(5), 3035},
-             {"a literal",
-              u"UPDATE PECA SET Numero = '"_s + QString(7'000'000, u'x') +
-                  u"' WHERE CodigoPeca = 1"_s,
-              3163},
-             {"last of many", "SELECT Last(Space(150000)) AS t FROM PECA", 0},
-             {"first of many",
-              "SELECT Max(t) FROM (SELECT First(Space(150000)) AS t FROM PECA "
-              "GROUP BY CodigoPeca) AS g",
-              0},
-         }) {
+    Lines lines(TARVO_DAO_CASES "/memory.data");
+    lines("a literal", {"3163", u"UPDATE PECA SET Numero = '"_s + QString(7'000'000, u'x') +
+                                    u"' WHERE CodigoPeca = 1"_s});
+    for (const auto& [cells] : lines) {
+        const QString& text = cells.at(1);
         std::unique_ptr<Recordset> refused;
         QCOMPARE(ErrorOf([&] {
                      if (text.startsWith(u"SELECT"_s)) {
@@ -260,7 +233,7 @@ TEST(TestChanges, StatementsDoNotFillTheMemory) {
                          session_.Execute(text);
                      }
                  }),
-                 error);
+                 cells.first().toInt());
         file_.Open().Execute("UPDATE PECA SET Numero = Numero & 'x' WHERE CodigoPeca = 1");
         QCOMPARE(session_.Value("SELECT Count(*) FROM ESCOLHA"), u"1"_s);
         QCOMPARE(session_.database->GetConnection()->Value("PRAGMA integrity_check").toString(),

@@ -1,34 +1,23 @@
 #include "figura.h"
+#include "support/cases.h"
 
 #include <QRegularExpression>
 
 struct TestPassagens : NaFigura {};
 
-// What was searched for, or an item of the list that it led to; "jogo" counts the rows of the kit
-// panel. The template counts for " 100," and "10," too: its "0," is in them.
+// The cases of blinking.data, which tells how they are written. The template counts for " 100," and
+// "10," too: its "0," is in them.
 TEST(TestPassagens, whatWasChosenBlinks) {
-    for (const auto& [tipo, numero, item, jogo, acesos, rotulos, dito] :
-         Each<QString, QString, QString, int, QString, QString, QString>{
-             {"component at two items", "Componentes", "A340", "", 0, "0:12 100:12 12a:12",
-              "!Anel de vedação|A3400|Anel de vedação", ""},
-             {"kit", "Jogos de Reparo", "A340", "", 0, "100:9 12a:9", "||", ""},
-             {"part", "Peças", "12002", "", 0, "", "||", ""},
-             {"item", "Peças", "12002", "   1", 0, "1:12", "!Corpo da válvula|K5600|", ""},
-             {"item and kit", "Peças", "12002", "  12a", 0, "100:9 12a:12",
-              "!Anel de vedação|A3400|Válvula relé, Anel de vedação", ""},
-             {"item and its other kit", "Peças", "12002", "  12a", 1, "12a:12",
-              "!Anel de vedação|A3400|Válvula relé, Anel de vedação", ""},
-             {"one caption within another", "Peças", "A3402", "11", 0, "11:12 1:12",
-              "!Anel de vedação|A3400|", ""},
-             {"seen by the template alone", "Peças", "A3402", "10", 0, "0:12", "||", ""},
-             {"no such number", "Peças", "12002", "   1", 0, "", "||", "Item"},
-             {"no number of the component", "Componentes", "K560", "", 0, "", "||", "Componente"},
-             {"no number of the kit", "Jogos de Reparo", "1200", "", 0, "", "||", "Jogo de Reparo"},
-         }) {
-        if (!dito.isEmpty()) {
+    for (auto [one] : Cases(TARVO_CASES "/blinking.data")) {
+        const QStringList busca = one.Take(u'<');
+        const QString item = one.Take(u'-').join(QString());
+        const qsizetype jogo = one.Take(u'+').size();
+        const QStringList caixas = one.Take(u'?');
+        const QString acesos = one.Take(u'*').join(QString());
+        if (!caixas.isEmpty()) {
             Executar({"DELETE FROM FIGURADETALHADA WHERE CodigoFiguraDetalhada IN (1, 4)"});
         }
-        Mao::AbrirDaBusca(tipo, numero);
+        Mao::AbrirDaBusca(busca.at(0), busca.at(1));
         if (!item.isEmpty()) {
             Clicar(Resultado, "imgListaComponentesFundo");
             IrNaLista(item);
@@ -42,9 +31,8 @@ TEST(TestPassagens, whatWasChosenBlinks) {
         QTRY_COMPARE(Acesos(), QString(acesos).replace(QRegularExpression(u":\\d+"_s), u":15"_s));
         QTRY_COMPARE(Acesos(), acesos);
         QCOMPARE(Piscando(), !acesos.isEmpty());
-        QCOMPARE(Rotulos(), rotulos);
-        const QString caixa = u"64 "_s + dito + u" não representado graficamente."_s;
-        QCOMPARE(janela_->Caixas(), dito.isEmpty() ? List() : List(caixa));
+        QCOMPARE(Rotulos(), one.lines.value(0, u"||"_s));
+        QCOMPARE(janela_->Caixas(), caixas);
         QCOMPARE(forms::MousePointer(), forms::vbDefault);
     }
 }

@@ -1,5 +1,6 @@
 #include "importar/mdbsource.h"
 #include "novapasta.h"
+#include "support/cases.h"
 
 #include <QStandardPaths>
 
@@ -185,22 +186,13 @@ TEST(TestAntigos, Refuses) {
     }
 }
 
+// Each case of readers.data is a script in the reader's place and (">") what is told of it.
 TEST(TestAntigos, Readers) {
-    for (const auto& [script, why] : Each<QString, QString>{
-             {"crashes", "kill -SEGV $$", "mdb\" falhou no meio"},
-             {"says nothing", "exec sleep 60", "mdb\" parou no meio"},
-             {"ends early", "printf 'TARVOMDB1\\n'", "falhou no meio"},
-             {"says something else", "printf 'TARVOMDB9\\nZ\\4\\0\\0\\0\\0\\0\\0\\0'",
-              "falhou no meio"},
-             {"loses a frame", "printf 'TARVOMDB1\\nZ\\4\\0\\0\\0\\1\\0\\0\\0'", "falhou no meio"},
-             {"sends a frame of gigabytes", "printf 'TARVOMDB1\\nT\\377\\377\\377\\377'; sleep 60",
-              "falhou no meio"},
-             {"sends half a table", "printf 'TARVOMDB1\\nT\\4\\0\\0\\0\\1\\0\\0\\0'",
-              "incompletos"},
-         }) {
+    for (auto [one] : Cases(TARVO_ANTIGOS "/readers.data")) {
+        const QString why = one.Take(u'>').first();
         const QTemporaryDir folder;
         const QString program = folder.filePath(u"leitor"_s);
-        Write(program, "#!/bin/sh\n" + script.toUtf8() + '\n');
+        Write(program, "#!/bin/sh\n" + one.lines.join(u'\n').toUtf8() + '\n');
         QVERIFY(QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner));
         importar::SetMdbReader(program);
         importar::Order order{Given("antigo.mdb"), In("novo")};

@@ -212,15 +212,9 @@ TEST(TestPlanilhas, AnInterruptionLeavesNothing) {
 
 TEST(TestPlanilhas, TheProgram) {
     const QString from = order_.from;
-    for (const AnyTexts& wrong : {AnyTexts{},
-                                  {"a"},
-                                  {"a", "b", "c"},
-                                  {"a", "--nada"},
-                                  {"a", "b", "--exemplos"},
-                                  {"a", "b", "--exemplos", "-1"},
-                                  {"a", "b", "--conferir"},
-                                  {"a", "b", "--recusadas"}}) {
-        Ends(wrong, "2 Uso: *");
+    for (const AnyText wrong : {"", "a", "a b c", "a --nada", "a b --exemplos", "a b --exemplos -1",
+                                "a b --conferir", "a b --recusadas"}) {
+        Ends(wrong.split(u' ', Qt::SkipEmptyParts), "2 Uso: *");
     }
     Ends({"--ajuda"}, "0 Uso: *");
     Ends({In("nada"), In("b")}, u"2 *Não há \"%1\"*"_s.arg(In("nada")));

@@ -5,7 +5,7 @@
 #include "session/global.h"
 #include "session/numeros.h"
 #include "session/processos.h"
-#include "support/test.h"
+#include "support/cases.h"
 
 #include <QTimer>
 
@@ -19,20 +19,10 @@ struct TestModulo : Fixture {
     void cleanup() override { sys::SetClock({}); }
 };
 
+// Each line of numeros.data is what is kept of a number, and the number as it is typed.
 TEST(TestModulo, NormalizarNumero) {
-    for (const auto& [texto, numero] : Each<QString, QString>{
-             {"zero and hyphen", "01-234", "1234"},
-             {"digit before letter", "1k 24", "K24"},
-             {"one digit", "7", "7"},
-             {"one zero", "0", ""},
-             {"two letters first", "AB12", "AB12"},
-             {"two digits", "12K", "12K"},
-             {"zeros uncover a digit", "007K0", "K0"},
-             {"accents and signs", "çá-é*?#'\t\n🙂", ""},
-             {"look-alikes", "ßſıK９²", "K"},
-             {"ends of the ranges", "@[`{/:zaZA09", "ZAZA09"},
-         }) {
-        QCOMPARE(::NormalizarNumero(texto), numero);
+    for (const auto& [cells] : Lines(TARVO_CASES "/numeros.data")) {
+        QCOMPARE(::NormalizarNumero(cells.at(1)), cells.first());
     }
 }
 

@@ -1,6 +1,7 @@
 #include "memorydatabase.h"
 #include "platform/sql/collation.h"
 #include "platform/sql/plan.h"
+#include "support/cases.h"
 
 #include <algorithm>
 #include <sqlite3.h>
@@ -169,15 +170,13 @@ TEST(TestPlan, PassesEveryRow) {
     }
 }
 
-// Each block of planos.data: a text, how many rows a condition finds and the highest number of a
-// row, or a hyphen where it is no search, and the engine's way through each statement.
+// Each case of planos.data is named by its text; it is how many rows a condition finds and the
+// highest number of a row, or a hyphen where it is no search, and the engine's way through each
+// statement.
 TEST(TestPlan, TakesItsWayByWhatIsCounted) {
-    const QString all = sys::ReadText(QStringLiteral(TARVO_SQL_CASES "/planos.data"));
-    Each<QStringList> row;
-    for (const QString& block : all.split(u"\n\n"_s)) {
-        row(block.toUtf8(), block.split(u'\n', Qt::SkipEmptyParts));
-    }
-    for (const auto& [lines] : row) {
+    Cases cases(TARVO_SQL_CASES "/planos.data");
+    for (const auto& [one] : cases) {
+        const QStringList lines = List(cases.Name().constData()) + one.lines;
         const QStringList counts = lines.at(1).split(u' ');
         const auto plan = sql::PlanQuery(lines.first(), db_.Schema(), [&](const QByteArray& sql) {
             db_.RunNative(sql);
