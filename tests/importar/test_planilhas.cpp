@@ -155,21 +155,11 @@ TEST(TestPlanilhas, ModelsAreAcceptedAsTheyAre) {
 }
 
 // The real program, in a world of its own: a disk with little room, a folder that nobody may
-// write.
+// write. Each case of places.data is what a shell does there and (">") what the user is told.
 TEST(TestPlanilhas, BadPlaces) {
-    for (const auto& [command, told] : Each<QString, QString>{
-             {"full disk", "mount -t tmpfs -o size=100k t '%2' && '%1' '%3' '%2/novo'",
-              "spaço no disco"},
-             {"full behind the catalogue",
-              "mount -t tmpfs -o size=1m t '%2' && mkdir '%3/FotoPeca' && "
-              "head -c 2000000 /dev/zero > '%3/FotoPeca/foto' && '%1' '%3' '%2/novo'",
-              "disco está cheio"},
-             {"read only", "mount -t tmpfs -o size=1m,ro t '%2' && '%1' '%3' '%2/novo'",
-              "Não foi possível gravar na pasta"},
-             {"nowhere to work",
-              "mount -t tmpfs -o size=1m,ro t '%2' && TMPDIR='%2' '%1' '%3' --conferir",
-              "Não há onde gravar arquivos temporários."},
-         }) {
+    for (auto [one] : Cases(TARVO_ANTIGOS "/places.data")) {
+        const QString told = one.Take(u'>').first();
+        const QString command = one.lines.join(u'\n');
         QDir().mkpath(In("disco"));
         FailsAlone(command.arg(Program, In("disco"), In("csv")), In("disco"), told);
     }
