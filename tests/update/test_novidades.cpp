@@ -204,9 +204,14 @@ TEST(TestNovidades, AnswerWaitsForAnOpenBox) {
              List(Nothing, "292 Existem Novas Atualizações. Deseja Instalar agora?"));
 }
 
-// The end of a check lets events through, and the user may leave in one of them.
-TEST(TestNovidades, ScreenGoesWhileACheckEnds) {
+// A check lets events through as it begins and as it ends, and the user may leave in one of them.
+TEST(TestNovidades, ScreenGoesDuringACheck) {
     const Verifier verifier({"11|1"});
+    QMetaObject::invokeMethod(gFrmPesquisa, &TestNovidades::Leave, Qt::QueuedConnection);
+    Check().IniciarVerificacao(false);
+    QCOMPARE(verifier.started, QStringList());
+    QTRY_VERIFY(!gFrmPesquisa);
+    Janela::Abrir();
     forms::SetMsgBoxHandler([](const QString&, int, const QString&) {
         QMetaObject::invokeMethod(gFrmPesquisa, &TestNovidades::Leave, Qt::QueuedConnection);
         return forms::vbOK;
