@@ -30,7 +30,6 @@ BoundGrid::BoundGrid(const QString& name, const QString& accessibleName, QWidget
     setObjectName(name);
     setAccessibleName(accessibleName);
     setAttribute(Qt::WA_NoMousePropagation);
-    viewport()->setAttribute(Qt::WA_NoMousePropagation);
     viewport()->setMouseTracking(true);
     setModel(model_);
     setItemDelegate(new GridDelegate(this));
@@ -244,9 +243,8 @@ void BoundGrid::resizeEvent(QResizeEvent* event) {
     TellSource();
 }
 
-void BoundGrid::hideEvent(QHideEvent* event) {
+void BoundGrid::hideEvent(QHideEvent*) {
     pressedBefore_ = false;
-    QTableView::hideEvent(event);
 }
 
 }  // namespace forms

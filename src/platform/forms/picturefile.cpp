@@ -23,7 +23,6 @@ QCache<QString, QPixmap>& Cache() {
 constexpr int AllocationLimitMiB = 1024;
 
 void Prepare(QImageReader& reader) {
-    reader.setDecideFormatFromContent(true);
     reader.setAutoTransform(true);
     reader.setAllocationLimit(AllocationLimitMiB);
 }

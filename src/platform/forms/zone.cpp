@@ -114,9 +114,8 @@ void Zone::mouseMoveEvent(QMouseEvent*) {
     Q_EMIT MouseMove();
 }
 
-void Zone::hideEvent(QHideEvent* event) {
+void Zone::hideEvent(QHideEvent*) {
     pressed_ = pressedBefore_ = false;
-    QWidget::hideEvent(event);
 }
 
 ClickZone::ClickZone(const QString& name, const QString& accessibleName, QWidget* parent)
