@@ -74,6 +74,8 @@ TEST(TestBoundGrid, ShowsEveryRow) {
     QCOMPARE(model.index(2, 1).data(), u"3"_s);
     QCOMPARE(model.index(2, 2).data(), QString());
     QCOMPARE(scene.grid.columnWidth(1), 356);
+    QCOMPARE(&Find<BoundGrid>(*scene.form, "grdTeste"), &scene.grid);
+    QCOMPARE(&Find<forms::DataSource>(*scene.form, "dtcTeste"), &scene.source);
 
     QAccessibleInterface* told = QAccessible::queryAccessibleInterface(&scene.grid);
     QCOMPARE(told->text(QAccessible::Name), u"Peças"_s);
@@ -196,6 +198,14 @@ TEST(TestBoundGrid, MouseOnRowsAndBesideThem) {
     QCOMPARE(scene.grid.currentIndex().row(), 1);
     QVERIFY(scene.grid.selectionModel()->isRowSelected(1));
     QCOMPARE(scene.grid.VisibleRows(), 2);
+    // A drag takes the current row along, one at a time.
+    QTest::mousePress(scene.grid.viewport(), Qt::LeftButton, {}, {20, 5});
+    QTest::mouseMove(scene.grid.viewport(), {20, 6});
+    QTest::mouseMove(scene.grid.viewport(), {20, 25});
+    QCOMPARE(scene.grid.selectionModel()->selectedRows(),
+             QModelIndexList{scene.grid.currentIndex()});
+    QCOMPARE(scene.grid.currentIndex().row(), 1);
+    QTest::mouseRelease(scene.grid.viewport(), Qt::LeftButton, {}, {20, 25});
     MoveTo(*scene.form, place + QPoint(30, 25));
     heard.removeDuplicates();
     QCOMPARE(heard, List("open", "grid"));
@@ -204,9 +214,13 @@ TEST(TestBoundGrid, MouseOnRowsAndBesideThem) {
     scene.source.Refresh();
     DoubleClickAt(*scene.form, place + QPoint(20, 80));
     QCOMPARE(heard, List("open", "grid", "open"));
+    scene.grid.setEnabled(false);  // keeps it all the same
+    ClickAt(*scene.form, place + QPoint(20, 80));
+    scene.grid.setEnabled(true);
     scene.grid.hide();
     scene.grid.show();
     QTest::mouseDClick(scene.grid.viewport(), Qt::LeftButton);  // begun on another screen
+    QTest::mouseRelease(scene.grid.viewport(), Qt::LeftButton);
     QCOMPARE(heard.size(), 3);
 }
 

@@ -14,6 +14,9 @@ using namespace forms;
 struct TestBoxes : Fixture {};
 
 TEST(TestBoxes, AskAndTell) {
+    auto* under = new Form(u"frmTeste"_s, Form::Kind::Dialog, {300, 200}, {});
+    under->Show();
+    under->move(300, 500);
     const Theme& theme = CurrentTheme();
     const int question = vbYesNo + vbQuestion;
     const QColor blue = theme.primary;
@@ -32,7 +35,7 @@ TEST(TestBoxes, AskAndTell) {
          }) {
         WithNextBox([&](QDialog& box) {
             QVERIFY(QTest::qWaitForWindowActive(&box) && IsBoxOpen());
-            const QPoint aside = box.geometry().center() - box.screen()->geometry().center();
+            const QPoint aside = box.geometry().center() - under->geometry().center();
             QVERIFY(aside.manhattanLength() < 60);
             QCOMPARE(box.windowTitle() + box.accessibleName(), u"Título"_s + said);
             auto* sign = box.findChild<QLabel*>();
@@ -73,10 +76,12 @@ TEST(TestBoxes, AskAndTell) {
             QCOMPARE(text->property(size.width() == 220 ? "text" : "plainText"), said);
             QTest::keyClick(key == Qt::Key_Space ? QApplication::focusWidget() : &box, Qt::Key(key),
                             key == Qt::Key_S ? Qt::AltModifier : Qt::NoModifier);
+            QTRY_VERIFY(!box.isVisible());
         });
         QCOMPARE(MsgBox(said, flags, u"Título"_s), answer);
         QVERIFY(!IsBoxOpen());
     }
+    under->Unload();
 }
 
 TEST(TestBoxes, Progress) {
@@ -87,19 +92,20 @@ TEST(TestBoxes, Progress) {
     const auto* label = box.findChild<QLabel*>();
     const auto* bar = box.findChild<QProgressBar*>();
     auto* button = box.findChild<QPushButton*>();
+    QPoint place;
     for (const auto& [done, total] : {std::pair(0, 0), std::pair(1, 4), std::pair(1, 1)}) {
         const QString said = u"Lendo %1"_s.arg(done);
         QVERIFY(box.Look(said, done, total) && box.isVisible() && box.isModal());
         QCOMPARE(label->text() + box.accessibleName() + box.windowTitle(),
                  said + said + ProgramTitle());
         QCOMPARE(bar->maximum(), total > 0 ? 1000 : 0);
+        QVERIFY(place.isNull() || box.pos() == place);  // stays where it was moved to
+        box.move(place = QPoint(50, 60));
         QCOMPARE(std::max(bar->value(), 0), total > 0 ? 1000 * done / total : 0);
     }
     QCOMPARE(Gaps(box, Qt::Vertical, {label, bar, button}), u"16 12 12 14"_s);
     QCOMPARE(Gaps(box, Qt::Horizontal, {bar}), u"18 18"_s);
     QCOMPARE(box.width(), 320);
-    const QPoint aside = box.geometry().center() - box.screen()->geometry().center();
-    QVERIFY(aside.manhattanLength() < 60);
     QCOMPARE(button->text(), u"Cancelar"_s);
     QTest::mouseClick(button, Qt::LeftButton);
     QVERIFY(!box.Look(u"Lendo"_s, 1, 4));

@@ -14,6 +14,15 @@
 
 using namespace forms;
 
+namespace {
+
+// What is painted on a ground of this colour.
+QRect Ink(QWidget& control, const QColor& ground, const QRect& part) {
+    return QRegion(control.grab(part).createMaskFromColor(ground)).boundingRect();
+}
+
+}  // namespace
+
 // A window with a box and a list of choices.
 struct TestControls : Fixture {
     QWidget window_;
@@ -258,8 +267,23 @@ TEST(TestControls, ZoneIsAButtonForAssistiveTechnology) {
     Picture picture(u"imgFigura"_s, u"Figura"_s, &window_);
     Label label(u"lblEmissao"_s, &window_);
     label.SetText(u"Emissão: 01/2024"_s);
-    QCOMPARE(QAccessible::queryAccessibleInterface(&picture)->role(), QAccessible::Graphic);
+    QAccessibleInterface* told = QAccessible::queryAccessibleInterface(&picture);
+    QCOMPARE(told->role(), QAccessible::Graphic);
+    QCOMPARE(told->text(QAccessible::Name) + box_.accessibleName(), u"FiguraDescrição"_s);
     QCOMPARE(QAccessible::queryAccessibleInterface(&label)->text(QAccessible::Name), label.Text());
+}
+
+TEST(TestControls, LabelBreaksIntoTheLinesThatFit) {
+    Label label(u"lbl"_s, &window_);
+    label.SetWordWrap(true);
+    label.SetText(u"Anel\nMola"_s);
+    Show();
+    const int line = label.fontMetrics().lineSpacing();
+    for (const int rows : {1, 2, 3}) {
+        label.resize(100, rows * line);
+        const int height = Ink(label, CurrentTheme().window, label.rect()).height();
+        QVERIFY(height > line / 3 + (rows > 1) * line && height < std::min(rows, 2) * line);
+    }
 }
 
 // What is changed is painted anew.
@@ -329,11 +353,14 @@ TEST(TestControls, TheKeyboardsPlace) {
     combo_.SetListIndex(0);
     QVERIFY(Shows(combo_, theme.disabledText, text).isNull());
     QCOMPARE(Shows(combo_, theme.text, text), hint);
-    QVERIFY(Shows(combo_, theme.text, {144, 2, 16, 17}).isValid());  // the arrow
+    QCOMPARE(QRectF(Ink(combo_, theme.button, {144, 2, 15, 17})).center(), QPointF(7.5, 9));
+    for (const QRect& arrow : {QRect(1, 1, 15, 14), QRect(184, 1, 15, 14)}) {
+        const QRect ink = Ink(bar, theme.button, arrow);
+        QVERIFY(ink.height() > ink.width());
+    }
     QCOMPARE(Shows(combo_, theme.border), combo_.rect());
     combo_.AddItem(QString(99, u'H'));
     combo_.SetListIndex(1);
-    const QPixmap line = combo_.grab({2, 2, 140, 17});
-    const int end = QRegion(line.createMaskFromColor(theme.base)).boundingRect().right();
+    const int end = Ink(combo_, theme.base, {2, 2, 140, 17}).right();
     QVERIFY(end > 120 && end < 137);  // not under the arrow
 }

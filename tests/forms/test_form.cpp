@@ -173,7 +173,7 @@ TEST(TestForm, ControlsKeepTheMouse) {
     screen_->Show();
     QVERIFY(!light.isVisible() &&
             light.grab().toImage() != std::get<0>(controls[1])->grab().toImage());
-    light.show();
+    Find<forms::LitPicture>(*screen_, "imgSairSelecionada").show();
     for (const auto& [control, told, takes] : controls) {
         const QPoint place = control->geometry().center();
         QWidget& hit = *screen_->childAt(picture->mapTo(screen_, place));
@@ -297,6 +297,16 @@ TEST(TestForm, PictureStandsInTheMiddle) {
     QVERIFY((splash->geometry().center() - whole.center()).manhattanLength() < 3);
 }
 
+TEST(TestForm, LongWorkLetsEventsIn) {
+    int ran = 0;
+    for (const auto& let : {forms::DoEvents, forms::DoEventsButInput, forms::DoEventsInTime}) {
+        QTest::qSleep(20);  // longer than events are let wait
+        QTimer::singleShot(0, [&ran] { ++ran; });
+        let();
+    }
+    QCOMPARE(ran, 3);
+}
+
 // An error, an inner piece of work, a box and a modal screen come between begin and end.
 TEST(TestForm, HourglassStandsAsLongAsTheWork) {
     const auto work = [](const std::function<void()>& inner) {
@@ -371,6 +381,7 @@ TEST(TestForm, KeysPressAZone) {
 
     const QAccessibleInterface* told = QAccessible::queryAccessibleInterface(&zone);
     QCOMPARE(told->role(), QAccessible::Button);
+    QVERIFY(!told->state().checkable && !told->state().checked);
     for (const bool ticked : {false, true}) {
         zone.SetTicked(ticked);
         QCOMPARE(told->role(), QAccessible::CheckBox);

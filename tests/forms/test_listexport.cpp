@@ -7,6 +7,7 @@
 #include <QFileDialog>
 #include <QMenu>
 #include <QPushButton>
+#include <QRegularExpression>
 
 namespace {
 
@@ -143,11 +144,22 @@ TEST(TestListExport, NothingToTake) {
 TEST(TestListExport, LongLists) {
     Scene scene(file_.Path(), All);
     BoxAnswers boxes;
+    QSet<QString> said;
+    QTimer watch;
+    connect(&watch, &QTimer::timeout, this, [&said] {
+        if (const QWidget* box = QApplication::activeModalWidget()) {
+            said += box->accessibleName().replace(QRegularExpression(u"\\b[\\d.]+ (de|l)"_s),
+                                                  u"# \\1"_s);
+        }
+    });
+    watch.start(1);
     WithNextBox([&scene](QDialog&) { scene.source.Refresh(); });
     scene.grid.Export().SaveList();
+    WithNextBox([&scene](QDialog&) { scene.source.Refresh(); });
+    scene.grid.Export().CopyList();
     QCOMPARE(boxes.Texts().join(u'|'),
-             u"A lista não foi salva em \"%1\".\n"
-             "A lista mudou no meio do caminho."_s.arg(scene.path));
+             u"A lista não foi salva em \"%1\".\nA lista mudou no meio do caminho.|"
+             "A lista não foi copiada.\nA lista mudou no meio do caminho."_s.arg(scene.path));
     QCOMPARE(scene.Names(), QStringList());
 
     QVERIFY(!scene.source.GetRecordset()->IsComplete());
@@ -159,6 +171,8 @@ TEST(TestListExport, LongLists) {
     scene.grid.Export().CopyList();
     QCOMPARE(Clipboard(), u"antes"_s);
     scene.grid.Export().SaveList();
+    QVERIFY(said.contains(u"Lendo a lista: # linhas"_s));
+    QVERIFY(said.contains(u"Salvando a lista: # de # linhas"_s));
     const QByteArray saved = sys::ReadBytes(scene.path);
     QCOMPARE(saved.count('\n'), 300001);
     QVERIFY(saved.endsWith("\r\n;;Peça 300000\r\n"));
@@ -166,5 +180,5 @@ TEST(TestListExport, LongLists) {
 
     scene.path.clear();  // no name is chosen
     scene.grid.Export().SaveList();
-    QCOMPARE(boxes.Texts().size(), 1);
+    QCOMPARE(boxes.Texts().size(), 2);
 }
