@@ -1,27 +1,16 @@
 #include "parts/item.h"
-#include "support/test.h"
+#include "support/cases.h"
 
 struct TestItem : Fixture {};
 
-// An item with more than four digits is refused.
+// Each line of items.data is what is typed and what is stored of it, or that alone which is
+// refused: more than four digits.
 TEST(TestItem, storedForm) {
-    for (const auto& [digitado, guardado] : Each<QString, QString>{
-             {"letter", "12A", "  12a"},
-             {"zeros", "007", "   7"},
-             {"blanks", "  9 ", "   9"},
-             {"empty", "", "   0"},
-             {"one letter", "a", "   0"},
-             {"letters", "ab", "   0b"},
-             {"sign behind", "12-", "  12-"},
-             {"largest", "9999z", "9999z"},
-             {"five digits", "12345", {}},
-             {"five digits and a letter", "12345b", {}},
-             {"beyond a number", QString(400, u'9'), {}},
-         }) {
+    for (const auto& [cells] : Lines(TARVO_CASES "/items.data")) {
         QString item;
-        const auto formatar = [&] { item = FormatarItem(digitado); };
-        QCOMPARE(ErrorOf(formatar), guardado.isEmpty() ? int(Erro::InvalidArgument) : 0);
-        QCOMPARE(item, guardado);
+        const auto formatar = [&] { item = FormatarItem(cells.at(0)); };
+        QCOMPARE(ErrorOf(formatar), cells.size() == 1 ? int(Erro::InvalidArgument) : 0);
+        QCOMPARE(item, cells.value(1));
     }
 }
 

@@ -20,16 +20,7 @@ TEST(TestEntradas, aPartOfAThousandItems) {
 
 // Every column that may be Null is Null, in every row that a screen can show.
 TEST(TestEntradas, nullsEverywhere) {
-    Executar({"UPDATE PECA SET DescricaoPeca = NULL, ArquivoFotoPeca = NULL",
-              "UPDATE COMPONENTE SET NumeroTarvoComponente = NULL, DescricaoComponente = NULL",
-              "UPDATE JOGOREPARO SET NumeroTarvoJogoReparo = NULL, DescricaoJogoReparo = NULL",
-              "UPDATE PECA_COMPONENTE SET QuantidadeComponente = NULL",
-              "UPDATE VEICULO SET DescricaoVeiculo = NULL",
-              "UPDATE CLIENTECONCORRENTE SET DescricaoClienteConcorrente = NULL",
-              "UPDATE REFERENCIACRUZADA SET NumeroClienteConcorrente = NULL WHERE NumeroTarvo = "
-              "'12002' AND NumeroClienteConcorrente = 'A71'",
-              "UPDATE FOTOPECAPESQUISA SET DescricaoFotoPecaPesquisa = NULL, "
-              "ArquivoFotoPecaPesquisa = NULL"});
+    Executar(Comandos(TARVO_CASES "/nulls.data"));
     Janela::AbrirDaBusca("Peças", "12002");
     QCOMPARE(Pecas(), List("12002"));
     QCOMPARE(Coluna(Resultado, "dtcVeiculosPeca", "Veiculo"), List(QString()));

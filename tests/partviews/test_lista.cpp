@@ -1,4 +1,5 @@
 #include "partviews/lista_pecas.h"
+#include "support/cases.h"
 #include "support/janela.h"
 
 struct TestLista : NaJanela<> {
@@ -35,27 +36,19 @@ TEST(TestLista, eachThingHasItsPlace) {
              7);
 }
 
-// Entering a box sorts by its column.
+// Entering a box sorts by its column. Each line of seeks.data is a box, its column, what is typed
+// and the item that it leads to. A customer's number keeps the digit in front of its letter.
 TEST(TestLista, seeks) {
-    for (const auto& [caixa, campo, texto, item] : Each<QString, QString, QString, QString>{
-             {"item", "txtItem", "ItemComponente", "12A", "  12a"},
-             {"item not there", "txtItem", "ItemComponente", "13", " 100"},
-             {"description", "txtDescricaoComponente", "DescricaoComponente", "c", "   1"},
-             {"quote", "txtDescricaoComponente", "DescricaoComponente", "v'", "   2"},
-             {"behind all", "txtDescricaoComponente", "DescricaoComponente", "z", "   2"},
-             {"number", "txtNumeroTarvo", "NumeroTarvoComponente", "0-1K", "   1"},
-             // A customer's number keeps the digit in front of its letter.
-             {"customer's number", "txtNumeroClienteConcorrente", "NumeroClienteConcorrente",
-              "05-a", "   1"},
-         }) {
+    for (const auto& [cells] : Lines(TARVO_CASES "/seeks.data")) {
+        const QString& texto = cells.at(2);
         // In an order that no other column has.
         Executar({"INSERT INTO REFERENCIACRUZADA VALUES (7, 'K5600', '5A9')"});
         Escolher(Lista, "cboNumeroClienteConcorrenteComponente", "Nº Bravil");
-        auto* digitada = Achar<QLineEdit>(Lista, caixa);
+        auto* digitada = Achar<QLineEdit>(Lista, cells.at(0));
         QTest::mouseClick(digitada, Qt::LeftButton);
-        QVERIFY(std::ranges::is_sorted(Itens(campo)));
+        QVERIFY(std::ranges::is_sorted(Itens(cells.at(1))));
         QTest::keyClicks(digitada, texto);
-        QCOMPARE(ItemAtualDaLista(), item);
+        QCOMPARE(ItemAtualDaLista(), cells.at(3));
         QCOMPARE(digitada->text(), texto);
         QVERIFY(digitada->hasFocus());
     }

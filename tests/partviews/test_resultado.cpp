@@ -1,21 +1,17 @@
+#include "support/cases.h"
 #include "support/janela.h"
 
 struct TestResultado : NaJanela<> {};
 
+// Each line of parts.data is a kind, a number, the title that it gives and the parts, which follow
+// it.
 TEST(TestResultado, everyKindLeadsToItsParts) {
-    Each<QString, QString, QString, QStringList> row;
-    row("part", "Peças", "12002", "Peça: Válvula relé               Nº Tarvo: 12002", {"12002"});
-    row("component at two items of one part", "Componentes", "A340",
-        "Componente: Anel de vedação               Nº Tarvo: A3400", {"12002"});
-    row("component of two parts", "Componentes", "K560",
-        "Componente: Corpo da válvula               Nº Tarvo: K5600", {"12002", "A3402"});
-    row("kit", "Jogos de Reparo", "A340",
-        "Jogo de Reparo: Anel de vedação               Nº Tarvo: A3401", {"12002"});
-    for (const auto& [tipo, numero, titulo, pecas] : row) {
-        Janela::AbrirDaBusca(tipo, numero);
+    for (const auto& [cells] : Lines(TARVO_CASES "/parts.data")) {
+        const QString& numero = cells.at(1);
+        Janela::AbrirDaBusca(cells.first(), numero);
         QVERIFY(!gFrmPesquisa->isVisible());
-        QCOMPARE(Rotulo(Resultado, "lblInf"), titulo);
-        QCOMPARE(Pecas(), pecas);
+        QCOMPARE(Rotulo(Resultado, "lblInf"), cells.at(2));
+        QCOMPARE(Pecas(), cells.mid(3));
         QCOMPARE(ParametroFormulario, QString());
         Clicar(Resultado, "imgPesquisaFundo");
         QVERIFY(gFrmPesquisa->isVisible());

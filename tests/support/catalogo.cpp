@@ -57,30 +57,14 @@ QStringList Inserir(const AnyText& tabela, const AnyTexts& linhas) {
     return comandos;
 }
 
+QStringList Comandos(const AnyText& arquivo) {
+    return sys::ReadText(arquivo).split(u'\n', Qt::SkipEmptyParts);
+}
+
 QStringList LinhasDePesquisa() {
-    return Inserir("COMPONENTE", {"1, '12000', 'Válvula relé'", "2, 'A3400', 'Anel de vedação'",
-                                  "3, 'K5600', 'Corpo da válvula'"}) +
-           Inserir("JOGOREPARO", {"1, '12001', 'Válvula relé'", "2, 'A3401', 'Anel de vedação'",
-                                  "3, 'K5601', 'Corpo da válvula'"}) +
-           Inserir("PECA", {"1, '12002', 'Válvula relé', NULL, NULL, NULL",
-                            "2, 'A3402', 'Anel de vedação', NULL, NULL, NULL",
-                            "3, 'K5602', 'Corpo da válvula', NULL, NULL, NULL"}) +
-           Inserir("CLIENTECONCORRENTE", {"7, 'Bravil', 'I'", "9, 'Zenpar', 'C'"}) +
-           Inserir("REFERENCIACRUZADA",
-                   {"7, '12002', 'A71'", "7, '12002', 'A72'", "9, 'A3400', '55'"}) +
-           Inserir("VEICULO", {"1, 'Bravil 1620', 7", "2, 'Cavalo 2040', 7"});
+    return Comandos(TARVO_ROWS "/pesquisa.data");
 }
 
 QStringList LinhasDePecas() {
-    return Inserir("FOTOPECAPESQUISA",
-                   {"1, 'Válvulas', 'valvulas.png'", "2, 'Cilindros', 'cilindros.png'",
-                    "3, 'Molas', 'molas.png'"}) +
-           List("UPDATE PECA SET CodigoFotoPecaPesquisa = 1 WHERE CodigoPeca < 3",
-                "UPDATE PECA SET ArquivoFotoPeca = 'peca1.png' WHERE CodigoPeca = 1") +
-           Inserir("PECA_COMPONENTE", {"1, '   1', 3, 1", "1, '   2', 1, 4", "1, '  12a', 2, 2",
-                                       "1, ' 100', 2, NULL", "2, '   1', 3, 1"}) +
-           Inserir("PECA_COMPONENTE_JOGOREPARO",
-                   {"1, '  12a', 1", "1, '  12a', 2", "1, ' 100', 2"}) +
-           Inserir("VEICULO_PECA", {"1, 1"}) +
-           Inserir("REFERENCIACRUZADA", {"7, 'A3400', 'B9'", "7, 'A3400', 'B2'"});
+    return Comandos(TARVO_ROWS "/pecas.data");
 }

@@ -36,6 +36,9 @@ QString Valor(const AnyText& sql);
 // Statements that put rows into a table; the values are those of all its columns.
 QStringList Inserir(const AnyText& tabela, const AnyTexts& linhas);
 
+// The statements of a file, one a line.
+QStringList Comandos(const AnyText& arquivo);
+
 // Parts, components and kits with the same shape: three of each kind, with numbers that begin with
 // 1, A and K, a vehicle maker (code 7) and a competitor (code 9) with numbers of their own.
 QStringList LinhasDePesquisa();
