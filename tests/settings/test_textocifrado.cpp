@@ -1,23 +1,17 @@
 #include "settings/textocifrado.h"
-#include "support/test.h"
+#include "support/cases.h"
 
 struct TestSegredo : Fixture {};
 
-// Made once by another implementation of the cipher, written from its description alone.
-// Whatever moved a byte here would cost every user the password that he has stored.
 TEST(TestSegredo, RespostasConhecidas) {
-    for (const auto& [texto, guardado] : Each<QString, QString>{
-             {"empty", "", ""},
-             {"two blocks, accents", "maria.conceição",
-              "4CBBEE86CA94BD658526FC1F337FD9A6A4F65DBF5FCE1646E9BDD3F3A15CA730"
-              "1F4146B4C6CF5142DB369D377A44D346051BBE5497FF27E2CC7BA8E9C1120B6B"},
-             {"other scripts", "Ω€",
-              "EE74E899D5EC3AFFD067753E6EA7C744B79531362E523F3F3619DDFBC38C0365"},
-         }) {
+    for (const auto& [one] : Cases(TARVO_CASES "/cifrados.data")) {
+        const QString& texto = one.lines.at(0);
+        const QString& guardado = one.lines.at(1);
         QCOMPARE(CifrarTexto(texto, true), guardado);
         QCOMPARE(CifrarTexto(guardado, false), texto);
         QCOMPARE(CifrarTexto(guardado.toLower(), false), texto);
     }
+    QCOMPARE(CifrarTexto({}, true) + CifrarTexto({}, false), QString());
     const QString metade = u"  |\u0001"_s + QChar(0xD800) + u' ';  // of a pair
     QCOMPARE(CifrarTexto(CifrarTexto(metade, true), false), metade);
 }
