@@ -25,7 +25,6 @@ qint16 LerVersao(const QString& campos, qsizetype indice) {
 }  // namespace
 
 void Verificador::Iniciar(bool automatica, const Conversa* conversa) {
-    ProcessoVerificacao = 0;
     arquivo_ = NomeArquivoTemporario();
     const Conversa::Convite convite(conversa);
     // The path may hold blanks, even several in a row, and is not quoted.
