@@ -227,6 +227,9 @@ TEST(TestPublicar, WrongUse) {
     Ends({"--new-key", In("k"), "--site-name", "loja"}, "0 *");
     Write(In("site/Versao.txt"), "0");
     Ends({"--sign-again", "--site", order_.site, "--key", In("k/ChaveSecreta.txt")}, "0 *");
+    // What was going on in a catalogue belongs to it.
+    QVERIFY(QDir().mkpath(In("dados/Tarvo.mdb-journal")));
+    QCOMPARE(ErrorOf([&] { Check(); }), 75);
     order_.catalogue = In("nada");
     Ends(Arguments(), "2 *Não há catálogo*");
 }
