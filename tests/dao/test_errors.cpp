@@ -105,7 +105,8 @@ TEST(TestErrors, WaitsAsLongAsItIsTold) {
     another_.workspace->BeginTrans();
     another_.Execute("UPDATE PECA SET Ano = 1951 WHERE Codigo = 1");
     // Opened by other means, the file would lose the locks of its open connection.
-    QCOMPARE(ErrorOf([&] { Open(file_.Path(), u"x"_s); }), 3031);
+    QCOMPARE(SaidBy([&] { Open(file_.Path(), u"x"_s); }),
+             u"3031 A senha do catálogo não confere: %1."_s.arg(file_.Path()));
     QCOMPARE(change(dbFailOnError), 3260);
     QVERIFY(asked == 3 && waited > std::chrono::milliseconds(40) &&
             waited < std::chrono::seconds(10));
