@@ -36,10 +36,6 @@ bool EhCatalogoAntigo(const QString& caminho) {
     return arquivo.open(QIODevice::ReadOnly) && arquivo.read(marca.size()) == marca;
 }
 
-void AtualizarCache() {
-    dao::DBEngine::Instance().Idle(dao::dbRefreshCache);
-}
-
 }  // namespace
 
 void AbrirBancoDados(std::unique_ptr<dao::Workspace>& workspace, const QString& nomeWorkspace,
@@ -78,6 +74,15 @@ void FecharBancoDados(std::unique_ptr<dao::Workspace>& workspace,
     // Dropping either one closes it without an error, the workspace with its open transaction.
     banco.reset();
     workspace.reset();
+}
+
+void FecharGravado(std::unique_ptr<dao::Workspace>& workspace,
+                   std::unique_ptr<dao::Database>& banco) {
+    dao::DBEngine::Instance().Idle(dao::dbRefreshCache);
+    FecharBancoDados(workspace, banco);
+    QCoreApplication::processEvents();
+    dao::DBEngine::Instance().Idle(dao::dbRefreshCache);
+    QCoreApplication::processEvents();
 }
 
 // Stands nowhere as a whole, so that looking through the program's texts does not show it: a table
@@ -132,23 +137,18 @@ void GravarUltimaVerificacao(const QString& dataHora, const QString& flagErro) {
     if (campos.isEmpty()) {
         return;
     }
-    {
-        std::unique_ptr<dao::Workspace> workspace;
-        std::unique_ptr<dao::Database> banco;
-        AbrirBancoDados(workspace, u"sWsNotReadOnly"_s, banco, false);
-        // The window is painted meanwhile.
-        banco->SetPatience([](std::chrono::milliseconds esperado) {
-            QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-            return esperado < PacienciaDoRegistro;
-        });
-        workspace->BeginTrans();
-        banco->Execute("UPDATE UMREGISTRO SET "_L1 + campos.join(u','), dao::dbFailOnError);
-        workspace->CommitTrans(dao::dbForceOSFlush);
-        AtualizarCache();
-    }
-    QCoreApplication::processEvents();
-    AtualizarCache();
-    QCoreApplication::processEvents();
+    std::unique_ptr<dao::Workspace> workspace;
+    std::unique_ptr<dao::Database> banco;
+    AbrirBancoDados(workspace, u"sWsNotReadOnly"_s, banco, false);
+    // The window is painted meanwhile.
+    banco->SetPatience([](std::chrono::milliseconds esperado) {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        return esperado < PacienciaDoRegistro;
+    });
+    workspace->BeginTrans();
+    banco->Execute("UPDATE UMREGISTRO SET "_L1 + campos.join(u','), dao::dbFailOnError);
+    workspace->CommitTrans(dao::dbForceOSFlush);
+    FecharGravado(workspace, banco);
 }
 
 void GravarClienteConcorrente(qint32 codigo) {

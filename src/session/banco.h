@@ -24,6 +24,10 @@ void RenovarSessao();
 void FecharBancoDados(std::unique_ptr<dao::Workspace>& workspace,
                       std::unique_ptr<dao::Database>& banco);
 
+// The same for what has written: from then on whoever reads sees it. Lets events through.
+void FecharGravado(std::unique_ptr<dao::Workspace>& workspace,
+                   std::unique_ptr<dao::Database>& banco);
+
 // The catalogue's password, thirteen characters, built anew at each call. The caller wipes it
 // (platform/secret.h).
 QString SenhaBancoDados();

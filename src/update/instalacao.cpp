@@ -73,11 +73,6 @@ QString EmPalavras(const std::optional<sys::LockHolder>& leitor) {
     return u"%1 (%2), que lê o catálogo neste computador"_s.arg(leitor->program, leitor->user);
 }
 
-void AtualizarCache() {
-    dao::DBEngine::Instance().Idle(dao::dbRefreshCache);
-    forms::DoEvents();
-}
-
 }  // namespace
 
 Instalacao::Instalacao(bool podePerguntar) : podePerguntar_(podePerguntar) {}
@@ -302,10 +297,8 @@ void Instalacao::ExecutarScripts(qint16 VersaoAtual, qint16 VersaoNova) {
         }
         scripts.GravarVersao(VersaoAtual, VersaoNova);
         TerminarEspera();
-        AtualizarCache();
+        scripts.Fechar();
     }
-    forms::DoEvents();
-    AtualizarCache();
     Q_EMIT PassoConcluido(4);
 }
 

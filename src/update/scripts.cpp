@@ -113,6 +113,10 @@ void ScriptsDaAtualizacao::GravarVersao(qint16 VersaoAtual, qint16 VersaoNova) {
     Gravar(dao::dbForceOSFlush);
 }
 
+void ScriptsDaAtualizacao::Fechar() {
+    FecharGravado(sessao_, banco_);
+}
+
 ScriptsDaAtualizacao::Relogio::duration ScriptsDaAtualizacao::ComandoEmCurso() const {
     return inicioDoComando_ == Relogio::time_point() ? Relogio::duration::zero()
                                                      : Relogio::now() - inicioDoComando_;

@@ -41,6 +41,9 @@ public:
     // Records the new version. Erro -112 if the catalogue does not take it.
     void GravarVersao(qint16 VersaoAtual, qint16 VersaoNova);
 
+    // Nothing runs behind it. Lets events through.
+    void Fechar();
+
     // Who reads the catalogue just now, so that no group can be committed.
     std::optional<sys::LockHolder> Leitor() const { return banco_->Reader(); }
 
