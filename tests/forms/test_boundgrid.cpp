@@ -143,6 +143,7 @@ TEST(TestBoundGrid, BothSidesMoveTogether) {
     records.MoveLast();
     records.MoveNext();  // behind the last row
     QVERIFY(!scene.grid.currentIndex().isValid() && !scene.grid.selectionModel()->hasSelection());
+    QCOMPARE(scene.changes.size(), 4);
     QCOMPARE(scene.changes.last().second, Bookmark());
 }
 
