@@ -66,6 +66,10 @@ QString PastaDe(const QString& caminho) {
     return caminho.left(caminho.lastIndexOf(u'\\') + 1);
 }
 
+QString Acima(const QString& pasta) {
+    return PastaDe(pasta.chopped(1));
+}
+
 QString EmPalavras(const std::optional<sys::LockHolder>& leitor) {
     if (!leitor || leitor->program.isEmpty()) {
         return u"outro computador ou outro programa, que usa o catálogo"_s;
@@ -233,7 +237,7 @@ void Instalacao::ReceberConteudo(ArquivoAtualizacao& arquivo) {
 QString Instalacao::PastaDeEspera(const QString& nome) {
     QString pasta = PastaDe(gCaminho + NaPasta(nome));
     while (!DiretorioExiste(pasta)) {
-        pasta = PastaDe(pasta.chopped(1));
+        pasta = Acima(pasta);
     }
     auto espera = esperas_.constFind(pasta);
     if (espera == esperas_.constEnd()) {
@@ -255,7 +259,7 @@ void Instalacao::ColocarArquivos() {
             DizendoOnde([&arquivo] { return arquivo.Nome; }, [&] { ColocarArquivo(arquivo); });
             const QString caminho = gCaminho + NaPasta(arquivo.Nome);
             for (QString pasta = PastaDe(caminho); pasta.size() >= gCaminho.size();
-                 pasta = PastaDe(pasta.chopped(1))) {
+                 pasta = Acima(pasta)) {
                 pastas += pasta;
             }
         }

@@ -197,13 +197,15 @@ private:
         } else {
             ExcluirArquivo(caminho);
         }
-        sys::Output arquivo(caminho);
-        etapa_ = "InternetReadFile";
         try {
+            sys::Output arquivo(caminho);
+            etapa_ = "InternetReadFile";
             GravarCorpo(arquivo);
         } catch (const Erro& erro) {
+            // The catalogue goes on working beside a failed update, and for that it must be able to
+            // write.
             if (erro.Number() == Erro::DiskFull || erro.Number() == TextoDemais) {
-                LiberarDisco(arquivo, caminho);
+                ExcluirArquivo(caminho);
             }
             throw;
         }
@@ -238,16 +240,6 @@ private:
             DeixarEventos();
         }
         arquivo.Close();
-    }
-
-    // The catalogue goes on working beside a failed update, and for that it must be able to write.
-    static void LiberarDisco(sys::Output& arquivo, const QString& caminho) {
-        try {
-            arquivo.Close();
-        } catch (const Erro&) {
-            // It was full before.
-        }
-        ExcluirArquivo(caminho);
     }
 
     const Pedido& pedido_;

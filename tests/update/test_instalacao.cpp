@@ -150,8 +150,10 @@ TEST(TestInstalacao, MarksAndBars) {
         auto& wait = Find<forms::Label>(*Screen(), "lblEspera");
         QVERIFY(!wait.isVisible());
         wait.SetText(u"espera"_s);
-        QCOMPARE(Shows(wait, Paleta::Atual().petroleoFundo), wait.rect());
-        const QImage grey = wait.grab().toImage().convertToFormat(QImage::Format_Grayscale8);
+        const QRect foot = wait.geometry();
+        QCOMPARE(Shows(*Screen(), Paleta::Atual().petroleoFundo, foot), wait.rect());
+        const QImage grey =
+            Screen()->grab(foot).toImage().convertToFormat(QImage::Format_Grayscale8);
         QVERIFY(std::ranges::max(std::span(grey.constBits(), grey.sizeInBytes())) > 160);
         for (const auto* picture : Screen()->findChildren<forms::Panel*>()) {
             const QString name = picture->objectName().remove(u"Atualizacao"_s);
