@@ -214,9 +214,7 @@ void Writer::In(const Expr& expr) {
     const Type type = names_.TypeOf(value);
     Type against = type;
     for (std::size_t i = 1; i < expr.args.size(); ++i) {
-        if (expr.args[i]->kind != Expr::Kind::Text || !IsNumber(type)) {
-            against = names_.TypeOf(*expr.args[i]);
-        }
+        against = names_.TypeOf(*expr.args[i]);
     }
     Comparand(value, against, false);
     CollationUnlessColumn(value);
