@@ -15,6 +15,7 @@ constexpr int PageSize = 4096;
 // In antigo.mdb: the page that defines VEICULO, and in it the number of the rows.
 constexpr int Vehicles = 64 * PageSize;
 constexpr int DeclaredVehicles = Vehicles + 16;
+constexpr int TypeOfDescription = Vehicles + 100;
 // The page with its rows: their number, then two bytes for each that tell where it begins.
 constexpr int RowsOfVehicles = 67 * PageSize + 12;
 
@@ -154,6 +155,12 @@ TEST(TestAntigos, ADeletedRowIsGone) {
                   "novo."_s.arg(In("velho.ldb"))));
     QCOMPARE(RowsIn(In("novo"), "SELECT count(*), min(CodigoVeiculo) FROM VEICULO"), List("59|2"));
     QCOMPARE(outcome.refused, 2);  // what fitted the vehicle
+}
+
+TEST(TestAntigos, BytesAreNoText) {
+    const auto outcome = Import(File(With(TypeOfDescription, "\x9")));
+    QCOMPARE(outcome.refusedExamples.value(0),
+             u"tabela VEICULO, linha 1: DescricaoVeiculo é de um tipo que não pode ser lido"_s);
 }
 
 TEST(TestAntigos, Refuses) {
