@@ -111,7 +111,7 @@ void frmAtualizando::MostrarFalha(const Erro& erro) {
         return;
     }
     forms::SetMousePointer(forms::vbDefault);
-    forms::MsgBox(instalacao_.PassoEmCurso() < Instalacao::PrimeiroPassoQueGrava
+    forms::MsgBox(instalacao_.NadaGravou()
                       ? u"Atualização cancelada. O catálogo continua como estava."_s
                       : u"Atualização interrompida. Uma parte dela já está no catálogo; a "
                         "próxima atualização recomeça do início."_s,
@@ -123,8 +123,7 @@ void frmAtualizando::CloseRequested() {
         return;
     }
     const int resposta = forms::MsgBox(
-        instalacao_.PassoEmCurso() < Instalacao::PrimeiroPassoQueGrava
-            ? u"Deseja cancelar a atualização?"_s
+        instalacao_.NadaGravou() ? u"Deseja cancelar a atualização?"_s
         : instalacao_.Espera()
             ? lblEspera->Text() + u".\n\nDeseja interromper a atualização?"_s
             : u"Um comando da atualização está demorando. Deseja interromper a atualização?"_s,

@@ -31,6 +31,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
+constexpr quint8 PrimeiroPassoQueGrava = 3;
 constexpr auto ComandoDemorado = 2s;
 constexpr auto EsperaNotavel = 1s;  // a reader that is awake is done by then
 
@@ -98,9 +99,12 @@ void Instalacao::Atualizar(qint16 VersaoAtual, qint16 VersaoNova) {
     }
 }
 
+bool Instalacao::NadaGravou() const {
+    return Passo < PrimeiroPassoQueGrava;
+}
+
 bool Instalacao::PodeInterromper() const {
-    return Passo < PrimeiroPassoQueGrava || Espera() ||
-           (scripts_ && scripts_->ComandoEmCurso() > ComandoDemorado);
+    return NadaGravou() || Espera() || (scripts_ && scripts_->ComandoEmCurso() > ComandoDemorado);
 }
 
 void Instalacao::Interromper() {

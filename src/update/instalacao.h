@@ -20,8 +20,6 @@ class Instalacao final : public QObject {
     Q_OBJECT
 
 public:
-    static constexpr quint8 PrimeiroPassoQueGrava = 3;
-
     // `podePerguntar`: the user may be asked for what a proxy wants to know.
     explicit Instalacao(bool podePerguntar);
 
@@ -35,8 +33,8 @@ public:
     // The last "EXE" of the lists; behind the end of an update. A failure is passed over.
     void IniciarProgramaInstalado() const;
 
-    // The step under way, 1 to 4.
-    quint8 PassoEmCurso() const { return Passo; }
+    // The catalogue is as it was.
+    bool NadaGravou() const;
 
     // Until the first file is put in place the catalogue is untouched, and the user may change his
     // mind; after that a half-done update would be worse than waiting, unless a statement of a
