@@ -110,7 +110,6 @@ void frmAtualizando::MostrarFalha(const Erro& erro) {
         MostrarErro(erro.Number(), erro.Description());
         return;
     }
-    forms::SetMousePointer(forms::vbDefault);
     forms::MsgBox(instalacao_.NadaGravou()
                       ? u"Atualização cancelada. O catálogo continua como estava."_s
                       : u"Atualização interrompida. Uma parte dela já está no catálogo; a "
