@@ -90,7 +90,6 @@ private:
         auto* caixa = new QDialogButtonBox(this);
         auto* ok = caixa->addButton(u"OK"_s, QDialogButtonBox::ActionRole);
         auto* cancelar = caixa->addButton(u"&Cancelar"_s, QDialogButtonBox::ActionRole);
-        ok->setDefault(true);
         for (QPushButton* botao : {ok, cancelar}) {
             botao->setMinimumWidth(LarguraBotao);
         }
