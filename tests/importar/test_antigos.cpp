@@ -15,6 +15,7 @@ constexpr int PageSize = 4096;
 // In antigo.mdb: the page that defines VEICULO, and in it the number of the rows.
 constexpr int Vehicles = 64 * PageSize;
 constexpr int DeclaredVehicles = Vehicles + 16;
+constexpr int TypeOfCode = Vehicles + 75;
 constexpr int TypeOfDescription = Vehicles + 100;
 // The page with its rows: their number, then two bytes for each that tell where it begins.
 constexpr int RowsOfVehicles = 67 * PageSize + 12;
@@ -148,19 +149,28 @@ TEST(TestAntigos, ADeletedRowIsGone) {
     QByteArray bytes = With(DeclaredVehicles, QByteArray(1, 59));
     char& flags = bytes.data()[RowsOfVehicles + 3];
     flags = static_cast<char>(static_cast<quint8>(flags) | 0xC0);
-    Write(In("velho.ldb"));  // as while somebody has it open
+    Write(In("velho.Ldb"));  // as while somebody has it open
     const auto outcome = Import(File(bytes));
     QCOMPARE(outcome.remarks,
              List(u"Há \"%1\": se alguém está com o catálogo antigo aberto, feche-o e importe de "
-                  "novo."_s.arg(In("velho.ldb"))));
+                  "novo."_s.arg(In("velho.Ldb"))));
     QCOMPARE(RowsIn(In("novo"), "SELECT count(*), min(CodigoVeiculo) FROM VEICULO"), List("59|2"));
     QCOMPARE(outcome.refused, 2);  // what fitted the vehicle
 }
 
-TEST(TestAntigos, BytesAreNoText) {
-    const auto outcome = Import(File(With(TypeOfDescription, "\x9")));
-    QCOMPARE(outcome.refusedExamples.value(0),
-             u"tabela VEICULO, linha 1: DescricaoVeiculo é de um tipo que não pode ser lido"_s);
+// Columns that are declared as what the catalogue does not hold there.
+TEST(TestAntigos, OtherTypes) {
+    for (const auto& [at, type, why] : Each<int, QByteArray, QString>{
+             {"single precision", TypeOfCode, "\6",
+              "CodigoVeiculo: \"0,000000000000000000000000000000000000000000001\" não é um número "
+              "inteiro"},
+             {"bytes", TypeOfDescription, "\x9",
+              "DescricaoVeiculo é de um tipo que não pode ser lido"},
+         }) {
+        const auto outcome = Import(File(With(at, type)));
+        QCOMPARE(outcome.refusedExamples.value(0), u"tabela VEICULO, linha 1: "_s + why);
+        QVERIFY(QDir(In("novo")).removeRecursively());
+    }
 }
 
 TEST(TestAntigos, Refuses) {

@@ -105,6 +105,8 @@ TEST(TestPlanilhas, Refused) {
         QVERIFY(outcome.made);
         QCOMPARE(outcome.refusedExamples,
                  List(u"%1, linha %2: %3"_s.arg(file).arg(number).arg(cells.at(2))));
+        QVERIFY(!importar::Report(order_, outcome).contains(u"e mais"_s));
+        QCOMPARE(outcome.refusedFile, In("novo/recusadas.csv"));
         QVERIFY(sys::ReadText(In("novo/recusadas.csv"))
                     .contains(file + u';' + QString::number(number)));
         QCOMPARE(

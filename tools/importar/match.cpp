@@ -28,10 +28,8 @@ Match Bind(const Table& table, const SourceTable& source, std::size_t index) {
     Match match{&table, index, {}, {}};
     for (const tabelas::Column& column : table.columns) {
         match.columns.push_back(IndexOf(source, column.name));
-        const tabelas::Column* name = tabelas::NameColumnOf(column);
-        // What is the table's own column under the same name is no link.
-        match.names.push_back(name && table.IndexOf(name->name) < 0 ? IndexOf(source, name->name)
-                                                                    : -1);
+        const tabelas::Column* name = tabelas::NameInPlaceOf(column, table);
+        match.names.push_back(name ? IndexOf(source, name->name) : -1);
     }
     if (table.id == Id::Markers && match.columns.front() < 0) {
         match.part = IndexOf(source, u"CodigoPeca"_s);

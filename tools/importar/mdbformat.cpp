@@ -73,10 +73,10 @@ void CheckFormat(const QString& path) {
 
 QString LockFileOf(const QString& path) {
     const QFileInfo file(path);
-    for (const QString& ending : {u".ldb"_s, u".LDB"_s, u".Ldb"_s}) {
-        const QString lock = file.dir().filePath(file.completeBaseName() + ending);
-        if (QFileInfo(lock).size() > 0) {
-            return lock;
+    const QString name = file.completeBaseName() + u".ldb"_s;
+    for (const QFileInfo& beside : file.dir().entryInfoList(QDir::Files)) {
+        if (beside.size() > 0 && beside.fileName().compare(name, Qt::CaseInsensitive) == 0) {
+            return beside.filePath();
         }
     }
     return {};

@@ -17,8 +17,7 @@ void WriteModel(const Table& table, const QString& path) {
     for (const Column& column : table.columns) {
         headings += column.name;
         explanations += column.explanation;
-        const Column* name = tabelas::NameColumnOf(column);
-        if (name && table.IndexOf(name->name) < 0) {
+        if (const Column* name = tabelas::NameInPlaceOf(column, table)) {
             headings += name->name;
             explanations += u"em vez de "_s + column.name;
         }

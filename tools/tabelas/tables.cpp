@@ -187,4 +187,9 @@ const Column* NameColumnOf(const Column& link) {
     return &target.columns[static_cast<std::size_t>(target.byName)];
 }
 
+const Column* NameInPlaceOf(const Column& link, const Table& table) {
+    const Column* name = NameColumnOf(link);
+    return name && table.IndexOf(name->name) < 0 ? name : nullptr;
+}
+
 }  // namespace tabelas

@@ -72,6 +72,9 @@ const Table& Of(Id id);
 
 // The column by which `link` is told without a code; null for a column that is no such link.
 const Column* NameColumnOf(const Column& link);
+// That one where a file of the table's rows may hold it in place of the link. What is the table's
+// own column under the same name is no link.
+const Column* NameInPlaceOf(const Column& link, const Table& table);
 
 // Codes with six digits are what the way from a search row to its parts carries; those of vehicle
 // makers are held in 16 bits.
