@@ -194,7 +194,7 @@ TEST(TestPlanilhas, AnInterruptionLeavesNothing) {
     QCOMPARE(NamesIn(root_->path()), List("csv"));
     QProcess process;
     process.start(Program, {In("csv"), In("novo")});
-    QTRY_VERIFY(NamesIn(root_->path()).size() > 1);
+    QTRY_VERIFY_WITH_TIMEOUT(NamesIn(root_->path()).size() > 1, 60000);
     process.terminate();
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.exitCode(), 2);
