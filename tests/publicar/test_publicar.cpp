@@ -215,7 +215,9 @@ TEST(TestPublicar, Signs) {
     QVERIFY(accepted(k2, 1) && accepted(k2, 2) && accepted(k2, 3) && !accepted(k1, 3));
     QCOMPARE(sys::ReadText(In("site/ListVersao2.txt")),
              u"ARQ;FotoPeca\\n.png;6;%1\r\n"_s.arg(HashOf(In("site/FotoPeca/n.png"))));
-    QCOMPARE(ConferirVersao(k2, sys::ReadBytes(In("site/Versao.sig"))).numero, 3);
+    const QByteArray version = sys::ReadBytes(In("site/Versao.sig"));
+    QCOMPARE(ConferirVersao(k2, version).numero, 3);
+    QCOMPARE(ErrorOf([&] { ConferirVersao(k1, version); }), -110);
 }
 
 TEST(TestPublicar, FullDiskOfTheSite) {
