@@ -113,6 +113,9 @@ std::unique_ptr<Select> Parser::ParseSelect() {
     }
     if (TakeWord("FROM")) {
         do {
+            if (select->from.size() > MaxSources) {
+                Fail();
+            }
             select->from.push_back(ParseSource());
         } while (TakeSign(","));
     }
