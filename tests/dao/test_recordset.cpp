@@ -290,7 +290,7 @@ TEST(TestRecordset, Computes) {
         *session_.database,
         "SELECT 7 \\ 2, 7 Mod 4, 2 ^ 3, 7 / 2, '5' + 2, '5' - 2, '2' * 3, 'a' & 'é', 1 & Null, "
         "UCase('é'), 'x' & #3/5/2024#, 'a' & 6 / 2, 'Á' Like 'á*', 2.5 Like '2?5', 6 / 3 Like '2', "
-        "Null Like 'a', "
+        "Null Like 'a', 2.5 Like '3*', "
         "6 / 2 & 'a', 'a' Like Null, Sgn(-2), Year(#3/5/2024#), "
         "IIf(True, Null, #3/5/2024#) & 'x', IIf(True, 'y', #3/5/2024#) & 'x'",
         rows);
@@ -301,7 +301,7 @@ TEST(TestRecordset, Computes) {
              "SELECT First(Valor), Last(Valor), First(Nome), Last(Nome), (SELECT First(Nome) FROM "
              "ITEM WHERE Codigo < 0) FROM ITEM WHERE Codigo BETWEEN 2 AND 6",
              rows);
-    QCOMPARE(rows, List("3|3|8|3.5|7|3|6|aé|1|É|x05/03/2024|a3|-1|-1|-1||3a||-1|2024|x|yx", "-1",
+    QCOMPARE(rows, List("3|3|8|3.5|7|3|6|aé|1|É|x05/03/2024|a3|-1|-1|-1||0|3a||-1|2024|x|yx", "-1",
                         "1||Peça 2|Peça 6|"));
     Statement bound(*session_.database->GetConnection(), "SELECT typeof(?1) || typeof(?2)");
     bound.Bind(1, QByteArray("1"));
