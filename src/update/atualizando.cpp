@@ -64,6 +64,11 @@ frmAtualizando::frmAtualizando() : TelaDeDialogo(Nome, QSize(434, 299), u"atuali
     criar(imgBordaBarraAtualizacao, u"imgBordaBarraAtualizacao"_s, u"atualizando-borda"_s);
     criar(imgBarraAtualizacao, u"imgBarraAtualizacao"_s, u"atualizando-barra"_s);
     lblEspera = new forms::Label(u"lblEspera"_s, Picture());
+    // Over the foot of the drawing, which says something else.
+    QPalette fundo;
+    fundo.setColor(lblEspera->backgroundRole(), Paleta::Atual().petroleoFundo);
+    lblEspera->setPalette(fundo);
+    lblEspera->setAutoFillBackground(true);
     lblEspera->SetForeColor(Paleta::Atual().gelo);
     lblEspera->hide();
     connect(&instalacao_, &Instalacao::Esperando, this, &frmAtualizando::MostrarEspera);

@@ -150,11 +150,17 @@ TEST(TestInstalacao, MarksAndBars) {
         auto& wait = Find<forms::Label>(*Screen(), "lblEspera");
         QVERIFY(!wait.isVisible());
         wait.SetText(u"espera"_s);
-        const QRect foot = wait.geometry();
-        QCOMPARE(Shows(*Screen(), Paleta::Atual().petroleoFundo, foot), wait.rect());
-        const QImage grey =
-            Screen()->grab(foot).toImage().convertToFormat(QImage::Format_Grayscale8);
+        QCOMPARE(Shows(wait, Paleta::Atual().petroleoFundo), wait.rect());
+        const QImage grey = wait.grab().toImage().convertToFormat(QImage::Format_Grayscale8);
         QVERIFY(std::ranges::max(std::span(grey.constBits(), grey.sizeInBytes())) > 160);
+        // What the drawing says there does not shine through.
+        wait.SetText(QString());
+        wait.show();
+        const QImage covered = Screen()->grab(wait.geometry()).toImage();
+        QImage foot = covered;
+        foot.fill(Paleta::Atual().petroleoFundo);
+        QCOMPARE(covered, foot);
+        wait.hide();
         for (const auto* picture : Screen()->findChildren<forms::Panel*>()) {
             const QString name = picture->objectName().remove(u"Atualizacao"_s);
             if (picture->isVisible() && name.startsWith("img"_L1)) {
