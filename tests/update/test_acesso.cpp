@@ -35,6 +35,7 @@ TEST(TestAcesso, AsksForThePassword) {
             QCOMPARE(box.windowTitle(), u"Catálogo TARVO-LINDEN"_s);
             QCOMPARE(box.minimumSize(), box.maximumSize());
             QVERIFY(box.windowFlags() & Qt::WindowStaysOnTopHint);  // no screen to stand over
+            QVERIFY(buttons.first()->isDefault());
             QCOMPARE(labels.first()->text(), text);
             const int lines = labels.first()->height() / labels.first()->fontMetrics().height();
             QVERIFY(lines > text.count(u'\n') + 1);  // what is too long for one goes on below
