@@ -33,7 +33,9 @@ public:
             httpClose(http);
             return http != nullptr;
         };
-        return QTest::qWaitFor(
+        // The scheduler may answer before the toolkit has noticed that it runs.
+        return scheduler_.waitForStarted(PatienceMs) &&
+               QTest::qWaitFor(
                    [&] { return scheduler_.state() == QProcess::NotRunning || answers(); },
                    PatienceMs) &&
                scheduler_.state() == QProcess::Running;
